@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <variant>
+
+#include "platform/text.h"
+#include "platform/values.h"
+
+namespace kwo::platform {
+
+class HostObject;
+using HostObjectRef = std::shared_ptr<HostObject>;
+
+/// An argument the caller left out. Not the same as Empty.
+struct Missing {
+    friend constexpr bool operator==(Missing, Missing) = default;
+};
+struct Empty {
+    friend constexpr bool operator==(Empty, Empty) = default;
+};
+struct Null {
+    friend constexpr bool operator==(Null, Null) = default;
+};
+/// An error as a value: a number that is passed on, not raised.
+struct ErrorValue {
+    std::int32_t number = 0;
+    friend constexpr bool operator==(ErrorValue, ErrorValue) = default;
+};
+
+/// A value of a kind that the logic has no use for (a decimal, an array ...). It is carried from where it came to
+/// where it goes; only the shell that made one knows what it is.
+class ForeignValue {
+public:
+    virtual ~ForeignValue() = default;
+};
+using ForeignRef = std::shared_ptr<const ForeignValue>;
+
+/// A tagged value. A null `HostObjectRef` is the null object.
+using Variant = std::variant<Empty, Missing, Null, std::int16_t, std::int32_t, float, double, Currency, Date, Text, bool,
+                             std::uint8_t, ErrorValue, HostObjectRef, ForeignRef>;
+
+inline bool IsMissing(const Variant& value) { return std::holds_alternative<Missing>(value); }
+
+/// True for a value that holds an object; the null object is none.
+inline bool IsObject(const Variant& value) {
+    const auto* object = std::get_if<HostObjectRef>(&value);
+    return object != nullptr && *object != nullptr;
+}
+
+/// A caller's object (form, control, font, picture, component), reached by member name.
+///
+/// Every call raises what the object raised, with the object's own number, source and description; a member it does
+/// not have is NoSuchMember.
+class HostObject {
+public:
+    virtual ~HostObject() = default;
+
+    virtual Variant Get(TextView member, std::span<const Variant> arguments = {}) = 0;
+    virtual void Let(TextView member, const Variant& value) = 0;
+    virtual void Set(TextView member, const HostObjectRef& value) = 0;
+    /// The callee may write back into `arguments`, which are passed by reference.
+    virtual Variant Call(TextView member, std::span<Variant> arguments = {}) = 0;
+    /// The same with the arguments named, in the order of `names`.
+    virtual Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) = 0;
+
+    /// True when both are the same object, by identity.
+    virtual bool IsSameAs(const HostObject& other) const = 0;
+    /// The name of the object's type, empty when it has no type information.
+    virtual Text TypeName() const = 0;
+};
+
+}  // namespace kwo::platform
