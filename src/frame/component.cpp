@@ -1,0 +1,15 @@
+#include "frame/component.h"
+
+namespace kwo::frame {
+
+Component::Component(const platform::Platform& services)
+    : platform(services),
+      identity(services.host),
+      clock(services.clock),
+      wait(services.messages, clock, identity),
+      eventLog(services.eventLog, identity, trace, apiResult),
+      messageBoxes(services.desktop, services.screen, services.host, wait, eventLog, trace),
+      error(services.errors, services.host, identity, trace, messageBoxes),
+      routines(services.files, services.errors, identity, error) {}
+
+}  // namespace kwo::frame

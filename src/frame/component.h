@@ -1,0 +1,43 @@
+#pragma once
+
+#include "frame/api_result.h"
+#include "frame/error.h"
+#include "frame/event_log_writer.h"
+#include "frame/host_identity.h"
+#include "frame/message_box.h"
+#include "frame/message_wait.h"
+#include "frame/millisecond_clock.h"
+#include "frame/routines.h"
+#include "frame/untraced.h"
+#include "platform/platform.h"
+
+namespace kwo::frame {
+
+/// What all objects of one loaded component share: the platform, the modules and the program name. Created with the first
+/// object of an apartment and kept until the component is unloaded. Not thread-safe: one user-interface thread.
+class Component {
+public:
+    explicit Component(const platform::Platform& services);
+    Component(const Component&) = delete;
+    Component& operator=(const Component&) = delete;
+
+    /// What the creation of most classes does before anything else, so that every message is asked for by this name.
+    void SetProgramName() { mProgramName = u"KWOUtil"; }
+    const Text& ProgramName() const { return mProgramName; }
+
+    const platform::Platform platform;
+    ApiResult apiResult;
+    HostIdentity identity;
+    MillisecondClock clock;
+    MessageWait wait;
+    Untraced trace;
+    EventLogWriter eventLog;
+    MessageBoxes messageBoxes;
+    MKWOError error;
+    MKWORoutines routines;
+
+private:
+    Text mProgramName;
+};
+
+}  // namespace kwo::frame

@@ -1,0 +1,195 @@
+#include "registry/kwo_registry.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <type_traits>
+
+#include "frame/text_routines.h"
+#include "platform/component_error.h"
+#include "platform/conversions.h"
+
+namespace kwo::registry {
+
+namespace {
+
+using platform::RegistryStore;
+using platform::Variant;
+
+constexpr std::uint32_t kAllAccess = 0xF003F;
+constexpr std::uint32_t kQueryValue = 1;
+constexpr std::uint32_t kWrite = 0x20006;
+constexpr std::uint32_t kCreatedKeyAccess = 0x20007;
+
+constexpr std::uint32_t kStringType = 1;
+constexpr std::uint32_t kNumberType = 4;
+
+constexpr std::uint32_t kValueCapacity = 1024;
+constexpr std::uint32_t kTextCapacity = 260;
+// A store that asks for more each time it is asked is not followed for ever.
+constexpr std::uint32_t kLargestCapacity = 64u << 20;
+
+/// What the platform reported as the value, without the one zero byte that ends a string and without trailing blanks.
+std::string ReportedBytes(const RegistryStore::Value& value) {
+    if (value.status != RegistryStore::kSuccess || value.length == 0) return {};
+    std::string bytes = value.bytes.substr(0, value.length);
+    if (bytes.ends_with('\0')) bytes.pop_back();
+    bytes.erase(bytes.find_last_not_of(' ') + 1);
+    return bytes;
+}
+
+/// Intended: the number is read from what is left of the value's bytes after it was cut like a string, and a byte below
+/// 16 gives one digit instead of two, so that numbers with such a byte or with a high byte of 0x20 read back wrongly.
+Text NumberText(const std::string& bytes) {
+    constexpr std::size_t kMostDigits = 8;
+    constexpr char kDigits[] = "0123456789ABCDEF";
+
+    std::string digits;
+    for (auto at = bytes.rbegin(); at != bytes.rend(); ++at) {
+        const auto byte = static_cast<unsigned char>(*at);
+        if (byte >= 16) digits += kDigits[byte / 16];
+        digits += kDigits[byte % 16];
+    }
+    digits.erase(0, digits.find_first_not_of('0'));
+    if (digits.empty()) return u"0";
+    if (digits.size() > kMostDigits) return {};
+    return frame::Decimal(static_cast<std::int32_t>(std::stoul(digits, nullptr, 16)));
+}
+
+std::int32_t LittleEndian(const std::string& bytes) {
+    std::uint32_t value = 0;
+    for (auto at = bytes.rbegin(); at != bytes.rend(); ++at) value = value << 8 | static_cast<unsigned char>(*at);
+    return static_cast<std::int32_t>(value);
+}
+
+template <class Integer>
+bool Fits(std::int32_t number) {
+    return number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max();
+}
+
+/// `number` as the type that `like` holds; `like` itself when it does not fit or is of no such type.
+Variant NumberLike(const Variant& like, std::int32_t number) {
+    return std::visit(
+        [&](const auto& sample) -> Variant {
+            using Type = std::decay_t<decltype(sample)>;
+            if constexpr (std::is_same_v<Type, bool>) {
+                return number != 0;
+            } else if constexpr (std::is_integral_v<Type>) {
+                return Fits<Type>(number) ? Variant(static_cast<Type>(number)) : like;
+            } else if constexpr (std::is_floating_point_v<Type>) {
+                return static_cast<Type>(number);
+            } else if constexpr (std::is_same_v<Type, platform::Currency>) {
+                return platform::Currency::Whole(number);
+            } else {
+                return like;
+            }
+        },
+        like);
+}
+
+bool IsNumber(const Variant& value) {
+    return std::visit(
+        [](const auto& held) {
+            using Type = std::decay_t<decltype(held)>;
+            return std::is_arithmetic_v<Type> || std::is_same_v<Type, platform::Currency>;
+        },
+        value);
+}
+
+}  // namespace
+
+KWORegistry::KWORegistry(frame::Component& component)
+    : mStore(component.platform.registry),
+      mConversions(component.platform.conversions),
+      mApiResult(component.apiResult) {
+    component.SetProgramName();
+}
+
+Variant KWORegistry::KWO_RegGetValueEx(Handle key, TextView valueName, const Variant& defaultValue) {
+    if (std::holds_alternative<Text>(defaultValue) || std::holds_alternative<platform::Date>(defaultValue)) {
+        return ReadText(key, valueName, defaultValue);
+    }
+    return IsNumber(defaultValue) ? ReadNumber(key, valueName, defaultValue) : defaultValue;
+}
+
+KWORegistry::Status KWORegistry::KWO_RegDeleteKey(Handle root, TextView keyName) {
+    return Keep(mStore.DeleteKey(root, keyName));
+}
+
+KWORegistry::Status KWORegistry::KWO_RegDeleteValue(Handle root, TextView keyName, TextView valueName) {
+    const Status opened = KeepKey(mStore.OpenKey(root, keyName, kAllAccess));
+    if (opened != RegistryStore::kSuccess) return opened;
+    const Status deleted = Keep(mStore.DeleteValue(mKey, valueName));
+    Keep(mStore.CloseKey(mKey));
+    return deleted;
+}
+
+Handle KWORegistry::KWO_RegCreateKey(Handle root, TextView keyName) {
+    KeepKey(mStore.CreateKey(root, keyName, kCreatedKeyAccess, true));
+    // Intended: after a failure this is the key of the call before, open or not.
+    return mKey;
+}
+
+KWORegistry::Status KWORegistry::KWO_RegSetValue(Handle root, TextView keyName, TextView valueName, TextView value) {
+    const Status created = KeepKey(mStore.CreateKey(root, keyName, kWrite, true));
+    if (created != RegistryStore::kSuccess) return created;
+    // Intended: the registry never receives an empty string from here.
+    const TextView data = value.empty() ? u" " : value;
+    const Status set = Keep(mStore.SetString(mKey, valueName, data, static_cast<std::uint32_t>(data.size() + 1)));
+    Keep(mStore.CloseKey(mKey));
+    return set;
+}
+
+KWORegistry::Status KWORegistry::KWO_RegGetValue(Handle root, TextView keyName, TextView valueName, Text& value) {
+    value.clear();
+    const Status opened = KeepKey(mStore.OpenKey(root, keyName, kQueryValue));
+    if (opened != RegistryStore::kSuccess) return opened;
+
+    const RegistryStore::Value found = mStore.Query(mKey, valueName, kValueCapacity, '\0');
+    Keep(found.status);
+    if (found.status == RegistryStore::kSuccess) value = TextOf(found);
+    Keep(mStore.CloseKey(mKey));
+    return found.status;
+}
+
+KWORegistry::Status KWORegistry::Keep(Status status) {
+    mApiResult.last = status;
+    return status;
+}
+
+KWORegistry::Status KWORegistry::KeepKey(const RegistryStore::KeyResult& result) {
+    if (result.status == RegistryStore::kSuccess) mKey = result.key;
+    return Keep(result.status);
+}
+
+Text KWORegistry::TextOf(const RegistryStore::Value& value) {
+    const std::string bytes = ReportedBytes(value);
+    if (value.type == kStringType) return mConversions.FromAnsi(bytes);
+    if (value.type == kNumberType) return NumberText(bytes);
+    return {};
+}
+
+Variant KWORegistry::ReadText(Handle key, TextView valueName, const Variant& defaultValue) {
+    RegistryStore::Value found = mStore.Query(key, valueName, kTextCapacity, ' ');
+    std::uint32_t capacity = kTextCapacity;
+    while (Keep(found.status) == RegistryStore::kMoreData && capacity < kLargestCapacity) {
+        capacity = std::min(std::max(found.length, capacity + 1), kLargestCapacity);
+        found = mStore.Query(key, valueName, capacity, ' ');
+    }
+    if (found.status != RegistryStore::kSuccess) return defaultValue;
+
+    const std::string bytes = found.bytes.substr(0, found.bytes.find('\0'));
+    const Text text = frame::TrimRight(mConversions.FromAnsi(bytes));
+    if (std::holds_alternative<Text>(defaultValue)) return text;
+    if (text == u"0") return platform::Date{};
+    const auto date = mConversions.ParseDate(text);
+    return date ? Variant(*date) : defaultValue;
+}
+
+Variant KWORegistry::ReadNumber(Handle key, TextView valueName, const Variant& defaultValue) {
+    const RegistryStore::Value found = mStore.Query(key, valueName, sizeof(std::int32_t), '\0');
+    if (Keep(found.status) != RegistryStore::kSuccess) return defaultValue;
+    return NumberLike(defaultValue, LittleEndian(found.bytes));
+}
+
+}  // namespace kwo::registry
