@@ -238,6 +238,8 @@ Variant FromVariant(const VARIANT& value) {
             return MakeHostObject(inner.pdispVal);
         case VT_UNKNOWN:
             return FromUnknown(inner);
+        case VT_VARIANT:  // there are only references to those, but copying does not mind
+            RaiseRuntime(RuntimeError::TypeMismatch);
         default:
             return Foreign(inner);
     }
