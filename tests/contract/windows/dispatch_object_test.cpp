@@ -13,6 +13,12 @@ namespace {
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
 
+HRESULT WINAPI FillInLate(EXCEPINFO* late) {
+    late->scode = static_cast<SCODE>(0x800A0005);
+    late->bstrDescription = ::SysAllocString(L"late");
+    return S_OK;
+}
+
 class DispatchObjectTest : public testing::Test {
 protected:
     ~DispatchObjectTest() override {
@@ -326,11 +332,7 @@ TEST_F(DispatchObjectTest, TheNumberComesFromTheCodeOrElseFromTheShortOne) {
 
 TEST_F(DispatchObjectTest, AnErrorThatIsFilledInLateIsFilledIn) {
     target.body = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
-        exception->pfnDeferredFillIn = [](EXCEPINFO* late) -> HRESULT {
-            late->scode = static_cast<SCODE>(0x800A0005);
-            late->bstrDescription = ::SysAllocString(L"late");
-            return S_OK;
-        };
+        exception->pfnDeferredFillIn = FillInLate;
         return DISP_E_EXCEPTION;
     };
     const ComponentError error = RaisedByGet();
