@@ -8,9 +8,6 @@
 #include "raised.h"
 #include "recording_dispatch.h"
 
-/// Not in every compiler's headers: strings go back to the memory they came from at once.
-extern "C" void WINAPI SetOaNoCache();
-
 namespace kwo::platform::windows {
 namespace {
 
@@ -27,7 +24,9 @@ HRESULT WINAPI FillInLate(EXCEPINFO* late) {
 class MemoryCount final : public Counted<IMallocSpy> {
 public:
     MemoryCount() {
-        ::SetOaNoCache();
+        // Strings go back to the memory they came from at once. Not every compiler's libraries know this function.
+        const FARPROC noCache = ::GetProcAddress(::GetModuleHandleW(L"oleaut32.dll"), "SetOaNoCache");
+        if (noCache != nullptr) reinterpret_cast<void(WINAPI*)()>(reinterpret_cast<void*>(noCache))();
         ::CoRegisterMallocSpy(this);
     }
     ~MemoryCount() { ::CoRevokeMallocSpy(); }
