@@ -112,7 +112,7 @@ public:
     void RemoveKeyTree(TextView path) override { RegDeleteTreeW(HKEY_CURRENT_USER, Wide(Text(path))); }
 
 private:
-    platform::windows::WindowsPlatform mPlatform;
+    platform::windows::WindowsPlatform mPlatform{GetModuleHandleW(nullptr)};
     platform::Platform mServices = mPlatform.Services();
     HWND mMessages = nullptr;
     std::vector<HWND> mWindows;
