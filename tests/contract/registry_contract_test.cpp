@@ -112,9 +112,13 @@ TEST_F(RegistryContract, StringIsStoredAtTheGivenLength) {
         std::uint32_t length;
         std::string stored;
     };
-    const Row rows[] = {
-        {u"abc", 4, std::string("abc\0", 4)},     {u"abc", 3, std::string("abc\0", 4)}, {u"abc", 2, "ab"},
-        {u"abc", 6, std::string("abc\0\0\0", 6)}, {u" ", 2, std::string(" \0", 2)},     {u"", 1, std::string("\0", 1)}};
+    const Row rows[] = {{u"abc", 4, std::string("abc\0", 4)},
+                        {u"abc", 3, std::string("abc\0", 4)},
+                        {u"abc", 2, "ab"},
+                        {u"abc", 6, std::string("abc\0\0\0", 6)},
+                        {Text(u"a\0", 2), 2, std::string("a\0", 2)},
+                        {u" ", 2, std::string(" \0", 2)},
+                        {u"", 1, std::string("\0", 1)}};
     for (const Row& row : rows) {
         ASSERT_EQ(registry.SetString(base, u"n", row.value, row.length), 0);
         const auto read = registry.Query(base, u"n", 32, '#');
