@@ -1,0 +1,49 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <map>
+#include <vector>
+
+#include "platform/windows/variant_bridge.h"
+
+namespace kwo::platform::windows {
+
+/// A caller's automation object, reached through IDispatch. Remembers the ids of the members it was asked for, never a
+/// value. `MakeHostObject` makes one.
+///
+/// Raises what the object raised: its own number where it filled the exception in; 438 for a member it does not have,
+/// 13, 6 and 450 for what it refuses of the arguments, 446, 448 and 449 for what it refuses of their names; any other
+/// failure with the code as its number and the system's text.
+class DispatchObject final : public DispatchReference {
+public:
+    explicit DispatchObject(IDispatch& dispatch) : mDispatch(&dispatch) {}
+
+    Variant Get(TextView member, std::span<const Variant> arguments = {}) override;
+    void Let(TextView member, const Variant& value) override;
+    void Set(TextView member, const HostObjectRef& value) override;
+    /// Arguments are references to variants, as scripts pass them. An object that refuses those gets references to
+    /// the types they hold. A failing call leaves the arguments as they were.
+    Variant Call(TextView member, std::span<Variant> arguments = {}) override;
+    Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
+
+    bool IsSameAs(const HostObject& other) const override;
+    Text TypeName() const override;
+
+    IDispatch* Dispatch() const override { return mDispatch.Get(); }
+
+private:
+    /// The member's id, followed by those of its arguments.
+    using Ids = std::vector<DISPID>;
+
+    Ids IdsOf(TextView member, std::span<const TextView> names = {});
+    Ids AskForIds(TextView member, std::span<const TextView> names) const;
+    Variant CallByReference(const Ids& ids, std::span<Variant> arguments);
+
+    Microsoft::WRL::ComPtr<IDispatch> mDispatch;
+    std::map<Text, Ids, std::less<>> mIds;
+};
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,248 @@
+#include "platform/windows/variant_bridge.h"
+
+#include <wrl/client.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <type_traits>
+
+#include "platform/component_error.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr SCODE kRuntimeErrors = static_cast<SCODE>(0x800A0000);
+constexpr std::int32_t kLastRuntimeError = 0xFFFF;
+
+VARIANT Tagged(VARTYPE type) {
+    VARIANT value;
+    ::VariantInit(&value);
+    value.vt = type;
+    return value;
+}
+
+VARIANT ErrorVariant(SCODE code) {
+    VARIANT value = Tagged(VT_ERROR);
+    value.scode = code;
+    return value;
+}
+
+/// Copies what `source` owns or refers to.
+OwnedVariant Copied(const VARIANT& source) {
+    OwnedVariant copy;
+    // VariantCopy only reads its source, it is declared without saying so.
+    const HRESULT result = ::VariantCopy(copy.Out(), const_cast<VARIANT*>(&source));
+    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (FAILED(result)) RaiseRuntime(RuntimeError::TypeMismatch);
+    return copy;
+}
+
+struct AsVariant {
+    VARIANT operator()(Empty) const { return Tagged(VT_EMPTY); }
+    VARIANT operator()(Missing) const { return ErrorVariant(DISP_E_PARAMNOTFOUND); }
+    VARIANT operator()(Null) const { return Tagged(VT_NULL); }
+    VARIANT operator()(std::int16_t number) const {
+        VARIANT value = Tagged(VT_I2);
+        value.iVal = number;
+        return value;
+    }
+    VARIANT operator()(std::int32_t number) const {
+        VARIANT value = Tagged(VT_I4);
+        value.lVal = number;
+        return value;
+    }
+    VARIANT operator()(float number) const {
+        VARIANT value = Tagged(VT_R4);
+        value.fltVal = number;
+        return value;
+    }
+    VARIANT operator()(double number) const {
+        VARIANT value = Tagged(VT_R8);
+        value.dblVal = number;
+        return value;
+    }
+    VARIANT operator()(Currency amount) const {
+        VARIANT value = Tagged(VT_CY);
+        value.cyVal.int64 = amount.scaled;
+        return value;
+    }
+    VARIANT operator()(Date date) const {
+        VARIANT value = Tagged(VT_DATE);
+        value.date = date.days;
+        return value;
+    }
+    VARIANT operator()(const Text& text) const {
+        VARIANT value = Tagged(VT_BSTR);
+        value.bstrVal = ::SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
+        if (value.bstrVal == nullptr) throw std::bad_alloc();
+        std::copy(text.begin(), text.end(), value.bstrVal);
+        return value;
+    }
+    VARIANT operator()(bool truth) const {
+        VARIANT value = Tagged(VT_BOOL);
+        value.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
+        return value;
+    }
+    VARIANT operator()(std::uint8_t number) const {
+        VARIANT value = Tagged(VT_UI1);
+        value.bVal = number;
+        return value;
+    }
+    VARIANT operator()(ErrorValue error) const {
+        const bool isRuntime = error.number > 0 && error.number <= kLastRuntimeError;
+        return ErrorVariant(isRuntime ? kRuntimeErrors | error.number : error.number);
+    }
+    VARIANT operator()(const HostObjectRef& object) const {
+        VARIANT value = Tagged(VT_DISPATCH);
+        value.pdispVal = nullptr;
+        if (object == nullptr) return value;
+        const auto* const reference = dynamic_cast<const DispatchReference*>(object.get());
+        if (reference == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
+        value.pdispVal = reference->Dispatch();
+        value.pdispVal->AddRef();
+        return value;
+    }
+    VARIANT operator()(const ForeignRef& foreign) const {
+        if (foreign == nullptr) return Tagged(VT_EMPTY);
+        const auto* const held = dynamic_cast<const WindowsForeignValue*>(foreign.get());
+        if (held == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
+        return Copied(held->Get()).Detach();
+    }
+};
+
+/// The size of what a reference of this type points to; 0 when there are no such references.
+std::size_t ReferredSize(VARTYPE type) {
+    if (type & VT_ARRAY) return sizeof(SAFEARRAY*);
+    switch (type) {
+        case VT_I1:
+        case VT_UI1:
+            return 1;
+        case VT_I2:
+        case VT_UI2:
+        case VT_BOOL:
+            return 2;
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT:
+        case VT_R4:
+        case VT_ERROR:
+            return 4;
+        case VT_I8:
+        case VT_UI8:
+        case VT_R8:
+        case VT_CY:
+        case VT_DATE:
+            return 8;
+        case VT_BSTR:
+        case VT_DISPATCH:
+        case VT_UNKNOWN:
+            return sizeof(void*);
+        default:
+            return 0;
+    }
+}
+
+/// The value behind a reference, seen without copying what it owns.
+VARIANT Referred(const VARIANT& reference) {
+    const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
+    if (type == VT_RECORD) {  // a record is held by a pointer in either case
+        VARIANT value = reference;
+        value.vt = VT_RECORD;
+        return value;
+    }
+    if (reference.byref == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
+    VARIANT value = Tagged(type);
+    if (type == VT_DECIMAL) {
+        value.decVal = *reference.pdecVal;
+        value.vt = VT_DECIMAL;  // the tag lies inside the decimal, where it is unused
+        return value;
+    }
+    const std::size_t size = ReferredSize(type);
+    if (size == 0) RaiseRuntime(RuntimeError::TypeMismatch);
+    std::memcpy(&value.llVal, reference.byref, size);
+    return value;
+}
+
+/// Follows references to variants until there is none. Nobody nests them on purpose; a variant that refers to itself
+/// would have no end.
+const VARIANT& Innermost(const VARIANT& value) {
+    constexpr int kDeepest = 16;
+    const VARIANT* inner = &value;
+    for (int depth = 0; inner->vt == (VT_BYREF | VT_VARIANT); ++depth) {
+        if (inner->pvarVal == nullptr || depth == kDeepest) RaiseRuntime(RuntimeError::TypeMismatch);
+        inner = inner->pvarVal;
+    }
+    return *inner;
+}
+
+Variant Foreign(const VARIANT& value) {
+    return std::make_shared<const WindowsForeignValue>(Copied(value));
+}
+
+Variant FromUnknown(const VARIANT& value) {
+    if (value.punkVal == nullptr) return HostObjectRef();
+    ComPtr<IDispatch> dispatch;
+    if (FAILED(value.punkVal->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(dispatch.GetAddressOf()))) ||
+        dispatch == nullptr) {
+        return Foreign(value);
+    }
+    return MakeHostObject(dispatch.Get());
+}
+
+}  // namespace
+
+std::int32_t ErrorNumber(SCODE code) {
+    const auto number = static_cast<std::int32_t>(code & kLastRuntimeError);
+    return (code & ~kLastRuntimeError) == kRuntimeErrors && number != 0 ? number : static_cast<std::int32_t>(code);
+}
+
+VARIANT ToVariant(const Variant& value) {
+    return std::visit(AsVariant(), value);
+}
+
+Variant FromVariant(const VARIANT& value) {
+    const VARIANT& inner = Innermost(value);
+    if (inner.vt & VT_BYREF) return FromVariant(Referred(inner));
+    switch (inner.vt) {
+        case VT_EMPTY:
+            return Empty();
+        case VT_NULL:
+            return Null();
+        case VT_I2:
+            return std::int16_t{inner.iVal};
+        case VT_I4:
+            return static_cast<std::int32_t>(inner.lVal);
+        case VT_R4:
+            return inner.fltVal;
+        case VT_R8:
+            return inner.dblVal;
+        case VT_CY:
+            return Currency{inner.cyVal.int64};
+        case VT_DATE:
+            return Date{inner.date};
+        case VT_BSTR:
+            return Text(inner.bstrVal, inner.bstrVal + ::SysStringLen(inner.bstrVal));
+        case VT_BOOL:
+            return inner.boolVal != VARIANT_FALSE;
+        case VT_UI1:
+            return std::uint8_t{inner.bVal};
+        case VT_ERROR:
+            if (inner.scode == DISP_E_PARAMNOTFOUND) return Missing();
+            return ErrorValue{ErrorNumber(inner.scode)};
+        case VT_DISPATCH:
+            return MakeHostObject(inner.pdispVal);
+        case VT_UNKNOWN:
+            return FromUnknown(inner);
+        case VT_VARIANT:  // there are only references to those, but copying does not mind
+            RaiseRuntime(RuntimeError::TypeMismatch);
+        default:
+            return Foreign(inner);
+    }
+}
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,130 @@
+#include "platform/windows/windows_conversions.h"
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <cmath>
+#include <new>
+
+#include "platform/component_error.h"
+#include "platform/windows/ansi.h"
+#include "platform/windows/variant_bridge.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+void RaiseIfFailed(HRESULT result) {
+    if (SUCCEEDED(result)) return;
+    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+    RaiseRuntime(result == DISP_E_OVERFLOW ? RuntimeError::Overflow : RuntimeError::TypeMismatch);
+}
+
+bool IsNotANumber(const VARIANT& value) {
+    return (value.vt == VT_R8 && std::isnan(value.dblVal)) || (value.vt == VT_R4 && std::isnan(value.fltVal)) ||
+           (value.vt == VT_DATE && std::isnan(value.date));
+}
+
+/// False for what is not a number, too.
+bool IsWithinCalendar(double days) {
+    constexpr double kBeforeFirstDay = -657435;  // 0099-12-31
+    constexpr double kBehindLastDay = 2958466;   // 10000-01-01
+    return days > kBeforeFirstDay && days < kBehindLastDay;
+}
+
+OwnedVariant Changed(const Variant& value, VARTYPE type) {
+    OwnedVariant source(ToVariant(value));
+    // An array of bytes would become a text, and numbers would be read up to a zero character.
+    if (source.Get().vt & VT_ARRAY) RaiseRuntime(RuntimeError::TypeMismatch);
+    if (const auto* const text = std::get_if<Text>(&value); text != nullptr && text->find(u'\0') != Text::npos) {
+        RaiseRuntime(RuntimeError::TypeMismatch);
+    }
+    // The comparisons that are to find an overflow let it through, as any number.
+    if (type != VT_BSTR && type != VT_R4 && type != VT_R8 && type != VT_BOOL && IsNotANumber(source.Get())) {
+        RaiseRuntime(RuntimeError::Overflow);
+    }
+    OwnedVariant changed;
+    RaiseIfFailed(::VariantChangeTypeEx(changed.Out(), &source.Get(), LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+    return changed;
+}
+
+Text Formatted(VARIANT value, TextView pattern) {
+    std::wstring format = ToWide(pattern);
+    OwnedVariant text;
+    text.Get().bstrVal = nullptr;
+    RaiseIfFailed(::VarFormat(&value, format.data(), 0, 0, 0, &text.Get().bstrVal));
+    text.Get().vt = VT_BSTR;
+    return std::get<Text>(FromVariant(text.Get()));
+}
+
+}  // namespace
+
+std::int16_t WindowsConversions::ToInt16(const Variant& value) {
+    return Changed(value, VT_I2).Get().iVal;
+}
+
+std::int32_t WindowsConversions::ToInt32(const Variant& value) {
+    return static_cast<std::int32_t>(Changed(value, VT_I4).Get().lVal);
+}
+
+float WindowsConversions::ToSingle(const Variant& value) {
+    return Changed(value, VT_R4).Get().fltVal;
+}
+
+double WindowsConversions::ToDouble(const Variant& value) {
+    return Changed(value, VT_R8).Get().dblVal;
+}
+
+bool WindowsConversions::ToBoolean(const Variant& value) {
+    return Changed(value, VT_BOOL).Get().boolVal != VARIANT_FALSE;
+}
+
+Date WindowsConversions::ToDate(const Variant& value) {
+    const Date date{Changed(value, VT_DATE).Get().date};
+    // A date is taken as it stands, whatever it holds.
+    if (!IsWithinCalendar(date.days)) RaiseRuntime(RuntimeError::Overflow);
+    return date;
+}
+
+Text WindowsConversions::ToText(const Variant& value) {
+    if (const auto* const text = std::get_if<Text>(&value)) return *text;
+    return std::get<Text>(FromVariant(Changed(value, VT_BSTR).Get()));
+}
+
+std::optional<Date> WindowsConversions::ParseDate(TextView text) {
+    if (text.find(u'\0') != TextView::npos) return std::nullopt;
+    Date date;
+    std::wstring wide = ToWide(text);
+    if (FAILED(::VarDateFromStr(wide.data(), LOCALE_USER_DEFAULT, 0, &date.days))) return std::nullopt;
+    return date;
+}
+
+Text WindowsConversions::FormatNumber(double value, TextView pattern) {
+    // Without places behind the point not every system rounds what lies between -1 and 1: a half stays "0", and
+    // what is nearly nothing keeps its sign as "-0".
+    if (std::fabs(value) < 1 && pattern.find(u'.') == TextView::npos) value = std::round(value) + 0.0;
+    VARIANT number;
+    ::VariantInit(&number);
+    number.vt = VT_R8;
+    number.dblVal = value;
+    return Formatted(number, pattern);
+}
+
+Text WindowsConversions::FormatDate(Date value, TextView pattern) {
+    if (!IsWithinCalendar(value.days)) RaiseRuntime(RuntimeError::Overflow);
+    VARIANT date;
+    ::VariantInit(&date);
+    date.vt = VT_DATE;
+    date.date = value.days;
+    return Formatted(date, pattern);
+}
+
+Text WindowsConversions::FromAnsi(std::string_view bytes) {
+    return windows::FromAnsi(bytes);
+}
+
+std::string WindowsConversions::ToAnsi(TextView text) {
+    return windows::ToAnsi(text);
+}
+
+}  // namespace kwo::platform::windows
