@@ -42,9 +42,7 @@ private:
 
 template <class Object, class... Args>
 ComPtr<Object> MakeObject(Args&&... args) {
-    ComPtr<Object> object;
-    object.Attach(new Object(std::forward<Args>(args)...));
-    return object;
+    return ComPtr<Object>::Adopt(new Object(std::forward<Args>(args)...));
 }
 
 }  // namespace kwohost

@@ -1,15 +1,14 @@
 #pragma once
 
 #include <ole2.h>
-#include <wrl/client.h>
 
 #include <string>
 #include <string_view>
 #include <utility>
 
-namespace kwohost {
+#include "com_ptr.h"
 
-using Microsoft::WRL::ComPtr;
+namespace kwohost {
 
 /// Numbers that script authors know from the language's own run-time.
 enum class RuntimeError : unsigned short {

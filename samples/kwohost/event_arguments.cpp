@@ -39,18 +39,6 @@ std::size_t SizeOf(VARTYPE type) {
     }
 }
 
-/// Frees what a by-reference argument of the source holds.
-void ReleaseTarget(const VARIANT& target) {
-    const VARTYPE type = target.vt & ~VT_BYREF;
-    if (type & VT_ARRAY) {
-        if (*target.pparray) SafeArrayDestroy(*target.pparray);
-    } else if (type == VT_BSTR) {
-        SysFreeString(*target.pbstrVal);
-    } else if (type == VT_DISPATCH || type == VT_UNKNOWN) {
-        if (*target.ppunkVal) (*target.ppunkVal)->Release();
-    }
-}
-
 void Store(const VARIANT& target, Variant& value) {
     if (target.vt == (VT_BYREF | VT_VARIANT)) {
         if (target.pvarVal->vt & VT_BYREF) return Store(*target.pvarVal, value);
@@ -67,8 +55,11 @@ void Store(const VARIANT& target, Variant& value) {
     }
     const std::size_t size = SizeOf(type);
     if (size == 0) Fail(DISP_E_BADVARTYPE);
-    ReleaseTarget(target);
+    Variant replaced;
+    std::memcpy(&replaced.byref, target.byref, size);
     std::memcpy(target.byref, &converted.byref, size);
+    // What was there is given up last: an object may call back from its end.
+    replaced.vt = type;
     converted.Detach();
 }
 
@@ -91,7 +82,7 @@ EventArguments::EventArguments(const DISPPARAMS& original) : mOriginal(original)
     mParams.cArgs = original.cArgs;
 }
 
-void EventArguments::WriteBack() {
+HRESULT EventArguments::WriteBack() {
     HRESULT failure = S_OK;
     for (UINT i = 0; i < mOriginal.cArgs; ++i) {
         if (!(mOriginal.rgvarg[i].vt & VT_BYREF)) continue;
@@ -101,7 +92,7 @@ void EventArguments::WriteBack() {
             failure = cannot.code;
         }
     }
-    Check(failure);
+    return failure;
 }
 
 }  // namespace kwohost

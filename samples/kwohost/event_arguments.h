@@ -13,9 +13,9 @@ public:
     explicit EventArguments(const DISPPARAMS& original);
 
     DISPPARAMS& ForScript() { return mParams; }
-    /// Stores what the script assigned, in the types of the event's source. Raises the failure of a conversion, after
-    /// the other arguments have been stored.
-    void WriteBack();
+    /// Stores what the script assigned, in the types of the event's source. The failure of a conversion is returned
+    /// after the other arguments have been stored.
+    [[nodiscard]] HRESULT WriteBack();
 
 private:
     const DISPPARAMS& mOriginal;

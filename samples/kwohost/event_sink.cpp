@@ -1,7 +1,5 @@
 #include "event_sink.h"
 
-#include "event_arguments.h"
-
 namespace kwohost {
 
 HRESULT EventSink::GetTypeInfoCount(UINT* count) {
@@ -20,10 +18,7 @@ HRESULT EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VAR
     const ComPtr<EventSink> keep(this);
     const EventHandler handler = mHandler;
     try {
-        EventArguments arguments(*params);
-        const HRESULT handled = handler(mPrefix + name->second, arguments.ForScript(), result);
-        if (FAILED(handled)) return handled;
-        arguments.WriteBack();
+        handler(mPrefix + name->second, *params, result);
         return S_OK;
     } catch (const ScriptFailure& failure) {
         return failure.code;

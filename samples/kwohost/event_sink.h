@@ -8,8 +8,8 @@
 
 namespace kwohost {
 
-/// Takes an event by its procedure's name, with arguments that a script can assign to.
-using EventHandler = std::function<HRESULT(const std::wstring& procedure, DISPPARAMS& params, VARIANT* result)>;
+/// Takes an event by its procedure's name.
+using EventHandler = std::function<void(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result)>;
 
 /// Receives the events of one object and hands each on under its prefix and name.
 class EventSink : public ComObject<IDispatch> {

@@ -31,7 +31,7 @@ ComPtr<ITypeInfo> DefaultSourceOf(ITypeInfo* classInfo) {
         Check(classInfo->GetImplTypeFlags(i, &flags));
         if ((flags & kDefaultSource) != kDefaultSource) continue;
         Check(classInfo->GetRefTypeOfImplType(i, &reference));
-        Check(classInfo->GetRefTypeInfo(reference, &type));
+        Check(classInfo->GetRefTypeInfo(reference, type.Receive()));
         return type;
     }
     return nullptr;
@@ -41,7 +41,8 @@ ComPtr<ITypeInfo> TypeInTheLibraryOf(ITypeInfo* classInfo, REFIID id) {
     ComPtr<ITypeLib> library;
     ComPtr<ITypeInfo> type;
     UINT index = 0;
-    if (SUCCEEDED(classInfo->GetContainingTypeLib(&library, &index))) library->GetTypeInfoOfGuid(id, &type);
+    if (SUCCEEDED(classInfo->GetContainingTypeLib(library.Receive(), &index)))
+        library->GetTypeInfoOfGuid(id, type.Receive());
     return type;
 }
 
@@ -50,7 +51,8 @@ std::map<DISPID, std::wstring> NamesOf(ITypeInfo* type) {
     const Attributes attributes(type);
     for (UINT i = 0; i < attributes->cFuncs; ++i) {
         FUNCDESC* function = nullptr;
-        Check(type->GetFuncDesc(i, &function));
+        // A member that cannot be described must not silence the others.
+        if (FAILED(type->GetFuncDesc(i, &function))) continue;
         const MEMBERID id = function->memid;
         type->ReleaseFuncDesc(function);
         Bstr name;
@@ -65,14 +67,15 @@ std::optional<EventInterface> FindEventInterface(IUnknown* object) {
     ComPtr<IProvideClassInfo> provider;
     ComPtr<IProvideClassInfo2> namedProvider;
     ComPtr<ITypeInfo> classInfo;
-    if (FAILED(object->QueryInterface(IID_PPV_ARGS(&provider))) || FAILED(provider->GetClassInfo(&classInfo)))
+    if (FAILED(object->QueryInterface(IID_PPV_ARGS(provider.Receive()))) ||
+        FAILED(provider->GetClassInfo(classInfo.Receive())))
         return std::nullopt;
 
     EventInterface events;
     ComPtr<ITypeInfo> type = DefaultSourceOf(classInfo.Get());
     if (type) events.id = Attributes(type.Get())->guid;
     IID stated = IID_NULL;
-    if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&namedProvider))) &&
+    if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(namedProvider.Receive()))) &&
         SUCCEEDED(namedProvider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &stated)) && stated != events.id) {
         events.id = stated;
         type = TypeInTheLibraryOf(classInfo.Get(), stated);

@@ -25,8 +25,8 @@ constexpr wchar_t kUsage[] =
 
 int RunScript(SourceFile source, const std::vector<std::wstring>& arguments) {
     ScriptHost host(std::move(source));
-    EventConnections connections([&host](const std::wstring& procedure, DISPPARAMS& params, VARIANT* result) {
-        return host.CallProcedure(procedure, params, result);
+    EventConnections connections([&host](const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
+        host.HandleEvent(procedure, params, result);
     });
     host.AtClose([&connections] { connections.DisconnectAll(); });
     host.AddGlobal(L"WScript", MakeWScriptObject(host, connections, arguments));

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "event_arguments.h"
+
 namespace kwohost {
 
 namespace {
@@ -29,20 +31,20 @@ void ScriptHost::AddGlobal(const std::wstring& name, ComPtr<IDispatch> object) {
 
 int ScriptHost::Run() {
     const HRESULT started = Start();
-    if (FAILED(started) && !mHasFailed) Report(kErrorSource, started, L"");
+    if (FAILED(started) && mErrorCount == 0) Report(kErrorSource, started, L"");
     return mExitCode;
 }
 
 HRESULT ScriptHost::Start() {
     const bool isJScript = mSource.language == Language::JScript;
-    const HRESULT created =
-        CoCreateInstance(isJScript ? kJScript : kVBScript, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mEngine));
+    const HRESULT created = CoCreateInstance(isJScript ? kJScript : kVBScript, nullptr, CLSCTX_INPROC_SERVER,
+                                             IID_PPV_ARGS(mEngine.Receive()));
     if (FAILED(created)) {
         Report(kErrorSource, created, isJScript ? L"JScript is not installed" : L"VBScript is not installed");
         return created;
     }
     ComPtr<IActiveScriptParse> parser;
-    HRESULT result = mEngine.As(&parser);
+    HRESULT result = mEngine.As(parser);
     if (SUCCEEDED(result)) result = mEngine->SetScriptSite(&mSite);
     if (SUCCEEDED(result)) result = parser->InitNew();
     for (const auto& [name, object] : mGlobals)
@@ -54,27 +56,30 @@ HRESULT ScriptHost::Start() {
     return result;
 }
 
-HRESULT ScriptHost::CallProcedure(const std::wstring& name, DISPPARAMS& params, VARIANT* result) {
-    if (mIsClosing || !mEngine) return S_OK;
+void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
+    if (mIsClosing || !mEngine) return;
     ComPtr<IDispatch> script;
     DISPID id = DISPID_UNKNOWN;
-    auto* asked = const_cast<LPOLESTR>(name.c_str());
-    if (FAILED(mEngine->GetScriptDispatch(nullptr, &script)) || !script) return S_OK;
-    if (FAILED(script->GetIDsOfNames(IID_NULL, &asked, 1, LOCALE_USER_DEFAULT, &id))) return S_OK;
+    auto* name = const_cast<LPOLESTR>(procedure.c_str());
+    if (FAILED(mEngine->GetScriptDispatch(nullptr, script.Receive())) || !script) return;
+    if (FAILED(script->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id))) return;
 
-    const bool hadFailed = std::exchange(mHasFailed, false);
+    const int errorsBefore = mErrorCount;
+    EventArguments arguments(params);
     EXCEPINFO exception = {};
-    const HRESULT called =
-        script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, result, &exception, nullptr);
+    const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
+                                          result, &exception, nullptr);
     const Bstr source(exception.bstrSource);
     const Bstr description(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
-    if (FAILED(called) && !mHasFailed)
-        Report(source.Get() ? Text(source.Get()) : name, called == DISP_E_EXCEPTION ? exception.scode : called,
+    // An engine that has reported an error itself returns a failure without content.
+    if (FAILED(called) && mErrorCount == errorsBefore)
+        Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? exception.scode : called,
                Text(description.Get()));
-    if (mHasFailed) End(kScriptFailed);
-    mHasFailed = hadFailed;
-    return S_OK;
+    const HRESULT stored = arguments.WriteBack();
+    if (FAILED(stored))
+        Report(procedure, stored, L"An argument cannot take the value that the procedure assigned to it");
+    if (mErrorCount != errorsBefore) End(kScriptFailed);
 }
 
 void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) {
@@ -82,7 +87,7 @@ void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wst
 }
 
 void ScriptHost::ShowError(const ErrorReport& report) {
-    mHasFailed = true;
+    ++mErrorCount;
     mExitCode = kScriptFailed;
     mErrors.Write(Format(report) + L"\r\n");
 }

@@ -31,12 +31,13 @@ public:
 
     /// Runs the script's main part and returns the exit code.
     int Run();
-    /// Calls a procedure of the script as an event; one that the script does not have is no error. An error inside
-    /// has been reported, and ends the script, when this returns or does not.
-    HRESULT CallProcedure(const std::wstring& name, DISPPARAMS& params, VARIANT* result);
+    /// Calls a procedure of the script for an event; one that the script does not have is no error. An error inside is
+    /// reported and ends the script. What the procedure assigns to arguments by reference is stored for the caller.
+    void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
     /// Reports an error that has no place in the script.
     void Report(const std::wstring& source, HRESULT code, const std::wstring& description);
-    bool HasFailed() const { return mHasFailed; }
+    /// How many errors have been reported.
+    int ErrorCount() const { return mErrorCount; }
 
     /// Takes the script down: AtClose actions, engine, globals. Nothing of the script runs afterwards.
     void Close();
@@ -81,7 +82,7 @@ private:
     std::map<std::wstring, ComPtr<IDispatch>> mGlobals;
     std::vector<std::function<void()>> mAtClose;
     bool mIsClosing = false;
-    bool mHasFailed = false;
+    int mErrorCount = 0;
     int mExitCode = 0;
 };
 

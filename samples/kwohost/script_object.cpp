@@ -59,7 +59,7 @@ ComPtr<IDispatch> Call::Object(int index) const {
     if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) Fail(RuntimeError::ObjectRequired, L"Object required");
     if (!value.punkVal) Fail(RuntimeError::NoObjectSet, L"Object variable not set");
     ComPtr<IDispatch> object;
-    Check(value.punkVal->QueryInterface(IID_PPV_ARGS(&object)));
+    Check(value.punkVal->QueryInterface(IID_PPV_ARGS(object.Receive())));
     return object;
 }
 

@@ -12,7 +12,7 @@ Variant DefaultValue(const VARIANT& object) {
     for (int depth = 0; value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN; ++depth) {
         ComPtr<IDispatch> inner;
         if (!value.punkVal) Fail(RuntimeError::NoObjectSet, L"Object variable not set");
-        if (depth == kMostNestedDefaults || FAILED(value.punkVal->QueryInterface(IID_PPV_ARGS(&inner))))
+        if (depth == kMostNestedDefaults || FAILED(value.punkVal->QueryInterface(IID_PPV_ARGS(inner.Receive()))))
             Fail(RuntimeError::NoDefaultMember, L"The object has no text");
         VariantClear(&value);
         DISPPARAMS none = {};

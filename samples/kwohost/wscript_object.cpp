@@ -71,7 +71,8 @@ ComPtr<IDispatch> CreateByName(const std::wstring& name) {
     ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromProgID(name.c_str(), &id);
     if (SUCCEEDED(result))
-        result = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object));
+        result =
+            CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(object.Receive()));
     if (FAILED(result)) {
         const std::wstring reason = SystemText(static_cast<DWORD>(result));
         Fail(RuntimeError::CannotCreateObject,
@@ -141,8 +142,8 @@ private:
     void Sleep(LONG ms) {
         if (ms < 0) Fail(RuntimeError::InvalidCall, L"A script cannot sleep for less than no time");
         // A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
-        const auto endAfterError = [this] {
-            if (mHost.HasFailed()) mHost.End(mHost.ExitCode());
+        const auto endAfterError = [this, errorsBefore = mHost.ErrorCount()] {
+            if (mHost.ErrorCount() != errorsBefore) mHost.End(mHost.ExitCode());
         };
         const auto quit = RunMessages(std::chrono::milliseconds(ms), endAfterError);
         if (quit) mHost.End(*quit);
