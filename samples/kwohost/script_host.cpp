@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "event_arguments.h"
+#include "script_variables.h"
 
 namespace kwohost {
 
@@ -97,6 +98,11 @@ void ScriptHost::Close() {
     for (auto action = mAtClose.rbegin(); action != mAtClose.rend(); ++action)
         (*action)();
     mAtClose.clear();
+    // A running script keeps its variables when its engine is closed.
+    ComPtr<IDispatch> script;
+    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Receive())) && script)
+        EmptyVariables(script.Get());
+    script.Reset();
     if (mEngine) mEngine->Close();
     mEngine.Reset();
     mGlobals.clear();

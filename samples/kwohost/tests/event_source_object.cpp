@@ -102,6 +102,7 @@ EventSourceObject::EventSourceObject() : mClassInfo(DescribeClass()), mPoint(Mak
 
 EventSourceObject::~EventSourceObject() {
     --sLiving;
+    if (onEnd) onEnd();
 }
 
 void EventSourceObject::Fire(DISPID event, std::vector<VARIANT> arguments, VARIANT* result) {

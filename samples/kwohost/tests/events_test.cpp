@@ -295,6 +295,7 @@ TEST_F(EventsTest, ObjectsOfTheScriptAreReleasedWhenItIsClosed) {
 
 /// What ends the process: each runs in a process of its own.
 using EventsDeathTest = EventsTest;
+using JScriptEventsDeathTest = JScriptEventsTest;
 
 TEST_F(EventsDeathTest, QuitInAnEventEndsTheScriptAtOnceWithItsCode) {
     EXPECT_EXIT(
@@ -322,10 +323,21 @@ TEST_F(EventsDeathTest, QuitDisconnectsAndReleasesWhatTheScriptHolds) {
                 testing::ExitedWithCode(4), "^unadvised released$");
 }
 
+TEST_F(JScriptEventsDeathTest, QuitReleasesWhatTheScriptHolds) {
+    source->OnCall(L"Another", [](Call& call) {
+        const auto object = MakeObject<EventSourceObject>();
+        object->onEnd = [] { std::fputs("released", stderr); };
+        call.ReturnObject(object);
+    });
+    EXPECT_EXIT(Run(L"var kept = Source.Another();\r\nfunction s_Tick(n) { WScript.Quit(4); }\r\n"
+                    L"WScript.ConnectObject(Source, \"s\");\r\nSource.FireTick(1);"),
+                testing::ExitedWithCode(4), "^released$");
+}
+
 TEST_F(EventsDeathTest, ErrorInACallbackOfATimerEndsTheSleepOfTheScript) {
     static ComPtr<IDispatch> kept;
     source->OnCall(L"Keep", [](Call& call) { kept = call.Object(0); });
-    const auto callBack = [](HWND, UINT, UINT_PTR, DWORD) {
+    const TIMERPROC callBack = [](HWND, UINT, UINT_PTR, DWORD) CALLBACK {
         DISPPARAMS none = {};
         kept->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr);
     };
