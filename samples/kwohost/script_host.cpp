@@ -98,14 +98,17 @@ void ScriptHost::Close() {
     for (auto action = mAtClose.rbegin(); action != mAtClose.rend(); ++action)
         (*action)();
     mAtClose.clear();
-    // A running script keeps its variables when its engine is closed.
-    ComPtr<IDispatch> script;
-    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Receive())) && script)
-        EmptyVariables(script.Get());
-    script.Reset();
+    if (mSource.language == Language::VBScript) LetGoOfVariables();
     if (mEngine) mEngine->Close();
     mEngine.Reset();
     mGlobals.clear();
+}
+
+/// VBScript keeps the variables of a script that is still running, inside an event for instance, when it is closed.
+void ScriptHost::LetGoOfVariables() {
+    ComPtr<IDispatch> script;
+    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Receive())) && script)
+        EmptyVariables(script.Get());
 }
 
 void ScriptHost::End(int exitCode) {

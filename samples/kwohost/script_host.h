@@ -73,6 +73,7 @@ private:
     };
 
     HRESULT Start();
+    void LetGoOfVariables();
     void ShowError(const ErrorReport& report);
 
     SourceFile mSource;

@@ -295,7 +295,6 @@ TEST_F(EventsTest, ObjectsOfTheScriptAreReleasedWhenItIsClosed) {
 
 /// What ends the process: each runs in a process of its own.
 using EventsDeathTest = EventsTest;
-using JScriptEventsDeathTest = JScriptEventsTest;
 
 TEST_F(EventsDeathTest, QuitInAnEventEndsTheScriptAtOnceWithItsCode) {
     EXPECT_EXIT(
@@ -323,17 +322,6 @@ TEST_F(EventsDeathTest, QuitDisconnectsAndReleasesWhatTheScriptHolds) {
                 testing::ExitedWithCode(4), "^unadvised released$");
 }
 
-TEST_F(JScriptEventsDeathTest, QuitReleasesWhatTheScriptHolds) {
-    source->OnCall(L"Another", [](Call& call) {
-        const auto object = MakeObject<EventSourceObject>();
-        object->onEnd = [] { std::fputs("released", stderr); };
-        call.ReturnObject(object);
-    });
-    EXPECT_EXIT(Run(L"var kept = Source.Another();\r\nfunction s_Tick(n) { WScript.Quit(4); }\r\n"
-                    L"WScript.ConnectObject(Source, \"s\");\r\nSource.FireTick(1);"),
-                testing::ExitedWithCode(4), "^released$");
-}
-
 TEST_F(EventsDeathTest, ErrorInACallbackOfATimerEndsTheSleepOfTheScript) {
     static ComPtr<IDispatch> kept;
     source->OnCall(L"Keep", [](Call& call) { kept = call.Object(0); });
@@ -350,7 +338,8 @@ TEST_F(EventsDeathTest, ErrorInACallbackOfATimerEndsTheSleepOfTheScript) {
 TEST_F(EventsDeathTest, QuitInsideASleepOfAnEventOfASleep) {
     static EventSourceObject* firing = nullptr;
     firing = source.Get();
-    const auto fire = [](HWND, UINT, UINT_PTR, DWORD) { firing->Fire(EventSourceObject::kTick, {Number(1)}); };
+    const TIMERPROC fire = [](HWND, UINT, UINT_PTR, DWORD)
+                               CALLBACK { firing->Fire(EventSourceObject::kTick, {Number(1)}); };
     EXPECT_EXIT(
         (SetTimer(nullptr, 0, 20, fire),
          Run(L"Dim depth\r\nSub s_Tick(n)\r\ndepth = depth + 1\r\nWScript.StdErr.Write \"<\" & depth & \">\"\r\n"
