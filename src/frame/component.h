@@ -13,8 +13,8 @@
 
 namespace kwo::frame {
 
-/// What all objects of one loaded component share: the platform, the modules and the program name. Created with the first
-/// object of an apartment and kept until the component is unloaded. Not thread-safe: one user-interface thread.
+/// What all objects of one loaded component share: the platform, the modules and the program name. Created with the
+/// first object of an apartment and kept until the component is unloaded. Not thread-safe: one user-interface thread.
 class Component {
 public:
     explicit Component(const platform::Platform& services);

@@ -95,9 +95,9 @@ void MKWOError::KWO_SaveError(const ComponentError& current, const SaveErrorRequ
     if (request.writeTrace && mSaved.number != 0 && mTrace.IsRecording()) {
         const bool elsewhere = mSaved.source != mTrace.KWO_CurrentRoutine();
         const std::array values = {Decimal(mSaved.number), mSaved.description, mSaved.source};
-        mTrace.KWO_TraceWrite(KWO_FillTemplate(elsewhere ? u"Attached error #%1: %2; Source=%3" : u"Attached error #%1: %2",
-                                               values),
-                              true, true);
+        mTrace.KWO_TraceWrite(
+            KWO_FillTemplate(elsewhere ? u"Attached error #%1: %2; Source=%3" : u"Attached error #%1: %2", values),
+            true, true);
     }
     if (request.raiseNow) throw mSaved;
 }
@@ -109,12 +109,14 @@ void MKWOError::KWO_RaiseSavedError() {
         std::vector values = {Decimal(mSaved.number), mSaved.description};
         if (elsewhere) values.push_back(mSaved.source);
         mTrace.KWO_TraceWrite(
-            KWO_FillTemplate(elsewhere ? u"Raising error #|: |; Source=|" : u"Raising error #|: |", values), true, true);
+            KWO_FillTemplate(elsewhere ? u"Raising error #|: |; Source=|" : u"Raising error #|: |", values), true,
+            true);
     }
     throw mSaved;
 }
 
-void MKWOError::KWO_RaiseError(std::int32_t code, TextView source, TextView text1, TextView text2, bool raiseIfNoError) {
+void MKWOError::KWO_RaiseError(std::int32_t code, TextView source, TextView text1, TextView text2,
+                               bool raiseIfNoError) {
     constexpr std::int32_t kCodeBits = 0xFFFF;
 
     Text raisedSource = RoutineOr(source);

@@ -25,8 +25,8 @@ struct SaveErrorRequest {
     static constexpr std::int32_t kNoPlatformCode = -1;
 
     std::int32_t errNumber = 0;  ///< 0 takes the current error's number
-    TextView text = {};               ///< the caller's text, put under the current description
-    TextView source = {};             ///< empty takes the routine on top of the call trace
+    TextView text = {};          ///< the caller's text, put under the current description
+    TextView source = {};        ///< empty takes the routine on top of the call trace
     std::int32_t platformCode = kNoPlatformCode;
     bool replace = false;  ///< overwrite the saved error instead of attaching to it
     bool writeTrace = true;
@@ -35,8 +35,8 @@ struct SaveErrorRequest {
 
 /// The one way errors are saved, raised and shown.
 ///
-/// There is one saved error. It stays until it is replaced: what is saved later is attached to it, and the number of the
-/// first one wins.
+/// There is one saved error. It stays until it is replaced: what is saved later is attached to it, and the number of
+/// the first one wins.
 class MKWOError {
 public:
     MKWOError(platform::SystemErrors& system, platform::HostApplication& host, HostIdentity& identity, CallTrace& trace,

@@ -9,7 +9,8 @@ void EventLogWriter::KWO_LogEvent(TextView text, std::int32_t eventType, std::in
     const Text line = ReplaceAll(text, kCrLf, u" ");
     const platform::EventLog::Source source = mLog.Open(mSourceName);
     mTrace.KWO_TraceWrite(u"Eventlog: " + line, true, true);
-    mApiResult.last = mLog.Report(source, static_cast<std::uint16_t>(eventType), static_cast<std::uint32_t>(eventId), line);
+    mApiResult.last =
+        mLog.Report(source, static_cast<std::uint16_t>(eventType), static_cast<std::uint32_t>(eventId), line);
     if (source != 0) mLog.Close(source);
 }
 

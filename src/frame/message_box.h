@@ -26,8 +26,8 @@ struct MessageBoxRequest {
 /// The one way the component asks or tells the user something.
 class MessageBoxes {
 public:
-    MessageBoxes(platform::Desktop& desktop, platform::Screen& screen, platform::HostApplication& host, MessageWait& wait,
-                 EventLogWriter& eventLog, CallTrace& trace)
+    MessageBoxes(platform::Desktop& desktop, platform::Screen& screen, platform::HostApplication& host,
+                 MessageWait& wait, EventLogWriter& eventLog, CallTrace& trace)
         : mDesktop(desktop), mScreen(screen), mHost(host), mWait(wait), mEventLog(eventLog), mTrace(trace) {}
 
     /// Shows a box and returns the number of the button pressed. Messages are processed meanwhile. Unattended, the

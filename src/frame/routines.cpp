@@ -22,7 +22,8 @@ Variant MKWORoutines::KWO_PathExists(const Text& path, bool returnError, std::in
     }
     if (attributes != FileSystem::kNoAttributes) return (attributes & FileSystem::kFolder) == 0;
 
-    mError.KWO_SaveError({}, {.source = u"MKWORoutines.KWO_PathExists", .platformCode = mSystem.Last(), .replace = true});
+    mError.KWO_SaveError({},
+                         {.source = u"MKWORoutines.KWO_PathExists", .platformCode = mSystem.Last(), .replace = true});
     if (raiseErrors) mError.KWO_RaiseSavedError();
     if (returnError) return platform::ErrorValue{mError.Saved().number};
     return false;

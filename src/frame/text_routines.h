@@ -35,6 +35,8 @@ Text KWO_InsertValue(TextView text, TextView value, TextView marker, bool quote)
 /// Fills "%1", "%2" ... by number when the template has a "%1", else each "|" in turn. A value without a marker goes
 /// behind the text after a blank.
 Text KWO_FillTemplate(TextView text, std::span<const Text> values);
-constexpr std::int32_t KWO_LowWord(std::int32_t value) { return value & 0xFFFF; }
+constexpr std::int32_t KWO_LowWord(std::int32_t value) {
+    return value & 0xFFFF;
+}
 
 }  // namespace kwo::frame

@@ -13,10 +13,11 @@ TEST(FileNamePartTest, IsWhatStandsBehindTheLastSeparator) {
     struct Row {
         TextView path, name;
     };
-    for (const Row& row : {Row{u"", u""}, Row{u"   ", u""}, Row{u"C:\\", u""}, Row{u" C:\\ ", u""}, Row{u"C:\\dir\\", u"dir"},
-                           Row{u"C:\\dir\\file.txt", u"file.txt"}, Row{u"  C:\\dir\\file.txt  ", u"file.txt"},
-                           Row{u"a/b", u"b"}, Row{u"a/b/", u""}, Row{u"a\\b/c", u"b/c"}, Row{u"file", u"file"},
-                           Row{u"file\\", u"file"}, Row{u"\\", u""}, Row{u"dir\\\\", u""}, Row{u"C:", u"C:"}}) {
+    for (const Row& row :
+         {Row{u"", u""}, Row{u"   ", u""}, Row{u"C:\\", u""}, Row{u" C:\\ ", u""}, Row{u"C:\\dir\\", u"dir"},
+          Row{u"C:\\dir\\file.txt", u"file.txt"}, Row{u"  C:\\dir\\file.txt  ", u"file.txt"}, Row{u"a/b", u"b"},
+          Row{u"a/b/", u""}, Row{u"a\\b/c", u"b/c"}, Row{u"file", u"file"}, Row{u"file\\", u"file"}, Row{u"\\", u""},
+          Row{u"dir\\\\", u""}, Row{u"C:", u"C:"}}) {
         EXPECT_EQ(KWO_FileNamePart(row.path), row.name) << "row " << std::string(row.path.begin(), row.path.end());
     }
 }

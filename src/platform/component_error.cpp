@@ -6,13 +6,20 @@ namespace {
 
 TextView DescriptionOf(RuntimeError error) {
     switch (error) {
-        case RuntimeError::Overflow: return u"Overflow";
-        case RuntimeError::SubscriptOutOfRange: return u"Subscript out of range";
-        case RuntimeError::TypeMismatch: return u"Type mismatch";
-        case RuntimeError::NoObjectSet: return u"Object variable or With block variable not set";
-        case RuntimeError::ObjectRequired: return u"Object required";
-        case RuntimeError::CannotCreateObject: return u"Can't create object";
-        case RuntimeError::NoSuchMember: return u"Object doesn't support this property or method";
+        case RuntimeError::Overflow:
+            return u"Overflow";
+        case RuntimeError::SubscriptOutOfRange:
+            return u"Subscript out of range";
+        case RuntimeError::TypeMismatch:
+            return u"Type mismatch";
+        case RuntimeError::NoObjectSet:
+            return u"Object variable or With block variable not set";
+        case RuntimeError::ObjectRequired:
+            return u"Object required";
+        case RuntimeError::CannotCreateObject:
+            return u"Can't create object";
+        case RuntimeError::NoSuchMember:
+            return u"Object doesn't support this property or method";
     }
     return u"Unknown error.";
 }

@@ -38,7 +38,8 @@ public:
     [[nodiscard]] virtual Status DeleteValue(Handle key, TextView name) = 0;
     /// RegQueryValueExA with a buffer of `capacity` bytes, each `fill` before the call.
     [[nodiscard]] virtual Value Query(Handle key, TextView name, std::uint32_t capacity, char fill) = 0;
-    /// RegSetValueExA, type 1 (string): the first `length` bytes of the value in ANSI, padded with zeros behind its end.
+    /// RegSetValueExA, type 1 (string): the first `length` bytes of the value in ANSI, padded with zeros behind its
+    /// end.
     [[nodiscard]] virtual Status SetString(Handle key, TextView name, TextView value, std::uint32_t length) = 0;
     virtual Status CloseKey(Handle key) = 0;
 };

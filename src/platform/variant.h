@@ -38,10 +38,12 @@ public:
 using ForeignRef = std::shared_ptr<const ForeignValue>;
 
 /// A tagged value. A null `HostObjectRef` is the null object.
-using Variant = std::variant<Empty, Missing, Null, std::int16_t, std::int32_t, float, double, Currency, Date, Text, bool,
-                             std::uint8_t, ErrorValue, HostObjectRef, ForeignRef>;
+using Variant = std::variant<Empty, Missing, Null, std::int16_t, std::int32_t, float, double, Currency, Date, Text,
+                             bool, std::uint8_t, ErrorValue, HostObjectRef, ForeignRef>;
 
-inline bool IsMissing(const Variant& value) { return std::holds_alternative<Missing>(value); }
+inline bool IsMissing(const Variant& value) {
+    return std::holds_alternative<Missing>(value);
+}
 
 /// True for a value that holds an object; the null object is none.
 inline bool IsObject(const Variant& value) {

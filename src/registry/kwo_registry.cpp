@@ -58,7 +58,8 @@ Text NumberText(const std::string& bytes) {
 
 std::int32_t LittleEndian(const std::string& bytes) {
     std::uint32_t value = 0;
-    for (auto at = bytes.rbegin(); at != bytes.rend(); ++at) value = value << 8 | static_cast<unsigned char>(*at);
+    for (auto at = bytes.rbegin(); at != bytes.rend(); ++at)
+        value = value << 8 | static_cast<unsigned char>(*at);
     return static_cast<std::int32_t>(value);
 }
 
@@ -173,7 +174,7 @@ Variant KWORegistry::ReadText(Handle key, TextView valueName, const Variant& def
     RegistryStore::Value found = mStore.Query(key, valueName, kTextCapacity, ' ');
     std::uint32_t capacity = kTextCapacity;
     while (Keep(found.status) == RegistryStore::kMoreData && capacity < kLargestCapacity) {
-        capacity = std::min(std::max(found.length, capacity + 1), kLargestCapacity);
+        capacity = std::min(found.length > capacity ? found.length : 2 * capacity, kLargestCapacity);
         found = mStore.Query(key, valueName, capacity, ' ');
     }
     if (found.status != RegistryStore::kSuccess) return defaultValue;

@@ -1,0 +1,74 @@
+#include "platform/simulated/file_names.h"
+
+#include <algorithm>
+
+#include "platform/simulated/text_codec.h"
+
+namespace kwo::platform::simulated {
+namespace {
+
+constexpr std::int32_t kFileNotFound = 2;
+constexpr std::int32_t kPathNotFound = 3;
+constexpr std::int32_t kInvalidName = 123;
+
+Text Normal(TextView path) {
+    Text normal = Folded(UpToZero(path));
+    std::replace(normal.begin(), normal.end(), u'/', u'\\');
+    while (!normal.empty() && normal.back() == u'\\')
+        normal.pop_back();
+    return normal;
+}
+
+Text Parent(const Text& normal) {
+    const std::size_t cut = normal.rfind(u'\\');
+    return cut == Text::npos ? Text() : normal.substr(0, cut);
+}
+
+/// A drive root or the current folder.
+bool IsGround(const Text& normal) {
+    return normal.empty() || (normal.size() == 2 && normal[1] == u':');
+}
+
+}  // namespace
+
+FileNames::FileNames(World& world) : mWorld(world) {
+    world.faults.Declare({"GetFileAttributes", "GetFileAttributesAnsi"});
+}
+
+std::int32_t FileNames::Attributes(TextView path) {
+    return mWorld.Fails("GetFileAttributes") ? kNoAttributes : Look(path);
+}
+
+std::int32_t FileNames::AttributesAnsi(TextView path) {
+    return mWorld.Fails("GetFileAttributesAnsi") ? kNoAttributes : Look(ThroughAnsi(path));
+}
+
+void FileNames::AddFile(TextView path, std::int32_t attributes) {
+    const Text normal = Normal(path);
+    mNames[normal] = attributes;
+    for (Text folder = Parent(normal); !IsGround(folder); folder = Parent(folder))
+        mNames.try_emplace(folder, kFolder);
+}
+
+void FileNames::Remove(TextView path) {
+    mNames.erase(Normal(path));
+}
+
+std::int32_t FileNames::Look(TextView path) {
+    const Text normal = Normal(path);
+    if (UpToZero(path).empty()) {
+        mWorld.lastError = kPathNotFound;
+        return kNoAttributes;
+    }
+    if (normal.find_first_of(u"*?<>|\"") != Text::npos) {
+        mWorld.lastError = kInvalidName;
+        return kNoAttributes;
+    }
+    if (IsGround(normal)) return kFolder;
+    if (const auto found = mNames.find(normal); found != mNames.end()) return found->second;
+    const Text parent = Parent(normal);
+    mWorld.lastError = IsGround(parent) || mNames.contains(parent) ? kFileNotFound : kPathNotFound;
+    return kNoAttributes;
+}
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <map>
+
+#include "platform/file_system.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// A file system of names with attributes. Drive roots and the current folder (relative names) are always there;
+/// names are compared without regard to the case of ASCII letters.
+class FileNames final : public FileSystem {
+public:
+    static constexpr std::int32_t kArchive = 0x20;
+
+    explicit FileNames(World& world);
+
+    std::int32_t Attributes(TextView path) override;
+    std::int32_t AttributesAnsi(TextView path) override;
+
+    /// Adds the folders above it as well.
+    void AddFile(TextView path, std::int32_t attributes = kArchive);
+    void AddFolder(TextView path) { AddFile(path, kFolder); }
+    void Remove(TextView path);
+
+private:
+    std::int32_t Look(TextView path);
+
+    World& mWorld;
+    std::map<Text, std::int32_t> mNames;
+};
+
+}  // namespace kwo::platform::simulated

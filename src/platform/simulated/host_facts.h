@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/host_application.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// The program that hosts the component, and its machine; every fact can be set.
+class HostFacts final : public HostApplication {
+public:
+    explicit HostFacts(World& world);
+
+    Text ExecutableName() override { return executableName; }
+    Text Folder() override { return folder; }
+    Text Title() override { return title; }
+    Text ProductName() override { return productName; }
+    Version ProgramVersion() override { return version; }
+    Text ModuleFileName() override;
+    bool ComputerName(Text& name) override;
+    bool NetworkUserName(Text& name) override;
+    bool UserName(Text& name) override;
+    bool QueryPlatform(Platform& platform) override;
+    std::uint32_t ProcessId() override { return processId; }
+
+    Text executableName = u"HOSTAPP";
+    Text folder = u"C:\\Program Files\\Host";
+    Text title = u"Host Application";
+    Text productName = u"Host Suite";
+    Version version{4, 1, 11};
+    Text moduleFileName = u"C:\\Program Files\\Host\\KWOUtil.dll";
+    Text computerName = u"PC01";
+    Text networkUserName = u"jdoe";
+    Text userName = u"jdoe";
+    Platform platform{10, 0, 19045, 2};
+    std::uint32_t processId = 1234;
+
+private:
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated

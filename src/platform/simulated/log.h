@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/text.h"
+#include "platform/variant.h"
+
+namespace kwo::platform::simulated {
+
+/// What happened on the desktop, one short line for each call that a user, the host or the system could notice, in
+/// the order in which the calls were made. The lines are UTF-8.
+class Log {
+public:
+    void Add(std::string line) { mLines.push_back(std::move(line)); }
+    const std::vector<std::string>& Lines() const { return mLines; }
+    /// The lines that begin with `prefix`.
+    std::vector<std::string> Starting(std::string_view prefix) const;
+    void Clear() { mLines.clear(); }
+
+private:
+    std::vector<std::string> mLines;
+};
+
+/// How a text stands in a log line: control characters as `\r`, `\n`, `\0`, `\xNN`, the rest as it is.
+std::string Shown(TextView text);
+/// How a value stands in a log line: `12`, `1.5`, `"text"`, `True`, `Date 2.5`, `Nothing`, `<TypeName>`.
+std::string Shown(const Variant& value);
+/// `0x` and hexadecimal digits without leading zeros.
+std::string Hex(std::uint32_t number);
+
+}  // namespace kwo::platform::simulated

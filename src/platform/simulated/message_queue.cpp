@@ -1,0 +1,71 @@
+#include "platform/simulated/message_queue.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace kwo::platform::simulated {
+namespace {
+
+constexpr std::uint32_t kPostedMessage = 0x0008;
+constexpr std::uint32_t kForEver = 0xFFFFFFFF;
+
+}  // namespace
+
+MessageQueue::MessageQueue(World& world, VirtualClock& clock) : mWorld(world), mClock(clock) {
+    world.faults.Declare({"MsgWaitForMultipleObjectsEx", "MsgWaitForMultipleObjects"});
+}
+
+void MessageQueue::ProcessPending() {
+    mWorld.log.Add("Pump");
+    mQuitIsNews = false;
+    while (!mMessages.empty() && mMessages.begin()->first.first <= mClock.Elapsed().scaled) {
+        const auto action = std::move(mMessages.extract(mMessages.begin()).mapped().action);
+        action();
+    }
+}
+
+void MessageQueue::WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) {
+    mWorld.log.Add("WaitEx " + std::to_string(timeoutMs) + " mask=" + Hex(wakeMask) + " flags=" + Hex(flags));
+    if (!mWorld.Fails("MsgWaitForMultipleObjectsEx")) Wait(timeoutMs, wakeMask);
+}
+
+void MessageQueue::WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) {
+    mWorld.log.Add("Wait " + std::to_string(timeoutMs) + " mask=" + Hex(wakeMask));
+    if (!mWorld.Fails("MsgWaitForMultipleObjects")) Wait(timeoutMs, wakeMask);
+}
+
+void MessageQueue::PostAt(std::int64_t delayMs, std::function<void()> action) {
+    const std::int64_t due = mClock.Elapsed().scaled + delayMs * Milliseconds::kScale;
+    mMessages.emplace(Order{due, ++mPosted}, Message{std::move(action)});
+}
+
+void MessageQueue::RequestQuit() {
+    mQuit = true;
+    mQuitIsNews = true;
+}
+
+void MessageQueue::Wait(std::uint32_t timeoutMs, std::uint32_t wakeMask) {
+    const bool listens = (wakeMask & kPostedMessage) != 0;
+    if (listens && mQuitIsNews) {
+        mQuitIsNews = false;
+        return;
+    }
+    const auto next =
+        listens ? std::find_if(mMessages.begin(), mMessages.end(), [](const auto& entry) { return entry.second.news; })
+                : mMessages.end();
+    const std::int64_t now = mClock.Elapsed().scaled;
+    const bool woken = next != mMessages.end() &&
+                       (timeoutMs == kForEver || next->first.first <= now + Milliseconds::Whole(timeoutMs).scaled);
+    if (!woken) {
+        if (timeoutMs == kForEver) throw std::logic_error("a wait that nothing will ever end");
+        mClock.Advance(timeoutMs);
+        return;
+    }
+    mClock.Advance(Milliseconds{std::max<std::int64_t>(0, next->first.first - now)});
+    for (auto& [order, message] : mMessages) {
+        if (order.first <= mClock.Elapsed().scaled) message.news = false;
+    }
+}
+
+}  // namespace kwo::platform::simulated

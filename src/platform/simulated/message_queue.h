@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <utility>
+
+#include "platform/message_loop.h"
+#include "platform/simulated/virtual_clock.h"
+
+namespace kwo::platform::simulated {
+
+/// The message queue of the one thread of the desktop. A message is an action; it runs when the queue is processed at
+/// or after the time it is due, earlier ones first, those of one time in the order in which they were posted. An
+/// action may process the queue itself.
+class MessageQueue final : public MessageLoop {
+public:
+    MessageQueue(World& world, VirtualClock& clock);
+
+    void ProcessPending() override;
+    /// A wait moves the clock: to the next message that is news, else by the whole timeout. A message is news until a
+    /// wait has returned for it or the queue is processed. Waiting for ever for nothing throws std::logic_error.
+    void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
+    void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
+
+    void Post(std::function<void()> action) { PostAt(0, std::move(action)); }
+    /// Due `delayMs` from now.
+    void PostAt(std::int64_t delayMs, std::function<void()> action);
+    /// Asks the host's own loop to end; nothing here takes the request back.
+    void RequestQuit();
+    bool QuitRequested() const { return mQuit; }
+    /// Messages that have not run yet, due or not.
+    std::size_t Waiting() const { return mMessages.size(); }
+
+private:
+    struct Message {
+        std::function<void()> action;
+        bool news = true;
+    };
+    using Order = std::pair<std::int64_t, std::int64_t>;  ///< due time (scaled milliseconds), number
+
+    void Wait(std::uint32_t timeoutMs, std::uint32_t wakeMask);
+
+    World& mWorld;
+    VirtualClock& mClock;
+    std::map<Order, Message> mMessages;
+    std::int64_t mPosted = 0;
+    bool mQuit = false;
+    bool mQuitIsNews = false;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <map>
+
+#include "platform/desktop.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// The host's screen object.
+class ScreenState final : public Screen {
+public:
+    explicit ScreenState(World& world);
+
+    std::intptr_t MousePointer() override;
+    void SetMousePointer(std::intptr_t pointer) override;
+    Handle ActiveForm() override;
+    std::int32_t HelpContext(Handle form) override;
+    void SetHelpContext(Handle form, std::int32_t context) override;
+
+    std::intptr_t pointer = 0;
+    Handle activeForm = 0;
+    std::map<Handle, std::int32_t> helpContexts;
+
+private:
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,274 @@
+#include "platform/simulated/simulated_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "platform/component_error.h"
+
+namespace kwo::platform::simulated {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class SimulatedDesktopTest : public testing::Test {
+protected:
+    SimulatedDesktop desktop;
+    Platform platform = desktop.Services();
+};
+
+TEST_F(SimulatedDesktopTest, AllPartsShareOneLogInTheOrderOfTheCalls) {
+    desktop.windows.windows[7] = {u"Main", true};
+
+    platform.screen.SetMousePointer(0);
+    platform.desktop.Flash(7, true);
+    platform.desktop.AskUser(7, u"Go?\r\nNow?", u"Tïtle", 0x10010);
+
+    EXPECT_EQ(desktop.log.Lines(),
+              (Lines{"Let MousePointer 0", "Flash 7 1", "Ask owner=7 style=0x10010 title=Tïtle prompt=Go?\\r\\nNow?"}));
+}
+
+TEST_F(SimulatedDesktopTest, LogGivesTheLinesOfOneKindAndForgets) {
+    desktop.log.Add("Let Left 1");
+    desktop.log.Add("Call Move");
+    desktop.log.Add("Let Top 2");
+
+    EXPECT_EQ(desktop.log.Starting("Let "), (Lines{"Let Left 1", "Let Top 2"}));
+    desktop.log.Clear();
+    EXPECT_TRUE(desktop.log.Lines().empty());
+}
+
+TEST_F(SimulatedDesktopTest, PlannedFailureBreaksTheNthCallFromNowAndNoOther) {
+    platform.desktop.AskUser(0, u"", u"", 0);
+    desktop.FailCall("MessageBox", 2, 1158);
+
+    EXPECT_EQ(platform.desktop.AskUser(0, u"", u"", 0), 1);
+    EXPECT_EQ(platform.errors.Last(), 0);
+    EXPECT_EQ(platform.desktop.AskUser(0, u"", u"", 0), 0);
+    EXPECT_EQ(platform.errors.Last(), 1158);
+    EXPECT_EQ(platform.desktop.AskUser(0, u"", u"", 0), 1);
+    EXPECT_EQ(desktop.faults.Calls("MessageBox"), 4);
+}
+
+TEST_F(SimulatedDesktopTest, SeveralFailuresOfOneCallCanBePlannedAndForgotten) {
+    desktop.FailCall("GetComputerName", 1, 1);
+    desktop.FailCall("GetComputerName", 2, 2);
+    desktop.FailCall("GetComputerName", 3, 3);
+    Text name = u"as it was";
+
+    EXPECT_FALSE(platform.host.ComputerName(name));
+    EXPECT_FALSE(platform.host.ComputerName(name));
+    EXPECT_EQ(platform.errors.Last(), 2);
+    EXPECT_EQ(name, u"as it was");
+    desktop.faults.Clear();
+    EXPECT_TRUE(platform.host.ComputerName(name));
+    EXPECT_EQ(name, u"PC01");
+}
+
+TEST_F(SimulatedDesktopTest, FailureOfAnUnknownCallOrBelowTheFirstIsRefused) {
+    EXPECT_THROW(desktop.FailCall("RegSetValeuEx", 1, 5), std::invalid_argument);
+    EXPECT_THROW(desktop.FailCall("RegSetValueEx", 0, 5), std::invalid_argument);
+    EXPECT_THROW(desktop.faults.Calls("NoSuchCall"), std::invalid_argument);
+}
+
+TEST_F(SimulatedDesktopTest, EveryKindOfFailureShowsInItsOwnWay) {
+    for (const char* call : {"QueryPerformanceFrequency", "RegOpenKeyEx", "VariantChangeType", "VarDateFromStr",
+                             "Let MousePointer", "RegisterEventSource", "GetFileAttributes", "WNetGetUser",
+                             "GetUserName", "GetVersionEx", "FormatMessage", "IsWindow", "GetWindowText"}) {
+        desktop.FailCall(call, 1, 8);
+    }
+    desktop.windows.windows[7] = {u"Main"};
+    desktop.files.AddFile(u"C:\\a.txt");
+    Text name;
+    HostApplication::Platform record{1, 2, 3, 4};
+
+    EXPECT_EQ(platform.clock.CounterFrequency(), std::nullopt);
+    EXPECT_EQ(platform.registry.OpenKey(static_cast<Handle>(0x80000001), u"", 1).status, 8);
+    EXPECT_THROW(platform.conversions.ToInt16(std::int16_t{1}), ComponentError);
+    EXPECT_EQ(platform.conversions.ParseDate(u"1/2/2026"), std::nullopt);
+    EXPECT_THROW(platform.screen.SetMousePointer(0), ComponentError);
+    EXPECT_EQ(platform.eventLog.Open(u"KWOMsg"), 0u);
+    EXPECT_EQ(platform.files.Attributes(u"C:\\a.txt"), FileSystem::kNoAttributes);
+    EXPECT_FALSE(platform.host.NetworkUserName(name));
+    EXPECT_FALSE(platform.host.UserName(name));
+    EXPECT_FALSE(platform.host.QueryPlatform(record));
+    EXPECT_EQ(record.platformId, 4u);
+    EXPECT_EQ(platform.errors.SystemText(5), u"");
+    EXPECT_FALSE(platform.desktop.WindowExists(7));
+    EXPECT_EQ(platform.desktop.WindowText(7), u"");
+}
+
+TEST_F(SimulatedDesktopTest, BoxIsAnsweredByTheScriptElseByItsFirstButton) {
+    desktop.windows.answers = {7, 2};
+
+    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 4), 7);
+    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 4), 2);
+    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 4), 6);
+    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 0x40), 1);
+    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 0x42), 3);
+}
+
+TEST_F(SimulatedDesktopTest, CallbackRunsWhileTheBoxIsUp) {
+    desktop.windows.windows[9] = {u"Owner"};
+    desktop.windows.onAsk = [this](const WindowList::Question& question) {
+        desktop.Advance(5000);
+        return question.owner;
+    };
+
+    EXPECT_EQ(platform.desktop.AskUser(9, u"?", u"", 0), 9);
+    EXPECT_EQ(desktop.clock.Elapsed(), Milliseconds::Whole(5000));
+}
+
+TEST_F(SimulatedDesktopTest, BoxOfAnOwnerThatIsNoWindowIsNotShown) {
+    EXPECT_EQ(platform.desktop.AskUser(9, u"?", u"", 0), 0);
+    EXPECT_EQ(platform.errors.Last(), 1400);
+}
+
+TEST_F(SimulatedDesktopTest, WindowTellsWhatItIs) {
+    desktop.windows.windows[7] = {u"Łódź — 1", true};
+    desktop.windows.windows[8] = {Text(300, u'x'), false};
+
+    EXPECT_TRUE(platform.desktop.WindowExists(7));
+    EXPECT_TRUE(platform.desktop.IsMinimised(7));
+    EXPECT_FALSE(platform.desktop.IsMinimised(8));
+    EXPECT_EQ(platform.desktop.WindowText(7), u"?ód? — 1");
+    EXPECT_EQ(platform.desktop.WindowText(8).size(), 254u);
+    EXPECT_FALSE(platform.desktop.WindowExists(0));
+    EXPECT_FALSE(platform.desktop.IsMinimised(9));
+    platform.desktop.Flash(7, true);
+    platform.desktop.Flash(7, false);
+    EXPECT_EQ(desktop.windows.windows[7].flashes, 1);
+}
+
+TEST_F(SimulatedDesktopTest, ScreenKeepsPointerAndHelpContexts) {
+    desktop.screen.pointer = 11;
+    desktop.screen.activeForm = 7;
+    desktop.screen.helpContexts[7] = 100;
+
+    EXPECT_EQ(platform.screen.MousePointer(), 11);
+    EXPECT_EQ(platform.screen.ActiveForm(), 7);
+    EXPECT_EQ(platform.screen.HelpContext(7), 100);
+    EXPECT_EQ(platform.screen.HelpContext(8), 0);
+    platform.screen.SetHelpContext(7, 200);
+    EXPECT_EQ(platform.screen.HelpContext(7), 200);
+    EXPECT_EQ(desktop.log.Lines(), (Lines{"Let HelpContext 7 200"}));
+}
+
+TEST_F(SimulatedDesktopTest, ComputerNameLongerThanItsBufferFails) {
+    Text name;
+    desktop.host.computerName = Text(15, u'a');
+    EXPECT_TRUE(platform.host.ComputerName(name));
+    EXPECT_EQ(name.size(), 15u);
+
+    desktop.host.computerName = Text(16, u'a');
+    EXPECT_FALSE(platform.host.ComputerName(name));
+    EXPECT_EQ(platform.errors.Last(), 111);
+}
+
+TEST_F(SimulatedDesktopTest, HostTellsWhatItWasToldToBe) {
+    desktop.host.executableName = u"GAME";
+    desktop.host.platform.platformId = 1;
+    desktop.host.moduleFileName = Text(300, u'm');
+    HostApplication::Platform record;
+    Text name;
+
+    EXPECT_EQ(platform.host.ExecutableName(), u"GAME");
+    EXPECT_TRUE(platform.host.QueryPlatform(record));
+    EXPECT_EQ(record.platformId, 1u);
+    EXPECT_EQ(platform.host.ModuleFileName().size(), 255u);
+    EXPECT_TRUE(platform.host.NetworkUserName(name));
+    EXPECT_EQ(name, u"jdoe");
+    EXPECT_TRUE(platform.host.UserName(name));
+    EXPECT_EQ(platform.host.ProgramVersion().revision, 11);
+}
+
+TEST_F(SimulatedDesktopTest, FilesAndTheirFoldersHaveAttributes) {
+    desktop.files.AddFile(u"C:\\Data\\Log\\app.log");
+
+    EXPECT_EQ(platform.files.Attributes(u"c:\\data/log\\APP.LOG"), 0x20);
+    EXPECT_EQ(platform.files.Attributes(u"C:\\Data"), FileSystem::kFolder);
+    EXPECT_EQ(platform.files.Attributes(u"C:\\Data\\Log\\"), FileSystem::kFolder);
+    EXPECT_EQ(platform.files.Attributes(u"C:\\"), FileSystem::kFolder);
+    EXPECT_EQ(platform.errors.Last(), 0);
+}
+
+TEST_F(SimulatedDesktopTest, MissingFileFolderAndImpossibleNameDiffer) {
+    struct Row {
+        Text path;
+        std::int32_t code;
+    };
+    desktop.files.AddFolder(u"C:\\Data");
+    desktop.files.AddFile(u"C:\\Data\\was.txt");
+    desktop.files.Remove(u"C:\\Data\\was.txt");
+    for (const Row& row : {Row{u"C:\\Data\\was.txt", 2}, Row{u"nothing.txt", 2}, Row{u"C:\\None\\a.txt", 3},
+                           Row{u"", 3}, Row{u"C:\\Data\\*.txt", 123}}) {
+        platform.errors.SetLast(0);
+        EXPECT_EQ(platform.files.Attributes(row.path), FileSystem::kNoAttributes) << Shown(TextView(row.path));
+        EXPECT_EQ(platform.errors.Last(), row.code) << Shown(TextView(row.path));
+    }
+    desktop.files.AddFile(u"C:\\Łódź.txt");
+    EXPECT_EQ(platform.files.Attributes(u"C:\\Łódź.txt"), 0x20);
+    EXPECT_EQ(platform.files.AttributesAnsi(u"C:\\Łódź.txt"), FileSystem::kNoAttributes);
+}
+
+TEST_F(SimulatedDesktopTest, EventLogRecordsEntriesOfOpenSources) {
+    const auto source = platform.eventLog.Open(u"KWOMsg");
+    ASSERT_NE(source, 0u);
+    EXPECT_TRUE(platform.eventLog.Report(source, 2, 1, u"Careful"));
+    EXPECT_EQ(desktop.eventLog.OpenSources(), 1u);
+    platform.eventLog.Close(source);
+
+    EXPECT_FALSE(platform.eventLog.Report(source, 2, 1, u"Too late"));
+    EXPECT_EQ(platform.errors.Last(), 6);
+    EXPECT_EQ(platform.eventLog.Open(u""), 0u);
+    EXPECT_EQ(desktop.eventLog.OpenSources(), 0u);
+    EXPECT_EQ(desktop.eventLog.entries, (std::vector<EventEntries::Entry>{{u"KWOMsg", 2, 1, u"Careful"}}));
+    EXPECT_EQ(desktop.log.Starting("ReportEvent")[0], "ReportEvent type=2 id=1 Careful");
+}
+
+TEST_F(SimulatedDesktopTest, SystemTextsComeWithTheirLineBreakAndChangeTheLastError) {
+    for (const std::int32_t code : {2, 5, 6, 122, 144, 234, 1208}) {
+        EXPECT_TRUE(platform.errors.SystemText(code).ends_with(u".\r\n")) << code;
+    }
+    EXPECT_EQ(platform.errors.Last(), 0);
+    EXPECT_EQ(platform.errors.SystemText(31999), u"");
+    EXPECT_EQ(platform.errors.Last(), 317);
+
+    desktop.errors.system[31999] = Text(254, u'x');
+    EXPECT_EQ(platform.errors.SystemText(31999).size(), 254u);
+    desktop.errors.system[31999] = Text(255, u'x');
+    EXPECT_EQ(platform.errors.SystemText(31999), u"");
+    EXPECT_EQ(platform.errors.Last(), 122);
+}
+
+TEST_F(SimulatedDesktopTest, ModuleTextsNeedTheModuleLoaded) {
+    EXPECT_EQ(platform.errors.ModuleText(u"wininet.dll", 12007), u"");
+    EXPECT_EQ(platform.errors.Last(), 126);
+
+    desktop.errors.modules[u"wininet.dll"][12007] = u"No such server\r\n";
+    EXPECT_EQ(platform.errors.ModuleText(u"WinInet.dll", 12007), u"No such server\r\n");
+    EXPECT_EQ(platform.errors.ModuleText(u"wininet.dll", 12008), u"");
+}
+
+TEST_F(SimulatedDesktopTest, InternetResponseNeedsRoomForItsEnd) {
+    desktop.errors.internetResponse = u"530 no";
+
+    const auto small = platform.errors.LastInternetResponse(6);
+    EXPECT_FALSE(small.succeeded);
+    EXPECT_EQ(small.length, 6u);
+    EXPECT_EQ(platform.errors.Last(), 122);
+
+    const auto whole = platform.errors.LastInternetResponse(7);
+    EXPECT_TRUE(whole.succeeded);
+    EXPECT_EQ(whole.text, u"530 no");
+}
+
+TEST_F(SimulatedDesktopTest, NetworkErrorIsWhatWasSet) {
+    desktop.errors.networkError = {u"No domain", u"Test Network"};
+
+    EXPECT_EQ(platform.errors.LastNetworkError().text, u"No domain");
+    EXPECT_EQ(platform.errors.LastNetworkError().provider, u"Test Network");
+}
+
+}  // namespace
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,118 @@
+#include "platform/simulated/simulated_object.h"
+
+#include <algorithm>
+
+#include "platform/simulated/text_codec.h"
+
+namespace kwo::platform::simulated {
+namespace {
+
+constexpr std::int32_t kNoSuchArgument = 448;
+
+std::string List(std::span<const Variant> values) {
+    std::string list;
+    for (const Variant& value : values)
+        list += (list.empty() ? "" : ",") + Shown(value);
+    return list;
+}
+
+}  // namespace
+
+SimulatedObject::SimulatedObject(Log& log, Text typeName, std::string label)
+    : mLog(log), mTypeName(std::move(typeName)), mLabel(std::move(label)) {}
+
+void SimulatedObject::SetProperty(TextView name, Variant value) {
+    mProperties[Folded(name)] = std::move(value);
+}
+
+std::optional<Variant> SimulatedObject::Property(TextView name) const {
+    const auto found = mProperties.find(Folded(name));
+    if (found == mProperties.end()) return std::nullopt;
+    return found->second;
+}
+
+void SimulatedObject::SetMethod(TextView name, Method method, std::vector<Text> parameters) {
+    mMethods[Folded(name)] = {std::move(method), std::move(parameters)};
+}
+
+void SimulatedObject::FailMember(TextView name, ComponentError error) {
+    mFailures[Folded(name)] = std::move(error);
+}
+
+void SimulatedObject::MendMember(TextView name) {
+    mFailures.erase(Folded(name));
+}
+
+Variant SimulatedObject::Get(TextView member, std::span<const Variant> arguments) {
+    if (logsReads) Record("Get", member, arguments.empty() ? "" : "(" + List(arguments) + ")");
+    RaiseIfFailing(member);
+    if (const auto value = Property(member); value && arguments.empty()) return *value;
+    std::vector<Variant> copies(arguments.begin(), arguments.end());
+    return MethodNamed(member)(copies);
+}
+
+void SimulatedObject::Let(TextView member, const Variant& value) {
+    Record("Let", member, " " + Shown(value));
+    RaiseIfFailing(member);
+    const auto found = mProperties.find(Folded(member));
+    if (found == mProperties.end()) RaiseRuntime(RuntimeError::NoSuchMember);
+    found->second = value;
+}
+
+void SimulatedObject::Set(TextView member, const HostObjectRef& value) {
+    Record("Set", member, " " + Shown(Variant(value)));
+    RaiseIfFailing(member);
+    const auto found = mProperties.find(Folded(member));
+    if (found == mProperties.end()) RaiseRuntime(RuntimeError::NoSuchMember);
+    found->second = value;
+}
+
+Variant SimulatedObject::Call(TextView member, std::span<Variant> arguments) {
+    Record("Call", member, arguments.empty() ? "" : " " + List(arguments));
+    RaiseIfFailing(member);
+    // A method may replace itself while it runs.
+    const Method method = MethodNamed(member);
+    return method(arguments);
+}
+
+Variant SimulatedObject::CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        list += (i == 0 ? " " : ",") + ToUtf8(names[i]) + ":=" + Shown(arguments[i]);
+    }
+    Record("Call", member, list);
+    RaiseIfFailing(member);
+    const Method method = MethodNamed(member);
+    const std::vector<Text> parameters = mMethods.at(Folded(member)).parameters;
+    std::vector<std::size_t> places;
+    for (const TextView name : names) {
+        const auto found = std::find_if(parameters.begin(), parameters.end(),
+                                        [name](const Text& parameter) { return Folded(parameter) == Folded(name); });
+        if (found == parameters.end()) Raise(kNoSuchArgument, {}, u"Named argument not found");
+        places.push_back(static_cast<std::size_t>(found - parameters.begin()));
+    }
+    std::vector<Variant> inOrder(parameters.size(), Missing{});
+    for (std::size_t i = 0; i < places.size(); ++i)
+        inOrder[places[i]] = arguments[i];
+    Variant result = method(inOrder);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        arguments[i] = inOrder[places[i]];
+    return result;
+}
+
+void SimulatedObject::Record(std::string_view verb, TextView member, const std::string& rest) {
+    mLog.Add(std::string(verb) + " " + (mLabel.empty() ? "" : mLabel + ".") + ToUtf8(member) + rest);
+}
+
+void SimulatedObject::RaiseIfFailing(TextView member) const {
+    const auto found = mFailures.find(Folded(member));
+    if (found != mFailures.end()) throw ComponentError(found->second);
+}
+
+SimulatedObject::Method SimulatedObject::MethodNamed(TextView member) const {
+    const auto found = mMethods.find(Folded(member));
+    if (found == mMethods.end()) RaiseRuntime(RuntimeError::NoSuchMember);
+    return found->second.method;
+}
+
+}  // namespace kwo::platform::simulated

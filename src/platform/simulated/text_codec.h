@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/text.h"
+
+namespace kwo::platform::simulated {
+
+/// The desktop's ANSI code page, Windows-1252. What it lacks becomes '?'; a surrogate pair is two characters and
+/// becomes two of them.
+std::string ToAnsi(TextView text);
+/// The five bytes that the code page leaves unused stand for the control characters of the same number.
+Text FromAnsi(std::string_view bytes);
+
+/// What an ANSI call sees of a text: its bytes up to the first zero.
+std::string AnsiArgument(TextView text);
+/// What a text is after it has gone through an ANSI call and back.
+Text ThroughAnsi(TextView text);
+/// The text up to its first zero character.
+TextView UpToZero(TextView text);
+
+std::string ToUtf8(TextView text);
+Text FromUtf8(std::string_view bytes);
+
+/// ASCII letters in lower case, for names that are compared without regard to case.
+std::string Folded(std::string_view name);
+Text Folded(TextView name);
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,51 @@
+#include "platform/simulated/virtual_clock.h"
+
+#include <stdexcept>
+
+namespace kwo::platform::simulated {
+namespace {
+
+constexpr std::int64_t kScaledPerSecond = 1000 * Milliseconds::kScale;
+constexpr double kScaledPerDay = 86'400'000.0 * static_cast<double>(Milliseconds::kScale);
+
+}  // namespace
+
+VirtualClock::VirtualClock(World& world) : mWorld(world) {
+    world.faults.Declare({"QueryPerformanceFrequency"});
+}
+
+std::optional<std::int64_t> VirtualClock::CounterFrequency() {
+    if (mWorld.Fails("QueryPerformanceFrequency")) return std::nullopt;
+    return mFrequency;
+}
+
+std::int64_t VirtualClock::Counter() {
+    if (!mFrequency) return 0;
+    const std::int64_t seconds = mElapsed.scaled / kScaledPerSecond;
+    const std::int64_t rest = mElapsed.scaled % kScaledPerSecond;
+    return seconds * *mFrequency + rest * *mFrequency / kScaledPerSecond;
+}
+
+std::uint32_t VirtualClock::TickCount() {
+    return mTicksAtStart + static_cast<std::uint32_t>(mElapsed.scaled / Milliseconds::kScale);
+}
+
+Date VirtualClock::Now() {
+    return {mSetTo.days + static_cast<double>(mElapsed.scaled - mSetAt.scaled) / kScaledPerDay};
+}
+
+void VirtualClock::Advance(Milliseconds span) {
+    if (span.scaled < 0) throw std::invalid_argument("time does not run backwards");
+    mElapsed.scaled += span.scaled;
+}
+
+void VirtualClock::SetTickCount(std::uint32_t ticks) {
+    mTicksAtStart += ticks - TickCount();
+}
+
+void VirtualClock::SetNow(Date now) {
+    mSetTo = now;
+    mSetAt = mElapsed;
+}
+
+}  // namespace kwo::platform::simulated
