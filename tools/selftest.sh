@@ -96,7 +96,7 @@ is 'hanging, with a child of its own' "$(counts "sleep 30 & echo \$! >'$scratch/
     '0 1 (no results; stopped after 1 s)'
 
 # is_running PID: one that has ended may stay listed until it is asked for its exit code.
-is_running() { grep -qs '^State:[[:space:]]*[^ZX]' "/proc/$1/status"; }
+is_running() { grep -qs '^State:[[:space:]]*[^[:space:]ZX]' "/proc/$1/status"; }
 is 'the child is stopped too' "$(is_running "$(<"$scratch/child")" || echo gone)" gone
 
 # total PASSED FAILED: the last line and whether the run was a success.
