@@ -24,8 +24,12 @@ slug() {
 
 log_of() { printf '%s/%s-%s.log\n' "$KWO_LOGS" "$(slug "$KWO_COMMAND")" "$(slug "$1")"; }
 
+# show_tail LOG: the end of it, or of a build what went wrong first.
 show_tail() {
-    tail -n 40 "$1" | tr -d '\r' | sed 's/^/    /'
+    local shown
+    shown=$(tr -d '\r' <"$1" | sed -n '/^FAILED: \|^CMake Error/,$p' | head -n 40)
+    [[ -n $shown ]] || shown=$(tail -n 40 "$1" | tr -d '\r')
+    printf '%s\n' "$shown" | cut -c 1-400 | sed 's/^/    /'
     printf '    (all of it: %s)\n' "$1"
 }
 

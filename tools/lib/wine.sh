@@ -36,10 +36,9 @@ choose_wine() {
 # have started, keep the output open.
 in_wine() {
     local output rc=0
-    output=$(mktemp "$KWO_LOGS/wine.XXXXXX")
+    output=$(log_of wine)
     timeout --foreground --kill-after=5 120 "${kwo_wine[@]}" "$@" </dev/null >"$output" 2>&1 9>&- || rc=$?
     tr -d '\r' <"$output"
-    rm -f "$output"
     return "$rc"
 }
 
@@ -132,10 +131,10 @@ translated() {
 # because Wine's services would keep a pipe open after the program has ended.
 run_in_wine() {
     local output errors followers=() rc=0
-    output=$(mktemp "$KWO_LOGS/output.XXXXXX")
+    output=$(log_of output)
     errors=$output
     # Both in one file when they go to the same place, so that their order stays.
-    [[ /dev/stdout -ef /dev/stderr ]] || errors=$(mktemp "$KWO_LOGS/errors.XXXXXX")
+    [[ /dev/stdout -ef /dev/stderr ]] || errors=$(log_of errors)
     start_job "$output" "$errors" "${kwo_wine[@]}" "$@"
     tail -n +1 -s 0.05 -f --pid="$kwo_job" -- "$output" 9>&- &
     followers=("$!")
@@ -145,7 +144,6 @@ run_in_wine() {
     fi
     wait_job || rc=$?
     wait "${followers[@]}" || true
-    rm -f "$output" "$errors"
     return "$rc"
 }
 
