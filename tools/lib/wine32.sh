@@ -10,7 +10,9 @@ wine32_places() {
         printf '%s\n' "$KWO_WINE32_ROOT"
         return
     fi
-    local cache=${XDG_CACHE_HOME:-${HOME:+$HOME/.cache}}
+    local cache=${XDG_CACHE_HOME:-}
+    # A home folder that is not there is not made, either.
+    [[ -n $cache || ! -d ${HOME:-} ]] || cache=$HOME/.cache
     if [[ $cache == /* ]] && mkdir -p "$cache/kwoutil" 2>/dev/null && [[ -w $cache/kwoutil ]]; then
         printf '%s\n' "$cache/kwoutil/wine32-root"
     fi
