@@ -38,7 +38,7 @@ run_limited() {
     esac
 }
 
-# read_gtest_results FILE: sets kwo_counts to "passed failed skipped". Fails unless FILE is the whole result file of a run.
+# read_gtest_results FILE: sets kwo_counts to "passed failed skipped". Fails unless FILE is a whole result file.
 read_gtest_results() {
     [[ -s $1 && $(tail -n 1 "$1" | tr -d '\r') == '}' ]] || return 1
     kwo_counts=$(awk '

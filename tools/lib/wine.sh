@@ -11,8 +11,8 @@ wine_path() {
     printf 'Z:%s\n' "${path//\//\\}"
 }
 
-# choose_wine BITS PREFIX [TREE]: sets kwo_wine, the words that start a program, and kwo_wineserver. The 32-bit Wine lives
-# in a tree of its own. Nothing of the user's own Wine settings gets in, and nothing is written to the home folder.
+# choose_wine BITS PREFIX [TREE]: sets kwo_wine, the words that start a program, kwo_wineserver, and kwo_preset, the build
+# of that bitness. The 32-bit Wine lives in a tree of its own. Nothing of the user's own Wine settings gets in, and nothing is written to the home folder.
 choose_wine() {
     local loader server settings
     kwo_bits=$1 kwo_prefix=$2
@@ -20,9 +20,11 @@ choose_wine() {
         "HOME=$KWO_ROOT/build/home" "WINEPREFIX=$kwo_prefix" "WINEDEBUG=${KWO_WINEDEBUG:--all}"
         'WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=;winemenubuilder.exe=')
     if ((kwo_bits == 64)); then
+        kwo_preset=x64
         loader=/usr/lib/wine/wine64 server=/usr/lib/wine/wineserver64
         [[ -x $loader && -x $server ]] || loader=$(command -v wine64) server=$(command -v wineserver)
     else
+        kwo_preset=x86
         loader=$3/usr/lib/wine/wine server=$3/usr/lib/wine/wineserver32
         settings+=(WINEARCH=win32 "LD_LIBRARY_PATH=$3/usr/lib/i386-linux-gnu:$3/lib/i386-linux-gnu")
     fi
@@ -68,7 +70,7 @@ manage_windows() {
 }
 
 # open_prefix BITS NAME [TREE]: build/NAME, made when it is missing, half-made, of another Wine, or broken; from then on
-# chosen, also by a later call. A display must be there: Wine asks for it only when the first program of a prefix starts.
+# chosen, also by a later call. A display must be there: Wine asks for it once, when a prefix's first program starts.
 open_prefix() {
     local opened
     choose_wine "$1" "$KWO_ROOT/build/$2" "${3:-}"
@@ -122,13 +124,13 @@ unregister_dll() {
     return 1
 }
 
-# An argument that starts like a path and leads somewhere is given as Wine's path; a switch like /regserver is left alone.
+# An argument that starts like a path and leads somewhere becomes Wine's path; a switch like /regserver is left alone.
 translated() {
     if [[ $1 == /* || $1 == ./* || $1 == ../* ]] && [[ -e $1 ]]; then wine_path "$1"; else printf '%s\n' "$1"; fi
 }
 
-# run_in_wine COMMAND...: a program in the foreground, its output passed on as it appears. The output goes through files,
-# because Wine's services would keep a pipe open after the program has ended.
+# run_in_wine COMMAND...: a program in the foreground, its output passed on as it appears. It goes through files, because
+# Wine's services would keep a pipe open after the program has ended.
 run_in_wine() {
     local output errors followers=() rc=0
     output=$(log_of output)
@@ -148,7 +150,7 @@ run_in_wine() {
 }
 
 # What a user installs, of the bitness of the chosen Wine; programs of this repository find it by these variables.
-dist_folder() { if ((kwo_bits == 64)); then printf '%s/dist/x64\n' "$KWO_ROOT"; else printf '%s/dist/x86\n' "$KWO_ROOT"; fi; }
+dist_folder() { printf '%s/dist/%s\n' "$KWO_ROOT" "$kwo_preset"; }
 
 tell_dist() {
     KWO_DIST=$(wine_path "$(dist_folder)")

@@ -41,7 +41,8 @@ find_wine32() {
     if [[ -z $place ]]; then
         place=${places[0]}
         if ((EUID != 0)); then
-            kwo_wine32_why="its Wine is unpacked by debootstrap, which needs root: sudo tools/make_wine32_root.sh $place"
+            kwo_wine32_why='its Wine is unpacked by debootstrap, which needs root:'
+            kwo_wine32_why+=$(printf ' sudo %q %q' "$KWO_ROOT/tools/make_wine32_root.sh" "$place")
             return 1
         fi
         if ! step 'unpacking a 32-bit Wine' timeout --kill-after=20 900 \
