@@ -52,7 +52,8 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 
 # One job at a time, each in a session of its own: so a whole tree of processes can be stopped at once, a trap runs
-# while the job is waited for, and nothing in it can ask the terminal. It ends with the command, should that be killed. Descriptor 9 is the lock: a background service that inherited it would hold it for ever.
+# while the job is waited for, and nothing in it can ask the terminal. It ends with the command, should that be
+# killed. Descriptor 9 is the lock: a background service that inherited it would hold it for ever.
 
 kwo_job=0
 

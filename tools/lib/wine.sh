@@ -11,8 +11,9 @@ wine_path() {
     printf 'Z:%s\n' "${path//\//\\}"
 }
 
-# choose_wine BITS PREFIX [TREE]: sets kwo_wine, the words that start a program, kwo_wineserver, and kwo_preset, the build
-# of that bitness. The 32-bit Wine lives in a tree of its own. Nothing of the user's own Wine settings gets in, and nothing is written to the home folder.
+# choose_wine BITS PREFIX [TREE]: sets kwo_wine, the words that start a program, kwo_wineserver, and kwo_preset, the
+# build of that bitness. The 32-bit Wine lives in a tree of its own. Nothing of the user's own Wine settings gets in,
+# and nothing is written to the home folder.
 choose_wine() {
     local loader server settings
     kwo_bits=$1 kwo_prefix=$2
@@ -129,8 +130,8 @@ translated() {
     if [[ $1 == /* || $1 == ./* || $1 == ../* ]] && [[ -e $1 ]]; then wine_path "$1"; else printf '%s\n' "$1"; fi
 }
 
-# run_in_wine COMMAND...: a program in the foreground, its output passed on as it appears. It goes through files, because
-# Wine's services would keep a pipe open after the program has ended.
+# run_in_wine COMMAND...: a program in the foreground, its output passed on as it appears. It goes through files,
+# because Wine's services would keep a pipe open after the program has ended.
 run_in_wine() {
     local output errors followers=() rc=0
     output=$(log_of output)
