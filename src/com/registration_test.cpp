@@ -79,6 +79,52 @@ std::string Difference(const Snapshot& one, const Snapshot& other) {
     return text;
 }
 
+/// A registry in memory, for tests of many turns. A child key needs its parent, as in the real one.
+class MemoryStore final : public RegistrationStore {
+public:
+    using Values = std::map<std::wstring, std::wstring>;
+    std::map<std::wstring, Values> keys{{L"", {}}, {L"Software", {}}, {kScratch, {}}};
+
+    LSTATUS CreateKey(const std::wstring& path, bool& created) override {
+        const std::size_t slash = path.find_last_of(L'\\');
+        if (!keys.contains(slash == std::wstring::npos ? L"" : path.substr(0, slash))) return ERROR_FILE_NOT_FOUND;
+        created = keys.try_emplace(path).second;
+        return ERROR_SUCCESS;
+    }
+    LSTATUS DeleteKey(const std::wstring& path) override {
+        if (!keys.contains(path)) return ERROR_FILE_NOT_FOUND;
+        if (HasChildren(path)) return ERROR_ACCESS_DENIED;
+        keys.erase(path);
+        return ERROR_SUCCESS;
+    }
+    LSTATUS IsEmpty(const std::wstring& path, bool& empty) override {
+        if (!keys.contains(path)) return ERROR_FILE_NOT_FOUND;
+        empty = keys[path].empty() && !HasChildren(path);
+        return ERROR_SUCCESS;
+    }
+    LSTATUS GetValue(const std::wstring& path, const std::wstring& name, StoredValue& value) override {
+        if (!keys.contains(path) || !keys[path].contains(name)) return ERROR_FILE_NOT_FOUND;
+        value = StoredValue::OfText(keys[path][name]);
+        return ERROR_SUCCESS;
+    }
+    LSTATUS SetValue(const std::wstring& path, const std::wstring& name, const StoredValue& value) override {
+        if (!keys.contains(path)) return ERROR_FILE_NOT_FOUND;
+        keys[path][name] = value.Text();
+        return ERROR_SUCCESS;
+    }
+    LSTATUS DeleteValue(const std::wstring& path, const std::wstring& name) override {
+        if (!keys.contains(path) || keys[path].erase(name) == 0) return ERROR_FILE_NOT_FOUND;
+        return ERROR_SUCCESS;
+    }
+    bool OtherBitnessHas(const std::wstring&) override { return false; }
+
+private:
+    bool HasChildren(const std::wstring& path) const {
+        const auto next = keys.upper_bound(path + L"\\");
+        return next != keys.end() && next->first.starts_with(path + L"\\");
+    }
+};
+
 /// Forwards everything and refuses one call of those that change something, or of all.
 class FailingStore final : public RegistrationStore {
 public:
@@ -280,14 +326,10 @@ TEST_F(Registration, UnregisteringTwiceIsNoError) {
     EXPECT_EQ(Difference(before, Now()), "");
 }
 
-TEST_F(Registration, FailureAtAnyCallTakesEverythingBackAndSaysWhy) {
+TEST_F(Registration, FailureTakesEverythingBackFromTheRealRegistry) {
     const Snapshot before = Now();
-    FailingStore counting(mStore);
-    ASSERT_EQ(Register(mModule, counting, kClasses), S_OK);
-    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
-    ASSERT_GT(counting.Calls(), 200);
 
-    for (int call = 1; call <= counting.Calls(); ++call) {
+    for (const int call : {1, 7, 40, 150, 200}) {
         FailingStore store(mStore);
         store.failAt = call;
         ASSERT_EQ(Register(mModule, store, kClasses), E_ACCESSDENIED) << "call " << call;
@@ -295,45 +337,67 @@ TEST_F(Registration, FailureAtAnyCallTakesEverythingBackAndSaysWhy) {
     }
 }
 
-TEST_F(Registration, FailureOverAnEarlierRegistrationRestoresIt) {
+TEST_F(Registration, RemovalThatFailsLeavesTheRealRegistryRegistered) {
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
-    for (const std::wstring name : kClassNames) {
-        Put(L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32", L"", L"C:\\earlier\\KWOUtil.dll");
-        Put(L"CLSID\\" + ClassIdOf(name), L"", L"An earlier text that is longer than ours");
-    }
-    Drop(mVersionKey + L"\\FLAGS");
     const Snapshot before = Now();
 
-    int call = 1;
-    for (;; ++call) {
+    for (const int call : {1, 7, 40, 150, 200}) {
         FailingStore store(mStore);
         store.failAt = call;
-        const HRESULT result = Register(mModule, store, kClasses);
-        if (result == S_OK) break;
-        ASSERT_EQ(result, E_ACCESSDENIED) << "call " << call;
+        ASSERT_EQ(Unregister(mModule, store, kClasses), E_ACCESSDENIED) << "call " << call;
         ASSERT_EQ(Difference(before, Now()), "") << "call " << call;
     }
+}
 
-    EXPECT_GT(call, 200);
-    EXPECT_NE(Now(), before);
+/// Lets `act` fail at its first changing call, its second, and so on until it succeeds, and compares the store with
+/// what it was. Gives the number of calls that could fail.
+template <class Act>
+int FailAtEveryCall(MemoryStore& memory, Act act) {
+    const auto before = memory.keys;
+    for (int call = 1;; ++call) {
+        FailingStore store(memory);
+        store.failAt = call;
+        const HRESULT result = act(store);
+        if (result == S_OK) return store.Calls();
+        EXPECT_EQ(result, E_ACCESSDENIED) << "call " << call;
+        EXPECT_TRUE(memory.keys == before) << "call " << call;
+        if (testing::Test::HasFailure()) return 0;
+    }
+}
+
+TEST_F(Registration, FailureAtAnyCallTakesEverythingBackAndSaysWhy) {
+    MemoryStore memory;
+
+    EXPECT_GT(FailAtEveryCall(memory, [&](RegistrationStore& store) { return Register(mModule, store, kClasses); }),
+              200);
+
+    EXPECT_GT(memory.keys.size(), 100u);
+}
+
+TEST_F(Registration, FailureOverAnEarlierRegistrationRestoresIt) {
+    MemoryStore memory;
+    ASSERT_EQ(Register(mModule, memory, kClasses), S_OK);
+    for (auto& [path, values] : memory.keys) {
+        for (auto& [name, text] : values) text = L"An earlier text that is longer than ours " + text;
+    }
+    memory.keys[Below(mVersionKey)].erase(L"");
+    memory.keys.erase(Below(mVersionKey) + L"\\FLAGS");
+
+    EXPECT_GT(FailAtEveryCall(memory, [&](RegistrationStore& store) { return Register(mModule, store, kClasses); }),
+              200);
+
+    EXPECT_EQ(memory.keys[Below(mVersionKey) + L"\\FLAGS"][L""], L"0");
 }
 
 TEST_F(Registration, RemovalThatFailsAtAnyCallTakesEverythingBackAndSaysWhy) {
-    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
-    const Snapshot before = Now();
+    MemoryStore memory;
+    const auto before = memory.keys;
+    ASSERT_EQ(Register(mModule, memory, kClasses), S_OK);
 
-    int call = 1;
-    for (;; ++call) {
-        FailingStore store(mStore);
-        store.failAt = call;
-        const HRESULT result = Unregister(mModule, store, kClasses);
-        if (result == S_OK) break;
-        ASSERT_EQ(result, E_ACCESSDENIED) << "call " << call;
-        ASSERT_EQ(Difference(before, Now()), "") << "call " << call;
-    }
+    EXPECT_GT(FailAtEveryCall(memory, [&](RegistrationStore& store) { return Unregister(mModule, store, kClasses); }),
+              200);
 
-    EXPECT_GT(call, 200);
-    EXPECT_FALSE(Has(mVersionKey));
+    EXPECT_TRUE(memory.keys == before);
 }
 
 TEST_F(Registration, AnotherVersionOfTheLibraryStays) {
@@ -419,6 +483,21 @@ TEST_F(Registration, WhatBothBitnessesShareStaysForTheOther) {
     EXPECT_EQ(At(mVersionKey + L"\\0\\" + mOtherPlatform), L"C:\\other bitness\\KWOUtil.dll");
     EXPECT_EQ(At(mVersionKey), L"KWO General and Common Utilities");
     EXPECT_EQ(At(mVersionKey + L"\\FLAGS"), L"0");
+}
+
+TEST_F(Registration, TheLastBitnessTakesTheSharedKeysThatTheFirstMade) {
+    const Snapshot before = Now();
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    Put(mVersionKey + L"\\0\\" + mOtherPlatform, L"", L"C:\\other bitness\\KWOUtil.dll");
+    ASSERT_EQ(At(mVersionKey, L"KeysMade"), L"CLSID " + mPlatform + L";Interface " + mPlatform + L";TypeLib");
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+    ASSERT_EQ(At(mVersionKey, L"KeysMade"), L"TypeLib");
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    Drop(mVersionKey + L"\\0\\" + mOtherPlatform);
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
 }
 
 TEST_F(Registration, ARestWithoutAFileIsRemoved) {
