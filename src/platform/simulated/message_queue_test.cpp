@@ -117,6 +117,15 @@ TEST_F(MessageQueueTest, WaitThatNothingEndsIsATestsMistake) {
     EXPECT_THROW(queue.WaitForInput(0xFFFFFFFF, kAnyInput), std::logic_error);
 }
 
+TEST_F(MessageQueueTest, QuitRequestEndsOneWaitOnly) {
+    queue.RequestQuit();
+
+    queue.WaitForInput(100, kAnyInput);
+    EXPECT_EQ(Now(), 0);
+    queue.WaitForInput(100, kAnyInput);
+    EXPECT_EQ(Now(), 100);
+}
+
 TEST_F(MessageQueueTest, QuitRequestStaysForTheHost) {
     queue.RequestQuit();
     queue.Post(Note('a'));

@@ -142,8 +142,7 @@ RegistryStore::Value RegistryTree::Query(Handle key, TextView name, std::uint32_
 RegistryStore::Status RegistryTree::SetString(Handle key, TextView name, TextView value, std::uint32_t length) {
     std::string bytes = ToAnsi(value);
     // A string whose terminator stands right behind the given length is stored with it.
-    const bool ends = length > 0 && length <= bytes.size() && bytes[length - 1] != '\0' &&
-                      (length == bytes.size() || bytes[length] == '\0');
+    const bool ends = length > 0 && length <= bytes.size() && bytes[length - 1] != '\0' && bytes[length] == '\0';
     bytes.resize(length + (ends ? 1u : 0u), '\0');
     const auto fault = mWorld.faults.Enter("RegSetValueEx");
     const Status status = fault ? *fault : Write(key, AnsiArgument(name), std::move(bytes));

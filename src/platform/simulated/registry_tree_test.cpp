@@ -83,10 +83,14 @@ TEST_F(RegistryTreeTest, StringIsStoredInAnsiAtTheGivenLength) {
         std::uint32_t length;
         std::string stored;
     };
-    const Row rows[] = {
-        {u"abc", 4, std::string("abc\0", 4)},       {u"abc", 3, std::string("abc\0", 4)}, {u"abc", 2, "ab"},
-        {u"abc", 6, std::string("abc\0\0\0", 6)},   {u"", 1, std::string("\0", 1)},       {u"", 0, ""},
-        {u"€ü漢", 4, std::string("\x80\xFC?\0", 4)}};
+    const Row rows[] = {{u"abc", 4, std::string("abc\0", 4)},
+                        {u"abc", 3, std::string("abc\0", 4)},
+                        {u"abc", 2, "ab"},
+                        {u"abc", 6, std::string("abc\0\0\0", 6)},
+                        {u"", 1, std::string("\0", 1)},
+                        {Text(u"a\0", 2), 2, std::string("a\0", 2)},
+                        {u"", 0, ""},
+                        {u"€ü漢", 4, std::string("\x80\xFC?\0", 4)}};
     const Handle key = Made(u"A");
     for (const Row& row : rows) {
         EXPECT_EQ(registry.SetString(key, u"n", row.value, row.length), 0);

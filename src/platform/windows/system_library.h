@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace kwo::platform::windows {
+
+/// A system library that is loaded when it is first needed, from the system's directory and nowhere else.
+///
+/// It stays loaded: the end of the one who asked for it may come while the loader holds its lock, when nothing can be
+/// unloaded safely.
+class SystemLibrary {
+public:
+    explicit SystemLibrary(const wchar_t* name) : mName(name) {}
+    SystemLibrary(const SystemLibrary&) = delete;
+    SystemLibrary& operator=(const SystemLibrary&) = delete;
+
+    /// Null where the system has no such library or function; the system's last-error value says why.
+    template <class Function>
+    Function* Find(const char* function) {
+        if (!std::exchange(mAsked, true)) mHandle = Load(mName);
+        if (mHandle == nullptr) {
+            ::SetLastError(ERROR_MOD_NOT_FOUND);
+            return nullptr;
+        }
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(mHandle, function)));
+    }
+
+private:
+    static HMODULE Load(const wchar_t* name);
+
+    const wchar_t* mName;
+    bool mAsked = false;
+    HMODULE mHandle = nullptr;
+};
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/file_system.h"
+#include "platform/windows/last_error.h"
+
+namespace kwo::platform::windows {
+
+class WindowsFileSystem final : public FileSystem {
+public:
+    explicit WindowsFileSystem(LastError& lastError) : mLastError(lastError) {}
+
+    std::int32_t Attributes(TextView path) override;
+    std::int32_t AttributesAnsi(TextView path) override;
+
+private:
+    LastError& mLastError;
+};
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,151 @@
+#include "platform/windows/windows_host_application.h"
+
+#include <string>
+#include <vector>
+
+#include "platform/windows/ansi.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+using WNetGetUserAFunction = DWORD WINAPI(const char* name, char* user, DWORD* length);
+
+std::wstring ExecutablePath() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(2 * path.size());
+    }
+}
+
+/// The version resource of the host's executable; empty where it has none.
+class VersionResource {
+public:
+    VersionResource() {
+        const std::wstring path = ExecutablePath();
+        DWORD unused = 0;
+        mData.resize(::GetFileVersionInfoSizeW(path.c_str(), &unused));
+        if (!mData.empty() && !::GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(mData.size()), mData.data())) {
+            mData.clear();
+        }
+    }
+
+    HostApplication::Version Number() {
+        UINT size = 0;
+        const auto* const fixed = static_cast<const VS_FIXEDFILEINFO*>(Find(L"\\", size));
+        if (fixed == nullptr || size < sizeof *fixed) return {};
+        return {HIWORD(fixed->dwFileVersionMS), LOWORD(fixed->dwFileVersionMS), LOWORD(fixed->dwFileVersionLS)};
+    }
+
+    Text String(const wchar_t* name) {
+        constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
+        UINT size = 0;
+        const auto* const translation = static_cast<const WORD*>(Find(L"\\VarFileInfo\\Translation", size));
+        if (translation == nullptr || size < 2 * sizeof(WORD)) return {};
+        std::wstring path = L"\\StringFileInfo\\";
+        for (const WORD half : {translation[0], translation[1]}) {
+            for (int shift = 12; shift >= 0; shift -= 4)
+                path += kHexDigits[half >> shift & 15];
+        }
+        path += L'\\';
+        path += name;
+        const auto* const string = static_cast<const wchar_t*>(Find(path.c_str(), size));
+        return string == nullptr ? Text() : FromWide(std::wstring_view(string, ::wcsnlen(string, size)));
+    }
+
+private:
+    const void* Find(const wchar_t* path, UINT& size) {
+        void* found = nullptr;
+        if (mData.empty() || !::VerQueryValueW(mData.data(), path, &found, &size)) return nullptr;
+        return found;
+    }
+
+    std::vector<char> mData;
+};
+
+}  // namespace
+
+Text WindowsHostApplication::ExecutableName() {
+    std::wstring name = ExecutablePath();
+    name.erase(0, name.find_last_of(L"\\/") + 1);
+    const auto extension = name.rfind(L'.');
+    if (extension != std::wstring::npos) name.resize(extension);
+    return FromWide(name);
+}
+
+Text WindowsHostApplication::Folder() {
+    std::wstring folder = ExecutablePath();
+    const auto separator = folder.find_last_of(L"\\/");
+    if (separator == std::wstring::npos) return {};
+    // A drive alone is the drive's current folder: its root keeps the separator.
+    const bool isRoot = separator > 0 && folder[separator - 1] == L':';
+    folder.resize(isRoot ? separator + 1 : separator);
+    return FromWide(folder);
+}
+
+Text WindowsHostApplication::Title() {
+    const Text title = VersionResource().String(L"FileDescription");
+    return title.empty() ? ExecutableName() : title;
+}
+
+Text WindowsHostApplication::ProductName() {
+    const Text name = VersionResource().String(L"ProductName");
+    return name.empty() ? ExecutableName() : name;
+}
+
+HostApplication::Version WindowsHostApplication::ProgramVersion() {
+    return VersionResource().Number();
+}
+
+Text WindowsHostApplication::ModuleFileName() {
+    char buffer[255] = "";
+    const DWORD length = mLastError.After(::GetModuleFileNameA(mModule, buffer, sizeof buffer));
+    // A longer name fills the buffer, on newer systems with a zero at its end.
+    return FromBufferUpToZero(buffer, length);
+}
+
+bool WindowsHostApplication::ComputerName(Text& name) {
+    char buffer[16] = "";
+    DWORD length = sizeof buffer;
+    if (!mLastError.After(::GetComputerNameA(buffer, &length)) || length > sizeof buffer) return false;
+    name = FromBuffer(buffer, length);
+    return true;
+}
+
+bool WindowsHostApplication::NetworkUserName(Text& name) {
+    auto* const function = mLastError.After(mNetwork.Find<WNetGetUserAFunction>("WNetGetUserA"));
+    char buffer[UNLEN + 1] = "";
+    DWORD length = sizeof buffer;
+    if (function == nullptr || mLastError.After(function(nullptr, buffer, &length)) != NO_ERROR) return false;
+    // This call does not say how much it wrote.
+    name = FromBufferUpToZero(buffer);
+    return true;
+}
+
+bool WindowsHostApplication::UserName(Text& name) {
+    char buffer[UNLEN + 1] = "";
+    DWORD size = sizeof buffer;
+    if (!mLastError.After(::GetUserNameA(buffer, &size)) || size == 0 || size > sizeof buffer) return false;
+    name = FromBufferUpToZero(buffer, size - 1);
+    return true;
+}
+
+bool WindowsHostApplication::QueryPlatform(Platform& platform) {
+    OSVERSIONINFOA version = {};
+    version.dwOSVersionInfoSize = sizeof version;
+    static_assert(sizeof version == 148);
+    if (!mLastError.After(::GetVersionExA(&version))) return false;
+    platform = {version.dwMajorVersion, version.dwMinorVersion, version.dwBuildNumber, version.dwPlatformId};
+    return true;
+}
+
+std::uint32_t WindowsHostApplication::ProcessId() {
+    return ::GetCurrentProcessId();
+}
+
+}  // namespace kwo::platform::windows

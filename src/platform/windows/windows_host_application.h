@@ -1,0 +1,37 @@
+#pragma once
+
+#include <windows.h>
+#include <lmcons.h>
+
+#include "platform/host_application.h"
+#include "platform/windows/last_error.h"
+#include "platform/windows/system_library.h"
+
+namespace kwo::platform::windows {
+
+class WindowsHostApplication final : public HostApplication {
+public:
+    WindowsHostApplication(HINSTANCE module, LastError& lastError, SystemLibrary& network)
+        : mModule(module), mLastError(lastError), mNetwork(network) {}
+
+    Text ExecutableName() override;
+    Text Folder() override;
+    /// The executable's description in its version resource, its name where it has none.
+    Text Title() override;
+    /// From the version resource, the executable's name where it has none.
+    Text ProductName() override;
+    Version ProgramVersion() override;
+    Text ModuleFileName() override;
+    bool ComputerName(Text& name) override;
+    bool NetworkUserName(Text& name) override;
+    bool UserName(Text& name) override;
+    bool QueryPlatform(Platform& platform) override;
+    std::uint32_t ProcessId() override;
+
+private:
+    HINSTANCE mModule;
+    LastError& mLastError;
+    SystemLibrary& mNetwork;
+};
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,27 @@
+#include "platform/windows/windows_message_loop.h"
+
+#include <windows.h>
+
+namespace kwo::platform::windows {
+
+void WindowsMessageLoop::ProcessPending() {
+    MSG message;
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+}
+
+void WindowsMessageLoop::WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) {
+    mLastError.After(::MsgWaitForMultipleObjectsEx(0, nullptr, timeoutMs, wakeMask, flags));
+}
+
+void WindowsMessageLoop::WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) {
+    mLastError.After(::MsgWaitForMultipleObjects(0, nullptr, FALSE, timeoutMs, wakeMask));
+}
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/message_loop.h"
+#include "platform/windows/last_error.h"
+
+namespace kwo::platform::windows {
+
+class WindowsMessageLoop final : public MessageLoop {
+public:
+    explicit WindowsMessageLoop(LastError& lastError) : mLastError(lastError) {}
+
+    void ProcessPending() override;
+    void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
+    void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
+
+private:
+    LastError& mLastError;
+};
+
+}  // namespace kwo::platform::windows

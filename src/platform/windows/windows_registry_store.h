@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/registry_store.h"
+#include "platform/windows/last_error.h"
+
+namespace kwo::platform::windows {
+
+class WindowsRegistryStore final : public RegistryStore {
+public:
+    explicit WindowsRegistryStore(LastError& lastError) : mLastError(lastError) {}
+
+    KeyResult OpenKey(Handle root, TextView name, std::uint32_t access) override;
+    KeyResult CreateKey(Handle root, TextView name, std::uint32_t access, bool inheritable) override;
+    Status DeleteKey(Handle root, TextView name) override;
+    Status DeleteValue(Handle key, TextView name) override;
+    Value Query(Handle key, TextView name, std::uint32_t capacity, char fill) override;
+    Status SetString(Handle key, TextView name, TextView value, std::uint32_t length) override;
+    Status CloseKey(Handle key) override;
+
+private:
+    LastError& mLastError;
+};
+
+}  // namespace kwo::platform::windows

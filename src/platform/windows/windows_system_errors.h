@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/system_errors.h"
+#include "platform/windows/last_error.h"
+#include "platform/windows/system_library.h"
+
+namespace kwo::platform::windows {
+
+class WindowsSystemErrors final : public SystemErrors {
+public:
+    WindowsSystemErrors(LastError& lastError, SystemLibrary& internet, SystemLibrary& network)
+        : mLastError(lastError), mInternet(internet), mNetwork(network) {}
+
+    std::int32_t Last() override { return mLastError.Get(); }
+    void SetLast(std::int32_t code) override { mLastError.Set(code); }
+    Text SystemText(std::int32_t code) override;
+    Text ModuleText(TextView module, std::int32_t code) override;
+    InternetResponse LastInternetResponse(std::uint32_t capacity) override;
+    NetworkError LastNetworkError() override;
+
+private:
+    Text Formatted(DWORD flags, HMODULE module, std::int32_t code);
+
+    LastError& mLastError;
+    SystemLibrary& mInternet;
+    SystemLibrary& mNetwork;
+};
+
+}  // namespace kwo::platform::windows

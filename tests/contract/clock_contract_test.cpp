@@ -1,0 +1,48 @@
+#include "contract_test.h"
+
+namespace kwo::contract {
+namespace {
+
+class ClockContract : public ContractTest {
+protected:
+    /// Lets some time pass; no message ends this wait.
+    void Pass(std::uint32_t ms) { platform().messages.WaitForInput(ms, 0); }
+    platform::Clock& clock = platform().clock;
+};
+
+TEST_F(ClockContract, CounterRunsAtItsFrequencyAndNeverBack) {
+    const auto frequency = clock.CounterFrequency();
+    ASSERT_TRUE(frequency);
+    ASSERT_GT(*frequency, 1000);
+
+    const std::int64_t before = clock.Counter();
+    Pass(60);
+    const std::int64_t after = clock.Counter();
+
+    EXPECT_GE(after - before, *frequency * 40 / 1000);
+    EXPECT_LT(after - before, *frequency * 30);
+    EXPECT_GE(clock.Counter(), after);
+}
+
+TEST_F(ClockContract, TickCountIsInMilliseconds) {
+    const std::uint32_t before = clock.TickCount();
+    Pass(60);
+    const std::uint32_t passed = clock.TickCount() - before;
+
+    EXPECT_GE(passed, 40u);
+    EXPECT_LT(passed, 30'000u);
+}
+
+TEST_F(ClockContract, DateIsOfThisCenturyAndMovesOn) {
+    const double before = clock.Now().days;
+    Pass(1100);
+    const double after = clock.Now().days;
+
+    EXPECT_GT(before, 45'000);
+    EXPECT_LT(before, 73'000);
+    EXPECT_GT(after, before);
+    EXPECT_LT(after - before, 1.0 / 24);
+}
+
+}  // namespace
+}  // namespace kwo::contract

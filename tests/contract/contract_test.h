@@ -1,0 +1,104 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/component_error.h"
+#include "platform/conversions.h"
+#include "platform/desktop.h"
+#include "platform/event_log.h"
+#include "platform/file_system.h"
+#include "platform/host_application.h"
+#include "platform/message_loop.h"
+#include "platform/platform.h"
+#include "platform/registry_store.h"
+#include "platform/system_errors.h"
+
+namespace kwo::contract {
+
+using platform::Handle;
+using platform::Text;
+using platform::TextView;
+
+/// A platform, and what only somebody outside of it can bring about: the user, other programs, the host.
+class PlatformUnderTest {
+public:
+    virtual ~PlatformUnderTest() = default;
+
+    virtual platform::Platform& Services() = 0;
+    /// True where Wine stands in for Windows.
+    virtual bool IsWine() const { return false; }
+
+    /// Puts an action into the thread's message queue.
+    virtual void Post(std::function<void()> action) = 0;
+    virtual void RequestQuit() = 0;
+    /// Whether a request to quit is in the queue; takes it out.
+    virtual bool TakeQuitRequest() = 0;
+
+    /// A window that goes with the platform.
+    virtual Handle MakeWindow(TextView title) = 0;
+    virtual void Minimise(Handle window) = 0;
+    /// The user presses `button` in the next box.
+    virtual void AnswerNextBox(std::int32_t button) = 0;
+
+    /// The full name of a file that is there.
+    virtual Text ExistingFile() = 0;
+
+    /// A value of any type below HKEY_CURRENT_USER, exactly these bytes.
+    virtual void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) = 0;
+    /// Removes a key below HKEY_CURRENT_USER with all that is in it.
+    virtual void RemoveKeyTree(TextView path) = 0;
+};
+
+/// A fresh one, from the source of the flavour that is built.
+std::unique_ptr<PlatformUnderTest> MakePlatform();
+
+class ContractTest : public testing::Test {
+protected:
+    platform::Platform& platform() { return mUnderTest->Services(); }
+    PlatformUnderTest& outside() { return *mUnderTest; }
+
+    /// The number of the error that `body` raises; 0 when it raises none.
+    template <class Body>
+    static std::int32_t Raised(Body&& body) {
+        try {
+            body();
+            return 0;
+        } catch (const platform::ComponentError& error) {
+            return error.number;
+        }
+    }
+
+private:
+    std::unique_ptr<PlatformUnderTest> mUnderTest = MakePlatform();
+};
+
+/// Text for messages: ASCII as it is, the rest as code units.
+inline std::string Printed(TextView text) {
+    std::string printed;
+    for (const char16_t c : text) {
+        if (c >= 0x20 && c < 0x7F) {
+            printed += static_cast<char>(c);
+        } else {
+            printed += '{' + std::to_string(static_cast<unsigned>(c)) + '}';
+        }
+    }
+    return printed;
+}
+
+/// Expects `windows`; where Wine is known to do otherwise expects that, so that the run fails when Wine has changed.
+#define EXPECT_EQ_BUT_WINE(value, windows, wine) \
+    do {                                         \
+        if (outside().IsWine()) {                \
+            EXPECT_EQ(value, wine);              \
+        } else {                                 \
+            EXPECT_EQ(value, windows);           \
+        }                                        \
+    } while (false)
+
+}  // namespace kwo::contract

@@ -1,0 +1,60 @@
+#include "contract_test.h"
+
+namespace kwo::contract {
+namespace {
+
+class HostApplicationContract : public ContractTest {
+protected:
+    platform::HostApplication& host = platform().host;
+};
+
+TEST_F(HostApplicationContract, ExecutableHasANameWithoutFolderAndExtensionAndAFolder) {
+    const Text name = host.ExecutableName();
+    const Text folder = host.Folder();
+
+    EXPECT_FALSE(name.empty());
+    EXPECT_EQ(name.find_first_of(u"\\/."), Text::npos) << Printed(name);
+    EXPECT_NE(platform().files.Attributes(folder), platform::FileSystem::kNoAttributes) << Printed(folder);
+    const Text file = outside().ExistingFile();
+    EXPECT_EQ(file.find(folder), 0u) << Printed(folder);
+    EXPECT_NE(file.find(name), Text::npos) << Printed(name);
+}
+
+TEST_F(HostApplicationContract, TitleAndModuleAreKnown) {
+    EXPECT_FALSE(host.Title().empty());
+    const Text module = host.ModuleFileName();
+    EXPECT_NE(module.find(u'\\'), Text::npos) << Printed(module);
+    EXPECT_LE(module.size(), 255u);
+    EXPECT_NE(host.ProcessId(), 0u);
+    EXPECT_EQ(host.ProcessId(), host.ProcessId());
+}
+
+TEST_F(HostApplicationContract, NamesEndBeforeTheirZero) {
+    Text computer;
+    Text user;
+    Text networkUser;
+
+    ASSERT_TRUE(host.ComputerName(computer));
+    EXPECT_GE(computer.size(), 1u);
+    EXPECT_LE(computer.size(), 15u);
+    EXPECT_EQ(computer.find(u'\0'), Text::npos);
+    ASSERT_TRUE(host.UserName(user));
+    EXPECT_GE(user.size(), 1u);
+    EXPECT_EQ(user.find(u'\0'), Text::npos);
+    if (host.NetworkUserName(networkUser)) {
+        EXPECT_GE(networkUser.size(), 1u);
+        EXPECT_EQ(networkUser.find(u'\0'), Text::npos);
+    }
+}
+
+TEST_F(HostApplicationContract, PlatformIsOfTheNtFamily) {
+    platform::HostApplication::Platform record;
+
+    ASSERT_TRUE(host.QueryPlatform(record));
+    EXPECT_EQ(record.platformId, 2u);
+    EXPECT_GE(record.majorVersion, 5u);
+    EXPECT_GT(record.buildNumber, 0u);
+}
+
+}  // namespace
+}  // namespace kwo::contract

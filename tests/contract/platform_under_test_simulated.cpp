@@ -1,0 +1,41 @@
+#include "contract_test.h"
+#include "platform/simulated/simulated_desktop.h"
+
+namespace kwo::contract {
+namespace {
+
+constexpr Handle kCurrentUser = static_cast<Handle>(0x80000001u);
+
+class SimulatedUnderTest final : public PlatformUnderTest {
+public:
+    SimulatedUnderTest() { mDesktop.files.AddFile(ExistingFile()); }
+
+    platform::Platform& Services() override { return mServices; }
+    void Post(std::function<void()> action) override { mDesktop.Post(std::move(action)); }
+    void RequestQuit() override { mDesktop.messages.RequestQuit(); }
+    bool TakeQuitRequest() override { return mDesktop.messages.QuitRequested(); }
+    Handle MakeWindow(TextView title) override {
+        mDesktop.windows.windows[++mLastWindow] = {Text(title)};
+        return mLastWindow;
+    }
+    void Minimise(Handle window) override { mDesktop.windows.windows.at(window).minimised = true; }
+    void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
+    Text ExistingFile() override { return u"C:\\Program Files\\Host\\HOSTAPP.EXE"; }
+    void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
+        mDesktop.registry.PutValue(kCurrentUser, path, name, type, bytes);
+    }
+    void RemoveKeyTree(TextView) override {}
+
+private:
+    platform::simulated::SimulatedDesktop mDesktop;
+    platform::Platform mServices = mDesktop.Services();
+    Handle mLastWindow = 0x10000;
+};
+
+}  // namespace
+
+std::unique_ptr<PlatformUnderTest> MakePlatform() {
+    return std::make_unique<SimulatedUnderTest>();
+}
+
+}  // namespace kwo::contract

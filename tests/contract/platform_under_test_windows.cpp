@@ -1,0 +1,128 @@
+#include <windows.h>
+
+#include <vector>
+
+#include "contract_test.h"
+#include "platform/windows/windows_platform.h"
+
+namespace kwo::contract {
+namespace {
+
+constexpr UINT kRunAction = WM_APP + 1;
+constexpr wchar_t kClassName[] = L"KWOUtilContractWindow";
+
+const wchar_t* Wide(const Text& text) {
+    return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == kRunAction) {
+        const std::unique_ptr<std::function<void()>> action(reinterpret_cast<std::function<void()>*>(lParam));
+        (*action)();
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+/// Presses a button of the next dialog that is activated on this thread.
+class BoxAnswer {
+public:
+    void Arm(std::int32_t button) {
+        sButton = button;
+        sHook = SetWindowsHookExW(WH_CBT, Procedure, nullptr, GetCurrentThreadId());
+    }
+    ~BoxAnswer() { Disarm(); }
+
+private:
+    static void Disarm() {
+        if (sHook != nullptr) UnhookWindowsHookEx(sHook);
+        sHook = nullptr;
+    }
+    static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam) {
+        const auto window = reinterpret_cast<HWND>(wParam);
+        wchar_t name[8] = {};
+        if (code == HCBT_ACTIVATE && GetClassNameW(window, name, 8) > 0 && std::wstring(name) == L"#32770") {
+            PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(sButton), 0);
+            Disarm();
+            return 0;
+        }
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    static inline HHOOK sHook = nullptr;
+    static inline std::int32_t sButton = 0;
+};
+
+class WindowsUnderTest final : public PlatformUnderTest {
+public:
+    WindowsUnderTest() {
+        WNDCLASSW windowClass = {};
+        windowClass.lpfnWndProc = WindowProcedure;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.lpszClassName = kClassName;
+        RegisterClassW(&windowClass);
+        mMessages = CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    }
+    ~WindowsUnderTest() override {
+        for (const HWND window : mWindows)
+            DestroyWindow(window);
+        DestroyWindow(mMessages);
+    }
+
+    platform::Platform& Services() override { return mServices; }
+    bool IsWine() const override {
+        return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    }
+    void Post(std::function<void()> action) override {
+        auto* copy = new std::function<void()>(std::move(action));
+        ASSERT_TRUE(PostMessageW(mMessages, kRunAction, 0, reinterpret_cast<LPARAM>(copy)));
+    }
+    void RequestQuit() override { PostQuitMessage(3); }
+    bool TakeQuitRequest() override {
+        MSG message;
+        return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) && message.wParam == 3;
+    }
+    Handle MakeWindow(TextView title) override {
+        mWindows.push_back(CreateWindowExW(0, kClassName, Wide(Text(title)), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10,
+                                           200, 100, nullptr, nullptr, nullptr, nullptr));
+        return static_cast<Handle>(reinterpret_cast<INT_PTR>(mWindows.back()));
+    }
+    void Minimise(Handle window) override {
+        ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_MINIMIZE);
+    }
+    void AnswerNextBox(std::int32_t button) override { mAnswer.Arm(button); }
+    Text ExistingFile() override {
+        wchar_t path[MAX_PATH];
+        const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+        return Text(path, path + length);
+    }
+    void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
+        // A string that ends where a zero byte happens to follow is stored with that zero.
+        const std::string guarded = bytes + '#';
+        HKEY key = nullptr;
+        ASSERT_EQ(
+            RegCreateKeyExW(HKEY_CURRENT_USER, Wide(Text(path)), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+            0);
+        const std::string narrowName(name.begin(), name.end());
+        EXPECT_EQ(RegSetValueExA(key, narrowName.c_str(), 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
+                                 static_cast<DWORD>(bytes.size())),
+                  0);
+        RegCloseKey(key);
+    }
+    void RemoveKeyTree(TextView path) override { RegDeleteTreeW(HKEY_CURRENT_USER, Wide(Text(path))); }
+
+private:
+    platform::windows::WindowsPlatform mPlatform{GetModuleHandleW(nullptr)};
+    platform::Platform mServices = mPlatform.Services();
+    HWND mMessages = nullptr;
+    std::vector<HWND> mWindows;
+    BoxAnswer mAnswer;
+};
+
+}  // namespace
+
+std::unique_ptr<PlatformUnderTest> MakePlatform() {
+    return std::make_unique<WindowsUnderTest>();
+}
+
+}  // namespace kwo::contract
