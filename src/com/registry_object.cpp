@@ -28,8 +28,10 @@ public:
     STDMETHODIMP KWO_RegGetValueEx(LONG* key, BSTR* valueName, VARIANT defaultValue, VARIANT* result) override {
         return Run(u".KWO_RegGetValueEx", [&] {
             VARIANT& found = Required(result);
-            found = platform::windows::ToVariant(mRegistry.KWO_RegGetValueEx(
-                Required(key), ToText(Required(valueName)), platform::windows::FromVariant(defaultValue)));
+            const platform::Handle openKey = Required(key);
+            const Text name = ToText(Required(valueName));
+            found = platform::windows::ToVariant(
+                mRegistry.KWO_RegGetValueEx(openKey, name, platform::windows::FromVariant(defaultValue)));
         });
     }
     STDMETHODIMP KWO_RegDeleteKey(LONG* root, BSTR* keyName, LONG* status) override {
