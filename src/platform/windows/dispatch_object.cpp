@@ -202,12 +202,12 @@ bool DispatchObject::IsSameAs(const HostObject& other) const {
     if (reference == nullptr) return false;
     if (reference->Dispatch() == Dispatch()) return true;
     const ComPtr<IUnknown> identity = IdentityOf(Dispatch());
-    return identity != nullptr && identity == IdentityOf(reference->Dispatch());
+    return identity.Get() != nullptr && identity.Get() == IdentityOf(reference->Dispatch()).Get();
 }
 
 Text DispatchObject::TypeName() const {
     ComPtr<ITypeInfo> info;
-    if (FAILED(mDispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.GetAddressOf())) || info == nullptr) return {};
+    if (FAILED(mDispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.GetAddressOf())) || info.Get() == nullptr) return {};
     OwnedVariant name;
     name.Get().bstrVal = nullptr;
     if (FAILED(info->GetDocumentation(MEMBERID_NIL, &name.Get().bstrVal, nullptr, nullptr, nullptr))) return {};

@@ -188,7 +188,7 @@ Variant FromUnknown(const VARIANT& value) {
     if (value.punkVal == nullptr) return HostObjectRef();
     ComPtr<IDispatch> dispatch;
     if (FAILED(value.punkVal->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(dispatch.GetAddressOf()))) ||
-        dispatch == nullptr) {
+        dispatch.Get() == nullptr) {
         return Foreign(value);
     }
     return MakeHostObject(dispatch.Get());

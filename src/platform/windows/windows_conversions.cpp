@@ -43,6 +43,10 @@ OwnedVariant Changed(const Variant& value, VARTYPE type) {
     if (type != VT_BSTR && type != VT_R4 && type != VT_R8 && type != VT_BOOL && IsNotANumber(source.Get())) {
         RaiseRuntime(RuntimeError::Overflow);
     }
+    // Not every system looks at the sign when an unsigned number becomes a signed one of its size.
+    if (type == VT_I4 && (source.Get().vt == VT_UI4 || source.Get().vt == VT_UINT) && source.Get().lVal < 0) {
+        RaiseRuntime(RuntimeError::Overflow);
+    }
     OwnedVariant changed;
     RaiseIfFailed(::VariantChangeTypeEx(changed.Out(), &source.Get(), LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
     return changed;

@@ -1,0 +1,395 @@
+#include "platform/windows/dispatch_object.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "raised.h"
+#include "recording_dispatch.h"
+
+namespace kwo::platform::windows {
+namespace {
+
+constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
+
+HRESULT WINAPI FillInLate(EXCEPINFO* late) {
+    late->scode = static_cast<SCODE>(0x800A0005);
+    late->bstrDescription = ::SysAllocString(L"late");
+    return S_OK;
+}
+
+class DispatchObjectTest : public testing::Test {
+protected:
+    ~DispatchObjectTest() override {
+        object.reset();
+        EXPECT_EQ(target.References(), 1u) << "references to the object are left";
+        EXPECT_EQ(other.References(), 1u) << "references to the argument are left";
+    }
+
+    void FailWith(HRESULT code) {
+        target.body = [code](DISPPARAMS&, VARIANT*, EXCEPINFO*) { return code; };
+    }
+    ComponentError RaisedByGet() {
+        return Raised([&] { object->Get(u"First"); });
+    }
+
+    RecordingDispatch target;
+    RecordingDispatch other;
+    HostObjectRef object = MakeHostObject(&target);
+};
+
+TEST_F(DispatchObjectTest, GetReadsWithArgumentsByValueLastOneFirst) {
+    target.body = [](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
+        result->vt = VT_I4;
+        result->lVal = 10 * parameters.rgvarg[1].iVal + parameters.rgvarg[0].lVal;
+        return S_OK;
+    };
+    const Variant arguments[] = {std::int16_t{4}, std::int32_t{2}};
+
+    EXPECT_EQ(object->Get(u"Second", arguments), Variant(std::int32_t{42}));
+
+    ASSERT_EQ(target.calls.size(), 1u);
+    EXPECT_EQ(target.calls[0].id, 2);
+    EXPECT_EQ(target.calls[0].flags, kRead);
+    EXPECT_EQ(target.calls[0].types, (std::vector<VARTYPE>{VT_I4, VT_I2}));
+    EXPECT_TRUE(target.calls[0].names.empty());
+}
+
+TEST_F(DispatchObjectTest, ANameIsLookedUpOnce) {
+    object->Get(u"First");
+    object->Let(u"First", true);
+    object->Call(u"First");
+    EXPECT_EQ(target.lookups, 1);
+    object->Get(u"Second");
+    EXPECT_EQ(target.lookups, 2);
+    MakeHostObject(&target)->Get(u"First");
+    EXPECT_EQ(target.lookups, 3);
+}
+
+TEST_F(DispatchObjectTest, AFailedLookupIsNotRemembered) {
+    EXPECT_EQ(Raised([&] { object->Get(u"Third"); }).number, 438);
+    target.members[L"Third"] = 3;
+    object->Get(u"Third");
+    EXPECT_EQ(target.calls.at(0).id, 3);
+}
+
+TEST_F(DispatchObjectTest, LetPutsTheValueUnderThePropertyPutName) {
+    target.body = [](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
+        EXPECT_EQ(parameters.rgvarg[0].dblVal, 1.5);
+        EXPECT_EQ(result, nullptr);
+        return S_OK;
+    };
+
+    object->Let(u"First", 1.5);
+
+    ASSERT_EQ(target.calls.size(), 1u);
+    EXPECT_EQ(target.calls[0].flags, DISPATCH_PROPERTYPUT);
+    EXPECT_EQ(target.calls[0].types, std::vector<VARTYPE>{VT_R8});
+    EXPECT_EQ(target.calls[0].names, std::vector<DISPID>{DISPID_PROPERTYPUT});
+}
+
+TEST_F(DispatchObjectTest, SetPutsTheObjectByReference) {
+    target.body = [this](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        EXPECT_EQ(parameters.rgvarg[0].pdispVal, &other);
+        return S_OK;
+    };
+
+    object->Set(u"First", MakeHostObject(&other));
+
+    ASSERT_EQ(target.calls.size(), 1u);
+    EXPECT_EQ(target.calls[0].flags, DISPATCH_PROPERTYPUTREF);
+    EXPECT_EQ(target.calls[0].types, std::vector<VARTYPE>{VT_DISPATCH});
+    EXPECT_EQ(target.calls[0].names, std::vector<DISPID>{DISPID_PROPERTYPUT});
+}
+
+TEST_F(DispatchObjectTest, SetFallsBackToThePropertyPutOfAnObjectThatHasNoOther) {
+    target.body = [this](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+        return target.calls.back().flags == DISPATCH_PROPERTYPUTREF ? DISP_E_MEMBERNOTFOUND : S_OK;
+    };
+    object->Set(u"First", nullptr);
+    ASSERT_EQ(target.calls.size(), 2u);
+    EXPECT_EQ(target.calls[1].flags, DISPATCH_PROPERTYPUT);
+
+    FailWith(DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(Raised([&] { object->Set(u"First", nullptr); }).number, 438);
+    FailWith(DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(Raised([&] { object->Set(u"First", nullptr); }).number, kMismatch);
+    EXPECT_EQ(target.calls.size(), 5u);
+}
+
+TEST_F(DispatchObjectTest, CallPassesReferencesToVariantsAndReadsThemBack) {
+    target.body = [](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
+        VARIANT& first = *parameters.rgvarg[2].pvarVal;
+        EXPECT_EQ(first.lVal, 7);
+        first.vt = VT_BSTR;
+        first.bstrVal = ::SysAllocString(L"new");
+        parameters.rgvarg[1].pvarVal->boolVal = VARIANT_TRUE;
+        result->vt = VT_I2;
+        result->iVal = 3;
+        return S_OK;
+    };
+    Variant arguments[] = {std::int32_t{7}, false, Missing{}};
+
+    EXPECT_EQ(object->Call(u"First", arguments), Variant(std::int16_t{3}));
+
+    EXPECT_EQ(arguments[0], Variant(Text(u"new")));
+    EXPECT_EQ(arguments[1], Variant(true));
+    EXPECT_EQ(arguments[2], Variant(Missing{}));
+    ASSERT_EQ(target.calls.size(), 1u);
+    EXPECT_EQ(target.calls[0].flags, kRead);
+    EXPECT_EQ(target.calls[0].types, (std::vector<VARTYPE>{VT_ERROR, kVariantReference, kVariantReference}));
+}
+
+TEST_F(DispatchObjectTest, CallTriesTypedReferencesWhereThoseToVariantsAreRefused) {
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        if (parameters.rgvarg[0].vt == kVariantReference) return DISP_E_TYPEMISMATCH;
+        ++*parameters.rgvarg[0].plVal;
+        EXPECT_EQ(::SysReAllocString(parameters.rgvarg[1].pbstrVal, L"longer than it was"), TRUE);
+        *parameters.rgvarg[2].pboolVal = VARIANT_TRUE;
+        (*parameters.rgvarg[3].ppdispVal)->Release();
+        *parameters.rgvarg[3].ppdispVal = nullptr;
+        return S_OK;
+    };
+    Variant arguments[] = {MakeHostObject(&other), false, Text(u"short"), std::int32_t{41}};
+
+    object->Call(u"First", arguments);
+
+    EXPECT_EQ(arguments[0], Variant(HostObjectRef()));
+    EXPECT_EQ(arguments[1], Variant(true));
+    EXPECT_EQ(arguments[2], Variant(Text(u"longer than it was")));
+    EXPECT_EQ(arguments[3], Variant(std::int32_t{42}));
+    ASSERT_EQ(target.calls.size(), 2u);
+    EXPECT_EQ(target.calls[1].types,
+              (std::vector<VARTYPE>{VT_BYREF | VT_I4, VT_BYREF | VT_BSTR, VT_BYREF | VT_BOOL, VT_BYREF | VT_DISPATCH}));
+}
+
+TEST_F(DispatchObjectTest, AnArrayIsFilledThroughATypedReference) {
+    VARIANT array = {};
+    array.vt = VT_ARRAY | VT_I2;
+    array.parray = ::SafeArrayCreateVector(VT_I2, 1, 1);
+    Variant arguments[] = {FromVariant(array)};
+    ::VariantClear(&array);
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        if (parameters.rgvarg[0].vt != (VT_BYREF | VT_ARRAY | VT_I2)) return DISP_E_TYPEMISMATCH;
+        LONG index = 1;
+        SHORT value = 1234;
+        return ::SafeArrayPutElement(*parameters.rgvarg[0].pparray, &index, &value);
+    };
+
+    object->Call(u"First", arguments);
+
+    const OwnedVariant filled(ToVariant(arguments[0]));
+    LONG index = 1;
+    SHORT value = 0;
+    ASSERT_EQ(::SafeArrayGetElement(filled.Get().parray, &index, &value), S_OK);
+    EXPECT_EQ(value, 1234);
+}
+
+TEST_F(DispatchObjectTest, TypesRefusedTwiceAreAMismatchAndTheArgumentsStay) {
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        if (parameters.cArgs == 0) return DISP_E_TYPEMISMATCH;
+        if (parameters.rgvarg[0].vt == kVariantReference) parameters.rgvarg[0].pvarVal->lVal = 99;
+        return DISP_E_TYPEMISMATCH;
+    };
+    Variant arguments[] = {std::int32_t{1}};
+
+    EXPECT_EQ(Raised([&] { object->Call(u"First", arguments); }).number, kMismatch);
+
+    EXPECT_EQ(target.calls.size(), 2u);
+    EXPECT_EQ(arguments[0], Variant(std::int32_t{1}));
+    EXPECT_EQ(Raised([&] { object->Call(u"First"); }).number, kMismatch);
+    EXPECT_EQ(target.calls.size(), 3u) << "without arguments there is nothing else to try";
+}
+
+TEST_F(DispatchObjectTest, AnObjectArgumentThatWasNotReplacedStaysTheVeryReference) {
+    const HostObjectRef argument = MakeHostObject(&other);
+    Variant arguments[] = {argument};
+
+    object->Call(u"First", arguments);
+
+    EXPECT_EQ(std::get<HostObjectRef>(arguments[0]), argument);
+}
+
+TEST_F(DispatchObjectTest, NamedArgumentsGoByTheirIdsLastOneFirst) {
+    target.members = {{L"Load", 5}, {L"Path", 10}, {L"Size", 11}};
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        parameters.rgvarg[0].pvarVal->lVal = 8;
+        return S_OK;
+    };
+    const TextView names[] = {u"Path", u"Size"};
+    Variant arguments[] = {Text(u"a"), std::int32_t{0}};
+
+    object->CallNamed(u"Load", names, arguments);
+    object->CallNamed(u"Load", names, arguments);
+
+    ASSERT_EQ(target.calls.size(), 2u);
+    EXPECT_EQ(target.lookups, 1);
+    EXPECT_EQ(target.calls[0].id, 5);
+    EXPECT_EQ(target.calls[0].names, (std::vector<DISPID>{11, 10}));
+    EXPECT_EQ(target.calls[0].types, (std::vector<VARTYPE>{kVariantReference, kVariantReference}));
+    EXPECT_EQ(arguments[1], Variant(std::int32_t{8}));
+}
+
+TEST_F(DispatchObjectTest, UnknownNamesOfArgumentsAreTheirOwnError) {
+    const TextView names[] = {u"Nowhere"};
+    Variant arguments[] = {true};
+    EXPECT_EQ(Raised([&] { object->CallNamed(u"First", names, arguments); }).number, 448);
+    EXPECT_EQ(Raised([&] { object->CallNamed(u"Third", names, arguments); }).number, 438);
+    EXPECT_EQ(Raised([&] { object->CallNamed(u"First", {}, arguments); }).number, 450);
+    EXPECT_TRUE(target.calls.empty());
+}
+
+TEST_F(DispatchObjectTest, ScriptObjectsAreAskedThroughTheirExtendedInterface) {
+    target.extendedOnly = true;
+    EXPECT_EQ(RaisedByGet().number, E_NOTIMPL);
+    target.hasExtended = true;
+
+    object->Get(u"First");
+    object->Get(u"First");
+
+    EXPECT_EQ(target.extendedLookups, std::vector<std::wstring>{L"First"});
+    EXPECT_EQ(target.extendedFlags, static_cast<DWORD>(fdexNameCaseInsensitive));
+    EXPECT_EQ(target.calls.at(0).id, 1);
+    EXPECT_EQ(Raised([&] { object->Get(u"Third"); }).number, 438);
+    const TextView names[] = {u"Path"};
+    Variant arguments[] = {true};
+    EXPECT_EQ(Raised([&] { object->CallNamed(u"First", names, arguments); }).number, 446);
+}
+
+TEST_F(DispatchObjectTest, FailuresOfTheCallHaveTheirRuntimeNumbers) {
+    struct Row {
+        HRESULT code;
+        std::int32_t number;
+        const char16_t* description;
+    };
+    for (const Row& row : {Row{DISP_E_UNKNOWNNAME, 438, u"Object doesn't support this property or method"},
+                           Row{DISP_E_MEMBERNOTFOUND, 438, u"Object doesn't support this property or method"},
+                           Row{DISP_E_TYPEMISMATCH, 13, u"Type mismatch"}, Row{DISP_E_OVERFLOW, 6, u"Overflow"},
+                           Row{DISP_E_BADPARAMCOUNT, 450, u"Wrong number of arguments or invalid property assignment"},
+                           Row{DISP_E_PARAMNOTOPTIONAL, 449, u"Argument not optional"},
+                           Row{DISP_E_PARAMNOTFOUND, 448, u"Named argument not found"},
+                           Row{DISP_E_NONAMEDARGS, 446, u"Object doesn't support named arguments"}}) {
+        FailWith(row.code);
+        const ComponentError get = RaisedByGet();
+        EXPECT_EQ(get.number, row.number) << std::hex << row.code;
+        EXPECT_EQ(get.description, row.description) << std::hex << row.code;
+        EXPECT_EQ(Raised([&] { object->Let(u"First", true); }).number, row.number) << std::hex << row.code;
+        EXPECT_EQ(Raised([&] { object->Call(u"First"); }).number, row.number) << std::hex << row.code;
+    }
+}
+
+TEST_F(DispatchObjectTest, OtherFailuresKeepTheirCodeWithTheSystemsText) {
+    FailWith(E_ACCESSDENIED);
+    const ComponentError denied = RaisedByGet();
+    EXPECT_EQ(denied.number, E_ACCESSDENIED);
+    ASSERT_FALSE(denied.description.empty());
+    EXPECT_GT(denied.description.back(), u' ') << "the line end of the text stays out";
+
+    FailWith(static_cast<HRESULT>(0x8004FEDC));
+    EXPECT_EQ(RaisedByGet().number, static_cast<std::int32_t>(0x8004FEDC));
+    FailWith(static_cast<HRESULT>(0x800A01A8));
+    EXPECT_EQ(RaisedByGet().number, 424);
+}
+
+TEST_F(DispatchObjectTest, TheObjectsOwnErrorIsRaisedWhole) {
+    target.body = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+        exception->scode = static_cast<SCODE>(0x80040123);
+        exception->wCode = 77;
+        exception->bstrSource = ::SysAllocString(L"Form1");
+        exception->bstrDescription = ::SysAllocString(L"does not like it");
+        exception->bstrHelpFile = ::SysAllocString(L"form.hlp");
+        exception->dwHelpContext = 12;
+        return DISP_E_EXCEPTION;
+    };
+
+    const ComponentError error = RaisedByGet();
+
+    EXPECT_EQ(error.number, static_cast<std::int32_t>(0x80040123));
+    EXPECT_EQ(error.source, u"Form1");
+    EXPECT_EQ(error.description, u"does not like it");
+    EXPECT_EQ(error.helpFile, u"form.hlp");
+    EXPECT_EQ(error.helpContext, 12);
+}
+
+TEST_F(DispatchObjectTest, TheNumberComesFromTheCodeOrElseFromTheShortOne) {
+    struct Row {
+        SCODE scode;
+        WORD wCode;
+        std::int32_t number;
+    };
+    for (const Row& row : {Row{static_cast<SCODE>(0x800A0009), 0, 9}, Row{static_cast<SCODE>(0x800AFFFF), 1, 0xFFFF},
+                           Row{static_cast<SCODE>(0x800A0000), 0, static_cast<std::int32_t>(0x800A0000)},
+                           Row{-5, 0, -5}, Row{0, 77, 77}, Row{0, 0xFFFF, 0xFFFF}, Row{0, 0, DISP_E_EXCEPTION}}) {
+        target.body = [&row](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+            exception->scode = row.scode;
+            exception->wCode = row.wCode;
+            return DISP_E_EXCEPTION;
+        };
+        EXPECT_EQ(RaisedByGet().number, row.number) << std::hex << row.scode << ' ' << row.wCode;
+    }
+}
+
+TEST_F(DispatchObjectTest, AnErrorThatIsFilledInLateIsFilledIn) {
+    target.body = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+        exception->pfnDeferredFillIn = FillInLate;
+        return DISP_E_EXCEPTION;
+    };
+    const ComponentError error = RaisedByGet();
+    EXPECT_EQ(error.number, 5);
+    EXPECT_EQ(error.description, u"late");
+}
+
+TEST_F(DispatchObjectTest, AFailingCallLeavesNoReferenceToItsArguments) {
+    FailWith(E_FAIL);
+    const Variant constant[] = {MakeHostObject(&other)};
+    Variant arguments[] = {constant[0]};
+
+    Raised([&] { object->Get(u"First", constant); });
+    Raised([&] { object->Call(u"First", arguments); });
+    Raised([&] { object->Let(u"First", constant[0]); });
+
+    EXPECT_EQ(other.References(), 2u);
+}
+
+TEST_F(DispatchObjectTest, ACallMayLetGoOfTheObjectItself) {
+    target.body = [this](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+        object.reset();
+        EXPECT_GE(target.References(), 2u) << "the call itself holds the object";
+        return target.calls.back().flags == DISPATCH_PROPERTYPUTREF ? DISP_E_MEMBERNOTFOUND : DISP_E_TYPEMISMATCH;
+    };
+    Variant arguments[] = {true};
+    EXPECT_EQ(Raised([&] { object->Call(u"First", arguments); }).number, kMismatch);
+    object = MakeHostObject(&target);
+    EXPECT_EQ(Raised([&] { object->Set(u"First", nullptr); }).number, kMismatch);
+    object = MakeHostObject(&target);
+    EXPECT_EQ(RaisedByGet().number, kMismatch);
+}
+
+TEST_F(DispatchObjectTest, IdentityIsTheObjectsNotTheReferences) {
+    const HostObjectRef again = MakeHostObject(&target);
+    const HostObjectRef stranger = MakeHostObject(&other);
+    EXPECT_TRUE(object->IsSameAs(*again));
+    EXPECT_FALSE(object->IsSameAs(*stranger));
+    other.identity = &target;
+    EXPECT_TRUE(object->IsSameAs(*stranger));
+}
+
+TEST_F(DispatchObjectTest, TheTypesNameComesFromTheTypeInformation) {
+    EXPECT_EQ(object->TypeName(), u"");
+    ICreateTypeLib2* library = nullptr;
+    ICreateTypeInfo* creator = nullptr;
+    ASSERT_EQ(::CreateTypeLib2(SYS_WIN32, L"unsaved.tlb", &library), S_OK);
+    std::wstring name = L"PictureBox";
+    ASSERT_EQ(library->CreateTypeInfo(name.data(), TKIND_DISPATCH, &creator), S_OK);
+    ASSERT_EQ(creator->QueryInterface(IID_ITypeInfo, reinterpret_cast<void**>(&target.typeInfo)), S_OK);
+
+    EXPECT_EQ(object->TypeName(), u"PictureBox");
+
+    target.typeInfo->Release();
+    creator->Release();
+    library->Release();
+}
+
+}  // namespace
+}  // namespace kwo::platform::windows
