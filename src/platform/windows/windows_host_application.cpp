@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/windows/ansi.h"
+#include "platform/windows/program_path.h"
 
 namespace kwo::platform::windows {
 
@@ -71,21 +72,11 @@ private:
 }  // namespace
 
 Text WindowsHostApplication::ExecutableName() {
-    std::wstring name = ExecutablePath();
-    name.erase(0, name.find_last_of(L"\\/") + 1);
-    const auto extension = name.rfind(L'.');
-    if (extension != std::wstring::npos) name.resize(extension);
-    return FromWide(name);
+    return FromWide(NameOf(ExecutablePath()));
 }
 
 Text WindowsHostApplication::Folder() {
-    std::wstring folder = ExecutablePath();
-    const auto separator = folder.find_last_of(L"\\/");
-    if (separator == std::wstring::npos) return {};
-    // A drive alone is the drive's current folder: its root keeps the separator.
-    const bool isRoot = separator > 0 && folder[separator - 1] == L':';
-    folder.resize(isRoot ? separator + 1 : separator);
-    return FromWide(folder);
+    return FromWide(FolderOf(ExecutablePath()));
 }
 
 Text WindowsHostApplication::Title() {
