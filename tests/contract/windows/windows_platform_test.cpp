@@ -1,6 +1,7 @@
 #include "platform/windows/windows_platform.h"
 
 #include <gtest/gtest.h>
+#include <lmcons.h>
 
 #include "platform/desktop.h"
 #include "platform/file_system.h"
@@ -100,6 +101,21 @@ TEST_F(WindowsPlatformTest, ProgramIsDescribedByItsVersionResource) {
     EXPECT_EQ(version.minor, 14);
     EXPECT_EQ(version.revision, 9);
     EXPECT_EQ(platform.host.ExecutableName(), u"contract_tests");
+}
+
+TEST_F(WindowsPlatformTest, NamesAreThoseOfThePlainCalls) {
+    wchar_t computer[MAX_COMPUTERNAME_LENGTH + 1];
+    DWORD computerLength = MAX_COMPUTERNAME_LENGTH + 1;
+    ASSERT_TRUE(::GetComputerNameW(computer, &computerLength));
+    wchar_t user[UNLEN + 1];
+    DWORD userSize = UNLEN + 1;
+    ASSERT_TRUE(::GetUserNameW(user, &userSize));
+
+    Text name;
+    EXPECT_TRUE(platform.host.ComputerName(name));
+    EXPECT_EQ(name, Text(computer, computer + computerLength));
+    EXPECT_TRUE(platform.host.UserName(name));
+    EXPECT_EQ(name, Text(user, user + userSize - 1));
 }
 
 TEST_F(WindowsPlatformTest, ModuleIsTheOneGivenNotTheProgram) {
