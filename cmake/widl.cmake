@@ -14,7 +14,7 @@ find_path(KWO_STDOLE_DIR stdole2.tlb
           NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
 # Makes NAME.h, NAME_i.c and NAME.tlb of an IDL file in the current binary directory and sets NAME_header, NAME_iids and
-# NAME_typelib in the caller's scope. Each rule depends on the file and on the runner.
+# NAME_typelib in the caller's scope.
 function(kwo_compile_idl idl)
   get_filename_component(name ${idl} NAME_WE)
   get_filename_component(source ${idl} ABSOLUTE)

@@ -12,7 +12,8 @@ using platform::Milliseconds;
 constexpr std::int64_t kScaledPerSecond = 1000 * Currency::kScale;
 constexpr std::int64_t kTickRange = std::int64_t{1} << 32;
 
-/// part * kScaledPerSecond / whole for 0 <= part < whole, to the nearest, halves to even, without a wider type.
+/// part * kScaledPerSecond / whole for 0 <= part < whole, to the nearest, halves to even, without a wider type. Exact
+/// while a tenth of the type's range holds `whole`.
 std::int64_t ScaledFraction(std::int64_t part, std::int64_t whole) {
     std::int64_t quotient = 0;
     std::int64_t remainder = part;

@@ -87,10 +87,11 @@ Text KWO_InsertValue(TextView text, TextView value, TextView marker, bool quote)
 Text KWO_FillTemplate(TextView text, std::span<const Text> values) {
     const bool numbered = text.find(u"%1") != TextView::npos;
     Text result(text);
+    Text marker(numbered ? u"%" : u"|");
     std::int64_t number = 0;
     for (const Text& value : values) {
-        ++number;
-        result = KWO_InsertValue(result, value, numbered ? u"%" + Decimal(number) : Text(u"|"), false);
+        if (numbered) marker.replace(1, Text::npos, Decimal(++number));
+        result = KWO_InsertValue(result, value, marker, false);
     }
     return result;
 }

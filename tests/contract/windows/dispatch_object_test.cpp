@@ -1,6 +1,7 @@
 #include "platform/windows/dispatch_object.h"
 
 #include <gtest/gtest.h>
+#include <objidl.h>
 
 #include <algorithm>
 
@@ -18,6 +19,50 @@ HRESULT WINAPI FillInLate(EXCEPINFO* late) {
     late->bstrDescription = ::SysAllocString(L"late");
     return S_OK;
 }
+
+/// Counts the blocks of the task's memory, which strings are kept in, that were taken and not given back.
+class MemoryCount final : public Counted<IMallocSpy> {
+public:
+    MemoryCount() {
+        // Strings go back to the memory they came from at once. Not every compiler's libraries know this function.
+        const FARPROC noCache = ::GetProcAddress(::GetModuleHandleW(L"oleaut32.dll"), "SetOaNoCache");
+        if (noCache != nullptr) reinterpret_cast<void(WINAPI*)()>(reinterpret_cast<void*>(noCache))();
+        ::CoRegisterMallocSpy(this);
+    }
+    ~MemoryCount() { ::CoRevokeMallocSpy(); }
+    int Held() const { return mHeld; }
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        *object = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IMallocSpy) ? this : nullptr;
+        if (*object == nullptr) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(SIZE_T) PreAlloc(SIZE_T size) override { return size; }
+    STDMETHODIMP_(void*) PostAlloc(void* block) override {
+        ++mHeld;
+        return block;
+    }
+    STDMETHODIMP_(void*) PreFree(void* block, WINBOOL spied) override {
+        if (spied && block != nullptr) --mHeld;
+        return block;
+    }
+    STDMETHODIMP_(void) PostFree(WINBOOL) override {}
+    STDMETHODIMP_(SIZE_T) PreRealloc(void* block, SIZE_T size, void** out, WINBOOL) override {
+        *out = block;
+        return size;
+    }
+    STDMETHODIMP_(void*) PostRealloc(void* block, WINBOOL) override { return block; }
+    STDMETHODIMP_(void*) PreGetSize(void* block, WINBOOL) override { return block; }
+    STDMETHODIMP_(SIZE_T) PostGetSize(SIZE_T size, WINBOOL) override { return size; }
+    STDMETHODIMP_(void*) PreDidAlloc(void* block, WINBOOL) override { return block; }
+    STDMETHODIMP_(int) PostDidAlloc(void*, WINBOOL, int did) override { return did; }
+    STDMETHODIMP_(void) PreHeapMinimize() override {}
+    STDMETHODIMP_(void) PostHeapMinimize() override {}
+
+private:
+    int mHeld = 0;
+};
 
 class DispatchObjectTest : public testing::Test {
 protected:
@@ -338,6 +383,31 @@ TEST_F(DispatchObjectTest, AnErrorThatIsFilledInLateIsFilledIn) {
     const ComponentError error = RaisedByGet();
     EXPECT_EQ(error.number, 5);
     EXPECT_EQ(error.description, u"late");
+}
+
+TEST_F(DispatchObjectTest, TheTextsOfAnErrorAreFreed) {
+    target.body = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+        exception->bstrSource = ::SysAllocString(L"Form1");
+        exception->bstrDescription = ::SysAllocString(L"does not like it");
+        exception->bstrHelpFile = ::SysAllocString(L"form.hlp");
+        return DISP_E_EXCEPTION;
+    };
+    const MemoryCount memory;
+
+    RaisedByGet();
+    EXPECT_EQ(memory.Held(), 0);
+
+    // A call that fails in another way, or not at all, may have filled them in as well.
+    target.body = [body = target.body](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception) {
+        body(parameters, result, exception);
+        return E_FAIL;
+    };
+    RaisedByGet();
+    EXPECT_EQ(memory.Held(), 0);
+
+    const BSTR kept = ::SysAllocString(L"seen");
+    EXPECT_EQ(memory.Held(), 1) << "the count sees strings";
+    ::SysFreeString(kept);
 }
 
 TEST_F(DispatchObjectTest, AFailingCallLeavesNoReferenceToItsArguments) {

@@ -246,7 +246,12 @@ TEST(VariantBridgeTest, DecimalsAreCarriedByValueAndByReference) {
     ASSERT_EQ(::VarDecFromR8(-12.75, &value.decVal), S_OK);
     value.vt = VT_DECIMAL;
 
-    for (const VARIANT& given : {value, ReferenceTo(value), ReferenceToVariant(value)}) {
+    // Only inside a variant does a decimal carry a tag.
+    DECIMAL alone = value.decVal;
+    alone.wReserved = 0x4711;
+    VARIANT reference = Tagged(VT_BYREF | VT_DECIMAL);
+    reference.pdecVal = &alone;
+    for (const VARIANT& given : {value, reference, ReferenceTo(value), ReferenceToVariant(value)}) {
         OwnedVariant back(ToVariant(FromVariant(given)));
         ASSERT_EQ(back.Get().vt, VT_DECIMAL);
         double number = 0;

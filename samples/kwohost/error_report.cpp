@@ -1,0 +1,67 @@
+#include "error_report.h"
+
+#include <cstdio>
+#include <iterator>
+
+namespace kwohost {
+
+namespace {
+
+/// A run-time error of the languages travels as 0x800A0000 + number, and authors know it by the number alone.
+long ShownNumber(HRESULT code) {
+    return FAILED(code) && HRESULT_FACILITY(code) == FACILITY_CONTROL ? HRESULT_CODE(code) : code;
+}
+
+std::wstring Hexadecimal(HRESULT code) {
+    wchar_t text[16];
+    std::swprintf(text, std::size(text), L"0x%08lX", static_cast<unsigned long>(code));
+    return text;
+}
+
+/// The codes that the members of automation objects fail with. Not every system has its own words for them.
+struct AutomationText {
+    HRESULT code;
+    const wchar_t* text;
+};
+constexpr AutomationText kAutomationTexts[] = {
+    {DISP_E_MEMBERNOTFOUND, L"Member not found"},
+    {DISP_E_UNKNOWNNAME, L"Unknown name"},
+    {DISP_E_NONAMEDARGS, L"Named arguments are not supported"},
+    {DISP_E_TYPEMISMATCH, L"Type mismatch"},
+    {DISP_E_OVERFLOW, L"Out of range"},
+    {DISP_E_BADPARAMCOUNT, L"Wrong number of arguments"},
+    {DISP_E_PARAMNOTOPTIONAL, L"An argument is missing"},
+};
+
+std::wstring TextFor(HRESULT code) {
+    for (const AutomationText& known : kAutomationTexts)
+        if (known.code == code) return known.text;
+    const std::wstring text = SystemText(static_cast<DWORD>(code));
+    return text.empty() ? L"Unknown error" : text;
+}
+
+}  // namespace
+
+std::wstring Format(const ErrorReport& report) {
+    std::wstring text = report.file;
+    if (report.line > 0) {
+        text += L"(" + std::to_wstring(report.line);
+        if (report.column > 0) text += L", " + std::to_wstring(report.column);
+        text += L")";
+    }
+    text += L": " + std::to_wstring(ShownNumber(report.code));
+    if (FAILED(report.code)) text += L" (" + Hexadecimal(report.code) + L")";
+    if (!report.source.empty()) text += L" " + report.source;
+    return text + L": " + (report.description.empty() ? TextFor(report.code) : report.description);
+}
+
+std::wstring SystemText(DWORD code) {
+    wchar_t text[512];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text,
+                                  static_cast<DWORD>(std::size(text)), nullptr);
+    while (length > 0 && (text[length - 1] == L'\n' || text[length - 1] == L'\r'))
+        --length;
+    return std::wstring(text, length);
+}
+
+}  // namespace kwohost

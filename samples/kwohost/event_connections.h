@@ -1,0 +1,42 @@
+#pragma once
+
+#include <ocidl.h>
+
+#include <string>
+#include <vector>
+
+#include "com_values.h"
+#include "event_sink.h"
+
+namespace kwohost {
+
+/// The connections of a script to the events of objects.
+class EventConnections {
+public:
+    explicit EventConnections(EventHandler handler) : mHandler(std::move(handler)) {}
+    EventConnections(const EventConnections&) = delete;
+    EventConnections& operator=(const EventConnections&) = delete;
+    ~EventConnections() { DisconnectAll(); }
+
+    /// Events arrive at `prefix_Name`, also when the prefix is given with its underscore. Takes the place of an
+    /// earlier connection of the same object. Raises 459 for an object without events, 5 for an empty prefix.
+    void Connect(IDispatch* object, std::wstring prefix);
+    /// No effect on an object that is not connected.
+    void Disconnect(IDispatch* object);
+    void DisconnectAll();
+
+private:
+    struct Connection {
+        ComPtr<IUnknown> identity;
+        ComPtr<IConnectionPoint> point;
+        ComPtr<EventSink> sink;
+        DWORD cookie = 0;
+    };
+
+    static void Cut(Connection& connection);
+
+    EventHandler mHandler;
+    std::vector<Connection> mConnections;
+};
+
+}  // namespace kwohost

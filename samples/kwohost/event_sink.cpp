@@ -1,0 +1,32 @@
+#include "event_sink.h"
+
+namespace kwohost {
+
+HRESULT EventSink::GetTypeInfoCount(UINT* count) {
+    if (!count) return E_POINTER;
+    *count = 0;
+    return S_OK;
+}
+
+HRESULT EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result, EXCEPINFO*, UINT*) {
+    if (!params) return E_POINTER;
+    if (params->cNamedArgs > 0) return DISP_E_NONAMEDARGS;
+    const auto name = mEvents.names.find(id);
+    if (name == mEvents.names.end()) return DISP_E_MEMBERNOTFOUND;
+    if (!mHandler) return S_OK;
+    // The procedure may disconnect its own object.
+    const ComPtr<EventSink> keep(this);
+    const EventHandler handler = mHandler;
+    try {
+        handler(mPrefix + name->second, *params, result);
+        return S_OK;
+    } catch (const ScriptFailure& failure) {
+        return failure.code;
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        return E_UNEXPECTED;
+    }
+}
+
+}  // namespace kwohost

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "com_object.h"
+#include "event_source.h"
+
+namespace kwohost {
+
+/// Takes an event by its procedure's name.
+using EventHandler = std::function<void(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result)>;
+
+/// Receives the events of one object and hands each on under its prefix and name.
+class EventSink : public ComObject<IDispatch> {
+public:
+    EventSink(EventInterface events, std::wstring prefix, EventHandler handler)
+        : mEvents(std::move(events)), mPrefix(std::move(prefix)), mHandler(std::move(handler)) {}
+
+    /// The object may keep the sink and call it for ever: from now on nothing happens.
+    void Silence() { mHandler = nullptr; }
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result, EXCEPINFO*,
+                                     UINT*) override;
+
+protected:
+    bool AlsoAnswers(REFIID iid) const override { return iid == mEvents.id; }
+
+private:
+    EventInterface mEvents;
+    std::wstring mPrefix;
+    EventHandler mHandler;
+};
+
+}  // namespace kwohost

@@ -1,0 +1,62 @@
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "error_report.h"
+#include "event_connections.h"
+#include "output.h"
+#include "script_host.h"
+#include "source_file.h"
+#include "stack_guard.h"
+#include "wscript_object.h"
+
+namespace {
+
+using namespace kwohost;
+
+constexpr int kScriptFailed = 1;
+constexpr int kCannotStart = 2;
+constexpr wchar_t kUsage[] =
+    L"usage: kwohost script.vbs|script.js [arguments...]\r\n"
+    L"Runs a VBScript or JScript file. The exit code is the script's (WScript.Quit), 1 after an error in the "
+    L"script,\r\n"
+    L"2 when there is no script that can be read.\r\n";
+
+int RunScript(SourceFile source, const std::vector<std::wstring>& arguments) {
+    ScriptHost host(std::move(source));
+    EventConnections connections([&host](const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
+        host.HandleEvent(procedure, params, result);
+    });
+    host.AtClose([&connections] { connections.DisconnectAll(); });
+    host.AddGlobal(L"WScript", MakeWScriptObject(host, connections, arguments));
+    host.Run();
+    host.Close();
+    return host.ExitCode();
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** words) {
+    Output errors(STD_ERROR_HANDLE);
+    if (count < 2) {
+        errors.Write(kUsage);
+        return kCannotStart;
+    }
+    try {
+        SourceFile source = ReadSource(words[1]);
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        GuardStack(Format({source.path, 0, 0, ToResult(RuntimeError::OutOfStackSpace), L"kwohost",
+                           L"Out of stack space: a procedure calls itself without end"}) +
+                       L"\r\n",
+                   kScriptFailed);
+        const int exitCode = RunScript(std::move(source), {words + 2, words + count});
+        CoUninitialize();
+        return exitCode;
+    } catch (const UnreadableSource& reason) {
+        errors.Write(L"kwohost: " + reason.message + L"\r\n");
+    } catch (const std::bad_alloc&) {
+        errors.Write(L"kwohost: out of memory\r\n");
+    }
+    return kCannotStart;
+}

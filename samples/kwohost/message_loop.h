@@ -1,0 +1,14 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace kwohost {
+
+/// Runs the thread's messages, so timers and events arrive, until `duration` has passed; never shorter, and longer
+/// only by the message that runs at the end. `afterEach` runs after every message. Returns the exit code of a request
+/// to quit that arrived meanwhile.
+std::optional<int> RunMessages(std::chrono::milliseconds duration, const std::function<void()>& afterEach);
+
+}  // namespace kwohost

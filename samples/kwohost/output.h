@@ -1,0 +1,26 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+namespace kwohost {
+
+/// One of the process's standard outputs: UTF-16 to a console, UTF-8 to a file or a pipe, nothing kept back.
+class Output {
+public:
+    /// `which` is STD_OUTPUT_HANDLE or STD_ERROR_HANDLE.
+    explicit Output(DWORD which);
+
+    /// False when the other end is gone or the disk is full. A process that has no such output writes to nowhere.
+    bool Write(std::wstring_view text);
+
+private:
+    bool WriteToConsole(std::wstring_view text);
+    bool WriteBytes(std::string_view bytes);
+
+    HANDLE mHandle;
+    bool mIsConsole;
+};
+
+}  // namespace kwohost

@@ -1,0 +1,180 @@
+#include "script_host.h"
+
+#include <utility>
+
+#include "event_arguments.h"
+#include "script_variables.h"
+
+namespace kwohost {
+
+namespace {
+
+constexpr CLSID kVBScript = {0xB54F3741, 0x5B07, 0x11CF, {0xA4, 0xB0, 0x00, 0xAA, 0x00, 0x4A, 0x55, 0xE8}};
+constexpr CLSID kJScript = {0xF414C260, 0x6AC0, 0x11CF, {0xB6, 0xD1, 0x00, 0xAA, 0x00, 0xBB, 0xBB, 0x58}};
+constexpr int kScriptFailed = 1;
+constexpr wchar_t kErrorSource[] = L"kwohost";
+
+std::wstring Text(BSTR text) {
+    return std::wstring(text ? text : L"", SysStringLen(text));
+}
+
+}  // namespace
+
+ScriptHost::ScriptHost(SourceFile source) : mSource(std::move(source)) {}
+
+ScriptHost::~ScriptHost() {
+    Close();
+}
+
+void ScriptHost::AddGlobal(const std::wstring& name, ComPtr<IDispatch> object) {
+    mGlobals[name] = std::move(object);
+}
+
+int ScriptHost::Run() {
+    const HRESULT started = Start();
+    if (FAILED(started) && mErrorCount == 0) Report(kErrorSource, started, L"");
+    return mExitCode;
+}
+
+HRESULT ScriptHost::Start() {
+    const bool isJScript = mSource.language == Language::JScript;
+    const HRESULT created = CoCreateInstance(isJScript ? kJScript : kVBScript, nullptr, CLSCTX_INPROC_SERVER,
+                                             IID_PPV_ARGS(mEngine.Receive()));
+    if (FAILED(created)) {
+        Report(kErrorSource, created, isJScript ? L"JScript is not installed" : L"VBScript is not installed");
+        return created;
+    }
+    ComPtr<IActiveScriptParse> parser;
+    HRESULT result = mEngine.As(parser);
+    if (SUCCEEDED(result)) result = mEngine->SetScriptSite(&mSite);
+    if (SUCCEEDED(result)) result = parser->InitNew();
+    for (const auto& [name, object] : mGlobals)
+        if (SUCCEEDED(result)) result = mEngine->AddNamedItem(name.c_str(), SCRIPTITEM_ISVISIBLE);
+    if (SUCCEEDED(result))
+        result = parser->ParseScriptText(mSource.text.c_str(), nullptr, nullptr, nullptr, 0, 1, SCRIPTTEXT_ISVISIBLE,
+                                         nullptr, nullptr);
+    if (SUCCEEDED(result)) result = mEngine->SetScriptState(SCRIPTSTATE_CONNECTED);
+    return result;
+}
+
+void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
+    if (mIsClosing || !mEngine) return;
+    ComPtr<IDispatch> script;
+    DISPID id = DISPID_UNKNOWN;
+    auto* name = const_cast<LPOLESTR>(procedure.c_str());
+    if (FAILED(mEngine->GetScriptDispatch(nullptr, script.Receive())) || !script) return;
+    if (FAILED(script->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id))) return;
+
+    const int errorsBefore = mErrorCount;
+    EventArguments arguments(params);
+    EXCEPINFO exception = {};
+    const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
+                                          result, &exception, nullptr);
+    const Bstr source(exception.bstrSource);
+    const Bstr description(exception.bstrDescription);
+    SysFreeString(exception.bstrHelpFile);
+    // An engine that has reported an error itself returns a failure without content.
+    if (FAILED(called) && mErrorCount == errorsBefore)
+        Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? exception.scode : called,
+               Text(description.Get()));
+    const HRESULT stored = arguments.WriteBack();
+    if (FAILED(stored))
+        Report(procedure, stored, L"An argument cannot take the value that the procedure assigned to it");
+    if (mErrorCount != errorsBefore) End(kScriptFailed);
+}
+
+void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) {
+    ShowError({mSource.path, 0, 0, code, source, description});
+}
+
+void ScriptHost::ShowError(const ErrorReport& report) {
+    ++mErrorCount;
+    mExitCode = kScriptFailed;
+    mErrors.Write(Format(report) + L"\r\n");
+}
+
+void ScriptHost::Close() {
+    if (std::exchange(mIsClosing, true)) return;
+    for (auto action = mAtClose.rbegin(); action != mAtClose.rend(); ++action)
+        (*action)();
+    mAtClose.clear();
+    if (mSource.language == Language::VBScript) LetGoOfVariables();
+    if (mEngine) mEngine->Close();
+    mEngine.Reset();
+    mGlobals.clear();
+}
+
+/// VBScript keeps the variables of a script that is still running, inside an event for instance, when it is closed.
+void ScriptHost::LetGoOfVariables() {
+    ComPtr<IDispatch> script;
+    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Receive())) && script)
+        EmptyVariables(script.Get());
+}
+
+void ScriptHost::End(int exitCode) {
+    mExitCode = exitCode;
+    if (mIsClosing) return;
+    // An engine can be told to stop only by an error, and a script can catch that (On Error Resume Next, catch) and go
+    // on. So the process ends here, with the script's calls still on the stack, after everything that can be put in
+    // order has been.
+    Close();
+    CoUninitialize();
+    ExitProcess(static_cast<UINT>(mExitCode));
+}
+
+HRESULT ScriptHost::Site::QueryInterface(REFIID iid, void** object) {
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (iid == IID_IUnknown || iid == __uuidof(IActiveScriptSite)) *object = static_cast<IActiveScriptSite*>(this);
+    if (iid == __uuidof(IActiveScriptSiteWindow)) *object = static_cast<IActiveScriptSiteWindow*>(this);
+    return *object ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT ScriptHost::Site::GetLCID(LCID* locale) {
+    if (!locale) return E_POINTER;
+    *locale = GetUserDefaultLCID();
+    return S_OK;
+}
+
+HRESULT ScriptHost::Site::GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** item, ITypeInfo** info) {
+    if (item) *item = nullptr;
+    if (info) *info = nullptr;
+    const auto found = mHost.mGlobals.find(name);
+    if (found == mHost.mGlobals.end() || (mask & SCRIPTINFO_ITYPEINFO)) return TYPE_E_ELEMENTNOTFOUND;
+    if ((mask & SCRIPTINFO_IUNKNOWN) && item) {
+        *item = found->second.Get();
+        (*item)->AddRef();
+    }
+    return S_OK;
+}
+
+HRESULT ScriptHost::Site::OnScriptError(IActiveScriptError* error) {
+    EXCEPINFO exception = {};
+    ErrorReport report{mHost.mSource.path};
+    if (SUCCEEDED(error->GetExceptionInfo(&exception))) {
+        if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
+        const Bstr source(exception.bstrSource);
+        const Bstr description(exception.bstrDescription);
+        SysFreeString(exception.bstrHelpFile);
+        report.source = Text(source.Get());
+        report.description = Text(description.Get());
+        report.code = exception.scode ? exception.scode : ToResult(static_cast<RuntimeError>(exception.wCode));
+    }
+    DWORD context = 0;
+    ULONG line = 0;
+    LONG column = 0;
+    if (SUCCEEDED(error->GetSourcePosition(&context, &line, &column))) {
+        report.line = static_cast<long>(line);
+        report.column = column + 1;
+    }
+    mHost.ShowError(report);
+    return S_OK;
+}
+
+HRESULT ScriptHost::Site::GetWindow(HWND* window) {
+    if (!window) return E_POINTER;
+    *window = nullptr;
+    return S_OK;
+}
+
+}  // namespace kwohost

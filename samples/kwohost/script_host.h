@@ -1,0 +1,90 @@
+#pragma once
+
+#include <activscp.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "com_values.h"
+#include "error_report.h"
+#include "output.h"
+#include "source_file.h"
+
+namespace kwohost {
+
+/// Runs one script. Objects that the script finds by name are added before `Run`.
+class ScriptHost {
+public:
+    explicit ScriptHost(SourceFile source);
+    ScriptHost(const ScriptHost&) = delete;
+    ScriptHost& operator=(const ScriptHost&) = delete;
+    ~ScriptHost();
+
+    const std::wstring& ScriptPath() const { return mSource.path; }
+    Language ScriptLanguage() const { return mSource.language; }
+
+    void AddGlobal(const std::wstring& name, ComPtr<IDispatch> object);
+    /// Runs before the engine is closed, the last one added first.
+    void AtClose(std::function<void()> action) { mAtClose.push_back(std::move(action)); }
+
+    /// Runs the script's main part and returns the exit code.
+    int Run();
+    /// Calls a procedure of the script for an event; one that the script does not have is no error. An error inside is
+    /// reported and ends the script. What the procedure assigns to arguments by reference is stored for the caller.
+    void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
+    /// Reports an error that has no place in the script.
+    void Report(const std::wstring& source, HRESULT code, const std::wstring& description);
+    /// How many errors have been reported.
+    int ErrorCount() const { return mErrorCount; }
+
+    /// Takes the script down: AtClose actions, engine, globals. Nothing of the script runs afterwards.
+    void Close();
+    /// Ends the process, from however deep inside the script. Inside Close it only sets the exit code.
+    void End(int exitCode);
+    int ExitCode() const { return mExitCode; }
+
+private:
+    /// The engine's view of the host. Owned by the host, which outlives the engine: it counts no references.
+    class Site : public IActiveScriptSite, public IActiveScriptSiteWindow {
+    public:
+        explicit Site(ScriptHost& host) : mHost(host) {}
+        virtual ~Site() = default;
+
+        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+        ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+        ULONG STDMETHODCALLTYPE Release() override { return 1; }
+
+        HRESULT STDMETHODCALLTYPE GetLCID(LCID* locale) override;
+        HRESULT STDMETHODCALLTYPE GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** item, ITypeInfo** info) override;
+        HRESULT STDMETHODCALLTYPE GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
+        HRESULT STDMETHODCALLTYPE OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override { return S_OK; }
+        HRESULT STDMETHODCALLTYPE OnStateChange(SCRIPTSTATE) override { return S_OK; }
+        HRESULT STDMETHODCALLTYPE OnScriptError(IActiveScriptError* error) override;
+        HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
+        HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
+
+        HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
+        HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+
+    private:
+        ScriptHost& mHost;
+    };
+
+    HRESULT Start();
+    void LetGoOfVariables();
+    void ShowError(const ErrorReport& report);
+
+    SourceFile mSource;
+    Output mErrors{STD_ERROR_HANDLE};
+    Site mSite{*this};
+    ComPtr<IActiveScript> mEngine;
+    std::map<std::wstring, ComPtr<IDispatch>> mGlobals;
+    std::vector<std::function<void()>> mAtClose;
+    bool mIsClosing = false;
+    int mErrorCount = 0;
+    int mExitCode = 0;
+};
+
+}  // namespace kwohost

@@ -1,0 +1,204 @@
+#include "script_object.h"
+
+#include <algorithm>
+
+namespace kwohost {
+
+namespace {
+
+constexpr wchar_t kErrorSource[] = L"kwohost";
+
+bool SameName(std::wstring_view a, std::wstring_view b) {
+    return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
+           CSTR_EQUAL;
+}
+
+const VARIANT& Dereferenced(const VARIANT& value) {
+    const VARIANT* inner = &value;
+    while (inner->vt == (VT_BYREF | VT_VARIANT) && inner->pvarVal)
+        inner = inner->pvarVal;
+    return *inner;
+}
+
+bool IsMissing(const VARIANT& value) {
+    const VARIANT& inner = Dereferenced(value);
+    return inner.vt == VT_ERROR && inner.scode == DISP_E_PARAMNOTFOUND;
+}
+
+/// The one place where a failure becomes what the caller of a member gets.
+HRESULT Report(const ScriptFailure& failure, EXCEPINFO* exception) noexcept {
+    if (failure.description.empty() || !exception) return failure.code;
+    *exception = {};
+    exception->scode = failure.code;
+    exception->bstrSource = SysAllocString(kErrorSource);
+    exception->bstrDescription = SysAllocString(failure.description.c_str());
+    return DISP_E_EXCEPTION;
+}
+
+}  // namespace
+
+bool Call::Has(int index) const {
+    return index < Count() && !IsMissing(Raw(index));
+}
+
+Variant Call::Value(int index) const {
+    return Variant(Raw(index));
+}
+
+std::wstring Call::Text(int index) const {
+    const Variant text = Converted(index, VT_BSTR);
+    return std::wstring(text.bstrVal ? text.bstrVal : L"", SysStringLen(text.bstrVal));
+}
+
+LONG Call::Whole(int index) const {
+    return Converted(index, VT_I4).lVal;
+}
+
+ComPtr<IDispatch> Call::Object(int index) const {
+    const Variant value = Value(index);
+    if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) Fail(RuntimeError::ObjectRequired, L"Object required");
+    if (!value.punkVal) Fail(RuntimeError::NoObjectSet, L"Object variable not set");
+    ComPtr<IDispatch> object;
+    Check(value.punkVal->QueryInterface(IID_PPV_ARGS(object.Receive())));
+    return object;
+}
+
+void Call::ReturnText(std::wstring_view text) {
+    Variant value;
+    value.bstrVal = Bstr(text).Detach();
+    value.vt = VT_BSTR;
+    Deliver(std::move(value));
+}
+
+void Call::ReturnWhole(LONG number) {
+    Variant value;
+    value.vt = VT_I4;
+    value.lVal = number;
+    Deliver(std::move(value));
+}
+
+void Call::ReturnObject(ComPtr<IDispatch> object) {
+    Variant value;
+    value.vt = VT_DISPATCH;
+    value.pdispVal = object.Detach();
+    Deliver(std::move(value));
+}
+
+void Call::ReturnUnknown(ComPtr<IUnknown> object) {
+    Variant value;
+    value.vt = VT_UNKNOWN;
+    value.punkVal = object.Detach();
+    Deliver(std::move(value));
+}
+
+const VARIANT& Call::Raw(int index) const {
+    mLast = mParams.cArgs - 1 - static_cast<UINT>(index);
+    return mParams.rgvarg[mLast];
+}
+
+Variant Call::Converted(int index, VARTYPE type) const {
+    Variant value = Value(index);
+    Check(VariantChangeTypeEx(&value, &value, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+    return value;
+}
+
+void Call::Deliver(Variant value) {
+    if (mResult) *mResult = value.Detach();
+}
+
+HRESULT ScriptObject::GetTypeInfoCount(UINT* count) {
+    if (!count) return E_POINTER;
+    *count = 0;
+    return S_OK;
+}
+
+HRESULT ScriptObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
+    if (info) *info = nullptr;
+    return DISP_E_BADINDEX;
+}
+
+HRESULT ScriptObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+    if (!names || !ids) return E_POINTER;
+    if (count == 0) return S_OK;
+    // The names behind the first one are those of arguments, and no member here takes named arguments.
+    std::fill_n(ids, count, DISPID_UNKNOWN);
+    const Member* member = Find(std::wstring_view(names[0]));
+    if (member) ids[0] = member->id;
+    return member && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
+                             EXCEPINFO* exception, UINT* badArgument) {
+    if (!params) return E_POINTER;
+    const ComPtr<IDispatch> keep(this);
+    const Member* member = Find(id == DISPID_VALUE ? mDefault : id);
+    const WORD accepted = member && member->isMethod ? DISPATCH_METHOD : DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+    if (!member || !(flags & accepted)) return DISP_E_MEMBERNOTFOUND;
+    if (params->cNamedArgs > 0) return DISP_E_NONAMEDARGS;
+    const int count = static_cast<int>(params->cArgs);
+    if (count > 0 && !member->isMethod && member->most == 0)
+        return CallDefaultOf(*member, flags, params, result, exception, badArgument);
+    if (count < member->fewest || (member->most != kAnyNumber && count > member->most)) return DISP_E_BADPARAMCOUNT;
+    return CallMember(*member, *params, result, exception, badArgument);
+}
+
+void ScriptObject::AddMethod(const wchar_t* name, int fewest, int most, Body body) {
+    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, true, fewest, most, std::move(body)});
+}
+
+void ScriptObject::AddProperty(const wchar_t* name, Body body, int arguments) {
+    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, false, arguments, arguments, std::move(body)});
+}
+
+void ScriptObject::SetDefault(const wchar_t* name) {
+    mDefault = Find(std::wstring_view(name))->id;
+}
+
+void ScriptObject::SetEnumerator(Body body) {
+    mMembers.push_back({DISPID_NEWENUM, L"_NewEnum", false, 0, 0, std::move(body)});
+}
+
+const ScriptObject::Member* ScriptObject::Find(std::wstring_view name) const {
+    const auto found = std::find_if(mMembers.begin(), mMembers.end(),
+                                    [name](const Member& member) { return SameName(member.name, name); });
+    return found == mMembers.end() ? nullptr : &*found;
+}
+
+const ScriptObject::Member* ScriptObject::Find(DISPID id) const {
+    const auto found =
+        std::find_if(mMembers.begin(), mMembers.end(), [id](const Member& member) { return member.id == id; });
+    return found == mMembers.end() ? nullptr : &*found;
+}
+
+HRESULT ScriptObject::CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
+                                 UINT* badArgument) const {
+    Call call(params, result);
+    try {
+        if (result) VariantInit(result);
+        member.body(call);
+        return S_OK;
+    } catch (const ScriptFailure& failure) {
+        if (badArgument && (failure.code == DISP_E_TYPEMISMATCH || failure.code == DISP_E_OVERFLOW))
+            *badArgument = call.LastArgument();
+        return Report(failure, exception);
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        return E_UNEXPECTED;
+    }
+}
+
+/// `WScript.Arguments(0)` reaches this object as a property with an argument; the argument is meant for the object
+/// that the property returns.
+HRESULT ScriptObject::CallDefaultOf(const Member& property, WORD flags, DISPPARAMS* params, VARIANT* result,
+                                    EXCEPINFO* exception, UINT* badArgument) const {
+    DISPPARAMS none = {};
+    Variant object;
+    const HRESULT got = CallMember(property, none, &object, exception, badArgument);
+    if (FAILED(got)) return got;
+    if (object.vt != VT_DISPATCH || !object.pdispVal) return DISP_E_BADPARAMCOUNT;
+    return object.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, flags, params, result, exception,
+                                   badArgument);
+}
+
+}  // namespace kwohost

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "com_object.h"
+
+namespace kwohost {
+
+/// The arguments of one call in the order of the script, and its result.
+class Call {
+public:
+    Call(const DISPPARAMS& params, VARIANT* result) : mParams(params), mResult(result) {}
+
+    int Count() const { return static_cast<int>(mParams.cArgs); }
+    /// False for an argument that was left out, in the middle or at the end.
+    bool Has(int index) const;
+    /// By value, whatever reference the script passed.
+    Variant Value(int index) const;
+    std::wstring Text(int index) const;
+    LONG Whole(int index) const;
+    /// Raises 424 for what is no object, 91 for none.
+    ComPtr<IDispatch> Object(int index) const;
+
+    void ReturnText(std::wstring_view text);
+    void ReturnWhole(LONG number);
+    void ReturnObject(ComPtr<IDispatch> object);
+    void ReturnUnknown(ComPtr<IUnknown> object);
+
+    /// Where the caller numbers the argument that `Value`, `Text`, `Whole` or `Object` looked at last.
+    UINT LastArgument() const { return mLast; }
+
+private:
+    const VARIANT& Raw(int index) const;
+    Variant Converted(int index, VARTYPE type) const;
+    void Deliver(Variant value);
+
+    const DISPPARAMS& mParams;
+    VARIANT* mResult;
+    mutable UINT mLast = 0;
+};
+
+/// An object for scripts: a table of names and what each does. A class adds its members in its constructor.
+/// Names are found whatever their case; a wrong name, a wrong number of arguments and a conversion that fails give
+/// the standard automation codes; a ScriptFailure becomes the error that the script sees.
+class ScriptObject : public ComObject<IDispatch> {
+public:
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
+                                     EXCEPINFO* exception, UINT* badArgument) override;
+
+protected:
+    using Body = std::function<void(Call&)>;
+    static constexpr int kAnyNumber = -1;
+
+    void AddMethod(const wchar_t* name, int fewest, int most, Body body);
+    void AddProperty(const wchar_t* name, Body body, int arguments = 0);
+    /// The member that answers when the object itself is used as a value or called.
+    void SetDefault(const wchar_t* name);
+    /// Serves `For Each`; the body returns an IEnumVARIANT.
+    void SetEnumerator(Body body);
+
+private:
+    struct Member {
+        DISPID id;
+        const wchar_t* name;
+        bool isMethod;
+        int fewest;
+        int most;
+        Body body;
+    };
+
+    const Member* Find(std::wstring_view name) const;
+    const Member* Find(DISPID id) const;
+    HRESULT CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
+                       UINT* badArgument) const;
+    HRESULT CallDefaultOf(const Member& property, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                          UINT* badArgument) const;
+
+    std::vector<Member> mMembers;
+    DISPID mDefault = DISPID_UNKNOWN;
+};
+
+}  // namespace kwohost

@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "error_report.h"
+#include "message_loop.h"
+#include "source_file.h"
+#include "value_text.h"
+
+namespace kwohost::tests {
+
+namespace {
+
+using namespace std::string_literals;
+
+std::wstring Refusal(const std::string& bytes) {
+    try {
+        DecodeSource(bytes);
+    } catch (const UnreadableSource& reason) {
+        return reason.message;
+    }
+    return L"none";
+}
+
+VARIANT Of(VARTYPE type) {
+    VARIANT value = {};
+    value.vt = type;
+    return value;
+}
+
+}  // namespace
+
+TEST(SourceFile, Utf8WithAndWithoutMark) {
+    EXPECT_EQ(DecodeSource("a\xC3\xBC\xE2\x82\xAC"), L"a\u00FC\u20AC");
+    EXPECT_EQ(DecodeSource("\xEF\xBB\xBF"
+                           "a\xC3\xBC"),
+              L"a\u00FC");
+    EXPECT_EQ(DecodeSource(""), L"");
+    EXPECT_EQ(DecodeSource("\xEF\xBB\xBF"), L"");
+}
+
+TEST(SourceFile, Utf16WithAndWithoutMark) {
+    EXPECT_EQ(DecodeSource("\xFF\xFE"
+                           "a\0\xAC\x20"s),
+              L"a\u20AC");
+    EXPECT_EQ(DecodeSource("a\0\xAC\x20"s), L"a\u20AC");
+    EXPECT_EQ(DecodeSource("\xFF\xFE"s), L"");
+}
+
+TEST(SourceFile, EveryLineEndBecomesOne) {
+    EXPECT_EQ(DecodeSource("a\nb\rc\r\nd\n\re\r\r\n"), L"a\r\nb\r\nc\r\nd\r\n\r\ne\r\n\r\n");
+}
+
+TEST(SourceFile, WhatCannotBeReadIsRefusedWithItsReason) {
+    EXPECT_NE(Refusal("a\xFC").find(L"neither UTF-8 nor UTF-16"), std::wstring::npos);
+    EXPECT_NE(Refusal("\xFF\xFE"
+                      "a"s)
+                  .find(L"half a character"),
+              std::wstring::npos);
+    EXPECT_NE(Refusal("\xFE\xFF\0a"s).find(L"high byte first"), std::wstring::npos);
+    EXPECT_NE(Refusal("a\r\nb\nc\0d"s).find(L"null character in line 3"), std::wstring::npos);
+}
+
+TEST(ErrorReport, RunTimeErrorShowsItsShortNumber) {
+    EXPECT_EQ(Format({L"a.vbs", 3, 5, static_cast<HRESULT>(0x800A000D), L"Engine", L"Type mismatch"}),
+              L"a.vbs(3, 5): 13 (0x800A000D) Engine: Type mismatch");
+}
+
+TEST(ErrorReport, OtherCodesShowAsSigned) {
+    EXPECT_EQ(Format({L"a.vbs", 1, 0, static_cast<HRESULT>(0x80047530), L"S", L"D"}),
+              L"a.vbs(1): -2147191504 (0x80047530) S: D");
+    EXPECT_EQ(Format({L"a.vbs", 0, 0, -5, L"", L"D"}), L"a.vbs: -5 (0xFFFFFFFB): D");
+}
+
+TEST(ErrorReport, MissingDescriptionIsTheTextOfTheCode) {
+    EXPECT_EQ(Format({L"a.vbs", 1, 1, DISP_E_BADPARAMCOUNT, L"", L""}),
+              L"a.vbs(1, 1): -2147352562 (0x8002000E): Wrong number of arguments");
+    EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x8ABCDEF0), L"", L""}),
+              L"a.vbs(1, 1): -1967333648 (0x8ABCDEF0): Unknown error");
+}
+
+TEST(ValueText, FollowsTheLanguage) {
+    VARIANT yes = Of(VT_BOOL);
+    yes.boolVal = VARIANT_TRUE;
+    EXPECT_EQ(ValueText(yes, Language::VBScript), L"True");
+    EXPECT_EQ(ValueText(yes, Language::JScript), L"true");
+    EXPECT_EQ(ValueText(Of(VT_BOOL), Language::VBScript), L"False");
+    EXPECT_EQ(ValueText(Of(VT_BOOL), Language::JScript), L"false");
+    EXPECT_EQ(ValueText(Of(VT_NULL), Language::VBScript), L"Null");
+    EXPECT_EQ(ValueText(Of(VT_NULL), Language::JScript), L"null");
+    EXPECT_EQ(ValueText(Of(VT_EMPTY), Language::VBScript), L"");
+    EXPECT_EQ(ValueText(Of(VT_EMPTY), Language::JScript), L"undefined");
+}
+
+TEST(ValueText, WhatHasNoTextIsAnError) {
+    const auto failure = [](const VARIANT& value) {
+        try {
+            ValueText(value, Language::VBScript);
+        } catch (const ScriptFailure& reason) {
+            return reason.code;
+        }
+        return S_OK;
+    };
+    EXPECT_EQ(failure(Of(VT_DISPATCH)), ToResult(RuntimeError::NoObjectSet));
+    VARIANT array = Of(VT_ARRAY | VT_VARIANT);
+    array.parray = SafeArrayCreateVector(VT_VARIANT, 0, 2);
+    EXPECT_EQ(failure(array), ToResult(RuntimeError::TypeMismatch));
+    SafeArrayDestroy(array.parray);
+}
+
+TEST(MessageLoop, EndsInTimeAlsoUnderAFloodOfMessages) {
+    static int handled = 0;
+    handled = 0;
+    const auto another = [] {
+        ++handled;
+        PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
+    };
+    another();
+    const auto start = std::chrono::steady_clock::now();
+
+    const auto quit = RunMessages(std::chrono::milliseconds(100), another);
+
+    const auto took = std::chrono::steady_clock::now() - start;
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    EXPECT_FALSE(quit);
+    EXPECT_GT(handled, 2);
+    EXPECT_GE(took, std::chrono::milliseconds(100));
+    EXPECT_LT(took, std::chrono::milliseconds(1000));
+}
+
+TEST(MessageLoop, WaitOfNoLengthLetsAMessageIn) {
+    int handled = 0;
+    PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
+
+    RunMessages(std::chrono::milliseconds(0), [&handled] { ++handled; });
+
+    EXPECT_EQ(handled, 1);
+}
+
+TEST(MessageLoop, RequestToQuitEndsTheWaitWithItsCode) {
+    PostQuitMessage(12);
+    EXPECT_EQ(RunMessages(std::chrono::milliseconds(60000), [] {}), 12);
+}
+
+}  // namespace kwohost::tests

@@ -1,0 +1,45 @@
+#include "com/automation_object.h"
+#include "com/class_objects.h"
+#include "kwoutil.h"
+
+namespace kwo::com {
+
+namespace {
+
+constexpr MemberThunk kTimerMembers[] = {Member<&_IKWOTimer::Tick>};
+constexpr MemberThunk kAlarmMembers[] = {Member<&_IKWOAlarm::Alarm>};
+
+ClassInfo& TimerInfo() {
+    static ClassInfo info(CLSID_IKWOTimer, IID__IKWOTimer, nullptr, u"IKWOTimer", kTimerMembers);
+    return info;
+}
+
+ClassInfo& AlarmInfo() {
+    static ClassInfo info(CLSID_IKWOAlarm, IID__IKWOAlarm, nullptr, u"IKWOAlarm", kAlarmMembers);
+    return info;
+}
+
+/// Hosts implement these two interfaces themselves; the objects made here are the patterns, and do nothing.
+class TimerCallbackObject final : public AutomationObject<_IKWOTimer> {
+public:
+    TimerCallbackObject() : AutomationObject(TimerInfo()) {}
+    STDMETHODIMP Tick(_KWOTimer**) override { return S_OK; }
+};
+
+class AlarmCallbackObject final : public AutomationObject<_IKWOAlarm> {
+public:
+    AlarmCallbackObject() : AutomationObject(AlarmInfo()) {}
+    STDMETHODIMP Alarm(_KWOTimer**, LONG*, DATE*) override { return S_OK; }
+};
+
+}  // namespace
+
+ClassEntry TimerCallbackClass() {
+    return {CLSID_IKWOTimer, &Make<TimerCallbackObject>};
+}
+
+ClassEntry AlarmCallbackClass() {
+    return {CLSID_IKWOAlarm, &Make<AlarmCallbackObject>};
+}
+
+}  // namespace kwo::com

@@ -1,0 +1,54 @@
+#include "com/class_info.h"
+
+#include <string>
+
+#include "com/module.h"
+#include "platform/component_error.h"
+
+namespace kwo::com {
+
+namespace {
+
+std::wstring ModulePath() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            ::GetModuleFileNameW(Module::Instance().Handle(), path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(2 * path.size());
+    }
+}
+
+/// From the DLL itself, so that it works unregistered and never meets another version's.
+HRESULT LoadOwnTypeLib(ITypeLib** library) {
+    return ::LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, library);
+}
+
+}  // namespace
+
+const DispatchTable& ClassInfo::Table() {
+    std::call_once(mOnce, [this] {
+        ComPtr<ITypeLib> library;
+        ComPtr<ITypeInfo> info;
+        HRESULT result = LoadOwnTypeLib(library.Out());
+        if (SUCCEEDED(result)) result = library->GetTypeInfoOfGuid(interfaceId, info.Out());
+        if (FAILED(result)) platform::Raise(result, name, u"The type library of the component cannot be read");
+        mTable = std::make_unique<DispatchTable>(std::move(info), mMembers);
+    });
+    return *mTable;
+}
+
+HRESULT ClassInfo::CoClass(ITypeInfo** info) const noexcept {
+    try {
+        ComPtr<ITypeLib> library;
+        const HRESULT result = LoadOwnTypeLib(library.Out());
+        return FAILED(result) ? result : library->GetTypeInfoOfGuid(classId, info);
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+}  // namespace kwo::com

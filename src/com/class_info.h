@@ -1,0 +1,37 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <mutex>
+#include <span>
+
+#include "com/dispatch_table.h"
+#include "com/member_list.h"
+
+namespace kwo::com {
+
+/// What is the same for all objects of one class. One static object per class.
+class ClassInfo {
+public:
+    ClassInfo(const CLSID& ofClass, const IID& ofInterface, const IID* ofSource, TextView className,
+              std::span<const MemberThunk> members)
+        : classId(ofClass), interfaceId(ofInterface), sourceId(ofSource), name(className), mMembers(members) {}
+
+    const CLSID& classId;
+    const IID& interfaceId;
+    const IID* const sourceId;  ///< the event interface, null when the class has none
+    const TextView name;
+
+    /// Made at the first object. Raises ComponentError when the type library does not describe the class.
+    const DispatchTable& Table();
+    /// The class itself as the type library describes it.
+    HRESULT CoClass(ITypeInfo** info) const noexcept;
+
+private:
+    std::span<const MemberThunk> mMembers;
+    std::once_flag mOnce;
+    std::unique_ptr<DispatchTable> mTable;
+};
+
+}  // namespace kwo::com

@@ -1,0 +1,227 @@
+#include "com/dispatch_table.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/component_error.h"
+
+namespace kwo::com {
+
+namespace {
+
+/// The longest name of any member or argument; a longer one asked for is unknown.
+constexpr std::size_t kLongestName = 64;
+
+void Check(HRESULT result, TextView what) {
+    if (FAILED(result)) platform::Raise(result, u"KWOUtil", what);
+}
+
+constexpr OLECHAR Fold(OLECHAR c) {
+    return c >= L'a' && c <= L'z' ? static_cast<OLECHAR>(c - L'a' + L'A') : c;
+}
+
+Text FoldedName(BSTR name) {
+    Text folded = ToText(name);
+    std::ranges::transform(folded, folded.begin(), [](char16_t c) { return static_cast<char16_t>(Fold(c)); });
+    return folded;
+}
+
+/// A name as asked for, folded into a buffer; empty when it is none that a member could have.
+class AskedName {
+public:
+    explicit AskedName(const OLECHAR* name) {
+        if (name == nullptr) return;
+        for (; *name != 0; ++name) {
+            if (mLength == kLongestName) {
+                mLength = 0;
+                return;
+            }
+            mFolded[mLength++] = static_cast<char16_t>(Fold(*name));
+        }
+    }
+    TextView Folded() const { return {mFolded, mLength}; }
+
+private:
+    char16_t mFolded[kLongestName];
+    std::size_t mLength = 0;
+};
+
+/// Type information that is given back to the object that handed it out.
+template <class Description, void (STDMETHODCALLTYPE ITypeInfo::*Release)(Description*)>
+class Released {
+public:
+    explicit Released(ITypeInfo* owner) : mOwner(owner) {}
+    ~Released() {
+        if (mDescription != nullptr) (mOwner->*Release)(mDescription);
+    }
+    Released(const Released&) = delete;
+    Released& operator=(const Released&) = delete;
+    Description** Out() { return &mDescription; }
+    Description* operator->() const { return mDescription; }
+    Description& operator*() const { return *mDescription; }
+
+private:
+    ITypeInfo* mOwner;
+    Description* mDescription = nullptr;
+};
+using FunctionDescription = Released<FUNCDESC, &ITypeInfo::ReleaseFuncDesc>;
+using TypeAttributes = Released<TYPEATTR, &ITypeInfo::ReleaseTypeAttr>;
+
+class Names {
+public:
+    ~Names() {
+        for (const BSTR name : mNames)
+            ::SysFreeString(name);
+    }
+    Names() = default;
+    Names(const Names&) = delete;
+    Names& operator=(const Names&) = delete;
+    void Read(ITypeInfo* info, MEMBERID id) {
+        UINT count = 0;
+        Check(info->GetNames(id, mNames, DispatchTable::kMostArguments + 1, &count),
+              u"The names of a member cannot be read");
+    }
+    BSTR operator[](std::size_t at) const { return mNames[at]; }
+
+private:
+    BSTR mNames[DispatchTable::kMostArguments + 1] = {};
+};
+
+void DescribeUserType(ITypeInfo* info, HREFTYPE reference, Parameter& parameter) {
+    ComPtr<ITypeInfo> referred;
+    Check(info->GetRefTypeInfo(reference, referred.Out()), u"A type of an argument cannot be found");
+    TypeAttributes attributes(referred.Get());
+    Check(referred->GetTypeAttr(attributes.Out()), u"A type of an argument cannot be read");
+    switch (attributes->typekind) {
+        case TKIND_ENUM:
+            parameter.type = VT_I4;
+            return;
+        case TKIND_ALIAS:
+            // The system's own library names its font and picture objects by aliases of interfaces.
+            parameter.type = attributes->tdescAlias.vt;
+            if (parameter.type == VT_USERDEFINED) {
+                DescribeUserType(referred.Get(), attributes->tdescAlias.hreftype, parameter);
+            }
+            return;
+        default:
+            parameter.type = VT_DISPATCH;
+            parameter.interfaceId = attributes->guid;
+            return;
+    }
+}
+
+/// Takes the pointers off an argument's type: the innermost one of an interface is the interface itself, one more
+/// around it, or any around a value, is a reference.
+Parameter Describe(ITypeInfo* info, const TYPEDESC& outer) {
+    Parameter parameter;
+    int pointers = 0;
+    const TYPEDESC* type = &outer;
+    for (; type->vt == VT_PTR; type = type->lptdesc)
+        ++pointers;
+    if (type->vt == VT_USERDEFINED) {
+        DescribeUserType(info, type->hreftype, parameter);
+        if (parameter.type == VT_DISPATCH) --pointers;
+    } else {
+        parameter.type = type->vt;
+    }
+    parameter.byReference = pointers > 0;
+    return parameter;
+}
+
+}  // namespace
+
+DispatchTable::DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const MemberThunk> members)
+    : mTypeInfo(std::move(dispatchInfo)) {
+    constexpr UINT kVirtualTable = static_cast<UINT>(-1);
+    HREFTYPE reference = 0;
+    Check(mTypeInfo->GetRefTypeOfImplType(kVirtualTable, &reference), u"An interface is not dual");
+    ComPtr<ITypeInfo> virtualInfo;
+    Check(mTypeInfo->GetRefTypeInfo(reference, virtualInfo.Out()), u"An interface has no virtual table");
+    TypeAttributes attributes(virtualInfo.Get());
+    Check(virtualInfo->GetTypeAttr(attributes.Out()), u"An interface cannot be read");
+    if (attributes->cFuncs != members.size()) Check(TYPE_E_ELEMENTNOTFOUND, u"The type library has other members");
+
+    mMembers.reserve(members.size());
+    for (UINT index = 0; index < members.size(); ++index)
+        AddMember(virtualInfo.Get(), index, members[index]);
+    std::ranges::sort(mMembers, {}, [](const DispatchMember& member) { return std::pair(member.id, member.kind); });
+    std::ranges::sort(mNames, {}, &Name::folded);
+}
+
+void DispatchTable::AddMember(ITypeInfo* virtualInfo, UINT index, const MemberThunk& thunk) {
+    FunctionDescription function(virtualInfo);
+    Check(virtualInfo->GetFuncDesc(index, function.Out()), u"A member cannot be read");
+    const auto count = static_cast<std::size_t>(function->cParams);
+    if (count != thunk.argumentCount || count > kMostArguments) {
+        Check(TYPE_E_ELEMENTNOTFOUND, u"A member has other arguments in the type library");
+    }
+    Names names;
+    names.Read(virtualInfo, function->memid);
+
+    DispatchMember member;
+    member.id = function->memid;
+    member.kind = static_cast<WORD>(function->invkind);
+    member.thunk = thunk;
+    for (std::size_t at = 0; at < count; ++at) {
+        const ELEMDESC& element = function->lprgelemdescParam[at];
+        Parameter parameter = Describe(virtualInfo, element.tdesc);
+        if ((element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0) {
+            member.resultType = parameter.type;
+            continue;
+        }
+        parameter.optional = (element.paramdesc.wParamFlags & (PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) != 0;
+        parameter.handle = (thunk.handleArguments >> at & 1) != 0;
+        if (!parameter.optional) member.requiredCount = static_cast<std::uint8_t>(at + 1);
+        member.parameters.push_back(parameter);
+        member.parameterNames.push_back(FoldedName(names[at + 1]));
+    }
+    Text name = FoldedName(names[0]);
+    const bool known = std::ranges::any_of(mNames, [&](const Name& other) { return other.folded == name; });
+    if (!known) mNames.push_back({std::move(name), member.id});
+    mMembers.push_back(std::move(member));
+}
+
+HRESULT DispatchTable::IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {
+    if (names == nullptr || ids == nullptr) return E_POINTER;
+    if (count == 0) return E_INVALIDARG;
+    std::fill_n(ids, count, DISPID_UNKNOWN);
+    const Name* const found = FindName(names[0]);
+    if (found == nullptr) return DISP_E_UNKNOWNNAME;
+    ids[0] = found->id;
+
+    HRESULT result = S_OK;
+    for (UINT at = 1; at < count; ++at) {
+        const AskedName asked(names[at]);
+        for (const DispatchMember& member : mMembers) {
+            if (member.id != found->id) continue;
+            const auto argument =
+                std::ranges::find(member.parameterNames, asked.Folded(), [](const Text& n) { return TextView(n); });
+            if (argument == member.parameterNames.end() || asked.Folded().empty()) continue;
+            ids[at] = static_cast<DISPID>(argument - member.parameterNames.begin());
+            break;
+        }
+        if (ids[at] == DISPID_UNKNOWN) result = DISP_E_UNKNOWNNAME;
+    }
+    return result;
+}
+
+const DispatchTable::Name* DispatchTable::FindName(const OLECHAR* name) const noexcept {
+    const AskedName asked(name);
+    const auto found =
+        std::ranges::lower_bound(mNames, asked.Folded(), {}, [](const Name& n) { return TextView(n.folded); });
+    return found != mNames.end() && found->folded == asked.Folded() ? &*found : nullptr;
+}
+
+const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const noexcept {
+    auto at = std::ranges::lower_bound(mMembers, id, {}, &DispatchMember::id);
+    const DispatchMember* other = nullptr;
+    for (; at != mMembers.end() && at->id == id; ++at) {
+        if ((at->kind & flags) != 0) return &*at;
+        // A script without an assignment for references sends the one for values, and the other way round.
+        constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+        if ((at->kind & kPuts) != 0 && (flags & kPuts) != 0) other = &*at;
+    }
+    return other;
+}
+
+}  // namespace kwo::com

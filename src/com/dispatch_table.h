@@ -1,0 +1,67 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "com/com_ptr.h"
+#include "com/com_text.h"
+#include "com/member_list.h"
+
+namespace kwo::com {
+
+/// What the type library says of one argument.
+struct Parameter {
+    VARTYPE type = VT_EMPTY;  ///< the automation type, VT_DISPATCH for every interface
+    bool byReference = false;
+    bool optional = false;
+    bool handle = false;
+    IID interfaceId = IID_IDispatch;
+    LONG defaultValue = 0;  ///< of an optional argument that is not a variant
+};
+
+/// One accessor or method.
+struct DispatchMember {
+    DISPID id = DISPID_UNKNOWN;
+    WORD kind = 0;  ///< one of the DISPATCH_ flags
+    MemberThunk thunk{};
+    std::vector<Parameter> parameters;  ///< without the result
+    std::vector<Text> parameterNames;   ///< the same, case-folded
+    VARTYPE resultType = VT_EMPTY;      ///< VT_EMPTY when there is none
+    std::uint8_t requiredCount = 0;     ///< parameters that are not optional
+};
+
+/// Names, ids and arguments of a dual interface, from its type information; made once per class and then only read.
+class DispatchTable {
+public:
+    static constexpr std::size_t kMostArguments = 16;
+
+    /// `members` lists the interface's members in the order of its virtual table. Raises ComponentError when the two do
+    /// not match.
+    DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const MemberThunk> members);
+
+    ITypeInfo* TypeInfo() const { return mTypeInfo.Get(); }
+
+    /// IDispatch::GetIDsOfNames: a member's name, then names of its arguments.
+    HRESULT IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept;
+    /// Null when there is no member of that id.
+    const DispatchMember* Find(DISPID id, WORD flags) const noexcept;
+
+private:
+    struct Name {
+        Text folded;
+        DISPID id;
+    };
+
+    void AddMember(ITypeInfo* virtualInfo, UINT index, const MemberThunk& thunk);
+    const Name* FindName(const OLECHAR* name) const noexcept;
+
+    ComPtr<ITypeInfo> mTypeInfo;
+    std::vector<DispatchMember> mMembers;  ///< by id, accessors of one property in the order get, put, putref
+    std::vector<Name> mNames;              ///< by folded name
+};
+
+}  // namespace kwo::com

@@ -1,0 +1,89 @@
+#include "com/error_report.h"
+
+#include "com/com_ptr.h"
+
+namespace kwo::com {
+
+namespace {
+
+constexpr std::uint32_t kRuntimeErrors = 0x800A0000;
+
+BSTR StringOrNull(TextView text) noexcept {
+    try {
+        return text.empty() ? nullptr : NewString(text);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+/// A string that is freed where a reporting call has copied it.
+class PassedString {
+public:
+    explicit PassedString(TextView text) noexcept : mString(StringOrNull(text)) {}
+    ~PassedString() { ::SysFreeString(mString); }
+    PassedString(const PassedString&) = delete;
+    PassedString& operator=(const PassedString&) = delete;
+    operator BSTR() const { return mString; }
+
+private:
+    BSTR mString;
+};
+
+/// True when there is an error object with all its parts in the thread's place for one.
+bool SetErrorObject(const platform::ComponentError& error, const PassedString& source,
+                    const IID& interfaceId) noexcept {
+    ComPtr<ICreateErrorInfo> made;
+    if (FAILED(::CreateErrorInfo(made.Out()))) return false;
+    made->SetGUID(interfaceId);
+    made->SetSource(source);
+    made->SetDescription(PassedString(error.description));
+    made->SetHelpFile(PassedString(error.helpFile));
+    made->SetHelpContext(static_cast<DWORD>(error.helpContext));
+    const auto info = made.As<IErrorInfo>(IID_IErrorInfo);
+    return info && SUCCEEDED(::SetErrorInfo(0, info.Get()));
+}
+
+}  // namespace
+
+HRESULT ToHresult(std::int32_t number) {
+    constexpr std::int32_t kLargestRuntimeError = 0xFFFF;
+    if (number < 0) return number;
+    if (number == 0 || number > kLargestRuntimeError) return E_UNEXPECTED;
+    return static_cast<HRESULT>(kRuntimeErrors + static_cast<std::uint32_t>(number));
+}
+
+HRESULT ReportToCaller(const platform::ComponentError& error, const MemberName& member) noexcept {
+    try {
+        const Text source = error.source.empty() ? Text(member.className) + Text(member.member) : error.source;
+        if (!SetErrorObject(error, PassedString(source), *member.interfaceId)) ::SetErrorInfo(0, nullptr);
+    } catch (const std::bad_alloc&) {
+        ::SetErrorInfo(0, nullptr);
+    }
+    return ToHresult(error.number);
+}
+
+HRESULT ReportToCaller(HRESULT failure, TextView description, const MemberName& member) noexcept {
+    try {
+        return ReportToCaller(platform::ComponentError{failure, {}, Text(description), {}, 0}, member);
+    } catch (const std::bad_alloc&) {
+        ::SetErrorInfo(0, nullptr);
+        return failure;
+    }
+}
+
+void FillExceptionInfo(HRESULT failure, EXCEPINFO& info) noexcept {
+    info = {};
+    info.scode = failure;
+    ComPtr<IErrorInfo> error;
+    if (::GetErrorInfo(0, error.Out()) != S_OK) return;
+    error->GetSource(&info.bstrSource);
+    error->GetDescription(&info.bstrDescription);
+    error->GetHelpFile(&info.bstrHelpFile);
+    error->GetHelpContext(&info.dwHelpContext);
+}
+
+void RaiseNotBuilt() {
+    platform::Raise(E_NOTIMPL, {}, u"This version of the component does not have this member yet");
+}
+
+}  // namespace kwo::com

@@ -1,0 +1,157 @@
+#include "com/invoke.h"
+
+#include "com/argument.h"
+#include "com/error_report.h"
+
+namespace kwo::com {
+
+namespace {
+
+constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+/// A client that sends both kinds of assignment leaves the choice to the value.
+WORD ChosenFlags(WORD flags, const DISPPARAMS& arguments) {
+    if ((flags & kPuts) != kPuts || arguments.cArgs == 0) return flags;
+    const VARIANT* value = &arguments.rgvarg[0];
+    if (value->vt == (VT_BYREF | VT_VARIANT) && value->pvarVal != nullptr) value = value->pvarVal;
+    const VARTYPE base = value->vt & ~VT_BYREF;
+    return base == VT_DISPATCH || base == VT_UNKNOWN ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
+}
+
+/// The arguments of one call, in the order of the member's parameters.
+class ArgumentFrame {
+public:
+    ArgumentFrame(const DispatchMember& member, DISPPARAMS& arguments, LCID locale)
+        : mMember(member), mArguments(arguments), mLocale(locale) {}
+    ~ArgumentFrame() {
+        for (std::size_t at = 0; at < mPrepared; ++at)
+            mPassed[at].Clear();
+    }
+    ArgumentFrame(const ArgumentFrame&) = delete;
+    ArgumentFrame& operator=(const ArgumentFrame&) = delete;
+
+    HRESULT Prepare(UINT* badArgument) {
+        const HRESULT matched = Match(badArgument);
+        if (FAILED(matched)) return matched;
+        for (const Parameter& parameter : mMember.parameters) {
+            VARIANT* const source = mSources[mPrepared];
+            const HRESULT prepared = mPassed[mPrepared].Prepare(parameter, source, mLocale);
+            if (FAILED(prepared)) {
+                if (source == nullptr) return mArguments.cNamedArgs == 0 ? DISP_E_BADPARAMCOUNT : prepared;
+                return Bad(prepared, source, badArgument);
+            }
+            mPointers[mPrepared] = mPassed[mPrepared].Value();
+            ++mPrepared;
+        }
+        return S_OK;
+    }
+
+    void* const* Pointers(void* result) {
+        mPointers[mPrepared] = result;
+        return mPointers;
+    }
+
+    HRESULT WriteBack(UINT* badArgument) {
+        for (std::size_t at = 0; at < mPrepared; ++at) {
+            const HRESULT converted = mPassed[at].ConvertBack(mLocale);
+            if (FAILED(converted)) return Bad(converted, mSources[at], badArgument);
+        }
+        for (std::size_t at = 0; at < mPrepared; ++at)
+            mPassed[at].WriteBack();
+        return S_OK;
+    }
+
+private:
+    HRESULT Bad(HRESULT result, const VARIANT* source, UINT* badArgument) const {
+        if (badArgument != nullptr) *badArgument = static_cast<UINT>(source - mArguments.rgvarg);
+        return result;
+    }
+
+    /// Finds the caller's argument for every parameter; null stands for one left out.
+    HRESULT Match(UINT* badArgument) {
+        const std::size_t count = mMember.parameters.size();
+        if (mArguments.cArgs > count || mArguments.cNamedArgs > mArguments.cArgs) return DISP_E_BADPARAMCOUNT;
+        for (std::size_t at = 0; at < count; ++at)
+            mSources[at] = nullptr;
+
+        const UINT positional = mArguments.cArgs - mArguments.cNamedArgs;
+        for (UINT at = 0; at < positional; ++at)
+            mSources[at] = &mArguments.rgvarg[mArguments.cArgs - 1 - at];
+
+        const bool isPut = (mMember.kind & kPuts) != 0;
+        if (isPut && (mArguments.cNamedArgs == 0 || mArguments.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT)) {
+            return DISP_E_PARAMNOTOPTIONAL;
+        }
+        for (UINT named = 0; named < mArguments.cNamedArgs; ++named) {
+            DISPID id = mArguments.rgdispidNamedArgs[named];
+            if (isPut && id == DISPID_PROPERTYPUT) id = static_cast<DISPID>(count - 1);
+            VARIANT* const source = &mArguments.rgvarg[named];
+            if (id < 0 || static_cast<std::size_t>(id) >= count || mSources[id] != nullptr) {
+                return Bad(DISP_E_PARAMNOTFOUND, source, badArgument);
+            }
+            mSources[id] = source;
+        }
+        return S_OK;
+    }
+
+    const DispatchMember& mMember;
+    DISPPARAMS& mArguments;
+    LCID mLocale;
+    std::size_t mPrepared = 0;
+    // Uninitialised on purpose: only the arguments that a member has are touched.
+    VARIANT* mSources[DispatchTable::kMostArguments];
+    void* mPointers[DispatchTable::kMostArguments + 1];
+    PassedArgument mPassed[DispatchTable::kMostArguments];
+};
+
+HRESULT Called(const DispatchMember& member, void* interfacePointer, void* const* pointers, EXCEPINFO* exception) {
+    const HRESULT called = member.thunk.call(interfacePointer, pointers);
+    if (SUCCEEDED(called)) return S_OK;
+    EXCEPINFO unwanted;
+    FillExceptionInfo(called, exception != nullptr ? *exception : unwanted);
+    if (exception == nullptr) {
+        ::SysFreeString(unwanted.bstrSource);
+        ::SysFreeString(unwanted.bstrDescription);
+        ::SysFreeString(unwanted.bstrHelpFile);
+    }
+    return DISP_E_EXCEPTION;
+}
+
+void Deliver(VARIANT& value, VARTYPE type, VARIANT* result) {
+    if (type != VT_VARIANT) value.vt = type;
+    if (result != nullptr) {
+        *result = value;
+    } else {
+        ::VariantClear(&value);
+    }
+}
+
+}  // namespace
+
+HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
+                     DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
+    if (result != nullptr) ::VariantInit(result);
+    if (arguments == nullptr || (arguments->cArgs != 0 && arguments->rgvarg == nullptr) ||
+        (arguments->cNamedArgs != 0 && arguments->rgdispidNamedArgs == nullptr)) {
+        return E_INVALIDARG;
+    }
+    const DispatchMember* const member = table.Find(id, ChosenFlags(flags, *arguments));
+    if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
+
+    ArgumentFrame frame(*member, *arguments, locale);
+    const HRESULT prepared = frame.Prepare(badArgument);
+    if (FAILED(prepared)) return prepared;
+
+    VARIANT value;
+    value.vt = VT_EMPTY;
+    value.llVal = 0;
+    void* const place = member->resultType == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
+    const HRESULT called = Called(*member, interfacePointer, frame.Pointers(place), exception);
+    if (FAILED(called)) return called;
+
+    const HRESULT written = frame.WriteBack(badArgument);
+    if (member->resultType != VT_EMPTY) Deliver(value, member->resultType, SUCCEEDED(written) ? result : nullptr);
+    return written;
+}
+
+}  // namespace kwo::com

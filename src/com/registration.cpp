@@ -1,0 +1,274 @@
+#include "com/registration.h"
+
+#include <algorithm>
+#include <new>
+#include <vector>
+
+#include "com/registration_failure.h"
+#include "com/registry_changes.h"
+#include "com/server_description.h"
+
+namespace kwo::com {
+namespace {
+
+constexpr wchar_t kClassesKey[] = L"Software\\Classes";
+/// Which of the keys that all software shares did not exist before us, so that they can go again.
+constexpr wchar_t kKeysMade[] = L"KeysMade";
+
+struct Value {
+    std::wstring name;
+    std::wstring text;
+};
+
+/// A key with the values it is to hold. Lists of them name a parent before its children.
+struct Key {
+    std::wstring path;
+    std::vector<Value> values;
+};
+
+template <class Body>
+HRESULT Guarded(Body&& body) noexcept {
+    try {
+        return body();
+    } catch (const RegistrationFailure& failure) {
+        return failure.reason;
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        return E_UNEXPECTED;
+    }
+}
+
+/// Where a server's keys are, below the key of all classes.
+class Layout {
+public:
+    Layout(ServerDescription server, std::wstring classes)
+        : mServer(std::move(server)), mClasses(std::move(classes)) {}
+
+    [[nodiscard]] const ServerDescription& Server() const { return mServer; }
+
+    [[nodiscard]] std::wstring Path(const std::wstring& relative) const {
+        return relative.empty() ? mClasses : mClasses + L"\\" + relative;
+    }
+    [[nodiscard]] std::wstring ClassPath(const ServerDescription::Class& one) const {
+        return Path(L"CLSID\\" + one.clsid);
+    }
+    [[nodiscard]] std::wstring ModulePathKey(const ServerDescription::Class& one) const {
+        return ClassPath(one) + L"\\InprocServer32";
+    }
+    [[nodiscard]] std::wstring InterfacePath(const ServerDescription::Interface& one) const {
+        return Path(L"Interface\\" + one.iid);
+    }
+    [[nodiscard]] std::wstring VersionPath() const {
+        return Path(L"TypeLib\\" + mServer.libraryId + L"\\" + mServer.version);
+    }
+    [[nodiscard]] std::wstring LocalePath() const { return VersionPath() + L"\\" + mServer.locale; }
+    [[nodiscard]] std::wstring PlatformPath() const { return LocalePath() + L"\\" + mServer.platform; }
+
+    [[nodiscard]] std::vector<Key> LibraryKeys() const {
+        return {{Path(L"TypeLib\\" + mServer.libraryId), {}},
+                {VersionPath(), {{L"", mServer.libraryText}}},
+                {VersionPath() + L"\\FLAGS", {{L"", mServer.flags}}},
+                {VersionPath() + L"\\HELPDIR", {{L"", mServer.moduleFolder}}},
+                {LocalePath(), {}}};
+    }
+    [[nodiscard]] std::vector<Key> PlatformKeys() const { return {{PlatformPath(), {{L"", mServer.modulePath}}}}; }
+    [[nodiscard]] std::vector<Key> InterfaceKeys(const ServerDescription::Interface& one) const {
+        const std::wstring key = InterfacePath(one);
+        return {{key, {{L"", one.name}}},
+                {key + L"\\ProxyStubClsid32", {{L"", one.proxyStub}}},
+                {key + L"\\TypeLib", {{L"", mServer.libraryId}, {L"Version", mServer.version}}}};
+    }
+    [[nodiscard]] std::vector<Key> ClassKeys(const ServerDescription::Class& one) const {
+        const std::wstring key = ClassPath(one);
+        return {{key, {{L"", one.progId}}},
+                {ModulePathKey(one), {{L"", mServer.modulePath}, {L"ThreadingModel", L"Apartment"}}},
+                {key + L"\\ProgID", {{L"", one.progId}}},
+                {key + L"\\Programmable", {}},
+                {key + L"\\TypeLib", {{L"", mServer.libraryId}}},
+                {key + L"\\Version", {{L"", mServer.version}}}};
+    }
+    [[nodiscard]] std::vector<Key> ProgIdKeys(const ServerDescription::Class& one) const {
+        const std::wstring key = Path(one.progId);
+        return {{key, {{L"", one.progId}}}, {key + L"\\CLSID", {{L"", one.clsid}}}};
+    }
+
+private:
+    ServerDescription mServer;
+    std::wstring mClasses;
+};
+
+/// A key that all software shares, relative to the key of all classes, with the name it has in our record. The system
+/// keeps two of some of them, one for each bitness.
+struct SharedKey {
+    std::wstring path;
+    std::wstring recordName;
+    bool perBitness;
+};
+
+/// Children before parents: the order in which they can go.
+std::vector<SharedKey> SharedKeys(const std::wstring& platform) {
+    return {{L"CLSID", L"CLSID " + platform, true},
+            {L"Interface", L"Interface " + platform, true},
+            {L"TypeLib", L"TypeLib", false},
+            {L"", L"Classes", false}};
+}
+
+std::vector<std::wstring> SplitRecord(const std::wstring& text) {
+    std::vector<std::wstring> names;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find(L';', start), text.size());
+        names.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return names;
+}
+
+std::wstring JoinRecord(const std::vector<std::wstring>& names) {
+    std::wstring text;
+    for (const std::wstring& name : names) text += (text.empty() ? L"" : L";") + name;
+    return text;
+}
+
+bool Contains(const std::vector<std::wstring>& names, const std::wstring& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// The text of a value, empty when there is none.
+std::wstring TextAt(RegistrationStore& store, const std::wstring& path, const std::wstring& name = L"") {
+    StoredValue value;
+    return store.GetValue(path, name, value) == ERROR_SUCCESS ? value.Text() : L"";
+}
+
+/// Whether a registration names this file, or none: then it is the rest of one that was damaged.
+bool OursOrNobodys(const std::wstring& registered, const ServerDescription& server) {
+    return registered.empty() ||
+           CompareStringOrdinal(registered.c_str(), -1, server.modulePath.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+void Write(RegistryChanges& changes, const std::vector<Key>& keys) {
+    for (const Key& key : keys) {
+        changes.CreateKey(key.path);
+        for (const Value& value : key.values) {
+            changes.SetValue(key.path, value.name, StoredValue::OfText(value.text));
+        }
+    }
+}
+
+void RecordKeysMade(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
+    std::vector<std::wstring> made = SplitRecord(TextAt(store, layout.VersionPath(), kKeysMade));
+    const std::size_t before = made.size();
+    for (const SharedKey& key : SharedKeys(layout.Server().platform)) {
+        if (changes.Created(layout.Path(key.path))) made.push_back(key.recordName);
+    }
+    if (made.size() == before) return;
+    changes.SetValue(layout.VersionPath(), kKeysMade, StoredValue::OfText(JoinRecord(made)));
+}
+
+/// The listed values go, then each key that has nothing else in it.
+void Remove(RegistryChanges& changes, const std::vector<Key>& keys) {
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+        for (const Value& value : key->values) changes.DeleteValue(key->path, value.name);
+        changes.DeleteKeyIfEmpty(key->path);
+    }
+}
+
+void RemoveClasses(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
+    for (const ServerDescription::Class& one : layout.Server().classes) {
+        if (!OursOrNobodys(TextAt(store, layout.ModulePathKey(one)), layout.Server())) continue;
+        Remove(changes, layout.ClassKeys(one));
+        // The programmatic identifier serves both bitnesses.
+        const bool inUse = store.OtherBitnessHas(layout.ModulePathKey(one));
+        if (!inUse && TextAt(store, layout.Path(one.progId) + L"\\CLSID") == one.clsid) {
+            Remove(changes, layout.ProgIdKeys(one));
+        }
+    }
+}
+
+void RemoveInterfaces(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
+    for (const ServerDescription::Interface& one : layout.Server().interfaces) {
+        const std::wstring library = layout.InterfacePath(one) + L"\\TypeLib";
+        const bool ours = TextAt(store, library) == layout.Server().libraryId &&
+                          TextAt(store, library, L"Version") == layout.Server().version;
+        if (ours) Remove(changes, layout.InterfaceKeys(one));
+    }
+}
+
+bool IsMissing(RegistrationStore& store, const std::wstring& path) {
+    bool empty = false;
+    return store.IsEmpty(path, empty) == ERROR_FILE_NOT_FOUND;
+}
+
+/// Takes this bitness's library away, and all of it when the other bitness is not there, with the shared keys that we
+/// made and nobody uses.
+void RemoveLibrary(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
+    const std::vector<std::wstring> made = SplitRecord(TextAt(store, layout.VersionPath(), kKeysMade));
+    Remove(changes, layout.PlatformKeys());
+    changes.DeleteKeyIfEmpty(layout.LocalePath());
+    const bool last = IsMissing(store, layout.LocalePath());
+    if (last) {
+        changes.DeleteValue(layout.VersionPath(), kKeysMade);
+        Remove(changes, layout.LibraryKeys());
+    }
+
+    std::vector<std::wstring> left = made;
+    for (const SharedKey& key : SharedKeys(layout.Server().platform)) {
+        if (!Contains(made, key.recordName)) continue;
+        changes.DeleteKeyIfEmpty(layout.Path(key.path));
+        if (key.perBitness) std::erase(left, key.recordName);
+    }
+    if (!last && left != made) {
+        changes.SetValue(layout.VersionPath(), kKeysMade, StoredValue::OfText(JoinRecord(left)));
+    }
+}
+
+HKEY RootOf(Scope scope) { return scope == Scope::kUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
+
+}  // namespace
+
+HRESULT Register(HINSTANCE module, Scope scope) noexcept {
+    return Guarded([&] {
+        WindowsRegistrationStore store(RootOf(scope));
+        return Register(module, store, kClassesKey);
+    });
+}
+
+HRESULT Unregister(HINSTANCE module, Scope scope) noexcept {
+    return Guarded([&] {
+        WindowsRegistrationStore store(RootOf(scope));
+        return Unregister(module, store, kClassesKey);
+    });
+}
+
+HRESULT Register(HINSTANCE module, RegistrationStore& store, const std::wstring& classes) noexcept {
+    return Guarded([&] {
+        const Layout layout(DescribeServer(module), classes);
+        RegistryChanges changes(store);
+        Write(changes, layout.LibraryKeys());
+        Write(changes, layout.PlatformKeys());
+        for (const auto& one : layout.Server().interfaces) Write(changes, layout.InterfaceKeys(one));
+        for (const auto& one : layout.Server().classes) {
+            Write(changes, layout.ClassKeys(one));
+            Write(changes, layout.ProgIdKeys(one));
+        }
+        RecordKeysMade(changes, store, layout);
+        changes.Keep();
+        return S_OK;
+    });
+}
+
+HRESULT Unregister(HINSTANCE module, RegistrationStore& store, const std::wstring& classes) noexcept {
+    return Guarded([&] {
+        const Layout layout(DescribeServer(module), classes);
+        RegistryChanges changes(store);
+        RemoveClasses(changes, store, layout);
+        if (OursOrNobodys(TextAt(store, layout.PlatformPath()), layout.Server())) {
+            RemoveInterfaces(changes, store, layout);
+            RemoveLibrary(changes, store, layout);
+        }
+        changes.Keep();
+        return S_OK;
+    });
+}
+
+}  // namespace kwo::com

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace kwo::com {
+
+/// A registry value as it is stored: its type and its bytes, terminators included.
+struct StoredValue {
+    DWORD type = REG_NONE;
+    std::vector<BYTE> bytes;
+
+    static StoredValue OfText(const std::wstring& text);
+    /// The text up to the first terminator; empty for every type that is no text.
+    [[nodiscard]] std::wstring Text() const;
+};
+
+/// The registry as registration reads and writes it. Paths start below one root key and know no other separator than
+/// the backslash; the name of a key's default value is empty. Results are Windows status codes.
+class RegistrationStore {
+public:
+    virtual ~RegistrationStore() = default;
+    /// Opens or creates the last key of `path`; its parent exists. `created` is written on success only.
+    [[nodiscard]] virtual LSTATUS CreateKey(const std::wstring& path, bool& created) = 0;
+    /// The key has no subkeys; its values go with it.
+    [[nodiscard]] virtual LSTATUS DeleteKey(const std::wstring& path) = 0;
+    /// Whether the key has neither subkeys nor values.
+    [[nodiscard]] virtual LSTATUS IsEmpty(const std::wstring& path, bool& empty) = 0;
+    [[nodiscard]] virtual LSTATUS GetValue(const std::wstring& path, const std::wstring& name, StoredValue& value) = 0;
+    [[nodiscard]] virtual LSTATUS SetValue(const std::wstring& path, const std::wstring& name,
+                                           const StoredValue& value) = 0;
+    [[nodiscard]] virtual LSTATUS DeleteValue(const std::wstring& path, const std::wstring& name) = 0;
+    /// Whether processes of the other bitness see this key. On 32-bit Windows there is but one view of it.
+    [[nodiscard]] virtual bool OtherBitnessHas(const std::wstring& path) = 0;
+};
+
+/// The real one, below a root key that stays open as long as the store lives.
+class WindowsRegistrationStore final : public RegistrationStore {
+public:
+    explicit WindowsRegistrationStore(HKEY root) : mRoot(root) {}
+
+    [[nodiscard]] LSTATUS CreateKey(const std::wstring& path, bool& created) override;
+    [[nodiscard]] LSTATUS DeleteKey(const std::wstring& path) override;
+    [[nodiscard]] LSTATUS IsEmpty(const std::wstring& path, bool& empty) override;
+    [[nodiscard]] LSTATUS GetValue(const std::wstring& path, const std::wstring& name, StoredValue& value) override;
+    [[nodiscard]] LSTATUS SetValue(const std::wstring& path, const std::wstring& name,
+                                   const StoredValue& value) override;
+    [[nodiscard]] LSTATUS DeleteValue(const std::wstring& path, const std::wstring& name) override;
+    [[nodiscard]] bool OtherBitnessHas(const std::wstring& path) override;
+
+private:
+    HKEY mRoot;
+};
+
+}  // namespace kwo::com

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "com/registration_store.h"
+
+namespace kwo::com {
+
+/// Changes that are taken back, the last one first, unless they are kept: created keys are deleted, deleted ones
+/// created, values get back what they held. Every member throws RegistrationFailure when the store refuses.
+class RegistryChanges {
+public:
+    explicit RegistryChanges(RegistrationStore& store) : mStore(store) {}
+    RegistryChanges(const RegistryChanges&) = delete;
+    RegistryChanges& operator=(const RegistryChanges&) = delete;
+    ~RegistryChanges();
+
+    /// Creates the key and its missing parents.
+    void CreateKey(const std::wstring& path);
+    /// The key exists.
+    void SetValue(const std::wstring& path, const std::wstring& name, const StoredValue& value);
+    /// Nothing happens where there is no such value or key.
+    void DeleteValue(const std::wstring& path, const std::wstring& name);
+    void DeleteKeyIfEmpty(const std::wstring& path);
+    [[nodiscard]] bool Created(const std::wstring& path) const { return mCreated.contains(path); }
+    void Keep() { mUndo.clear(); }
+
+private:
+    void CreateOneKey(const std::wstring& path);
+
+    RegistrationStore& mStore;
+    std::set<std::wstring> mPresent;
+    std::set<std::wstring> mCreated;
+    std::vector<std::function<void()>> mUndo;
+};
+
+}  // namespace kwo::com

@@ -1,0 +1,82 @@
+#include "com/automation_object.h"
+#include "com/class_objects.h"
+#include "kwoutil.h"
+#include "platform/windows/variant_bridge.h"
+#include "registry/kwo_registry.h"
+
+namespace kwo::com {
+
+namespace {
+
+constexpr std::uint8_t kFirstIsHandle = 1;
+
+constexpr MemberThunk kMembers[] = {
+    Member<&_KWORegistry::KWO_RegGetValueEx, kFirstIsHandle>,  Member<&_KWORegistry::KWO_RegDeleteKey, kFirstIsHandle>,
+    Member<&_KWORegistry::KWO_RegDeleteValue, kFirstIsHandle>, Member<&_KWORegistry::KWO_RegCreateKey, kFirstIsHandle>,
+    Member<&_KWORegistry::KWO_RegSetValue, kFirstIsHandle>,    Member<&_KWORegistry::KWO_RegGetValue, kFirstIsHandle>,
+};
+
+ClassInfo& Info() {
+    static ClassInfo info(CLSID_KWORegistry, IID__KWORegistry, nullptr, u"KWORegistry", kMembers);
+    return info;
+}
+
+class RegistryObject final : public AutomationObject<_KWORegistry> {
+public:
+    RegistryObject() : AutomationObject(Info()), mRegistry(Component()) {}
+
+    STDMETHODIMP KWO_RegGetValueEx(LONG* key, BSTR* valueName, VARIANT defaultValue, VARIANT* result) override {
+        return Run(u".KWO_RegGetValueEx", [&] {
+            VARIANT& found = Required(result);
+            found = platform::windows::ToVariant(mRegistry.KWO_RegGetValueEx(
+                Required(key), ToText(Required(valueName)), platform::windows::FromVariant(defaultValue)));
+        });
+    }
+    STDMETHODIMP KWO_RegDeleteKey(LONG* root, BSTR* keyName, LONG* status) override {
+        return Run(u".KWO_RegDeleteKey", [&] {
+            LONG& answer = Required(status);
+            answer = mRegistry.KWO_RegDeleteKey(Required(root), ToText(Required(keyName)));
+        });
+    }
+    STDMETHODIMP KWO_RegDeleteValue(LONG* root, BSTR* keyName, BSTR* valueName, LONG* status) override {
+        return Run(u".KWO_RegDeleteValue", [&] {
+            LONG& answer = Required(status);
+            answer =
+                mRegistry.KWO_RegDeleteValue(Required(root), ToText(Required(keyName)), ToText(Required(valueName)));
+        });
+    }
+    STDMETHODIMP KWO_RegCreateKey(LONG* root, BSTR* keyName, LONG* key) override {
+        return Run(u".KWO_RegCreateKey", [&] {
+            LONG& answer = Required(key);
+            answer = mRegistry.KWO_RegCreateKey(Required(root), ToText(Required(keyName)));
+        });
+    }
+    STDMETHODIMP KWO_RegSetValue(LONG* root, BSTR* keyName, BSTR* valueName, BSTR* value, LONG* status) override {
+        return Run(u".KWO_RegSetValue", [&] {
+            LONG& answer = Required(status);
+            answer = mRegistry.KWO_RegSetValue(Required(root), ToText(Required(keyName)), ToText(Required(valueName)),
+                                               ToText(Required(value)));
+        });
+    }
+    STDMETHODIMP KWO_RegGetValue(LONG* root, BSTR* keyName, BSTR* valueName, BSTR* value, LONG* status) override {
+        return Run(u".KWO_RegGetValue", [&] {
+            BSTR& returned = Required(value);
+            LONG& answer = Required(status);
+            Text text;
+            answer =
+                mRegistry.KWO_RegGetValue(Required(root), ToText(Required(keyName)), ToText(Required(valueName)), text);
+            Replace(returned, text);
+        });
+    }
+
+private:
+    registry::KWORegistry mRegistry;
+};
+
+}  // namespace
+
+ClassEntry RegistryClass() {
+    return {CLSID_KWORegistry, &Make<RegistryObject>};
+}
+
+}  // namespace kwo::com

@@ -1,0 +1,321 @@
+#include "registry/kwo_registry.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/simulated/simulated_desktop.h"
+
+namespace kwo::registry {
+namespace {
+
+using platform::Currency;
+using platform::Date;
+using platform::Variant;
+
+constexpr Handle kCurrentUser = static_cast<Handle>(0x80000001);
+constexpr TextView kPath = u"Software\\KWOUtilTest";
+constexpr std::uint32_t kString = 1;
+constexpr std::uint32_t kBinary = 3;
+constexpr std::uint32_t kNumber = 4;
+
+class KWORegistryTest : public testing::Test {
+protected:
+    platform::simulated::SimulatedDesktop desktop;
+    frame::Component component{desktop.Services()};
+    KWORegistry registry{component};
+
+    void Store(TextView name, std::uint32_t type, std::string bytes) {
+        desktop.registry.PutValue(kCurrentUser, kPath, name, type, std::move(bytes));
+    }
+    void StoreNumber(TextView name, std::uint32_t number) {
+        std::string bytes;
+        for (int shift = 0; shift < 32; shift += 8)
+            bytes += static_cast<char>(number >> shift);
+        Store(name, kNumber, bytes);
+    }
+    std::string Stored(TextView name) {
+        const auto* value = desktop.registry.Find(kCurrentUser, kPath, name);
+        return value == nullptr ? "(none)" : value->bytes;
+    }
+    Text Read(TextView name) {
+        Text value = u"before";
+        EXPECT_EQ(registry.KWO_RegGetValue(kCurrentUser, kPath, name, value), 0);
+        return value;
+    }
+    Handle OpenKey() { return registry.KWO_RegCreateKey(kCurrentUser, kPath); }
+    Variant ReadLike(const Variant& like) { return registry.KWO_RegGetValueEx(OpenKey(), u"v", like); }
+};
+using RegSetValueTest = KWORegistryTest;
+using RegGetValueTest = KWORegistryTest;
+using RegGetValueExTest = KWORegistryTest;
+using RegCreateKeyTest = KWORegistryTest;
+using RegDeleteTest = KWORegistryTest;
+using RegSetValueIntended = KWORegistryTest;
+using RegGetValueIntended = KWORegistryTest;
+using RegCreateKeyIntended = KWORegistryTest;
+
+TEST_F(RegSetValueTest, StoresAStringWithItsTerminatorAndCreatesTheKey) {
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 0);
+    EXPECT_EQ(Stored(u"v"), std::string("text\0", 5));
+    EXPECT_EQ(desktop.registry.Find(kCurrentUser, kPath, u"v")->type, kString);
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegSetValueTest, AsksForWriteAccessOnly) {
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 0);
+    const auto lines = desktop.log.Starting("RegCreateKeyEx");
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_NE(lines[0].find("access=0x20006"), std::string::npos) << lines[0];
+}
+
+TEST_F(RegSetValueTest, ReturnsTheStatusOfAFailedCreateOrSet) {
+    desktop.FailCall("RegCreateKeyEx", 1, 5);
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 5);
+    EXPECT_EQ(component.apiResult.last, 5);
+    desktop.FailCall("RegSetValueEx", 1, 1450);
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 1450);
+    EXPECT_EQ(Stored(u"v"), "(none)");
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegSetValueTest, AnInvalidRootIsTheStatusOfAnInvalidHandle) {
+    EXPECT_EQ(registry.KWO_RegSetValue(0, kPath, u"v", u"text"), 6);
+    EXPECT_EQ(registry.KWO_RegSetValue(12345, kPath, u"v", u"text"), 6);
+}
+
+// A reader would expect an empty string.
+TEST_F(RegSetValueIntended, AnEmptyValueIsStoredAsOneBlank) {
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u""), 0);
+    EXPECT_EQ(Stored(u"v"), std::string(" \0", 2));
+    EXPECT_EQ(Read(u"v"), u"");
+}
+
+TEST_F(RegGetValueTest, ReadsAStringWithoutTerminatorAndTrailingBlanks) {
+    Store(u"v", kString, std::string("text  \0", 7));
+    EXPECT_EQ(Read(u"v"), u"text");
+    Store(u"v", kString, "text");
+    EXPECT_EQ(Read(u"v"), u"text");
+    Store(u"v", kString, std::string("a\0b\0\0", 5));
+    EXPECT_EQ(Read(u"v"), Text(u"a\0b\0", 4));
+    Store(u"v", kString, std::string(1, '\0'));
+    EXPECT_EQ(Read(u"v"), u"");
+    Store(u"v", kString, "");
+    EXPECT_EQ(Read(u"v"), u"");
+}
+
+TEST_F(RegGetValueTest, AsksForQueryAccessOnlyAndClosesTheKey) {
+    Store(u"v", kString, "x");
+    Read(u"v");
+    EXPECT_NE(desktop.log.Starting("RegOpenKeyEx").at(0).find("access=0x1 "), std::string::npos);
+    EXPECT_NE(desktop.log.Starting("RegQueryValueEx").at(0).find("capacity=1024"), std::string::npos);
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegGetValueTest, AMissingKeyOrValueIsStatusTwoAndEmpty) {
+    Text value = u"before";
+    EXPECT_EQ(registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value), 2);
+    EXPECT_EQ(value, u"");
+    desktop.registry.PutKey(kCurrentUser, kPath);
+    value = u"before";
+    EXPECT_EQ(registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value), 2);
+    EXPECT_EQ(value, u"");
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegGetValueTest, ReadsUpTo1024BytesAndSaysMoreDataBeyond) {
+    Store(u"v", kString, std::string(1023, 'x') + '\0');
+    EXPECT_EQ(Read(u"v").size(), 1023u);
+    Store(u"v", kString, std::string(1024, 'x'));
+    EXPECT_EQ(Read(u"v").size(), 1024u);
+    Store(u"v", kString, std::string(1024, 'x') + '\0');
+    Text value = u"before";
+    EXPECT_EQ(registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value), 234);
+    EXPECT_EQ(value, u"");
+}
+
+TEST_F(RegGetValueTest, OtherTypesAreEmptyWithSuccess) {
+    Store(u"v", kBinary, "abc");
+    EXPECT_EQ(Read(u"v"), u"");
+}
+
+TEST_F(RegGetValueTest, ANumberIsDecimalText) {
+    struct Row {
+        std::uint32_t stored;
+        TextView text;
+    };
+    for (const Row& row : {Row{0, u"0"}, Row{255, u"255"}, Row{16, u"16"}, Row{0x12345678, u"305419896"},
+                           Row{0x7FFFFFFF, u"2147483647"}, Row{0xFFFFFFFF, u"-1"}}) {
+        StoreNumber(u"v", row.stored);
+        EXPECT_EQ(Read(u"v"), row.text) << row.stored;
+    }
+}
+
+// A reader would expect the number that was stored.
+TEST_F(RegGetValueIntended, BytesBelowSixteenAndAHighByteOfABlankReadBackWrongly) {
+    StoreNumber(u"v", 66051);  // bytes 03 02 01 00
+    EXPECT_EQ(Read(u"v"), u"291");
+    StoreNumber(u"v", 261);  // bytes 05 01 00 00
+    EXPECT_EQ(Read(u"v"), u"21");
+    StoreNumber(u"v", 0x20000011);  // the blank goes, and two zero bytes count as one digit each
+    EXPECT_EQ(Read(u"v"), u"17");
+    StoreNumber(u"v", 0x00202041);
+    EXPECT_EQ(Read(u"v"), u"65");
+    StoreNumber(u"v", 0x80000010);  // 80 0 0 10
+    EXPECT_EQ(Read(u"v"), u"8388624");
+}
+
+TEST_F(RegGetValueTest, ANumberOfTooManyBytesIsEmpty) {
+    Store(u"v", kNumber, std::string(5, '\x7F'));
+    EXPECT_EQ(Read(u"v"), u"");
+    Store(u"v", kNumber, "");
+    EXPECT_EQ(Read(u"v"), u"0");
+}
+
+TEST_F(RegDeleteTest, DeletesAValueAndAKey) {
+    Store(u"v", kString, "x");
+    EXPECT_EQ(registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"), 0);
+    EXPECT_EQ(Stored(u"v"), "(none)");
+    EXPECT_EQ(registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"), 2);
+    EXPECT_EQ(registry.KWO_RegDeleteKey(kCurrentUser, kPath), 0);
+    EXPECT_FALSE(desktop.registry.KeyExists(kCurrentUser, kPath));
+    EXPECT_EQ(registry.KWO_RegDeleteKey(kCurrentUser, kPath), 2);
+    EXPECT_EQ(registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"), 2);
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegDeleteTest, ValuesAreDeletedWithAllAccess) {
+    Store(u"v", kString, "x");
+    EXPECT_EQ(registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"), 0);
+    EXPECT_NE(desktop.log.Starting("RegOpenKeyEx").at(0).find("access=0xf003f"), std::string::npos);
+}
+
+TEST_F(RegDeleteTest, ReturnsThePlatformsStatus) {
+    Store(u"v", kString, "x");
+    desktop.FailCall("RegDeleteValue", 1, 5);
+    EXPECT_EQ(registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"), 5);
+    desktop.registry.PutKey(kCurrentUser, u"Software\\KWOUtilTest\\Below");
+    EXPECT_EQ(registry.KWO_RegDeleteKey(kCurrentUser, kPath), 5);
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegCreateKeyTest, ReturnsAnOpenKeyWithTheStatedRights) {
+    const Handle key = registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    EXPECT_NE(key, 0);
+    EXPECT_EQ(desktop.registry.OpenKeys(), 1u);
+    EXPECT_NE(desktop.log.Starting("RegCreateKeyEx").at(0).find("access=0x20007"), std::string::npos);
+    EXPECT_EQ(registry.KWO_RegSetValue(key, u"", u"v", u"text"), 0);
+    EXPECT_EQ(Stored(u"v"), std::string("text\0", 5));
+}
+
+// A reader would expect 0 after every failure.
+TEST_F(RegCreateKeyIntended, AFailureReturnsTheKeyOfTheCallBefore) {
+    desktop.FailCall("RegCreateKeyEx", 1, 5);
+    EXPECT_EQ(registry.KWO_RegCreateKey(kCurrentUser, kPath), 0);
+    const Handle key = registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    desktop.FailCall("RegCreateKeyEx", 1, 5);
+    EXPECT_EQ(registry.KWO_RegCreateKey(kCurrentUser, kPath), key);
+    EXPECT_EQ(component.apiResult.last, 5);
+}
+
+TEST_F(RegGetValueExTest, NumbersTakeTheTypeOfTheDefault) {
+    StoreNumber(u"v", 200);
+    EXPECT_EQ(ReadLike(std::int16_t{1}), Variant(std::int16_t{200}));
+    EXPECT_EQ(ReadLike(std::int32_t{1}), Variant(std::int32_t{200}));
+    EXPECT_EQ(ReadLike(1.0f), Variant(200.0f));
+    EXPECT_EQ(ReadLike(1.0), Variant(200.0));
+    EXPECT_EQ(ReadLike(Currency{1}), Variant(Currency::Whole(200)));
+    EXPECT_EQ(ReadLike(std::uint8_t{1}), Variant(std::uint8_t{200}));
+    EXPECT_EQ(ReadLike(false), Variant(true));
+    StoreNumber(u"v", 0);
+    EXPECT_EQ(ReadLike(true), Variant(false));
+    StoreNumber(u"v", 0xFFFFFFFF);
+    EXPECT_EQ(ReadLike(std::int32_t{1}), Variant(std::int32_t{-1}));
+    EXPECT_EQ(ReadLike(std::int16_t{1}), Variant(std::int16_t{-1}));
+}
+
+TEST_F(RegGetValueExTest, ANumberThatDoesNotFitGivesTheDefault) {
+    struct Row {
+        std::int32_t stored;
+        Variant like, read;
+    };
+    constexpr std::int16_t kLike16 = 7;
+    constexpr std::uint8_t kLike8 = 7;
+    for (const Row& row : {Row{32767, kLike16, std::int16_t{32767}}, Row{32768, kLike16, kLike16},
+                           Row{-32768, kLike16, std::int16_t{-32768}}, Row{-32769, kLike16, kLike16},
+                           Row{255, kLike8, std::uint8_t{255}}, Row{256, kLike8, kLike8}, Row{-1, kLike8, kLike8}}) {
+        StoreNumber(u"v", static_cast<std::uint32_t>(row.stored));
+        EXPECT_EQ(ReadLike(row.like), row.read) << row.stored;
+    }
+}
+
+TEST_F(RegGetValueExTest, AnUnreadableValueGivesTheDefault) {
+    const Variant number = std::int32_t{42};
+    const Variant text = Text(u"default");
+    EXPECT_EQ(ReadLike(number), number);
+    EXPECT_EQ(ReadLike(text), text);
+    Store(u"v", kString, "longer than four");
+    EXPECT_EQ(ReadLike(number), number);
+    EXPECT_EQ(registry.KWO_RegGetValueEx(0, u"v", text), text);
+    EXPECT_EQ(registry.KWO_RegGetValueEx(99999, u"v", number), number);
+}
+
+TEST_F(RegGetValueExTest, OtherTypesOfDefaultAreReturnedWithoutReading) {
+    StoreNumber(u"v", 1);
+    const Handle key = OpenKey();
+    for (const Variant& like : {Variant(platform::Empty{}), Variant(platform::Null{}), Variant(platform::Missing{}),
+                                Variant(platform::ErrorValue{7}), Variant(platform::HostObjectRef{})}) {
+        EXPECT_EQ(registry.KWO_RegGetValueEx(key, u"v", like), like);
+    }
+    EXPECT_EQ(desktop.faults.Calls("RegQueryValueEx"), 0);
+}
+
+TEST_F(RegGetValueExTest, TextIsCutAtItsEndAndTrimmedOnTheRight) {
+    const Variant like = Text(u"default");
+    Store(u"v", kString, std::string(" text  \0junk", 12));
+    EXPECT_EQ(ReadLike(like), Variant(Text(u" text")));
+    Store(u"v", kString, "no end");
+    EXPECT_EQ(ReadLike(like), Variant(Text(u"no end")));
+    Store(u"v", kString, "");
+    EXPECT_EQ(ReadLike(like), Variant(Text()));
+}
+
+TEST_F(RegGetValueExTest, LongTextIsReadWholeWithASecondQuery) {
+    const Variant like = Text(u"default");
+    for (const std::size_t length : {259u, 260u, 261u, 1024u, 50'000u}) {
+        Store(u"v", kString, std::string(length, 'x') + '\0');
+        const int before = desktop.faults.Calls("RegQueryValueEx");
+        EXPECT_EQ(ReadLike(like), Variant(Text(length, u'x')));
+        EXPECT_EQ(desktop.faults.Calls("RegQueryValueEx") - before, length < 260 ? 1 : 2) << length;
+    }
+}
+
+TEST_F(RegGetValueExTest, AFailingSecondQueryGivesTheDefault) {
+    Store(u"v", kString, std::string(300, 'x'));
+    desktop.FailCall("RegQueryValueEx", 2, 5);
+    EXPECT_EQ(ReadLike(Text(u"default")), Variant(Text(u"default")));
+}
+
+TEST_F(RegGetValueExTest, ADateIsReadFromItsTextOrZero) {
+    const Variant like = Date{100};
+    Store(u"v", kString, std::string("12/31/1999\0", 11));
+    EXPECT_EQ(ReadLike(like), Variant(Date{36525}));
+    Store(u"v", kString, std::string("0\0", 2));
+    EXPECT_EQ(ReadLike(like), Variant(Date{0}));
+    for (const std::string text : {"00", " 0", "no date", ""}) {
+        Store(u"v", kString, text + '\0');
+        EXPECT_EQ(ReadLike(like), like) << text;
+    }
+}
+
+TEST_F(RegGetValueExTest, TheKeyStaysOpen) {
+    StoreNumber(u"v", 1);
+    const Handle key = OpenKey();
+    registry.KWO_RegGetValueEx(key, u"v", std::int32_t{0});
+    registry.KWO_RegGetValueEx(key, u"v", Text());
+    EXPECT_TRUE(desktop.log.Starting("RegCloseKey").empty());
+    EXPECT_EQ(desktop.registry.OpenKeys(), 1u);
+}
+
+}  // namespace
+}  // namespace kwo::registry

@@ -1,0 +1,247 @@
+#pragma once
+
+#include <windows.h>
+// after <windows.h>
+#include <gtest/gtest.h>
+#include <ocidl.h>
+#include <oleauto.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kwo::com_test {
+
+/// A counted reference to an interface.
+template <class T>
+class ComPtr {
+public:
+    ComPtr() = default;
+    ComPtr(const ComPtr& other) : mPointer(other.mPointer) {
+        if (mPointer != nullptr) mPointer->AddRef();
+    }
+    ComPtr(ComPtr&& other) noexcept : mPointer(std::exchange(other.mPointer, nullptr)) {}
+    ComPtr& operator=(ComPtr other) noexcept {
+        std::swap(mPointer, other.mPointer);
+        return *this;
+    }
+    ~ComPtr() { Reset(); }
+
+    /// Takes over a reference that the caller already holds.
+    static ComPtr Attach(T* pointer) {
+        ComPtr result;
+        result.mPointer = pointer;
+        return result;
+    }
+    /// Releases what it holds; returns the count that Release answered, 0 when it held nothing.
+    ULONG Reset() {
+        T* pointer = std::exchange(mPointer, nullptr);
+        return pointer != nullptr ? pointer->Release() : 0;
+    }
+    T* Get() const { return mPointer; }
+    T* operator->() const { return mPointer; }
+    explicit operator bool() const { return mPointer != nullptr; }
+    /// For out arguments; releases what it held.
+    T** Out() {
+        Reset();
+        return &mPointer;
+    }
+    void** OutVoid() { return reinterpret_cast<void**>(Out()); }
+
+private:
+    T* mPointer = nullptr;
+};
+
+/// Null when the object does not have the interface.
+template <class T>
+ComPtr<T> As(IUnknown* object, REFIID iid) {
+    ComPtr<T> result;
+    if (object == nullptr || FAILED(object->QueryInterface(iid, result.OutVoid()))) result = {};
+    return result;
+}
+
+/// An automation string; null and empty are told apart by `Get`.
+class Bstr {
+public:
+    Bstr() = default;
+    explicit Bstr(const std::wstring& text) : mText(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+    Bstr(const Bstr&) = delete;
+    Bstr& operator=(const Bstr&) = delete;
+    ~Bstr() { SysFreeString(mText); }
+
+    BSTR Get() const { return mText; }
+    BSTR* Ref() { return &mText; }
+    BSTR* Out() {
+        SysFreeString(mText);
+        mText = nullptr;
+        return &mText;
+    }
+    std::wstring Text() const { return std::wstring(mText != nullptr ? mText : L"", SysStringLen(mText)); }
+
+private:
+    BSTR mText = nullptr;
+};
+
+/// A VARIANT that clears itself. References in it are not owned.
+class Var : public VARIANT {
+public:
+    Var() : VARIANT{} {}
+    Var(const Var& other) : Var() { VariantCopy(this, const_cast<Var*>(&other)); }
+    Var(Var&& other) noexcept : VARIANT(other) { VariantInit(&other); }
+    Var& operator=(Var other) noexcept {
+        std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
+        return *this;
+    }
+    ~Var() { VariantClear(this); }
+
+    Var(const wchar_t* text) : Var(std::wstring(text)) {}
+    Var(const std::wstring& text) : Var() {
+        vt = VT_BSTR;
+        bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    }
+    Var(int number) : Var(static_cast<long>(number)) {}
+    Var(long number) : Var() {
+        vt = VT_I4;
+        lVal = number;
+    }
+    Var(short number) : Var() {
+        vt = VT_I2;
+        iVal = number;
+    }
+    Var(long long number) : Var() {
+        vt = VT_I8;
+        llVal = number;
+    }
+    Var(double number) : Var() {
+        vt = VT_R8;
+        dblVal = number;
+    }
+    Var(bool value) : Var() {
+        vt = VT_BOOL;
+        boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+    }
+    Var(IDispatch* object) : Var() {
+        vt = VT_DISPATCH;
+        pdispVal = object;
+        if (object != nullptr) object->AddRef();
+    }
+
+    static Var Ref(VARIANT* variable) { return Reference(VT_VARIANT, variable); }
+    static Var Ref(BSTR* variable) { return Reference(VT_BSTR, variable); }
+    static Var Ref(LONG* variable) { return Reference(VT_I4, variable); }
+    static Var Ref(SHORT* variable) { return Reference(VT_I2, variable); }
+    static Var Ref(double* variable) { return Reference(VT_R8, variable); }
+    static Var Reference(VARTYPE type, void* variable) {
+        Var result;
+        result.vt = static_cast<VARTYPE>(VT_BYREF | type);
+        result.byref = variable;
+        return result;
+    }
+    static Var UnsignedLong(ULONG number) {
+        Var result;
+        result.vt = VT_UI4;
+        result.ulVal = number;
+        return result;
+    }
+    static Var Date(double days) {
+        Var result(days);
+        result.vt = VT_DATE;
+        return result;
+    }
+    static Var Null() {
+        Var result;
+        result.vt = VT_NULL;
+        return result;
+    }
+    static Var Error(SCODE code) {
+        Var result;
+        result.vt = VT_ERROR;
+        result.scode = code;
+        return result;
+    }
+    static Var Missing() { return Error(DISP_E_PARAMNOTFOUND); }
+
+    /// The string it holds, "<not text>" when it holds none.
+    std::wstring Text() const {
+        if (vt != VT_BSTR) return L"<not text>";
+        return std::wstring(bstrVal != nullptr ? bstrVal : L"", SysStringLen(bstrVal));
+    }
+};
+
+constexpr UINT kNoArgument = 0xDEAD;
+
+/// Everything that comes back from one `IDispatch::Invoke`.
+struct Outcome {
+    HRESULT status = E_UNEXPECTED;
+    Var result;
+    UINT badArgument = kNoArgument;  ///< as the callee left it: an index into the reversed arguments
+    SCODE scode = 0;
+    WORD code = 0;
+    std::wstring source;
+    std::wstring description;
+};
+
+struct NamedArgument {
+    const wchar_t* name;
+    Var value;
+};
+
+/// `arguments` in the order of writing; they are passed as they stand, by-reference ones reach the caller's variables.
+Outcome InvokeId(IDispatch* object, DISPID id, WORD flags, const std::vector<Var>& arguments,
+                 const std::vector<DISPID>& namedIds = {});
+
+/// The same by name, in any letter case; the status of the look-up when that fails.
+Outcome Invoke(IDispatch* object, const wchar_t* member, WORD flags, const std::vector<Var>& arguments = {});
+
+Outcome Call(IDispatch* object, const wchar_t* member, const std::vector<Var>& arguments = {});
+Outcome Get(IDispatch* object, const wchar_t* property, const std::vector<Var>& arguments = {});
+Outcome Let(IDispatch* object, const wchar_t* property, const Var& value);
+Outcome Set(IDispatch* object, const wchar_t* property, const Var& value);
+
+/// A method call whose trailing arguments are named.
+Outcome CallNamed(IDispatch* object, const wchar_t* member, const std::vector<Var>& positional,
+                  const std::vector<NamedArgument>& named);
+
+DISPID IdOf(IDispatch* object, const wchar_t* member);
+
+/// The object of a programmatic identifier "KWOUtil." + `className`; null and a test failure when it cannot be made.
+ComPtr<IDispatch> Create(const std::wstring& className);
+
+/// The eleven classes, in no order that matters.
+const std::vector<std::wstring>& ClassNames();
+
+/// False for a class whose members are not there yet: each of them must say so with E_NOTIMPL.
+bool IsBuilt(const std::wstring& className);
+
+/// The member ran: it succeeded, or the class is not built yet and the member said so.
+::testing::AssertionResult Reached(const Outcome& outcome, const std::wstring& className);
+
+/// The error object that a failed early-bound call left, taken off the thread.
+struct ErrorObject {
+    bool present = false;
+    std::wstring source;
+    std::wstring description;
+};
+ErrorObject TakeErrorObject();
+
+std::string Narrow(const std::wstring& text);
+std::string Hex(HRESULT status);
+
+/// An object of the tests' own: knows no member, counts its references.
+class Probe final : public IDispatch {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++mReferences; }
+    ULONG STDMETHODCALLTYPE Release() override { return --mReferences; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID* ids) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override;
+
+    ULONG References() const { return mReferences; }
+
+private:
+    ULONG mReferences = 0;
+};
+
+}  // namespace kwo::com_test

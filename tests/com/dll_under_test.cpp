@@ -1,0 +1,76 @@
+#include "dll_under_test.h"
+
+#include <objbase.h>
+
+#include <algorithm>
+
+namespace kwo::com_test {
+namespace {
+
+std::wstring FolderFromEnvironment() {
+    wchar_t text[1024] = {};
+    const DWORD length = GetEnvironmentVariableW(L"KWO_DIST", text, 1024);
+    // A path of the system that Wine runs on is below its drive Z.
+    std::wstring folder = text[0] == L'/' ? L"Z:" : L"";
+    if (length < 1024) folder += text;
+    std::replace(folder.begin(), folder.end(), L'/', L'\\');
+    while (!folder.empty() && folder.back() == L'\\')
+        folder.pop_back();
+    if (GetFileAttributesW((folder + L"\\KWOUtil.dll").c_str()) == INVALID_FILE_ATTRIBUTES) folder.clear();
+    return folder;
+}
+
+}  // namespace
+
+const std::wstring& DistFolder() {
+    static const std::wstring folder = FolderFromEnvironment();
+    return folder;
+}
+
+std::wstring DllPath() {
+    return DistFolder() + L"\\KWOUtil.dll";
+}
+
+Library::Library() : mModule(LoadLibraryW(DllPath().c_str())) {}
+
+Library::~Library() {
+    if (mModule != nullptr) FreeLibrary(mModule);
+}
+
+template <class Function>
+Function Library::Export(const char* name) const {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(mModule, name)));
+}
+
+HRESULT Library::GetClassObject(REFCLSID classId, REFIID iid, void** object) const {
+    const auto function = Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    return function != nullptr ? function(classId, iid, object) : TYPE_E_DLLFUNCTIONNOTFOUND;
+}
+
+HRESULT Library::CanUnloadNow() const {
+    const auto function = Export<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow");
+    return function != nullptr ? function() : TYPE_E_DLLFUNCTIONNOTFOUND;
+}
+
+HRESULT Library::RegisterServer() const {
+    const auto function = Export<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer");
+    return function != nullptr ? function() : TYPE_E_DLLFUNCTIONNOTFOUND;
+}
+
+HRESULT Library::UnregisterServer() const {
+    const auto function = Export<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer");
+    return function != nullptr ? function() : TYPE_E_DLLFUNCTIONNOTFOUND;
+}
+
+HRESULT Library::Install(bool install, const wchar_t* commandLine) const {
+    const auto function = Export<HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR)>("DllInstall");
+    return function != nullptr ? function(install ? TRUE : FALSE, commandLine) : TYPE_E_DLLFUNCTIONNOTFOUND;
+}
+
+bool LetTheDllGo() {
+    for (int round = 0; round < 3; ++round)
+        CoFreeUnusedLibrariesEx(0, 0);
+    return GetModuleHandleW(L"KWOUtil.dll") == nullptr;
+}
+
+}  // namespace kwo::com_test

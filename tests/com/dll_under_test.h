@@ -1,0 +1,41 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace kwo::com_test {
+
+/// The folder that KWO_DIST names, without a final backslash; empty when it is not set or holds no KWOUtil.dll.
+const std::wstring& DistFolder();
+/// The full path of KWOUtil.dll.
+std::wstring DllPath();
+
+/// The DLL loaded by its path, with the functions that it exports; freed at the end.
+class Library {
+public:
+    Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    ~Library();
+
+    explicit operator bool() const { return mModule != nullptr; }
+    HMODULE Module() const { return mModule; }
+    HRESULT GetClassObject(REFCLSID classId, REFIID iid, void** object) const;
+    HRESULT CanUnloadNow() const;
+    HRESULT RegisterServer() const;
+    HRESULT UnregisterServer() const;
+    HRESULT Install(bool install, const wchar_t* commandLine) const;
+
+private:
+    template <class Function>
+    Function Export(const char* name) const;
+
+    HMODULE mModule;
+};
+
+/// Lets the object libraries that COM loaded go, as far as they agree, so that the DLL is not in the process.
+/// False when it stays.
+bool LetTheDllGo();
+
+}  // namespace kwo::com_test

@@ -1,0 +1,198 @@
+#include "every_variant.h"
+
+#include "allocation_count.h"
+#include "registry_sandbox.h"
+#include "type_library_dump.h"
+
+namespace kwo::com_test {
+namespace {
+
+/// The call that is running, for the message of a crash.
+const char* theRunningCall = "";
+
+LONG CALLBACK SayWhichCallCrashed(EXCEPTION_POINTERS* exception) {
+    if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION && *theRunningCall != '\0') {
+        std::fprintf(stderr, "crash in %s\n", theRunningCall);
+        std::fflush(stderr);
+    }
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+class EveryVariantType : public RegistrySandbox, public ::testing::WithParamInterface<std::wstring> {
+protected:
+    void SetUp() override {
+        RegistrySandbox::SetUp();
+        // A subkey keeps the sandbox itself from being deleted by a key name that converts to "".
+        HKEY keeper = nullptr;
+        RegCreateKeyExW(mKey, L"keeper", 0, nullptr, 0, KEY_READ, nullptr, &keeper, nullptr);
+        RegCloseKey(keeper);
+        const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
+        ASSERT_TRUE(library);
+        const ComPtr<ITypeInfo> info = TypeInfoOf(library.Get(), L"_" + GetParam());
+        ASSERT_TRUE(info);
+        mSlots = SlotView(info.Get());
+        ASSERT_TRUE(mSlots);
+        mObject = Create(GetParam());
+        ASSERT_TRUE(mObject);
+        mHandler = AddVectoredExceptionHandler(1, SayWhichCallCrashed);
+    }
+    void TearDown() override {
+        RemoveVectoredExceptionHandler(mHandler);
+        mObject = {};
+        RegistrySandbox::TearDown();
+    }
+
+    /// What stands in the other places: nothing that waits, shows a window or leaves the sandbox.
+    void Surround(VARIANT& argument, const std::string& name, const ELEMDESC& parameter) {
+        VARTYPE type = parameter.tdesc.vt;
+        if (type == VT_PTR) type = parameter.tdesc.lptdesc->vt;
+        argument = {};
+        if (name == "KeyRoot" || name == "hKey") {
+            argument.vt = VT_I4;
+            argument.lVal = Handle();
+        } else if (type == VT_BSTR) {
+            argument.vt = VT_BSTR;
+            argument.bstrVal = mText.Get();
+        } else if (type == VT_DISPATCH) {
+            argument.vt = VT_DISPATCH;
+            argument.pdispVal = &mProbe;
+        } else if (type == VT_PTR || type == VT_USERDEFINED) {
+            argument.vt = VT_ERROR;
+            argument.scode = DISP_E_PARAMNOTFOUND;
+            if ((parameter.paramdesc.wParamFlags & PARAMFLAG_FOPT) == 0) argument.vt = VT_DISPATCH;
+            if (argument.vt == VT_DISPATCH) argument.pdispVal = nullptr;
+        } else {
+            argument.vt = VT_I2;
+        }
+    }
+
+    /// One call with `hostile` in place `position`, counted from the first argument.
+    void CallWith(const Function& function, const std::vector<std::string>& names, UINT position,
+                  const ArgumentCase& hostile) {
+        const UINT count = function.ArgumentCount() + (function.IsPut() ? 1u : 0u);
+        std::vector<VARIANT> arguments(count);
+        ArgumentStorage storage;
+        for (UINT i = 0; i < count; ++i) {
+            VARIANT& argument = arguments[count - 1 - i];
+            const std::string name = i + 1 < names.size() ? names[i + 1] : "";
+            if (i == position) {
+                argument = {};
+                hostile.build(storage, argument, hostile.type);
+            } else {
+                Surround(argument, name, function->lprgelemdescParam[i]);
+            }
+        }
+        DISPID put = DISPID_PROPERTYPUT;
+        DISPPARAMS parameters = {arguments.data(), function.IsPut() ? &put : nullptr, count,
+                                 function.IsPut() ? 1u : 0u};
+        Outcome outcome;
+        EXCEPINFO exception = {};
+        outcome.status =
+            mObject->Invoke(function->memid, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(function->invkind),
+                            &parameters, &outcome.result, &exception, &outcome.badArgument);
+        const bool explained = exception.bstrDescription != nullptr && *exception.bstrDescription != L'\0' &&
+                               exception.bstrSource != nullptr && *exception.bstrSource != L'\0';
+        SysFreeString(exception.bstrSource);
+        SysFreeString(exception.bstrDescription);
+        SysFreeString(exception.bstrHelpFile);
+        if (names[0] == "KWO_RegCreateKey" && outcome.status == S_OK) {
+            RegCloseKey(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(outcome.result.lVal)));
+        }
+        outcome.result = Var();  // it may be the very object that was passed
+        storage.Clean();
+        SetErrorInfo(0, nullptr);
+
+        const bool isAutomationError = (static_cast<unsigned>(outcome.status) & 0xFFFF0000u) == 0x80020000u;
+        if (outcome.status == DISP_E_EXCEPTION) {
+            EXPECT_TRUE(explained) << theRunningCall;
+            EXPECT_EQ(!IsBuilt(GetParam()), exception.scode == E_NOTIMPL) << theRunningCall;
+        } else if (outcome.status != S_OK) {
+            EXPECT_TRUE(isAutomationError) << theRunningCall << ": " << Hex(outcome.status);
+            EXPECT_EQ(count - 1 - position, outcome.badArgument) << theRunningCall << ": " << Hex(outcome.status);
+        } else {
+            EXPECT_TRUE(IsBuilt(GetParam())) << theRunningCall << " succeeded";
+        }
+        EXPECT_EQ(0u, storage.probe.References()) << theRunningCall;
+    }
+
+    void CallEveryMember(const AllocationCount& memory) {
+        for (UINT f = 0; f < TypeAttributes(mSlots.Get())->cFuncs; ++f) {
+            const Function function(mSlots.Get(), f);
+            const std::vector<std::string> names = function.Names();
+            const UINT count = function.ArgumentCount() + (function.IsPut() ? 1u : 0u);
+            for (UINT position = 0; position < count; ++position) {
+                for (const ArgumentCase& hostile : AllArgumentCases()) {
+                    const std::string call = names[0] + " argument " + std::to_string(position) + ", " + hostile.name;
+                    theRunningCall = call.c_str();
+                    // A second try tells a leak from what is kept once for later.
+                    for (int attempt = 0; attempt < 2; ++attempt) {
+                        const long before = memory.InUse();
+                        CallWith(function, names, position, hostile);
+                        const long after = memory.InUse();
+                        if (after == before) break;
+                        if (attempt == 1) ADD_FAILURE() << call << " keeps " << after - before << " blocks";
+                    }
+                    if (HasFailure()) ++mFailedCalls;
+                    // The first few tell the story.
+                    ASSERT_LT(mFailedCalls, 40);
+                }
+            }
+        }
+        theRunningCall = "";
+    }
+
+    ComPtr<ITypeInfo> mSlots;
+    ComPtr<IDispatch> mObject;
+    Probe mProbe;
+    Bstr mText{L"probe"};
+    int mFailedCalls = 0;
+    void* mHandler = nullptr;
+};
+
+INSTANTIATE_TEST_SUITE_P(Classes, EveryVariantType, ::testing::ValuesIn(ClassNames()),
+                         [](const auto& parameter) { return Narrow(parameter.param); });
+
+TEST_P(EveryVariantType, AtEveryArgumentIsTakenOrRefusedWithoutALeak) {
+    const AllocationCount& memory = AllocationCount::Instance();
+
+    CallEveryMember(memory);
+
+    EXPECT_EQ(0u, mProbe.References());
+}
+
+TEST_P(EveryVariantType, RepeatedLeavesTheHeapAsItWas) {
+    const AllocationCount& memory = AllocationCount::Instance();
+    CallEveryMember(memory);
+    const long before = HeapBlocksInUse();
+
+    CallEveryMember(memory);
+
+    // One block a call would be thousands; the heap's own tables may grow a little.
+    EXPECT_LT(HeapBlocksInUse() - before, 50);
+}
+
+// The instrument itself: without this a spy that sees nothing would pass everything.
+TEST(AllocationCounting, SeesStringsArraysAndHeapBlocks) {
+    const AllocationCount& memory = AllocationCount::Instance();
+    const long before = memory.InUse();
+    BSTR text = SysAllocString(L"text");
+    SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, 10);
+    const long during = memory.InUse();
+    SysFreeString(text);
+    SafeArrayDestroy(array);
+
+    EXPECT_GE(during - before, 2);
+    EXPECT_EQ(before, memory.InUse());
+
+    const long blocks = HeapBlocksInUse();
+    std::vector<void*> held;
+    held.reserve(1000);
+    for (int i = 0; i < 1000; ++i)
+        held.push_back(HeapAlloc(GetProcessHeap(), 0, 24));
+    EXPECT_GE(HeapBlocksInUse() - blocks, 900);
+    for (void* block : held)
+        HeapFree(GetProcessHeap(), 0, block);
+}
+
+}  // namespace
+}  // namespace kwo::com_test

@@ -1,0 +1,572 @@
+#include "registry_sandbox.h"
+
+#include <olectl.h>
+
+#include <algorithm>
+
+namespace kwo::com_test {
+namespace {
+
+class InvokeOnRegistry : public RegistrySandbox {
+protected:
+    void SetUp() override {
+        RegistrySandbox::SetUp();
+        PutText(L"number", L"42");
+        PutText(L"word", L"hello");
+    }
+
+    /// `KWO_RegGetValue` with everything but the output as usual.
+    Outcome Read(const wchar_t* valueName, const Var& output) const {
+        return Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, valueName, output});
+    }
+};
+
+constexpr DISPID kDeleteKey = 0x6003001C;
+
+// Counts
+
+TEST_F(InvokeOnRegistry, TooFewArgumentsAreABadCount) {
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey").status));
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser}).status));
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT),
+              Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, L"word"}).status));
+}
+
+TEST_F(InvokeOnRegistry, TooManyArgumentsAreABadCount) {
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT),
+              Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, L"x", L"y"}).status));
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT),
+              Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", std::vector<Var>(1000, Var(1))).status));
+}
+
+TEST(InvokeCounts, APropertyWithoutArgumentsTakesNone) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Get(timer.Get(), L"Interval", {1}).status));
+}
+
+TEST(InvokeCounts, TrailingOptionalArgumentsMayBeLeftOutOrMissing) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+
+    EXPECT_TRUE(Reached(Call(timer.Get(), L"CancelTimers"), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Call(timer.Get(), L"CancelTimers", {1}), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Call(timer.Get(), L"CancelTimers", {1, 5}), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Call(timer.Get(), L"CancelTimers", {Var::Missing(), 5}), L"KWOTimer"));
+    EXPECT_TRUE(Reached(CallNamed(timer.Get(), L"CancelTimers", {}, {{L"ItemData", 5}}), L"KWOTimer"));
+    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Call(timer.Get(), L"CancelTimers", {1, 5, 5}).status));
+}
+
+// Missing
+
+TEST_F(InvokeOnRegistry, MissingForARequiredArgumentNamesTheArgument) {
+    const std::vector<Var> good = {kCurrentUser, kSandbox, L"word", L""};
+    for (UINT i = 0; i < 4; ++i) {
+        std::vector<Var> arguments = good;
+        arguments[i] = Var::Missing();
+        const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValue", arguments);
+        EXPECT_EQ(Hex(DISP_E_PARAMNOTOPTIONAL), Hex(outcome.status)) << i;
+        EXPECT_EQ(3 - i, outcome.badArgument) << i;
+    }
+}
+
+TEST_F(InvokeOnRegistry, MissingInsideAVariableIsMissingToo) {
+    Var variable = Var::Missing();
+
+    const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, Var::Ref(&variable)});
+
+    EXPECT_EQ(Hex(DISP_E_PARAMNOTOPTIONAL), Hex(outcome.status));
+    EXPECT_EQ(0u, outcome.badArgument);
+}
+
+TEST_F(InvokeOnRegistry, AnotherErrorValueIsNoMissingArgument) {
+    const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, Var::Error(E_FAIL)});
+
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+    EXPECT_EQ(0u, outcome.badArgument);
+}
+
+TEST_F(InvokeOnRegistry, AnyErrorValueIsAGoodVariantArgument) {
+    const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValueEx", {Handle(), L"none", Var::Error(E_FAIL)});
+
+    ASSERT_EQ(Hex(S_OK), Hex(outcome.status));
+    EXPECT_EQ(VT_ERROR, outcome.result.vt);
+    EXPECT_EQ(E_FAIL, outcome.result.scode);
+}
+
+// Named arguments
+
+TEST_F(InvokeOnRegistry, NamedArgumentsComeInAnyOrder) {
+    const std::vector<NamedArgument> all = {
+        {L"KeyRoot", kCurrentUser}, {L"KeyName", kSandbox}, {L"ValueName", L"named"}, {L"Value", L"stored"}};
+    std::vector<std::size_t> order = {0, 1, 2, 3};
+    do {
+        RegDeleteValueW(mKey, L"named");
+        std::vector<NamedArgument> arranged;
+        for (const std::size_t i : order)
+            arranged.push_back(all[i]);
+        const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegSetValue", {}, arranged);
+        ASSERT_EQ(Hex(S_OK), Hex(outcome.status));
+        EXPECT_EQ(std::string("stored\0", 7), StoredBytes(L"named"));
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST_F(InvokeOnRegistry, PositionalArgumentsComeBeforeNamedOnes) {
+    const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegSetValue", {kCurrentUser, kSandbox},
+                                      {{L"Value", L"stored"}, {L"ValueName", L"mixed"}});
+
+    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+    EXPECT_EQ(std::string("stored\0", 7), StoredBytes(L"mixed"));
+}
+
+TEST_F(InvokeOnRegistry, NamedArgumentByReferenceIsWrittenBack) {
+    Var value;
+    const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox},
+                                      {{L"Value", Var::Ref(&value)}, {L"ValueName", L"word"}});
+
+    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+    EXPECT_EQ(L"hello", value.Text());
+}
+
+TEST_F(InvokeOnRegistry, UnknownNamedIdentifierNamesTheArgument) {
+    for (const DISPID unknown : {4, 77, -1, -5}) {
+        // Reversed: [0] is the named argument, [1] the positional one.
+        const Outcome outcome = InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD, {kCurrentUser, L"x"}, {unknown});
+        EXPECT_EQ(Hex(DISP_E_PARAMNOTFOUND), Hex(outcome.status)) << unknown;
+        EXPECT_EQ(0u, outcome.badArgument) << unknown;
+    }
+}
+
+TEST_F(InvokeOnRegistry, SecondUnknownNamedIdentifierIsTheOneNamed) {
+    const Outcome outcome = InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD, {kCurrentUser, L"x"}, {1, 99});
+
+    EXPECT_EQ(Hex(DISP_E_PARAMNOTFOUND), Hex(outcome.status));
+    EXPECT_EQ(1u, outcome.badArgument);
+}
+
+TEST_F(InvokeOnRegistry, AnArgumentGivenTwiceIsRefused) {
+    PutText(L"kept", L"kept");
+    const Outcome byNames = InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD, {kSandbox, kSandbox}, {1, 1});
+    const Outcome byPlace = InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD, {kCurrentUser, kCurrentUser}, {0});
+
+    EXPECT_TRUE(FAILED(byNames.status)) << Hex(byNames.status);
+    EXPECT_TRUE(FAILED(byPlace.status)) << Hex(byPlace.status);
+    EXPECT_NE(DISP_E_EXCEPTION, byNames.status);
+    EXPECT_NE(DISP_E_EXCEPTION, byPlace.status);
+    EXPECT_EQ(std::string("kept\0", 5), StoredBytes(L"kept"));
+}
+
+TEST_F(InvokeOnRegistry, NamesThatLeaveARequiredArgumentOutAreRefused) {
+    const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegDeleteKey", {}, {{L"KeyName", L"x"}});
+
+    EXPECT_TRUE(outcome.status == DISP_E_PARAMNOTOPTIONAL || outcome.status == DISP_E_BADPARAMCOUNT)
+        << Hex(outcome.status);
+}
+
+TEST_F(InvokeOnRegistry, MoreNamesThanArgumentsAreRefused) {
+    DISPID names[] = {0, 1, 2, 3};
+    VARIANT arguments[1] = {Var(kCurrentUser)};
+    DISPPARAMS parameters = {arguments, names, 1, 4};
+
+    EXPECT_TRUE(FAILED(mRegistry->Invoke(kDeleteKey, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                                         nullptr, nullptr, nullptr)));
+}
+
+// Types
+
+TEST_F(InvokeOnRegistry, AWrongTypeNamesTheArgument) {
+    Probe probe;
+    const std::vector<Var> good = {kCurrentUser, kSandbox, L"word", L""};
+    for (UINT i = 0; i < 4; ++i) {
+        for (const Var& bad : {Var(static_cast<IDispatch*>(&probe)), Var::Null()}) {
+            std::vector<Var> arguments = good;
+            arguments[i] = bad;
+            const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValue", arguments);
+            EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status)) << i << " type " << bad.vt;
+            EXPECT_EQ(3 - i, outcome.badArgument) << i;
+        }
+    }
+    EXPECT_EQ(0u, probe.References());
+}
+
+TEST_F(InvokeOnRegistry, TextThatIsNoNumberNamesTheArgument) {
+    const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {L"no number", L"x"});
+
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+    EXPECT_EQ(1u, outcome.badArgument);
+}
+
+TEST_F(InvokeOnRegistry, FirstOfTwoBadArgumentsInWritingOrderIsNamed) {
+    const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {L"no number", Var::Null()});
+
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+    EXPECT_TRUE(outcome.badArgument == 0 || outcome.badArgument == 1) << outcome.badArgument;
+}
+
+TEST_F(InvokeOnRegistry, ANumberThatDoesNotFitNamesTheArgument) {
+    for (const Var& tooLarge : {Var(1e300), Var(-1e300), Var(L"99999999999999999999999"), Var(1e10), Var(-3e9),
+                                Var(0x100000000LL), Var(-0x80000001LL)}) {
+        const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {tooLarge, L"x"});
+        EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(outcome.status)) << "type " << tooLarge.vt;
+        EXPECT_EQ(1u, outcome.badArgument);
+    }
+}
+
+TEST(InvokeTypes, ASixteenBitArgumentTakesSixteenBits) {
+    const ComPtr<IDispatch> tray = Create(L"KWOSysTray");
+    ASSERT_TRUE(tray);
+    for (const long fits : {-32768L, -1L, 0L, 32767L}) {
+        EXPECT_TRUE(Reached(Get(tray.Get(), L"MouseUpMsg", {fits}), L"KWOSysTray")) << fits;
+    }
+    for (const Var& tooLarge : {Var(32768L), Var(-32769L), Var(65536L), Var(32767.5), Var(L"40000")}) {
+        const Outcome outcome = Get(tray.Get(), L"MouseUpMsg", {tooLarge});
+        EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(outcome.status));
+        EXPECT_EQ(0u, outcome.badArgument);
+    }
+}
+
+TEST(InvokeTypes, AnObjectArgumentTakesObjectsOnly) {
+    const ComPtr<IDispatch> button = Create(L"KWOPicBtn");
+    ASSERT_TRUE(button);
+    for (const Var& bad : {Var(5), Var(L"text"), Var(), Var(true)}) {
+        const Outcome outcome = Call(button.Get(), L"Create", {bad, L"caption"});
+        EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status)) << "type " << bad.vt;
+        EXPECT_EQ(1u, outcome.badArgument);
+    }
+}
+
+TEST(InvokeTypes, TheNullObjectIsNothingOrTheNullOfAScript) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+
+    EXPECT_TRUE(Reached(Set(timer.Get(), L"TimerEvents", static_cast<IDispatch*>(nullptr)), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Set(timer.Get(), L"TimerEvents", Var::Null()), L"KWOTimer"));
+}
+
+TEST(InvokeTypes, AnInterfaceArgumentTakesObjectsThatHaveIt) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    const ComPtr<IDispatch> callback = Create(L"IKWOTimer");
+    ASSERT_TRUE(timer && callback);
+
+    EXPECT_TRUE(Reached(Set(timer.Get(), L"TimerEvents", callback.Get()), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Set(timer.Get(), L"TimerEvents", static_cast<IDispatch*>(nullptr)), L"KWOTimer"));
+}
+
+TEST(InvokeTypes, APictureArgumentTakesPicturesAndTheNullObject) {
+    // The system's library names the type by an alias.
+    const ComPtr<IDispatch> tray = Create(L"KWOSysTray");
+    ASSERT_TRUE(tray);
+    PICTDESC description = {};
+    description.cbSizeofstruct = sizeof description;
+    description.picType = PICTYPE_NONE;
+    ComPtr<IDispatch> picture;
+    ASSERT_EQ(Hex(S_OK), Hex(OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.OutVoid())));
+
+    EXPECT_TRUE(Reached(Set(tray.Get(), L"Icon", picture.Get()), L"KWOSysTray"));
+    EXPECT_TRUE(Reached(Call(tray.Get(), L"Create", {0, picture.Get(), L"tip"}), L"KWOSysTray"));
+    if (!IsBuilt(L"KWOSysTray")) {
+        EXPECT_TRUE(Reached(Call(tray.Get(), L"Create", {0, static_cast<IDispatch*>(nullptr), L"tip"}), L"KWOSysTray"));
+    }
+    const Outcome number = Call(tray.Get(), L"Create", {0, 5, L"tip"});
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(number.status));
+    EXPECT_EQ(1u, number.badArgument);
+}
+
+// Flags and identifiers
+
+TEST_F(InvokeOnRegistry, AMethodIsNoProperty) {
+    const std::vector<Var> good = {kCurrentUser, L"Software\\KWOUtilComTest\\none"};
+    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND),
+              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYGET, good).status));
+    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND),
+              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYPUT, good, {DISPID_PROPERTYPUT}).status));
+    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND),
+              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYPUTREF, good, {DISPID_PROPERTYPUT}).status));
+    EXPECT_EQ(Hex(S_OK),
+              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD | DISPATCH_PROPERTYGET, good).status));
+}
+
+TEST_F(InvokeOnRegistry, NoFlagAtAllIsNoCall) {
+    EXPECT_TRUE(FAILED(InvokeId(mRegistry.Get(), kDeleteKey, 0, {kCurrentUser, L"x"}).status));
+    EXPECT_TRUE(FAILED(InvokeId(mRegistry.Get(), kDeleteKey, 0x40, {kCurrentUser, L"x"}).status));
+}
+
+TEST(InvokeFlags, AReadOnlyPropertyCannotBePut) {
+    const ComPtr<IDispatch> utility = Create(L"KWOUtility");
+    ASSERT_TRUE(utility);
+
+    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(Let(utility.Get(), L"KWO_IsWinNT", true).status));
+    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(Set(utility.Get(), L"KWO_IsWinNT", true).status));
+}
+
+TEST(InvokeFlags, APropertyIsReadWithEitherFlagThatScriptsSend) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+
+    EXPECT_TRUE(Reached(Get(timer.Get(), L"Interval"), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Invoke(timer.Get(), L"Interval", DISPATCH_METHOD | DISPATCH_PROPERTYGET), L"KWOTimer"));
+}
+
+TEST(InvokeFlags, APropertyIsPutWithEitherFlag) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+    const DISPID interval = IdOf(timer.Get(), L"Interval");
+    const WORD both = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+    EXPECT_TRUE(Reached(Let(timer.Get(), L"Interval", 0), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Set(timer.Get(), L"Interval", 0), L"KWOTimer"));
+    EXPECT_TRUE(Reached(InvokeId(timer.Get(), interval, both, {0}, {DISPID_PROPERTYPUT}), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Let(timer.Get(), L"AlarmEvents", static_cast<IDispatch*>(nullptr)), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Let(timer.Get(), L"Item", L"text"), L"KWOTimer"));
+    EXPECT_TRUE(Reached(Set(timer.Get(), L"Item", timer.Get()), L"KWOTimer"));
+}
+
+TEST(InvokeFlags, APutWithoutItsNameIsRefused) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+    const Outcome outcome = Invoke(timer.Get(), L"Interval", DISPATCH_PROPERTYPUT, {5});
+
+    EXPECT_TRUE(outcome.status == DISP_E_PARAMNOTOPTIONAL || outcome.status == DISP_E_BADPARAMCOUNT)
+        << Hex(outcome.status);
+}
+
+TEST(InvokeFlags, APutWithoutAValueIsRefused) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+
+    EXPECT_TRUE(FAILED(Invoke(timer.Get(), L"Interval", DISPATCH_PROPERTYPUT).status));
+    const Outcome missing = Let(timer.Get(), L"Interval", Var::Missing());
+    EXPECT_EQ(Hex(DISP_E_PARAMNOTOPTIONAL), Hex(missing.status));
+    EXPECT_EQ(0u, missing.badArgument);
+}
+
+TEST(InvokeFlags, APutOfTheWrongTypeNamesTheValue) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+    const Outcome text = Let(timer.Get(), L"Interval", L"soon");
+    const Outcome large = Let(timer.Get(), L"Interval", 1e100);
+
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(text.status));
+    EXPECT_EQ(0u, text.badArgument);
+    EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(large.status));
+    EXPECT_EQ(0u, large.badArgument);
+}
+
+TEST_F(InvokeOnRegistry, UnknownIdentifiersAreNotFound) {
+    for (const DISPID id : {0, 1, -1, -2, -3, -4, -5, -500, 0x6003001B, 0x6003001D, 0x7FFFFFFF, -0x7FFFFFFF - 1}) {
+        EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(InvokeId(mRegistry.Get(), id, DISPATCH_METHOD, {}).status)) << id;
+        EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(InvokeId(mRegistry.Get(), id, DISPATCH_PROPERTYGET, {}).status))
+            << id;
+    }
+}
+
+TEST_F(InvokeOnRegistry, TheInterfaceIdentifierMustBeNull) {
+    DISPPARAMS none = {};
+
+    EXPECT_EQ(Hex(DISP_E_UNKNOWNINTERFACE), Hex(mRegistry->Invoke(kDeleteKey, IID_IDispatch, LOCALE_USER_DEFAULT,
+                                                                  DISPATCH_METHOD, &none, nullptr, nullptr, nullptr)));
+}
+
+TEST_F(InvokeOnRegistry, NullArgumentsAreRefused) {
+    DISPPARAMS noArray = {nullptr, nullptr, 2, 0};
+    VARIANT arguments[2] = {Var(), Var(kCurrentUser)};
+    DISPPARAMS noNames = {arguments, nullptr, 2, 1};
+    UINT bad = 0;
+
+    EXPECT_TRUE(FAILED(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, &bad)));
+    EXPECT_TRUE(FAILED(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &noArray, nullptr, nullptr, &bad)));
+    EXPECT_TRUE(FAILED(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &noNames, nullptr, nullptr, &bad)));
+}
+
+TEST_F(InvokeOnRegistry, NoPlaceForResultErrorOrArgumentIsFine) {
+    Var root(kCurrentUser);
+    Var name(L"Software\\KWOUtilComTest\\none");
+    Var nonsense(L"nonsense");
+    VARIANT good[2] = {name, root};
+    VARIANT bad[2] = {name, nonsense};
+    DISPPARAMS goodParameters = {good, nullptr, 2, 0};
+    DISPPARAMS badParameters = {bad, nullptr, 2, 0};
+
+    EXPECT_EQ(Hex(S_OK), Hex(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &goodParameters, nullptr,
+                                               nullptr, nullptr)));
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &badParameters,
+                                                              nullptr, nullptr, nullptr)));
+}
+
+TEST(InvokeFlags, AnErrorWithoutAPlaceForItIsStillAnError) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+    DISPPARAMS none = {};
+
+    const HRESULT status = timer->Invoke(IdOf(timer.Get(), L"Interval"), IID_NULL, 0, DISPATCH_PROPERTYGET, &none,
+                                         nullptr, nullptr, nullptr);
+
+    EXPECT_EQ(IsBuilt(L"KWOTimer") ? Hex(S_OK) : Hex(DISP_E_EXCEPTION), Hex(status));
+}
+
+// By reference
+
+TEST_F(InvokeOnRegistry, AnEmptyVariableReceivesText) {
+    Var variable;
+
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(&variable)).status));
+    EXPECT_EQ(L"hello", variable.Text());
+}
+
+TEST_F(InvokeOnRegistry, ATextVariableReceivesText) {
+    Bstr text(L"longer than what comes");
+    Bstr null;
+
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(text.Ref())).status));
+    EXPECT_EQ(L"hello", text.Text());
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(null.Ref())).status));
+    EXPECT_EQ(L"hello", null.Text());
+}
+
+TEST_F(InvokeOnRegistry, AVariantThatHoldsAReferenceReceivesTextThroughIt) {
+    Bstr text(L"before");
+    Var outer = Var::Ref(text.Ref());
+    Var inner(L"before");
+    Var chain = Var::Ref(&inner);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(&outer)).status));
+    EXPECT_EQ(L"hello", text.Text());
+    EXPECT_EQ(VT_BYREF | VT_BSTR, outer.vt);
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(&chain)).status));
+    EXPECT_EQ(L"hello", inner.Text());
+    EXPECT_EQ(VT_BYREF | VT_VARIANT, chain.vt);
+}
+
+TEST_F(InvokeOnRegistry, ANumberVariableReceivesNumericTextAsANumber) {
+    LONG number = 7;
+    SHORT small = 7;
+    double real = 7;
+    VARIANT_BOOL flag = VARIANT_FALSE;
+
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&number)).status));
+    EXPECT_EQ(42, number);
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&small)).status));
+    EXPECT_EQ(42, small);
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&real)).status));
+    EXPECT_EQ(42.0, real);
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Reference(VT_BOOL, &flag)).status));
+    EXPECT_EQ(VARIANT_TRUE, flag);
+}
+
+TEST_F(InvokeOnRegistry, ANumberVariableIsLeftAloneByTextThatIsNoNumber) {
+    LONG number = 7;
+    SHORT small = 7;
+    PutText(L"large", L"70000");
+
+    const Outcome word = Read(L"word", Var::Ref(&number));
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(word.status));
+    EXPECT_EQ(0u, word.badArgument);
+    EXPECT_EQ(7, number);
+    const Outcome large = Read(L"large", Var::Ref(&small));
+    EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(large.status));
+    EXPECT_EQ(0u, large.badArgument);
+    EXPECT_EQ(7, small);
+}
+
+TEST_F(InvokeOnRegistry, AVariableOfAnotherTypeReadsTheNewValue) {
+    Var number(7);
+    Var date = Var::Date(1);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&number)).status));
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&date)).status));
+    Var text;
+    EXPECT_EQ(Hex(S_OK), Hex(VariantChangeType(&text, &number, 0, VT_BSTR)));
+    EXPECT_EQ(L"42", text.Text());
+    Var real;
+    EXPECT_EQ(Hex(S_OK), Hex(VariantChangeType(&real, &date, 0, VT_R8)));
+    EXPECT_EQ(42.0, real.dblVal);
+}
+
+TEST_F(InvokeOnRegistry, AnArgumentThatTheMemberDoesNotChangeKeepsItsTypeAndValue) {
+    Var root(L"2147483649");
+    Var key(kSandbox);
+    Bstr rootText(L"2147483649");
+    LONG number = kCurrentUser;
+    ULONG unsignedNumber = 0x80000001;
+    double real = 2147483649.0;
+
+    for (const Var& reference : {Var::Ref(&root), Var::Ref(rootText.Ref()), Var::Ref(&number), Var::Ref(&real),
+                                 Var::Reference(VT_UI4, &unsignedNumber)}) {
+        std::wstring value;
+        Bstr text;
+        const Outcome outcome =
+            Call(mRegistry.Get(), L"KWO_RegGetValue", {reference, Var::Ref(&key), L"word", Var::Ref(text.Ref())});
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << "type " << reference.vt;
+        EXPECT_EQ(L"hello", text.Text()) << "type " << reference.vt;
+    }
+    EXPECT_EQ(L"2147483649", root.Text());
+    EXPECT_EQ(L"2147483649", rootText.Text());
+    EXPECT_EQ(kSandbox, key.Text());
+    EXPECT_EQ(kCurrentUser, number);
+    EXPECT_EQ(0x80000001u, unsignedNumber);
+    EXPECT_EQ(2147483649.0, real);
+}
+
+TEST_F(InvokeOnRegistry, ByValueOutputIsTakenAndTheResultIsLost) {
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", L"unchanged").status));
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var()).status));
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", 5).status));
+}
+
+TEST_F(InvokeOnRegistry, OneVariableForTwoArgumentsIsReadFirstAndWrittenLast) {
+    Var variable(L"word");
+
+    const Outcome outcome =
+        Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var::Ref(&variable), Var::Ref(&variable)});
+
+    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+    EXPECT_EQ(L"hello", variable.Text());
+}
+
+TEST_F(InvokeOnRegistry, AByteArrayVariableReceivesTheBytesOfTheText) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, 4);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Reference(VT_ARRAY | VT_UI1, &array)).status));
+
+    LONG upper = -1;
+    EXPECT_EQ(Hex(S_OK), Hex(SafeArrayGetUBound(array, 1, &upper)));
+    EXPECT_EQ(static_cast<LONG>(5 * sizeof(wchar_t) - 1), upper);
+    EXPECT_EQ(Hex(S_OK), Hex(SafeArrayDestroy(array)));
+}
+
+TEST_F(InvokeOnRegistry, NullReferencesAreRefusedAndNamed) {
+    for (const VARTYPE type : {VT_VARIANT, VT_BSTR, VT_I4, VT_I2, VT_R8, VT_DISPATCH, VT_DATE, VT_BOOL}) {
+        const Outcome outcome = Read(L"word", Var::Reference(type, nullptr));
+        EXPECT_TRUE(FAILED(outcome.status)) << type;
+        EXPECT_NE(DISP_E_EXCEPTION, outcome.status) << type;
+        EXPECT_EQ(0u, outcome.badArgument) << type;
+    }
+}
+
+TEST_F(InvokeOnRegistry, AVariantThatRefersToItselfIsRefused) {
+    VARIANT circle;
+    circle.vt = VT_BYREF | VT_VARIANT;
+    circle.pvarVal = &circle;
+
+    const Outcome outcome = Read(L"word", Var::Ref(&circle));
+
+    EXPECT_TRUE(FAILED(outcome.status)) << Hex(outcome.status);
+    EXPECT_EQ(0u, outcome.badArgument);
+}
+
+TEST_F(InvokeOnRegistry, EmptyConvertsToZeroAndToEmptyText) {
+    PutText(L"", L"the default value");
+    Bstr text;
+
+    EXPECT_EQ(
+        Hex(S_OK),
+        Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var(), Var::Ref(text.Ref())}).status));
+    EXPECT_EQ(L"the default value", text.Text());
+    const Outcome root = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {Var(), L"x"});
+    EXPECT_EQ(Hex(S_OK), Hex(root.status));
+    EXPECT_EQ(ERROR_INVALID_HANDLE, root.result.lVal);
+}
+
+}  // namespace
+}  // namespace kwo::com_test

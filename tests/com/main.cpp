@@ -1,0 +1,46 @@
+#include "com_test.h"
+#include "dll_under_test.h"
+
+#include <cstdio>
+
+namespace kwo::com_test {
+namespace {
+
+/// Without its cache every string shows up in a count of allocations. The function is in no header or import library.
+void SwitchOffStringCache() {
+    FARPROC function = GetProcAddress(LoadLibraryW(L"oleaut32.dll"), "SetOaNoCache");
+    if (function != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))();
+}
+
+/// One apartment and one machine-wide registration for all tests.
+class RegisteredDll : public ::testing::Environment {
+public:
+    void SetUp() override {
+        ASSERT_EQ(Hex(S_OK), Hex(CoInitialize(nullptr)));
+        Library library;
+        ASSERT_TRUE(library) << Narrow(DllPath()) << " cannot be loaded, error " << GetLastError();
+        ASSERT_EQ(Hex(S_OK), Hex(library.RegisterServer()));
+    }
+    void TearDown() override {
+        {
+            Library library;
+            EXPECT_TRUE(library);
+            EXPECT_EQ(Hex(S_OK), Hex(library.UnregisterServer()));
+        }
+        CoUninitialize();
+    }
+};
+
+}  // namespace
+}  // namespace kwo::com_test
+
+int main(int count, char** arguments) {
+    ::testing::InitGoogleTest(&count, arguments);
+    if (kwo::com_test::DistFolder().empty()) {
+        std::fprintf(stderr, "com_tests: set KWO_DIST to the folder that holds KWOUtil.dll\n");
+        return 2;
+    }
+    kwo::com_test::SwitchOffStringCache();
+    ::testing::AddGlobalTestEnvironment(new kwo::com_test::RegisteredDll);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,361 @@
+#include "com_test.h"
+#include "dll_under_test.h"
+#include "type_library_dump.h"
+
+#include <map>
+
+namespace kwo::com_test {
+namespace {
+
+/// Every key and value below a key, as text lines by path.
+using Snapshot = std::map<std::wstring, std::wstring>;
+
+std::wstring Bytes(const std::vector<BYTE>& data, DWORD size) {
+    static constexpr wchar_t kDigits[] = L"0123456789abcdef";
+    std::wstring text;
+    for (DWORD i = 0; i < size; ++i) {
+        text += kDigits[data[i] >> 4];
+        text += kDigits[data[i] & 15];
+    }
+    return text;
+}
+
+void Collect(HKEY key, const std::wstring& path, Snapshot& snapshot) {
+    snapshot[path + L"\\"] = L"key";
+    DWORD keys = 0;
+    DWORD values = 0;
+    DWORD longest = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr, &longest, nullptr,
+                     nullptr);
+    std::vector<wchar_t> name(16384);
+    std::vector<BYTE> data(longest + 2);
+    for (DWORD i = 0; i < values; ++i) {
+        DWORD nameLength = static_cast<DWORD>(name.size());
+        DWORD size = static_cast<DWORD>(data.size());
+        DWORD type = 0;
+        if (RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, data.data(), &size) != ERROR_SUCCESS)
+            continue;
+        snapshot[path + L"\\@" + std::wstring(name.data(), nameLength)] =
+            std::to_wstring(type) + L' ' + Bytes(data, size);
+    }
+    for (DWORD i = 0; i < keys; ++i) {
+        DWORD nameLength = static_cast<DWORD>(name.size());
+        if (RegEnumKeyExW(key, i, name.data(), &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            continue;
+        HKEY child = nullptr;
+        const std::wstring below(name.data(), nameLength);
+        if (RegOpenKeyExW(key, below.c_str(), 0, KEY_READ, &child) != ERROR_SUCCESS) continue;
+        Collect(child, path + L'\\' + below, snapshot);
+        RegCloseKey(child);
+    }
+}
+
+Snapshot SnapshotOf(HKEY root, const wchar_t* path) {
+    Snapshot snapshot;
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(root, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return snapshot;
+    Collect(key, L"", snapshot);
+    RegCloseKey(key);
+    return snapshot;
+}
+
+Snapshot MachineClasses() {
+    return SnapshotOf(HKEY_LOCAL_MACHINE, L"Software\\Classes");
+}
+Snapshot UserClasses() {
+    return SnapshotOf(HKEY_CURRENT_USER, L"Software\\Classes");
+}
+
+/// What `after` has more, less or otherwise than `before`.
+std::vector<std::string> Differences(const Snapshot& before, const Snapshot& after) {
+    std::vector<std::string> lines;
+    for (const auto& [path, value] : before) {
+        const auto found = after.find(path);
+        if (found == after.end())
+            lines.push_back("gone: " + Narrow(path));
+        else if (found->second != value)
+            lines.push_back("changed: " + Narrow(path));
+    }
+    for (const auto& [path, value] : after) {
+        if (!before.contains(path)) lines.push_back("new: " + Narrow(path));
+    }
+    return lines;
+}
+
+void ExpectSame(const Snapshot& before, const Snapshot& after) {
+    const std::vector<std::string> lines = Differences(before, after);
+    for (std::size_t i = 0; i < lines.size() && i < 20; ++i)
+        ADD_FAILURE() << lines[i];
+    EXPECT_EQ(0u, lines.size());
+}
+
+std::wstring MachineText(const std::wstring& path, const wchar_t* name = nullptr) {
+    wchar_t text[1024] = {};
+    DWORD size = sizeof text;
+    const std::wstring full = L"Software\\Classes\\" + path;
+    RegGetValueW(HKEY_LOCAL_MACHINE, full.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size);
+    return text;
+}
+
+std::wstring GuidText(REFGUID guid) {
+    wchar_t text[40] = {};
+    StringFromGUID2(guid, text, 40);
+    return text;
+}
+
+std::wstring IdentifierText(const std::wstring& typeName) {
+    const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
+    const ComPtr<ITypeInfo> info = library ? TypeInfoOf(library.Get(), typeName) : ComPtr<ITypeInfo>();
+    return info ? GuidText(TypeAttributes(info.Get())->guid) : L"";
+}
+
+bool SamePath(const std::wstring& a, const std::wstring& b) {
+    return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+/// Takes the registration of the whole run away and puts it back.
+class Unregistered : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(mLibrary);
+        ASSERT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+    }
+    void TearDown() override { EXPECT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer())); }
+
+    Library mLibrary;
+};
+
+/// Snapshots of all classes are slow, so the two states that every test starts from are taken once.
+class Registration : public Unregistered {
+protected:
+    void SetUp() override {
+        Unregistered::SetUp();
+        if (theMachine.empty()) {
+            theMachine = MachineClasses();
+            theUser = UserClasses();
+        }
+    }
+    static void TearDownTestSuite() {
+        theMachine.clear();
+        theRegisteredMachine.clear();
+        theUser.clear();
+    }
+
+    /// The machine's classes with ours among them.
+    const Snapshot& RegisteredMachine() {
+        if (theRegisteredMachine.empty()) {
+            EXPECT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+            theRegisteredMachine = MachineClasses();
+            EXPECT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+        }
+        return theRegisteredMachine;
+    }
+
+    static inline Snapshot theMachine;
+    static inline Snapshot theRegisteredMachine;
+    static inline Snapshot theUser;
+};
+
+TEST_F(Registration, MachineWideAndBackLeavesTheRegistryAsItWas) {
+    // Eleven classes, each with more than its identifier.
+    EXPECT_GT(Differences(theMachine, RegisteredMachine()).size(), 50u);
+
+    ExpectSame(theMachine, MachineClasses());
+    ExpectSame(theUser, UserClasses());
+}
+
+TEST_F(Registration, TwiceIsAsOnceAndOneRemovalTakesItAllAway) {
+    RegisteredMachine();
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    ExpectSame(theRegisteredMachine, MachineClasses());
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+
+    ExpectSame(theMachine, MachineClasses());
+}
+
+TEST_F(Registration, TakenAwayThoughNotThereChangesNothing) {
+    EXPECT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+    EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, L"user")));
+
+    ExpectSame(theMachine, MachineClasses());
+    ExpectSame(theUser, UserClasses());
+}
+
+TEST_F(Registration, PerUserStaysOutOfTheMachinesClassesAndGoesAsItCame) {
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, L"user")));
+    EXPECT_GT(Differences(theUser, UserClasses()).size(), 50u);
+    ExpectSame(theMachine, MachineClasses());
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, L"user")));
+
+    ExpectSame(theUser, UserClasses());
+}
+
+TEST_F(Registration, PerUserWritesWhatMachineWideWrites) {
+    RegisteredMachine();
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, L"USER")));
+    const Snapshot user = UserClasses();
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, L"user")));
+
+    for (const auto& [path, value] : theRegisteredMachine) {
+        // A record of the shared keys that had to be made depends on what was there.
+        if (theMachine.contains(path) || path.ends_with(L"@KeysMade")) continue;
+        // The system shows some machine-wide keys a second time here.
+        if (path.starts_with(L"\\Wow6432Node\\")) continue;
+        // A key that the system itself has made keeps its own spelling.
+        const bool isLibrary = CompareStringOrdinal(path.c_str(), 9, L"\\TypeLib\\", 9, TRUE) == CSTR_EQUAL;
+        const auto found = user.find(isLibrary ? L"\\TypeLib" + path.substr(8) : path);
+        EXPECT_EQ(value, found != user.end() ? found->second : L"nothing") << Narrow(path);
+    }
+}
+
+TEST_F(Registration, AnyOtherCommandLineIsForTheWholeComputer) {
+    for (const wchar_t* commandLine : {L"", L"machine", static_cast<const wchar_t*>(nullptr)}) {
+        CLSID id = {};
+        EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, commandLine)));
+        EXPECT_EQ(Hex(S_OK), Hex(CLSIDFromProgID(L"KWOUtil.KWOTimer", &id)));
+        EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, commandLine)));
+        EXPECT_TRUE(FAILED(CLSIDFromProgID(L"KWOUtil.KWOTimer", &id)));
+    }
+}
+
+TEST_F(Registration, NamesEveryClassWithItsFileThreadingAndLibrary) {
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    for (const std::wstring& name : ClassNames()) {
+        const std::wstring progId = L"KWOUtil." + name;
+        const std::wstring classKey = L"CLSID\\" + IdentifierText(name);
+
+        EXPECT_EQ(IdentifierText(name), MachineText(progId + L"\\CLSID")) << Narrow(name);
+        EXPECT_TRUE(SamePath(DllPath(), MachineText(classKey + L"\\InprocServer32"))) << Narrow(name);
+        EXPECT_EQ(L"Apartment", MachineText(classKey + L"\\InprocServer32", L"ThreadingModel")) << Narrow(name);
+        EXPECT_EQ(progId, MachineText(classKey + L"\\ProgID")) << Narrow(name);
+        EXPECT_EQ(L"{548B7A79-6EC2-4190-8590-E39BA0B37159}", MachineText(classKey + L"\\TypeLib")) << Narrow(name);
+    }
+}
+
+TEST_F(Registration, ClassesAreNotMarkedSafeForScripts) {
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    for (const std::wstring& name : ClassNames()) {
+        HKEY key = nullptr;
+        const std::wstring path = L"Software\\Classes\\CLSID\\" + IdentifierText(name) + L"\\Implemented Categories";
+        EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key))
+            << Narrow(name);
+        if (key != nullptr) RegCloseKey(key);
+    }
+}
+
+TEST_F(Registration, TypeLibraryIsFoundByItsIdentifier) {
+    const GUID id = {0x548b7a79, 0x6ec2, 0x4190, {0x85, 0x90, 0xe3, 0x9b, 0xa0, 0xb3, 0x71, 0x59}};
+    ComPtr<ITypeLib> library;
+    EXPECT_TRUE(FAILED(LoadRegTypeLib(id, 4, 5, 0, library.Out())));
+
+    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+
+    EXPECT_EQ(Hex(S_OK), Hex(LoadRegTypeLib(id, 4, 5, 0, library.Out())));
+}
+
+TEST_F(Registration, WithoutItNoClassIsKnown) {
+    CLSID id = {};
+
+    EXPECT_TRUE(FAILED(CLSIDFromProgID(L"KWOUtil.KWORegistry", &id)));
+}
+
+/// A key that vanishes with the session takes no lasting subkeys: writing below it fails with error 1021.
+class VolatileKey {
+public:
+    VolatileKey(HKEY root, const std::wstring& path) : mRoot(root), mPath(path) {
+        HKEY key = nullptr;
+        RegCreateKeyExW(root, path.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+        if (key != nullptr) RegCloseKey(key);
+    }
+    VolatileKey(const VolatileKey&) = delete;
+    VolatileKey& operator=(const VolatileKey&) = delete;
+    ~VolatileKey() { RegDeleteKeyW(mRoot, mPath.c_str()); }
+
+private:
+    HKEY mRoot;
+    std::wstring mPath;
+};
+
+TEST_F(Registration, MachineWideThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
+    for (const std::wstring& stone : {std::wstring(L"KWOUtil.KWOTimer"), L"CLSID\\" + IdentifierText(L"IKWOAlarm"),
+                                      L"CLSID\\" + IdentifierText(L"KWORegistry")}) {
+        const std::wstring path = L"Software\\Classes\\" + stone;
+        const VolatileKey key(HKEY_LOCAL_MACHINE, path);
+
+        EXPECT_EQ(Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)), Hex(mLibrary.RegisterServer()))
+            << Narrow(stone);
+
+        // It was there before, so it must be there still.
+        HKEY still = nullptr;
+        EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &still)) << Narrow(stone);
+        if (still != nullptr) RegCloseKey(still);
+    }
+    ExpectSame(theMachine, MachineClasses());
+}
+
+TEST_F(Registration, PerUserThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
+    // The shared key is there for good, so that only the class's own key is volatile.
+    HKEY classes = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ, nullptr, &classes, nullptr);
+    RegCloseKey(classes);
+    {
+        const VolatileKey key(HKEY_CURRENT_USER, L"Software\\Classes\\KWOUtil.KWOTimer");
+        const Snapshot user = UserClasses();
+
+        EXPECT_EQ(Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)), Hex(mLibrary.Install(true, L"user")));
+
+        ExpectSame(user, UserClasses());
+    }
+}
+
+// Registration-free activation
+
+class RegistrationFree : public Unregistered {
+protected:
+    void SetUp() override {
+        Unregistered::SetUp();
+        const std::wstring manifest = DistFolder() + L"\\KWOUtil.X.manifest";
+        ACTCTXW context = {};
+        context.cbSize = sizeof context;
+        context.lpSource = manifest.c_str();
+        mContext = CreateActCtxW(&context);
+        ASSERT_NE(INVALID_HANDLE_VALUE, mContext) << Narrow(manifest) << ", error " << GetLastError();
+        ASSERT_TRUE(ActivateActCtx(mContext, &mCookie));
+    }
+    void TearDown() override {
+        if (mContext != INVALID_HANDLE_VALUE) {
+            DeactivateActCtx(0, mCookie);
+            ReleaseActCtx(mContext);
+        }
+        Unregistered::TearDown();
+    }
+
+    HANDLE mContext = INVALID_HANDLE_VALUE;
+    ULONG_PTR mCookie = 0;
+};
+
+TEST_F(RegistrationFree, EveryClassIsCreatedByItsIdentifier) {
+    for (const std::wstring& name : ClassNames()) {
+        CLSID id = {};
+        ComPtr<IDispatch> object;
+        ASSERT_EQ(Hex(S_OK), Hex(CLSIDFromString(IdentifierText(name).c_str(), &id)));
+        EXPECT_EQ(Hex(S_OK), Hex(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid())))
+            << Narrow(name);
+    }
+}
+
+TEST_F(RegistrationFree, EveryClassIsCreatedByItsProgrammaticIdentifier) {
+    for (const std::wstring& name : ClassNames())
+        EXPECT_TRUE(Create(name)) << Narrow(name);
+}
+
+TEST_F(RegistrationFree, AClassAnswersByName) {
+    const ComPtr<IDispatch> registry = Create(L"KWORegistry");
+    ASSERT_TRUE(registry);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
+}
+
+}  // namespace
+}  // namespace kwo::com_test

@@ -1,0 +1,232 @@
+#include "com_test.h"
+#include "dll_under_test.h"
+#include "type_library_dump.h"
+
+#include <atomic>
+#include <thread>
+
+namespace kwo::com_test {
+namespace {
+
+CLSID ClassIdOf(const wchar_t* name) {
+    const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
+    const ComPtr<ITypeInfo> info = TypeInfoOf(library.Get(), name);
+    return TypeAttributes(info.Get())->guid;
+}
+
+/// The process's own DLL, loaded by nobody else.
+class Unloading : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(LetTheDllGo()) << "an earlier test still holds the DLL"; }
+};
+
+ComPtr<IDispatch> Make(const Library& library, REFCLSID id) {
+    ComPtr<IClassFactory> factory;
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(Hex(S_OK), Hex(library.GetClassObject(id, IID_IClassFactory, factory.OutVoid())));
+    if (!factory) return object;
+    EXPECT_EQ(Hex(S_OK), Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())));
+    return object;
+}
+
+/// Use of all that a class keeps for later: names, type information, a call.
+void Use(IDispatch* object) {
+    EXPECT_EQ(Hex(S_OK), Hex(Call(object, L"KWO_RegDeleteKey", {0, L"x"}).status));
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(Call(object, L"KWO_RegDeleteKey", {L"no number", L"x"}).status));
+    ComPtr<ITypeInfo> info;
+    EXPECT_EQ(Hex(S_OK), Hex(object->GetTypeInfo(0, 0, info.Out())));
+}
+
+TEST_F(Unloading, AFreshDllMayGo) {
+    const Library library;
+    ASSERT_TRUE(library);
+
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, AnObjectKeepsTheDll) {
+    const Library library;
+    const CLSID id = ClassIdOf(L"KWORegistry");
+    ComPtr<IDispatch> first = Make(library, id);
+    ComPtr<IDispatch> second = Make(library, id);
+    ASSERT_TRUE(first && second);
+
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    first.Reset();
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    second.Reset();
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, EveryClassOfObjectKeepsTheDll) {
+    const Library library;
+    for (const std::wstring& name : ClassNames()) {
+        ComPtr<IDispatch> object = Make(library, ClassIdOf(name.c_str()));
+        EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow())) << Narrow(name);
+        object.Reset();
+        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow())) << Narrow(name);
+    }
+}
+
+TEST_F(Unloading, APartOfAnObjectKeepsTheDll) {
+    const Library library;
+    ComPtr<IDispatch> object = Make(library, ClassIdOf(L"KWORegistry"));
+    ComPtr<IProvideClassInfo> part = As<IProvideClassInfo>(object.Get(), IID_IProvideClassInfo);
+    ASSERT_TRUE(part);
+    object.Reset();
+
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    part.Reset();
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, AClassObjectKeepsTheDll) {
+    const Library library;
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())));
+
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    factory.Reset();
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, ALockedServerStaysUntilItsLastUnlocking) {
+    const Library library;
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())));
+    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(TRUE)));
+    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(TRUE)));
+    factory.Reset();
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+
+    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWORegistry"), IID_IClassFactory, factory.OutVoid())));
+    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(FALSE)));
+    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(FALSE)));
+    factory.Reset();
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, ARefusedCreationKeepsNothing) {
+    const Library library;
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())));
+    Probe outer;
+    void* object = nullptr;
+    EXPECT_EQ(Hex(CLASS_E_NOAGGREGATION), Hex(factory->CreateInstance(&outer, IID_IUnknown, &object)));
+    EXPECT_EQ(Hex(E_NOINTERFACE), Hex(factory->CreateInstance(nullptr, IID_IStream, &object)));
+    EXPECT_EQ(Hex(E_POINTER), Hex(factory->CreateInstance(nullptr, IID_IUnknown, nullptr)));
+    factory.Reset();
+
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, AnErrorObjectThatIsStillOnTheThreadDoesNotKeepTheDllInUse) {
+    const Library library;
+    ComPtr<IDispatch> timer = Make(library, ClassIdOf(L"KWOTimer"));
+    ASSERT_TRUE(timer);
+    Get(timer.Get(), L"Interval");
+    timer.Reset();
+
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    SetErrorInfo(0, nullptr);
+}
+
+TEST_F(Unloading, FreeingTheDllTakesItOutOfTheProcess) {
+    {
+        const Library library;
+        ComPtr<IDispatch> object = Make(library, ClassIdOf(L"KWORegistry"));
+        ASSERT_TRUE(object);
+        Use(object.Get());
+        object.Reset();
+        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+        EXPECT_NE(nullptr, GetModuleHandleW(L"KWOUtil.dll"));
+    }
+    EXPECT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll"));
+}
+
+TEST_F(Unloading, AHundredRoundsOfLoadingAndUseLeaveNoHandleBehind) {
+    const CLSID id = ClassIdOf(L"KWORegistry");
+    const auto round = [&id] {
+        const Library library;
+        ComPtr<IDispatch> object = Make(library, id);
+        ASSERT_TRUE(object);
+        Use(object.Get());
+        object.Reset();
+        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    };
+    for (int i = 0; i < 3; ++i)
+        round();
+    DWORD before = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &before);
+
+    for (int i = 0; i < 100; ++i) {
+        round();
+        ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll")) << "round " << i;
+    }
+
+    DWORD after = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &after);
+    EXPECT_LT(after, before + 20);
+}
+
+TEST_F(Unloading, TheSystemLetsAnUnusedDllGo) {
+    ComPtr<IDispatch> object = Create(L"KWORegistry");
+    ASSERT_TRUE(object);
+    EXPECT_FALSE(LetTheDllGo());
+    Use(object.Get());
+    object.Reset();
+
+    EXPECT_TRUE(LetTheDllGo());
+}
+
+// Apartments
+
+TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
+    std::atomic<int> good = 0;
+    const auto work = [&good] {
+        if (FAILED(CoInitialize(nullptr))) return;
+        bool fine = true;
+        for (int i = 0; i < 50; ++i) {
+            const ComPtr<IDispatch> registry = Create(L"KWORegistry");
+            const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+            fine = fine && registry && timer &&
+                   Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).result.lVal == ERROR_INVALID_HANDLE &&
+                   static_cast<bool>(Reached(Get(timer.Get(), L"Interval"), L"KWOTimer"));
+        }
+        CoUninitialize();
+        if (fine) ++good;
+    };
+    std::thread first(work);
+    std::thread second(work);
+    first.join();
+    second.join();
+
+    EXPECT_EQ(2, good);
+}
+
+TEST(Apartments, AnObjectOutlivesAnotherApartmentsEnd) {
+    const ComPtr<IDispatch> mine = Create(L"KWORegistry");
+    ASSERT_TRUE(mine);
+    std::thread other([] {
+        CoInitialize(nullptr);
+        Create(L"KWORegistry");
+        CoUninitialize();
+    });
+    other.join();
+
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mine.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
+}
+
+TEST(Apartments, AfterAllOfThemTheDllMayGo) {
+    std::thread other([] {
+        CoInitialize(nullptr);
+        Create(L"KWOTimer");
+        CoUninitialize();
+    });
+    other.join();
+
+    EXPECT_TRUE(LetTheDllGo());
+}
+
+}  // namespace
+}  // namespace kwo::com_test

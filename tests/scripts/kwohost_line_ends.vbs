@@ -1,0 +1,1 @@
+Dim gChecksSub Check(name, good)    gChecks = gChecks + 1    If good Then WScript.Echo "ok " & name Else WScript.Echo "not ok " & nameEnd SubCheck "lines end in carriage returns", TrueWScript.Echo "done " & gChecks

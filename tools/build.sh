@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Configures and builds one preset of CMakePresets.json.
+#   build.sh [--install] PRESET [TARGET...]
+# --install also puts what a user gets into dist/PRESET.
+# shellcheck source-path=SCRIPTDIR
+source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
+
+install=no
+if [[ ${1:-} == --install ]]; then
+    install=yes
+    shift
+fi
+(($# > 0)) || die 'usage: build.sh [--install] PRESET [TARGET...]'
+preset=$1
+shift
+folder=$KWO_ROOT/build/$preset
+jobs=$(nproc)
+((jobs > 2)) && jobs=2
+
+# A moved checkout takes its old paths with it, and CMake refuses them.
+configured_elsewhere() {
+    [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$KWO_ROOT" "$folder/CMakeCache.txt"
+}
+
+# Ninja configures again when a list changes; what it does not know of is a change of the presets.
+is_configured() { [[ -f $folder/build.ninja && ! $KWO_ROOT/CMakePresets.json -nt $folder/build.ninja ]]; }
+
+cd "$KWO_ROOT"
+mkdir -p "$folder"
+lock "$folder.lock"
+if configured_elsewhere; then
+    rm -rf "$folder"
+fi
+is_configured || cmake --preset "$preset"
+targets=()
+(($# == 0)) || targets=(--target "$@")
+cmake --build "$folder" -j "$jobs" "${targets[@]}"
+if [[ $install == yes ]]; then
+    cmake --install "$folder" --component user --prefix "$KWO_ROOT/dist/$preset"
+fi

@@ -1,0 +1,69 @@
+# shellcheck shell=bash
+# The Debian packages behind the commands: each with a command or a file that proves it is there, so that a tool which
+# came from elsewhere counts too.
+
+KWO_BUILD_PACKAGES=(
+    'cmake cmake'
+    'ninja-build ninja'
+    'g++ g++'
+    'g++-mingw-w64-x86-64-posix x86_64-w64-mingw32-g++-posix'
+    'g++-mingw-w64-i686-posix i686-w64-mingw32-g++-posix'
+    'mingw-w64-tools x86_64-w64-mingw32-widl'
+    'libwine-dev /usr/include/wine/wine/windows/oaidl.idl'
+    'libwine /usr/lib/x86_64-linux-gnu/wine/x86_64-windows/stdole2.tlb'
+    'googletest /usr/src/googletest/CMakeLists.txt'
+)
+KWO_WINE_PACKAGES=(
+    'wine wine'
+    'wine64 /usr/lib/wine/wine64'
+    'xvfb Xvfb'
+    'xauth xauth'
+    'fonts-wine /usr/share/wine/fonts/tahoma.ttf'
+    'fonts-liberation /usr/share/fonts/truetype/liberation'
+    'xdotool xdotool'
+    'imagemagick convert'
+)
+# Only the 32-bit Wine tree needs them, and it may be missing.
+KWO_WINE32_PACKAGES=(
+    'debootstrap /usr/sbin/debootstrap'
+    'libc6-i386 /lib/ld-linux.so.2'
+)
+KWO_BENCH_PACKAGES=(
+    'libbenchmark-dev /usr/include/benchmark/benchmark.h'
+)
+
+is_there() {
+    if [[ $1 == /* ]]; then [[ -e $1 ]]; else command -v "$1" >/dev/null; fi
+}
+
+# missing_packages ROW...: the names of those that are not there, one a line.
+missing_packages() {
+    local row
+    for row in "$@"; do is_there "${row#* }" || printf '%s\n' "${row%% *}"; done
+}
+
+install_line() { printf 'apt-get install --no-install-recommends -y %s\n' "$*"; }
+
+can_install() { ((EUID == 0)) && command -v apt-get >/dev/null; }
+
+install_packages() {
+    # A source that does not answer matters only when the packages then cannot be had.
+    # shellcheck disable=SC2016
+    step "installing $*" env DEBIAN_FRONTEND=noninteractive bash -c '
+        apt-get -o DPkg::Lock::Timeout=300 update || echo "not every package source answered"
+        exec apt-get -o DPkg::Lock::Timeout=300 install --no-install-recommends -y "$@"' install "$@"
+}
+
+# need_packages ROW...: ends the command when something is missing and cannot be installed.
+need_packages() {
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]} == 0)) && return
+    if ! can_install; then
+        printf 'These packages are missing. Type:\n    sudo %s\n' "$(install_line "${missing[@]}")" >&2
+        exit 1
+    fi
+    install_packages "${missing[@]}" || exit 1
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]} == 0)) || die "installed, and still not found: ${missing[*]}"
+}

@@ -1,0 +1,119 @@
+# shellcheck shell=bash
+# Groups of tests: each runs under a time limit, and counts only by what it wrote down about itself.
+
+kwo_passed=0
+kwo_failed=0
+kwo_trouble=''
+KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-180}
+
+group_begins() {
+    kwo_trouble=''
+    printf '%-48s' "$1"
+    kwo_group_begun=$SECONDS
+}
+
+# group_ends PASSED FAILED [REMARK]
+group_ends() {
+    kwo_passed=$((kwo_passed + $1))
+    kwo_failed=$((kwo_failed + $2))
+    printf '%d passed, %d failed, %d s%s\n' "$1" "$2" "$((SECONDS - kwo_group_begun))" "${3:+ ($3)}"
+}
+
+# group_cannot_run NAME WHY: counts as one failure.
+group_cannot_run() {
+    group_begins "$1"
+    group_ends 0 1 "$2"
+}
+
+# run_limited LOG COMMAND...: the job with the group's time limit; kwo_trouble says what went wrong with it as a whole.
+run_limited() {
+    local log=$1 rc=0
+    shift
+    run_job "$log" timeout --kill-after=5 "$KWO_GROUP_SECONDS" "$@" || rc=$?
+    kwo_trouble=''
+    case $rc in
+        0) ;;
+        124 | 137) kwo_trouble="stopped after $KWO_GROUP_SECONDS s" ;;
+        *) kwo_trouble="exit code $rc" ;;
+    esac
+}
+
+# read_gtest_results FILE: sets kwo_counts to "passed failed skipped". Fails unless FILE is a whole result file.
+read_gtest_results() {
+    [[ -s $1 && $(tail -n 1 "$1" | tr -d '\r') == '}' ]] || return 1
+    kwo_counts=$(awk '
+        /^  "failures": [0-9]+,/ { failed = $2 + 0 }
+        /^          "result": "COMPLETED"/ { completed++ }
+        /^          "result": "SKIPPED"/ { skipped++ }
+        END { print (completed > failed ? completed - failed : 0), failed + 0, skipped + 0 }' "$1")
+}
+
+# Of GoogleTest's output: what each failed test said.
+failed_tests() {
+    tr -d '\r' <"$1" | awk '
+        /^\[ RUN      \]/ { said = "" }
+        { said = said "    " $0 "\n" }
+        /^\[  FAILED  \] .* \([0-9]+ ms\)$/ { printf "%s", said; said = "" }' | head -n 60
+}
+
+# gtest_group NAME PROGRAM TRANSLATE COMMAND...: TRANSLATE makes of a path what the program calls it.
+# A program that ends without one has crashed or hung; one without a test has tested nothing.
+gtest_group() {
+    local name=$1 program=$2 translate=$3 log results counts remark=''
+    shift 3
+    log=$(log_of "$name")
+    results=${log%.log}.json
+    rm -f "$results"
+    group_begins "$name"
+    if [[ ! -f $program ]]; then
+        group_ends 0 1 "there is no ${program#"$KWO_ROOT/"}"
+        return
+    fi
+    run_limited "$log" "$@" "--gtest_output=json:$("$translate" "$results")"
+    if ! read_gtest_results "$results"; then
+        group_ends 0 1 "no results; ${kwo_trouble:-exit code 0}"
+        show_tail "$log"
+        return
+    fi
+    read -ra counts <<<"$kwo_counts"
+    if ((counts[1] == 0)) && [[ -n $kwo_trouble ]]; then
+        counts[1]=1
+        remark=$kwo_trouble
+    elif ((counts[0] + counts[1] == 0)); then
+        counts[1]=1
+        remark='not one test ran'
+    fi
+    ((counts[2] == 0)) || remark+="${remark:+; }${counts[2]} skipped"
+    group_ends "${counts[0]}" "${counts[1]}" "$remark"
+    ((counts[1] == 0)) && return
+    failed_tests "$log"
+    if [[ -n $remark ]]; then show_tail "$log"; else printf '    (all of it: %s)\n' "$log"; fi
+}
+
+# counted_group NAME COMMAND...: a command whose last line is `N passed, M failed`.
+counted_group() {
+    local name=$1 log last passed=0 failed=1 remark=''
+    shift
+    log=$(log_of "$name")
+    group_begins "$name"
+    run_limited "$log" "$@"
+    last=$(tail -n 1 "$log" | tr -d '\r')
+    if [[ $last =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then
+        passed=$((10#${BASH_REMATCH[1]})) failed=$((10#${BASH_REMATCH[2]}))
+        if ((failed == 0)) && [[ -n $kwo_trouble ]]; then
+            failed=1 remark=$kwo_trouble
+        elif ((passed + failed == 0)); then
+            failed=1 remark='not one test ran'
+        fi
+    else
+        remark="no results; ${kwo_trouble:-exit code 0}"
+    fi
+    group_ends "$passed" "$failed" "$remark"
+    ((failed == 0)) || show_tail "$log"
+}
+
+# The last line of a run; fails when a test failed or none ran.
+print_total() {
+    printf '%d passed, %d failed\n' "$kwo_passed" "$kwo_failed"
+    ((kwo_failed == 0 && kwo_passed > 0))
+}

@@ -1,0 +1,177 @@
+# shellcheck shell=bash
+# Wine of either bitness: its command line, its prefixes, registration, and programs run in it. One command at a time
+# uses a prefix (the caller locks it), and the prefix's server is stopped before the display it was started with.
+
+kwo_opened=()
+
+# /a/b -> Z:\a\b, the way Wine's drives are set up in a new prefix.
+wine_path() {
+    local path
+    path=$(realpath -ms -- "$1")
+    printf 'Z:%s\n' "${path//\//\\}"
+}
+
+# choose_wine BITS PREFIX [TREE]: sets kwo_wine, the words that start a program, kwo_wineserver, and kwo_preset, the
+# build of that bitness. The 32-bit Wine lives in a tree of its own. Nothing of the user's own Wine settings gets in,
+# and nothing is written to the home folder.
+choose_wine() {
+    local loader server settings
+    kwo_bits=$1 kwo_prefix=$2
+    settings=(env -u WINEARCH -u WINEDLLPATH
+        "HOME=$KWO_ROOT/build/home" "WINEPREFIX=$kwo_prefix" "WINEDEBUG=${KWO_WINEDEBUG:--all}"
+        'WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=;winemenubuilder.exe=')
+    if ((kwo_bits == 64)); then
+        kwo_preset=x64
+        loader=/usr/lib/wine/wine64 server=/usr/lib/wine/wineserver64
+        [[ -x $loader && -x $server ]] || loader=$(command -v wine64) server=$(command -v wineserver)
+    else
+        kwo_preset=x86
+        loader=$3/usr/lib/wine/wine server=$3/usr/lib/wine/wineserver32
+        settings+=(WINEARCH=win32 "LD_LIBRARY_PATH=$3/usr/lib/i386-linux-gnu:$3/lib/i386-linux-gnu")
+    fi
+    settings+=("WINELOADER=$loader" "WINESERVER=$server")
+    kwo_wine=("${settings[@]}" "$loader")
+    kwo_wineserver=("${settings[@]}" "$server")
+    mkdir -p "$KWO_ROOT/build/home"
+}
+
+# in_wine COMMAND...: a short command; what it wrote is printed when it has ended, because Wine's services, which it may
+# have started, keep the output open.
+in_wine() {
+    local output rc=0
+    output=$(log_of wine)
+    timeout --foreground --kill-after=5 120 "${kwo_wine[@]}" "$@" </dev/null >"$output" 2>&1 9>&- || rc=$?
+    tr -d '\r' <"$output"
+    return "$rc"
+}
+
+stop_wine() {
+    [[ -d $kwo_prefix ]] || return 0
+    timeout 30 "${kwo_wineserver[@]}" -k >/dev/null 2>&1 9>&- || true
+    timeout 30 "${kwo_wineserver[@]}" -w >/dev/null 2>&1 9>&- || true
+}
+
+# A Wine that cannot run a program of this bitness says nothing and exits with 0: only its answer counts.
+wine_answers() {
+    local expected=AMD64 said
+    ((kwo_bits == 64)) || expected=x86
+    said=$(in_wine cmd /c 'echo %PROCESSOR_ARCHITECTURE%') || return 1
+    [[ $said == "$expected"* ]]
+}
+
+prefix_stamp() { printf 'prefix 1, %s bits, %s\n' "$kwo_bits" "$("${kwo_wine[@]}" --version 2>/dev/null)"; }
+
+# Window managers are for the user's own display; without one, Wine waits two seconds for it at every closed window.
+manage_windows() {
+    local wanted=Y
+    [[ $KWO_OWN_DISPLAY == yes ]] && wanted=N
+    [[ -f $kwo_prefix/.kwo-managed && $(<"$kwo_prefix/.kwo-managed") == "$wanted" ]] && return
+    in_wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$wanted" /f >/dev/null || return
+    printf '%s\n' "$wanted" >"$kwo_prefix/.kwo-managed"
+}
+
+# open_prefix BITS NAME [TREE]: build/NAME, made when it is missing, half-made, of another Wine, or broken; from then on
+# chosen, also by a later call. A display must be there: Wine asks for it once, when a prefix's first program starts.
+open_prefix() {
+    local opened
+    choose_wine "$1" "$KWO_ROOT/build/$2" "${3:-}"
+    for opened in "${kwo_opened[@]}"; do [[ $opened != "$1|$2|${3:-}" ]] || return 0; done
+    ((${#kwo_opened[@]} > 0)) || at_exit stop_opened
+    kwo_opened+=("$1|$2|${3:-}")
+    stop_wine
+    if [[ ! -f $kwo_prefix/.kwo-ready || $(<"$kwo_prefix/.kwo-ready") != "$(prefix_stamp)" ]] || ! wine_answers; then
+        stop_wine
+        step "making the $kwo_bits-bit Wine prefix" \
+            "$KWO_ROOT/tools/make_wine_prefix.sh" "$kwo_bits" "$kwo_prefix" "${3:-}" || return
+        wine_answers || return
+    fi
+    manage_windows
+}
+
+stop_opened() {
+    local bits name tree
+    while IFS='|' read -r bits name tree; do
+        choose_wine "$bits" "$KWO_ROOT/build/$name" "$tree"
+        stop_wine
+    done < <(printf '%s\n' "${kwo_opened[@]}")
+}
+
+# Where the registry says that the component is; nothing when it is not registered.
+registered_dll() {
+    local class
+    class=$(in_wine reg query 'HKCR\KWOUtil.KWORegistry\CLSID' /ve | grep -o '{[^}]*}') || return 0
+    in_wine reg query "HKCR\\CLSID\\$class\\InprocServer32" /ve | sed -n 's/.*REG_SZ *//p'
+}
+
+# register_dll DLL. The exit code alone proves nothing.
+register_dll() {
+    local dll rc=0 found
+    dll=$(wine_path "$1")
+    in_wine regsvr32 /s "$dll" >/dev/null || rc=$?
+    found=$(registered_dll)
+    ((rc == 0)) && [[ ${found,,} == "${dll,,}" ]] && return
+    printf 'regsvr32 %s: exit code %d, registered: %s\n' "$dll" "$rc" "${found:-nothing}" >&2
+    return 1
+}
+
+# unregister_dll DLL: does nothing when nothing is registered.
+unregister_dll() {
+    local dll rc=0
+    [[ -n $(registered_dll) ]] || return 0
+    dll=$(wine_path "$1")
+    in_wine regsvr32 /u /s "$dll" >/dev/null || rc=$?
+    ((rc == 0)) && [[ -z $(registered_dll) ]] && return
+    printf 'regsvr32 /u %s: exit code %d, registered: %s\n' "$dll" "$rc" "$(registered_dll)" >&2
+    return 1
+}
+
+# An argument that starts like a path and leads somewhere becomes Wine's path; a switch like /regserver is left alone.
+translated() {
+    if [[ $1 == /* || $1 == ./* || $1 == ../* ]] && [[ -e $1 ]]; then wine_path "$1"; else printf '%s\n' "$1"; fi
+}
+
+# run_in_wine COMMAND...: a program in the foreground, its output passed on as it appears. It goes through files,
+# because Wine's services would keep a pipe open after the program has ended.
+run_in_wine() {
+    local output errors followers=() rc=0
+    output=$(log_of output)
+    errors=$output
+    # Both in one file when they go to the same place, so that their order stays.
+    [[ /dev/stdout -ef /dev/stderr ]] || errors=$(log_of errors)
+    start_job "$output" "$errors" "${kwo_wine[@]}" "$@"
+    tail -n +1 -s 0.05 -f --pid="$kwo_job" -- "$output" 9>&- &
+    followers=("$!")
+    if [[ $errors != "$output" ]]; then
+        tail -n +1 -s 0.05 -f --pid="$kwo_job" -- "$errors" >&2 9>&- &
+        followers+=("$!")
+    fi
+    wait_job || rc=$?
+    wait "${followers[@]}" || true
+    return "$rc"
+}
+
+# What a user installs, of the bitness of the chosen Wine; programs of this repository find it by these variables.
+dist_folder() { printf '%s/dist/%s\n' "$KWO_ROOT" "$kwo_preset"; }
+
+tell_dist() {
+    KWO_DIST=$(wine_path "$(dist_folder)")
+    KWO_BITS=$kwo_bits
+    export KWO_DIST KWO_BITS
+}
+
+# run_program_by_hand BITS PROGRAM [ARGUMENT...]
+run_program_by_hand() {
+    local bits=$1 argument words=() kwo_wine32_tree=''
+    shift
+    (($# > 0)) || die "usage: $KWO_COMMAND.sh PROGRAM [ARGUMENT...]"
+    need_packages "${KWO_WINE_PACKAGES[@]}"
+    ((bits == 64)) || find_wine32 || die "32-bit: not run: $kwo_wine32_why"
+    lock "$KWO_ROOT/build/wine.lock"
+    start_own_display
+    open_prefix "$bits" "wine$bits" "$kwo_wine32_tree" || die "Wine does not work: see $KWO_LOGS"
+    for argument in "$@"; do words+=("$(translated "$argument")"); done
+    # The first word is a program whatever it looks like, as long as it is there.
+    [[ -f $1 ]] && words[0]=$(wine_path "$1")
+    tell_dist
+    run_in_wine "${words[@]}"
+}

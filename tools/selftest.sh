@@ -1,0 +1,122 @@
+#!/usr/bin/env bash
+# Tests how ./test counts and stops: what would be worst is a failure that it calls a success.
+# shellcheck source-path=SCRIPTDIR
+source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"
+
+scratch=$(mktemp -d)
+remove_scratch() { rm -rf "$scratch"; }
+at_exit remove_scratch
+KWO_LOGS=$scratch
+
+passed=0
+failed=0
+# is NAME ACTUAL EXPECTED
+is() {
+    if [[ $2 == "$3" ]]; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        printf 'not ok: %s\n    it is:     %s\n    expected:  %s\n' "$1" "$2" "$3"
+    fi
+}
+
+# A stand-in for a test program: it writes the given result file where it is told to, then ends with the given code.
+cat >"$scratch/program" <<'PROGRAM'
+#!/usr/bin/env bash
+code=$1 results=$2 target=${3#--gtest_output=json:}
+if [[ -f $results ]]; then cp "$results" "$target"; fi
+exit "$code"
+PROGRAM
+chmod +x "$scratch/program"
+
+# results FILE FAILURES RESULT...: as GoogleTest writes them, one test for each RESULT.
+results() {
+    local file=$scratch/$1 failures=$2 result
+    shift 2
+    {
+        printf '{\n  "tests": %d,\n  "failures": %d,\n  "disabled": 0,\n  "errors": 0,\n' $# "$failures"
+        printf '  "testsuites": [\n    {\n      "name": "Suite",\n      "failures": %d,\n' "$failures"
+        for result in "$@"; do printf '          "status": "RUN",\n          "result": "%s",\n' "$result"; done
+        printf '    }\n  ]\n}\n'
+    } >"$file"
+}
+results good.json 0 COMPLETED COMPLETED SKIPPED
+results bad.json 1 COMPLETED COMPLETED
+results none.json 0
+results unselected.json 0 SUPPRESSED SUPPRESSED
+head -n 5 "$scratch/good.json" >"$scratch/torn.json"
+
+# gtest_counts CODE RESULTS: passed, failed, and the remark.
+gtest_counts() {
+    local said
+    said=$(
+        gtest_group group "$scratch/program" realpath "$scratch/program" "$1" "$scratch/$2" >"$scratch/said"
+        printf '%d %d' "$kwo_passed" "$kwo_failed"
+    )
+    printf '%s%s' "$said" "$(sed -n '1s/.* s\( (.*)\)$/\1/p' "$scratch/said")"
+}
+is 'passed and skipped tests' "$(gtest_counts 0 good.json)" '2 0 (1 skipped)'
+is 'a failed test' "$(gtest_counts 1 bad.json)" '1 1'
+is 'a bad exit code after good tests' "$(gtest_counts 1 good.json)" '2 1 (exit code 1; 1 skipped)'
+is 'a failed test and exit code 0' "$(gtest_counts 0 bad.json)" '1 1'
+is 'no test' "$(gtest_counts 0 none.json)" '0 1 (not one test ran)'
+is 'only tests that were not selected' "$(gtest_counts 0 unselected.json)" '0 1 (not one test ran)'
+is 'exit code 0 without results' "$(gtest_counts 0 missing)" '0 1 (no results; exit code 0)'
+is 'a crash' "$(gtest_counts 139 missing)" '0 1 (no results; exit code 139)'
+is 'a torn result file' "$(gtest_counts 0 torn.json)" '0 1 (no results; exit code 0)'
+cp "$scratch/good.json" "$scratch/selftest-group.json"
+is 'the results of an earlier run' "$(gtest_counts 0 missing)" '0 1 (no results; exit code 0)'
+is 'a program that is not there' "$(
+    gtest_group group "$scratch/absent" realpath "$scratch/absent" >"$scratch/said"
+    printf '%d %d' "$kwo_passed" "$kwo_failed"
+)" '0 1'
+
+# counts COMMAND...: of a command that counts itself.
+counts() {
+    local said
+    said=$(
+        counted_group group bash -c "$1" >"$scratch/said"
+        printf '%d %d' "$kwo_passed" "$kwo_failed"
+    )
+    printf '%s%s' "$said" "$(sed -n '1s/.* s\( (.*)\)$/\1/p' "$scratch/said")"
+}
+is 'counted, all passed' "$(counts 'echo 12 passed, 0 failed')" '12 0'
+is 'counted with a carriage return' "$(counts 'printf "12 passed, 0 failed\r\n"')" '12 0'
+is 'counted, some failed' "$(counts 'echo 12 passed, 3 failed; exit 1')" '12 3'
+is 'counted, some failed, exit code 0' "$(counts 'echo 12 passed, 3 failed')" '12 3'
+is 'counted, all passed, bad exit code' "$(counts 'echo 12 passed, 0 failed; exit 3')" '12 1 (exit code 3)'
+is 'counted, nothing ran' "$(counts 'echo 0 passed, 0 failed')" '0 1 (not one test ran)'
+is 'words after the count' "$(counts 'echo 12 passed, 0 failed; echo Segmentation fault')" \
+    '0 1 (no results; exit code 0)'
+is 'silent' "$(counts true)" '0 1 (no results; exit code 0)'
+is 'a number that looks octal' "$(counts 'echo 09 passed, 0 failed')" '9 0'
+KWO_GROUP_SECONDS=1
+is 'hanging' "$(counts 'echo 5 passed, 0 failed; sleep 30')" '5 1 (stopped after 1 s)'
+is 'hanging, with a child of its own' "$(counts "sleep 30 & echo \$! >'$scratch/child'; wait")" \
+    '0 1 (no results; stopped after 1 s)'
+
+# is_running PID: one that has ended may stay listed until it is asked for its exit code.
+is_running() { grep -qs '^State:[[:space:]]*[^[:space:]ZX]' "/proc/$1/status"; }
+is 'the child is stopped too' "$(is_running "$(<"$scratch/child")" || echo gone)" gone
+
+# total PASSED FAILED: the last line and whether the run was a success.
+total() {
+    local rc=0
+    kwo_passed=$1 kwo_failed=$2
+    print_total || rc=$?
+    printf 'exit %d' "$rc"
+}
+is 'a good run' "$(total 3 0)" $'3 passed, 0 failed\nexit 0'
+is 'a bad run' "$(total 3 1)" $'3 passed, 1 failed\nexit 1'
+is 'an empty run' "$(total 0 0)" $'0 passed, 0 failed\nexit 1'
+
+is 'a path' "$(wine_path '/a b/c.vbs')" 'Z:\a b\c.vbs'
+is 'a path that goes up' "$(wine_path '/a/../b/./c')" 'Z:\b\c'
+is 'an argument that is a path' "$(translated "$scratch/program")" "$(wine_path "$scratch/program")"
+is 'a switch' "$(translated /regserver)" /regserver
+is 'a word' "$(translated tools)" tools
+is 'a log name' "$(slug 'COM tests (64-bit)')" com-tests-64-bit
+is 'missing packages' "$(missing_packages 'one no-such-command' 'two bash' 'three /no/such/file')" $'one\nthree'
+
+printf '%d passed, %d failed\n' "$passed" "$failed"
+((failed == 0))
