@@ -1,9 +1,10 @@
 #include "platform/windows/windows_host_application.h"
 
 #include <string>
-#include <vector>
 
 #include "platform/windows/ansi.h"
+#include "platform/windows/program_path.h"
+#include "platform/windows/version_resource.h"
 
 namespace kwo::platform::windows {
 
@@ -23,83 +24,28 @@ std::wstring ExecutablePath() {
     }
 }
 
-/// The version resource of the host's executable; empty where it has none.
-class VersionResource {
-public:
-    VersionResource() {
-        const std::wstring path = ExecutablePath();
-        DWORD unused = 0;
-        mData.resize(::GetFileVersionInfoSizeW(path.c_str(), &unused));
-        if (!mData.empty() && !::GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(mData.size()), mData.data())) {
-            mData.clear();
-        }
-    }
-
-    HostApplication::Version Number() {
-        UINT size = 0;
-        const auto* const fixed = static_cast<const VS_FIXEDFILEINFO*>(Find(L"\\", size));
-        if (fixed == nullptr || size < sizeof *fixed) return {};
-        return {HIWORD(fixed->dwFileVersionMS), LOWORD(fixed->dwFileVersionMS), LOWORD(fixed->dwFileVersionLS)};
-    }
-
-    Text String(const wchar_t* name) {
-        constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
-        UINT size = 0;
-        const auto* const translation = static_cast<const WORD*>(Find(L"\\VarFileInfo\\Translation", size));
-        if (translation == nullptr || size < 2 * sizeof(WORD)) return {};
-        std::wstring path = L"\\StringFileInfo\\";
-        for (const WORD half : {translation[0], translation[1]}) {
-            for (int shift = 12; shift >= 0; shift -= 4)
-                path += kHexDigits[half >> shift & 15];
-        }
-        path += L'\\';
-        path += name;
-        const auto* const string = static_cast<const wchar_t*>(Find(path.c_str(), size));
-        return string == nullptr ? Text() : FromWide(std::wstring_view(string, ::wcsnlen(string, size)));
-    }
-
-private:
-    const void* Find(const wchar_t* path, UINT& size) {
-        void* found = nullptr;
-        if (mData.empty() || !::VerQueryValueW(mData.data(), path, &found, &size)) return nullptr;
-        return found;
-    }
-
-    std::vector<char> mData;
-};
-
 }  // namespace
 
 Text WindowsHostApplication::ExecutableName() {
-    std::wstring name = ExecutablePath();
-    name.erase(0, name.find_last_of(L"\\/") + 1);
-    const auto extension = name.rfind(L'.');
-    if (extension != std::wstring::npos) name.resize(extension);
-    return FromWide(name);
+    return FromWide(NameOf(ExecutablePath()));
 }
 
 Text WindowsHostApplication::Folder() {
-    std::wstring folder = ExecutablePath();
-    const auto separator = folder.find_last_of(L"\\/");
-    if (separator == std::wstring::npos) return {};
-    // A drive alone is the drive's current folder: its root keeps the separator.
-    const bool isRoot = separator > 0 && folder[separator - 1] == L':';
-    folder.resize(isRoot ? separator + 1 : separator);
-    return FromWide(folder);
+    return FromWide(FolderOf(ExecutablePath()));
 }
 
 Text WindowsHostApplication::Title() {
-    const Text title = VersionResource().String(L"FileDescription");
+    const Text title = VersionResource(ExecutablePath()).String(L"FileDescription");
     return title.empty() ? ExecutableName() : title;
 }
 
 Text WindowsHostApplication::ProductName() {
-    const Text name = VersionResource().String(L"ProductName");
+    const Text name = VersionResource(ExecutablePath()).String(L"ProductName");
     return name.empty() ? ExecutableName() : name;
 }
 
 HostApplication::Version WindowsHostApplication::ProgramVersion() {
-    return VersionResource().Number();
+    return VersionResource(ExecutablePath()).Number();
 }
 
 Text WindowsHostApplication::ModuleFileName() {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+namespace kwo::platform::windows {
+
+/// The file's name without folder and extension.
+inline std::wstring NameOf(std::wstring path) {
+    path.erase(0, path.find_last_of(L"\\/") + 1);
+    const auto extension = path.rfind(L'.');
+    if (extension != std::wstring::npos) path.resize(extension);
+    return path;
+}
+
+/// The file's folder; empty where the path has none. A drive alone would be the drive's current folder: its root keeps
+/// the separator.
+inline std::wstring FolderOf(std::wstring path) {
+    const auto separator = path.find_last_of(L"\\/");
+    if (separator == std::wstring::npos) return {};
+    const bool isRoot = separator > 0 && path[separator - 1] == L':';
+    path.resize(isRoot ? separator + 1 : separator);
+    return path;
+}
+
+}  // namespace kwo::platform::windows
