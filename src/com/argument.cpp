@@ -110,12 +110,12 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
     const bool fromVariable = held != source;
     if (parameter.type == VT_VARIANT) return PrepareVariant(parameter, held, fromVariable);
 
-    const bool isPlain = parameter.type != VT_DISPATCH || parameter.interfaceId == IID_IDispatch;
-    if (isPlain && held->vt == (VT_BYREF | parameter.type)) {
+    if (held->vt == (VT_BYREF | parameter.type) && (parameter.anyInterface || *held->ppdispVal == nullptr)) {
         mPointer = held->byref;
         return S_OK;
     }
-    if (isPlain && held->vt == parameter.type && (fromVariable || !parameter.byReference)) {
+    if (held->vt == parameter.type && (fromVariable || !parameter.byReference) &&
+        (parameter.anyInterface || held->pdispVal == nullptr)) {
         mPointer = &held->llVal;
         return S_OK;
     }
@@ -185,14 +185,20 @@ HRESULT PassedArgument::PrepareConverted(const Parameter& parameter, VARIANT* he
 
 HRESULT PassedArgument::Remember(VARIANT* held, bool fromVariable) noexcept {
     if (!fromVariable && (held->vt & VT_BYREF) == 0) return S_OK;
+    mTarget = held;
+    if ((mValue.vt & VT_ARRAY) != 0) {
+        // Another array is a change; what stands in one is not compared, so it is not copied either.
+        mBefore.vt = VT_PTR;
+        mBefore.parray = mValue.parray;
+        return S_OK;
+    }
     const HRESULT copied = Copy(mBefore, mValue);
     if (FAILED(copied)) {
+        mTarget = nullptr;
         ::VariantClear(&mValue);
         mOwnsValue = false;
-        return copied;
     }
-    mTarget = held;
-    return S_OK;
+    return copied;
 }
 
 void PassedArgument::Clear() noexcept {
@@ -201,6 +207,7 @@ void PassedArgument::Clear() noexcept {
 }
 
 bool PassedArgument::HasChanged() const noexcept {
+    if (mBefore.vt == VT_PTR) return (mValue.vt & VT_ARRAY) == 0 || mValue.parray != mBefore.parray;
     if (mValue.vt != mBefore.vt) return true;
     switch (mValue.vt) {
         case VT_EMPTY:

@@ -106,6 +106,7 @@ void DescribeUserType(ITypeInfo* info, HREFTYPE reference, Parameter& parameter)
         default:
             parameter.type = VT_DISPATCH;
             parameter.interfaceId = attributes->guid;
+            parameter.anyInterface = parameter.interfaceId == IID_IDispatch;
             return;
     }
 }

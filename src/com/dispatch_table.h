@@ -19,6 +19,7 @@ struct Parameter {
     bool byReference = false;
     bool optional = false;
     bool handle = false;
+    bool anyInterface = true;  ///< an object is passed as it comes, without being asked for an interface
     IID interfaceId = IID_IDispatch;
     LONG defaultValue = 0;  ///< of an optional argument that is not a variant
 };

@@ -94,6 +94,7 @@ void MKWOError::KWO_SaveError(const ComponentError& current, const SaveErrorRequ
 
     if (request.writeTrace && mSaved.number != 0 && mTrace.IsRecording()) {
         const bool elsewhere = mSaved.source != mTrace.KWO_CurrentRoutine();
+        // Intended: all three values also where the template has two places, the source then stands behind the text.
         const std::array values = {Decimal(mSaved.number), mSaved.description, mSaved.source};
         mTrace.KWO_TraceWrite(
             KWO_FillTemplate(elsewhere ? u"Attached error #%1: %2; Source=%3" : u"Attached error #%1: %2", values),

@@ -1,0 +1,155 @@
+#include <windows.h>
+#include <oleauto.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "kwoutil.h"
+
+// What a call and an object of the component cost, beside the same from the platform's own parts, in one process.
+// KWOUtil must be registered.
+
+namespace {
+
+void Must(HRESULT result, const char* what) {
+    if (SUCCEEDED(result)) return;
+    std::printf("%s failed: 0x%08lX\n", what, static_cast<unsigned long>(result));
+    std::exit(1);
+}
+
+/// Nanoseconds for one call: the median of several rounds.
+template <class Call>
+double Cost(int callsPerRound, Call call) {
+    constexpr int kRounds = 15;
+    LARGE_INTEGER frequency;
+    ::QueryPerformanceFrequency(&frequency);
+    std::vector<double> costs;
+    for (int round = 0; round < kRounds; ++round) {
+        LARGE_INTEGER begin, end;
+        ::QueryPerformanceCounter(&begin);
+        for (int at = 0; at < callsPerRound; ++at)
+            call();
+        ::QueryPerformanceCounter(&end);
+        costs.push_back(1e9 * static_cast<double>(end.QuadPart - begin.QuadPart) /
+                        static_cast<double>(frequency.QuadPart) / callsPerRound);
+    }
+    std::nth_element(costs.begin(), costs.begin() + kRounds / 2, costs.end());
+    return costs[kRounds / 2];
+}
+
+void Row(const char* what, double nanoseconds) {
+    std::printf("  %-64s %10.1f ns\n", what, nanoseconds);
+}
+
+void Target(const char* what, double value, const char* comparison, double limit, bool met) {
+    std::printf("    -> %-60s %9.2f  (%s %g: %s)\n", what, value, comparison, limit, met ? "met" : "NOT MET");
+}
+
+CLSID ClassOf(const wchar_t* name) {
+    CLSID id;
+    Must(::CLSIDFromProgID(name, &id), "CLSIDFromProgID");
+    return id;
+}
+
+IDispatch* Created(const wchar_t* name) {
+    void* object = nullptr;
+    Must(::CoCreateInstance(ClassOf(name), nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, &object), "CoCreateInstance");
+    return static_cast<IDispatch*>(object);
+}
+
+/// A late-bound call as a script makes it: by name every time.
+void CallByName(IDispatch* object, const wchar_t* name, WORD flags, DISPPARAMS& arguments) {
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    DISPID id = DISPID_UNKNOWN;
+    VARIANT result;
+    ::VariantInit(&result);
+    object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, &result, nullptr, nullptr);
+}
+
+void MeasureCalls() {
+    constexpr DISPID kTick = 0x60030000;
+    IDispatch* const object = Created(L"KWOUtil.IKWOTimer");
+    IDispatch* const dictionary = Created(L"Scripting.Dictionary");
+    void* early = nullptr;
+    Must(object->QueryInterface(IID__IKWOTimer, &early), "QueryInterface");
+    auto* const callback = static_cast<_IKWOTimer*>(early);
+    ITypeInfo* info = nullptr;
+    Must(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), "GetTypeInfo");
+
+    _KWOTimer* timer = nullptr;
+    IDispatch* noTimer = nullptr;
+    VARIANTARG argument;
+    argument.vt = VT_BYREF | VT_DISPATCH;
+    argument.ppdispVal = &noTimer;
+    DISPPARAMS one = {&argument, nullptr, 1, 0};
+    DISPPARAMS none = {nullptr, nullptr, 0, 0};
+
+    std::printf("\nA call of a member (IKWOTimer.Tick, one object by reference)\n");
+    const double direct = Cost(1'000'000, [&] { callback->Tick(&timer); });
+    const double invoked = Cost(500'000, [&] {
+        object->Invoke(kTick, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &one, nullptr, nullptr, nullptr);
+    });
+    const double throughTypeInfo = Cost(50'000, [&] {
+        VARIANT result;
+        ::VariantInit(&result);
+        info->Invoke(callback, kTick, DISPATCH_METHOD, &one, &result, nullptr, nullptr);
+    });
+    Row("by the virtual table", direct);
+    Row("by Invoke", invoked);
+    Row("by ITypeInfo::Invoke", throughTypeInfo);
+    Target("Invoke against the virtual table", invoked / direct, "at most", 10, invoked <= 10 * direct);
+    Target("ITypeInfo::Invoke against Invoke", throughTypeInfo / invoked, "at least", 10,
+           throughTypeInfo >= 10 * invoked);
+
+    std::printf("\nA late-bound call, the name looked up every time\n");
+    const double ours = Cost(200'000, [&] { CallByName(object, L"Tick", DISPATCH_METHOD, one); });
+    const double theirs = Cost(100'000, [&] { CallByName(dictionary, L"Count", DISPATCH_PROPERTYGET, none); });
+    Row("IKWOTimer.Tick", ours);
+    Row("Scripting.Dictionary.Count", theirs);
+    Target("Scripting.Dictionary against KWOUtil", theirs / ours, "at least", 5, theirs >= 5 * ours);
+
+    info->Release();
+    callback->Release();
+    dictionary->Release();
+    object->Release();
+}
+
+void MeasureCreation(const wchar_t* name) {
+    void* made = nullptr;
+    Must(::CoGetClassObject(ClassOf(name), CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, &made),
+         "CoGetClassObject");
+    auto* const factory = static_cast<IClassFactory*>(made);
+    IDispatch* const held = Created(name);
+
+    std::printf("\nAn object created and released (%ls)\n", name);
+    const double byFactory = Cost(50'000, [&] {
+        void* object = nullptr;
+        factory->CreateInstance(nullptr, IID_IDispatch, &object);
+        static_cast<IDispatch*>(object)->Release();
+    });
+    const double byName = Cost(500, [&] { Created(name)->Release(); });
+    const double peer = Cost(500, [&] { Created(L"Scripting.Dictionary")->Release(); });
+    Row("by a class factory that is held", byFactory);
+    Row("by its programmatic identifier", byName);
+    Row("Scripting.Dictionary by its programmatic identifier", peer);
+    Target("by a class factory, nanoseconds", byFactory, "under", 1000, byFactory < 1000);
+    Target("by name against Scripting.Dictionary", byName / peer, "about", 1, byName <= 1.1 * peer);
+
+    held->Release();
+    factory->Release();
+}
+
+}  // namespace
+
+int main() {
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    Must(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
+    MeasureCalls();
+    MeasureCreation(L"KWOUtil.KWORegistry");
+    MeasureCreation(L"KWOUtil.IKWOTimer");
+    ::CoUninitialize();
+    return 0;
+}
