@@ -15,8 +15,10 @@ lock "$target.lock"
 wine32_tree_is_ready "$target" && exit 0
 ((EUID == 0)) || die 'debootstrap needs root'
 
+# What somebody else has put there is not ours to delete.
+[[ ! -e $target ]] || rmdir "$target" 2>/dev/null || die "$target is there and is no 32-bit Wine that was made by this"
 # An interrupted run may have left a mounted /proc in its tree.
-rm -rf --one-file-system "$unfinished" "$target"
+rm -rf --one-file-system "$unfinished"
 
 # In a mount namespace of its own, where that is allowed, nothing can stay mounted.
 apart=()

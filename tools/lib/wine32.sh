@@ -21,18 +21,19 @@ wine32_places() {
 
 # find_wine32: sets kwo_wine32_tree, making the tree if need be; else fails and says why in kwo_wine32_why.
 find_wine32() {
-    local places place missing
+    local places place missing needed=('libc6-i386 /lib/ld-linux.so.2')
     kwo_wine32_why=''
-    mapfile -t missing < <(missing_packages 'libc6-i386 /lib/ld-linux.so.2')
     mapfile -t places < <(wine32_places)
     for place in "${places[@]}"; do
         wine32_tree_is_ready "$place" && break
         place=''
     done
-    [[ -n $place ]] || mapfile -t missing < <(missing_packages "${KWO_WINE32_PACKAGES[@]}")
+    # A tree that is there needs nothing to make it.
+    [[ -n $place ]] || needed=("${KWO_WINE32_PACKAGES[@]}")
+    mapfile -t missing < <(missing_packages "${needed[@]}")
     if ((${#missing[@]} > 0)) && can_install; then
         install_packages "${missing[@]}" || true
-        mapfile -t missing < <(missing_packages "${KWO_WINE32_PACKAGES[@]}")
+        mapfile -t missing < <(missing_packages "${needed[@]}")
     fi
     if ((${#missing[@]} > 0)); then
         kwo_wine32_why="packages are missing: sudo $(install_line "${missing[@]}")"
