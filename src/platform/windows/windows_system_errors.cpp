@@ -25,9 +25,9 @@ Text WindowsSystemErrors::ModuleText(TextView module, std::int32_t code) {
 
 Text WindowsSystemErrors::Formatted(DWORD flags, HMODULE module, std::int32_t code) {
     char buffer[kTextBuffer] = "";
-    // Without the inserts that some texts ask for there is nothing to put in.
-    const DWORD length = mLastError.After(::FormatMessageA(
-        flags | FORMAT_MESSAGE_IGNORE_INSERTS, module, static_cast<DWORD>(code), 0, buffer, kTextBuffer - 1, nullptr));
+    // A text that asks for inserts cannot be given: the call then fails, as there are none.
+    const DWORD length = mLastError.After(
+        ::FormatMessageA(flags, module, static_cast<DWORD>(code), 0, buffer, kTextBuffer - 1, nullptr));
     return FromBuffer(buffer, length);
 }
 

@@ -164,8 +164,9 @@ TEST_F(WindowsPlatformTest, TextsOfAModuleAreReadWhereItIsLoaded) {
     ::FreeLibrary(internet);
 }
 
-TEST_F(WindowsPlatformTest, TextWithInsertsIsGivenAsItStands) {
-    EXPECT_NE(platform.errors.SystemText(193).find(u"%1"), Text::npos);
+TEST_F(WindowsPlatformTest, ATextThatAsksForInsertsCannotBeGiven) {
+    EXPECT_EQ(platform.errors.SystemText(193), u"");
+    EXPECT_EQ(platform.errors.Last(), ERROR_INVALID_PARAMETER);
 }
 
 TEST_F(WindowsPlatformTest, PointerZeroIsTheArrow) {
