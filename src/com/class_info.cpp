@@ -30,14 +30,15 @@ HRESULT LoadOwnTypeLib(ITypeLib** library) {
 }  // namespace
 
 const DispatchTable& ClassInfo::Table() {
-    std::call_once(mOnce, [this] {
+    const std::lock_guard guard(mMutex);
+    if (!mTable) {
         ComPtr<ITypeLib> library;
         ComPtr<ITypeInfo> info;
         HRESULT result = LoadOwnTypeLib(library.Out());
         if (SUCCEEDED(result)) result = library->GetTypeInfoOfGuid(interfaceId, info.Out());
         if (FAILED(result)) platform::Raise(result, name, u"The type library of the component cannot be read");
         mTable = std::make_unique<DispatchTable>(std::move(info), mMembers);
-    });
+    }
     return *mTable;
 }
 

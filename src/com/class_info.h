@@ -30,7 +30,7 @@ public:
 
 private:
     std::span<const MemberThunk> mMembers;
-    std::once_flag mOnce;
+    std::mutex mMutex;  ///< of different apartments' first objects
     std::unique_ptr<DispatchTable> mTable;
 };
 

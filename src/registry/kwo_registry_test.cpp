@@ -59,6 +59,7 @@ TEST_F(RegSetValueTest, StoresAStringWithItsTerminatorAndCreatesTheKey) {
     EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 0);
     EXPECT_EQ(Stored(u"v"), std::string("text\0", 5));
     EXPECT_EQ(desktop.registry.Find(kCurrentUser, kPath, u"v")->type, kString);
+    EXPECT_NE(desktop.log.Starting("RegSetValueEx").at(0).find(" length=5 "), std::string::npos);
     EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
 }
 
