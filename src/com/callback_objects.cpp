@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -20,15 +20,15 @@ ClassInfo& AlarmInfo() {
 }
 
 /// Hosts implement these two interfaces themselves; the objects made here are the patterns, and do nothing.
-class TimerCallbackObject final : public AutomationObject<_IKWOTimer> {
+class TimerCallbackObject final : public ComponentObject<_IKWOTimer> {
 public:
-    TimerCallbackObject() : AutomationObject(TimerInfo()) {}
+    TimerCallbackObject() : ComponentObject(TimerInfo()) {}
     STDMETHODIMP Tick(_KWOTimer**) override { return S_OK; }
 };
 
-class AlarmCallbackObject final : public AutomationObject<_IKWOAlarm> {
+class AlarmCallbackObject final : public ComponentObject<_IKWOAlarm> {
 public:
-    AlarmCallbackObject() : AutomationObject(AlarmInfo()) {}
+    AlarmCallbackObject() : ComponentObject(AlarmInfo()) {}
     STDMETHODIMP Alarm(_KWOTimer**, LONG*, DATE*) override { return S_OK; }
 };
 

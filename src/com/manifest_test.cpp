@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "com/server_description.h"
+#include "com/server/server_description.h"
 
 namespace kwo::com {
 namespace {

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -59,9 +59,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class MonthViewObject final : public AutomationObject<_KWOMonthView> {
+class MonthViewObject final : public ComponentObject<_KWOMonthView> {
 public:
-    MonthViewObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    MonthViewObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP get_CanSelect(VARIANT_BOOL*) override { return NotBuilt(u".CanSelect (Get)"); }
     STDMETHODIMP put_CanSelect(VARIANT_BOOL) override { return NotBuilt(u".CanSelect (Let)"); }

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -32,9 +32,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class PictureButtonObject final : public AutomationObject<_KWOPicBtn> {
+class PictureButtonObject final : public ComponentObject<_KWOPicBtn> {
 public:
-    PictureButtonObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    PictureButtonObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP Create(IDispatch**, BSTR*, VARIANT_BOOL*) override { return NotBuilt(u".Create"); }
     STDMETHODIMP get_Caption(BSTR*) override { return NotBuilt(u".Caption (Get)"); }

@@ -1,4 +1,4 @@
-#include "com/registration.h"
+#include "com/server/registration.h"
 
 #include <gtest/gtest.h>
 #include <oleauto.h>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "com/server_description.h"
+#include "com/server/server_description.h"
 
 namespace kwo::com {
 namespace {

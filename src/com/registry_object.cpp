@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 #include "platform/windows/variant_bridge.h"
 #include "registry/kwo_registry.h"
@@ -21,9 +21,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class RegistryObject final : public AutomationObject<_KWORegistry> {
+class RegistryObject final : public ComponentObject<_KWORegistry> {
 public:
-    RegistryObject() : AutomationObject(Info()), mRegistry(Component()) {}
+    RegistryObject() : ComponentObject(Info()), mRegistry(Component()) {}
 
     STDMETHODIMP KWO_RegGetValueEx(LONG* key, BSTR* valueName, VARIANT defaultValue, VARIANT* result) override {
         return Run(u".KWO_RegGetValueEx", [&] {

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -21,9 +21,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class SplitterObject final : public AutomationObject<_KWOSplitterV> {
+class SplitterObject final : public ComponentObject<_KWOSplitterV> {
 public:
-    SplitterObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    SplitterObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP get_LeftMargin(float*) override { return NotBuilt(u".LeftMargin (Get)"); }
     STDMETHODIMP put_LeftMargin(float) override { return NotBuilt(u".LeftMargin (Let)"); }

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -17,9 +17,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class SystemFontsObject final : public AutomationObject<_KWOSysParams> {
+class SystemFontsObject final : public ComponentObject<_KWOSysParams> {
 public:
-    SystemFontsObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    SystemFontsObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP get_CaptionFont(IFontDisp**) override { return NotBuilt(u".CaptionFont (Get)"); }
     STDMETHODIMP get_SmCaptionFont(IFontDisp**) override { return NotBuilt(u".SmCaptionFont (Get)"); }

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -87,9 +87,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class SystemMetricsObject final : public AutomationObject<_KWOSysMetrics> {
+class SystemMetricsObject final : public ComponentObject<_KWOSysMetrics> {
 public:
-    SystemMetricsObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    SystemMetricsObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP get_ScaleMode(short*) override { return NotBuilt(u".ScaleMode (Get)"); }
     STDMETHODIMP put_ScaleMode(short*) override { return NotBuilt(u".ScaleMode (Let)"); }

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -20,9 +20,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class TimerObject final : public AutomationObject<_KWOTimer> {
+class TimerObject final : public ComponentObject<_KWOTimer> {
 public:
-    TimerObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    TimerObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP get_Item(VARIANT*) override { return NotBuilt(u".Item (Get)"); }
     STDMETHODIMP put_Item(VARIANT) override { return NotBuilt(u".Item (Let)"); }

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -23,9 +23,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class TrayIconObject final : public AutomationObject<_KWOSysTray> {
+class TrayIconObject final : public ComponentObject<_KWOSysTray> {
 public:
-    TrayIconObject() : AutomationObject(Info()) {}
+    TrayIconObject() : ComponentObject(Info()) {}
 
     STDMETHODIMP Create(LONG*, IPictureDisp**, BSTR*, VARIANT_BOOL*) override { return NotBuilt(u".Create"); }
     STDMETHODIMP Destroy() override { return NotBuilt(u".Destroy"); }

@@ -1,5 +1,5 @@
-#include "com/automation_object.h"
 #include "com/class_objects.h"
+#include "com/component_object.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -25,9 +25,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class UtilityObject final : public AutomationObject<_KWOUtility> {
+class UtilityObject final : public ComponentObject<_KWOUtility> {
 public:
-    UtilityObject() : AutomationObject(Info()) { Component().SetProgramName(); }
+    UtilityObject() : ComponentObject(Info()) { Component().SetProgramName(); }
 
     STDMETHODIMP KWO_FindInPath(BSTR*, BSTR*) override { return NotBuilt(u".KWO_FindInPath"); }
     STDMETHODIMP KWO_CenterForm(IDispatch**, VARIANT*) override { return NotBuilt(u".KWO_CenterForm"); }

@@ -3,7 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include "com/dispatch_table.h"
+#include "com/server/dispatch_table.h"
 
 namespace kwo::com {
 

@@ -1,4 +1,4 @@
-#include "com/com_text.h"
+#include "com/server/com_text.h"
 
 #include <algorithm>
 #include <new>

@@ -1,18 +1,12 @@
-#include "com/class_objects.h"
+#include "com/server/class_factory.h"
 
-#include <array>
 #include <atomic>
 
-#include "com/module.h"
+#include "com/server/module.h"
 
 namespace kwo::com {
 
 namespace {
-
-const std::array kClasses = {
-    RegistryClass(),   UtilityClass(),   SplitterVClass(), PicBtnClass(),        SysParamsClass(),     SysTrayClass(),
-    SysMetricsClass(), MonthViewClass(), TimerClass(),     TimerCallbackClass(), AlarmCallbackClass(),
-};
 
 /// A class object. COM may hand it from thread to thread, so its count is guarded.
 class ClassObject final : public IClassFactory {
@@ -64,7 +58,7 @@ using kwo::com::Module;
 STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    for (const ClassEntry& entry : kwo::com::kClasses) {
+    for (const ClassEntry& entry : kwo::com::Classes()) {
         if (entry.classId != classId) continue;
         auto* const made = new (std::nothrow) kwo::com::ClassObject(entry);
         if (made == nullptr) return E_OUTOFMEMORY;
@@ -77,22 +71,4 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
 
 STDAPI DllCanUnloadNow() {
     return Module::Instance().CanUnload() ? S_OK : S_FALSE;
-}
-
-extern "C" BOOL WINAPI DllMain(HINSTANCE handle, DWORD reason, void* processEnds) {
-    switch (reason) {
-        case DLL_PROCESS_ATTACH:
-            Module::Instance().Attach(handle);
-            break;
-        case DLL_THREAD_DETACH:
-            Module::Instance().ThreadEnded();
-            break;
-        case DLL_PROCESS_DETACH:
-            // When the process ends its other threads are gone already, whatever they held.
-            if (processEnds == nullptr) Module::Instance().Detach();
-            break;
-        default:
-            break;
-    }
-    return TRUE;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "com/registration_store.h"
+#include "com/server/registration_store.h"
 
 namespace kwo::com {
 

@@ -1,12 +1,12 @@
-#include "com/registration.h"
+#include "com/server/registration.h"
 
 #include <algorithm>
 #include <new>
 #include <vector>
 
-#include "com/registration_failure.h"
-#include "com/registry_changes.h"
-#include "com/server_description.h"
+#include "com/server/registration_failure.h"
+#include "com/server/registry_changes.h"
+#include "com/server/server_description.h"
 
 namespace kwo::com {
 namespace {
@@ -42,8 +42,7 @@ HRESULT Guarded(Body&& body) noexcept {
 /// Where a server's keys are, below the key of all classes.
 class Layout {
 public:
-    Layout(ServerDescription server, std::wstring classes)
-        : mServer(std::move(server)), mClasses(std::move(classes)) {}
+    Layout(ServerDescription server, std::wstring classes) : mServer(std::move(server)), mClasses(std::move(classes)) {}
 
     [[nodiscard]] const ServerDescription& Server() const { return mServer; }
 
@@ -126,7 +125,8 @@ std::vector<std::wstring> SplitRecord(const std::wstring& text) {
 
 std::wstring JoinRecord(const std::vector<std::wstring>& names) {
     std::wstring text;
-    for (const std::wstring& name : names) text += (text.empty() ? L"" : L";") + name;
+    for (const std::wstring& name : names)
+        text += (text.empty() ? L"" : L";") + name;
     return text;
 }
 
@@ -168,7 +168,8 @@ void RecordKeysMade(RegistryChanges& changes, RegistrationStore& store, const La
 /// The listed values go, then each key that has nothing else in it.
 void Remove(RegistryChanges& changes, const std::vector<Key>& keys) {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
-        for (const Value& value : key->values) changes.DeleteValue(key->path, value.name);
+        for (const Value& value : key->values)
+            changes.DeleteValue(key->path, value.name);
         changes.DeleteKeyIfEmpty(key->path);
     }
 }
@@ -222,7 +223,9 @@ void RemoveLibrary(RegistryChanges& changes, RegistrationStore& store, const Lay
     }
 }
 
-HKEY RootOf(Scope scope) { return scope == Scope::kUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
+HKEY RootOf(Scope scope) {
+    return scope == Scope::kUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
 
 }  // namespace
 
@@ -246,7 +249,8 @@ HRESULT Register(HINSTANCE module, RegistrationStore& store, const std::wstring&
         RegistryChanges changes(store);
         Write(changes, layout.LibraryKeys());
         Write(changes, layout.PlatformKeys());
-        for (const auto& one : layout.Server().interfaces) Write(changes, layout.InterfaceKeys(one));
+        for (const auto& one : layout.Server().interfaces)
+            Write(changes, layout.InterfaceKeys(one));
         for (const auto& one : layout.Server().classes) {
             Write(changes, layout.ClassKeys(one));
             Write(changes, layout.ProgIdKeys(one));

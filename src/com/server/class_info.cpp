@@ -1,8 +1,8 @@
-#include "com/class_info.h"
+#include "com/server/class_info.h"
 
 #include <string>
 
-#include "com/module.h"
+#include "com/server/module.h"
 #include "platform/component_error.h"
 
 namespace kwo::com {
@@ -12,8 +12,7 @@ namespace {
 std::wstring ModulePath() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
-        const DWORD length =
-            ::GetModuleFileNameW(Module::Instance().Handle(), path.data(), static_cast<DWORD>(path.size()));
+        const DWORD length = ::GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
             return path;

@@ -1,11 +1,12 @@
-#include "com/registry_changes.h"
+#include "com/server/registry_changes.h"
 
-#include "com/registration_failure.h"
+#include "com/server/registration_failure.h"
 
 namespace kwo::com {
 
 RegistryChanges::~RegistryChanges() {
-    for (auto undo = mUndo.rbegin(); undo != mUndo.rend(); ++undo) (*undo)();
+    for (auto undo = mUndo.rbegin(); undo != mUndo.rend(); ++undo)
+        (*undo)();
 }
 
 void RegistryChanges::CreateKey(const std::wstring& path) {

@@ -4,14 +4,12 @@
 
 #include <olectl.h>
 
-#include "com/registration.h"
+#include "com/server/module.h"
+#include "com/server/registration.h"
 
-// The linker's name for the beginning of this module.
-extern "C" IMAGE_DOS_HEADER __ImageBase;
+using kwo::com::ThisModule;
 
 namespace {
-
-HINSTANCE ThisModule() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
 
 kwo::com::Scope ScopeOf(LPCWSTR commandLine) {
     const bool user = commandLine != nullptr && CompareStringOrdinal(commandLine, -1, L"user", -1, TRUE) == CSTR_EQUAL;
@@ -20,9 +18,13 @@ kwo::com::Scope ScopeOf(LPCWSTR commandLine) {
 
 }  // namespace
 
-STDAPI DllRegisterServer() { return kwo::com::Register(ThisModule(), kwo::com::Scope::kMachine); }
+STDAPI DllRegisterServer() {
+    return kwo::com::Register(ThisModule(), kwo::com::Scope::kMachine);
+}
 
-STDAPI DllUnregisterServer() { return kwo::com::Unregister(ThisModule(), kwo::com::Scope::kMachine); }
+STDAPI DllUnregisterServer() {
+    return kwo::com::Unregister(ThisModule(), kwo::com::Scope::kMachine);
+}
 
 /// regsvr32 /n /i:user registers for the caller alone, which takes no rights; any other text is for the whole computer.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {

@@ -1,6 +1,6 @@
 # Writes the side-by-side manifest from the IDL file, so that a host finds the classes without registration:
 #
-#   cmake -D IDL=kwoutil.idl -D BITS=64 -D OUTPUT=KWOUtil.X.manifest -P manifest.cmake
+#   cmake -D IDL=kwoutil.idl -D BITS=64 -D OUTPUT=KWOUtil.X.manifest -P make_manifest.cmake
 #
 # It reads only the attribute lists in front of library, interface, dispinterface and coclass, and stops the build when
 # an identifier stands anywhere else: a class that is missing here would only be missed by a user.

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "com/registration_store.h"
+#include "com/server/registration_store.h"
 
 namespace kwo::com {
 

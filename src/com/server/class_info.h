@@ -6,8 +6,8 @@
 #include <mutex>
 #include <span>
 
-#include "com/dispatch_table.h"
-#include "com/member_list.h"
+#include "com/server/dispatch_table.h"
+#include "com/server/member_list.h"
 
 namespace kwo::com {
 

@@ -1,26 +1,27 @@
-#include "com/module.h"
+#include "com/apartment.h"
 
 #include <algorithm>
 
+#include "com/server/module.h"
+
 namespace kwo::com {
 
-Module& Module::Instance() {
-    static Module module;
-    return module;
+Apartments& Apartments::Instance() {
+    static Apartments apartments;
+    return apartments;
 }
 
-void Module::Attach(HINSTANCE handle) {
-    mHandle = handle;
+void Apartments::Attach() {
     mSlot = ::TlsAlloc();
 }
 
-void Module::Detach() {
+void Apartments::Detach() {
     mApartments.clear();
     if (mSlot != TLS_OUT_OF_INDEXES) ::TlsFree(mSlot);
     mSlot = TLS_OUT_OF_INDEXES;
 }
 
-void Module::ThreadEnded() {
+void Apartments::ThreadEnded() {
     if (mSlot == TLS_OUT_OF_INDEXES) return;
     auto* const ended = static_cast<Apartment*>(::TlsGetValue(mSlot));
     if (ended == nullptr) return;
@@ -29,13 +30,13 @@ void Module::ThreadEnded() {
     std::erase_if(mApartments, [ended](const auto& apartment) { return apartment.get() == ended; });
 }
 
-std::shared_ptr<Apartment> Module::CurrentApartment() {
+std::shared_ptr<Apartment> Apartments::Current() {
     auto* const known = static_cast<Apartment*>(::TlsGetValue(mSlot));
     const std::lock_guard guard(mMutex);
     if (known != nullptr) {
         return *std::ranges::find_if(mApartments, [known](const auto& apartment) { return apartment.get() == known; });
     }
-    const auto& made = mApartments.emplace_back(std::make_shared<Apartment>(mHandle));
+    const auto& made = mApartments.emplace_back(std::make_shared<Apartment>(ThisModule()));
     ::TlsSetValue(mSlot, made.get());
     return made;
 }

@@ -7,9 +7,9 @@
 #include <span>
 #include <vector>
 
-#include "com/com_ptr.h"
-#include "com/com_text.h"
-#include "com/member_list.h"
+#include "com/server/com_ptr.h"
+#include "com/server/com_text.h"
+#include "com/server/member_list.h"
 
 namespace kwo::com {
 

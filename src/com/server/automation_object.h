@@ -4,17 +4,16 @@
 #include <ocidl.h>
 #include <oleauto.h>
 
-#include <memory>
 #include <utility>
 
-#include "com/class_info.h"
-#include "com/error_report.h"
-#include "com/invoke.h"
-#include "com/module.h"
+#include "com/server/class_info.h"
+#include "com/server/error_report.h"
+#include "com/server/invoke.h"
+#include "com/server/module.h"
 
 namespace kwo::com {
 
-/// What every object of the component is to its host: a dual interface, error information and class information.
+/// What every object of an automation DLL is to its host: a dual interface, error information and class information.
 ///
 /// `Interface` is the class's dual interface; a derived class implements its members and nothing else of COM. Objects
 /// belong to one apartment, so their counts are plain.
@@ -84,11 +83,8 @@ public:
     }
 
 protected:
-    explicit AutomationObject(ClassInfo& info)
-        : mApartment(Module::Instance().CurrentApartment()), mInfo(info), mTable(info.Table()) {}
+    explicit AutomationObject(ClassInfo& info) : mInfo(info), mTable(info.Table()) {}
     virtual ~AutomationObject() = default;
-
-    frame::Component& Component() { return mApartment->component; }
 
     /// Runs a member's body. The object lives until the member returns, whatever the host does in between.
     template <class Body>
@@ -113,7 +109,6 @@ private:
     virtual void* MoreInterface(REFIID) { return nullptr; }
 
     ModuleLock mModuleLock;
-    std::shared_ptr<Apartment> mApartment;
     ClassInfo& mInfo;
     const DispatchTable& mTable;
     ULONG mReferences = 1;

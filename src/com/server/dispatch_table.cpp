@@ -1,4 +1,4 @@
-#include "com/dispatch_table.h"
+#include "com/server/dispatch_table.h"
 
 #include <algorithm>
 #include <memory>
@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kLongestName = 64;
 
 void Check(HRESULT result, TextView what) {
-    if (FAILED(result)) platform::Raise(result, u"KWOUtil", what);
+    if (FAILED(result)) platform::Raise(result, {}, what);
 }
 
 constexpr OLECHAR Fold(OLECHAR c) {

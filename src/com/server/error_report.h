@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "com/com_text.h"
+#include "com/server/com_text.h"
 #include "platform/component_error.h"
 
 namespace kwo::com {

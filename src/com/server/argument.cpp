@@ -1,4 +1,4 @@
-#include "com/argument.h"
+#include "com/server/argument.h"
 
 #include <cstring>
 #include <utility>

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -20,39 +19,24 @@ struct Apartment {
     frame::Component component;
 };
 
-/// The loaded DLL: what keeps it loaded, and the apartments that use it.
-class Module {
+/// The apartments that use the loaded DLL.
+class Apartments {
 public:
-    static Module& Instance();
+    static Apartments& Instance();
 
-    void Attach(HINSTANCE handle);
-    /// The DLL is unloaded while the process goes on.
+    /// The DLL is loaded.
+    void Attach();
+    /// It is unloaded while the process goes on.
     void Detach();
     void ThreadEnded();
 
-    HINSTANCE Handle() const { return mHandle; }
     /// The calling thread's apartment, made at its first object and kept until the thread ends or the DLL goes.
-    std::shared_ptr<Apartment> CurrentApartment();
-
-    void Lock() { ++mLocks; }
-    void Unlock() { --mLocks; }
-    bool CanUnload() const { return mLocks == 0; }
+    std::shared_ptr<Apartment> Current();
 
 private:
-    HINSTANCE mHandle = nullptr;
     DWORD mSlot = TLS_OUT_OF_INDEXES;
-    std::atomic<long> mLocks = 0;
     std::mutex mMutex;
     std::vector<std::shared_ptr<Apartment>> mApartments;
-};
-
-/// Keeps the DLL loaded for as long as it lives.
-class ModuleLock {
-public:
-    ModuleLock() { Module::Instance().Lock(); }
-    ~ModuleLock() { Module::Instance().Unlock(); }
-    ModuleLock(const ModuleLock&) = delete;
-    ModuleLock& operator=(const ModuleLock&) = delete;
 };
 
 }  // namespace kwo::com

@@ -1,7 +1,7 @@
-#include "com/invoke.h"
+#include "com/server/invoke.h"
 
-#include "com/argument.h"
-#include "com/error_report.h"
+#include "com/server/argument.h"
+#include "com/server/error_report.h"
 
 namespace kwo::com {
 

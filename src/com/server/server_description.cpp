@@ -1,10 +1,10 @@
-#include "com/server_description.h"
+#include "com/server/server_description.h"
 
 #include <oleauto.h>
 
 #include <memory>
 
-#include "com/registration_failure.h"
+#include "com/server/registration_failure.h"
 
 namespace kwo::com {
 namespace {
@@ -35,7 +35,9 @@ std::wstring Hexadecimal(unsigned long number) {
     return text;
 }
 
-std::wstring Text(const OwnedString& text) { return text ? std::wstring(text.get(), SysStringLen(text.get())) : L""; }
+std::wstring Text(const OwnedString& text) {
+    return text ? std::wstring(text.get(), SysStringLen(text.get())) : L"";
+}
 
 std::wstring PathOf(HINSTANCE module) {
     std::wstring path(MAX_PATH, L'\0');

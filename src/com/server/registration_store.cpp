@@ -1,4 +1,4 @@
-#include "com/registration_store.h"
+#include "com/server/registration_store.h"
 
 #include <cstring>
 
@@ -53,7 +53,9 @@ LSTATUS WindowsRegistrationStore::CreateKey(const std::wstring& path, bool& crea
     return ERROR_SUCCESS;
 }
 
-LSTATUS WindowsRegistrationStore::DeleteKey(const std::wstring& path) { return RegDeleteKeyW(mRoot, path.c_str()); }
+LSTATUS WindowsRegistrationStore::DeleteKey(const std::wstring& path) {
+    return RegDeleteKeyW(mRoot, path.c_str());
+}
 
 LSTATUS WindowsRegistrationStore::IsEmpty(const std::wstring& path, bool& empty) {
     const OpenKey key(mRoot, path, KEY_QUERY_VALUE);

@@ -1,6 +1,6 @@
-#include "com/error_report.h"
+#include "com/server/error_report.h"
 
-#include "com/com_ptr.h"
+#include "com/server/com_ptr.h"
 
 namespace kwo::com {
 
