@@ -56,6 +56,8 @@ public:
     /// A folder with nothing in it, gone with the platform together with what is in it then.
     virtual Text EmptyFolder() = 0;
     virtual void MakeFolder(TextView path) = 0;
+    /// A folder that no file can be made in, the next one at least.
+    virtual Text FolderThatTakesNoFile() = 0;
     /// What another program reads from a file; nothing when it cannot.
     virtual std::optional<std::string> ContentOf(TextView path) = 0;
 

@@ -26,7 +26,14 @@ public:
         return u"C:\\Logs";
     }
     void MakeFolder(TextView path) override { mDesktop.files.AddFolder(path); }
-    std::optional<std::string> ContentOf(TextView path) override { return mDesktop.logFiles.Content(path); }
+    Text FolderThatTakesNoFile() override {
+        mDesktop.FailCall("CreateFile", 1, 5);
+        return EmptyFolder();
+    }
+    std::optional<std::string> ContentOf(TextView path) override {
+        const std::string* const content = mDesktop.logFiles.Content(path);
+        return content == nullptr ? std::nullopt : std::optional(*content);
+    }
     void ListenToDebugOutput() override { mDesktop.debugOutput.lines.clear(); }
     std::vector<std::string> DebugOutputHeard() override {
         std::vector<std::string> heard;

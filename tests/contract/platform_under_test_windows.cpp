@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <sddl.h>
 
 #include <vector>
 
@@ -165,6 +166,17 @@ public:
         return Text(path.begin(), path.end());
     }
     void MakeFolder(TextView path) override { ASSERT_TRUE(CreateDirectoryW(Wide(Text(path)), nullptr)); }
+    Text FolderThatTakesNoFile() override {
+        // Wine lets the administrator of the machine beneath write everywhere but here.
+        if (IsWine()) return u"Z:\\proc";
+        SECURITY_ATTRIBUTES readAndDelete = {sizeof readAndDelete, nullptr, FALSE};
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;OICI;GRGXSD;;;WD)", SDDL_REVISION_1,
+                                                             &readAndDelete.lpSecurityDescriptor, nullptr);
+        const std::wstring path = mFolder.Path() + L"\\read only";
+        CreateDirectoryW(path.c_str(), &readAndDelete);
+        LocalFree(readAndDelete.lpSecurityDescriptor);
+        return Text(path.begin(), path.end());
+    }
     std::optional<std::string> ContentOf(TextView path) override {
         const HANDLE file = CreateFileW(Wide(Text(path)), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                         OPEN_EXISTING, 0, nullptr);

@@ -75,10 +75,9 @@ bool WrittenFiles::Delete(TextView path) {
     return true;
 }
 
-std::optional<std::string> WrittenFiles::Content(TextView path) const {
+const std::string* WrittenFiles::Content(TextView path) const {
     const auto found = mContents.find(Folded(path));
-    if (found == mContents.end()) return std::nullopt;
-    return found->second;
+    return found == mContents.end() ? nullptr : &found->second;
 }
 
 }  // namespace kwo::platform::simulated

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
 
 #include "platform/log_files.h"
@@ -22,8 +21,8 @@ public:
     void Close(File file) override;
     bool Delete(TextView path) override;
 
-    /// Of a file that was made here; nothing when there is no such file.
-    std::optional<std::string> Content(TextView path) const;
+    /// Of a file that was made here; null when there is no such file.
+    const std::string* Content(TextView path) const;
     std::size_t OpenFiles() const { return mOpen.size(); }
     /// What fits on the disk yet; a write that does not fit writes nothing.
     std::uint64_t freeBytes = UINT64_MAX;
