@@ -67,10 +67,8 @@ String FoldedAs(View name) {
 }  // namespace
 
 std::string ToAnsi(TextView text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    for (const char16_t c : text)
-        bytes += ToAnsi(c);
+    std::string bytes(text.size(), '\0');
+    std::transform(text.begin(), text.end(), bytes.begin(), [](char16_t c) { return ToAnsi(c); });
     return bytes;
 }
 
