@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <spdlog/pattern_formatter.h>
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/spdlog.h>
 #include <unistd.h>
@@ -12,6 +13,7 @@
 
 #include "frame/component.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "platform/simulated/text_codec.h"
 
 namespace kwo::frame {
 namespace {
@@ -60,6 +62,27 @@ private:
     std::filesystem::path mPath;
 };
 
+/// The simulated conversions without what counts and fails their calls for tests.
+class MachineConversions final : public platform::Conversions {
+public:
+    explicit MachineConversions(platform::Conversions& others) : mOthers(others) {}
+    std::int16_t ToInt16(const platform::Variant& value) override { return mOthers.ToInt16(value); }
+    std::int32_t ToInt32(const platform::Variant& value) override { return mOthers.ToInt32(value); }
+    float ToSingle(const platform::Variant& value) override { return mOthers.ToSingle(value); }
+    double ToDouble(const platform::Variant& value) override { return mOthers.ToDouble(value); }
+    bool ToBoolean(const platform::Variant& value) override { return mOthers.ToBoolean(value); }
+    platform::Date ToDate(const platform::Variant& value) override { return mOthers.ToDate(value); }
+    Text ToText(const platform::Variant& value) override { return mOthers.ToText(value); }
+    std::optional<platform::Date> ParseDate(TextView text) override { return mOthers.ParseDate(text); }
+    Text FormatNumber(double value, TextView pattern) override { return mOthers.FormatNumber(value, pattern); }
+    Text FormatDate(platform::Date value, TextView pattern) override { return mOthers.FormatDate(value, pattern); }
+    Text FromAnsi(std::string_view bytes) override { return mOthers.FromAnsi(bytes); }
+    std::string ToAnsi(TextView text) override { return platform::simulated::ToAnsi(text); }
+
+private:
+    platform::Conversions& mOthers;
+};
+
 /// A folder on the disk, gone at the end of the program.
 const std::filesystem::path& Folder() {
     struct Temporary {
@@ -76,6 +99,7 @@ const std::filesystem::path& Folder() {
 struct Traced {
     platform::simulated::SimulatedDesktop desktop;
     MachineClock clock;
+    MachineConversions conversions{desktop.conversions};
     MachineFiles files{Folder() / "trace.log"};
     Component component{Services()};
     CallTrace* trace = &component.trace;
@@ -83,7 +107,7 @@ struct Traced {
     platform::Platform Services() {
         const platform::Platform simulated = desktop.Services();
         return {clock,
-                simulated.conversions,
+                conversions,
                 simulated.debugOutput,
                 simulated.desktop,
                 simulated.eventLog,
@@ -136,9 +160,10 @@ void LineToFile(benchmark::State& state) {
 BENCHMARK(LineToFile);
 
 void SpdlogLineToFileFlushed(benchmark::State& state) {
-    // Time of day, milliseconds since the line before, text.
+    // Time of day, milliseconds since the line before, text, and as many characters as the trace has.
     spdlog::logger logger("peer", std::make_shared<spdlog::sinks::basic_file_sink_st>(Folder() / "peer.log", true));
-    logger.set_pattern("%H:%M:%S %o  %v");
+    logger.set_formatter(
+        std::make_unique<spdlog::pattern_formatter>("%H:%M:%S %3o.00  %v", spdlog::pattern_time_type::local, "\r\n"));
     logger.flush_on(spdlog::level::info);
     for (auto _ : state)
         logger.info(kNarrowText);

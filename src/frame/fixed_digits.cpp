@@ -1,6 +1,6 @@
 #include "frame/fixed_digits.h"
 
-#include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace kwo::frame {
@@ -13,7 +13,7 @@ Text DecimalPoint(platform::Conversions& conversions) {
     return shown.size() > 2 ? shown.substr(1, shown.size() - 2) : Text();
 }
 
-Text FixedDigits(platform::Currency value, int wholeDigits, int places, TextView point) {
+void AppendFixedDigits(Text& text, platform::Currency value, int wholeDigits, int places, TextView point) {
     constexpr int kStoredPlaces = 4;
     const bool negative = value.scaled < 0;
     std::uint64_t digits = static_cast<std::uint64_t>(value.scaled);
@@ -22,18 +22,16 @@ Text FixedDigits(platform::Currency value, int wholeDigits, int places, TextView
     for (int place = places; place < kStoredPlaces; ++place)
         cut *= 10;
     digits = digits / cut + (digits % cut * 2 >= cut && cut > 1 ? 1 : 0);
+    if (negative && digits != 0) text += u'-';
 
-    // From the last digit to the first.
-    Text text;
-    const bool zero = digits == 0;
-    for (int place = 0; place < places; ++place, digits /= 10)
-        text += static_cast<char16_t>(u'0' + digits % 10);
-    text.append(point.rbegin(), point.rend());
-    for (int place = 0; place < wholeDigits || digits != 0; ++place, digits /= 10)
-        text += static_cast<char16_t>(u'0' + digits % 10);
-    if (negative && !zero) text += u'-';
-    std::reverse(text.begin(), text.end());
-    return text;
+    // All digits, from the last one to the first.
+    std::array<char16_t, 32> shown;
+    auto first = shown.end();
+    for (int count = 0; count < places + wholeDigits || digits != 0; ++count, digits /= 10)
+        *--first = static_cast<char16_t>(u'0' + digits % 10);
+    text.append(first, shown.end() - places);
+    text += point;
+    text.append(shown.end() - places, shown.end());
 }
 
 }  // namespace kwo::frame

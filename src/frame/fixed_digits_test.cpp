@@ -8,6 +8,14 @@ namespace kwo::frame {
 namespace {
 
 using platform::Currency;
+using platform::Text;
+using platform::TextView;
+
+Text FixedDigits(Currency value, int wholeDigits, int places, TextView point) {
+    Text text;
+    AppendFixedDigits(text, value, wholeDigits, places, point);
+    return text;
+}
 
 TEST(FixedDigitsTest, AreThoseOfTheConversions) {
     platform::simulated::SimulatedDesktop desktop;

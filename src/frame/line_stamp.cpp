@@ -22,10 +22,9 @@ void LineStamp::SetNow() {
     // A date cannot hold every second exactly: one that is nearly over counts as over. Nothing is rounded up, so that a
     // day does not end early.
     constexpr double kNearly = 0.0005;
-    const double seconds = std::floor(mClock.Now().days * kSecondsPerDay + kNearly);
-    const double day = std::floor(seconds / kSecondsPerDay);
-    mToday = static_cast<std::int64_t>(day);
-    mSecond = static_cast<std::int32_t>(seconds - day * kSecondsPerDay);
+    const auto seconds = static_cast<std::int64_t>(std::floor(mClock.Now().days * kSecondsPerDay + kNearly));
+    mToday = seconds / kSecondsPerDay - (seconds % kSecondsPerDay < 0 ? 1 : 0);
+    mSecond = static_cast<std::int32_t>(seconds - mToday * kSecondsPerDay);
 }
 
 Text LineStamp::RuleOfNewDay() {
@@ -40,7 +39,7 @@ Text LineStamp::RuleOfDay() {
     return mConversions.FormatDate(today, u"Short Date") + u" " + Text(kRuleLength, u'=') + Text(kCrLf);
 }
 
-Text LineStamp::Time() {
+void LineStamp::AppendTime(Text& line) {
     constexpr TextView kNothingBefore = u" 000.00";
 
     if (mSecond != mShownSecond) {
@@ -48,15 +47,14 @@ Text LineStamp::Time() {
         mShownSecond = mSecond;
     }
     const platform::Milliseconds now = mMilliseconds.KWO_TimerMs();
-    Text time = mShownTime;
+    line += mShownTime;
     if (mLastLine) {
-        time += u' ';
-        time += FixedDigits({now.scaled - mLastLine->scaled}, 3, 2, mDecimalPoint);
+        line += u' ';
+        AppendFixedDigits(line, {now.scaled - mLastLine->scaled}, 3, 2, mDecimalPoint);
     } else {
-        time += kNothingBefore;
+        line += kNothingBefore;
     }
     mLastLine = now;
-    return time;
 }
 
 }  // namespace kwo::frame

@@ -23,8 +23,8 @@ public:
     platform::Text RuleOfNewDay();
     platform::Text RuleOfDay();
     void ForgetDay() { mDay.reset(); }
-    /// Time of day and milliseconds since the last call: "10:04:31 002.41".
-    platform::Text Time();
+    /// Puts the time of day and the milliseconds since the last call behind `line`: "10:04:31 002.41".
+    void AppendTime(platform::Text& line);
 
 private:
     std::int64_t mToday = 0;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <new>
+#include <utility>
 
 #include "frame/duration.h"
 #include "frame/fixed_digits.h"
@@ -154,8 +155,12 @@ Text Trace::DurationText(Milliseconds elapsed) const {
     constexpr double kMillisecondsPerDay = 86'400'000;
     constexpr Milliseconds kLongestInMilliseconds = Milliseconds::Whole(1000);
 
-    if (elapsed <= kLongestInMilliseconds) return FixedDigits(elapsed, 1, 3, mStamp.DecimalPoint()) + u"ms";
-    return KWO_FormatDuration(mPlatform.conversions, {elapsed.AsDouble() / kMillisecondsPerDay});
+    if (elapsed > kLongestInMilliseconds) {
+        return KWO_FormatDuration(mPlatform.conversions, {elapsed.AsDouble() / kMillisecondsPerDay});
+    }
+    Text text;
+    AppendFixedDigits(text, elapsed, 1, 3, mStamp.DecimalPoint());
+    return text + u"ms";
 }
 
 Text Trace::Top() const {
@@ -207,14 +212,16 @@ void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
     constexpr std::size_t kMargin = 2;
     constexpr std::size_t kStep = 4;
     constexpr std::size_t kContinued = 13;
+    constexpr std::size_t kLargestRoom = 4096;
 
     mStamp.SetNow();
     if (const Text rule = mStamp.RuleOfNewDay(); !rule.empty()) Emit(rule, save);
     if (const Text change = mMemory.ChangeLine(); !change.empty()) Emit(change, save);
 
-    Text line = mStamp.Time();
-    line.reserve(line.size() + kMargin + (depth > 0 ? kStep * static_cast<std::size_t>(depth) : 0) + text.size() +
-                 kCrLf.size());
+    // The room of the last line is used again, by one line at a time: a box may come up in the middle.
+    Text line = std::move(mRoom);
+    line.clear();
+    mStamp.AppendTime(line);
     line.append(kMargin + (depth > 0 ? kStep * static_cast<std::size_t>(depth) : 0), u' ');
     if (text.find(kCrLf) == TextView::npos) {
         line += text;
@@ -225,6 +232,7 @@ void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
     line += kCrLf;
     Emit(line, save);
     if (mEcho) mPlatform.debugOutput.Write(TextView(line).substr(0, line.size() - kCrLf.size()));
+    if (line.capacity() <= kLargestRoom) mRoom = std::move(line);
 }
 
 void Trace::Split(std::int32_t depth) {

@@ -80,6 +80,7 @@ private:
     MemoryWatch mMemory;
     LineStamp mStamp;
     Text mFolder;
+    Text mRoom;
     bool mEcho = false;
     bool mReporting = false;
 };

@@ -108,10 +108,12 @@ TEST_F(TraceContract, ItsDigitsAreThoseOfTheConversions) {
     for (const std::int64_t scaled :
          {0, 4, 5, 6, 49, 50, 51, 1'234, 1'535, 9'995, 24'100, 24'149, 24'151, 9'999'999, 10'000'000, 123'456'789}) {
         const platform::Currency value{scaled};
-        EXPECT_EQ(Printed(frame::FixedDigits(value, 1, 3, point)),
-                  Printed(conversions.FormatNumber(value.AsDouble(), u"#0.000")));
-        EXPECT_EQ(Printed(u" " + frame::FixedDigits(value, 3, 2, point)),
-                  Printed(conversions.FormatNumber(value.AsDouble(), u" 000.00")));
+        Text duration;
+        frame::AppendFixedDigits(duration, value, 1, 3, point);
+        EXPECT_EQ(Printed(duration), Printed(conversions.FormatNumber(value.AsDouble(), u"#0.000")));
+        Text span = u" ";
+        frame::AppendFixedDigits(span, value, 3, 2, point);
+        EXPECT_EQ(Printed(span), Printed(conversions.FormatNumber(value.AsDouble(), u" 000.00")));
     }
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <numeric>
 
 namespace kwo::platform::simulated {
 namespace {
@@ -68,7 +70,12 @@ String FoldedAs(View name) {
 
 std::string ToAnsi(TextView text) {
     std::string bytes(text.size(), '\0');
-    std::transform(text.begin(), text.end(), bytes.begin(), [](char16_t c) { return ToAnsi(c); });
+    const auto all = std::accumulate(text.begin(), text.end(), 0u, std::bit_or<unsigned>());
+    if (all < kFirstOwn) {
+        std::transform(text.begin(), text.end(), bytes.begin(), [](char16_t c) { return static_cast<char>(c); });
+    } else {
+        std::transform(text.begin(), text.end(), bytes.begin(), [](char16_t c) { return ToAnsi(c); });
+    }
     return bytes;
 }
 
