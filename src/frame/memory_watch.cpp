@@ -30,7 +30,6 @@ Text SignedCount(Conversions& conversions, std::int64_t change) {
 }  // namespace
 
 void MemoryWatch::Start(std::uint32_t processId) {
-    Stop();
     mProcess = mMemory.Open(ProcessMemory::kQueryInformation, false, processId);
 }
 

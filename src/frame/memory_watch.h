@@ -16,6 +16,7 @@ public:
     MemoryWatch(const MemoryWatch&) = delete;
     MemoryWatch& operator=(const MemoryWatch&) = delete;
 
+    /// Only while it is off.
     void Start(std::uint32_t processId);
     void Stop();
     bool IsOn() const { return mProcess != 0; }

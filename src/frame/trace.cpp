@@ -218,7 +218,7 @@ void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
     if (const Text rule = mStamp.RuleOfNewDay(); !rule.empty()) Emit(rule, save);
     if (const Text change = mMemory.ChangeLine(); !change.empty()) Emit(change, save);
 
-    // The room of the last line is used again, by one line at a time: a box may come up in the middle.
+    // The room of the last line is used again.
     Text line = std::move(mRoom);
     line.clear();
     mStamp.AppendTime(line);
