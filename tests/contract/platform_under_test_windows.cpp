@@ -66,6 +66,8 @@ public:
         GetTempPathW(MAX_PATH, base);
         mPath = std::wstring(base) + L"kwoutil-contract-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
                 std::to_wstring(++sMade);
+        // A process of the same number may have ended before it could tidy up.
+        Remove(mPath);
         CreateDirectoryW(mPath.c_str(), nullptr);
         return mPath;
     }
@@ -84,7 +86,7 @@ private:
                 DeleteFileW(path.c_str());
             }
         }
-        FindClose(search);
+        if (search != INVALID_HANDLE_VALUE) FindClose(search);
         RemoveDirectoryW(folder.c_str());
     }
 
