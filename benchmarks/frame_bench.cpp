@@ -4,7 +4,6 @@
 
 #include "frame/millisecond_clock.h"
 #include "frame/text_routines.h"
-#include "frame/untraced.h"
 
 namespace kwo::frame {
 namespace {
@@ -52,17 +51,6 @@ void TimerMsFromTicks(benchmark::State& state) {
         benchmark::DoNotOptimize(clock.KWO_TimerMs());
 }
 BENCHMARK(TimerMsFromTicks);
-
-void UntracedPushAndPop(benchmark::State& state) {
-    Untraced untraced;
-    CallTrace* trace = &untraced;
-    benchmark::DoNotOptimize(trace);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(trace->KWO_RoutinePush(u"KWOTimer.AddAlarm"));
-        trace->KWO_RoutinePop();
-    }
-}
-BENCHMARK(UntracedPushAndPop);
 
 }  // namespace
 }  // namespace kwo::frame

@@ -48,13 +48,22 @@ private:
 /// A routine on the call trace for as long as the scope lasts.
 class TracedRoutine {
 public:
-    TracedRoutine(CallTrace& trace, TextView routine) : mTrace(trace) { mTrace.KWO_RoutinePush(routine); }
-    ~TracedRoutine() { mTrace.KWO_RoutinePop(); }
+    TracedRoutine(CallTrace& trace, TextView routine) : mTrace(trace), mLevel(mTrace.KWO_RoutinePush(routine)) {}
+    /// Leaves what the routine left open as well, and nothing when the trace was started since.
+    ~TracedRoutine() {
+        if (mLevel == 0) return;
+        try {
+            mTrace.KWO_RoutinePop(mLevel);
+        } catch (...) {
+            // The routine may be on its way out with an error of its own.
+        }
+    }
     TracedRoutine(const TracedRoutine&) = delete;
     TracedRoutine& operator=(const TracedRoutine&) = delete;
 
 private:
     CallTrace& mTrace;
+    std::int32_t mLevel;
 };
 
 }  // namespace kwo::frame

@@ -7,6 +7,7 @@ Component::Component(const platform::Platform& services)
       identity(services.host),
       clock(services.clock),
       wait(services.messages, clock, identity),
+      trace(services, identity, clock, error, messageBoxes),
       eventLog(services.eventLog, identity, trace, apiResult),
       messageBoxes(services.desktop, services.screen, services.host, wait, eventLog, trace),
       error(services.errors, services.host, identity, trace, messageBoxes),

@@ -8,7 +8,7 @@
 #include "frame/message_wait.h"
 #include "frame/millisecond_clock.h"
 #include "frame/routines.h"
-#include "frame/untraced.h"
+#include "frame/trace.h"
 #include "platform/platform.h"
 
 namespace kwo::frame {
@@ -30,7 +30,7 @@ public:
     HostIdentity identity;
     MillisecondClock clock;
     MessageWait wait;
-    Untraced trace;
+    Trace trace;
     EventLogWriter eventLog;
     MessageBoxes messageBoxes;
     MKWOError error;

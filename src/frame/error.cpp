@@ -92,6 +92,8 @@ void MKWOError::KWO_SaveError(const ComponentError& current, const SaveErrorRequ
     if (mSaved.helpFile.empty()) mSaved.helpFile = current.helpFile;
     if (mSaved.helpContext == 0) mSaved.helpContext = current.helpContext;
 
+    // A trace that cannot be written saves an error of its own.
+    const ComponentError raised = request.raiseNow ? mSaved : ComponentError();
     if (request.writeTrace && mSaved.number != 0 && mTrace.IsRecording()) {
         const bool elsewhere = mSaved.source != mTrace.KWO_CurrentRoutine();
         // Intended: all three values also where the template has two places, the source then stands behind the text.
@@ -100,11 +102,13 @@ void MKWOError::KWO_SaveError(const ComponentError& current, const SaveErrorRequ
             KWO_FillTemplate(elsewhere ? u"Attached error #%1: %2; Source=%3" : u"Attached error #%1: %2", values),
             true, true);
     }
-    if (request.raiseNow) throw mSaved;
+    if (request.raiseNow) throw raised;
 }
 
 void MKWOError::KWO_RaiseSavedError() {
     if (mSaved.number == 0) mSaved.number = kNoErrorSaved;
+    // A trace that cannot be written saves an error of its own.
+    const ComponentError raised = mSaved;
     if (mTrace.IsRecording()) {
         const bool elsewhere = mSaved.source != mTrace.KWO_CurrentRoutine();
         std::vector values = {Decimal(mSaved.number), mSaved.description};
@@ -113,7 +117,7 @@ void MKWOError::KWO_RaiseSavedError() {
             KWO_FillTemplate(elsewhere ? u"Raising error #|: |; Source=|" : u"Raising error #|: |", values), true,
             true);
     }
-    throw mSaved;
+    throw raised;
 }
 
 void MKWOError::KWO_RaiseError(std::int32_t code, TextView source, TextView text1, TextView text2,
@@ -185,11 +189,11 @@ void MKWOError::KWO_AppError(const ComponentError& current, TextView text, std::
     mBoxes.KWOMsgBox({.prompt = message, .buttons = style, .title = title});
 }
 
-Text MKWOError::Message(std::int32_t number, TextView builtIn) {
+Text MKWOError::Message(std::int32_t number, TextView builtIn, std::span<const Text> values) {
     if (mMessages != nullptr) {
-        if (auto text = mMessages->LoadedMessage(number)) return *text;
+        if (auto text = mMessages->LoadedMessage(number, values)) return *text;
     }
-    return Text(builtIn);
+    return KWO_FillTemplate(builtIn, values);
 }
 
 Text MKWOError::PlatformText(std::int32_t code) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "frame/call_trace.h"
 #include "frame/host_identity.h"
@@ -62,8 +63,8 @@ public:
     const ComponentError& Saved() const { return mSaved; }
     std::int32_t LastPlatformCode() const { return mLastPlatformCode; }
 
-    /// The text of the message table where it is loaded, else `builtIn`.
-    Text Message(std::int32_t number, TextView builtIn);
+    /// The text of the message table where it is loaded, else `builtIn`; filled with `values` when there are any.
+    Text Message(std::int32_t number, TextView builtIn, std::span<const Text> values = {});
 
 private:
     Text PlatformText(std::int32_t code);

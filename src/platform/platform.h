@@ -4,11 +4,14 @@ namespace kwo::platform {
 
 class Clock;
 class Conversions;
+class DebugOutput;
 class Desktop;
 class EventLog;
 class FileSystem;
 class HostApplication;
+class LogFiles;
 class MessageLoop;
+class ProcessMemory;
 class RegistryStore;
 class Screen;
 class SystemErrors;
@@ -17,11 +20,14 @@ class SystemErrors;
 struct Platform {
     Clock& clock;
     Conversions& conversions;
+    DebugOutput& debugOutput;
     Desktop& desktop;
     EventLog& eventLog;
     FileSystem& files;
     HostApplication& host;
+    LogFiles& logFiles;
     MessageLoop& messages;
+    ProcessMemory& processMemory;
     RegistryStore& registry;
     Screen& screen;
     SystemErrors& errors;

@@ -5,17 +5,22 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/component_error.h"
 #include "platform/conversions.h"
+#include "platform/debug_output.h"
 #include "platform/desktop.h"
 #include "platform/event_log.h"
 #include "platform/file_system.h"
 #include "platform/host_application.h"
+#include "platform/log_files.h"
 #include "platform/message_loop.h"
 #include "platform/platform.h"
+#include "platform/process_memory.h"
 #include "platform/registry_store.h"
 #include "platform/system_errors.h"
 
@@ -48,6 +53,17 @@ public:
 
     /// The full name of a file that is there.
     virtual Text ExistingFile() = 0;
+    /// A folder with nothing in it, gone with the platform together with what is in it then.
+    virtual Text EmptyFolder() = 0;
+    virtual void MakeFolder(TextView path) = 0;
+    /// A folder that no file can be made in, the next one at least.
+    virtual Text FolderThatTakesNoFile() = 0;
+    /// What another program reads from a file; nothing when it cannot.
+    virtual std::optional<std::string> ContentOf(TextView path) = 0;
+
+    /// From now on, what is written to the debug output is heard.
+    virtual void ListenToDebugOutput() = 0;
+    virtual std::vector<std::string> DebugOutputHeard() = 0;
 
     /// A value of any type below HKEY_CURRENT_USER, exactly these bytes.
     virtual void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) = 0;

@@ -21,6 +21,26 @@ public:
     void Minimise(Handle window) override { mDesktop.windows.windows.at(window).minimised = true; }
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
     Text ExistingFile() override { return u"C:\\Program Files\\Host\\HOSTAPP.EXE"; }
+    Text EmptyFolder() override {
+        mDesktop.files.AddFolder(u"C:\\Logs");
+        return u"C:\\Logs";
+    }
+    void MakeFolder(TextView path) override { mDesktop.files.AddFolder(path); }
+    Text FolderThatTakesNoFile() override {
+        mDesktop.FailCall("CreateFile", 1, 5);
+        return EmptyFolder();
+    }
+    std::optional<std::string> ContentOf(TextView path) override {
+        const std::string* const content = mDesktop.logFiles.Content(path);
+        return content == nullptr ? std::nullopt : std::optional(*content);
+    }
+    void ListenToDebugOutput() override { mDesktop.debugOutput.lines.clear(); }
+    std::vector<std::string> DebugOutputHeard() override {
+        std::vector<std::string> heard;
+        for (const Text& line : mDesktop.debugOutput.lines)
+            heard.push_back(mDesktop.conversions.ToAnsi(line));
+        return heard;
+    }
     void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
         mDesktop.registry.PutValue(kCurrentUser, path, name, type, bytes);
     }

@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <sddl.h>
 
 #include <vector>
 
@@ -53,6 +54,72 @@ private:
     static inline std::int32_t sButton = 0;
 };
 
+/// A folder of its own below the one for temporary files, and all that is in it.
+class TemporaryFolder {
+public:
+    ~TemporaryFolder() {
+        if (!mPath.empty()) Remove(mPath);
+    }
+    const std::wstring& Path() {
+        if (!mPath.empty()) return mPath;
+        wchar_t base[MAX_PATH];
+        GetTempPathW(MAX_PATH, base);
+        mPath = std::wstring(base) + L"kwoutil-contract-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+                std::to_wstring(++sMade);
+        // A process of the same number may have ended before it could tidy up.
+        Remove(mPath);
+        CreateDirectoryW(mPath.c_str(), nullptr);
+        return mPath;
+    }
+
+private:
+    static void Remove(const std::wstring& folder) {
+        WIN32_FIND_DATAW found;
+        const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
+            const std::wstring name = found.cFileName;
+            if (name == L"." || name == L"..") continue;
+            const std::wstring path = folder + L'\\' + name;
+            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+                Remove(path);
+            } else {
+                DeleteFileW(path.c_str());
+            }
+        }
+        if (search != INVALID_HANDLE_VALUE) FindClose(search);
+        RemoveDirectoryW(folder.c_str());
+    }
+
+    static inline int sMade = 0;
+    std::wstring mPath;
+};
+
+/// Hears the debug output of this process: it is an exception that a debugger would get.
+class DebugEar {
+public:
+    void Listen() {
+        sHeard.clear();
+        mHandler = AddVectoredExceptionHandler(1, Heard);
+    }
+    ~DebugEar() {
+        if (mHandler != nullptr) RemoveVectoredExceptionHandler(mHandler);
+    }
+    static std::vector<std::string> Lines() { return sHeard; }
+
+private:
+    static LONG CALLBACK Heard(EXCEPTION_POINTERS* pointers) {
+        constexpr DWORD kPrinted = 0x40010006;
+        const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
+        if (record.ExceptionCode == kPrinted && record.NumberParameters >= 2) {
+            sHeard.emplace_back(reinterpret_cast<const char*>(record.ExceptionInformation[1]));
+        }
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+
+    static inline std::vector<std::string> sHeard;
+    void* mHandler = nullptr;
+};
+
 class WindowsUnderTest final : public PlatformUnderTest {
 public:
     WindowsUnderTest() {
@@ -96,6 +163,35 @@ public:
         const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
         return Text(path, path + length);
     }
+    Text EmptyFolder() override {
+        const std::wstring& path = mFolder.Path();
+        return Text(path.begin(), path.end());
+    }
+    void MakeFolder(TextView path) override { ASSERT_TRUE(CreateDirectoryW(Wide(Text(path)), nullptr)); }
+    Text FolderThatTakesNoFile() override {
+        // Wine lets the administrator of the machine beneath write everywhere but here.
+        if (IsWine()) return u"Z:\\proc";
+        SECURITY_ATTRIBUTES readAndDelete = {sizeof readAndDelete, nullptr, FALSE};
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;OICI;GRGXSD;;;WD)", SDDL_REVISION_1,
+                                                             &readAndDelete.lpSecurityDescriptor, nullptr);
+        const std::wstring path = mFolder.Path() + L"\\read only";
+        CreateDirectoryW(path.c_str(), &readAndDelete);
+        LocalFree(readAndDelete.lpSecurityDescriptor);
+        return Text(path.begin(), path.end());
+    }
+    std::optional<std::string> ContentOf(TextView path) override {
+        const HANDLE file = CreateFileW(Wide(Text(path)), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                        OPEN_EXISTING, 0, nullptr);
+        if (file == INVALID_HANDLE_VALUE) return std::nullopt;
+        std::string content(GetFileSize(file, nullptr), '\0');
+        DWORD read = 0;
+        EXPECT_TRUE(ReadFile(file, content.data(), static_cast<DWORD>(content.size()), &read, nullptr));
+        CloseHandle(file);
+        content.resize(read);
+        return content;
+    }
+    void ListenToDebugOutput() override { mEar.Listen(); }
+    std::vector<std::string> DebugOutputHeard() override { return mEar.Lines(); }
     void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
         // A string that ends where a zero byte happens to follow is stored with that zero.
         const std::string guarded = bytes + '#';
@@ -117,6 +213,8 @@ private:
     HWND mMessages = nullptr;
     std::vector<HWND> mWindows;
     BoxAnswer mAnswer;
+    TemporaryFolder mFolder;
+    DebugEar mEar;
 };
 
 }  // namespace

@@ -30,6 +30,7 @@ KWO_WINE32_PACKAGES=(
 )
 KWO_BENCH_PACKAGES=(
     'libbenchmark-dev /usr/include/benchmark/benchmark.h'
+    'libspdlog-dev /usr/include/spdlog/spdlog.h'
 )
 
 is_there() {

@@ -23,9 +23,10 @@ public:
     void AddFolder(TextView path) { AddFile(path, kFolder); }
     void Remove(TextView path);
 
-private:
+    /// What is there of that name, without being a call that is counted or fails.
     std::int32_t Look(TextView path);
 
+private:
     World& mWorld;
     std::map<Text, std::int32_t> mNames;
 };

@@ -3,7 +3,8 @@
 namespace kwo::platform::simulated {
 
 Platform SimulatedDesktop::Services() {
-    return {clock, conversions, windows, eventLog, files, host, messages, registry, screen, errors};
+    return {clock,    conversions, debugOutput,   windows,  eventLog, files, host,
+            logFiles, messages,    processMemory, registry, screen,   errors};
 }
 
 std::shared_ptr<SimulatedObject> SimulatedDesktop::MakeObject(Text typeName, std::string label) {

@@ -4,11 +4,13 @@
 #include <utility>
 
 #include "platform/platform.h"
+#include "platform/simulated/debug_lines.h"
 #include "platform/simulated/english_conversions.h"
 #include "platform/simulated/error_texts.h"
 #include "platform/simulated/event_entries.h"
 #include "platform/simulated/file_names.h"
 #include "platform/simulated/host_facts.h"
+#include "platform/simulated/memory_counters.h"
 #include "platform/simulated/message_queue.h"
 #include "platform/simulated/registry_tree.h"
 #include "platform/simulated/screen_state.h"
@@ -16,6 +18,7 @@
 #include "platform/simulated/virtual_clock.h"
 #include "platform/simulated/window_list.h"
 #include "platform/simulated/world.h"
+#include "platform/simulated/written_files.h"
 
 namespace kwo::platform::simulated {
 
@@ -42,16 +45,19 @@ public:
 
     VirtualClock clock{mWorld};
     EnglishConversions conversions{mWorld};
+    DebugLines debugOutput;
     WindowList windows{mWorld};
     EventEntries eventLog{mWorld};
     FileNames files{mWorld};
     HostFacts host{mWorld};
+    WrittenFiles logFiles{mWorld, files};
     MessageQueue messages{mWorld, clock};
+    MemoryCounters processMemory{mWorld, host};
     RegistryTree registry{mWorld};
     ScreenState screen{mWorld};
     ErrorTexts errors{mWorld};
 
-    SimulatedDesktop() = default;
+    SimulatedDesktop() { files.AddFolder(host.folder); }
     SimulatedDesktop(const SimulatedDesktop&) = delete;
     SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 };

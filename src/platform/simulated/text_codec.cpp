@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <numeric>
 
 namespace kwo::platform::simulated {
 namespace {
@@ -67,10 +69,13 @@ String FoldedAs(View name) {
 }  // namespace
 
 std::string ToAnsi(TextView text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    for (const char16_t c : text)
-        bytes += ToAnsi(c);
+    std::string bytes(text.size(), '\0');
+    const auto all = std::accumulate(text.begin(), text.end(), 0u, std::bit_or<unsigned>());
+    if (all < kFirstOwn) {
+        std::transform(text.begin(), text.end(), bytes.begin(), [](char16_t c) { return static_cast<char>(c); });
+    } else {
+        std::transform(text.begin(), text.end(), bytes.begin(), [](char16_t c) { return ToAnsi(c); });
+    }
     return bytes;
 }
 

@@ -4,11 +4,14 @@
 #include "platform/windows/system_library.h"
 #include "platform/windows/windows_clock.h"
 #include "platform/windows/windows_conversions.h"
+#include "platform/windows/windows_debug_output.h"
 #include "platform/windows/windows_desktop.h"
 #include "platform/windows/windows_event_log.h"
 #include "platform/windows/windows_file_system.h"
 #include "platform/windows/windows_host_application.h"
+#include "platform/windows/windows_log_files.h"
 #include "platform/windows/windows_message_loop.h"
+#include "platform/windows/windows_process_memory.h"
 #include "platform/windows/windows_registry_store.h"
 #include "platform/windows/windows_system_errors.h"
 
@@ -20,13 +23,17 @@ struct WindowsPlatform::Parts {
     LastError lastError;
     SystemLibrary internet{L"wininet.dll"};
     SystemLibrary network{L"mpr.dll"};
+    SystemLibrary counters{L"psapi.dll"};
     WindowsClock clock;
     WindowsConversions conversions;
+    WindowsDebugOutput debugOutput;
     WindowsDesktop desktop{lastError};
     WindowsEventLog eventLog{lastError};
     WindowsFileSystem files{lastError};
     WindowsHostApplication host;
+    WindowsLogFiles logFiles{lastError};
     WindowsMessageLoop messages{lastError};
+    WindowsProcessMemory processMemory{lastError, counters};
     WindowsRegistryStore registry{lastError};
     WindowsScreen screen;
     WindowsSystemErrors errors{lastError, internet, network};
@@ -37,8 +44,9 @@ WindowsPlatform::WindowsPlatform(HINSTANCE module) : mParts(std::make_unique<Par
 WindowsPlatform::~WindowsPlatform() = default;
 
 Platform WindowsPlatform::Services() {
-    return {mParts->clock, mParts->conversions, mParts->desktop,  mParts->eventLog, mParts->files,
-            mParts->host,  mParts->messages,    mParts->registry, mParts->screen,   mParts->errors};
+    return {mParts->clock,    mParts->conversions, mParts->debugOutput, mParts->desktop,  mParts->eventLog,
+            mParts->files,    mParts->host,        mParts->logFiles,    mParts->messages, mParts->processMemory,
+            mParts->registry, mParts->screen,      mParts->errors};
 }
 
 }  // namespace kwo::platform::windows

@@ -1,0 +1,45 @@
+#include "frame/log_file.h"
+
+#include <string>
+#include <utility>
+
+#include "frame/text_routines.h"
+
+namespace kwo::frame {
+
+namespace {
+
+constexpr TextView kExtension = u".log";
+
+}  // namespace
+
+void LogFile::SetName(TextView folder, TextView program) {
+    mName = KWO_AddSeparator(folder, u"\\") + Text(program) + Text(kExtension);
+}
+
+bool LogFile::Open(TextView folder, TextView program, platform::SystemErrors& errors) {
+    constexpr std::int32_t kFileExists = 80;
+
+    SetName(folder, program);
+    mFile = mFiles.CreateNew(mName);
+    for (std::int64_t number = 1; mFile == 0 && errors.Last() == kFileExists; ++number) {
+        SetName(folder, Text(program) + Decimal(number));
+        mFile = mFiles.CreateNew(mName);
+    }
+    mWritten = 0;
+    return IsOpen();
+}
+
+bool LogFile::Write(TextView text) {
+    const std::string bytes = mConversions.ToAnsi(text);
+    if (!mFiles.Write(mFile, bytes)) return false;
+    mWritten += static_cast<std::int64_t>(bytes.size());
+    return true;
+}
+
+void LogFile::Close() {
+    if (mFile != 0) mFiles.Close(std::exchange(mFile, 0));
+    mWritten = 0;
+}
+
+}  // namespace kwo::frame

@@ -1,0 +1,266 @@
+#include "frame/trace.h"
+
+#include <array>
+#include <new>
+#include <utility>
+
+#include "frame/duration.h"
+#include "frame/fixed_digits.h"
+#include "platform/debug_output.h"
+
+namespace kwo::frame {
+
+namespace {
+
+using platform::Currency;
+using platform::Milliseconds;
+
+constexpr std::int64_t kLargestFile = 104'857'600;
+constexpr std::int16_t kStopIcon = 16;
+constexpr std::int32_t kAskDeleteMessage = 1899;
+
+/// Keeps the platform's last error as it is for the caller of a traced routine.
+class KeptLastError {
+public:
+    explicit KeptLastError(platform::SystemErrors& errors) : mErrors(errors), mCode(errors.Last()) {}
+    ~KeptLastError() { mErrors.SetLast(mCode); }
+    KeptLastError(const KeptLastError&) = delete;
+    KeptLastError& operator=(const KeptLastError&) = delete;
+
+private:
+    platform::SystemErrors& mErrors;
+    std::int32_t mCode;
+};
+
+/// Set for as long as the scope lasts.
+class Flag {
+public:
+    explicit Flag(bool& flag) : mFlag(flag) { mFlag = true; }
+    ~Flag() { mFlag = false; }
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+
+private:
+    bool& mFlag;
+};
+
+}  // namespace
+
+Trace::Trace(const platform::Platform& platform, HostIdentity& identity, MillisecondClock& clock, MKWOError& error,
+             MessageBoxes& boxes)
+    : mPlatform(platform),
+      mIdentity(identity),
+      mClock(clock),
+      mError(error),
+      mBoxes(boxes),
+      mFile(platform.logFiles, platform.conversions),
+      mMemory(platform.processMemory, platform.conversions),
+      mStamp(platform.clock, clock, platform.conversions) {}
+
+void Trace::KWO_TraceStart(std::int16_t echo, std::int32_t savedEvents, bool trackMemory) {
+    Start(echo, savedEvents, trackMemory, mStack.Depth());
+}
+
+void Trace::Start(std::int16_t echo, std::int32_t savedEvents, bool trackMemory, std::int32_t depth) {
+    if (mFile.IsOpen()) return;
+    mOn = true;
+    mStack.Create();
+    mEcho = echo != 0;
+    mStamp.ReadLocale();
+    mMemory.Stop();
+    if (trackMemory && mIdentity.KWO_IsWinNT()) mMemory.Start(mPlatform.host.ProcessId());
+    if (savedEvents < 1) {
+        StartFile(depth);
+    } else {
+        mFile.SetName(Folder(), mPlatform.host.ExecutableName());
+        mRing.Create(savedEvents);
+    }
+}
+
+void Trace::StartFile(std::int32_t depth) {
+    platform::HostApplication& host = mPlatform.host;
+    if (!mFile.Open(Folder(), host.ExecutableName(), mPlatform.errors)) {
+        const std::int32_t code = mPlatform.errors.Last();
+        mMemory.Stop();
+        mError.KWO_RaiseError(code, {}, mFile.Name() + u":", {}, true);
+    }
+    const platform::HostApplication::Version version = host.ProgramVersion();
+    Entry(u"Trace Log started for " + host.ExecutableName() + u" " + Decimal(version.major) + u"." +
+              Decimal(version.minor) + u"." + Decimal(version.revision) + u" Process ID=" + Decimal(host.ProcessId()) +
+              u", UserId=" + mIdentity.KWO_UserName() + u", Machine=" + mIdentity.KWO_ComputerName(),
+          depth, true);
+}
+
+Text Trace::Folder() const {
+    return mFolder.empty() ? mPlatform.host.Folder() : mFolder;
+}
+
+void Trace::KWO_TraceClose(bool askDelete) {
+    const KeptLastError kept(mPlatform.errors);
+    Close(askDelete, mStack.Depth());
+}
+
+bool Trace::Close(bool askDelete, std::int32_t depth) {
+    if (!Recording()) {
+        mMemory.Stop();
+        return true;
+    }
+    mFile.ForgetWritten();
+    const bool remove = askDelete && mFile.IsOpen() && !mBoxes.IsUnattended() && UserWantsFileDeleted();
+    mMemory.Stop();
+    bool complete = Entry(u"Trace closed.", depth, true);
+    if (mFile.IsOpen()) {
+        complete = Guarded([this] {
+            mStamp.SetNow();
+            WriteToFile(mStamp.RuleOfDay());
+        });
+        mFile.Close();
+    }
+    if (remove) mFile.Delete();
+    return complete;
+}
+
+bool Trace::UserWantsFileDeleted() {
+    constexpr std::int32_t kYesNo = 4;
+    constexpr std::int16_t kYes = 6;
+
+    const std::array values = {mPlatform.host.ExecutableName()};
+    const Text question = mError.Message(kAskDeleteMessage, u"Delete call trace log file for %1?", values);
+    return mBoxes.KWOMsgBox({.prompt = question, .buttons = kYesNo}) == kYes;
+}
+
+std::int32_t Trace::Push(TextView routine, std::int16_t traceMode) {
+    const bool traced = mStack.Push(routine, traceMode, mClock.KWO_TimerMs()).traced;
+    const std::int32_t depth = mStack.Depth();
+    if (traced && Recording()) Entry(u"Push " + Text(routine), depth - 1, true);
+    return depth;
+}
+
+void Trace::Pop(std::int32_t level) {
+    if (mStack.Depth() < 1) {
+        mError.KWO_AppError({}, u"KWO_RoutinePop called with nothing on the call stack.", kStopIcon, false, true);
+        return;
+    }
+    if (level > mStack.Depth()) return;
+    if (level > 0) mStack.ReturnTo(level);
+
+    const CallStack::Level& left = mStack.Top();
+    mStack.ReturnTo(mStack.Depth() - 1);
+    if (!left.traced || !Recording()) return;
+    const Milliseconds elapsed{mClock.KWO_TimerMs().scaled - left.entered.scaled};
+    Entry(u"Pop  " + left.routine + u" Dur=" + DurationText(elapsed), mStack.Depth(), true);
+}
+
+Text Trace::DurationText(Milliseconds elapsed) const {
+    constexpr double kMillisecondsPerDay = 86'400'000;
+    constexpr Milliseconds kLongestInMilliseconds = Milliseconds::Whole(1000);
+
+    if (elapsed > kLongestInMilliseconds) {
+        return KWO_FormatDuration(mPlatform.conversions, {elapsed.AsDouble() / kMillisecondsPerDay});
+    }
+    Text text;
+    AppendFixedDigits(text, elapsed, 1, 3, mStamp.DecimalPoint());
+    return text + u"ms";
+}
+
+Text Trace::Top() const {
+    return mStack.Depth() < 1 ? Text() : mStack.Top().routine;
+}
+
+void Trace::Write(TextView text, bool indent, bool save) {
+    Entry(text, indent ? mStack.Depth() : kNotIndented, save);
+}
+
+bool Trace::Entry(TextView text, std::int32_t depth, bool save) {
+    if (!Recording()) return true;
+    const KeptLastError kept(mPlatform.errors);
+    return Guarded([&] {
+        if (mFile.IsOpen() && mFile.Written() > kLargestFile) Split(depth);
+        if (Recording()) WriteLine(text, depth, save);
+    });
+}
+
+template <class Body>
+bool Trace::Guarded(Body&& body) {
+    constexpr std::int32_t kOutOfMemory = 7;
+    try {
+        body();
+        return true;
+    } catch (const ComponentError& error) {
+        ReportFailure(error.number, error.description);
+    } catch (const std::bad_alloc&) {
+        ReportFailure(kOutOfMemory, u"Out of memory.");
+    }
+    return false;
+}
+
+void Trace::ReportFailure(std::int32_t number, TextView description) {
+    // The box itself enters routines and writes lines.
+    const Flag reporting(mReporting);
+    try {
+        mError.KWO_AppError({number, {}, {}, {}, 0},
+                            u"The following error occurred attempting make an entry to the log file\r\n" +
+                                mFile.Name() + u":\r\n\r\n" + Text(description),
+                            kStopIcon, false, true);
+    } catch (...) {
+        // A log that cannot be written is no reason for the caller's routine to fail, not even when nobody can be told.
+    }
+    mFile.Close();
+}
+
+void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
+    constexpr std::size_t kMargin = 2;
+    constexpr std::size_t kStep = 4;
+    constexpr std::size_t kContinued = 13;
+    constexpr std::size_t kLargestRoom = 4096;
+
+    mStamp.SetNow();
+    if (const Text rule = mStamp.RuleOfNewDay(); !rule.empty()) Emit(rule, save);
+    if (const Text change = mMemory.ChangeLine(); !change.empty()) Emit(change, save);
+
+    // The room of the last line is used again.
+    Text line = std::move(mRoom);
+    line.clear();
+    mStamp.AppendTime(line);
+    line.append(kMargin + (depth > 0 ? kStep * static_cast<std::size_t>(depth) : 0), u' ');
+    if (text.find(kCrLf) == TextView::npos) {
+        line += text;
+    } else {
+        const Text continued = Text(kCrLf) + line + Text(kContinued, u' ');
+        line += ReplaceAll(text, kCrLf, continued);
+    }
+    line += kCrLf;
+    Emit(line, save);
+    if (mEcho) mPlatform.debugOutput.Write(TextView(line).substr(0, line.size() - kCrLf.size()));
+    if (line.capacity() <= kLargestRoom) mRoom = std::move(line);
+}
+
+void Trace::Split(std::int32_t depth) {
+    if (depth == kNotIndented) depth = mStack.Depth();
+    const bool trackMemory = mMemory.IsOn();
+    WriteToFile(u"=== Splitting trace due to large size ===\r\n");
+    if (!Close(false, depth)) return;
+    mStamp.ForgetDay();
+    mMemory.Forget();
+    // Intended: the new file echoes to the debug output, also where the one before did not.
+    Start(1, 0, trackMemory, depth);
+}
+
+void Trace::Emit(TextView piece, bool save) {
+    if (mFile.IsOpen()) {
+        WriteToFile(piece);
+    } else if (save) {
+        mRing.Save(piece);
+    }
+}
+
+void Trace::WriteToFile(TextView piece) {
+    if (mFile.Write(piece)) return;
+    const std::int32_t code = mPlatform.errors.Last();
+    Text description = mError.KWO_SystemErrorText(code);
+    if (description.empty()) description = u"Unknown error.";
+    // Not by way of KWO_RaiseError: its own line would go to the file that just failed.
+    platform::Raise(-code, {}, description);
+}
+
+}  // namespace kwo::frame

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/text.h"
+
+namespace kwo::platform {
+
+/// Where a debugger, or a viewer of debug output, shows lines.
+class DebugOutput {
+public:
+    virtual ~DebugOutput() = default;
+
+    /// OutputDebugStringA. Nobody has to be listening.
+    virtual void Write(TextView line) = 0;
+};
+
+}  // namespace kwo::platform

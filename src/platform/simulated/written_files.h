@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "platform/log_files.h"
+#include "platform/simulated/file_names.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// Files with contents, in the folders of the file system of names. The log tells of files made, closed and deleted;
+/// what was written is in the contents.
+class WrittenFiles final : public LogFiles {
+public:
+    WrittenFiles(World& world, FileNames& names);
+
+    File CreateNew(TextView path) override;
+    bool Write(File file, std::string_view bytes) override;
+    void Close(File file) override;
+    bool Delete(TextView path) override;
+
+    /// Of a file that was made here; null when there is no such file.
+    const std::string* Content(TextView path) const;
+    std::size_t OpenFiles() const { return mOpen.size(); }
+    /// What fits on the disk yet; a write that does not fit writes nothing.
+    std::uint64_t freeBytes = UINT64_MAX;
+
+private:
+    World& mWorld;
+    FileNames& mNames;
+    std::map<Text, std::string> mContents;
+    std::map<File, Text> mOpen;
+    File mNext = 1;
+};
+
+}  // namespace kwo::platform::simulated

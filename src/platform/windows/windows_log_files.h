@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/log_files.h"
+#include "platform/windows/last_error.h"
+
+namespace kwo::platform::windows {
+
+class WindowsLogFiles final : public LogFiles {
+public:
+    explicit WindowsLogFiles(LastError& lastError) : mLastError(lastError) {}
+
+    File CreateNew(TextView path) override;
+    bool Write(File file, std::string_view bytes) override;
+    void Close(File file) override;
+    bool Delete(TextView path) override;
+
+private:
+    LastError& mLastError;
+};
+
+}  // namespace kwo::platform::windows
