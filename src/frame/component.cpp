@@ -11,6 +11,11 @@ Component::Component(const platform::Platform& services)
       eventLog(services.eventLog, identity, trace, apiResult),
       messageBoxes(services.desktop, services.screen, services.host, wait, eventLog, trace),
       error(services.errors, services.host, identity, trace, messageBoxes),
-      routines(services.files, services.errors, identity, error) {}
+      routines(services.files, services.errors, identity, error),
+      locale(services.locale, services.clock, services.errors, error, routines),
+      messages(services, identity, routines, locale, apiResult, mProgramName),
+      timers(services.timers, clock, services.clock, services.conversions, locale, services.host) {
+    error.SetMessages(&messages);
+}
 
 }  // namespace kwo::frame

@@ -9,7 +9,10 @@
 #include "frame/millisecond_clock.h"
 #include "frame/routines.h"
 #include "frame/trace.h"
+#include "messages/message_table.h"
+#include "messages/mkwo_locale.h"
 #include "platform/platform.h"
+#include "timer/timer_registry.h"
 
 namespace kwo::frame {
 
@@ -35,6 +38,10 @@ public:
     MessageBoxes messageBoxes;
     MKWOError error;
     MKWORoutines routines;
+
+    messages::MKWOLocale locale;
+    messages::MessageTable messages;
+    timer::MKWOTimer timers;
 
 private:
     Text mProgramName;

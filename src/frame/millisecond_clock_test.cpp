@@ -14,6 +14,7 @@ public:
     std::int64_t Counter() override { return counter; }
     std::uint32_t TickCount() override { return ticks; }
     platform::Date Now() override { return {}; }
+    std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t) override { return std::nullopt; }
 
     std::optional<std::int64_t> frequency;
     std::int64_t counter = 0;

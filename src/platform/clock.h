@@ -20,6 +20,10 @@ public:
     virtual std::uint32_t TickCount() = 0;
     /// The local date and time of day.
     virtual Date Now() = 0;
+
+    /// LocalFileTimeToFileTime: hundreds of nanoseconds since 1601-01-01, local time to UTC with the bias of today.
+    /// Nothing on failure, the last-error value says why.
+    virtual std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t fileTime) = 0;
 };
 
 }  // namespace kwo::platform

@@ -42,6 +42,9 @@ public:
     /// False on failure, `platform` is then left as it was.
     virtual bool QueryPlatform(Platform& platform) = 0;
     virtual std::uint32_t ProcessId() = 0;
+
+    /// Leaves a message in the program's own log: the text alone, failures are swallowed.
+    virtual void WriteLog(TextView text) = 0;
 };
 
 }  // namespace kwo::platform

@@ -3,34 +3,40 @@
 namespace kwo::platform {
 
 class Clock;
+class ComponentFactory;
 class Conversions;
 class DebugOutput;
 class Desktop;
 class EventLog;
 class FileSystem;
 class HostApplication;
+class LocaleSource;
 class LogFiles;
 class MessageLoop;
 class ProcessMemory;
 class RegistryStore;
 class Screen;
 class SystemErrors;
+class TimerService;
 
 /// Everything a component may ask of the system around it. The services outlive the component.
 struct Platform {
     Clock& clock;
+    ComponentFactory& components;
     Conversions& conversions;
     DebugOutput& debugOutput;
     Desktop& desktop;
     EventLog& eventLog;
     FileSystem& files;
     HostApplication& host;
+    LocaleSource& locale;
     LogFiles& logFiles;
     MessageLoop& messages;
     ProcessMemory& processMemory;
     RegistryStore& registry;
     Screen& screen;
     SystemErrors& errors;
+    TimerService& timers;
 };
 
 }  // namespace kwo::platform

@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <variant>
+#include <vector>
 
 #include "platform/text.h"
 #include "platform/values.h"
@@ -36,6 +37,16 @@ public:
     virtual ~ForeignValue() = default;
 };
 using ForeignRef = std::shared_ptr<const ForeignValue>;
+
+/// Arrays of the kinds that the logic hands to other components. They travel as foreign values do.
+struct Int16Array final : ForeignValue {
+    std::int32_t lowerBound = 0;
+    std::vector<std::int16_t> items;
+};
+struct TextArray final : ForeignValue {
+    std::int32_t lowerBound = 0;
+    std::vector<Text> items;
+};
 
 /// A tagged value. A null `HostObjectRef` is the null object.
 using Variant = std::variant<Empty, Missing, Null, std::int16_t, std::int32_t, float, double, Currency, Date, Text,

@@ -33,6 +33,18 @@ TEST_F(ClockContract, TickCountIsInMilliseconds) {
     EXPECT_LT(passed, 30'000u);
 }
 
+TEST_F(ClockContract, LocalTimeBecomesUtcByAWholeNumberOfMinutes) {
+    constexpr std::int64_t kNoon = 134'237'952'000'000'000;
+    constexpr std::int64_t kMinute = 600'000'000;
+    constexpr std::int64_t kFourteenHours = 14 * 60 * kMinute;
+
+    const auto utc = clock.LocalFileTimeToUtc(kNoon);
+
+    ASSERT_TRUE(utc.has_value());
+    EXPECT_LE(std::abs(*utc - kNoon), kFourteenHours);
+    EXPECT_EQ((*utc - kNoon) % kMinute, 0);
+}
+
 TEST_F(ClockContract, DateIsOfThisCenturyAndMovesOn) {
     const double before = clock.Now().days;
     Pass(1100);

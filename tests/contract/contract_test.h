@@ -51,6 +51,9 @@ public:
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;
 
+    /// The programmatic identifier of a class whose new objects have the `Count` 0.
+    virtual Text InstalledClass() = 0;
+
     /// The full name of a file that is there.
     virtual Text ExistingFile() = 0;
     /// A folder with nothing in it, gone with the platform together with what is in it then.

@@ -20,6 +20,14 @@ public:
     }
     void Minimise(Handle window) override { mDesktop.windows.windows.at(window).minimised = true; }
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
+    Text InstalledClass() override {
+        mDesktop.components.Install(u"Test.Counter", [this] {
+            const auto counter = mDesktop.MakeObject();
+            counter->SetProperty(u"Count", std::int32_t{0});
+            return counter;
+        });
+        return u"Test.Counter";
+    }
     Text ExistingFile() override { return u"C:\\Program Files\\Host\\HOSTAPP.EXE"; }
     Text EmptyFolder() override {
         mDesktop.files.AddFolder(u"C:\\Logs");

@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <objbase.h>
 #include <sddl.h>
 
 #include <vector>
@@ -123,6 +124,7 @@ private:
 class WindowsUnderTest final : public PlatformUnderTest {
 public:
     WindowsUnderTest() {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
         WNDCLASSW windowClass = {};
         windowClass.lpfnWndProc = WindowProcedure;
         windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -134,6 +136,7 @@ public:
         for (const HWND window : mWindows)
             DestroyWindow(window);
         DestroyWindow(mMessages);
+        CoUninitialize();
     }
 
     platform::Platform& Services() override { return mServices; }
@@ -158,6 +161,7 @@ public:
         ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_MINIMIZE);
     }
     void AnswerNextBox(std::int32_t button) override { mAnswer.Arm(button); }
+    Text InstalledClass() override { return u"Scripting.Dictionary"; }
     Text ExistingFile() override {
         wchar_t path[MAX_PATH];
         const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);

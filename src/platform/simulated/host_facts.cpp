@@ -48,4 +48,8 @@ bool HostFacts::QueryPlatform(Platform& result) {
     return true;
 }
 
+void HostFacts::WriteLog(TextView text) {
+    mWorld.log.Add("HostLog " + Shown(text));
+}
+
 }  // namespace kwo::platform::simulated

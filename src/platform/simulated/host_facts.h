@@ -21,6 +21,7 @@ public:
     bool UserName(Text& name) override;
     bool QueryPlatform(Platform& platform) override;
     std::uint32_t ProcessId() override { return processId; }
+    void WriteLog(TextView text) override;
 
     Text executableName = u"HOSTAPP";
     Text folder = u"C:\\Program Files\\Host";

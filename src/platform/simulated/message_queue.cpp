@@ -35,9 +35,10 @@ void MessageQueue::WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask)
     if (!mWorld.Fails("MsgWaitForMultipleObjects")) Wait(timeoutMs, wakeMask);
 }
 
-void MessageQueue::PostAt(std::int64_t delayMs, std::function<void()> action) {
-    const std::int64_t due = mClock.Elapsed().scaled + delayMs * Milliseconds::kScale;
-    mMessages.emplace(Order{due, ++mPosted}, Message{std::move(action)});
+MessageQueue::Order MessageQueue::PostAt(Milliseconds delay, std::function<void()> action) {
+    const Order order{mClock.Elapsed().scaled + delay.scaled, ++mPosted};
+    mMessages.emplace(order, Message{std::move(action)});
+    return order;
 }
 
 void MessageQueue::RequestQuit() {

@@ -22,9 +22,17 @@ public:
     void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
     void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
 
-    void Post(std::function<void()> action) { PostAt(0, std::move(action)); }
-    /// Due `delayMs` from now.
-    void PostAt(std::int64_t delayMs, std::function<void()> action);
+    /// Names a message that was posted.
+    using Order = std::pair<std::int64_t, std::int64_t>;  ///< due time (scaled milliseconds), number
+
+    Order Post(std::function<void()> action) { return PostAt(Milliseconds{}, std::move(action)); }
+    /// Due `delay` from now.
+    Order PostAt(Milliseconds delay, std::function<void()> action);
+    Order PostAt(std::int64_t delayMs, std::function<void()> action) {
+        return PostAt(Milliseconds::Whole(delayMs), std::move(action));
+    }
+    /// Takes a message out that has not run yet.
+    void Withdraw(const Order& order) { mMessages.erase(order); }
     /// Asks the host's own loop to end; nothing here takes the request back.
     void RequestQuit();
     bool QuitRequested() const { return mQuit; }
@@ -36,7 +44,6 @@ private:
         std::function<void()> action;
         bool news = true;
     };
-    using Order = std::pair<std::int64_t, std::int64_t>;  ///< due time (scaled milliseconds), number
 
     void Wait(std::uint32_t timeoutMs, std::uint32_t wakeMask);
 

@@ -3,8 +3,22 @@
 namespace kwo::platform::simulated {
 
 Platform SimulatedDesktop::Services() {
-    return {clock,    conversions, debugOutput,   windows,  eventLog, files, host,
-            logFiles, messages,    processMemory, registry, screen,   errors};
+    return {.clock = clock,
+            .components = components,
+            .conversions = conversions,
+            .debugOutput = debugOutput,
+            .desktop = windows,
+            .eventLog = eventLog,
+            .files = files,
+            .host = host,
+            .locale = locale,
+            .logFiles = logFiles,
+            .messages = messages,
+            .processMemory = processMemory,
+            .registry = registry,
+            .screen = screen,
+            .errors = errors,
+            .timers = timers};
 }
 
 std::shared_ptr<SimulatedObject> SimulatedDesktop::MakeObject(Text typeName, std::string label) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/platform.h"
+#include "platform/simulated/component_classes.h"
 #include "platform/simulated/debug_lines.h"
 #include "platform/simulated/english_conversions.h"
 #include "platform/simulated/error_texts.h"
@@ -15,6 +16,8 @@
 #include "platform/simulated/registry_tree.h"
 #include "platform/simulated/screen_state.h"
 #include "platform/simulated/simulated_object.h"
+#include "platform/simulated/simulated_timers.h"
+#include "platform/simulated/user_locale.h"
 #include "platform/simulated/virtual_clock.h"
 #include "platform/simulated/window_list.h"
 #include "platform/simulated/world.h"
@@ -56,6 +59,9 @@ public:
     RegistryTree registry{mWorld};
     ScreenState screen{mWorld};
     ErrorTexts errors{mWorld};
+    ComponentClasses components{mWorld};
+    UserLocale locale{mWorld};
+    SimulatedTimers timers{mWorld, clock, messages};
 
     SimulatedDesktop() { files.AddFolder(host.folder); }
     SimulatedDesktop(const SimulatedDesktop&) = delete;

@@ -11,7 +11,7 @@ constexpr double kScaledPerDay = 86'400'000.0 * static_cast<double>(Milliseconds
 }  // namespace
 
 VirtualClock::VirtualClock(World& world) : mWorld(world) {
-    world.faults.Declare({"QueryPerformanceFrequency"});
+    world.faults.Declare({"QueryPerformanceFrequency", "LocalFileTimeToFileTime"});
 }
 
 std::optional<std::int64_t> VirtualClock::CounterFrequency() {
@@ -32,6 +32,12 @@ std::uint32_t VirtualClock::TickCount() {
 
 Date VirtualClock::Now() {
     return {mSetTo.days + static_cast<double>(mElapsed.scaled - mSetAt.scaled) / kScaledPerDay};
+}
+
+std::optional<std::int64_t> VirtualClock::LocalFileTimeToUtc(std::int64_t fileTime) {
+    constexpr std::int64_t kPerMinute = 60 * kScaledPerSecond;
+    if (mWorld.Fails("LocalFileTimeToFileTime")) return std::nullopt;
+    return fileTime + biasMinutes * kPerMinute;
 }
 
 void VirtualClock::Advance(Milliseconds span) {

@@ -14,6 +14,7 @@ public:
     std::int64_t Counter() override;
     std::uint32_t TickCount() override;
     Date Now() override;
+    std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t fileTime) override;
 
     void Advance(Milliseconds span);
     void Advance(std::int64_t ms) { Advance(Milliseconds::Whole(ms)); }
@@ -23,6 +24,9 @@ public:
     /// Counts per second; nothing for a machine without the counter. The counter is 0 when the desktop comes into
     /// being.
     void SetCounterFrequency(std::optional<std::int64_t> frequency) { mFrequency = frequency; }
+    /// Minutes to add to local time for UTC.
+    std::int64_t biasMinutes = 0;
+
     /// The tick count of this moment.
     void SetTickCount(std::uint32_t ticks);
     /// The local date and time of this moment, as when the user sets the clock.

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/component_error.h"
+#include "platform/windows/call_failure.h"
 
 namespace kwo::platform::windows {
 
@@ -14,77 +15,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-constexpr std::int32_t kNoNamedArguments = 446;
-constexpr std::int32_t kNoSuchArgument = 448;
-constexpr std::int32_t kArgumentNotOptional = 449;
-constexpr std::int32_t kWrongArguments = 450;
-
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-
-Text SystemText(HRESULT code) {
-    wchar_t* buffer = nullptr;
-    constexpr DWORD kFlags =
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
-    const DWORD length =
-        ::FormatMessageW(kFlags, nullptr, static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    if (length == 0) return {};
-    Text text(buffer, buffer + length);
-    ::LocalFree(buffer);
-    while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n' || text.back() == u' '))
-        text.pop_back();
-    return text;
-}
-
-[[noreturn]] void RaiseFailure(HRESULT code) {
-    switch (code) {
-        case DISP_E_UNKNOWNNAME:
-        case DISP_E_MEMBERNOTFOUND:
-            RaiseRuntime(RuntimeError::NoSuchMember);
-        case DISP_E_TYPEMISMATCH:
-            RaiseRuntime(RuntimeError::TypeMismatch);
-        case DISP_E_OVERFLOW:
-            RaiseRuntime(RuntimeError::Overflow);
-        case DISP_E_BADPARAMCOUNT:
-            Raise(kWrongArguments, {}, u"Wrong number of arguments or invalid property assignment");
-        case DISP_E_PARAMNOTOPTIONAL:
-            Raise(kArgumentNotOptional, {}, u"Argument not optional");
-        case DISP_E_PARAMNOTFOUND:
-            Raise(kNoSuchArgument, {}, u"Named argument not found");
-        case DISP_E_NONAMEDARGS:
-            Raise(kNoNamedArguments, {}, u"Object doesn't support named arguments");
-        default:
-            Raise(ErrorNumber(code), {}, SystemText(code));
-    }
-}
-
-/// What an object tells about a failure of its own.
-class ExceptionInfo {
-public:
-    ExceptionInfo() = default;
-    ExceptionInfo(const ExceptionInfo&) = delete;
-    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
-    ~ExceptionInfo() {
-        ::SysFreeString(mInfo.bstrSource);
-        ::SysFreeString(mInfo.bstrDescription);
-        ::SysFreeString(mInfo.bstrHelpFile);
-    }
-
-    EXCEPINFO* Out() { return &mInfo; }
-
-    [[noreturn]] void RaiseIt() {
-        // Some objects compose their texts only for callers that want them.
-        if (mInfo.pfnDeferredFillIn != nullptr) mInfo.pfnDeferredFillIn(&mInfo);
-        SCODE code = mInfo.scode != 0 ? mInfo.scode : mInfo.wCode;
-        if (code == 0) code = DISP_E_EXCEPTION;
-        throw ComponentError{ErrorNumber(code), ToText(mInfo.bstrSource), ToText(mInfo.bstrDescription),
-                             ToText(mInfo.bstrHelpFile), static_cast<std::int32_t>(mInfo.dwHelpContext)};
-    }
-
-private:
-    static Text ToText(BSTR string) { return Text(string, string + ::SysStringLen(string)); }
-
-    EXCEPINFO mInfo = {};
-};
 
 /// One call of a member. A refusal of the arguments' types is returned, every other failure raised.
 HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> arguments, std::span<DISPID> names,
@@ -213,6 +144,15 @@ Text DispatchObject::TypeName() const {
     if (FAILED(info->GetDocumentation(MEMBERID_NIL, &name.Get().bstrVal, nullptr, nullptr, nullptr))) return {};
     name.Get().vt = VT_BSTR;
     return std::get<Text>(FromVariant(name.Get()));
+}
+
+bool DispatchObject::Knows(TextView member) {
+    try {
+        IdsOf(member);
+        return true;
+    } catch (const ComponentError&) {
+        return false;
+    }
 }
 
 DispatchObject::Ids DispatchObject::IdsOf(TextView member, std::span<const TextView> names) {

@@ -33,6 +33,7 @@ public:
     Text TypeName() const override;
 
     IDispatch* Dispatch() const override { return mDispatch.Get(); }
+    bool Knows(TextView member) override;
 
 private:
     /// The member's id, followed by those of its arguments.

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "platform/component_error.h"
+#include "platform/windows/array_bridge.h"
 
 namespace kwo::platform::windows {
 
@@ -108,6 +109,8 @@ struct AsVariant {
     }
     VARIANT operator()(const ForeignRef& foreign) const {
         if (foreign == nullptr) return Tagged(VT_EMPTY);
+        if (const auto* const numbers = dynamic_cast<const Int16Array*>(foreign.get())) return ToArray(*numbers);
+        if (const auto* const texts = dynamic_cast<const TextArray*>(foreign.get())) return ToArray(*texts);
         const auto* const held = dynamic_cast<const WindowsForeignValue*>(foreign.get());
         if (held == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
         return Copied(held->Get()).Detach();
@@ -241,6 +244,7 @@ Variant FromVariant(const VARIANT& value) {
         case VT_VARIANT:  // there are only references to those, but copying does not mind
             RaiseRuntime(RuntimeError::TypeMismatch);
         default:
+            if (ForeignRef array = FromArray(inner)) return array;
             return Foreign(inner);
     }
 }

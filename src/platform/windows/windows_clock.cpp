@@ -34,4 +34,16 @@ Date WindowsClock::Now() {
     return date;
 }
 
+std::optional<std::int64_t> WindowsClock::LocalFileTimeToUtc(std::int64_t fileTime) {
+    ULARGE_INTEGER local;
+    local.QuadPart = static_cast<ULONGLONG>(fileTime);
+    const FILETIME given = {local.LowPart, local.HighPart};
+    FILETIME converted;
+    if (!mLastError.After(::LocalFileTimeToFileTime(&given, &converted))) return std::nullopt;
+    ULARGE_INTEGER utc;
+    utc.LowPart = converted.dwLowDateTime;
+    utc.HighPart = converted.dwHighDateTime;
+    return static_cast<std::int64_t>(utc.QuadPart);
+}
+
 }  // namespace kwo::platform::windows

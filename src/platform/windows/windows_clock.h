@@ -1,15 +1,22 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/windows/last_error.h"
 
 namespace kwo::platform::windows {
 
 class WindowsClock final : public Clock {
 public:
+    explicit WindowsClock(LastError& lastError) : mLastError(lastError) {}
+
     std::optional<std::int64_t> CounterFrequency() override;
     std::int64_t Counter() override;
     std::uint32_t TickCount() override;
     Date Now() override;
+    std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t fileTime) override;
+
+private:
+    LastError& mLastError;
 };
 
 }  // namespace kwo::platform::windows

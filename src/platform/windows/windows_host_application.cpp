@@ -94,4 +94,14 @@ std::uint32_t WindowsHostApplication::ProcessId() {
     return ::GetCurrentProcessId();
 }
 
+void WindowsHostApplication::WriteLog(TextView text) {
+    constexpr DWORD kEventId = 1;
+    const HANDLE log = ::RegisterEventSourceW(nullptr, ToWide(ExecutableName()).c_str());
+    if (log == nullptr) return;
+    const std::wstring line = ToWide(text);
+    const wchar_t* lines[] = {line.c_str()};
+    ::ReportEventW(log, EVENTLOG_INFORMATION_TYPE, 0, kEventId, nullptr, 1, 0, lines, nullptr);
+    ::DeregisterEventSource(log);
+}
+
 }  // namespace kwo::platform::windows

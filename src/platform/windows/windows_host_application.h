@@ -27,6 +27,8 @@ public:
     bool UserName(Text& name) override;
     bool QueryPlatform(Platform& platform) override;
     std::uint32_t ProcessId() override;
+    /// The system's event log, with the executable's name as the source.
+    void WriteLog(TextView text) override;
 
 private:
     HINSTANCE mModule;

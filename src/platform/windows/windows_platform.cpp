@@ -3,50 +3,73 @@
 #include "platform/windows/last_error.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/windows_clock.h"
+#include "platform/windows/windows_component_factory.h"
 #include "platform/windows/windows_conversions.h"
 #include "platform/windows/windows_debug_output.h"
 #include "platform/windows/windows_desktop.h"
 #include "platform/windows/windows_event_log.h"
 #include "platform/windows/windows_file_system.h"
 #include "platform/windows/windows_host_application.h"
+#include "platform/windows/windows_locale_source.h"
 #include "platform/windows/windows_log_files.h"
 #include "platform/windows/windows_message_loop.h"
 #include "platform/windows/windows_process_memory.h"
 #include "platform/windows/windows_registry_store.h"
 #include "platform/windows/windows_system_errors.h"
+#include "platform/windows/windows_timer_service.h"
 
 namespace kwo::platform::windows {
 
 struct WindowsPlatform::Parts {
-    explicit Parts(HINSTANCE module) : host(module, lastError, network) {}
+    Parts(HINSTANCE module, ModuleUse& use) : host(module, lastError, network), timers(use) {}
 
     LastError lastError;
     SystemLibrary internet{L"wininet.dll"};
     SystemLibrary network{L"mpr.dll"};
     SystemLibrary counters{L"psapi.dll"};
-    WindowsClock clock;
+    WindowsClock clock{lastError};
+    WindowsComponentFactory components;
     WindowsConversions conversions;
     WindowsDebugOutput debugOutput;
     WindowsDesktop desktop{lastError};
     WindowsEventLog eventLog{lastError};
     WindowsFileSystem files{lastError};
     WindowsHostApplication host;
+    WindowsLocaleSource locale{lastError};
     WindowsLogFiles logFiles{lastError};
     WindowsMessageLoop messages{lastError};
     WindowsProcessMemory processMemory{lastError, counters};
     WindowsRegistryStore registry{lastError};
     WindowsScreen screen;
     WindowsSystemErrors errors{lastError, internet, network};
+    WindowsTimerService timers;
 };
 
-WindowsPlatform::WindowsPlatform(HINSTANCE module) : mParts(std::make_unique<Parts>(module)) {}
+WindowsPlatform::WindowsPlatform(HINSTANCE module, ModuleUse& use) : mParts(std::make_unique<Parts>(module, use)) {}
 
 WindowsPlatform::~WindowsPlatform() = default;
 
 Platform WindowsPlatform::Services() {
-    return {mParts->clock,    mParts->conversions, mParts->debugOutput, mParts->desktop,  mParts->eventLog,
-            mParts->files,    mParts->host,        mParts->logFiles,    mParts->messages, mParts->processMemory,
-            mParts->registry, mParts->screen,      mParts->errors};
+    return {.clock = mParts->clock,
+            .components = mParts->components,
+            .conversions = mParts->conversions,
+            .debugOutput = mParts->debugOutput,
+            .desktop = mParts->desktop,
+            .eventLog = mParts->eventLog,
+            .files = mParts->files,
+            .host = mParts->host,
+            .locale = mParts->locale,
+            .logFiles = mParts->logFiles,
+            .messages = mParts->messages,
+            .processMemory = mParts->processMemory,
+            .registry = mParts->registry,
+            .screen = mParts->screen,
+            .errors = mParts->errors,
+            .timers = mParts->timers};
+}
+
+void WindowsPlatform::StopTimers() {
+    mParts->timers.StopAll();
 }
 
 }  // namespace kwo::platform::windows

@@ -5,19 +5,22 @@
 #include <memory>
 
 #include "platform/platform.h"
+#include "platform/windows/module_use.h"
 
 namespace kwo::platform::windows {
 
 /// The platform's services on Windows. One per thread that hosts a component.
 class WindowsPlatform {
 public:
-    /// `module` is the one that holds the component.
-    explicit WindowsPlatform(HINSTANCE module);
+    /// `module` is the one that holds the component; `use` hears when the system has to find it loaded.
+    explicit WindowsPlatform(HINSTANCE module, ModuleUse& use = ModuleUse::Nobody());
     ~WindowsPlatform();
     WindowsPlatform(const WindowsPlatform&) = delete;
     WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
     Platform Services();
+    /// Stops what would still call into the module.
+    void StopTimers();
 
 private:
     struct Parts;

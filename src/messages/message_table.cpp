@@ -1,0 +1,173 @@
+#include "messages/message_table.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "platform/component_error.h"
+#include "platform/component_factory.h"
+#include "platform/conversions.h"
+#include "platform/host_application.h"
+
+namespace kwo::messages {
+
+namespace {
+
+using frame::AsciiLower;
+using platform::HostObject;
+using platform::HostObjectRef;
+using platform::Int16Array;
+using platform::RuntimeError;
+using platform::TextArray;
+using platform::Variant;
+
+constexpr TextView kUndefined = u"Undefined Message";
+constexpr TextView kFileName = u"\\KWOInit.nls";
+constexpr TextView kNextRelease = u"\\..\\nextrelease\\KWOInit.nls";
+constexpr TextView kLastResort = u"H:\\Corvath\\nextrelease\\KWOInit.nls";
+
+/// No file of ours comes near; a companion that claims more is broken.
+constexpr std::int64_t kMostMessages = 16'000'000;
+
+/// Programs that read the messages of another one.
+struct Alias {
+    TextView folded;
+    TextView counterpart;
+};
+constexpr Alias kAliases[] = {{u"belloc", u"Daxter"}, {u"belwin", u"Daxwin"}};
+
+std::shared_ptr<TextArray> EmptyTexts(std::int32_t first, std::int32_t last) {
+    const std::int64_t count = std::int64_t{last} - first + 1;
+    if (count < 1) platform::RaiseRuntime(RuntimeError::SubscriptOutOfRange);
+    if (count > kMostMessages) platform::RaiseRuntime(RuntimeError::Overflow);
+    auto texts = std::make_shared<TextArray>();
+    texts->lowerBound = first;
+    texts->items.resize(static_cast<std::size_t>(count));
+    return texts;
+}
+
+std::shared_ptr<const TextArray> TextsIn(const Variant& value) {
+    if (const auto* const foreign = std::get_if<platform::ForeignRef>(&value)) {
+        if (auto texts = std::dynamic_pointer_cast<const TextArray>(*foreign)) return texts;
+    }
+    platform::RaiseRuntime(RuntimeError::TypeMismatch);
+}
+
+/// From left to right; what is put in is not looked at again. "%10" is "%1" and a zero.
+Text Filled(const Text& text, std::span<const Text> values) {
+    Text filled;
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t number = text[at] == u'%' ? 1 : values.size() + 1;
+        Text marker;
+        for (; number <= values.size(); ++number) {
+            marker = u"%" + frame::Decimal(static_cast<std::int64_t>(number));
+            if (text.compare(at, marker.size(), marker) == 0) break;
+        }
+        if (number <= values.size()) {
+            filled += values[number - 1];
+            at += marker.size();
+        } else {
+            filled += text[at++];
+        }
+    }
+    return filled;
+}
+
+}  // namespace
+
+MessageTable::MessageTable(const platform::Platform& services, frame::HostIdentity& identity,
+                           frame::MKWORoutines& routines, MKWOLocale& locale, frame::ApiResult& apiResult,
+                           Text& programName)
+    : mHost(services.host),
+      mComponents(services.components),
+      mConversions(services.conversions),
+      mIdentity(identity),
+      mRoutines(routines),
+      mLocale(locale),
+      mApiResult(apiResult),
+      mProgramName(programName) {}
+
+void MessageTable::KWOInitialize() {
+    if (mInitialised) return;
+    mLocale.KWOLocaleInit();
+    if (mMsgFilePath.empty()) mMsgFilePath = DefaultFilePath();
+    ChooseProgramName();
+    {
+        const HostObjectRef companion = mComponents.Create(u"KWOInit.KWOInitialize");
+        mLoaded = Load(*companion);
+        if (!mLoaded) mTextArray = EmptyTexts(1, 1);
+    }
+    mInitialised = true;
+}
+
+Text MessageTable::DefaultFilePath() {
+    const Text beside = mHost.Folder() + Text(kFileName);
+    // Intended: inside the development environment the last place is taken without a look.
+    if (mIdentity.KWO_IsCompiled() || IsFile(beside)) return beside;
+    const Text next = mHost.Folder() + Text(kNextRelease);
+    return IsFile(next) ? next : Text(kLastResort);
+}
+
+bool MessageTable::IsFile(const Text& path) {
+    std::int32_t attributes = 0;
+    return mConversions.ToBoolean(mRoutines.KWO_PathExists(path, false, attributes, false));
+}
+
+void MessageTable::ChooseProgramName() {
+    // What the environment puts before the name of a program that is being developed.
+    constexpr std::size_t kPrefix = 2;
+    if (mProgramName.empty()) {
+        const Text name = mHost.ExecutableName();
+        mProgramName = mIdentity.KWO_IsCompiled() ? name : name.substr(std::min(kPrefix, name.size()));
+    }
+    for (const Alias& alias : kAliases) {
+        if (AsciiLower(mProgramName) == alias.folded) mProgramName = alias.counterpart;
+    }
+}
+
+bool MessageTable::Load(HostObject& companion) {
+    constexpr std::array<TextView, 5> kSizeNames = {u"ProgramName", u"MsgFilePath", u"IdxArrayStart", u"IdxArrayEnd",
+                                                    u"TextArraySize"};
+    constexpr std::array<TextView, 3> kLoadNames = {u"Language", u"IdxArray", u"TextArray"};
+
+    std::array<Variant, 5> size = {mProgramName, mMsgFilePath, std::int32_t{0}, std::int32_t{0}, std::int32_t{0}};
+    const bool found = mConversions.ToBoolean(companion.CallNamed(u"KWO_MsgTableSize", kSizeNames, size));
+    constexpr std::int32_t kTrue = -1;
+    mApiResult.last = found ? kTrue : 0;
+    if (!found) return false;
+
+    auto index = std::make_shared<Int16Array>();
+    index->lowerBound = 1;
+    index->items.resize(1);
+    const auto texts = EmptyTexts(mConversions.ToInt32(size[2]), mConversions.ToInt32(size[3]));
+    std::array<Variant, 3> load = {mLocale.Record().LocaleLanguage, platform::ForeignRef(index),
+                                   platform::ForeignRef(texts)};
+    companion.CallNamed(u"KWO_MsgTableLoad", kLoadNames, load);
+    mTextArray = TextsIn(load[2]);
+    return true;
+}
+
+Text MessageTable::TextOf(std::int32_t msgNo) const {
+    if (mTextArray == nullptr) return Text(kUndefined);
+    const std::int64_t place = std::int64_t{msgNo} - mTextArray->lowerBound;
+    const auto& items = mTextArray->items;
+    if (place < 0 || place >= static_cast<std::int64_t>(items.size())) return Text(kUndefined);
+    const Text& text = items[static_cast<std::size_t>(place)];
+    return text.empty() ? Text(kUndefined) : text;
+}
+
+Text MessageTable::KWO_GetMsg(std::int32_t msgNo, std::span<const Variant> args) const {
+    std::vector<Text> values;
+    for (const Variant& arg : args) {
+        const auto* const error = std::get_if<platform::ErrorValue>(&arg);
+        values.push_back(error != nullptr ? frame::Decimal(error->number) : mConversions.ToText(arg));
+    }
+    return Filled(TextOf(msgNo), values);
+}
+
+std::optional<Text> MessageTable::LoadedMessage(std::int32_t number, std::span<const Text> values) {
+    if (!mLoaded) return std::nullopt;
+    return Filled(TextOf(number), values);
+}
+
+}  // namespace kwo::messages

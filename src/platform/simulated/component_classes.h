@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <map>
+
+#include "platform/component_factory.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// The automation classes that are installed on the desktop: those that a test has put there.
+class ComponentClasses final : public ComponentFactory {
+public:
+    using Maker = std::function<HostObjectRef()>;
+
+    explicit ComponentClasses(World& world) : mWorld(world) { world.faults.Declare({"CoCreateInstance"}); }
+
+    HostObjectRef Create(TextView programmaticId) override;
+
+    void Install(TextView programmaticId, Maker maker) { mMakers[Text(programmaticId)] = std::move(maker); }
+
+private:
+    World& mWorld;
+    std::map<Text, Maker> mMakers;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include "platform/variant.h"
+
+namespace kwo::platform::windows {
+
+/// A new automation array for the caller. Raises std::bad_alloc.
+VARIANT ToArray(const Int16Array& array);
+VARIANT ToArray(const TextArray& array);
+
+/// The elements of an array of one dimension whose kind the logic knows; null for any other.
+ForeignRef FromArray(const VARIANT& value);
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,25 @@
+#include "platform/windows/windows_component_factory.h"
+
+#include <windows.h>
+#include <objbase.h>
+#include <wrl/client.h>
+
+#include "platform/component_error.h"
+#include "platform/windows/ansi.h"
+#include "platform/windows/variant_bridge.h"
+
+namespace kwo::platform::windows {
+
+HostObjectRef WindowsComponentFactory::Create(TextView programmaticId) {
+    CLSID classId;
+    Microsoft::WRL::ComPtr<IDispatch> object;
+    if (FAILED(::CLSIDFromProgID(ToWide(programmaticId).c_str(), &classId)) ||
+        FAILED(::CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch,
+                                  reinterpret_cast<void**>(object.GetAddressOf()))) ||
+        object.Get() == nullptr) {
+        RaiseRuntime(RuntimeError::CannotCreateObject);
+    }
+    return MakeHostObject(object.Get());
+}
+
+}  // namespace kwo::platform::windows

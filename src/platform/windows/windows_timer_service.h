@@ -1,0 +1,27 @@
+#pragma once
+
+#include <set>
+
+#include "platform/timer_service.h"
+#include "platform/windows/module_use.h"
+
+namespace kwo::platform::windows {
+
+/// Timers of the calling thread. The module counts as used from the start of a timer to its end, and while one calls.
+class WindowsTimerService final : public TimerService {
+public:
+    explicit WindowsTimerService(ModuleUse& use) : mUse(use) {}
+    ~WindowsTimerService() override { StopAll(); }
+    WindowsTimerService(const WindowsTimerService&) = delete;
+    WindowsTimerService& operator=(const WindowsTimerService&) = delete;
+
+    std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
+    void Stop(std::int32_t timerId) override;
+    void StopAll();
+
+private:
+    ModuleUse& mUse;
+    std::set<std::int32_t> mRunning;
+};
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,51 @@
+#include "timer/due_index.h"
+
+#include <algorithm>
+
+namespace kwo::timer {
+
+void DueIndex::Grow(std::size_t size) {
+    if (!mLevels.empty() && size <= mLevels.front().size()) return;
+    mLevels.resize(1);
+    mLevels[0].resize(WholeNodes(std::max(size, 2 * mLevels[0].size())), kNever);
+    while (mLevels.back().size() > 1) {
+        const std::vector<std::int64_t>& below = mLevels.back();
+        std::vector<std::int64_t> minima;
+        for (std::size_t node = 0; node < below.size() / kFan; ++node)
+            minima.push_back(Minimum(below, node));
+        if (minima.size() > 1) minima.resize(WholeNodes(minima.size()), kNever);
+        mLevels.push_back(std::move(minima));
+    }
+}
+
+void DueIndex::Set(std::size_t place, std::int64_t due) {
+    mLevels[0][place] = due;
+    for (std::size_t level = 1; level < mLevels.size(); ++level) {
+        place /= kFan;
+        const std::int64_t earliest = Minimum(mLevels[level - 1], place);
+        if (mLevels[level][place] == earliest) return;
+        mLevels[level][place] = earliest;
+    }
+}
+
+std::size_t DueIndex::FirstDue(std::int64_t now) const {
+    if (Earliest() > now) return kNone;
+    std::size_t place = 0;
+    for (std::size_t level = mLevels.size() - 1; level-- > 0;) {
+        place *= kFan;
+        while (mLevels[level][place] > now)
+            ++place;
+    }
+    return place;
+}
+
+std::size_t DueIndex::WholeNodes(std::size_t size) {
+    return (size + kFan - 1) / kFan * kFan;
+}
+
+std::int64_t DueIndex::Minimum(const std::vector<std::int64_t>& level, std::size_t node) {
+    const auto first = level.begin() + static_cast<std::ptrdiff_t>(node * kFan);
+    return *std::min_element(first, first + kFan);
+}
+
+}  // namespace kwo::timer

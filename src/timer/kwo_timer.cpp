@@ -1,0 +1,110 @@
+#include "timer/kwo_timer.h"
+
+namespace kwo::timer {
+
+namespace {
+
+using platform::ComponentError;
+using platform::Milliseconds;
+using platform::Text;
+using platform::TextView;
+
+constexpr TextView kAlarmSource = u"KWOTimer.AddAlarm";
+constexpr std::int32_t kRelativeAlarmMessage = 1929;
+
+}  // namespace
+
+KWOTimer::KWOTimer(frame::Component& component, TimerShell& shell) : mComponent(component), mShell(shell) {
+    mComponent.SetProgramName();
+    mComponent.timers.AdjustTimerCount(+1);
+}
+
+KWOTimer::~KWOTimer() {
+    try {
+        CancelTimers();
+    } catch (...) {
+    }
+    try {
+        mComponent.timers.AdjustTimerCount(-1);
+    } catch (...) {
+    }
+}
+
+void KWOTimer::SetEnabled(std::int16_t value) {
+    if (value == mEnabled) return;
+    if (mInterval > 0) {
+        if (value != 0) {
+            mComponent.timers.AddTick(*this, mInterval);
+        } else {
+            mComponent.timers.CancelEntries(*this, TimerEvent, 0);
+        }
+    }
+    mEnabled = value;
+}
+
+void KWOTimer::SetInterval(std::int32_t value) {
+    try {
+        mInterval = value;
+        if (mEnabled == 0) return;
+        if (value > 0) {
+            mComponent.timers.AddTick(*this, mInterval);
+        } else {
+            mEnabled = 0;
+            mComponent.timers.CancelEntries(*this, TimerEvent, 0);
+        }
+    } catch (const ComponentError& error) {
+        RaiseAsTimerError(error, u"Cannot create timer.", u"KWOTimer.Interval (Let)");
+    }
+}
+
+void KWOTimer::AddAlarm(platform::Date dateTime, std::int32_t itemData) {
+    try {
+        mComponent.timers.AddAlarmEntry(*this, dateTime, itemData, {});
+    } catch (const ComponentError& error) {
+        RaiseAsTimerError(error, u"Error creating timer alarm.", kAlarmSource);
+    }
+}
+
+void KWOTimer::AddRelativeAlarm(std::int32_t intervalMs, std::int32_t itemData) {
+    try {
+        const Milliseconds now = mComponent.clock.KWO_TimerMs();
+        const Milliseconds due{now.scaled + Milliseconds::Whole(intervalMs).scaled};
+        mComponent.timers.AddAlarmEntry(*this, {}, itemData, due);
+    } catch (const ComponentError& error) {
+        mComponent.messages.KWOInitialize();
+        RaiseAsTimerError(error, mComponent.messages.KWO_GetMsg(kRelativeAlarmMessage), kAlarmSource);
+    }
+}
+
+void KWOTimer::CancelTimers(std::int32_t timerType, std::int32_t itemData) {
+    // The callback objects end after everything else is done: their end may call back.
+    std::shared_ptr<AlarmCallback> alarmEvents;
+    std::shared_ptr<TickCallback> timerEvents;
+    if (timerType == 0) {
+        mAlarmEvents.swap(alarmEvents);
+        mTimerEvents.swap(timerEvents);
+    }
+    // Intended: the settings stay as they are, so that Enabled reads true where no tick is left.
+    mComponent.timers.CancelEntries(*this, timerType, itemData);
+}
+
+void KWOTimer::TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) {
+    // A callback object may be taken away by its own call.
+    if (tickType == TimerEvent) {
+        const std::shared_ptr<TickCallback> callback = mTimerEvents;
+        (callback != nullptr ? *callback : mShell).Tick();
+    } else if (tickType == AlarmEvent) {
+        const std::shared_ptr<AlarmCallback> callback = mAlarmEvents;
+        (callback != nullptr ? *callback : mShell).Alarm(itemData, newDateTime);
+    }
+}
+
+void KWOTimer::RaiseAsTimerError(const ComponentError& error, TextView text, TextView source) {
+    // Intended: the text stands where a flag is expected. Only a number, True or False is one; any other text ends here
+    // as a type mismatch, which is what callers know.
+    const bool replace = mComponent.platform.conversions.ToBoolean(Text(text));
+    mComponent.error.KWO_SaveError(error, {.source = source, .replace = replace});
+    mComponent.error.KWO_RaiseSavedError();
+}
+
+}  // namespace kwo::timer

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/platform.h"
+
+namespace kwo::timer {
+
+/// The services with another clock and other timers.
+inline platform::Platform WithTime(const platform::Platform& from, platform::Clock& clock,
+                                   platform::TimerService& timers) {
+    return {.clock = clock,
+            .components = from.components,
+            .conversions = from.conversions,
+            .debugOutput = from.debugOutput,
+            .desktop = from.desktop,
+            .eventLog = from.eventLog,
+            .files = from.files,
+            .host = from.host,
+            .locale = from.locale,
+            .logFiles = from.logFiles,
+            .messages = from.messages,
+            .processMemory = from.processMemory,
+            .registry = from.registry,
+            .screen = from.screen,
+            .errors = from.errors,
+            .timers = timers};
+}
+
+}  // namespace kwo::timer

@@ -1,0 +1,28 @@
+#include "contract_test.h"
+#include "platform/component_factory.h"
+
+namespace kwo::contract {
+namespace {
+
+class ComponentFactoryContract : public ContractTest {
+protected:
+    platform::ComponentFactory& components = platform().components;
+};
+
+TEST_F(ComponentFactoryContract, MakesObjectsByName) {
+    const platform::HostObjectRef first = components.Create(outside().InstalledClass());
+    const platform::HostObjectRef second = components.Create(outside().InstalledClass());
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(second, nullptr);
+
+    EXPECT_FALSE(first->IsSameAs(*second));
+    EXPECT_EQ(std::get<std::int32_t>(first->Get(u"Count")), 0);
+}
+
+TEST_F(ComponentFactoryContract, NameThatNobodyHasCannotBeCreated) {
+    EXPECT_EQ(Raised([&] { components.Create(u"KWOUtil.NoSuchClass"); }), 429);
+    EXPECT_EQ(Raised([&] { components.Create(u""); }), 429);
+}
+
+}  // namespace
+}  // namespace kwo::contract
