@@ -13,7 +13,8 @@ namespace kwo::com {
 
 /// What the objects of one apartment thread share. Two apartments never share state, so nothing in here is guarded.
 struct Apartment {
-    explicit Apartment(HINSTANCE module) : platform(module), component(platform.Services()) {}
+    Apartment(HINSTANCE module, platform::windows::ModuleUse& use)
+        : platform(module, use), component(platform.Services()) {}
 
     platform::windows::WindowsPlatform platform;
     frame::Component component;

@@ -1,6 +1,11 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/connection_point.h"
+#include "com/timer_callbacks.h"
 #include "kwoutil.h"
+#include "platform/windows/call_failure.h"
+#include "platform/windows/variant_bridge.h"
+#include "timer/kwo_timer.h"
 
 namespace kwo::com {
 
@@ -20,32 +25,135 @@ ClassInfo& Info() {
     return info;
 }
 
-class TimerObject final : public ComponentObject<_KWOTimer> {
-public:
-    TimerObject() : ComponentObject(Info()) { Component().SetProgramName(); }
+/// Gives the callback object back as it was given, with a reference for the caller.
+template <class Callback, class Interface, class Kept>
+void HandOver(Interface** place, const std::shared_ptr<Kept>& callback) {
+    Interface*& value = Required(place);
+    value = callback == nullptr ? nullptr : static_cast<const Callback&>(*callback).Given();
+    if (value != nullptr) value->AddRef();
+}
 
-    STDMETHODIMP get_Item(VARIANT*) override { return NotBuilt(u".Item (Get)"); }
-    STDMETHODIMP put_Item(VARIANT) override { return NotBuilt(u".Item (Let)"); }
-    STDMETHODIMP putref_Item(VARIANT) override { return NotBuilt(u".Item (Set)"); }
-    STDMETHODIMP get_ItemData(LONG*) override { return NotBuilt(u".ItemData (Get)"); }
-    STDMETHODIMP put_ItemData(LONG) override { return NotBuilt(u".ItemData (Let)"); }
-    STDMETHODIMP get_Enabled(VARIANT_BOOL*) override { return NotBuilt(u".Enabled (Get)"); }
-    STDMETHODIMP put_Enabled(VARIANT_BOOL*) override { return NotBuilt(u".Enabled (Let)"); }
-    STDMETHODIMP get_AlarmEvents(_IKWOAlarm**) override { return NotBuilt(u".AlarmEvents (Get)"); }
-    STDMETHODIMP putref_AlarmEvents(_IKWOAlarm*) override { return NotBuilt(u".AlarmEvents (Set)"); }
-    STDMETHODIMP get_TimerEvents(_IKWOTimer**) override { return NotBuilt(u".TimerEvents (Get)"); }
-    STDMETHODIMP putref_TimerEvents(_IKWOTimer*) override { return NotBuilt(u".TimerEvents (Set)"); }
-    STDMETHODIMP AddAlarm(DATE, LONG) override { return NotBuilt(u".AddAlarm"); }
-    STDMETHODIMP get_Interval(LONG*) override { return NotBuilt(u".Interval (Get)"); }
-    STDMETHODIMP put_Interval(LONG) override { return NotBuilt(u".Interval (Let)"); }
-    STDMETHODIMP TimerTick(TimerEventTypes*, LONG*, DATE*) override { return NotBuilt(u".TimerTick"); }
-    STDMETHODIMP CancelTimers(TimerEventTypes*, LONG*) override { return NotBuilt(u".CancelTimers"); }
-    STDMETHODIMP AddRelativeAlarm(LONG, LONG) override { return NotBuilt(u".AddRelativeAlarm"); }
+class TimerObject final : public ComponentObject<_KWOTimer>, private timer::TimerShell {
+public:
+    TimerObject()
+        : ComponentObject(Info()),
+          mEvents(static_cast<_KWOTimer&>(*this), DIID___KWOTimer),
+          mTimer(Component(), *this) {}
+
+    STDMETHODIMP get_Item(VARIANT* value) override {
+        return Run(u".Item (Get)", [&] { RaiseIfFailed(::VariantCopy(&Cleared(Required(value)), &mItem.Get())); });
+    }
+    STDMETHODIMP put_Item(VARIANT value) override {
+        return Run(u".Item (Let)", [&] { KeepItem(value); });
+    }
+    STDMETHODIMP putref_Item(VARIANT value) override {
+        return Run(u".Item (Set)", [&] { KeepItem(value); });
+    }
+    STDMETHODIMP get_ItemData(LONG* value) override {
+        return Run(u".ItemData (Get)", [&] { Required(value) = mItemData; });
+    }
+    STDMETHODIMP put_ItemData(LONG value) override {
+        return Run(u".ItemData (Let)", [&] { mItemData = value; });
+    }
+    STDMETHODIMP get_Enabled(VARIANT_BOOL* value) override {
+        return Run(u".Enabled (Get)", [&] { Required(value) = mTimer.Enabled(); });
+    }
+    STDMETHODIMP put_Enabled(VARIANT_BOOL* value) override {
+        return Run(u".Enabled (Let)", [&] { mTimer.SetEnabled(Required(value)); });
+    }
+    STDMETHODIMP get_AlarmEvents(_IKWOAlarm** value) override {
+        return Run(u".AlarmEvents (Get)", [&] { HandOver<HostAlarmCallback>(value, mTimer.AlarmEvents()); });
+    }
+    STDMETHODIMP putref_AlarmEvents(_IKWOAlarm* value) override {
+        return Run(u".AlarmEvents (Set)",
+                   [&] { mTimer.SetAlarmEvents(MakeAlarmCallback(value, *this, Component().platform.conversions)); });
+    }
+    STDMETHODIMP get_TimerEvents(_IKWOTimer** value) override {
+        return Run(u".TimerEvents (Get)", [&] { HandOver<HostTickCallback>(value, mTimer.TimerEvents()); });
+    }
+    STDMETHODIMP putref_TimerEvents(_IKWOTimer* value) override {
+        return Run(u".TimerEvents (Set)", [&] { mTimer.SetTimerEvents(MakeTickCallback(value, *this)); });
+    }
+    STDMETHODIMP AddAlarm(DATE dateTime, LONG itemData) override {
+        return Run(u".AddAlarm", [&] { mTimer.AddAlarm({dateTime}, itemData); });
+    }
+    STDMETHODIMP get_Interval(LONG* value) override {
+        return Run(u".Interval (Get)", [&] { Required(value) = mTimer.Interval(); });
+    }
+    STDMETHODIMP put_Interval(LONG value) override {
+        return Run(u".Interval (Let)", [&] { mTimer.SetInterval(value); });
+    }
+    STDMETHODIMP TimerTick(TimerEventTypes* tickType, LONG* itemData, DATE* newDateTime) override {
+        return Run(u".TimerTick", [&] {
+            std::int32_t type = tickType != nullptr ? *tickType : 0;
+            std::int32_t tag = itemData != nullptr ? *itemData : 0;
+            platform::Date date{newDateTime != nullptr ? *newDateTime : 0};
+            mTimer.TimerTick(type, tag, date);
+            if (itemData != nullptr) *itemData = tag;
+            if (newDateTime != nullptr) *newDateTime = date.days;
+        });
+    }
+    STDMETHODIMP CancelTimers(TimerEventTypes* timerType, LONG* itemData) override {
+        return Run(u".CancelTimers", [&] {
+            mTimer.CancelTimers(timerType != nullptr ? *timerType : 0, itemData != nullptr ? *itemData : 0);
+        });
+    }
+    STDMETHODIMP AddRelativeAlarm(LONG interval, LONG itemData) override {
+        return Run(u".AddRelativeAlarm", [&] { mTimer.AddRelativeAlarm(interval, itemData); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
+    enum Event : DISPID { kTickEvent = 1, kAlarmEvent = 2 };
+
+    void* MoreInterface(REFIID id) override {
+        return id == IID_IConnectionPointContainer ? static_cast<IConnectionPointContainer*>(&mEvents) : nullptr;
     }
+
+    void Tick() override {
+        VARIANT timer = ThisTimer();
+        mEvents.Fire(kTickEvent, {&timer, 1});
+    }
+    void Alarm(std::int32_t& itemData, platform::Date& newDateTime) override {
+        LONG tag = itemData;
+        VARIANT backwards[3];
+        backwards[0].vt = VT_BYREF | VT_DATE;
+        backwards[0].pdate = &newDateTime.days;
+        backwards[1].vt = VT_BYREF | VT_I4;
+        backwards[1].plVal = &tag;
+        backwards[2] = ThisTimer();
+        mEvents.Fire(kAlarmEvent, backwards);
+        itemData = tag;
+    }
+    void AddShellReference() noexcept override { AddRef(); }
+    void ReleaseShell() noexcept override { Release(); }
+
+    /// A sink that wants to keep it counts a reference of its own.
+    VARIANT ThisTimer() {
+        VARIANT timer;
+        ::VariantInit(&timer);
+        timer.vt = VT_DISPATCH;
+        timer.pdispVal = this;
+        return timer;
+    }
+
+    static VARIANT& Cleared(VARIANT& value) {
+        ::VariantInit(&value);
+        return value;
+    }
+    static void RaiseIfFailed(HRESULT result) {
+        if (FAILED(result)) platform::windows::RaiseFailure(result);
+    }
+    void KeepItem(VARIANT& value) {
+        platform::windows::OwnedVariant kept;
+        RaiseIfFailed(::VariantCopyInd(kept.Out(), &value));
+        // What was there before may call back when it is let go.
+        std::swap(kept, mItem);
+    }
+
+    platform::windows::OwnedVariant mItem;
+    LONG mItemData = 0;
+    ConnectionPoint mEvents;
+    timer::KWOTimer mTimer;
 };
 
 }  // namespace

@@ -42,7 +42,11 @@ public:
     STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
     STDMETHODIMP_(ULONG) Release() override {
         const ULONG left = --mReferences;
-        if (left == 0) delete this;
+        if (left == 0) {
+            // What the end lets go may call back: that must not end the object again.
+            mReferences = kEnding;
+            delete this;
+        }
         return left;
     }
 
@@ -107,6 +111,8 @@ private:
 
     /// A further interface of the derived class, without a reference of its own; null when there is none.
     virtual void* MoreInterface(REFIID) { return nullptr; }
+
+    static constexpr ULONG kEnding = 0x40000000;
 
     ModuleLock mModuleLock;
     ClassInfo& mInfo;

@@ -1,0 +1,204 @@
+#include "com/connection_point.h"
+
+#include <olectl.h>
+
+#include <algorithm>
+#include <new>
+#include <optional>
+#include <utility>
+
+#include "com/server/module.h"
+#include "platform/component_error.h"
+#include "platform/windows/call_failure.h"
+
+namespace kwo::com {
+
+namespace {
+
+/// The enumerators of COM over a list that was copied when they were made.
+template <class Interface, const IID& InterfaceId, class Item>
+class Enumerator final : public Interface {
+public:
+    using Native = decltype(std::declval<const Item&>().Native());
+
+    Enumerator(std::vector<Item> items, std::size_t next) : mItems(std::move(items)), mNext(next) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        *object = nullptr;
+        if (id != IID_IUnknown && id != InterfaceId) return E_NOINTERFACE;
+        *object = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = --mReferences;
+        if (left == 0) delete this;
+        return left;
+    }
+    STDMETHODIMP Next(ULONG count, Native* items, ULONG* fetched) override {
+        if (items == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
+        ULONG given = 0;
+        for (; given < count && mNext < mItems.size(); ++given)
+            items[given] = mItems[mNext++].Native();
+        if (fetched != nullptr) *fetched = given;
+        return given == count ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Skip(ULONG count) override {
+        const std::size_t skipped = std::min<std::size_t>(count, mItems.size() - mNext);
+        mNext += skipped;
+        return skipped == count ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Reset() override {
+        mNext = 0;
+        return S_OK;
+    }
+    STDMETHODIMP Clone(Interface** clone) override { return Make(mItems, mNext, clone); }
+
+    static HRESULT Make(std::vector<Item> items, std::size_t next, Interface** made) noexcept {
+        if (made == nullptr) return E_POINTER;
+        *made = new (std::nothrow) Enumerator(std::move(items), next);
+        return *made != nullptr ? S_OK : E_OUTOFMEMORY;
+    }
+
+private:
+    ModuleLock mModuleLock;
+    ULONG mReferences = 1;
+    std::vector<Item> mItems;
+    std::size_t mNext;
+};
+
+struct PointItem {
+    ComPtr<IConnectionPoint> point;
+    IConnectionPoint* Native() const { return ComPtr(point).Detach(); }
+};
+
+struct ConnectionItem {
+    ComPtr<IDispatch> sink;
+    DWORD cookie;
+    CONNECTDATA Native() const { return {ComPtr(sink).Detach(), cookie}; }
+};
+
+using PointEnumerator = Enumerator<IEnumConnectionPoints, IID_IEnumConnectionPoints, PointItem>;
+using ConnectionEnumerator = Enumerator<IEnumConnections, IID_IEnumConnections, ConnectionItem>;
+
+/// The sink's program is gone.
+bool IsGone(HRESULT result) {
+    constexpr HRESULT kServerUnavailable = static_cast<HRESULT>(0x800706BA);
+    return result == RPC_E_DISCONNECTED || result == RPC_E_SERVER_DIED || result == RPC_E_SERVER_DIED_DNE ||
+           result == CO_E_OBJNOTCONNECTED || result == kServerUnavailable;
+}
+
+/// Returns false when the sink is gone. Raises what its handler raised.
+bool Deliver(IDispatch& sink, DISPID event, std::span<VARIANT> arguments) {
+    DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    platform::windows::ExceptionInfo exception;
+    UINT badArgument = 0;
+    const HRESULT result = sink.Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
+                                       exception.Out(), &badArgument);
+    if (SUCCEEDED(result) || result == DISP_E_MEMBERNOTFOUND || result == E_NOTIMPL) return true;
+    if (IsGone(result)) return false;
+    if (result == DISP_E_EXCEPTION) exception.RaiseIt();
+    platform::windows::RaiseFailure(result);
+}
+
+}  // namespace
+
+void ConnectionPoint::Fire(DISPID event, std::span<VARIANT> arguments) {
+    // Sinks come and go while others are called: the list is copied, and looked at again before each call.
+    const std::vector<Connection> connections = mConnections;
+    std::optional<platform::ComponentError> failure;
+    for (const Connection& connection : connections) {
+        if (!IsConnected(connection.cookie)) continue;
+        try {
+            if (!Deliver(*connection.sink, event, arguments)) Disconnect(connection.cookie);
+        } catch (const platform::ComponentError& error) {
+            if (!failure) failure = error;
+        }
+    }
+    if (failure) throw *failure;
+}
+
+STDMETHODIMP ConnectionPoint::EnumConnectionPoints(IEnumConnectionPoints** points) {
+    try {
+        return PointEnumerator::Make({{ComPtr<IConnectionPoint>(&mPoint)}}, 0, points);
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+STDMETHODIMP ConnectionPoint::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+    if (point == nullptr) return E_POINTER;
+    *point = nullptr;
+    if (id != mEvents) return CONNECT_E_NOCONNECTION;
+    *point = ComPtr<IConnectionPoint>(&mPoint).Detach();
+    return S_OK;
+}
+
+bool ConnectionPoint::IsConnected(DWORD cookie) const {
+    return std::ranges::any_of(mConnections, [cookie](const auto& one) { return one.cookie == cookie; });
+}
+
+bool ConnectionPoint::Disconnect(DWORD cookie) {
+    const auto found = std::ranges::find_if(mConnections, [cookie](const auto& one) { return one.cookie == cookie; });
+    if (found == mConnections.end()) return false;
+    // The sink may call back when it is let go.
+    const ComPtr<IDispatch> last = std::move(found->sink);
+    mConnections.erase(found);
+    return true;
+}
+
+STDMETHODIMP ConnectionPoint::Point::QueryInterface(REFIID id, void** object) {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (id != IID_IUnknown && id != IID_IConnectionPoint) return E_NOINTERFACE;
+    *object = static_cast<IConnectionPoint*>(this);
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Point::GetConnectionInterface(IID* id) {
+    if (id == nullptr) return E_POINTER;
+    *id = mAll.mEvents;
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Point::GetConnectionPointContainer(IConnectionPointContainer** container) {
+    if (container == nullptr) return E_POINTER;
+    *container = ComPtr<IConnectionPointContainer>(&mAll).Detach();
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Point::Advise(IUnknown* sink, DWORD* cookie) {
+    if (sink == nullptr || cookie == nullptr) return E_POINTER;
+    *cookie = 0;
+    const ComPtr<IUnknown> given(sink);
+    auto called = given.As<IDispatch>(mAll.mEvents);
+    if (!called) called = given.As<IDispatch>(IID_IDispatch);
+    if (!called) return CONNECT_E_CANNOTCONNECT;
+    try {
+        mAll.mConnections.push_back({mAll.mLastCookie + 1, std::move(called)});
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+    *cookie = ++mAll.mLastCookie;
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Point::Unadvise(DWORD cookie) {
+    return mAll.Disconnect(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
+}
+
+STDMETHODIMP ConnectionPoint::Point::EnumConnections(IEnumConnections** connections) {
+    try {
+        std::vector<ConnectionItem> items;
+        for (const Connection& one : mAll.mConnections)
+            items.push_back({one.sink, one.cookie});
+        return ConnectionEnumerator::Make(std::move(items), 0, connections);
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+}  // namespace kwo::com

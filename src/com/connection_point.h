@@ -1,0 +1,68 @@
+#pragma once
+
+#include <windows.h>
+#include <ocidl.h>
+
+#include <span>
+#include <vector>
+
+#include "com/server/com_ptr.h"
+
+namespace kwo::com {
+
+/// The sinks of one object's events, and the way to them that clients know. A part of the object: its references are
+/// the object's own.
+class ConnectionPoint final : public IConnectionPointContainer {
+public:
+    /// `owner` holds this.
+    ConnectionPoint(IUnknown& owner, const IID& eventInterface)
+        : mOwner(owner), mPoint(*this), mEvents(eventInterface) {}
+    ConnectionPoint(const ConnectionPoint&) = delete;
+    ConnectionPoint& operator=(const ConnectionPoint&) = delete;
+
+    /// Calls every sink in the order in which they came; `arguments` stand backwards, as automation passes them. All
+    /// sinks are called whatever one of them does; then the first failure is raised. A sink without that event does not
+    /// fail, and one whose program is gone is let go.
+    void Fire(DISPID event, std::span<VARIANT> arguments);
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override { return mOwner.QueryInterface(id, object); }
+    STDMETHODIMP_(ULONG) AddRef() override { return mOwner.AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return mOwner.Release(); }
+    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
+    STDMETHODIMP FindConnectionPoint(REFIID id, IConnectionPoint** point) override;
+
+private:
+    /// The point itself: an identity of its own with the owner's references.
+    class Point final : public IConnectionPoint {
+    public:
+        explicit Point(ConnectionPoint& all) : mAll(all) {}
+
+        STDMETHODIMP QueryInterface(REFIID id, void** object) override;
+        STDMETHODIMP_(ULONG) AddRef() override { return mAll.AddRef(); }
+        STDMETHODIMP_(ULONG) Release() override { return mAll.Release(); }
+        STDMETHODIMP GetConnectionInterface(IID* id) override;
+        STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
+        STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
+        STDMETHODIMP Unadvise(DWORD cookie) override;
+        STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
+
+    private:
+        ConnectionPoint& mAll;
+    };
+
+    struct Connection {
+        DWORD cookie;
+        ComPtr<IDispatch> sink;
+    };
+
+    bool IsConnected(DWORD cookie) const;
+    bool Disconnect(DWORD cookie);
+
+    IUnknown& mOwner;
+    Point mPoint;
+    const IID& mEvents;
+    std::vector<Connection> mConnections;
+    DWORD mLastCookie = 0;
+};
+
+}  // namespace kwo::com

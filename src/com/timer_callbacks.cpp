@@ -1,0 +1,144 @@
+#include "com/timer_callbacks.h"
+
+#include <array>
+
+#include "com/server/com_ptr.h"
+#include "platform/component_error.h"
+#include "platform/windows/call_failure.h"
+#include "platform/windows/variant_bridge.h"
+
+namespace kwo::com {
+
+namespace {
+
+using platform::Date;
+using platform::HostObjectRef;
+using platform::TextView;
+using platform::Variant;
+
+/// The timer as a by-reference argument: whatever the callee leaves there is let go.
+class PassedTimer {
+public:
+    explicit PassedTimer(_KWOTimer& timer) : mPassed(&timer) { mPassed->AddRef(); }
+    ~PassedTimer() {
+        if (mPassed != nullptr) mPassed->Release();
+    }
+    PassedTimer(const PassedTimer&) = delete;
+    PassedTimer& operator=(const PassedTimer&) = delete;
+    _KWOTimer** Reference() { return &mPassed; }
+
+private:
+    _KWOTimer* mPassed;
+};
+
+class EarlyBoundTick final : public HostTickCallback {
+public:
+    EarlyBoundTick(ComPtr<_IKWOTimer> object, _KWOTimer& timer) : mObject(std::move(object)), mTimer(timer) {}
+
+    void Tick() override {
+        PassedTimer timer(mTimer);
+        const HRESULT result = mObject->Tick(timer.Reference());
+        if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOTimer);
+    }
+    _IKWOTimer* Given() const override { return mObject.Get(); }
+
+private:
+    ComPtr<_IKWOTimer> mObject;
+    _KWOTimer& mTimer;
+};
+
+class EarlyBoundAlarm final : public HostAlarmCallback {
+public:
+    EarlyBoundAlarm(ComPtr<_IKWOAlarm> object, _KWOTimer& timer) : mObject(std::move(object)), mTimer(timer) {}
+
+    void Alarm(std::int32_t& itemData, Date& newDateTime) override {
+        PassedTimer timer(mTimer);
+        LONG alarmData = itemData;
+        const HRESULT result = mObject->Alarm(timer.Reference(), &alarmData, &newDateTime.days);
+        if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOAlarm);
+        itemData = alarmData;
+    }
+    _IKWOAlarm* Given() const override { return mObject.Get(); }
+
+private:
+    ComPtr<_IKWOAlarm> mObject;
+    _KWOTimer& mTimer;
+};
+
+/// A script's object, called by name. It reads back through a pointer of the interface's type that only dispatch
+/// follows.
+class NamedTick final : public HostTickCallback {
+public:
+    NamedTick(HostObjectRef object, IDispatch& given, _KWOTimer& timer)
+        : mObject(std::move(object)), mGiven(given), mTimer(timer) {}
+
+    void Tick() override {
+        std::array arguments = {Variant(platform::windows::MakeHostObject(&mTimer))};
+        mObject->Call(u"Tick", arguments);
+    }
+    _IKWOTimer* Given() const override { return static_cast<_IKWOTimer*>(&mGiven); }
+
+private:
+    HostObjectRef mObject;
+    IDispatch& mGiven;
+    _KWOTimer& mTimer;
+};
+
+class NamedAlarm final : public HostAlarmCallback {
+public:
+    NamedAlarm(HostObjectRef object, IDispatch& given, _KWOTimer& timer, platform::Conversions& conversions)
+        : mObject(std::move(object)), mGiven(given), mTimer(timer), mConversions(conversions) {}
+
+    void Alarm(std::int32_t& itemData, Date& newDateTime) override {
+        std::array arguments = {Variant(platform::windows::MakeHostObject(&mTimer)), Variant(itemData),
+                                Variant(newDateTime)};
+        mObject->Call(u"Alarm", arguments);
+        itemData = mConversions.ToInt32(arguments[1]);
+        newDateTime = mConversions.ToDate(arguments[2]);
+    }
+    _IKWOAlarm* Given() const override { return static_cast<_IKWOAlarm*>(&mGiven); }
+
+private:
+    HostObjectRef mObject;
+    IDispatch& mGiven;
+    _KWOTimer& mTimer;
+    platform::Conversions& mConversions;
+};
+
+/// An object whose IDispatch knows `member`; null for any other.
+HostObjectRef WithMember(const ComPtr<IDispatch>& object, TextView member) {
+    const HostObjectRef host = platform::windows::MakeHostObject(object.Get());
+    auto* const dispatch = dynamic_cast<platform::windows::DispatchReference*>(host.get());
+    return dispatch != nullptr && dispatch->Knows(member) ? host : nullptr;
+}
+
+}  // namespace
+
+std::shared_ptr<HostTickCallback> MakeTickCallback(IUnknown* object, _KWOTimer& timer) {
+    if (object == nullptr) return nullptr;
+    const ComPtr<IUnknown> given(object);
+    if (auto early = given.As<_IKWOTimer>(IID__IKWOTimer)) {
+        return std::make_shared<EarlyBoundTick>(std::move(early), timer);
+    }
+    const auto late = given.As<IDispatch>(IID_IDispatch);
+    if (HostObjectRef named = WithMember(late, u"Tick")) {
+        return std::make_shared<NamedTick>(std::move(named), *late, timer);
+    }
+    platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);
+}
+
+std::shared_ptr<HostAlarmCallback> MakeAlarmCallback(IUnknown* object, _KWOTimer& timer,
+                                                     platform::Conversions& conversions) {
+    if (object == nullptr) return nullptr;
+    const ComPtr<IUnknown> given(object);
+    if (auto early = given.As<_IKWOAlarm>(IID__IKWOAlarm)) {
+        return std::make_shared<EarlyBoundAlarm>(std::move(early), timer);
+    }
+    const auto late = given.As<IDispatch>(IID_IDispatch);
+    if (HostObjectRef named = WithMember(late, u"Alarm")) {
+        return std::make_shared<NamedAlarm>(std::move(named), *late, timer, conversions);
+    }
+    platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);
+}
+
+}  // namespace kwo::com
