@@ -6,9 +6,9 @@
 #include <random>
 #include <string>
 
-#include "message_file.h"
+#include "kwoinit/message_file.h"
+#include "kwoinit/recorded_problems.h"
 #include "platform/component_error.h"
-#include "recorded_problems.h"
 
 namespace kwo::kwoinit {
 namespace {

@@ -1,4 +1,4 @@
-#include "message_file.h"
+#include "kwoinit/message_file.h"
 
 #include <algorithm>
 #include <map>
@@ -6,8 +6,8 @@
 #include <tuple>
 #include <utility>
 
-#include "message_errors.h"
-#include "utf8.h"
+#include "kwoinit/message_errors.h"
+#include "kwoinit/utf8.h"
 
 namespace kwo::kwoinit {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "message_line.h"
-#include "problem_report.h"
+#include "kwoinit/message_line.h"
+#include "kwoinit/problem_report.h"
 
 namespace kwo::kwoinit {
 

@@ -1,11 +1,11 @@
-#include "message_file.h"
+#include "kwoinit/message_file.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "message_errors.h"
-#include "recorded_problems.h"
+#include "kwoinit/message_errors.h"
+#include "kwoinit/recorded_problems.h"
 
 namespace kwo::kwoinit {
 namespace {
@@ -198,7 +198,9 @@ TEST(MessageFile, ZeroBytesAndUtf16RefuseTheFile) {
 }
 
 TEST(MessageFile, MoreThan64MebibytesRefuseTheFile) {
-    std::string bytes(std::size_t{64} << 20, '\n');
+    std::string bytes(std::size_t{64} << 20, ';');
+    for (std::size_t at = 0; at < bytes.size(); at += 1 << 20)
+        bytes[at] = '\n';
     EXPECT_EQ(0u, Refusal(bytes));
     bytes += '\n';
     EXPECT_EQ(0x7602u, Refusal(bytes));

@@ -1,4 +1,4 @@
-#include "message_line.h"
+#include "kwoinit/message_line.h"
 
 #include <gtest/gtest.h>
 

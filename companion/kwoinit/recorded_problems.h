@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "problem_report.h"
+#include "kwoinit/problem_report.h"
 
 namespace kwo::kwoinit {
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "message_file.h"
-#include "recorded_problems.h"
+#include "kwoinit/message_file.h"
+#include "kwoinit/recorded_problems.h"
 
 namespace kwo::kwoinit {
 namespace {
