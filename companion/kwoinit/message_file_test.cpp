@@ -61,6 +61,20 @@ TEST(MessageFile, ProgramsAreFoundInAnyLetterCase) {
     EXPECT_EQ("c", opened.Text(0x407, 3, u"\u0434\u042F"));
 }
 
+TEST(MessageFile, EveryAlphabetsFirstAndLastCapitalEqualsItsSmallLetter) {
+    const Opened opened(
+        "[AZ]\n1=a\n[\xC3\x80\xC3\x96\xC3\x98\xC3\x9E]\n1=b\n[\xCE\x91\xCE\xA9]\n1=c\n"
+        "[\xD0\x80\xD0\x8F]\n1=d\n[\xD0\x90\xD0\xAF]\n1=e\n[@]\n1=f\n[\xC3\x97]\n1=g\n");
+
+    EXPECT_EQ("a", opened.Text(0, 1, u"az"));
+    EXPECT_EQ("b", opened.Text(0, 1, u"\u00E0\u00F6\u00F8\u00FE"));
+    EXPECT_EQ("c", opened.Text(0, 1, u"\u03B1\u03C9"));
+    EXPECT_EQ("d", opened.Text(0, 1, u"\u0450\u045F"));
+    EXPECT_EQ("e", opened.Text(0, 1, u"\u0430\u044F"));
+    EXPECT_EQ("-", opened.Text(0, 1, u"`"));
+    EXPECT_EQ("-", opened.Text(0, 1, u"\u00F7"));
+}
+
 constexpr char kLanguages[] =
     "[KWOUtil]\n1=none\n2=none\n3=none\n4=none\n5=none\n"
     "[KWOUtil 0807]\n1=0807\n2=0807\n3=0807\n4=0807\n"
