@@ -63,8 +63,8 @@ void FillIndex(SAFEARRAY* array, SAFEARRAY* textArray) {
     constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
     SAFEARRAYBOUND bound = textArray->rgsabound[0];
     bound.cElements = std::min(bound.cElements, kLongestIndex);
-    if (bound.cElements == 0 || (array->fFeatures & kFixed) != 0 || array->cLocks != 0) return;
-    if (FAILED(::SafeArrayRedim(array, &bound))) return;
+    if (bound.cElements == 0 || (array->fFeatures & kFixed) != 0) return;
+    if (FAILED(::SafeArrayRedim(array, &bound))) return;  // in use
     const Elements<SHORT> index(array);
     const Elements<BSTR> texts(textArray);
     for (ULONG at = 0; at < bound.cElements; ++at)

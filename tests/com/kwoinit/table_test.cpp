@@ -132,10 +132,13 @@ TEST_F(Table, AnIndexOfFixedSizeOrInUseStaysAsItIs) {
     EXPECT_EQ(1, index.Highest());
     EXPECT_EQ(0, index.Number(1));
 
-    index.Get()->fFeatures |= FADF_FIXEDSIZE;
-    EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
-    index.Get()->fFeatures &= static_cast<USHORT>(~FADF_FIXEDSIZE);
-    EXPECT_EQ(1, index.Highest());
+    for (const int fixed : {FADF_FIXEDSIZE, FADF_STATIC, FADF_AUTO, FADF_EMBEDDED}) {
+        index.Get()->fFeatures = static_cast<USHORT>(index.Get()->fFeatures | fixed);
+        EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+        index.Get()->fFeatures = static_cast<USHORT>(index.Get()->fFeatures & ~fixed);
+        EXPECT_EQ(1, index.Highest()) << fixed;
+        EXPECT_EQ(0, index.Number(1)) << fixed;
+    }
     EXPECT_EQ(L"six", texts.Text(6));
 }
 
@@ -271,8 +274,19 @@ TEST_F(Table, AMissingFileIsNoError) {
     EXPECT_FALSE(Found(L"C:\\nowhere\\"));
     EXPECT_FALSE(Found(L"\\\\.\\nul"));
     EXPECT_FALSE(Found(L"?*<>|"));
-    EXPECT_FALSE(Found(std::wstring(L"C:\\a\0b", 6)));
+    EXPECT_FALSE(Found(mFile.Path() + std::wstring(L"\0b", 2)));
     EXPECT_FALSE(Found(std::wstring(70'000, L'x')));
+}
+
+TEST_F(Table, APipeIsNoFile) {
+    constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\kwoinit_com_tests";
+    const HANDLE pipe =
+        CreateNamedPipeW(kPipe, PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1, 64, 64, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, pipe);
+
+    EXPECT_FALSE(Found(kPipe));
+
+    CloseHandle(pipe);
 }
 
 TEST_F(Table, TheFileBesideTheDllServesWhereThereIsNone) {
