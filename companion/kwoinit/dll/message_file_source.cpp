@@ -47,6 +47,7 @@ std::optional<FoundFile> Read(const platform::Text& path) {
     if (path.empty() || path.find(u'\0') != platform::Text::npos || !IsFile(path)) return std::nullopt;
     const OpenFile file(path);
     if (!file) Raise(MessageError::FileUnreadable, kSource, About(path, u"it cannot be opened"));
+    // Real systems give pipes the attributes of files.
     if (::GetFileType(file.Get()) != FILE_TYPE_DISK) return std::nullopt;
     LARGE_INTEGER size{};
     if (!::GetFileSizeEx(file.Get(), &size))
