@@ -96,10 +96,11 @@ stop_opened() {
     done < <(printf '%s\n' "${kwo_opened[@]}")
 }
 
-# Where the registry says that the component is; nothing when it is not registered.
+# registered_dll DLL: where the registry says that it is, found by one of its classes; nothing when it is not registered.
 registered_dll() {
-    local class
-    class=$(in_wine reg query 'HKCR\KWOUtil.KWORegistry\CLSID' /ve | grep -o '{[^}]*}') || return 0
+    local class known=KWOUtil.KWORegistry
+    [[ ${1##*/} != KWOInit.dll ]] || known=KWOInit.KWOInitialize
+    class=$(in_wine reg query "HKCR\\$known\\CLSID" /ve | grep -o '{[^}]*}') || return 0
     in_wine reg query "HKCR\\CLSID\\$class\\InprocServer32" /ve | sed -n 's/.*REG_SZ *//p'
 }
 
@@ -108,7 +109,7 @@ register_dll() {
     local dll rc=0 found
     dll=$(wine_path "$1")
     in_wine regsvr32 /s "$dll" >/dev/null || rc=$?
-    found=$(registered_dll)
+    found=$(registered_dll "$1")
     ((rc == 0)) && [[ ${found,,} == "${dll,,}" ]] && return
     printf 'regsvr32 %s: exit code %d, registered: %s\n' "$dll" "$rc" "${found:-nothing}" >&2
     return 1
@@ -117,11 +118,11 @@ register_dll() {
 # unregister_dll DLL: does nothing when nothing is registered.
 unregister_dll() {
     local dll rc=0
-    [[ -n $(registered_dll) ]] || return 0
+    [[ -n $(registered_dll "$1") ]] || return 0
     dll=$(wine_path "$1")
     in_wine regsvr32 /u /s "$dll" >/dev/null || rc=$?
-    ((rc == 0)) && [[ -z $(registered_dll) ]] && return
-    printf 'regsvr32 /u %s: exit code %d, registered: %s\n' "$dll" "$rc" "$(registered_dll)" >&2
+    ((rc == 0)) && [[ -z $(registered_dll "$1") ]] && return
+    printf 'regsvr32 /u %s: exit code %d, registered: %s\n' "$dll" "$rc" "$(registered_dll "$1")" >&2
     return 1
 }
 

@@ -37,6 +37,12 @@ bool IsMissing(const VARIANT& value) {
     return value.vt == (VT_BYREF | VT_ERROR) && value.pscode != nullptr && *value.pscode == DISP_E_PARAMNOTFOUND;
 }
 
+/// False for an array whose own description contradicts the type that it is passed as. There may be no array yet.
+bool IsArrayOf(SAFEARRAY* array, VARTYPE element) {
+    VARTYPE type = VT_EMPTY;
+    return array == nullptr || (SUCCEEDED(::SafeArrayGetVartype(array, &type)) && type == element);
+}
+
 /// True when a member may change a copy of the bits without the original noticing.
 bool OwnsNothing(VARTYPE type) {
     switch (type) {
@@ -109,6 +115,7 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
 
     const bool fromVariable = held != source;
     if (parameter.type == VT_VARIANT) return PrepareVariant(parameter, held, fromVariable);
+    if ((parameter.type & VT_ARRAY) != 0) return PrepareArray(parameter, held, fromVariable);
 
     if (held->vt == (VT_BYREF | parameter.type) && (parameter.anyInterface || *held->ppdispVal == nullptr)) {
         mPointer = held->byref;
@@ -154,6 +161,23 @@ HRESULT PassedArgument::PrepareVariant(const Parameter& parameter, VARIANT* held
     if (FAILED(copied)) return ConversionResult(copied);
     mOwnsValue = true;
     return parameter.byReference && isReference ? Remember(held, fromVariable) : S_OK;
+}
+
+HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept {
+    if ((held->vt & ~VT_BYREF) != parameter.type) return DISP_E_TYPEMISMATCH;
+    const bool isReference = (held->vt & VT_BYREF) != 0;
+    SAFEARRAY** const array = isReference ? held->pparray : &held->parray;
+    if (!IsArrayOf(*array, static_cast<VARTYPE>(parameter.type & ~VT_ARRAY))) return DISP_E_TYPEMISMATCH;
+    if (isReference || fromVariable) {
+        mPointer = array;
+        return S_OK;
+    }
+    // What the member does to an array passed by value is not the caller's.
+    const HRESULT copied = Copy(mValue, *held);
+    if (FAILED(copied)) return ConversionResult(copied);
+    mPointer = &mValue.parray;
+    mOwnsValue = true;
+    return S_OK;
 }
 
 HRESULT PassedArgument::PrepareObject(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept {

@@ -29,6 +29,7 @@ public:
 private:
     HRESULT PrepareMissing(const Parameter& parameter) noexcept;
     HRESULT PrepareVariant(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept;
+    HRESULT PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept;
     HRESULT PrepareObject(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept;
     HRESULT PrepareConverted(const Parameter& parameter, VARIANT* held, bool fromVariable, LCID locale) noexcept;
     HRESULT Remember(VARIANT* held, bool fromVariable) noexcept;

@@ -122,6 +122,8 @@ Parameter Describe(ITypeInfo* info, const TYPEDESC& outer) {
     if (type->vt == VT_USERDEFINED) {
         DescribeUserType(info, type->hreftype, parameter);
         if (parameter.type == VT_DISPATCH) --pointers;
+    } else if (type->vt == VT_SAFEARRAY) {
+        parameter.type = static_cast<VARTYPE>(VT_ARRAY | type->lptdesc->vt);
     } else {
         parameter.type = type->vt;
     }

@@ -15,7 +15,7 @@ namespace kwo::com {
 
 /// What the type library says of one argument.
 struct Parameter {
-    VARTYPE type = VT_EMPTY;  ///< the automation type, VT_DISPATCH for every interface
+    VARTYPE type = VT_EMPTY;  ///< the automation type, VT_DISPATCH for every interface, VT_ARRAY | the elements' type
     bool byReference = false;
     bool optional = false;
     bool handle = false;

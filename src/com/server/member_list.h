@@ -1,6 +1,7 @@
 #pragma once
 
 #include <windows.h>
+#include <oleauto.h>
 
 #include <array>
 #include <cstdint>
@@ -29,6 +30,7 @@ struct IsInterfacePointer<Type*> : std::is_base_of<IUnknown, Type> {};
 /// A by-reference argument is the pointer itself, a by-value one is read through it.
 template <class Type>
 Type Argument(void* value) {
+    static_assert(!std::is_same_v<Type, SAFEARRAY*>, "an array is passed by reference");
     if constexpr (std::is_pointer_v<Type> && !IsInterfacePointer<Type>::value && !std::is_same_v<Type, BSTR>) {
         return static_cast<Type>(value);
     } else {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <windows.h>
+
+#include "kwoinit/problem_report.h"
+
+namespace kwo::kwoinit {
+
+/// Problems go to whoever listens to the process's debug output.
+class DebuggerReport final : public ProblemReport {
+public:
+    void Problem(platform::TextView text) override {
+        const platform::Text line = platform::Text(text) + u"\r\n";
+        ::OutputDebugStringW(reinterpret_cast<const wchar_t*>(line.c_str()));
+    }
+};
+
+}  // namespace kwo::kwoinit

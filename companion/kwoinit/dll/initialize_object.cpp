@@ -1,0 +1,83 @@
+#include <array>
+#include <optional>
+
+#include "com/server/automation_object.h"
+#include "com/server/class_factory.h"
+#include "kwoinit.h"
+#include "kwoinit/dll/debugger_report.h"
+#include "kwoinit/dll/message_arrays.h"
+#include "kwoinit/dll/message_file_source.h"
+#include "kwoinit/message_errors.h"
+#include "kwoinit/message_file.h"
+
+namespace kwo::kwoinit {
+
+namespace {
+
+using com::Required;
+
+constexpr com::MemberThunk kMembers[] = {com::Member<&_KWOInitialize::KWO_MsgTableSize>,
+                                         com::Member<&_KWOInitialize::KWO_MsgTableLoad>};
+
+com::ClassInfo& Info() {
+    static com::ClassInfo info(CLSID_KWOInitialize, IID__KWOInitialize, nullptr, u"KWOInitialize", kMembers);
+    return info;
+}
+
+class InitializeObject final : public com::AutomationObject<_KWOInitialize> {
+public:
+    InitializeObject() : AutomationObject(Info()) {}
+
+    STDMETHODIMP KWO_MsgTableSize(BSTR* programName, BSTR* messageFilePath, LONG* indexStart, LONG* indexEnd,
+                                  LONG* textSize, VARIANT_BOOL* found) override {
+        return Run(u".KWO_MsgTableSize", [&] {
+            VARIANT_BOOL& answer = Required(found);
+            LONG& first = Required(indexStart);
+            LONG& last = Required(indexEnd);
+            LONG& characters = Required(textSize);
+            mProgram = com::ToText(Required(programName));
+            const auto extent = Open(com::ToText(Required(messageFilePath))).value_or(MessageFile::Extent{});
+            first = extent.lowest;
+            last = extent.highest;
+            characters = extent.characters;
+            answer = extent.highest != 0 ? VARIANT_TRUE : VARIANT_FALSE;
+        });
+    }
+    STDMETHODIMP KWO_MsgTableLoad(LONG* language, SAFEARRAY** indexArray, SAFEARRAY** textArray) override {
+        return Run(u".KWO_MsgTableLoad", [&] {
+            const auto identifier = static_cast<std::uint16_t>(Required(language));
+            SAFEARRAY* const index = CheckedArray(indexArray, VT_I2, u"IdxArray");
+            SAFEARRAY* const texts = CheckedArray(textArray, VT_BSTR, u"TextArray");
+            if (!mFile) {
+                Raise(MessageError::NotSized, {}, u"KWO_MsgTableSize has to find a message table before it is loaded");
+            }
+            FillTexts(texts, mFile->In(mProgram, identifier));
+            FillIndex(index, texts);
+        });
+    }
+
+private:
+    /// Nothing when there is no file, or nothing for the program in it; no file is kept then.
+    std::optional<MessageFile::Extent> Open(TextView path) {
+        mFile.reset();
+        const auto found = FindMessageFile(path);
+        if (!found) return std::nullopt;
+        DebuggerReport report;
+        mFile.emplace(found->bytes, found->path, report);
+        const auto extent = mFile->ExtentOf(mProgram);
+        if (!extent) mFile.reset();
+        return extent;
+    }
+
+    std::optional<MessageFile> mFile;
+    Text mProgram;
+};
+
+}  // namespace
+
+}  // namespace kwo::kwoinit
+
+std::span<const kwo::com::ClassEntry> kwo::com::Classes() {
+    static const std::array classes = {ClassEntry{CLSID_KWOInitialize, &Make<kwoinit::InitializeObject>}};
+    return classes;
+}

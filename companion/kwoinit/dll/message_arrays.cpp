@@ -1,0 +1,74 @@
+#include "kwoinit/dll/message_arrays.h"
+
+#include <algorithm>
+#include <string>
+
+#include "com/server/com_text.h"
+#include "kwoinit/message_errors.h"
+
+namespace kwo::kwoinit {
+
+namespace {
+
+constexpr TextView kSource = u"KWOInitialize.KWO_MsgTableLoad";
+/// What a 16-bit index can count.
+constexpr ULONG kLongestIndex = 32'767;
+
+template <class Element>
+class Elements {
+public:
+    explicit Elements(SAFEARRAY* array) : mArray(array) {
+        if (FAILED(::SafeArrayAccessData(array, reinterpret_cast<void**>(&mFirst)))) {
+            Raise(MessageError::BadArray, kSource, u"An array cannot be accessed");
+        }
+    }
+    ~Elements() { ::SafeArrayUnaccessData(mArray); }
+    Elements(const Elements&) = delete;
+    Elements& operator=(const Elements&) = delete;
+    Element& operator[](ULONG at) const { return mFirst[at]; }
+
+private:
+    SAFEARRAY* mArray;
+    Element* mFirst = nullptr;
+};
+
+bool IsOf(SAFEARRAY* array, VARTYPE element) {
+    VARTYPE type = VT_EMPTY;
+    return SUCCEEDED(::SafeArrayGetVartype(array, &type)) && type == element;
+}
+
+}  // namespace
+
+SAFEARRAY* CheckedArray(SAFEARRAY** array, VARTYPE element, TextView name) {
+    const auto refuse = [name](TextView reason) { Raise(MessageError::BadArray, kSource, Text(name) + Text(reason)); };
+    if (array == nullptr || *array == nullptr) refuse(u" is no array: it must have been dimensioned");
+    if ((*array)->cDims != 1) refuse(u" has more than one dimension");
+    if (!IsOf(*array, element)) refuse(u" has elements of another type");
+    return *array;
+}
+
+void FillTexts(SAFEARRAY* array, const MessageFile::Texts& texts) {
+    const SAFEARRAYBOUND& bound = array->rgsabound[0];
+    const Elements<BSTR> elements(array);
+    for (ULONG at = 0; at < bound.cElements; ++at) {
+        const std::int64_t number = std::int64_t{bound.lLbound} + at;
+        const bool isNumber = number >= 1 && number <= kHighestNumber;
+        const TextView text = isNumber ? texts[static_cast<std::int32_t>(number)] : TextView();
+        BSTR const fresh = text.empty() ? nullptr : com::NewString(text);
+        ::SysFreeString(std::exchange(elements[at], fresh));
+    }
+}
+
+void FillIndex(SAFEARRAY* array, SAFEARRAY* textArray) {
+    constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+    SAFEARRAYBOUND bound = textArray->rgsabound[0];
+    bound.cElements = std::min(bound.cElements, kLongestIndex);
+    if (bound.cElements == 0 || (array->fFeatures & kFixed) != 0) return;
+    if (FAILED(::SafeArrayRedim(array, &bound))) return;  // in use
+    const Elements<SHORT> index(array);
+    const Elements<BSTR> texts(textArray);
+    for (ULONG at = 0; at < bound.cElements; ++at)
+        index[at] = ::SysStringLen(texts[at]) != 0 ? 1 : 0;
+}
+
+}  // namespace kwo::kwoinit

@@ -1,0 +1,240 @@
+#include "kwoinit/message_file.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "kwoinit/message_errors.h"
+#include "kwoinit/recorded_problems.h"
+
+namespace kwo::kwoinit {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+/// The text as plain characters; "-" when there is none.
+std::string Text1(const MessageFile& file, TextView program, std::uint16_t language, std::int32_t number) {
+    const MessageFile::Texts texts = file.In(program, language);
+    const TextView text = texts[number];
+    return text.empty() ? "-" : std::string(text.begin(), text.end());
+}
+
+struct Opened {
+    explicit Opened(std::string_view bytes) : file(bytes, u"x.nls", problems) {}
+    std::string Text(std::uint16_t language, std::int32_t number, TextView program = u"KWOUtil") const {
+        return Text1(file, program, language, number);
+    }
+    RecordedProblems problems;
+    MessageFile file;
+};
+
+/// The error's number as its offset, 0 when there is none.
+std::uint32_t Refusal(std::string_view bytes) {
+    RecordedProblems problems;
+    try {
+        const MessageFile file(bytes, u"C:\\x.nls", problems);
+        return 0;
+    } catch (const platform::ComponentError& error) {
+        EXPECT_EQ(u"KWOInitialize.KWO_MsgTableSize", error.source);
+        EXPECT_NE(TextView::npos, error.description.find(u"C:\\x.nls"));
+        return static_cast<std::uint32_t>(error.number) - 0x80040000u;
+    }
+}
+
+TEST(MessageFile, LinesMayEndEitherWayAndAMarkMayStandInFront) {
+    for (const char* const bytes :
+         {"[KWOUtil]\n1=a\n2=b", "[KWOUtil]\r\n1=a\r\n2=b\r\n", "\xEF\xBB\xBF[KWOUtil]\n1=a\n2=b\n"}) {
+        const Opened opened(bytes);
+        EXPECT_EQ(Strings{}, opened.problems.lines);
+        EXPECT_EQ("a", opened.Text(0x409, 1));
+        EXPECT_EQ("b", opened.Text(0x409, 2));
+    }
+}
+
+TEST(MessageFile, ProgramsAreFoundInAnyLetterCase) {
+    const Opened opened(
+        "[kwoUTIL]\n1=a\n[\xC3\x9C"
+        "ber 0407]\n2=b\n[\xD0\x94\xD1\x8F]\n3=c\n");
+
+    EXPECT_EQ("a", opened.Text(0, 1));
+    EXPECT_EQ("b", opened.Text(0x407, 2, u"\u00FCBER"));
+    EXPECT_EQ("c", opened.Text(0x407, 3, u"\u0434\u042F"));
+}
+
+TEST(MessageFile, EveryAlphabetsFirstAndLastCapitalEqualsItsSmallLetter) {
+    const Opened opened(
+        "[AZ]\n1=a\n[\xC3\x80\xC3\x96\xC3\x98\xC3\x9E]\n1=b\n[\xCE\x91\xCE\xA9]\n1=c\n"
+        "[\xD0\x80\xD0\x8F]\n1=d\n[\xD0\x90\xD0\xAF]\n1=e\n[@]\n1=f\n[\xC3\x97]\n1=g\n");
+
+    EXPECT_EQ("a", opened.Text(0, 1, u"az"));
+    EXPECT_EQ("b", opened.Text(0, 1, u"\u00E0\u00F6\u00F8\u00FE"));
+    EXPECT_EQ("c", opened.Text(0, 1, u"\u03B1\u03C9"));
+    EXPECT_EQ("d", opened.Text(0, 1, u"\u0450\u045F"));
+    EXPECT_EQ("e", opened.Text(0, 1, u"\u0430\u044F"));
+    EXPECT_EQ("-", opened.Text(0, 1, u"`"));
+    EXPECT_EQ("-", opened.Text(0, 1, u"\u00F7"));
+}
+
+constexpr char kLanguages[] =
+    "[KWOUtil]\n1=none\n2=none\n3=none\n4=none\n5=none\n"
+    "[KWOUtil 0807]\n1=0807\n2=0807\n3=0807\n4=0807\n"
+    "[KWOUtil 0407]\n1=0407\n2=0407\n3=0407\n"
+    "[KWOUtil 0007]\n1=0007\n2=0007\n"
+    "[KWOUtil 0C07]\n1=0C07\n"
+    "[KWOUtil 040C]\n1=040C\n";
+
+TEST(MessageFile, EachTextIsOfTheBestLanguageThatHasIt) {
+    const Opened opened(kLanguages);
+    const auto all = [&](std::uint16_t language) {
+        Strings texts;
+        for (std::int32_t number = 1; number <= 6; ++number)
+            texts.push_back(opened.Text(language, number));
+        return texts;
+    };
+
+    EXPECT_EQ((Strings{"0C07", "0007", "0407", "0807", "none", "-"}), all(0x0C07));
+    EXPECT_EQ((Strings{"0807", "0807", "0807", "0807", "none", "-"}), all(0x0807));
+    EXPECT_EQ((Strings{"0407", "0407", "0407", "0807", "none", "-"}), all(0x0407));
+    EXPECT_EQ((Strings{"0007", "0007", "0407", "0807", "none", "-"}), all(0x1007));
+    EXPECT_EQ((Strings{"040C", "none", "none", "none", "none", "-"}), all(0x0C0C));
+    EXPECT_EQ((Strings{"none", "none", "none", "none", "none", "-"}), all(0x0409));
+    EXPECT_EQ((Strings{"none", "none", "none", "none", "none", "-"}), all(0));
+}
+
+TEST(MessageFile, WithoutASectionThatNamesNoLanguageAnotherLanguageServesNobody) {
+    const Opened opened("[KWOUtil 0407]\n1=a\n");
+
+    EXPECT_EQ("a", opened.Text(0x0807, 1));
+    EXPECT_EQ("-", opened.Text(0x0409, 1));
+}
+
+TEST(MessageFile, AProgramWithoutSectionsIsServedKWOUtils) {
+    const Opened opened("[KWOUtil]\n1=a\n2=b\n[Other 0407]\n1=o\n");
+
+    EXPECT_EQ("a", opened.Text(0, 1, u"Unknown"));
+    EXPECT_EQ("o", opened.Text(0x407, 1, u"OTHER"));
+    EXPECT_EQ("-", opened.Text(0x407, 2, u"Other"));
+    EXPECT_EQ("-", opened.Text(0x409, 1, u"Other"));
+}
+
+TEST(MessageFile, SectionsMayComeInParts) {
+    const Opened opened("[KWOUtil]\n1=a\n[B]\n1=b\n[kwoutil]\n2=c\n");
+
+    EXPECT_EQ("c", opened.Text(0, 2));
+    EXPECT_EQ(2, opened.file.ExtentOf(u"KWOUtil")->highest);
+}
+
+TEST(MessageFile, TheExtentIsOverAllLanguagesOfTheProgramAlone) {
+    const Opened opened("[KWOUtil]\n5=abc\n[KWOUtil 0407]\n3=de\\n\n9=f\n[Other]\n1=ghi\n");
+
+    const auto extent = opened.file.ExtentOf(u"kwoutil");
+    ASSERT_TRUE(extent);
+    EXPECT_EQ(3, extent->lowest);
+    EXPECT_EQ(9, extent->highest);
+    EXPECT_EQ(3 + 4 + 1, extent->characters);
+}
+
+TEST(MessageFile, WhereThereIsNothingThereIsNoExtent) {
+    EXPECT_FALSE(Opened("").file.ExtentOf(u"KWOUtil"));
+    EXPECT_FALSE(Opened("[Other]\n1=a\n").file.ExtentOf(u"KWOUtil"));
+    EXPECT_FALSE(Opened("[Mine]\n[KWOUtil]\n1=a\n").file.ExtentOf(u"Mine"));
+}
+
+TEST(MessageFile, BadLinesAreReportedWithFileLineAndReasonAndTheRestIsRead) {
+    const Opened opened(
+        "1=early\n[KWOUtil]\nx\n1=a\n1=again\n0=x\n2=\\q\n[KWOUtil 04]\n3=lost\n[KWOUtil]\n4=\xFF\n5=\x01\n6=b\n");
+
+    EXPECT_EQ((Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
+                       "x.nls(5): its section has a text for this number already",
+                       "x.nls(6): the number is not within 1 and 99999999",
+                       "x.nls(7): there is a backslash that is none of \\n, \\\\ and, at an end of the text, \\s",
+                       "x.nls(8): the language identifier is not of four hexadecimal digits",
+                       "x.nls(9): it stands in no section", "x.nls(11): it is not well-formed UTF-8",
+                       "x.nls(12): it holds control characters"}),
+              opened.problems.lines);
+    EXPECT_EQ("a", opened.Text(0, 1));
+    EXPECT_EQ("b", opened.Text(0, 6));
+    EXPECT_EQ("-", opened.Text(0, 3));
+}
+
+TEST(MessageFile, OfSeveralTextsForANumberTheFirstStays) {
+    const Opened opened("[KWOUtil]\n2=z\n1=a\n1=b\n[KWOUtil]\n1=c\n2=y\n");
+
+    EXPECT_EQ("a", opened.Text(0, 1));
+    EXPECT_EQ("z", opened.Text(0, 2));
+    EXPECT_EQ(3u, opened.problems.lines.size());
+}
+
+TEST(MessageFile, AfterAHundredProblemsTheOthersAreCounted) {
+    std::string bytes;
+    for (int i = 0; i < 105; ++i)
+        bytes += "x\n";
+    const Opened opened(bytes);
+
+    ASSERT_EQ(101u, opened.problems.lines.size());
+    EXPECT_EQ("x.nls(100): there is no equals sign after a number", opened.problems.lines[99]);
+    EXPECT_EQ("x.nls: lines with problems that are not listed: 5", opened.problems.lines[100]);
+}
+
+TEST(MessageFile, AProgramsNumbersSpanNoMoreThanAMillion) {
+    const Opened opened("[KWOUtil]\n500=a\n1000499=b\n[KWOUtil 0407]\n1000500=c\n499=d\n[Other]\n5000000=e\n");
+
+    EXPECT_EQ("b", opened.Text(0x407, 1000499));
+    EXPECT_EQ("-", opened.Text(0x407, 1000500));
+    EXPECT_EQ("-", opened.Text(0x407, 499));
+    EXPECT_EQ("e", opened.Text(0x407, 5000000, u"Other"));
+    EXPECT_EQ(2u, opened.problems.lines.size());
+}
+
+TEST(MessageFile, ALineOfMoreThan65536CharactersIsSkipped) {
+    const std::string longest = "1=" + std::string(65534, 'x');
+    const Opened opened("[KWOUtil]\n" + longest + "\r\n2" + longest.substr(1) + "x\n3=" + std::string(2 * 40000, 'y') +
+                        "\n4=a\n");
+
+    EXPECT_EQ(65534u, opened.Text(0, 1).size());
+    EXPECT_EQ("-", opened.Text(0, 2));
+    EXPECT_EQ("-", opened.Text(0, 3));
+    EXPECT_EQ("a", opened.Text(0, 4));
+    EXPECT_EQ(2u, opened.problems.lines.size());
+}
+
+TEST(MessageFile, ALineOfMoreThanAMebibyteRefusesTheFile) {
+    EXPECT_EQ(0u, Refusal(std::string(1 << 20, ';') + "\r\n"));
+    EXPECT_EQ(0x7604u, Refusal(std::string((1 << 20) + 1, ';')));
+}
+
+TEST(MessageFile, ZeroBytesAndUtf16RefuseTheFile) {
+    EXPECT_EQ(0x7603u, Refusal(std::string("[KWOUtil]\n1=a\0b\n", 16)));
+    EXPECT_EQ(0x7603u, Refusal("\xFF\xFE[\0"));
+    EXPECT_EQ(0x7603u, Refusal("\xFE\xFF"));
+    EXPECT_EQ(0x7603u, Refusal(std::string("[\0K\0", 4)));
+    EXPECT_EQ(0u, Refusal("\xFF"));
+}
+
+TEST(MessageFile, MoreThan64MebibytesRefuseTheFile) {
+    std::string bytes(std::size_t{64} << 20, ';');
+    for (std::size_t at = 0; at < bytes.size(); at += 1 << 20)
+        bytes[at] = '\n';
+    EXPECT_EQ(0u, Refusal(bytes));
+    bytes += '\n';
+    EXPECT_EQ(0x7602u, Refusal(bytes));
+}
+
+TEST(MessageFile, MoreThanTenThousandSectionsRefuseTheFile) {
+    std::string bytes;
+    for (int i = 0; i < 10'000; ++i)
+        bytes += "[p" + std::to_string(i) + "]\n";
+    EXPECT_EQ(0u, Refusal(bytes + "[p5]\n"));
+    EXPECT_EQ(0x7605u, Refusal(bytes + "[q]\n"));
+}
+
+TEST(MessageFile, MoreThanAMillionTextsRefuseTheFile) {
+    std::string bytes = "[a]\n";
+    for (int i = 1; i <= 1'000'000; ++i)
+        bytes += std::to_string(i) + "=x\n";
+    EXPECT_EQ(0u, Refusal(bytes));
+    EXPECT_EQ(0x7605u, Refusal(bytes + "[b]\n1=x\n"));
+}
+
+}  // namespace
+}  // namespace kwo::kwoinit

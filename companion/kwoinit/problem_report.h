@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/text.h"
+
+namespace kwo::kwoinit {
+
+/// Takes what is wrong with a message file and was skipped.
+class ProblemReport {
+public:
+    virtual ~ProblemReport() = default;
+    /// One problem: "C:\Host\KWOInit.nls(12): there is no number".
+    virtual void Problem(platform::TextView text) = 0;
+};
+
+}  // namespace kwo::kwoinit

@@ -1,0 +1,70 @@
+#include "companion_fixture.h"
+
+#include <algorithm>
+
+namespace kwo::com_test {
+
+std::wstring CompanionFolder() {
+    wchar_t text[1024] = {};
+    GetEnvironmentVariableW(L"KWO_DIST", text, 1024);
+    // A path of the system that Wine runs on is below its drive Z.
+    std::wstring folder = (text[0] == L'/' ? L"Z:" : L"") + std::wstring(text) + L"\\";
+    std::replace(folder.begin(), folder.end(), L'/', L'\\');
+    return folder;
+}
+
+std::wstring CompanionPath() {
+    return CompanionFolder() + L"KWOInit.dll";
+}
+
+ComPtr<IDispatch> CreateCompanion() {
+    ComPtr<IDispatch> object;
+    CLSID id = {};
+    EXPECT_EQ(Hex(S_OK), Hex(CLSIDFromProgID(L"KWOInit.KWOInitialize", &id)));
+    EXPECT_EQ(Hex(S_OK), Hex(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid())));
+    return object;
+}
+
+TemporaryFile::TemporaryFile(const std::string& bytes) {
+    wchar_t folder[MAX_PATH] = {};
+    wchar_t path[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, folder);
+    GetTempFileNameW(folder, L"kwo", 0, path);
+    mPath = path;
+    const HANDLE file = CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    DWORD written = 0;
+    EXPECT_TRUE(WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
+    EXPECT_EQ(bytes.size(), written);
+    CloseHandle(file);
+}
+
+LONG Array::Lowest() const {
+    LONG lowest = -1;
+    SafeArrayGetLBound(mArray, 1, &lowest);
+    return lowest;
+}
+
+LONG Array::Highest() const {
+    LONG highest = -1;
+    SafeArrayGetUBound(mArray, 1, &highest);
+    return highest;
+}
+
+std::wstring Array::Text(LONG at) const {
+    Bstr text;
+    if (FAILED(SafeArrayGetElement(mArray, &at, text.Out()))) return L"<no element>";
+    return text.Text();
+}
+
+SHORT Array::Number(LONG at) const {
+    SHORT number = -1;
+    SafeArrayGetElement(mArray, &at, &number);
+    return number;
+}
+
+void Array::Put(LONG at, const wchar_t* text) {
+    const Bstr string{std::wstring(text)};
+    SafeArrayPutElement(mArray, &at, string.Get());
+}
+
+}  // namespace kwo::com_test

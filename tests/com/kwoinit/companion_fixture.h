@@ -1,0 +1,73 @@
+#pragma once
+
+#include <string>
+
+#include "com_test.h"
+
+namespace kwo::com_test {
+
+/// The folder that KWO_DIST names, with a final backslash.
+std::wstring CompanionFolder();
+std::wstring CompanionPath();
+
+/// KWOInit.dll loaded by its path.
+class Companion {
+public:
+    Companion() : mModule(LoadLibraryW(CompanionPath().c_str())) {}
+    ~Companion() {
+        if (mModule != nullptr) FreeLibrary(mModule);
+    }
+    Companion(const Companion&) = delete;
+    Companion& operator=(const Companion&) = delete;
+
+    template <class... Arguments>
+    HRESULT Call(const char* name, Arguments... arguments) const {
+        const FARPROC function = GetProcAddress(mModule, name);
+        if (function == nullptr) return TYPE_E_DLLFUNCTIONNOTFOUND;
+        using Function = HRESULT(STDAPICALLTYPE*)(Arguments...);
+        return reinterpret_cast<Function>(reinterpret_cast<void*>(function))(arguments...);
+    }
+
+private:
+    HMODULE mModule;
+};
+
+/// Null and a failure when "KWOInit.KWOInitialize" cannot be created.
+ComPtr<IDispatch> CreateCompanion();
+
+/// A file of the tests' own in the temporary folder, gone at the end.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string& bytes);
+    ~TemporaryFile() { DeleteFileW(mPath.c_str()); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    const std::wstring& Path() const { return mPath; }
+
+private:
+    std::wstring mPath;
+};
+
+/// An array that is freed at the end, whatever it has become.
+class Array {
+public:
+    Array(VARTYPE type, LONG lowest, ULONG count) : mArray(SafeArrayCreateVector(type, lowest, count)) {}
+    explicit Array(SAFEARRAY* array) : mArray(array) {}
+    ~Array() { SafeArrayDestroy(mArray); }
+    Array(const Array&) = delete;
+    Array& operator=(const Array&) = delete;
+
+    SAFEARRAY* Get() const { return mArray; }
+    SAFEARRAY** Ref() { return &mArray; }
+    Var Reference(VARTYPE type) { return Var::Reference(static_cast<VARTYPE>(VT_ARRAY | type), &mArray); }
+    LONG Lowest() const;
+    LONG Highest() const;
+    std::wstring Text(LONG at) const;
+    SHORT Number(LONG at) const;
+    void Put(LONG at, const wchar_t* text);
+
+private:
+    SAFEARRAY* mArray;
+};
+
+}  // namespace kwo::com_test

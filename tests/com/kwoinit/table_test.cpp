@@ -1,0 +1,397 @@
+// Tables as clients get them, late bound by names and by the virtual table.
+
+#include "companion_fixture.h"
+#include "kwoinit.h"
+
+namespace kwo::com_test {
+namespace {
+
+constexpr char kMessages[] =
+    "[KWOUtil]\n3 = three\n5 = five\n6 = six\n[KWOUtil 0407]\n3 = drei\n[Other]\n100 = hundred\n";
+constexpr SCODE kFileUnreadable = static_cast<SCODE>(0x80047601);
+constexpr SCODE kFileTooLarge = static_cast<SCODE>(0x80047602);
+constexpr SCODE kNotText = static_cast<SCODE>(0x80047603);
+constexpr SCODE kNotSized = static_cast<SCODE>(0x80047606);
+constexpr SCODE kBadArray = static_cast<SCODE>(0x80047607);
+
+class Table : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(mCompanion); }
+
+    /// As the component calls it: named, typed, by reference.
+    Outcome Size(const std::wstring& path, const std::wstring& program = L"KWOUtil") {
+        Bstr programName(program);
+        Bstr filePath(path);
+        return CallNamed(mCompanion.Get(), L"KWO_MsgTableSize", {},
+                         {{L"ProgramName", Var::Ref(programName.Ref())},
+                          {L"MsgFilePath", Var::Ref(filePath.Ref())},
+                          {L"IdxArrayStart", Var::Ref(&mFirst)},
+                          {L"IdxArrayEnd", Var::Ref(&mLast)},
+                          {L"TextArraySize", Var::Ref(&mSize)}});
+    }
+    bool Found(const std::wstring& path, const std::wstring& program = L"KWOUtil") {
+        const Outcome outcome = Size(path, program);
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(VT_BOOL, outcome.result.vt);
+        return outcome.result.boolVal == VARIANT_TRUE;
+    }
+    Outcome Load(LONG language, const Var& index, const Var& texts) {
+        return CallNamed(mCompanion.Get(), L"KWO_MsgTableLoad", {},
+                         {{L"Language", Var::Ref(&language)}, {L"IdxArray", index}, {L"TextArray", texts}});
+    }
+    Outcome Load(LONG language, Array& index, Array& texts) {
+        return Load(language, index.Reference(VT_I2), texts.Reference(VT_BSTR));
+    }
+    std::wstring Bounds() const {
+        return std::to_wstring(mFirst) + L".." + std::to_wstring(mLast) + L" " + std::to_wstring(mSize);
+    }
+
+    ComPtr<IDispatch> mCompanion = CreateCompanion();
+    TemporaryFile mFile{kMessages};
+    LONG mFirst = -1;
+    LONG mLast = -1;
+    LONG mSize = -1;
+};
+
+TEST_F(Table, SizeTellsTheBoundsOfTheProgram) {
+    EXPECT_TRUE(Found(mFile.Path()));
+    EXPECT_EQ(L"3..6 16", Bounds());
+    EXPECT_TRUE(Found(mFile.Path(), L"OTHER"));
+    EXPECT_EQ(L"100..100 7", Bounds());
+    EXPECT_TRUE(Found(mFile.Path(), L"Unknown"));
+    EXPECT_EQ(L"3..6 16", Bounds());
+}
+
+TEST_F(Table, LoadFillsTheTextsOfTheLanguageWithinTheBounds) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+
+    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0407, index, texts).status));
+
+    EXPECT_EQ(L"drei", texts.Text(3));
+    EXPECT_EQ(L"", texts.Text(4));
+    EXPECT_EQ(L"five", texts.Text(5));
+    EXPECT_EQ(L"six", texts.Text(6));
+    EXPECT_EQ(3, index.Lowest());
+    EXPECT_EQ(6, index.Highest());
+    EXPECT_EQ(1, index.Number(3));
+    EXPECT_EQ(0, index.Number(4));
+    EXPECT_EQ(1, index.Number(6));
+}
+
+TEST_F(Table, ArraysOfOtherBoundsGetWhatLiesWithin) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 0, 1);
+    Array texts(VT_BSTR, -2, 8);
+    texts.Put(-2, L"old");
+    texts.Put(5, L"old");
+
+    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+
+    EXPECT_EQ(-2, texts.Lowest());
+    EXPECT_EQ(5, texts.Highest());
+    EXPECT_EQ(L"", texts.Text(-2));
+    EXPECT_EQ(L"three", texts.Text(3));
+    EXPECT_EQ(L"five", texts.Text(5));
+    EXPECT_EQ(-2, index.Lowest());
+    EXPECT_EQ(5, index.Highest());
+}
+
+TEST_F(Table, AnArrayOfNoElementsStaysOne) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 0);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+
+    EXPECT_EQ(2, texts.Highest());
+    EXPECT_EQ(1, index.Highest());
+}
+
+TEST_F(Table, TheIndexEndsAtWhatSixteenBitsCount) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 1, 40'000);
+
+    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+
+    EXPECT_EQ(1, index.Lowest());
+    EXPECT_EQ(32'767, index.Highest());
+    EXPECT_EQ(1, index.Number(5));
+}
+
+TEST_F(Table, AnIndexOfFixedSizeOrInUseStaysAsItIs) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+
+    SafeArrayLock(index.Get());
+    EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    SafeArrayUnlock(index.Get());
+    EXPECT_EQ(1, index.Highest());
+    EXPECT_EQ(0, index.Number(1));
+
+    for (const int fixed : {FADF_FIXEDSIZE, FADF_STATIC, FADF_AUTO, FADF_EMBEDDED}) {
+        index.Get()->fFeatures = static_cast<USHORT>(index.Get()->fFeatures | fixed);
+        EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+        index.Get()->fFeatures = static_cast<USHORT>(index.Get()->fFeatures & ~fixed);
+        EXPECT_EQ(1, index.Highest()) << fixed;
+        EXPECT_EQ(0, index.Number(1)) << fixed;
+    }
+    EXPECT_EQ(L"six", texts.Text(6));
+}
+
+TEST_F(Table, VariablesOfAScriptAreServed) {
+    Var program(L"KWOUtil");
+    Var path(mFile.Path());
+    Var first;
+    Var last;
+    Var size;
+    const Outcome sized = Call(mCompanion.Get(), L"KWO_MsgTableSize",
+                               {Var::Ref(static_cast<VARIANT*>(&program)), Var::Ref(static_cast<VARIANT*>(&path)),
+                                Var::Ref(static_cast<VARIANT*>(&first)), Var::Ref(static_cast<VARIANT*>(&last)),
+                                Var::Ref(static_cast<VARIANT*>(&size))});
+    ASSERT_EQ(Hex(S_OK), Hex(sized.status));
+    EXPECT_EQ(3, first.lVal);
+    EXPECT_EQ(6, last.lVal);
+    EXPECT_EQ(16, size.lVal);
+
+    Var index;
+    index.vt = VT_ARRAY | VT_I2;
+    index.parray = SafeArrayCreateVector(VT_I2, 1, 1);
+    Var texts;
+    texts.vt = VT_ARRAY | VT_BSTR;
+    texts.parray = SafeArrayCreateVector(VT_BSTR, 3, 4);
+    const Outcome loaded =
+        Load(0x0407, Var::Ref(static_cast<VARIANT*>(&index)), Var::Ref(static_cast<VARIANT*>(&texts)));
+    ASSERT_EQ(Hex(S_OK), Hex(loaded.status));
+    LONG at = 3;
+    Bstr text;
+    SafeArrayGetElement(texts.parray, &at, text.Out());
+    EXPECT_EQ(L"drei", text.Text());
+    EXPECT_EQ(VT_ARRAY | VT_I2, index.vt);
+    EXPECT_EQ(4u, index.parray->rgsabound[0].cElements);
+}
+
+TEST_F(Table, AReferenceInsideAVariableIsFollowed) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+    Var inner = texts.Reference(VT_BSTR);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Load(0, index.Reference(VT_I2), Var::Ref(static_cast<VARIANT*>(&inner))).status));
+
+    EXPECT_EQ(L"three", texts.Text(3));
+}
+
+TEST_F(Table, ArraysByValueAreTakenAndStayTheCallersOwn) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+    texts.Put(3, L"mine");
+    VARIANT byValue[2] = {};
+    byValue[0].vt = VT_ARRAY | VT_BSTR;
+    byValue[0].parray = texts.Get();
+    byValue[1].vt = VT_ARRAY | VT_I2;
+    byValue[1].parray = index.Get();
+    VARIANT arguments[3] = {byValue[0], byValue[1], Var(0x0409)};
+    DISPPARAMS parameters = {arguments, nullptr, 3, 0};
+
+    EXPECT_EQ(Hex(S_OK), Hex(mCompanion->Invoke(IdOf(mCompanion.Get(), L"KWO_MsgTableLoad"), IID_NULL, 0,
+                                                DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr)));
+
+    EXPECT_EQ(L"mine", texts.Text(3));
+    EXPECT_EQ(1, index.Highest());
+}
+
+TEST_F(Table, ArraysOfOtherElementsAreATypeMismatch) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array shorts(VT_I2, 1, 1);
+    Array longs(VT_I4, 1, 1);
+    Array variants(VT_VARIANT, 3, 4);
+    Array texts(VT_BSTR, 3, 4);
+    LONG number = 0;
+    const Var none;
+
+    // The first argument in the order of writing has the highest place.
+    const auto expectMismatch = [&](const Var& index, const Var& text, UINT place) {
+        const Outcome outcome = Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, index, text});
+        EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+        EXPECT_EQ(place, outcome.badArgument);
+    };
+    expectMismatch(longs.Reference(VT_I4), texts.Reference(VT_BSTR), 1);
+    expectMismatch(shorts.Reference(VT_I2), variants.Reference(VT_VARIANT), 0);
+    expectMismatch(Var::Ref(&number), texts.Reference(VT_BSTR), 1);
+    expectMismatch(shorts.Reference(VT_I2), none, 0);
+    expectMismatch(shorts.Reference(VT_I2), L"text", 0);
+    // It says that it holds strings, but does not.
+    expectMismatch(shorts.Reference(VT_I2), variants.Reference(VT_BSTR), 0);
+    expectMismatch(texts.Reference(VT_I2), texts.Reference(VT_BSTR), 1);
+}
+
+TEST_F(Table, WhatIsNoTableOfOneDimensionIsAClearError) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+    Array none(nullptr);
+    SAFEARRAYBOUND bounds[2] = {{2, 0}, {2, 0}};
+    Array square(SafeArrayCreate(VT_BSTR, 2, bounds));
+    Array squareIndex(SafeArrayCreate(VT_I2, 2, bounds));
+
+    const auto expectError = [&](Array& one, Array& other) {
+        const Outcome outcome = Load(0, one, other);
+        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
+        EXPECT_EQ(Hex(kBadArray), Hex(outcome.scode));
+        EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", outcome.source);
+        EXPECT_NE(std::wstring::npos, outcome.description.find(L"Array"));
+    };
+    expectError(index, none);
+    expectError(none, texts);
+    expectError(index, square);
+    expectError(squareIndex, texts);
+    EXPECT_EQ(L"", texts.Text(3));
+}
+
+TEST_F(Table, LoadNeedsASizeThatFoundSomething) {
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+    EXPECT_EQ(Hex(kNotSized), Hex(Load(0, index, texts).scode));
+
+    ASSERT_TRUE(Found(mFile.Path()));
+    const TemporaryFile empty("; nothing\n");
+    ASSERT_FALSE(Found(empty.Path()));
+    EXPECT_EQ(L"0..0 0", Bounds());
+
+    const Outcome outcome = Load(0, index, texts);
+    EXPECT_EQ(Hex(kNotSized), Hex(outcome.scode));
+    EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", outcome.source);
+}
+
+TEST_F(Table, AMissingFileIsNoError) {
+    EXPECT_FALSE(Found(L"C:\\nowhere\\NoSuchFile.nls"));
+    EXPECT_EQ(L"0..0 0", Bounds());
+    EXPECT_FALSE(Found(L"C:\\nowhere\\"));
+    EXPECT_FALSE(Found(L"\\\\.\\nul"));
+    EXPECT_FALSE(Found(L"?*<>|"));
+    EXPECT_FALSE(Found(mFile.Path() + std::wstring(L"\0b", 2)));
+    EXPECT_FALSE(Found(std::wstring(70'000, L'x')));
+}
+
+TEST_F(Table, APipeIsNoFile) {
+    constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\kwoinit_com_tests";
+    const HANDLE pipe =
+        CreateNamedPipeW(kPipe, PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1, 64, 64, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, pipe);
+
+    EXPECT_FALSE(Found(kPipe));
+
+    CloseHandle(pipe);
+}
+
+TEST_F(Table, TheFileBesideTheDllServesWhereThereIsNone) {
+    for (const wchar_t* const path : {L"C:\\nowhere\\KWOInit.nls", L"kwoinit.nls", L"C:/nowhere/KWOInit.nls", L""}) {
+        EXPECT_TRUE(Found(path)) << Narrow(path);
+        EXPECT_EQ(1899, mFirst);
+        EXPECT_EQ(1930, mLast);
+    }
+}
+
+TEST_F(Table, FilesThatAreNoTextAreErrorsWithTheFileAndAReason) {
+    const TemporaryFile wide(std::string("\xFF\xFE[\0K\0", 6));
+    const TemporaryFile binary(std::string("MZ\x90\0\x03\0", 6));
+
+    for (const TemporaryFile* const file : {&wide, &binary}) {
+        const Outcome outcome = Size(file->Path());
+        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
+        EXPECT_EQ(Hex(kNotText), Hex(outcome.scode));
+        EXPECT_EQ(L"KWOInitialize.KWO_MsgTableSize", outcome.source);
+        EXPECT_NE(std::wstring::npos, outcome.description.find(file->Path())) << Narrow(outcome.description);
+        EXPECT_NE(std::wstring::npos, outcome.description.find(L"UTF-8"));
+    }
+    EXPECT_TRUE(Found(mFile.Path()));
+}
+
+TEST_F(Table, AFileOfMoreThan64MebibytesIsRefusedUnread) {
+    const TemporaryFile large("");
+    const HANDLE file = CreateFileW(large.Path().c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    SetFilePointer(file, (64 << 20) + 1, nullptr, FILE_BEGIN);
+    SetEndOfFile(file);
+    CloseHandle(file);
+
+    EXPECT_EQ(Hex(kFileTooLarge), Hex(Size(large.Path()).scode));
+}
+
+TEST_F(Table, AFileThatAnotherKeepsToItselfIsAnError) {
+    const HANDLE held = CreateFileW(mFile.Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, held);
+
+    EXPECT_EQ(Hex(kFileUnreadable), Hex(Size(mFile.Path()).scode));
+
+    CloseHandle(held);
+    EXPECT_TRUE(Found(mFile.Path()));
+}
+
+TEST_F(Table, AHundredThousandMessagesAreReadInWellUnderASecond) {
+    std::string bytes = "[KWOUtil]\n";
+    for (int number = 1; number <= 100'000; ++number)
+        bytes += std::to_string(number) + " = This is the text of message " + std::to_string(number) + "\n";
+    const TemporaryFile file(bytes);
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 1, 100'000);
+
+    const ULONGLONG start = GetTickCount64();
+    ASSERT_TRUE(Found(file.Path()));
+    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    const ULONGLONG taken = GetTickCount64() - start;
+
+    EXPECT_EQ(L"This is the text of message 100000", texts.Text(100'000));
+    RecordProperty("milliseconds", static_cast<int>(taken));
+    EXPECT_LT(taken, 1000u);
+}
+
+TEST_F(Table, TheVirtualTableServesCompiledClients) {
+    const auto compiled = As<_KWOInitialize>(mCompanion.Get(), IID__KWOInitialize);
+    ASSERT_TRUE(compiled);
+    Bstr program(L"KWOUtil");
+    Bstr path(mFile.Path());
+    VARIANT_BOOL found = VARIANT_FALSE;
+    ASSERT_EQ(Hex(S_OK), Hex(compiled->KWO_MsgTableSize(program.Ref(), path.Ref(), &mFirst, &mLast, &mSize, &found)));
+    EXPECT_EQ(VARIANT_TRUE, found);
+    EXPECT_EQ(L"3..6 16", Bounds());
+
+    LONG language = 0x0407;
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+    ASSERT_EQ(Hex(S_OK), Hex(compiled->KWO_MsgTableLoad(&language, index.Ref(), texts.Ref())));
+    EXPECT_EQ(L"drei", texts.Text(3));
+
+    Array longs(VT_I4, 3, 4);
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.Ref(), longs.Ref())));
+    EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", TakeErrorObject().source);
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, longs.Ref(), texts.Ref())));
+}
+
+TEST_F(Table, NullPointersAreErrorsForCompiledClients) {
+    const auto compiled = As<_KWOInitialize>(mCompanion.Get(), IID__KWOInitialize);
+    ASSERT_TRUE(compiled);
+    Bstr text(L"x");
+    BSTR* const strings[] = {nullptr, text.Ref()};
+    for (int missing = 0; missing < 6; ++missing) {
+        VARIANT_BOOL found = VARIANT_FALSE;
+        EXPECT_EQ(Hex(E_POINTER),
+                  Hex(compiled->KWO_MsgTableSize(strings[missing != 0], strings[missing != 1],
+                                                 missing == 2 ? nullptr : &mFirst, missing == 3 ? nullptr : &mLast,
+                                                 missing == 4 ? nullptr : &mSize, missing == 5 ? nullptr : &found)))
+            << missing;
+    }
+    LONG language = 0;
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 4);
+    EXPECT_EQ(Hex(E_POINTER), Hex(compiled->KWO_MsgTableLoad(nullptr, index.Ref(), texts.Ref())));
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, nullptr, texts.Ref())));
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.Ref(), nullptr)));
+}
+
+}  // namespace
+}  // namespace kwo::com_test
