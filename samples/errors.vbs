@@ -18,9 +18,9 @@ End Sub
 
 On Error Resume Next
 
-' A component error: raised by a member, with the member as its source.
-timer.AddRelativeAlarm 1000, 1
-Report "A member that this version does not have"
+' An error of the component: raised by a member, with the member as its source.
+Set timer.TimerEvents = registry
+Report "A callback object without a procedure Tick"
 
 ' Errors of the call itself come from the automation interface, before a member runs.
 registry.NoSuchMember

@@ -23,11 +23,27 @@ WScript.Echo "    delete: status " & registry.KWO_RegDeleteKey(CurrentUser, KeyN
 WScript.Echo "    read:   status " & registry.KWO_RegGetValue(CurrentUser, KeyName, "Visitor", value) & ", """ & value & """"
 
 WScript.Echo
+WScript.Echo "The timer:"
+Dim timer, ticks
+ticks = 0
+Sub timer_Tick(sender)
+    ticks = ticks + 1
+    WScript.Echo "    tick " & ticks
+    If ticks = 3 Then sender.Enabled = False
+End Sub
+Sub timer_Alarm(sender, tag, newDateTime)
+    WScript.Echo "    alarm " & tag
+End Sub
+Set timer = WScript.CreateObject("KWOUtil.KWOTimer", "timer")
+timer.Interval = 100
+timer.Enabled = True
+timer.AddRelativeAlarm 500, 7
+WScript.Sleep 800
+
+WScript.Echo
 WScript.Echo "An error of the component:"
-Dim timer
-Set timer = CreateObject("KWOUtil.KWOTimer")
 On Error Resume Next
-timer.AddRelativeAlarm 1000, 1
+Set timer.TimerEvents = registry
 WScript.Echo "    number:      " & Err.Number
 WScript.Echo "    source:      " & Err.Source
 WScript.Echo "    description: " & Err.Description

@@ -33,13 +33,11 @@ registry.KWO_RegDeleteKey -2147483649, "a"
 Check "a number below 32 bits", Err.Number = 6
 registry.KWO_RegDeleteKey , "a"
 Check "a required argument left out", Err.Number <> 0
-timer.AddRelativeAlarm 1000, 1
-Check "a member that is not there yet has a number", Err.Number = &H80004001
-timer.AddRelativeAlarm 1000, 1
-Check "its name as the source", Err.Source = "KWOTimer.AddRelativeAlarm"
-timer.AddRelativeAlarm 1000, 1
-Check "and a description", Err.Description <> ""
-name = timer.Enabled
-Check "an accessor says which one it is", Err.Source = "KWOTimer.Enabled (Get)"
+Set timer.TimerEvents = registry
+Check "an object that cannot be called back has a number", Err.Number = 13
+Set timer.TimerEvents = registry
+Check "the member's name as the source", Err.Source = "KWOTimer.TimerEvents (Set)"
+Set timer.TimerEvents = registry
+Check "and a description", Err.Description = "Type mismatch"
 
 WScript.Echo "done " & checks

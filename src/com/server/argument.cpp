@@ -8,6 +8,7 @@ namespace kwo::com {
 namespace {
 
 constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
+constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
 
 /// Follows references to variants; null when they lead nowhere.
 VARIANT* Innermost(VARIANT* variant) {
@@ -82,6 +83,49 @@ HRESULT Convert(VARIANT& converted, VARIANT& value, VARTYPE type, LCID locale) {
     return ConversionResult(::VariantChangeTypeEx(&converted, &value, locale, 0, type));
 }
 
+/// The element at `place` of either array as the element of the other, which is of variants.
+HRESULT ConvertElement(SAFEARRAY* to, VARTYPE type, SAFEARRAY* from, LONG place, LCID locale) {
+    VARIANT element;
+    ::VariantInit(&element);
+    const bool fromVariants = type != VT_VARIANT;
+    VARTYPE fromType = VT_EMPTY;
+    HRESULT result = ::SafeArrayGetVartype(from, &fromType);
+    element.vt = fromVariants ? VT_EMPTY : fromType;
+    if (SUCCEEDED(result)) {
+        result = ::SafeArrayGetElement(
+            from, &place, fromVariants ? static_cast<void*>(&element) : static_cast<void*>(&element.llVal));
+    }
+    if (SUCCEEDED(result) && fromVariants) result = ::VariantChangeTypeEx(&element, &element, locale, 0, type);
+    if (SUCCEEDED(result)) {
+        const bool isPointer = type == VT_BSTR || type == VT_DISPATCH || type == VT_UNKNOWN;
+        void* const value = !fromVariants ? static_cast<void*>(&element)
+                            : isPointer   ? static_cast<void*>(element.bstrVal)
+                                          : static_cast<void*>(&element.llVal);
+        result = ::SafeArrayPutElement(to, &place, value);
+    }
+    ::VariantClear(&element);
+    return ConversionResult(result);
+}
+
+/// Between an array of variants and one of `type`, of one dimension. `converted` may be `array` itself, which it does
+/// not end.
+HRESULT ConvertArray(VARIANT& converted, const VARIANT& array, VARTYPE type, LCID locale) {
+    SAFEARRAY* const from = array.parray;
+    if (from == nullptr || from->cDims != 1) return DISP_E_TYPEMISMATCH;
+    SAFEARRAYBOUND bound = from->rgsabound[0];
+    SAFEARRAY* const to = ::SafeArrayCreate(type, 1, &bound);
+    if (to == nullptr) return E_OUTOFMEMORY;
+    for (ULONG at = 0; at < bound.cElements; ++at) {
+        const HRESULT result = ConvertElement(to, type, from, bound.lLbound + static_cast<LONG>(at), locale);
+        if (SUCCEEDED(result)) continue;
+        ::SafeArrayDestroy(to);
+        return result;
+    }
+    converted.vt = static_cast<VARTYPE>(VT_ARRAY | type);
+    converted.parray = to;
+    return S_OK;
+}
+
 /// A handle is the low 32 bits of any whole number that 32 bits hold, with or without a sign.
 HRESULT ConvertHandle(VARIANT& converted, VARIANT& value, LCID locale) {
     VARIANT wide;
@@ -115,7 +159,7 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
 
     const bool fromVariable = held != source;
     if (parameter.type == VT_VARIANT) return PrepareVariant(parameter, held, fromVariable);
-    if ((parameter.type & VT_ARRAY) != 0) return PrepareArray(parameter, held, fromVariable);
+    if ((parameter.type & VT_ARRAY) != 0) return PrepareArray(parameter, held, fromVariable, locale);
 
     if (held->vt == (VT_BYREF | parameter.type) && (parameter.anyInterface || *held->ppdispVal == nullptr)) {
         mPointer = held->byref;
@@ -163,7 +207,10 @@ HRESULT PassedArgument::PrepareVariant(const Parameter& parameter, VARIANT* held
     return parameter.byReference && isReference ? Remember(held, fromVariable) : S_OK;
 }
 
-HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept {
+HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable,
+                                     LCID locale) noexcept {
+    if ((held->vt & ~VT_BYREF) == kArrayOfVariants)
+        return PrepareArrayOfVariants(parameter, held, fromVariable, locale);
     if ((held->vt & ~VT_BYREF) != parameter.type) return DISP_E_TYPEMISMATCH;
     const bool isReference = (held->vt & VT_BYREF) != 0;
     SAFEARRAY** const array = isReference ? held->pparray : &held->parray;
@@ -177,6 +224,22 @@ HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT* held, 
     if (FAILED(copied)) return ConversionResult(copied);
     mPointer = &mValue.parray;
     mOwnsValue = true;
+    return S_OK;
+}
+
+/// Scripts have no other arrays: the member gets one of its own type, and the script's gets the elements back.
+HRESULT PassedArgument::PrepareArrayOfVariants(const Parameter& parameter, VARIANT* held, bool fromVariable,
+                                               LCID locale) noexcept {
+    const bool isReference = (held->vt & VT_BYREF) != 0;
+    mValue.vt = kArrayOfVariants;
+    mValue.parray = isReference ? *held->pparray : held->parray;
+    if (!IsArrayOf(mValue.parray, VT_VARIANT)) return DISP_E_TYPEMISMATCH;
+    const HRESULT converted = ConvertArray(mValue, mValue, static_cast<VARTYPE>(parameter.type & ~VT_ARRAY), locale);
+    if (FAILED(converted)) return converted;
+    mPointer = &mValue.parray;
+    mOwnsValue = true;
+    mBefore.vt = VT_EMPTY;
+    if (isReference || fromVariable) mTarget = held;
     return S_OK;
 }
 
@@ -269,10 +332,12 @@ bool PassedArgument::HasChanged() const noexcept {
 HRESULT PassedArgument::ConvertBack(LCID locale) noexcept {
     if (mTarget == nullptr || !HasChanged()) return S_OK;
     mChanged = true;
-    if ((mTarget->vt & VT_BYREF) == 0) return S_OK;
+    const bool toVariants = (mTarget->vt & ~VT_BYREF) == kArrayOfVariants && mValue.vt != kArrayOfVariants;
+    if ((mTarget->vt & VT_BYREF) == 0 && !toVariants) return S_OK;
 
     VARIANT converted;
-    const HRESULT result = Convert(converted, mValue, mTarget->vt & ~VT_BYREF, locale);
+    const HRESULT result = toVariants ? ConvertArray(converted, mValue, VT_VARIANT, locale)
+                                      : Convert(converted, mValue, mTarget->vt & ~VT_BYREF, locale);
     if (FAILED(result)) return result;
     ::VariantClear(&mValue);
     mValue = converted;

@@ -29,7 +29,8 @@ public:
 private:
     HRESULT PrepareMissing(const Parameter& parameter) noexcept;
     HRESULT PrepareVariant(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept;
-    HRESULT PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept;
+    HRESULT PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable, LCID locale) noexcept;
+    HRESULT PrepareArrayOfVariants(const Parameter& parameter, VARIANT* held, bool fromVariable, LCID locale) noexcept;
     HRESULT PrepareObject(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept;
     HRESULT PrepareConverted(const Parameter& parameter, VARIANT* held, bool fromVariable, LCID locale) noexcept;
     HRESULT Remember(VARIANT* held, bool fromVariable) noexcept;
