@@ -47,13 +47,25 @@ TEST(Errors, AMemberThatIsNotThereYetSaysSoLateBoundWithItsSource) {
 }
 
 TEST(Errors, APutThatIsNotThereYetNamesItsAccessor) {
-    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
-    ASSERT_TRUE(timer);
-    if (IsBuilt(L"KWOTimer")) GTEST_SKIP() << "built";
+    const ComPtr<IDispatch> tray = Create(L"KWOSysTray");
+    ASSERT_TRUE(tray);
+    if (IsBuilt(L"KWOSysTray")) GTEST_SKIP() << "built";
 
-    EXPECT_EQ("KWOTimer.Interval (Let)", Narrow(Let(timer.Get(), L"Interval", 5).source));
-    EXPECT_EQ("KWOTimer.TimerEvents (Set)",
-              Narrow(Set(timer.Get(), L"TimerEvents", static_cast<IDispatch*>(nullptr)).source));
+    EXPECT_EQ("KWOSysTray.Tip (Let)", Narrow(Let(tray.Get(), L"Tip", L"text").source));
+    EXPECT_EQ("KWOSysTray.Icon (Set)", Narrow(Set(tray.Get(), L"Icon", static_cast<IDispatch*>(nullptr)).source));
+}
+
+TEST(Errors, AMemberThatFailsSaysSoWithItsNameAsTheSource) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    const ComPtr<IDispatch> registry = Create(L"KWORegistry");
+    ASSERT_TRUE(timer && registry);
+
+    const Outcome outcome = Set(timer.Get(), L"TimerEvents", registry.Get());
+
+    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
+    EXPECT_EQ("0x800A000D", Hex(outcome.scode));
+    EXPECT_EQ("KWOTimer.TimerEvents (Set)", Narrow(outcome.source));
+    EXPECT_EQ("Type mismatch", Narrow(outcome.description));
 }
 
 TEST(Errors, ALateBoundErrorLeavesNoErrorObjectForTheNextCaller) {

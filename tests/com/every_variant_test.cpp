@@ -66,6 +66,13 @@ protected:
         }
     }
 
+    /// What a member rightly keeps is taken back before anybody counts.
+    void TakeBack() {
+        if (GetParam() != L"KWOTimer") return;
+        EXPECT_EQ(Hex(S_OK), Hex(Let(mObject.Get(), L"Item", Var()).status));
+        EXPECT_EQ(Hex(S_OK), Hex(Call(mObject.Get(), L"CancelTimers").status));
+    }
+
     /// One call with `hostile` in place `position`, counted from the first argument.
     void CallWith(const Function& function, const std::vector<std::string>& names, UINT position,
                   const ArgumentCase& hostile) {
@@ -99,6 +106,7 @@ protected:
             RegCloseKey(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(outcome.result.lVal)));
         }
         outcome.result = Var();  // it may be the very object that was passed
+        TakeBack();
         storage.Clean();
         SetErrorInfo(0, nullptr);
 
