@@ -31,6 +31,8 @@ KWO_WINE32_PACKAGES=(
 KWO_BENCH_PACKAGES=(
     'libbenchmark-dev /usr/include/benchmark/benchmark.h'
     'libspdlog-dev /usr/include/spdlog/spdlog.h'
+    'libuv1-dev /usr/include/uv.h'
+    'libevent-dev /usr/include/event2/event.h'
 )
 
 is_there() {
