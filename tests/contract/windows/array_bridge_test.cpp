@@ -81,6 +81,39 @@ TEST(ArrayBridge, ArraysOfOtherKindsAreCarriedAsTheyAre) {
     }
 }
 
+TEST(ArrayBridge, ArrayThatIsNotWhatItIsPassedAsIsCarriedOnly) {
+    struct Case {
+        VARTYPE passedAs, is;
+    };
+    for (const Case& row :
+         {Case{VT_BSTR, VT_I2}, Case{VT_BSTR, VT_I4}, Case{VT_BSTR, VT_I8}, Case{VT_BSTR, VT_VARIANT},
+          Case{VT_BSTR, VT_DISPATCH}, Case{VT_I2, VT_I4}, Case{VT_I2, VT_BSTR}, Case{VT_I2, VT_UI1}}) {
+        SAFEARRAY* const array = SafeArrayCreateVector(row.is, 1, 3);
+        VARIANT value = {};
+        value.vt = static_cast<VARTYPE>(VT_ARRAY | row.passedAs);
+        value.parray = array;
+
+        EXPECT_EQ(FromArray(value), nullptr) << row.is << " passed as " << row.passedAs;
+
+        SafeArrayDestroy(array);
+    }
+}
+
+TEST(ArrayBridge, ArrayThatIsNotThereIsCarriedOnly) {
+    VARIANT none = {};
+    none.vt = VT_ARRAY | VT_BSTR;
+    EXPECT_EQ(FromArray(none), nullptr);
+    const OwnedVariant back(ToVariant(FromVariant(none)));
+    EXPECT_EQ(back.Get().vt, VT_ARRAY | VT_BSTR);
+    EXPECT_EQ(back.Get().parray, nullptr);
+
+    // Bounds without elements behind them.
+    ASSERT_EQ(SafeArrayAllocDescriptorEx(VT_BSTR, 1, &none.parray), S_OK);
+    none.parray->rgsabound[0] = {5, 1};
+    EXPECT_EQ(FromArray(none), nullptr);
+    SafeArrayDestroyDescriptor(none.parray);
+}
+
 /// What a callee does to an array that it was given by reference.
 void Fill(SAFEARRAY* array) {
     LONG place = 11;
