@@ -206,6 +206,11 @@ TEST_F(Locale, DateThatCannotBecomeUtcRaisesThePlatformsError) {
     EXPECT_EQ(error.source, u"MKWOLocale.KWO_DateToFILETIME");
 }
 
+TEST_F(Locale, DateBeforeTheFirstFileTimeCannotBecomeUtc) {
+    EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({-109'206}, true); }).number, -87);
+    EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({-109'205}, true); }).number, 0);
+}
+
 TEST_F(Locale, DateBeyondTheTypeOverflows) {
     constexpr double kLastDay = 10'675'199 - 109'205;
     EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({kLastDay}, false); }).number, 0);
