@@ -99,6 +99,11 @@ TEST_F(Locale, LanguageIsHexadecimal) {
     EXPECT_EQ(With(1, u"0c0a").LocaleSubLanguage, 3);
     EXPECT_EQ(With(1, u" 0409 ").LocaleLanguage, 1033);
     EXPECT_EQ(With(1, u"04x9").LocaleLanguage, 0);
+    EXPECT_EQ(With(1, u"123456789").LocaleLanguage, 0);
+    EXPECT_EQ(With(1, u"3FF").LocalePrimaryLanguage, 1023);
+    EXPECT_EQ(With(1, u"3FF").LocaleSubLanguage, 0);
+    EXPECT_EQ(With(1, u"400").LocalePrimaryLanguage, 0);
+    EXPECT_EQ(With(1, u"400").LocaleSubLanguage, 1);
     EXPECT_EQ(With(1, u"").LocaleLanguage, 0);
 }
 
@@ -124,6 +129,13 @@ TEST_F(Locale, TextIsCutAtAZeroAndTrimmed) {
 TEST_F(Locale, NumberThatIsNoneIsZero) {
     EXPECT_EQ(With(17, u"x").LocaleDigits, 0);
     EXPECT_EQ(With(17, u"2x").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"-").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"--").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"/").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u":").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"-2").LocaleDigits, -2);
+    EXPECT_EQ(With(17, u"+2").LocaleDigits, 2);
     EXPECT_EQ(With(4108, u"Mo").LocaleFirstDayOfWeek, 0);
 }
 
