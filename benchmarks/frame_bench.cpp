@@ -16,6 +16,7 @@ public:
     std::int64_t Counter() override { return mCount += 12'345; }
     std::uint32_t TickCount() override { return static_cast<std::uint32_t>(++mCount); }
     platform::Date Now() override { return {}; }
+    std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t) override { return std::nullopt; }
 
 private:
     std::optional<std::int64_t> mFrequency;

@@ -39,6 +39,7 @@ public:
         const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
         return {kFirstDay + (now.count() + static_cast<double>(mOffset)) / 86'400};
     }
+    std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t) override { return std::nullopt; }
 
 private:
     std::int64_t mOffset = 0;
@@ -106,19 +107,22 @@ struct Traced {
 
     platform::Platform Services() {
         const platform::Platform simulated = desktop.Services();
-        return {clock,
-                conversions,
-                simulated.debugOutput,
-                simulated.desktop,
-                simulated.eventLog,
-                simulated.files,
-                simulated.host,
-                files,
-                simulated.messages,
-                simulated.processMemory,
-                simulated.registry,
-                simulated.screen,
-                simulated.errors};
+        return {.clock = clock,
+                .components = simulated.components,
+                .conversions = conversions,
+                .debugOutput = simulated.debugOutput,
+                .desktop = simulated.desktop,
+                .eventLog = simulated.eventLog,
+                .files = simulated.files,
+                .host = simulated.host,
+                .locale = simulated.locale,
+                .logFiles = files,
+                .messages = simulated.messages,
+                .processMemory = simulated.processMemory,
+                .registry = simulated.registry,
+                .screen = simulated.screen,
+                .errors = simulated.errors,
+                .timers = simulated.timers};
     }
 };
 

@@ -161,13 +161,19 @@ TEST_F(Messages, MarkersAreReplacedByNumber) {
         {u"%1, %2 and %3", {a, b}, u"a, b and %3"},
         {u"%1%1 %1", {a}, u"aa a"},
         {u"%1 %10", {a}, u"a a0"},
+        {u"%10 and %9", {a, a, a, a, a, a, a, a, b, b}, u"a0 and b"},
         {u"%1 and %2", {Text(u"%2"), Text(u"%1")}, u"%2 and %1"},
+        {u"%1 %1", {Text(u"%1%1")}, u"%1%1 %1%1"},
+        {u"%%12", {Text(u"%"), Text(u"x")}, u"%%2"},
+        {u"%", {a}, u"%"},
+        {u"% 1 %01", {a}, u"% 1 %01"},
         {u"no marker", {a}, u"no marker"},
         {u"100% of %1%", {a}, u"100% of a%"},
         {u"%0 %1", {}, u"%0 %1"},
         {u"%1", {Text()}, u""},
         {u"%1 %2 %3", {std::int32_t{-5}, 2.5, true}, u"-5 2.5 True"},
         {u"#%1", {ErrorValue{-2147220480}}, u"#-2147220480"},
+        {u"#%1", {ErrorValue{13}}, u"#13"},
         {u"%1|", {Empty{}}, u"|"},
     };
     for (const Case& row : cases) {
@@ -185,6 +191,19 @@ TEST_F(Messages, ValuesAreFilledIntoWhatIsUndefinedToo) {
 TEST_F(Messages, ValueWithoutATextIsAMismatch) {
     for (const Variant& value : {Variant(Null{}), Variant(HostObjectRef())})
         EXPECT_EQ(Raised([&] { Get(kFirst, {value}); }).number, 13);
+}
+
+TEST_F(Messages, ValueIsConvertedAlsoWhereNoMarkerAsksForIt) {
+    const HostObjectRef object = desktop.MakeObject();
+    EXPECT_EQ(Raised([&] { Get(kFirst, {Text(u"a"), object}); }).number, 13);
+}
+
+TEST_F(Messages, LookupsAreFilledAsWell) {
+    messages.KWOInitialize();
+    const Text values[] = {u"a", u"b"};
+
+    EXPECT_EQ(messages.LoadedMessage(kFirst + 1, values), u"b then a");
+    EXPECT_EQ(messages.LoadedMessage(kFirst - 1, values), u"Undefined Message");
 }
 
 TEST_F(Messages, LoadedTextsReplaceTheBuiltInOnes) {
@@ -214,10 +233,38 @@ TEST_F(Messages, MissingFileLeavesTheTableEmptyAndTheBuiltInTexts) {
 }
 
 TEST_F(Messages, AnyTrueResultIsASuccess) {
-    sizeResult = std::int32_t{1};
+    for (const Variant& result : {Variant(std::int32_t{1}), Variant(std::int16_t{-1}), Variant(Text(u"True"))}) {
+        sizeResult = result;
+        frame::Component other(desktop.Services());
+        other.messages.KWOInitialize();
+        EXPECT_EQ(other.messages.KWO_GetMsg(kFirst), u"first");
+        EXPECT_EQ(other.apiResult.last, -1);
+    }
+}
+
+TEST_F(Messages, CompanionWithoutAResultFoundNoFile) {
+    sizeResult = Empty{};
     messages.KWOInitialize();
 
-    EXPECT_EQ(Get(kFirst), u"first");
+    EXPECT_EQ(Get(kFirst), u"Undefined Message");
+    EXPECT_EQ(messages.LoadedMessage(kFirst), std::nullopt);
+}
+
+TEST_F(Messages, TableOfOneMessageIsOne) {
+    start = end = 7;
+    messages.KWOInitialize();
+
+    EXPECT_EQ(Get(6), u"Undefined Message");
+    EXPECT_EQ(Get(7), u"first");
+    EXPECT_EQ(Get(8), u"Undefined Message");
+}
+
+TEST_F(Messages, LanguageThatIsUnknownIsZero) {
+    desktop.locale.settings.erase(1);
+    language = 1;
+    messages.KWOInitialize();
+
+    EXPECT_EQ(language, 0);
 }
 
 TEST_F(Messages, FileIsBesideTheHost) {
@@ -305,17 +352,38 @@ TEST_F(Messages, FailuresOfTheCompanionReachTheCallerAndItIsTriedAgain) {
     desktop.FailCall("CoCreateInstance", 1, 1);
     EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 429);
 
+    component.apiResult.last = 7;
     sizeFailure = {5, u"companion", u"size", {}, 0};
     EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).description, u"size");
+    EXPECT_EQ(component.apiResult.last, 7);
+    EXPECT_TRUE(made.expired());
     sizeFailure = {};
 
     loadFailure = {6, u"companion", u"load", {}, 0};
     EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).description, u"load");
+    EXPECT_EQ(component.apiResult.last, -1);
     EXPECT_EQ(messages.LoadedMessage(kFirst), std::nullopt);
+    EXPECT_EQ(Get(kFirst), u"Undefined Message");
+    EXPECT_TRUE(made.expired());
     loadFailure = {};
 
     messages.KWOInitialize();
     EXPECT_EQ(Get(kFirst), u"first");
+}
+
+TEST_F(Messages, MachineWithoutTheCompanionCannotLoad) {
+    platform::simulated::SimulatedDesktop bare;
+    frame::Component other(bare.Services());
+
+    EXPECT_EQ(Raised([&] { other.messages.KWOInitialize(); }).number, 429);
+    EXPECT_EQ(other.messages.LoadedMessage(kFirst), std::nullopt);
+    EXPECT_EQ(other.error.Message(kFirst, u"built in"), u"built in");
+}
+
+TEST_F(Messages, CompanionThatLacksAMemberIsRefused) {
+    desktop.components.Install(u"KWOInit.KWOInitialize", [this] { return desktop.MakeObject(); });
+
+    EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 438);
 }
 
 TEST_F(Messages, CompanionThatAnswersNonsenseIsRefused) {
@@ -336,8 +404,41 @@ TEST_F(Messages, CompanionThatAnswersNonsenseIsRefused) {
         EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
     }
     replacement.reset();
-    sizeResult = Text(u"perhaps");
-    EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
+    for (const Variant& result : {Variant(Text(u"perhaps")), Variant(Null{}), Variant(ErrorValue{5}),
+                                  Variant(HostObjectRef()), Variant(ForeignRef(std::make_shared<TextArray>()))}) {
+        sizeResult = result;
+        EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
+    }
+    sizeResult = true;
+    messages.KWOInitialize();
+    EXPECT_EQ(Get(1), u"first") << "none of it stays";
+}
+
+TEST_F(Messages, BoundsThatAreNoNumbersAreRefused) {
+    desktop.components.Install(u"KWOInit.KWOInitialize", [this] {
+        const auto companion = desktop.MakeObject();
+        const auto size = [this](std::span<Variant> given) -> Variant {
+            given[2] = given[3] = *replacement;
+            return true;
+        };
+        companion->SetMethod(u"KWO_MsgTableSize", size,
+                             {u"ProgramName", u"MsgFilePath", u"IdxArrayStart", u"IdxArrayEnd", u"TextArraySize"});
+        return companion;
+    });
+    for (const Variant& bound : {Variant(Text(u"x")), Variant(Null{}), Variant(ForeignRef())}) {
+        replacement = bound;
+        EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
+    }
+    replacement = 3e9;
+    EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 6);
+}
+
+TEST_F(Messages, ArrayWithoutTextsLeavesAllUndefined) {
+    replacement = ForeignRef(std::make_shared<TextArray>());
+    messages.KWOInitialize();
+
+    EXPECT_EQ(Get(0), u"Undefined Message");
+    EXPECT_EQ(Get(kFirst), u"Undefined Message");
 }
 
 TEST_F(Messages, CompanionMayGiveAnArrayOfItsOwn) {

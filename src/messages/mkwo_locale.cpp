@@ -21,12 +21,14 @@ constexpr std::uint32_t kDayNameCapacity = 4;
 /// The number that the text writes, which has no more digits than the small buffers hold; 0 for any other text.
 template <class Number>
 Number ToNumber(TextView text) {
+    const bool negative = text.starts_with(u'-');
+    if (negative || text.starts_with(u'+')) text.remove_prefix(1);
     std::int32_t value = 0;
     for (const char16_t c : text) {
         if (c < u'0' || c > u'9') return 0;
         value = value * 10 + (c - u'0');
     }
-    return static_cast<Number>(value);
+    return static_cast<Number>(negative ? -value : value);
 }
 
 /// A setting of the platform, the buffer that it is given, and what becomes of the text.

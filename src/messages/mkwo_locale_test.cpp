@@ -99,6 +99,11 @@ TEST_F(Locale, LanguageIsHexadecimal) {
     EXPECT_EQ(With(1, u"0c0a").LocaleSubLanguage, 3);
     EXPECT_EQ(With(1, u" 0409 ").LocaleLanguage, 1033);
     EXPECT_EQ(With(1, u"04x9").LocaleLanguage, 0);
+    EXPECT_EQ(With(1, u"123456789").LocaleLanguage, 0);
+    EXPECT_EQ(With(1, u"3FF").LocalePrimaryLanguage, 1023);
+    EXPECT_EQ(With(1, u"3FF").LocaleSubLanguage, 0);
+    EXPECT_EQ(With(1, u"400").LocalePrimaryLanguage, 0);
+    EXPECT_EQ(With(1, u"400").LocaleSubLanguage, 1);
     EXPECT_EQ(With(1, u"").LocaleLanguage, 0);
 }
 
@@ -121,9 +126,40 @@ TEST_F(Locale, TextIsCutAtAZeroAndTrimmed) {
     EXPECT_EQ(With(15, u"\u00A0").LocaleThousandSep, u"\u00A0") << "only blanks are trimmed";
 }
 
+/// A platform whose answers hold a zero character and more.
+class ZeroesWithin final : public platform::LocaleSource {
+public:
+    std::optional<Text> Setting(std::uint32_t type, std::uint32_t) override {
+        constexpr std::uint32_t kLanguage = 1;
+        return type == kLanguage ? Text(u"0409\0x", 6) : Text(u" 1 \0x", 5);
+    }
+    std::uint32_t QueryTimeZone(TimeZone&) override { return 0; }
+};
+
+TEST_F(Locale, AnswerEndsAtItsFirstZero) {
+    ZeroesWithin source;
+    MKWOLocale zeroed(source, desktop.clock, desktop.errors, component.error, component.routines);
+    zeroed.KWOLocaleInit();
+
+    const LocaleRecord& record = zeroed.Record();
+    EXPECT_EQ(record.LocaleLanguage, 1033);
+    EXPECT_TRUE(record.Locale24Hour);
+    EXPECT_EQ(record.LocaleTimeSep, u"1");
+    EXPECT_EQ(record.LocaleDigits, 1);
+    EXPECT_EQ(record.LocaleFirstDayOfWeek, 1);
+    EXPECT_EQ(record.LocaleDayAbbrev[6], u"1");
+}
+
 TEST_F(Locale, NumberThatIsNoneIsZero) {
     EXPECT_EQ(With(17, u"x").LocaleDigits, 0);
     EXPECT_EQ(With(17, u"2x").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"-").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"--").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"/").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u":").LocaleDigits, 0);
+    EXPECT_EQ(With(17, u"-2").LocaleDigits, -2);
+    EXPECT_EQ(With(17, u"+2").LocaleDigits, 2);
     EXPECT_EQ(With(4108, u"Mo").LocaleFirstDayOfWeek, 0);
 }
 
@@ -184,6 +220,14 @@ TEST_F(Locale, DateIsTheMillisecondsSince1601) {
     EXPECT_EQ(locale.KWO_DateToFILETIME({46'342.5}, false).scaled, kNoon);
 }
 
+TEST_F(Locale, DateIsRoundedToTheNearestWithHalvesToEven) {
+    constexpr double kStep = 1.0 / 32'768;  // days: 26,367,187.5 hundreds of nanoseconds
+    EXPECT_EQ(locale.KWO_DateToFILETIME({-109'205 + kStep}, false).scaled, 26'367'188);
+    EXPECT_EQ(locale.KWO_DateToFILETIME({-109'205 + 3 * kStep}, false).scaled, 79'101'562);
+    EXPECT_EQ(locale.KWO_DateToFILETIME({-109'205 - kStep}, false).scaled, -26'367'188);
+    EXPECT_EQ(locale.KWO_DateToFILETIME({-109'205 - 3 * kStep}, false).scaled, -79'101'562);
+}
+
 TEST_F(Locale, DateOfZeroIsZeroAlsoInUtc) {
     desktop.clock.biasMinutes = 300;
 
@@ -206,12 +250,31 @@ TEST_F(Locale, DateThatCannotBecomeUtcRaisesThePlatformsError) {
     EXPECT_EQ(error.source, u"MKWOLocale.KWO_DateToFILETIME");
 }
 
+TEST_F(Locale, FailureWithoutAReasonIsRaisedAllTheSame) {
+    desktop.FailCall("LocalFileTimeToFileTime", 1, 0);
+    const ComponentError error = Raised([&] { locale.KWO_DateToFILETIME({46'342}, true); });
+
+    EXPECT_NE(error.number, 0);
+    EXPECT_EQ(error.source, u"MKWOLocale.KWO_DateToFILETIME");
+}
+
+TEST_F(Locale, DateBeforeTheFirstFileTimeCannotBecomeUtc) {
+    EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({-109'206}, true); }).number, -87);
+    EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({-109'205}, true); }).number, 0);
+}
+
 TEST_F(Locale, DateBeyondTheTypeOverflows) {
     constexpr double kLastDay = 10'675'199 - 109'205;
     EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({kLastDay}, false); }).number, 0);
     EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({-10'675'199.0 - 109'205}, false); }).number, 0);
-    for (const double days : {kLastDay + 1, -10'675'200.0 - 109'205, std::nan(""), 1e300, -1e300,
-                              std::numeric_limits<double>::infinity()}) {
+    // The last moments that the type holds, and those behind them.
+    constexpr double kLast = 0x1.4272d43bc40b0p+23;
+    constexpr double kFirst = -0x1.491d283bc40b0p+23;
+    EXPECT_EQ(locale.KWO_DateToFILETIME({kLast}, false).scaled, 9'223'372'036'854'774'784);
+    EXPECT_EQ(locale.KWO_DateToFILETIME({kFirst}, false).scaled, -9'223'372'036'854'774'784);
+    for (const double days :
+         {std::nextafter(kLast, 1e9), std::nextafter(kFirst, -1e9), kLastDay + 1, -10'675'200.0 - 109'205, std::nan(""),
+          1e300, -1e300, std::numeric_limits<double>::infinity()}) {
         EXPECT_EQ(Raised([&] { locale.KWO_DateToFILETIME({days}, false); }).number, 6) << days;
     }
 }

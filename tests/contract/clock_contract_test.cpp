@@ -45,6 +45,17 @@ TEST_F(ClockContract, LocalTimeBecomesUtcByAWholeNumberOfMinutes) {
     EXPECT_EQ((*utc - kNoon) % kMinute, 0);
 }
 
+TEST_F(ClockContract, TimeBeforeTheFirstFileTimeCannotBecomeUtc) {
+    EXPECT_TRUE(clock.LocalFileTimeToUtc(14 * 36'000'000'000).has_value());
+
+    platform().errors.SetLast(0);
+    const auto utc = clock.LocalFileTimeToUtc(-1);
+
+    // Wine converts whatever it is given.
+    EXPECT_EQ(utc.has_value(), outside().IsWine());
+    EXPECT_EQ(platform().errors.Last(), outside().IsWine() ? 0 : 87);
+}
+
 TEST_F(ClockContract, DateIsOfThisCenturyAndMovesOn) {
     const double before = clock.Now().days;
     Pass(1100);

@@ -36,7 +36,12 @@ Date VirtualClock::Now() {
 
 std::optional<std::int64_t> VirtualClock::LocalFileTimeToUtc(std::int64_t fileTime) {
     constexpr std::int64_t kPerMinute = 60 * kScaledPerSecond;
+    constexpr std::int32_t kInvalidParameter = 87;
     if (mWorld.Fails("LocalFileTimeToFileTime")) return std::nullopt;
+    if (fileTime < 0) {
+        mWorld.lastError = kInvalidParameter;
+        return std::nullopt;
+    }
     return fileTime + biasMinutes * kPerMinute;
 }
 

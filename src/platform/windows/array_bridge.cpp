@@ -51,6 +51,16 @@ private:
     SAFEARRAY* mArray = nullptr;
 };
 
+/// True for an array that can be read as one of that kind. What it is passed as and what it is are two statements of
+/// whoever made it, and nothing else keeps an array of numbers from being read as one of pointers.
+bool Holds(const SAFEARRAY& array, VARTYPE element) {
+    constexpr USHORT kOwning = FADF_BSTR | FADF_UNKNOWN | FADF_DISPATCH | FADF_VARIANT | FADF_RECORD;
+    const bool isText = element == VT_BSTR;
+    return array.cDims == 1 && array.cbElements == (isText ? sizeof(BSTR) : sizeof(std::int16_t)) &&
+           (array.fFeatures & kOwning) == (isText ? FADF_BSTR : 0) &&
+           (array.pvData != nullptr || array.rgsabound[0].cElements == 0);
+}
+
 template <class Array>
 std::shared_ptr<Array> WithBoundsOf(const SAFEARRAY& source) {
     auto array = std::make_shared<Array>();
@@ -84,23 +94,22 @@ VARIANT ToArray(const TextArray& array) {
 }
 
 ForeignRef FromArray(const VARIANT& value) {
-    if ((value.vt & VT_ARRAY) == 0 || value.parray == nullptr || value.parray->cDims != 1) return nullptr;
+    if ((value.vt & VT_ARRAY) == 0 || value.parray == nullptr) return nullptr;
     const VARTYPE element = value.vt & VT_TYPEMASK;
+    if (element != VT_I2 && element != VT_BSTR) return nullptr;
+    if (!Holds(*value.parray, element)) return nullptr;
     if (element == VT_I2) {
         auto array = WithBoundsOf<Int16Array>(*value.parray);
         std::copy_n(AccessedArray<std::int16_t>(value.parray).Elements(), array->items.size(), array->items.begin());
         return array;
     }
-    if (element == VT_BSTR) {
-        auto array = WithBoundsOf<TextArray>(*value.parray);
-        const AccessedArray<BSTR> accessed(value.parray);
-        for (std::size_t i = 0; i < array->items.size(); ++i) {
-            const BSTR string = accessed.Elements()[i];
-            array->items[i].assign(string, string + ::SysStringLen(string));
-        }
-        return array;
+    auto array = WithBoundsOf<TextArray>(*value.parray);
+    const AccessedArray<BSTR> accessed(value.parray);
+    for (std::size_t i = 0; i < array->items.size(); ++i) {
+        const BSTR string = accessed.Elements()[i];
+        array->items[i].assign(string, string + ::SysStringLen(string));
     }
-    return nullptr;
+    return array;
 }
 
 }  // namespace kwo::platform::windows

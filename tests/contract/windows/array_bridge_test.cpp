@@ -81,6 +81,39 @@ TEST(ArrayBridge, ArraysOfOtherKindsAreCarriedAsTheyAre) {
     }
 }
 
+TEST(ArrayBridge, ArrayThatIsNotWhatItIsPassedAsIsCarriedOnly) {
+    struct Case {
+        VARTYPE passedAs, is;
+    };
+    for (const Case& row :
+         {Case{VT_BSTR, VT_I2}, Case{VT_BSTR, VT_I4}, Case{VT_BSTR, VT_I8}, Case{VT_BSTR, VT_VARIANT},
+          Case{VT_BSTR, VT_DISPATCH}, Case{VT_I2, VT_I4}, Case{VT_I2, VT_BSTR}, Case{VT_I2, VT_UI1}}) {
+        SAFEARRAY* const array = SafeArrayCreateVector(row.is, 1, 3);
+        VARIANT value = {};
+        value.vt = static_cast<VARTYPE>(VT_ARRAY | row.passedAs);
+        value.parray = array;
+
+        EXPECT_EQ(FromArray(value), nullptr) << row.is << " passed as " << row.passedAs;
+
+        SafeArrayDestroy(array);
+    }
+}
+
+TEST(ArrayBridge, ArrayThatIsNotThereIsCarriedOnly) {
+    VARIANT none = {};
+    none.vt = VT_ARRAY | VT_BSTR;
+    EXPECT_EQ(FromArray(none), nullptr);
+    const OwnedVariant back(ToVariant(FromVariant(none)));
+    EXPECT_EQ(back.Get().vt, VT_ARRAY | VT_BSTR);
+    EXPECT_EQ(back.Get().parray, nullptr);
+
+    // Bounds without elements behind them.
+    ASSERT_EQ(SafeArrayAllocDescriptorEx(VT_BSTR, 1, &none.parray), S_OK);
+    none.parray->rgsabound[0] = {5, 1};
+    EXPECT_EQ(FromArray(none), nullptr);
+    SafeArrayDestroyDescriptor(none.parray);
+}
+
 /// What a callee does to an array that it was given by reference.
 void Fill(SAFEARRAY* array) {
     LONG place = 11;
@@ -130,6 +163,94 @@ TEST(ArrayBridge, CalleeMayPutAnotherArrayInThePlace) {
     MakeHostObject(&callee)->Call(u"First", arguments);
 
     EXPECT_EQ(TextsIn(arguments[0]).items, (std::vector<Text>{u"", u"filled", u""}));
+}
+
+/// A component with a member of named arguments, as those that fill a table are.
+class NamedArrays : public testing::Test {
+protected:
+    NamedArrays() { callee.members = {{L"Load", 5}, {L"Language", 10}, {L"IdxArray", 11}, {L"TextArray", 12}}; }
+
+    /// What became of the texts.
+    Variant Load() {
+        constexpr TextView kNames[] = {u"Language", u"IdxArray", u"TextArray"};
+        Variant arguments[] = {std::int32_t{1033}, Made<Int16Array>(1, std::vector<std::int16_t>{1}),
+                               Texts(10, {u"", u""})};
+        MakeHostObject(&callee)->CallNamed(u"Load", kNames, arguments);
+        return arguments[2];
+    }
+    /// The member is written for arrays of texts and of numbers alone.
+    template <class Body>
+    void Typed(Body body) {
+        callee.body = [body](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+            const VARIANT* const given = parameters.rgvarg;
+            if (given[0].vt != (VT_BYREF | VT_ARRAY | VT_BSTR)) return DISP_E_TYPEMISMATCH;
+            if (given[1].vt != (VT_BYREF | VT_ARRAY | VT_I2)) return DISP_E_TYPEMISMATCH;
+            if (given[2].vt != (VT_BYREF | VT_I4)) return DISP_E_TYPEMISMATCH;
+            body(*given[0].pparray);
+            return S_OK;
+        };
+    }
+    /// The member takes any value.
+    template <class Body>
+    void Untyped(Body body) {
+        callee.body = [body](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+            EXPECT_EQ(parameters.rgvarg[0].vt, VT_BYREF | VT_VARIANT);
+            EXPECT_EQ(parameters.rgvarg[1].pvarVal->vt, VT_ARRAY | VT_I2);
+            body(*parameters.rgvarg[0].pvarVal);
+            return S_OK;
+        };
+    }
+    static SAFEARRAY* Other(VARTYPE type) { return SafeArrayCreateVector(type, 7, 4); }
+
+    RecordingDispatch callee;
+};
+
+TEST_F(NamedArrays, AreFilledByAMemberOfEitherKind) {
+    Typed([](SAFEARRAY*& texts) { Fill(texts); });
+    EXPECT_EQ(TextsIn(Load()).items, (std::vector<Text>{u"", u"filled"}));
+    EXPECT_EQ(callee.calls.back().names, (std::vector<DISPID>{12, 11, 10}));
+
+    Untyped([](VARIANT& texts) { Fill(texts.parray); });
+    EXPECT_EQ(TextsIn(Load()).items, (std::vector<Text>{u"", u"filled"}));
+}
+
+TEST_F(NamedArrays, MayBeReplacedByAMemberOfEitherKind) {
+    Typed([](SAFEARRAY*& texts) {
+        SafeArrayDestroy(texts);
+        texts = Other(VT_BSTR);
+    });
+    EXPECT_EQ(TextsIn(Load()).lowerBound, 7);
+    EXPECT_EQ(TextsIn(Load()).items.size(), 4u);
+
+    Untyped([](VARIANT& texts) {
+        VariantClear(&texts);
+        texts.vt = VT_ARRAY | VT_BSTR;
+        texts.parray = Other(VT_BSTR);
+    });
+    EXPECT_EQ(TextsIn(Load()).lowerBound, 7);
+    EXPECT_EQ(TextsIn(Load()).items.size(), 4u);
+}
+
+TEST_F(NamedArrays, ReplacedBySomethingElseAreNoTextsAnyMore) {
+    const auto areTexts = [this] {
+        const Variant value = Load();
+        const auto* const foreign = std::get_if<ForeignRef>(&value);
+        return foreign != nullptr && std::dynamic_pointer_cast<const TextArray>(*foreign) != nullptr;
+    };
+    for (const VARTYPE type : {VT_I2, VT_I4, VT_VARIANT}) {
+        Typed([type](SAFEARRAY*& texts) {
+            SafeArrayDestroy(texts);
+            texts = Other(type);
+        });
+        EXPECT_FALSE(areTexts()) << type;
+    }
+    Typed([](SAFEARRAY*& texts) {
+        SafeArrayDestroy(texts);
+        texts = nullptr;
+    });
+    EXPECT_FALSE(areTexts());
+    Untyped([](VARIANT& texts) { VariantClear(&texts); });
+    EXPECT_FALSE(areTexts());
 }
 
 }  // namespace
