@@ -70,33 +70,27 @@ void CallByName(IDispatch* object, const wchar_t* name, WORD flags, DISPPARAMS& 
 }
 
 void MeasureCalls() {
-    constexpr DISPID kTick = 0x60030000;
-    IDispatch* const object = Created(L"KWOUtil.IKWOTimer");
+    constexpr DISPID kInterval = 0x68030000;
+    IDispatch* const object = Created(L"KWOUtil.KWOTimer");
     IDispatch* const dictionary = Created(L"Scripting.Dictionary");
     void* early = nullptr;
-    Must(object->QueryInterface(IID__IKWOTimer, &early), "QueryInterface");
-    auto* const callback = static_cast<_IKWOTimer*>(early);
+    Must(object->QueryInterface(IID__KWOTimer, &early), "QueryInterface");
+    auto* const timer = static_cast<_KWOTimer*>(early);
     ITypeInfo* info = nullptr;
     Must(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), "GetTypeInfo");
-
-    _KWOTimer* timer = nullptr;
-    IDispatch* noTimer = nullptr;
-    VARIANTARG argument;
-    argument.vt = VT_BYREF | VT_DISPATCH;
-    argument.ppdispVal = &noTimer;
-    DISPPARAMS one = {&argument, nullptr, 1, 0};
     DISPPARAMS none = {nullptr, nullptr, 0, 0};
+    VARIANT result;
+    ::VariantInit(&result);
 
-    std::printf("\nA call of a member (IKWOTimer.Tick, one object by reference)\n");
-    const double direct = Cost(1'000'000, [&] { callback->Tick(&timer); });
+    std::printf("\nReading a property (KWOTimer.Interval)\n");
+    LONG interval = 0;
+    const double direct = Cost(1'000'000, [&] { timer->get_Interval(&interval); });
     const double invoked = Cost(500'000, [&] {
-        object->Invoke(kTick, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &one, nullptr, nullptr, nullptr);
+        object->Invoke(kInterval, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &result, nullptr,
+                       nullptr);
     });
-    const double throughTypeInfo = Cost(50'000, [&] {
-        VARIANT result;
-        ::VariantInit(&result);
-        info->Invoke(callback, kTick, DISPATCH_METHOD, &one, &result, nullptr, nullptr);
-    });
+    const double throughTypeInfo =
+        Cost(50'000, [&] { info->Invoke(timer, kInterval, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr); });
     Row("by the virtual table", direct);
     Row("by Invoke", invoked);
     Row("by ITypeInfo::Invoke", throughTypeInfo);
@@ -104,15 +98,29 @@ void MeasureCalls() {
     Target("ITypeInfo::Invoke against Invoke", throughTypeInfo / invoked, "at least", 10,
            throughTypeInfo >= 10 * invoked);
 
-    std::printf("\nA late-bound call, the name looked up every time\n");
-    const double ours = Cost(200'000, [&] { CallByName(object, L"Tick", DISPATCH_METHOD, one); });
+    std::printf("\nWriting it\n");
+    VARIANTARG value;
+    value.vt = VT_I4;
+    value.lVal = 500;
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS one = {&value, &put, 1, 1};
+    const double directPut = Cost(1'000'000, [&] { timer->put_Interval(500); });
+    const double invokedPut = Cost(500'000, [&] {
+        object->Invoke(kInterval, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &one, nullptr, nullptr, nullptr);
+    });
+    Row("by the virtual table", directPut);
+    Row("by Invoke", invokedPut);
+    Target("Invoke against the virtual table", invokedPut / directPut, "at most", 10, invokedPut <= 10 * directPut);
+
+    std::printf("\nReading it late bound, the name looked up every time\n");
+    const double ours = Cost(200'000, [&] { CallByName(object, L"Interval", DISPATCH_PROPERTYGET, none); });
     const double theirs = Cost(100'000, [&] { CallByName(dictionary, L"Count", DISPATCH_PROPERTYGET, none); });
-    Row("IKWOTimer.Tick", ours);
+    Row("KWOTimer.Interval", ours);
     Row("Scripting.Dictionary.Count", theirs);
     Target("Scripting.Dictionary against KWOUtil", theirs / ours, "at least", 5, theirs >= 5 * ours);
 
     info->Release();
-    callback->Release();
+    timer->Release();
     dictionary->Release();
     object->Release();
 }
