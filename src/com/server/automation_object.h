@@ -69,6 +69,11 @@ public:
     STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                         EXCEPINFO* exception, UINT* badArgument) override {
         if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        if (arguments == nullptr || arguments->cArgs == 0) {
+            return InvokeMember(mTable, static_cast<Interface*>(this), member, locale, flags, arguments, result,
+                                exception, badArgument);
+        }
+        // The arguments may be objects of the host's that run its code while they are converted.
         const SelfReference hold(*this);
         return InvokeMember(mTable, static_cast<Interface*>(this), member, locale, flags, arguments, result, exception,
                             badArgument);
@@ -94,14 +99,14 @@ protected:
     template <class Body>
     HRESULT Run(TextView member, Body&& body) noexcept {
         const SelfReference hold(*this);
-        return Guarded({mInfo.name, member, &mInfo.interfaceId}, std::forward<Body>(body));
+        return Guarded([&] { return MemberName{mInfo.name, member, &mInfo.interfaceId}; }, std::forward<Body>(body));
     }
 
 private:
     class SelfReference {
     public:
-        explicit SelfReference(AutomationObject& object) : mObject(object) { mObject.AddRef(); }
-        ~SelfReference() { mObject.Release(); }
+        explicit SelfReference(AutomationObject& object) : mObject(object) { ++mObject.mReferences; }
+        ~SelfReference() { mObject.AutomationObject::Release(); }
         SelfReference(const SelfReference&) = delete;
         SelfReference& operator=(const SelfReference&) = delete;
 

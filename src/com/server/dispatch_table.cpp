@@ -148,6 +148,8 @@ DispatchTable::DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const Mem
     for (UINT index = 0; index < members.size(); ++index)
         AddMember(virtualInfo.Get(), index, members[index]);
     std::ranges::sort(mMembers, {}, [](const DispatchMember& member) { return std::pair(member.id, member.kind); });
+    for (const DispatchMember& member : mMembers)
+        mIds.push_back(member.id);
     std::ranges::sort(mNames, {}, &Name::folded);
 }
 
@@ -213,18 +215,6 @@ const DispatchTable::Name* DispatchTable::FindName(const OLECHAR* name) const no
     const auto found =
         std::ranges::lower_bound(mNames, asked.Folded(), {}, [](const Name& n) { return TextView(n.folded); });
     return found != mNames.end() && found->folded == asked.Folded() ? &*found : nullptr;
-}
-
-const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const noexcept {
-    auto at = std::ranges::lower_bound(mMembers, id, {}, &DispatchMember::id);
-    const DispatchMember* other = nullptr;
-    for (; at != mMembers.end() && at->id == id; ++at) {
-        if ((at->kind & flags) != 0) return &*at;
-        // A script without an assignment for references sends the one for values, and the other way round.
-        constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
-        if ((at->kind & kPuts) != 0 && (flags & kPuts) != 0) other = &*at;
-    }
-    return other;
 }
 
 }  // namespace kwo::com

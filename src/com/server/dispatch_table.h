@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -62,7 +63,21 @@ private:
 
     ComPtr<ITypeInfo> mTypeInfo;
     std::vector<DispatchMember> mMembers;  ///< by id, accessors of one property in the order get, put, putref
+    std::vector<DISPID> mIds;              ///< of mMembers, close together for the search
     std::vector<Name> mNames;              ///< by folded name
 };
+
+inline const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const noexcept {
+    auto place = static_cast<std::size_t>(std::ranges::lower_bound(mIds, id) - mIds.begin());
+    const DispatchMember* other = nullptr;
+    for (; place < mIds.size() && mIds[place] == id; ++place) {
+        const DispatchMember* const at = &mMembers[place];
+        if ((at->kind & flags) != 0) return at;
+        // A script without an assignment for references sends the one for values, and the other way round.
+        constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+        if ((at->kind & kPuts) != 0 && (flags & kPuts) != 0) other = at;
+    }
+    return other;
+}
 
 }  // namespace kwo::com

@@ -28,18 +28,19 @@ HRESULT ReportToCaller(HRESULT failure, TextView description, const MemberName& 
 /// Moves the thread's error object into what late-bound callers receive.
 void FillExceptionInfo(HRESULT failure, EXCEPINFO& info) noexcept;
 
-/// Runs a member's body: the one place where exceptions become what a caller of an interface sees.
-template <class Body>
-HRESULT Guarded(const MemberName& member, Body&& body) noexcept {
+/// Runs a member's body: the one place where exceptions become what a caller of an interface sees. `name` makes the
+/// MemberName, which only a failure needs.
+template <class Name, class Body>
+HRESULT Guarded(Name&& name, Body&& body) noexcept {
     try {
         std::forward<Body>(body)();
         return S_OK;
     } catch (const platform::ComponentError& error) {
-        return ReportToCaller(error, member);
+        return ReportToCaller(error, name());
     } catch (const std::bad_alloc&) {
-        return ReportToCaller(E_OUTOFMEMORY, u"Out of memory", member);
+        return ReportToCaller(E_OUTOFMEMORY, u"Out of memory", name());
     } catch (...) {
-        return ReportToCaller(E_UNEXPECTED, u"Unexpected failure", member);
+        return ReportToCaller(E_UNEXPECTED, u"Unexpected failure", name());
     }
 }
 

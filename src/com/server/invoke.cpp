@@ -126,11 +126,27 @@ void Deliver(VARIANT& value, VARTYPE type, VARIANT* result) {
     }
 }
 
+/// Where a member puts its result.
+void* ResultPlace(const DispatchMember& member, VARIANT& value) {
+    value.vt = VT_EMPTY;
+    value.llVal = 0;
+    return member.resultType == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
+}
+
+/// A member without arguments, which is what is called most.
+HRESULT Read(const DispatchMember& member, void* interfacePointer, VARIANT* result, EXCEPINFO* exception) {
+    VARIANT value;
+    void* const pointers[] = {ResultPlace(member, value)};
+    const HRESULT called = Called(member, interfacePointer, pointers, exception);
+    if (SUCCEEDED(called) && member.resultType != VT_EMPTY) Deliver(value, member.resultType, result);
+    return called;
+}
+
 }  // namespace
 
 HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
                      DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
-    if (result != nullptr) ::VariantInit(result);
+    if (result != nullptr) result->vt = VT_EMPTY;
     if (arguments == nullptr || (arguments->cArgs != 0 && arguments->rgvarg == nullptr) ||
         (arguments->cNamedArgs != 0 && arguments->rgdispidNamedArgs == nullptr)) {
         return E_INVALIDARG;
@@ -138,15 +154,14 @@ HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID 
     const DispatchMember* const member = table.Find(id, ChosenFlags(flags, *arguments));
     if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
 
+    if (member->parameters.empty() && arguments->cArgs == 0) return Read(*member, interfacePointer, result, exception);
+
     ArgumentFrame frame(*member, *arguments, locale);
     const HRESULT prepared = frame.Prepare(badArgument);
     if (FAILED(prepared)) return prepared;
 
     VARIANT value;
-    value.vt = VT_EMPTY;
-    value.llVal = 0;
-    void* const place = member->resultType == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
-    const HRESULT called = Called(*member, interfacePointer, frame.Pointers(place), exception);
+    const HRESULT called = Called(*member, interfacePointer, frame.Pointers(ResultPlace(*member, value)), exception);
     if (FAILED(called)) return called;
 
     const HRESULT written = frame.WriteBack(badArgument);
