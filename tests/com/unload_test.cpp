@@ -131,6 +131,59 @@ TEST_F(Unloading, AnErrorObjectThatIsStillOnTheThreadDoesNotKeepTheDllInUse) {
     SetErrorInfo(0, nullptr);
 }
 
+void ProcessMessagesFor(DWORD ms) {
+    const DWORD begin = GetTickCount();
+    while (GetTickCount() - begin < ms) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+    }
+}
+
+TEST_F(Unloading, PendingRowsAndTheirPlatformTimerKeepTheDll) {
+    const Library library;
+    ComPtr<IDispatch> timer = Make(library, ClassIdOf(L"KWOTimer"));
+    ASSERT_TRUE(timer);
+    EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"AddRelativeAlarm", {50, 1}).status));
+    timer.Reset();
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+
+    ProcessMessagesFor(300);
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow())) << "the last alarm has ended the timer";
+}
+
+TEST_F(Unloading, APlatformTimerThatRunsOnForATimerWithoutRowsKeepsTheDll) {
+    const Library library;
+    ComPtr<IDispatch> timer = Make(library, ClassIdOf(L"KWOTimer"));
+    ASSERT_TRUE(timer);
+    Call(timer.Get(), L"AddRelativeAlarm", {20, 1});
+    ProcessMessagesFor(200);
+    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+
+    timer.Reset();
+    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+}
+
+TEST_F(Unloading, ADllThatIsTornOutStopsItsPlatformTimers) {
+    const CLSID id = ClassIdOf(L"KWOTimer");
+    for (int round = 0; round < 20; ++round) {
+        const Library library;
+        IDispatch* const leaked = [&] {
+            ComPtr<IDispatch> timer = Make(library, id);
+            Let(timer.Get(), L"Interval", 10);
+            Let(timer.Get(), L"Enabled", true);
+            timer->AddRef();
+            return timer.Get();
+        }();
+        ASSERT_NE(nullptr, leaked);
+        ProcessMessagesFor(15);
+    }
+    ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll"));
+    // A timer that was left running would now call into nothing.
+    ProcessMessagesFor(200);
+}
+
 TEST_F(Unloading, FreeingTheDllTakesItOutOfTheProcess) {
     {
         const Library library;
@@ -180,6 +233,29 @@ TEST_F(Unloading, TheSystemLetsAnUnusedDllGo) {
 }
 
 // Apartments
+
+TEST(Apartments, TimersOfTwoThreadsTickEachOnItsOwn) {
+    std::atomic<int> good = 0;
+    const auto work = [&good] {
+        if (FAILED(CoInitialize(nullptr))) return;
+        {
+            const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+            Let(timer.Get(), L"Interval", 20);
+            Let(timer.Get(), L"Enabled", true);
+            ProcessMessagesFor(200);
+            // Cancelling one thread's rows must leave the other's alone.
+            const bool enabled = Get(timer.Get(), L"Enabled").result.boolVal == VARIANT_TRUE;
+            if (enabled && Call(timer.Get(), L"CancelTimers").status == S_OK) ++good;
+        }
+        CoUninitialize();
+    };
+    std::thread first(work);
+    std::thread second(work);
+    first.join();
+    second.join();
+
+    EXPECT_EQ(2, good);
+}
 
 TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
     std::atomic<int> good = 0;

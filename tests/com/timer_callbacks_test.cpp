@@ -1,0 +1,234 @@
+#include <dispex.h>
+
+#include "timer_client.h"
+
+namespace kwo::com_test {
+namespace {
+
+class TimerCallbacks : public TimerClient {
+protected:
+    void SetUp() override {
+        TimerClient::SetUp();
+        mTick.interfaceId = IdOfType(L"_IKWOTimer");
+        mAlarm.interfaceId = IdOfType(L"_IKWOAlarm");
+    }
+    void TearDown() override {
+        TimerClient::TearDown();
+        EXPECT_EQ(0u, mTick.references);
+        EXPECT_EQ(0u, mAlarm.references);
+    }
+    void UseEarly() {
+        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status));
+        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status));
+    }
+    void UseLate(Sink& object, const wchar_t* member, const wchar_t* property) {
+        object.member = member;
+        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&object)).status));
+    }
+
+    EarlyTick mTick;
+    EarlyAlarm mAlarm;
+};
+
+TEST_F(TimerCallbacks, EarlyBoundTickTakesThePlaceOfTheEvent) {
+    UseEarly();
+    Sink sink;
+    Connect(sink);
+    mTick.onTick = [&](IDispatch** timer) {
+        EXPECT_EQ(mTimer.Get(), *timer);
+        return S_OK;
+    };
+    Start(20);
+
+    EXPECT_TRUE(ProcessUntil([&] { return mTick.calls >= 3; }));
+    EXPECT_EQ(0, sink.calls);
+}
+
+TEST_F(TimerCallbacks, EarlyBoundAlarmGetsItsTagAndGivesADate) {
+    UseEarly();
+    mAlarm.onAlarm = [&](IDispatch** timer, LONG* tag, DATE* date) {
+        EXPECT_EQ(mTimer.Get(), *timer);
+        EXPECT_EQ(9, *tag);
+        EXPECT_EQ(0, *date);
+        if (mAlarm.calls == 1) *date = 1.5;
+        return S_OK;
+    };
+    AddRelative(20, 9);
+
+    EXPECT_TRUE(ProcessUntil([&] { return mAlarm.calls >= 2; }));
+}
+
+TEST_F(TimerCallbacks, CalleeMayPutAnotherObjectOrNoneInThePlaceOfTheTimer) {
+    UseEarly();
+    Sink other;
+    mTick.onTick = [&](IDispatch** timer) {
+        (*timer)->Release();
+        *timer = mTick.calls == 1 ? nullptr : &other;
+        if (*timer != nullptr) (*timer)->AddRef();
+        return S_OK;
+    };
+    EXPECT_EQ(Hex(S_OK), Hex(Force(1).status));
+    EXPECT_EQ(Hex(S_OK), Hex(Force(1).status));
+
+    EXPECT_EQ(0u, other.references);
+    EXPECT_EQ(Hex(S_OK), Hex(Get(mTimer.Get(), L"Interval").status)) << "the timer is as alive as before";
+}
+
+TEST_F(TimerCallbacks, EarlyBoundFailureIsRaisedWithItsCode) {
+    UseEarly();
+    mTick.onTick = [](IDispatch**) { return E_ACCESSDENIED; };
+
+    const Outcome outcome = Force(1);
+
+    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
+    EXPECT_EQ(Hex(E_ACCESSDENIED), Hex(outcome.scode));
+}
+
+/// A callback object that explains its failures.
+class Explaining final : public ClientObject<TickSlots>, public ISupportErrorInfo {
+public:
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (iid != IID_ISupportErrorInfo) return ClientObject<TickSlots>::QueryInterface(iid, object);
+        *object = static_cast<ISupportErrorInfo*>(this);
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+    STDMETHODIMP_(ULONG) Release() override { return --references; }
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
+    STDMETHODIMP Tick(IDispatch**) override {
+        ComPtr<ICreateErrorInfo> made;
+        CreateErrorInfo(made.Out());
+        std::wstring source = L"the callback";
+        std::wstring description = L"it had enough";
+        made->SetSource(source.data());
+        made->SetDescription(description.data());
+        SetErrorInfo(0, As<IErrorInfo>(made.Get(), IID_IErrorInfo).Get());
+        return static_cast<HRESULT>(0x800A0007);
+    }
+};
+
+TEST_F(TimerCallbacks, EarlyBoundFailureIsRaisedWithTheExplanationThatItLeft) {
+    Explaining callback;
+    callback.interfaceId = IdOfType(L"_IKWOTimer");
+    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents",
+                                 static_cast<IDispatch*>(static_cast<ClientObject<TickSlots>*>(&callback)))
+                                 .status));
+
+    const Outcome outcome = Force(1);
+
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0007)), Hex(outcome.scode));
+    EXPECT_EQ(L"the callback", outcome.source);
+    EXPECT_EQ(L"it had enough", outcome.description);
+    Call(mTimer.Get(), L"CancelTimers");
+    EXPECT_EQ(0u, callback.references);
+}
+
+TEST_F(TimerCallbacks, FailingCallbackCostsTheRow) {
+    UseEarly();
+    mTick.onTick = [](IDispatch**) { return E_FAIL; };
+    Start(20);
+
+    EXPECT_TRUE(ProcessUntil([&] { return mTick.calls >= 1; }));
+    ProcessFor(200);
+    EXPECT_EQ(1, mTick.calls);
+}
+
+TEST_F(TimerCallbacks, CallbackMayCancelEverythingAndReleaseTheTimer) {
+    UseEarly();
+    mTick.onTick = [&](IDispatch**) {
+        Call(mTimer.Get(), L"CancelTimers");
+        EXPECT_GE(mTick.references, 1u) << "not while it runs";
+        mTimer.Reset();
+        return S_OK;
+    };
+    Start(20);
+
+    EXPECT_TRUE(ProcessUntil([&] { return mTick.calls == 1; }));
+    EXPECT_EQ(0u, mTick.references);
+    ProcessFor(100);
+    EXPECT_EQ(1, mTick.calls);
+}
+
+TEST_F(TimerCallbacks, LateBoundCallbackGetsReferencesToVariants) {
+    Sink listener;
+    UseLate(listener, L"Alarm", L"AlarmEvents");
+    listener.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
+        EXPECT_EQ(77, id);
+        EXPECT_EQ(3u, arguments.cArgs);
+        for (UINT at = 0; at < 3; ++at)
+            EXPECT_EQ(VT_BYREF | VT_VARIANT, arguments.rgvarg[at].vt) << at;
+        EXPECT_EQ(VT_DISPATCH, arguments.rgvarg[2].pvarVal->vt);
+        EXPECT_EQ(mTimer.Get(), arguments.rgvarg[2].pvarVal->pdispVal);
+        EXPECT_EQ(VT_I4, arguments.rgvarg[1].pvarVal->vt);
+        EXPECT_EQ(VT_DATE, arguments.rgvarg[0].pvarVal->vt);
+        if (listener.calls == 1) {
+            // As text, which is a date all the same.
+            arguments.rgvarg[0].pvarVal->vt = VT_BSTR;
+            arguments.rgvarg[0].pvarVal->bstrVal = SysAllocString(L"1/1/2001");
+        }
+        return S_OK;
+    };
+    AddRelative(20, 3);
+
+    EXPECT_TRUE(ProcessUntil([&] { return listener.calls >= 2; }));
+    Call(mTimer.Get(), L"CancelTimers");
+    EXPECT_EQ(0u, listener.references);
+}
+
+TEST_F(TimerCallbacks, LateBoundCallbackThatWritesNoDateLosesTheAlarm) {
+    Sink listener;
+    UseLate(listener, L"Alarm", L"AlarmEvents");
+    listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        arguments.rgvarg[0].pvarVal->vt = VT_BSTR;
+        arguments.rgvarg[0].pvarVal->bstrVal = SysAllocString(L"never");
+        return S_OK;
+    };
+    const Outcome outcome = Force(2, 3);
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A000D)), Hex(outcome.scode));
+
+    AddRelative(20, 3);
+    EXPECT_TRUE(ProcessUntil([&] { return listener.calls >= 2; }));
+    ProcessFor(1'300);
+    EXPECT_EQ(2, listener.calls);
+    Call(mTimer.Get(), L"CancelTimers");
+}
+
+TEST_F(TimerCallbacks, LateBoundFailureIsRaisedAsItCame) {
+    Sink listener;
+    UseLate(listener, L"Tick", L"TimerEvents");
+    listener.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO& exception) {
+        return Raising(exception, static_cast<SCODE>(0x800A0009));
+    };
+
+    const Outcome outcome = Force(1);
+
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0009)), Hex(outcome.scode));
+    EXPECT_EQ(L"the handler", outcome.source);
+    Call(mTimer.Get(), L"CancelTimers");
+}
+
+TEST_F(TimerCallbacks, ForcedTicksOfNoKindDoNothing) {
+    UseEarly();
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mTimer.Get(), L"TimerTick").status));
+    for (const int type : {0, 3, -1})
+        EXPECT_EQ(Hex(S_OK), Hex(Force(type).status));
+    EXPECT_EQ(0, mTick.calls + mAlarm.calls);
+
+    LONG type = 2;
+    LONG tag = 8;
+    double date = 0;
+    mAlarm.onAlarm = [](IDispatch**, LONG* given, DATE* newDate) {
+        *given += 1;
+        *newDate = 2.5;
+        return S_OK;
+    };
+    EXPECT_EQ(Hex(S_OK),
+              Hex(Call(mTimer.Get(), L"TimerTick", {Var::Ref(&type), Var::Ref(&tag), Var::Reference(VT_DATE, &date)})
+                      .status));
+    EXPECT_EQ(9, tag);
+    EXPECT_EQ(2.5, date);
+}
+
+}  // namespace
+}  // namespace kwo::com_test

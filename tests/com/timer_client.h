@@ -1,0 +1,151 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "com_test.h"
+#include "type_library_dump.h"
+
+namespace kwo::com_test {
+
+/// The slots of the callback interfaces as early-bound clients compile them, typed by hand.
+struct TickSlots : IDispatch {
+    virtual HRESULT STDMETHODCALLTYPE Tick(IDispatch** timer) = 0;
+};
+struct AlarmSlots : IDispatch {
+    virtual HRESULT STDMETHODCALLTYPE Alarm(IDispatch** timer, LONG* alarmData, DATE* newDateTime) = 0;
+};
+
+/// A client's object on the stack: it counts references and has the interfaces that it is told to have.
+template <class Interface>
+class ClientObject : public Interface {
+public:
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        *object = nullptr;
+        if (iid != IID_IUnknown && iid != IID_IDispatch && iid != interfaceId) return E_NOINTERFACE;
+        *object = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+    STDMETHODIMP_(ULONG) Release() override { return --references; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+        if (member.empty() || lstrcmpiW(names[0], member.c_str()) != 0) return DISP_E_UNKNOWNNAME;
+        *ids = 77;
+        return S_OK;
+    }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO* exception,
+                        UINT*) override {
+        ++calls;
+        return onInvoke ? onInvoke(id, *arguments, *exception) : S_OK;
+    }
+
+    IID interfaceId = IID_IDispatch;
+    std::wstring member;  ///< the one that late-bound callers find
+    std::function<HRESULT(DISPID, DISPPARAMS&, EXCEPINFO&)> onInvoke;
+    ULONG references = 0;
+    int calls = 0;
+};
+
+using Sink = ClientObject<IDispatch>;
+
+class EarlyTick final : public ClientObject<TickSlots> {
+public:
+    STDMETHODIMP Tick(IDispatch** timer) override {
+        ++calls;
+        return onTick ? onTick(timer) : S_OK;
+    }
+    std::function<HRESULT(IDispatch**)> onTick;
+};
+
+class EarlyAlarm final : public ClientObject<AlarmSlots> {
+public:
+    STDMETHODIMP Alarm(IDispatch** timer, LONG* alarmData, DATE* newDateTime) override {
+        ++calls;
+        return onAlarm ? onAlarm(timer, alarmData, newDateTime) : S_OK;
+    }
+    std::function<HRESULT(IDispatch**, LONG*, DATE*)> onAlarm;
+};
+
+/// What a raising handler leaves.
+inline HRESULT Raising(EXCEPINFO& exception, SCODE scode) {
+    exception.scode = scode;
+    exception.bstrSource = SysAllocString(L"the handler");
+    exception.bstrDescription = SysAllocString(L"it went wrong");
+    return DISP_E_EXCEPTION;
+}
+
+/// A timer of the DLL under test, and a thread that processes its messages.
+class TimerClient : public ::testing::Test {
+protected:
+    static constexpr int kTickEvent = 1;
+    static constexpr int kAlarmEvent = 2;
+
+    void SetUp() override {
+        mLibrary = TypeLibraryOfTheDll();
+        ASSERT_TRUE(mLibrary);
+        mEvents = IdOfType(L"__KWOTimer");
+        mTimer = Create(L"KWOTimer");
+        ASSERT_TRUE(mTimer);
+    }
+    void TearDown() override {
+        if (mTimer) Call(mTimer.Get(), L"CancelTimers");
+    }
+
+    IID IdOfType(const wchar_t* name) { return TypeAttributes(TypeInfoOf(mLibrary.Get(), name).Get())->guid; }
+
+    ComPtr<IConnectionPoint> Point() {
+        const auto container = As<IConnectionPointContainer>(mTimer.Get(), IID_IConnectionPointContainer);
+        ComPtr<IConnectionPoint> point;
+        EXPECT_EQ(Hex(S_OK), Hex(container->FindConnectionPoint(mEvents, point.Out())));
+        return point;
+    }
+    DWORD Connect(Sink& sink) {
+        DWORD cookie = 0;
+        EXPECT_EQ(Hex(S_OK), Hex(Point()->Advise(&sink, &cookie)));
+        return cookie;
+    }
+    HRESULT Disconnect(DWORD cookie) { return Point()->Unadvise(cookie); }
+
+    /// Messages are processed until `done`, or much too long.
+    static bool ProcessUntil(const std::function<bool()>& done) {
+        constexpr DWORD kTooLongMs = 20'000;
+        const DWORD begin = GetTickCount();
+        while (!done() && GetTickCount() - begin < kTooLongMs) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+            Process();
+        }
+        return done();
+    }
+    static void ProcessFor(DWORD ms) {
+        const DWORD begin = GetTickCount();
+        while (GetTickCount() - begin < ms) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+            Process();
+        }
+    }
+    static void Process() {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+    }
+
+    void Start(int intervalMs) {
+        EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Interval", intervalMs).status));
+        EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Enabled", true).status));
+    }
+    Outcome AddRelative(int ms, int tag) { return Call(mTimer.Get(), L"AddRelativeAlarm", {ms, tag}); }
+    Outcome Force(int type, int tag = 0) { return Call(mTimer.Get(), L"TimerTick", {type, tag}); }
+
+    ComPtr<ITypeLib> mLibrary;
+    IID mEvents = {};
+    ComPtr<IDispatch> mTimer;
+};
+
+}  // namespace kwo::com_test
