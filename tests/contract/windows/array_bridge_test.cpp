@@ -108,7 +108,8 @@ TEST(ArrayBridge, ArrayThatIsNotThereIsCarriedOnly) {
     EXPECT_EQ(back.Get().parray, nullptr);
 
     // Bounds without elements behind them.
-    ASSERT_EQ(SafeArrayAllocDescriptorEx(VT_BSTR, 1, &none.parray), S_OK);
+    none.vt = VT_ARRAY | VT_I2;
+    ASSERT_EQ(SafeArrayAllocDescriptorEx(VT_I2, 1, &none.parray), S_OK);
     none.parray->rgsabound[0] = {5, 1};
     EXPECT_EQ(FromArray(none), nullptr);
     SafeArrayDestroyDescriptor(none.parray);
