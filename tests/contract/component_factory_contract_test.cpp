@@ -19,6 +19,14 @@ TEST_F(ComponentFactoryContract, MakesObjectsByName) {
     EXPECT_EQ(std::get<std::int32_t>(first->Get(u"Count")), 0);
 }
 
+TEST_F(ComponentFactoryContract, LetterCaseOfANameDoesNotMatter) {
+    Text name = outside().InstalledClass();
+    for (char16_t& c : name) {
+        if (c >= u'a' && c <= u'z') c = static_cast<char16_t>(c - u'a' + u'A');
+    }
+    EXPECT_NE(components.Create(name), nullptr);
+}
+
 TEST_F(ComponentFactoryContract, NameThatNobodyHasCannotBeCreated) {
     EXPECT_EQ(Raised([&] { components.Create(u"KWOUtil.NoSuchClass"); }), 429);
     EXPECT_EQ(Raised([&] { components.Create(u""); }), 429);

@@ -8,7 +8,8 @@
 
 namespace kwo::platform::simulated {
 
-/// The automation classes that are installed on the desktop: those that a test has put there.
+/// The automation classes that are installed on the desktop: those that a test has put there. Names are found
+/// without regard to case.
 class ComponentClasses final : public ComponentFactory {
 public:
     using Maker = std::function<HostObjectRef()>;
@@ -17,11 +18,11 @@ public:
 
     HostObjectRef Create(TextView programmaticId) override;
 
-    void Install(TextView programmaticId, Maker maker) { mMakers[Text(programmaticId)] = std::move(maker); }
+    void Install(TextView programmaticId, Maker maker);
 
 private:
     World& mWorld;
-    std::map<Text, Maker> mMakers;
+    std::map<Text, Maker> mMakers;  ///< by folded name
 };
 
 }  // namespace kwo::platform::simulated

@@ -1,6 +1,7 @@
 #include "platform/windows/array_bridge.h"
 
 #include <gtest/gtest.h>
+#include <wrl/client.h>
 
 #include <array>
 
@@ -108,7 +109,8 @@ TEST(ArrayBridge, ArrayThatIsNotThereIsCarriedOnly) {
     EXPECT_EQ(back.Get().parray, nullptr);
 
     // Bounds without elements behind them.
-    ASSERT_EQ(SafeArrayAllocDescriptorEx(VT_BSTR, 1, &none.parray), S_OK);
+    none.vt = VT_ARRAY | VT_I2;
+    ASSERT_EQ(SafeArrayAllocDescriptorEx(VT_I2, 1, &none.parray), S_OK);
     none.parray->rgsabound[0] = {5, 1};
     EXPECT_EQ(FromArray(none), nullptr);
     SafeArrayDestroyDescriptor(none.parray);
@@ -251,6 +253,80 @@ TEST_F(NamedArrays, ReplacedBySomethingElseAreNoTextsAnyMore) {
     EXPECT_FALSE(areTexts());
     Untyped([](VARIANT& texts) { VariantClear(&texts); });
     EXPECT_FALSE(areTexts());
+}
+
+/// A dual interface with a typed member, called by name through the system's own way from a name to a slot.
+struct ITypedFiller : IDispatch {
+    STDMETHOD(Load)(LONG* language, SAFEARRAY** numbers, SAFEARRAY** texts) = 0;
+};
+
+class TypedFiller final : public Counted<ITypedFiller> {
+public:
+    TypedFiller() {
+        static PARAMDATA parameters[] = {{const_cast<OLECHAR*>(L"Language"), VT_BYREF | VT_I4},
+                                         {const_cast<OLECHAR*>(L"IdxArray"), VT_BYREF | VT_ARRAY | VT_I2},
+                                         {const_cast<OLECHAR*>(L"TextArray"), VT_BYREF | VT_ARRAY | VT_BSTR}};
+        constexpr UINT kSlotsOfDispatch = 7;
+        static METHODDATA method = {
+            const_cast<OLECHAR*>(L"Load"), parameters, 5, kSlotsOfDispatch, CC_STDCALL, 3, DISPATCH_METHOD, VT_EMPTY};
+        static INTERFACEDATA members = {&method, 1};
+        // What is made is a class of one interface, and Wine calls through the interface alone.
+        Microsoft::WRL::ComPtr<ITypeInfo> madeClass;
+        HREFTYPE interfaceOfClass = 0;
+        EXPECT_EQ(CreateDispTypeInfo(&members, LOCALE_SYSTEM_DEFAULT, madeClass.GetAddressOf()), S_OK);
+        EXPECT_EQ(madeClass->GetRefTypeOfImplType(0, &interfaceOfClass), S_OK);
+        EXPECT_EQ(madeClass->GetRefTypeInfo(interfaceOfClass, mInfo.GetAddressOf()), S_OK);
+    }
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IDispatch);
+        *object = known ? this : nullptr;
+        if (!known) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        return DispGetIDsOfNames(mInfo.Get(), names, count, ids);
+    }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                        EXCEPINFO* exception, UINT* badArgument) override {
+        return DispInvoke(static_cast<ITypedFiller*>(this), mInfo.Get(), id, flags, parameters, result, exception,
+                          badArgument);
+    }
+    STDMETHODIMP Load(LONG* given, SAFEARRAY** numbers, SAFEARRAY** texts) override {
+        this->language = *given;
+        LONG first = 1;
+        EXPECT_EQ(SafeArrayGetElement(*numbers, &first, &number), S_OK);
+        SAFEARRAYBOUND bound = {3, 10};
+        EXPECT_EQ(SafeArrayRedim(*texts, &bound), S_OK);
+        Fill(*texts);
+        return S_OK;
+    }
+
+    LONG language = 0;
+    SHORT number = 0;
+
+private:
+    Microsoft::WRL::ComPtr<ITypeInfo> mInfo;
+};
+
+TEST(DualInterface, MemberTypedForArraysFillsThem) {
+    constexpr TextView kNames[] = {u"Language", u"IdxArray", u"TextArray"};
+    TypedFiller filler;
+    Variant arguments[] = {std::int32_t{1033}, Made<Int16Array>(1, std::vector<std::int16_t>{1}),
+                           Texts(10, {u"", u""})};
+
+    MakeHostObject(&filler)->CallNamed(u"Load", kNames, arguments);
+
+    EXPECT_EQ(filler.language, 1033);
+    EXPECT_EQ(filler.number, 1);
+    EXPECT_EQ(TextsIn(arguments[2]).lowerBound, 10);
+    EXPECT_EQ(TextsIn(arguments[2]).items, (std::vector<Text>{u"", u"filled", u""}));
 }
 
 }  // namespace
