@@ -32,7 +32,7 @@ protected:
 
 TEST_F(TimerCallbacks, EarlyBoundTickTakesThePlaceOfTheEvent) {
     UseEarly();
-    Sink sink;
+    Sink& sink = NewSink();
     Connect(sink);
     mTick.onTick = [&](IDispatch** timer) {
         EXPECT_EQ(mTimer.Get(), *timer);
@@ -60,7 +60,7 @@ TEST_F(TimerCallbacks, EarlyBoundAlarmGetsItsTagAndGivesADate) {
 
 TEST_F(TimerCallbacks, CalleeMayPutAnotherObjectOrNoneInThePlaceOfTheTimer) {
     UseEarly();
-    Sink other;
+    Sink& other = NewSink();
     mTick.onTick = [&](IDispatch** timer) {
         (*timer)->Release();
         *timer = mTick.calls == 1 ? nullptr : &other;
@@ -151,7 +151,7 @@ TEST_F(TimerCallbacks, CallbackMayCancelEverythingAndReleaseTheTimer) {
 }
 
 TEST_F(TimerCallbacks, LateBoundCallbackGetsReferencesToVariants) {
-    Sink listener;
+    Sink& listener = NewSink();
     UseLate(listener, L"Alarm", L"AlarmEvents");
     listener.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
         EXPECT_EQ(77, id);
@@ -177,7 +177,7 @@ TEST_F(TimerCallbacks, LateBoundCallbackGetsReferencesToVariants) {
 }
 
 TEST_F(TimerCallbacks, LateBoundCallbackThatWritesNoDateLosesTheAlarm) {
-    Sink listener;
+    Sink& listener = NewSink();
     UseLate(listener, L"Alarm", L"AlarmEvents");
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         arguments.rgvarg[0].pvarVal->vt = VT_BSTR;
@@ -195,7 +195,7 @@ TEST_F(TimerCallbacks, LateBoundCallbackThatWritesNoDateLosesTheAlarm) {
 }
 
 TEST_F(TimerCallbacks, LateBoundFailureIsRaisedAsItCame) {
-    Sink listener;
+    Sink& listener = NewSink();
     UseLate(listener, L"Tick", L"TimerEvents");
     listener.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO& exception) {
         return Raising(exception, static_cast<SCODE>(0x800A0009));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -96,7 +97,13 @@ protected:
     }
     void TearDown() override {
         if (mTimer) Call(mTimer.Get(), L"CancelTimers");
+        mTimer.Reset();
+        for (const Sink& sink : mSinks)
+            EXPECT_EQ(0u, sink.references);
     }
+
+    /// A sink that outlives the timer; at the end nobody may hold it.
+    Sink& NewSink() { return mSinks.emplace_back(); }
 
     IID IdOfType(const wchar_t* name) { return TypeAttributes(TypeInfoOf(mLibrary.Get(), name).Get())->guid; }
 
@@ -143,6 +150,7 @@ protected:
     Outcome AddRelative(int ms, int tag) { return Call(mTimer.Get(), L"AddRelativeAlarm", {ms, tag}); }
     Outcome Force(int type, int tag = 0) { return Call(mTimer.Get(), L"TimerTick", {type, tag}); }
 
+    std::deque<Sink> mSinks;
     ComPtr<ITypeLib> mLibrary;
     IID mEvents = {};
     ComPtr<IDispatch> mTimer;

@@ -46,8 +46,8 @@ TEST_F(TimerEvents, OnePointIsThereForTheEventsOfTheTimer) {
 }
 
 TEST_F(TimerEvents, SinksComeAndGo) {
-    Sink first;
-    Sink second;
+    Sink& first = NewSink();
+    Sink& second = NewSink();
     second.interfaceId = mEvents;
     const auto point = Point();
     DWORD cookie = 99;
@@ -100,7 +100,7 @@ TEST_F(TimerEvents, ObjectThatCannotBeCalledCannotConnect) {
 }
 
 TEST_F(TimerEvents, TickHandsOverTheTimerItself) {
-    Sink sink;
+    Sink& sink = NewSink();
     sink.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
         EXPECT_EQ(kTickEvent, id);
         EXPECT_EQ(1u, arguments.cArgs);
@@ -120,7 +120,7 @@ TEST_F(TimerEvents, TickHandsOverTheTimerItself) {
 }
 
 TEST_F(TimerEvents, AlarmHandsOverItsTagAndTakesANewDate) {
-    Sink sink;
+    Sink& sink = NewSink();
     sink.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
         EXPECT_EQ(kAlarmEvent, id);
         EXPECT_EQ(3u, arguments.cArgs);
@@ -143,13 +143,13 @@ TEST_F(TimerEvents, AlarmHandsOverItsTagAndTakesANewDate) {
 
 TEST_F(TimerEvents, SinksAreCalledInTheOrderInWhichTheyCame) {
     std::string order;
-    Sink sinks[3];
+    Sink* const sinks[] = {&NewSink(), &NewSink(), &NewSink()};
     for (int at = 0; at < 3; ++at) {
-        sinks[at].onInvoke = [&order, at](DISPID, DISPPARAMS&, EXCEPINFO&) {
+        sinks[at]->onInvoke = [&order, at](DISPID, DISPPARAMS&, EXCEPINFO&) {
             order += std::to_string(at);
             return S_OK;
         };
-        Connect(sinks[at]);
+        Connect(*sinks[at]);
     }
     Force(kTickEvent);
 
@@ -157,13 +157,13 @@ TEST_F(TimerEvents, SinksAreCalledInTheOrderInWhichTheyCame) {
 }
 
 TEST_F(TimerEvents, FailingSinkHarmsNoOtherAndItsFailureIsRaised) {
-    Sink failing;
+    Sink& failing = NewSink();
     failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO& exception) {
         return Raising(exception, static_cast<SCODE>(0x800A0005));
     };
-    Sink failingToo;
+    Sink& failingToo = NewSink();
     failingToo.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return kScriptReported; };
-    Sink healthy;
+    Sink& healthy = NewSink();
     Connect(failing);
     Connect(failingToo);
     Connect(healthy);
@@ -179,7 +179,7 @@ TEST_F(TimerEvents, FailingSinkHarmsNoOtherAndItsFailureIsRaised) {
 }
 
 TEST_F(TimerEvents, FailingSinkCostsTheRow) {
-    Sink failing;
+    Sink& failing = NewSink();
     failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_FAIL; };
     Connect(failing);
     Start(20);
@@ -191,11 +191,12 @@ TEST_F(TimerEvents, FailingSinkCostsTheRow) {
 }
 
 TEST_F(TimerEvents, SinkWithoutTheEventDoesNotFail) {
-    Sink sinks[2];
-    sinks[0].onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return DISP_E_MEMBERNOTFOUND; };
-    sinks[1].onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_NOTIMPL; };
-    for (Sink& sink : sinks)
-        Connect(sink);
+    Sink& first = NewSink();
+    Sink& second = NewSink();
+    first.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return DISP_E_MEMBERNOTFOUND; };
+    second.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_NOTIMPL; };
+    Connect(first);
+    Connect(second);
 
     EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status));
 }
@@ -203,7 +204,7 @@ TEST_F(TimerEvents, SinkWithoutTheEventDoesNotFail) {
 TEST_F(TimerEvents, SinkWhoseProgramIsGoneIsLetGo) {
     for (const HRESULT gone : {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE, CO_E_OBJNOTCONNECTED,
                                HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE)}) {
-        Sink vanished;
+        Sink& vanished = NewSink();
         vanished.onInvoke = [gone](DISPID, DISPPARAMS&, EXCEPINFO&) { return gone; };
         Connect(vanished);
         EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status)) << Hex(gone);
@@ -212,9 +213,9 @@ TEST_F(TimerEvents, SinkWhoseProgramIsGoneIsLetGo) {
 }
 
 TEST_F(TimerEvents, SinkMayDisconnectItselfAndOthersInsideItsCall) {
-    Sink first;
-    Sink second;
-    Sink third;
+    Sink& first = NewSink();
+    Sink& second = NewSink();
+    Sink& third = NewSink();
     DWORD own = 0;
     DWORD others = 0;
     first.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
@@ -235,8 +236,8 @@ TEST_F(TimerEvents, SinkMayDisconnectItselfAndOthersInsideItsCall) {
 }
 
 TEST_F(TimerEvents, SinkThatConnectsInsideACallWaitsForTheNextEvent) {
-    Sink first;
-    Sink late;
+    Sink& first = NewSink();
+    Sink& late = NewSink();
     first.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
         if (first.calls == 1) Connect(late);
         return S_OK;
@@ -250,7 +251,7 @@ TEST_F(TimerEvents, SinkThatConnectsInsideACallWaitsForTheNextEvent) {
 }
 
 TEST_F(TimerEvents, TimerMayLoseItsLastReferenceInsideACall) {
-    Sink sink;
+    Sink& sink = NewSink();
     sink.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
         mTimer.Reset();
         return S_OK;
@@ -264,7 +265,7 @@ TEST_F(TimerEvents, TimerMayLoseItsLastReferenceInsideACall) {
 }
 
 TEST_F(TimerEvents, PendingAlarmKeepsTheTimerAndItsSinksAlive) {
-    Sink sink;
+    Sink& sink = NewSink();
     Connect(sink);
     AddRelative(100, 1);
     mTimer.Reset();
@@ -275,7 +276,7 @@ TEST_F(TimerEvents, PendingAlarmKeepsTheTimerAndItsSinksAlive) {
 }
 
 TEST_F(TimerEvents, MessagesProcessedInsideACallBringNoTickInsideATick) {
-    Sink sink;
+    Sink& sink = NewSink();
     int depth = 0;
     int deepest = 0;
     sink.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {

@@ -53,7 +53,7 @@ TEST_F(TimerProperties, ItemFollowsReferences) {
 }
 
 TEST_F(TimerProperties, ItemCountsItsReferenceToAnObject) {
-    Sink object;
+    Sink& object = NewSink();
     ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"Item", static_cast<IDispatch*>(&object)).status));
     EXPECT_EQ(1u, object.references);
     {
@@ -95,9 +95,9 @@ TEST_F(TimerProperties, CallbacksReadBackAsTheVeryObjectAndAreCounted) {
          {Case{L"TimerEvents", L"_IKWOTimer", L"Tick"}, Case{L"AlarmEvents", L"_IKWOAlarm", L"Alarm"}}) {
         EXPECT_EQ(VT_DISPATCH, Get(mTimer.Get(), row.property).result.vt);
         EXPECT_EQ(nullptr, Get(mTimer.Get(), row.property).result.pdispVal);
-        Sink early;
+        Sink& early = NewSink();
         early.interfaceId = IdOfType(row.type);
-        Sink late;
+        Sink& late = NewSink();
         late.member = row.member;
         for (Sink* const object : {&early, &late}) {
             ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), row.property, static_cast<IDispatch*>(object)).status));
@@ -111,10 +111,10 @@ TEST_F(TimerProperties, CallbacksReadBackAsTheVeryObjectAndAreCounted) {
 }
 
 TEST_F(TimerProperties, WhatCannotBeCalledBackIsATypeMismatch) {
-    Sink listener;
+    Sink& listener = NewSink();
     listener.member = L"Tick";
     ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&listener)).status));
-    Sink deaf;
+    Sink& deaf = NewSink();
     for (const wchar_t* const property : {L"TimerEvents", L"AlarmEvents"}) {
         const Outcome outcome = Set(mTimer.Get(), property, static_cast<IDispatch*>(&deaf));
         EXPECT_EQ(kTypeMismatch, outcome.scode);
@@ -125,7 +125,7 @@ TEST_F(TimerProperties, WhatCannotBeCalledBackIsATypeMismatch) {
 }
 
 TEST_F(TimerProperties, EveryKindOfCancellingTreatsTheCallbacksAsItShould) {
-    Sink listener;
+    Sink& listener = NewSink();
     listener.member = L"Tick";
     const auto set = [&] { Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&listener)); };
     set();
@@ -146,7 +146,7 @@ TEST_F(TimerProperties, EveryKindOfCancellingTreatsTheCallbacksAsItShould) {
 class TimerErrorIntended : public TimerClient {};
 
 TEST_F(TimerErrorIntended, DateThatIsNoneIsATypeMismatch) {
-    Sink sink;
+    Sink& sink = NewSink();
     std::vector<LONG> tags;
     sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         tags.push_back(*arguments.rgvarg[1].plVal);
