@@ -79,6 +79,7 @@ void MKWOTimer::AddTick(TimerOwner& owner, std::int32_t intervalMs) {
 }
 
 void MKWOTimer::AddAlarmEntry(TimerOwner& owner, Date dateTime, std::int32_t itemData, Milliseconds relativeDue) {
+    // Intended: an alarm replaces the one with its tag, and with tag 0 all of its owner's.
     CancelEntries(owner, static_cast<std::int32_t>(RowType::Alarm), itemData);
     const Milliseconds due = relativeDue.scaled != 0 ? relativeDue : DueOf(dateTime);
     mTimerTable.Take({RowType::Alarm, 0, itemData, OwnerRef(owner), due});
@@ -200,6 +201,7 @@ Milliseconds MKWOTimer::DueOf(Date dateTime) {
     const Date now = mWallClock.Now();
     const Date today{std::floor(now.days)};
     if (IsTimeOfDay(dateTime)) dateTime.days += today.days;
+    // Intended: what is further ahead is pulled in. The owner may move it on when it comes.
     dateTime.days = std::min(dateTime.days, today.days + kFurthestDays);
     const Milliseconds then = mLocale.KWO_DateToFILETIME(dateTime, false);
     const Milliseconds difference = Sum(then, Milliseconds{-mLocale.KWO_DateToFILETIME(now, false).scaled});

@@ -141,7 +141,9 @@ TEST_F(TimerRegistry, AlarmReplacesItsOwnersAlarmWithTheSameTag) {
     EXPECT_EQ(Wait(3), 100);
 }
 
-TEST_F(TimerRegistry, AlarmWithTagZeroReplacesAllAlarmsOfItsOwner) {
+class ReplacedAlarmIntended : public TimerRegistry {};
+
+TEST_F(ReplacedAlarmIntended, AlarmWithTagZeroReplacesAllAlarmsOfItsOwner) {
     timers.AddTick(a, 100);
     AddRelative(a, 100, 5);
     AddRelative(a, 100, -6);
@@ -149,11 +151,12 @@ TEST_F(TimerRegistry, AlarmWithTagZeroReplacesAllAlarmsOfItsOwner) {
 
     AddRelative(a, 100, 0);
 
+    // A reader would expect one alarm more.
     EXPECT_EQ(Types(), (Numbers{1, 2, 0, 2}));
     EXPECT_EQ(Tags(), (Numbers{0, 7}));
 }
 
-TEST_F(TimerRegistry, AlarmWithATagLeavesTheOneWithTagZero) {
+TEST_F(ReplacedAlarmIntended, AlarmWithATagLeavesTheOneWithTagZero) {
     AddRelative(a, 100, 0);
     AddRelative(a, 100, 5);
 
