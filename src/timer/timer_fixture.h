@@ -82,11 +82,12 @@ protected:
     Lines Told() { return std::exchange(told, {}); }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
-    MKWOTimer& timers = component.timers;
     Lines told;
+    // Before the component: its rows hold them.
     RecordingOwner a{told, "a"};
     RecordingOwner b{told, "b"};
+    frame::Component component{desktop.Services()};
+    MKWOTimer& timers = component.timers;
 };
 
 }  // namespace kwo::timer
