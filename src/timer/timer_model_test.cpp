@@ -22,11 +22,7 @@ namespace {
 using platform::Date;
 using platform::Milliseconds;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kOperations = 400'000;
-#else
 constexpr int kOperations = 10'000'000;
-#endif
 
 constexpr int kOwners = 4;
 constexpr std::int64_t kScale = Milliseconds::kScale;

@@ -19,11 +19,7 @@ namespace {
 using platform::Date;
 using platform::Milliseconds;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kOwners = 500;
-#else
 constexpr int kOwners = 10'000;
-#endif
 
 constexpr std::int64_t kScale = Milliseconds::kScale;
 constexpr double kStart = 46'342.4;
