@@ -34,6 +34,9 @@ public:
     virtual Handle ActiveForm() = 0;
     virtual std::int32_t HelpContext(Handle form) = 0;
     virtual void SetHelpContext(Handle form, std::int32_t context) = 0;
+    /// 1440 by the logical dots per inch of the display.
+    virtual double TwipsPerPixelX() = 0;
+    virtual double TwipsPerPixelY() = 0;
 };
 
 }  // namespace kwo::platform

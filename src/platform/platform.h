@@ -17,6 +17,7 @@ class ProcessMemory;
 class RegistryStore;
 class Screen;
 class SystemErrors;
+class SystemMetrics;
 class TimerService;
 
 /// Everything a component may ask of the system around it. The services outlive the component.
@@ -36,6 +37,7 @@ struct Platform {
     RegistryStore& registry;
     Screen& screen;
     SystemErrors& errors;
+    SystemMetrics& metrics;
     TimerService& timers;
 };
 

@@ -22,6 +22,7 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .registry = from.registry,
             .screen = from.screen,
             .errors = from.errors,
+            .metrics = from.metrics,
             .timers = timers};
 }
 

@@ -17,9 +17,13 @@ public:
     Handle ActiveForm() override;
     std::int32_t HelpContext(Handle form) override;
     void SetHelpContext(Handle form, std::int32_t context) override;
+    double TwipsPerPixelX() override { return twipsPerPixelX; }
+    double TwipsPerPixelY() override { return twipsPerPixelY; }
 
     std::intptr_t pointer = 0;
     Handle activeForm = 0;
+    double twipsPerPixelX = 15;
+    double twipsPerPixelY = 15;
     std::map<Handle, std::int32_t> helpContexts;
 
 private:

@@ -18,6 +18,7 @@ Platform SimulatedDesktop::Services() {
             .registry = registry,
             .screen = screen,
             .errors = errors,
+            .metrics = metrics,
             .timers = timers};
 }
 

@@ -15,6 +15,7 @@
 #include "platform/simulated/message_queue.h"
 #include "platform/simulated/registry_tree.h"
 #include "platform/simulated/screen_state.h"
+#include "platform/simulated/simulated_metrics.h"
 #include "platform/simulated/simulated_object.h"
 #include "platform/simulated/simulated_timers.h"
 #include "platform/simulated/user_locale.h"
@@ -59,6 +60,7 @@ public:
     RegistryTree registry{mWorld};
     ScreenState screen{mWorld};
     ErrorTexts errors{mWorld};
+    SimulatedMetrics metrics;
     ComponentClasses components{mWorld};
     UserLocale locale{mWorld};
     SimulatedTimers timers{mWorld, clock, messages};

@@ -7,6 +7,19 @@
 
 namespace kwo::platform::windows {
 
+namespace {
+
+double TwipsPerPixel(int axis) {
+    constexpr double kTwipsPerInch = 1440;
+    constexpr double kUsual = 15;
+    const HDC screen = ::GetDC(nullptr);
+    const int dotsPerInch = screen != nullptr ? ::GetDeviceCaps(screen, axis) : 0;
+    if (screen != nullptr) ::ReleaseDC(nullptr, screen);
+    return dotsPerInch > 0 ? kTwipsPerInch / dotsPerInch : kUsual;
+}
+
+}  // namespace
+
 bool WindowsDesktop::WindowExists(Handle window) {
     return mLastError.After(::IsWindow(ToNative<HWND>(window))) != FALSE;
 }
@@ -56,6 +69,14 @@ std::int32_t WindowsScreen::HelpContext(Handle form) {
 
 void WindowsScreen::SetHelpContext(Handle form, std::int32_t context) {
     ::SetWindowContextHelpId(ToNative<HWND>(form), static_cast<DWORD>(context));
+}
+
+double WindowsScreen::TwipsPerPixelX() {
+    return TwipsPerPixel(LOGPIXELSX);
+}
+
+double WindowsScreen::TwipsPerPixelY() {
+    return TwipsPerPixel(LOGPIXELSY);
 }
 
 }  // namespace kwo::platform::windows

@@ -26,6 +26,8 @@ public:
     Handle ActiveForm() override;
     std::int32_t HelpContext(Handle form) override;
     void SetHelpContext(Handle form, std::int32_t context) override;
+    double TwipsPerPixelX() override;
+    double TwipsPerPixelY() override;
 };
 
 }  // namespace kwo::platform::windows

@@ -16,6 +16,7 @@
 #include "platform/windows/windows_process_memory.h"
 #include "platform/windows/windows_registry_store.h"
 #include "platform/windows/windows_system_errors.h"
+#include "platform/windows/windows_system_metrics.h"
 #include "platform/windows/windows_timer_service.h"
 
 namespace kwo::platform::windows {
@@ -42,6 +43,7 @@ struct WindowsPlatform::Parts {
     WindowsRegistryStore registry{lastError};
     WindowsScreen screen;
     WindowsSystemErrors errors{lastError, internet, network};
+    WindowsSystemMetrics metrics;
     WindowsTimerService timers;
 };
 
@@ -65,6 +67,7 @@ Platform WindowsPlatform::Services() {
             .registry = mParts->registry,
             .screen = mParts->screen,
             .errors = mParts->errors,
+            .metrics = mParts->metrics,
             .timers = mParts->timers};
 }
 
