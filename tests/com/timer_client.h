@@ -41,9 +41,10 @@ public:
         *ids = 77;
         return S_OK;
     }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO* exception,
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*, EXCEPINFO* exception,
                         UINT*) override {
         ++calls;
+        lastFlags = flags;
         return onInvoke ? onInvoke(id, *arguments, *exception) : S_OK;
     }
 
@@ -52,6 +53,7 @@ public:
     std::function<HRESULT(DISPID, DISPPARAMS&, EXCEPINFO&)> onInvoke;
     ULONG references = 0;
     int calls = 0;
+    WORD lastFlags = 0;  ///< of the last call by identifier
 };
 
 using Sink = ClientObject<IDispatch>;

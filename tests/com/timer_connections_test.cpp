@@ -187,17 +187,21 @@ public:
 
 TEST_F(TimerConnections, SinkThatIsLetGoMayConnectAnother) {
     LeavingSink leaving;
+    Sink& staying = NewSink();
     Sink& heir = NewSink();
     DWORD cookie = 0;
     ASSERT_EQ(Hex(S_OK), Hex(Point()->Advise(&leaving, &cookie)));
+    const DWORD next = Connect(staying);
 
     leaving.onEnd = [&] {
-        EXPECT_EQ(Hex(CONNECT_E_NOCONNECTION), Hex(Disconnect(cookie))) << "it is out already";
+        EXPECT_EQ(std::vector<DWORD>{next}, Rest(Connections().Get())) << "it is out already";
+        EXPECT_EQ(Hex(CONNECT_E_NOCONNECTION), Hex(Disconnect(cookie)));
         Connect(heir);
     };
     EXPECT_EQ(Hex(S_OK), Hex(Disconnect(cookie)));
     Force(kTickEvent);
     EXPECT_EQ(0, leaving.calls);
+    EXPECT_EQ(1, staying.calls);
     EXPECT_EQ(1, heir.calls);
 }
 

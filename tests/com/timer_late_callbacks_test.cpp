@@ -86,6 +86,7 @@ TEST_F(TimerLateCallbacks, TickHandsTheTimerOver) {
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return listener.calls >= 3; }));
+    EXPECT_EQ(DISPATCH_METHOD, listener.lastFlags & DISPATCH_METHOD);
     EXPECT_EQ(0, sink.calls) << "no event beside it";
 }
 

@@ -140,6 +140,33 @@ TEST_F(TimerUnloading, UseOfTimersTakesNoMemoryForGood) {
     EXPECT_LT(HeapBlocksInUse(), blocks + 40) << "less than one block a round";
 }
 
+TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerTakesItsTicksAlong) {
+    Sink theirs;
+    Sink mine;
+    const Library library;
+    std::thread([&] {
+        CoInitialize(nullptr);
+        ComPtr<IDispatch> timer = Make(library);
+        Connect(theirs, PointOf(timer.Get()).Get());
+        Let(timer.Get(), L"Interval", 5);
+        Let(timer.Get(), L"Enabled", true);
+        EXPECT_TRUE(ProcessUntil([&] { return theirs.calls >= 2; }));
+        timer.Reset();
+        CoUninitialize();
+    }).join();
+    const int calls = theirs.calls;
+
+    ComPtr<IDispatch> timer = Make(library);
+    Connect(mine, PointOf(timer.Get()).Get());
+    Let(timer.Get(), L"Interval", 20);
+    Let(timer.Get(), L"Enabled", true);
+    EXPECT_TRUE(ProcessUntil([&] { return mine.calls >= 5; }));
+    EXPECT_EQ(calls, theirs.calls);
+    Call(timer.Get(), L"CancelTimers");
+    EXPECT_EQ(0u, timer.Reset());
+    EXPECT_EQ(0u, mine.references);
+}
+
 /// A thread with an apartment, a timer and a sink of its own; it processes messages until it is told to end.
 class TickingThread {
 public:
