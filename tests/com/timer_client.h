@@ -41,9 +41,10 @@ public:
         *ids = 77;
         return S_OK;
     }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO* exception,
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*, EXCEPINFO* exception,
                         UINT*) override {
         ++calls;
+        lastFlags = flags;
         return onInvoke ? onInvoke(id, *arguments, *exception) : S_OK;
     }
 
@@ -52,6 +53,7 @@ public:
     std::function<HRESULT(DISPID, DISPPARAMS&, EXCEPINFO&)> onInvoke;
     ULONG references = 0;
     int calls = 0;
+    WORD lastFlags = 0;  ///< of the last call by identifier
 };
 
 using Sink = ClientObject<IDispatch>;
@@ -107,17 +109,19 @@ protected:
 
     IID IdOfType(const wchar_t* name) { return TypeAttributes(TypeInfoOf(mLibrary.Get(), name).Get())->guid; }
 
-    ComPtr<IConnectionPoint> Point() {
-        const auto container = As<IConnectionPointContainer>(mTimer.Get(), IID_IConnectionPointContainer);
+    ComPtr<IConnectionPoint> PointOf(IDispatch* timer) {
+        const auto container = As<IConnectionPointContainer>(timer, IID_IConnectionPointContainer);
         ComPtr<IConnectionPoint> point;
         EXPECT_EQ(Hex(S_OK), Hex(container->FindConnectionPoint(mEvents, point.Out())));
         return point;
     }
-    DWORD Connect(Sink& sink) {
+    ComPtr<IConnectionPoint> Point() { return PointOf(mTimer.Get()); }
+    static DWORD Connect(Sink& sink, IConnectionPoint* point) {
         DWORD cookie = 0;
-        EXPECT_EQ(Hex(S_OK), Hex(Point()->Advise(&sink, &cookie)));
+        EXPECT_EQ(Hex(S_OK), Hex(point->Advise(&sink, &cookie)));
         return cookie;
     }
+    DWORD Connect(Sink& sink) { return Connect(sink, Point().Get()); }
     HRESULT Disconnect(DWORD cookie) { return Point()->Unadvise(cookie); }
 
     /// Messages are processed until `done`, or much too long.
@@ -136,6 +140,15 @@ protected:
             MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
             Process();
         }
+    }
+    /// Messages are processed until an alarm of another timer, `ms` from now, has come: what was due before it has been
+    /// delivered by then.
+    void WaitForAnother(int ms) {
+        Sink& sink = NewSink();
+        const ComPtr<IDispatch> other = Create(L"KWOTimer");
+        Connect(sink, PointOf(other.Get()).Get());
+        EXPECT_EQ(Hex(S_OK), Hex(Call(other.Get(), L"AddRelativeAlarm", {ms, 1}).status));
+        EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; }));
     }
     static void Process() {
         MSG message;

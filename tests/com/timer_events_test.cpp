@@ -113,6 +113,7 @@ TEST_F(TimerEvents, TickHandsOverTheTimerItself) {
     Start(20);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 3; }));
+    EXPECT_EQ(DISPATCH_METHOD, sink.lastFlags);
     Let(mTimer.Get(), L"Enabled", false);
     const int calls = sink.calls;
     ProcessFor(150);
@@ -137,6 +138,7 @@ TEST_F(TimerEvents, AlarmHandsOverItsTagAndTakesANewDate) {
     AddRelative(20, -5);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 2; }));
+    EXPECT_EQ(DISPATCH_METHOD, sink.lastFlags);
     ProcessFor(1'300);
     EXPECT_EQ(2, sink.calls);
 }

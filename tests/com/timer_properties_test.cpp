@@ -69,6 +69,14 @@ TEST_F(TimerProperties, ItemCountsItsReferenceToAnObject) {
     EXPECT_EQ(0u, object.references);
 }
 
+TEST_F(TimerProperties, ItemMayBeTheTimerItselfUntilItIsTakenOut) {
+    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", mTimer.Get()).status));
+    EXPECT_EQ(mTimer.Get(), Get(mTimer.Get(), L"Item").result.pdispVal) << "an object stays one, also without Set";
+    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", Var()).status));
+
+    EXPECT_EQ(0u, mTimer.Reset());
+}
+
 TEST_F(TimerProperties, NumbersOfBothEndsAreKept) {
     for (const int number : {INT_MIN, -1, 0, 1, INT_MAX}) {
         EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"ItemData", number).status));

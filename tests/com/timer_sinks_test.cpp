@@ -1,0 +1,253 @@
+#include "timer_client.h"
+
+namespace kwo::com_test {
+namespace {
+
+/// What sinks may do with the arguments of events, and with the timer, while they are called.
+class TimerSinks : public TimerClient {};
+
+TEST_F(TimerSinks, LaterSinksSeeWhatEarlierOnesWroteAndTheLastDateHolds) {
+    Sink& first = NewSink();
+    Sink& second = NewSink();
+    first.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        *arguments.rgvarg[1].plVal = 11;
+        *arguments.rgvarg[0].pdate = 2.5;
+        return S_OK;
+    };
+    second.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        EXPECT_EQ(11, *arguments.rgvarg[1].plVal);
+        EXPECT_EQ(2.5, *arguments.rgvarg[0].pdate);
+        *arguments.rgvarg[0].pdate = 3.5;
+        return S_OK;
+    };
+    Connect(first);
+    Connect(second);
+    LONG tag = 10;
+    double date = 0;
+    EXPECT_EQ(Hex(S_OK),
+              Hex(Call(mTimer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status));
+
+    EXPECT_EQ(11, tag);
+    EXPECT_EQ(3.5, date);
+}
+
+TEST_F(TimerSinks, DateOfOneSinkRearmsTheAlarmForAll) {
+    Sink& first = NewSink();
+    Sink& second = NewSink();
+    second.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        EXPECT_EQ(6, *arguments.rgvarg[1].plVal) << "the same tag each time";
+        EXPECT_EQ(0, *arguments.rgvarg[0].pdate) << "a date is asked for anew each time";
+        if (second.calls == 1) *arguments.rgvarg[0].pdate = 1.5;
+        return S_OK;
+    };
+    Connect(first);
+    Connect(second);
+    AddRelative(10, 6);
+
+    EXPECT_TRUE(ProcessUntil([&] { return second.calls >= 2; }));
+    EXPECT_EQ(2, first.calls);
+    mTimer.Reset();
+    EXPECT_EQ(0u, second.references) << "nothing is pending any more";
+}
+
+TEST_F(TimerSinks, DateOfAnAlarmWhoseOtherSinkFailsIsLost) {
+    Sink& asking = NewSink();
+    Sink& failing = NewSink();
+    asking.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        *arguments.rgvarg[0].pdate = 1.5;
+        return S_OK;
+    };
+    failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_FAIL; };
+    Connect(asking);
+    Connect(failing);
+    AddRelative(10, 6);
+    EXPECT_TRUE(ProcessUntil([&] { return failing.calls == 1; }));
+
+    WaitForAnother(1'300);
+    EXPECT_EQ(1, asking.calls);
+    EXPECT_EQ(1, failing.calls);
+}
+
+TEST_F(TimerSinks, FailingAlarmWithoutATagTakesAllAlarmsAlong) {
+    Sink& failing = NewSink();
+    failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_FAIL; };
+    Connect(failing);
+    AddRelative(10, 0);
+    AddRelative(60, 5);
+    EXPECT_TRUE(ProcessUntil([&] { return failing.calls == 1; }));
+
+    WaitForAnother(150);
+    EXPECT_EQ(1, failing.calls);
+}
+
+TEST_F(TimerSinks, FailingAlarmWithATagLeavesTheOthersAndTheTick) {
+    Sink& failing = NewSink();
+    int ticks = 0;
+    std::vector<LONG> tags;
+    failing.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
+        if (id == kTickEvent) {
+            ++ticks;
+            return S_OK;
+        }
+        tags.push_back(*arguments.rgvarg[1].plVal);
+        return tags.size() == 1 ? E_FAIL : S_OK;
+    };
+    Connect(failing);
+    AddRelative(10, 4);
+    AddRelative(40, 5);
+    EXPECT_TRUE(ProcessUntil([&] { return tags.size() == 1; }));
+    Start(10);
+
+    EXPECT_TRUE(ProcessUntil([&] { return tags.size() == 2 && ticks > 1; }));
+    EXPECT_EQ((std::vector<LONG>{4, 5}), tags);
+}
+
+TEST_F(TimerSinks, SinkThatDisconnectsItselfIsHeldUntilItsCallIsOver) {
+    Sink& sink = NewSink();
+    DWORD own = 0;
+    sink.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
+        EXPECT_EQ(Hex(S_OK), Hex(Disconnect(own)));
+        EXPECT_GE(sink.references, 1u);
+        return S_OK;
+    };
+    own = Connect(sink);
+    Force(kTickEvent);
+
+    EXPECT_EQ(0u, sink.references);
+}
+
+TEST_F(TimerSinks, SinkThatIsGoneKeepsNoOtherFromItsEvent) {
+    Sink& gone = NewSink();
+    Sink& next = NewSink();
+    gone.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return RPC_E_DISCONNECTED; };
+    Connect(gone);
+    Connect(next);
+    Start(10);
+
+    EXPECT_TRUE(ProcessUntil([&] { return next.calls >= 3; })) << "the row is not lost either";
+    EXPECT_EQ(1, gone.calls);
+}
+
+TEST_F(TimerSinks, SinkWithoutTheEventStaysConnectedAndTheRowStaysToo) {
+    Sink& deaf = NewSink();
+    deaf.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return DISP_E_MEMBERNOTFOUND; };
+    Connect(deaf);
+    Start(10);
+
+    EXPECT_TRUE(ProcessUntil([&] { return deaf.calls >= 3; }));
+}
+
+TEST_F(TimerSinks, TimerThatASinkKeepsOutlivesItsRowAndItsOwner) {
+    Sink& sink = NewSink();
+    ComPtr<IDispatch> kept;
+    sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        arguments.rgvarg[2].pdispVal->AddRef();
+        kept = ComPtr<IDispatch>::Attach(arguments.rgvarg[2].pdispVal);
+        return S_OK;
+    };
+    Connect(sink);
+    AddRelative(10, 1);
+    mTimer.Reset();
+    EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; }));
+    EXPECT_EQ(1u, sink.references);
+
+    EXPECT_EQ(0, Get(kept.Get(), L"Interval").result.lVal);
+    EXPECT_EQ(0u, kept.Reset());
+    EXPECT_EQ(0u, sink.references);
+}
+
+TEST_F(TimerSinks, TickOfATimerThatNobodyHoldsGoesOnUntilItIsCancelled) {
+    Sink& sink = NewSink();
+    sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        if (sink.calls == 3) {
+            EXPECT_EQ(Hex(S_OK), Hex(Call(arguments.rgvarg[0].pdispVal, L"CancelTimers", {1}).status));
+        }
+        return S_OK;
+    };
+    Connect(sink);
+    Start(10);
+    mTimer.Reset();
+
+    EXPECT_TRUE(ProcessUntil([&] { return sink.references == 0; })) << "it ends with its last row";
+    EXPECT_EQ(3, sink.calls);
+}
+
+TEST_F(TimerSinks, NoReferenceToTheTimerIsLeftBehind) {
+    Sink& sink = NewSink();
+    Connect(sink);
+    Start(10);
+    AddRelative(10, 1);
+    AddRelative(10, 2);
+    EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 4; }));
+    AddRelative(50'000, 3);
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mTimer.Get(), L"CancelTimers").status));
+
+    EXPECT_EQ(0u, mTimer.Reset());
+}
+
+TEST_F(TimerSinks, HandlerMayCreateAndArmTimersOfItsOwn) {
+    Sink& sink = NewSink();
+    Sink& made = NewSink();
+    ComPtr<IDispatch> another;
+    sink.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
+        another = Create(L"KWOTimer");
+        Connect(made, PointOf(another.Get()).Get());
+        for (const int tag : {1, 2, 3, 4, 5})
+            EXPECT_EQ(Hex(S_OK), Hex(Call(another.Get(), L"AddRelativeAlarm", {10, tag}).status));
+        return S_OK;
+    };
+    Connect(sink);
+    AddRelative(10, 1);
+
+    EXPECT_TRUE(ProcessUntil([&] { return made.calls == 5; }));
+}
+
+TEST_F(TimerSinks, NamedArgumentsFindTheirPlaces) {
+    Sink& sink = NewSink();
+    Connect(sink);
+    LONG tag = 8;
+    double date = 0;
+    sink.onInvoke = [](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
+        if (id == kAlarmEvent) {
+            *arguments.rgvarg[1].plVal += 1;
+            *arguments.rgvarg[0].pdate = 4.25;
+        }
+        return S_OK;
+    };
+    EXPECT_EQ(
+        Hex(S_OK),
+        Hex(CallNamed(
+                mTimer.Get(), L"TimerTick", {},
+                {{L"NewDateTime", Var::Reference(VT_DATE, &date)}, {L"ItemData", Var::Ref(&tag)}, {L"TickType", 2}})
+                .status));
+    EXPECT_EQ(9, tag);
+    EXPECT_EQ(4.25, date);
+
+    sink.onInvoke = nullptr;
+    sink.calls = 0;
+    EXPECT_EQ(Hex(S_OK),
+              Hex(CallNamed(mTimer.Get(), L"AddRelativeAlarm", {}, {{L"ItemData", 7}, {L"Interval", 40}}).status));
+    AddRelative(60, 8);
+    EXPECT_EQ(Hex(S_OK),
+              Hex(CallNamed(mTimer.Get(), L"CancelTimers", {}, {{L"ItemData", 7}, {L"TimerType", 2}}).status));
+    EXPECT_EQ(Hex(S_OK),
+              Hex(CallNamed(mTimer.Get(), L"AddAlarm", {}, {{L"ItemData", 9}, {L"DateTime", Var::Date(1.5)}}).status));
+    std::vector<LONG> tags;
+    sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        tags.push_back(*arguments.rgvarg[1].plVal);
+        return S_OK;
+    };
+    EXPECT_TRUE(ProcessUntil([&] { return tags.size() >= 2; }));
+    EXPECT_EQ((std::vector<LONG>{8, 9}), tags);
+}
+
+TEST_F(TimerSinks, ErrorOfAddAlarmNamesTheMember) {
+    const Outcome outcome = Call(mTimer.Get(), L"AddAlarm", {Var::Date(1e300), 1});
+
+    EXPECT_EQ("KWOTimer.AddAlarm", Narrow(outcome.source));
+    EXPECT_EQ(0, outcome.code);
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A000D)), Hex(outcome.scode));
+}
+
+}  // namespace
+}  // namespace kwo::com_test
