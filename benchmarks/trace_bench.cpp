@@ -122,6 +122,7 @@ struct Traced {
                 .registry = simulated.registry,
                 .screen = simulated.screen,
                 .errors = simulated.errors,
+                .metrics = simulated.metrics,
                 .timers = simulated.timers};
     }
 };
