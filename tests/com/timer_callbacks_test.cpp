@@ -1,5 +1,3 @@
-#include <dispex.h>
-
 #include "timer_client.h"
 
 namespace kwo::com_test {
@@ -84,19 +82,21 @@ TEST_F(TimerCallbacks, EarlyBoundFailureIsRaisedWithItsCode) {
     EXPECT_EQ(Hex(E_ACCESSDENIED), Hex(outcome.scode));
 }
 
-/// A callback object that explains its failures.
-class Explaining final : public ClientObject<TickSlots>, public ISupportErrorInfo {
+/// A callback object that explains its failures on `explains`.
+template <class Interface>
+class Explaining : public Interface, public ISupportErrorInfo {
 public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (iid != IID_ISupportErrorInfo) return ClientObject<TickSlots>::QueryInterface(iid, object);
+        if (iid != IID_ISupportErrorInfo) return Interface::QueryInterface(iid, object);
         *object = static_cast<ISupportErrorInfo*>(this);
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
-    STDMETHODIMP Tick(IDispatch**) override {
+    STDMETHODIMP_(ULONG) AddRef() override { return Interface::AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return Interface::Release(); }
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override { return iid == explains ? S_OK : S_FALSE; }
+
+    static HRESULT Fail() {
         ComPtr<ICreateErrorInfo> made;
         CreateErrorInfo(made.Out());
         std::wstring source = L"the callback";
@@ -106,22 +106,35 @@ public:
         SetErrorInfo(0, As<IErrorInfo>(made.Get(), IID_IErrorInfo).Get());
         return static_cast<HRESULT>(0x800A0007);
     }
+
+    IID explains = {};
 };
 
-TEST_F(TimerCallbacks, EarlyBoundFailureIsRaisedWithTheExplanationThatItLeft) {
-    Explaining callback;
-    callback.interfaceId = IdOfType(L"_IKWOTimer");
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents",
-                                 static_cast<IDispatch*>(static_cast<ClientObject<TickSlots>*>(&callback)))
-                                 .status));
+TEST_F(TimerCallbacks, EarlyBoundFailuresAreRaisedWithTheExplanationsThatTheyLeft) {
+    Explaining<EarlyTick> tick;
+    tick.explains = tick.interfaceId = IdOfType(L"_IKWOTimer");
+    tick.onTick = [&](IDispatch**) { return tick.Fail(); };
+    Explaining<EarlyAlarm> alarm;
+    alarm.explains = alarm.interfaceId = IdOfType(L"_IKWOAlarm");
+    alarm.onAlarm = [&](IDispatch**, LONG*, DATE*) { return alarm.Fail(); };
+    IDispatch* const ticking = &tick;
+    IDispatch* const alarmed = &alarm;
+    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", ticking).status));
+    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", alarmed).status));
+    for (const int type : {1, 2}) {
+        const Outcome outcome = Force(type);
+        EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0007)), Hex(outcome.scode)) << type;
+        EXPECT_EQ(L"the callback", outcome.source) << type;
+        EXPECT_EQ(L"it had enough", outcome.description) << type;
+    }
 
+    tick.explains = IID_IDispatch;
     const Outcome outcome = Force(1);
-
     EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0007)), Hex(outcome.scode));
-    EXPECT_EQ(L"the callback", outcome.source);
-    EXPECT_EQ(L"it had enough", outcome.description);
+    EXPECT_EQ("KWOTimer.TimerTick", Narrow(outcome.source)) << "what was left is about something else";
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, callback.references);
+    EXPECT_EQ(0u, tick.references);
+    EXPECT_EQ(0u, alarm.references);
 }
 
 TEST_F(TimerCallbacks, FailingCallbackCostsTheRow) {

@@ -58,7 +58,7 @@ public:
 
 using Sink = ClientObject<IDispatch>;
 
-class EarlyTick final : public ClientObject<TickSlots> {
+class EarlyTick : public ClientObject<TickSlots> {
 public:
     STDMETHODIMP Tick(IDispatch** timer) override {
         ++calls;
@@ -67,7 +67,7 @@ public:
     std::function<HRESULT(IDispatch**)> onTick;
 };
 
-class EarlyAlarm final : public ClientObject<AlarmSlots> {
+class EarlyAlarm : public ClientObject<AlarmSlots> {
 public:
     STDMETHODIMP Alarm(IDispatch** timer, LONG* alarmData, DATE* newDateTime) override {
         ++calls;

@@ -159,6 +159,22 @@ TEST_F(TimerLateCallbacks, AnswersThatCannotBeConvertedAreErrors) {
     }
 }
 
+TEST_F(TimerLateCallbacks, ListenerIsGivenTheTagAndTheDateOfTheCaller) {
+    Sink& listener = NewListener(L"Alarm");
+    listener.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        EXPECT_EQ(3, arguments.rgvarg[1].pvarVal->lVal);
+        EXPECT_EQ(2.25, arguments.rgvarg[0].pvarVal->date);
+        return S_OK;
+    };
+    LONG tag = 3;
+    double date = 2.25;
+    EXPECT_EQ(Hex(S_OK),
+              Hex(Call(mTimer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status));
+    EXPECT_EQ(1, listener.calls);
+    EXPECT_EQ(3, tag);
+    EXPECT_EQ(2.25, date) << "what is not written stays";
+}
+
 TEST_F(TimerLateCallbacks, ListenerThatRefusesVariablesGetsTypedReferences) {
     Sink& listener = NewListener(L"Alarm");
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {

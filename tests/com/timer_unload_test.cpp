@@ -81,7 +81,7 @@ TEST_F(TimerUnloading, FarAlarmKeepsTheDllUntilItIsCancelled) {
     EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"AddAlarm", {Var::Date(80'000), 1}).status));
     EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"CancelTimers", {2, 5}).status));
     IDispatch* const borrowed = timer.Get();
-    EXPECT_EQ(1u, timer.Reset()) << "the row holds it";
+    ASSERT_EQ(1u, timer.Reset()) << "the row holds it";
     EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
 
     EXPECT_EQ(Hex(S_OK), Hex(Call(borrowed, L"CancelTimers", {2, 1}).status));
