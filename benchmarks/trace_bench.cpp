@@ -112,6 +112,7 @@ struct Traced {
                 .conversions = conversions,
                 .debugOutput = simulated.debugOutput,
                 .desktop = simulated.desktop,
+                .drawing = simulated.drawing,
                 .eventLog = simulated.eventLog,
                 .files = simulated.files,
                 .host = simulated.host,
@@ -121,6 +122,7 @@ struct Traced {
                 .processMemory = simulated.processMemory,
                 .registry = simulated.registry,
                 .screen = simulated.screen,
+                .screenDrawing = simulated.screenDrawing,
                 .errors = simulated.errors,
                 .metrics = simulated.metrics,
                 .timers = simulated.timers};

@@ -12,6 +12,7 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .conversions = from.conversions,
             .debugOutput = from.debugOutput,
             .desktop = from.desktop,
+            .drawing = from.drawing,
             .eventLog = from.eventLog,
             .files = from.files,
             .host = from.host,
@@ -21,6 +22,7 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .processMemory = from.processMemory,
             .registry = from.registry,
             .screen = from.screen,
+            .screenDrawing = from.screenDrawing,
             .errors = from.errors,
             .metrics = from.metrics,
             .timers = timers};

@@ -8,6 +8,7 @@ Platform SimulatedDesktop::Services() {
             .conversions = conversions,
             .debugOutput = debugOutput,
             .desktop = windows,
+            .drawing = drawing,
             .eventLog = eventLog,
             .files = files,
             .host = host,
@@ -17,6 +18,7 @@ Platform SimulatedDesktop::Services() {
             .processMemory = processMemory,
             .registry = registry,
             .screen = screen,
+            .screenDrawing = screenDrawing,
             .errors = errors,
             .metrics = metrics,
             .timers = timers};

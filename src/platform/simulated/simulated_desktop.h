@@ -13,6 +13,7 @@
 #include "platform/simulated/host_facts.h"
 #include "platform/simulated/memory_counters.h"
 #include "platform/simulated/message_queue.h"
+#include "platform/simulated/recorded_drawing.h"
 #include "platform/simulated/registry_tree.h"
 #include "platform/simulated/screen_state.h"
 #include "platform/simulated/simulated_metrics.h"
@@ -51,6 +52,7 @@ public:
     EnglishConversions conversions{mWorld};
     DebugLines debugOutput;
     WindowList windows{mWorld};
+    RecordedDrawing drawing{mWorld};
     EventEntries eventLog{mWorld};
     FileNames files{mWorld};
     HostFacts host{mWorld};
@@ -59,6 +61,7 @@ public:
     MemoryCounters processMemory{mWorld, host};
     RegistryTree registry{mWorld};
     ScreenState screen{mWorld};
+    RecordedScreenDrawing screenDrawing{mWorld};
     ErrorTexts errors{mWorld};
     SimulatedMetrics metrics;
     ComponentClasses components{mWorld};

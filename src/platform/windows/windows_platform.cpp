@@ -7,6 +7,7 @@
 #include "platform/windows/windows_conversions.h"
 #include "platform/windows/windows_debug_output.h"
 #include "platform/windows/windows_desktop.h"
+#include "platform/windows/windows_drawing.h"
 #include "platform/windows/windows_event_log.h"
 #include "platform/windows/windows_file_system.h"
 #include "platform/windows/windows_host_application.h"
@@ -33,6 +34,7 @@ struct WindowsPlatform::Parts {
     WindowsConversions conversions;
     WindowsDebugOutput debugOutput;
     WindowsDesktop desktop{lastError};
+    WindowsDrawing drawing{lastError};
     WindowsEventLog eventLog{lastError};
     WindowsFileSystem files{lastError};
     WindowsHostApplication host;
@@ -42,6 +44,7 @@ struct WindowsPlatform::Parts {
     WindowsProcessMemory processMemory{lastError, counters};
     WindowsRegistryStore registry{lastError};
     WindowsScreen screen;
+    WindowsScreenDrawing screenDrawing{lastError};
     WindowsSystemErrors errors{lastError, internet, network};
     WindowsSystemMetrics metrics;
     WindowsTimerService timers;
@@ -57,6 +60,7 @@ Platform WindowsPlatform::Services() {
             .conversions = mParts->conversions,
             .debugOutput = mParts->debugOutput,
             .desktop = mParts->desktop,
+            .drawing = mParts->drawing,
             .eventLog = mParts->eventLog,
             .files = mParts->files,
             .host = mParts->host,
@@ -66,6 +70,7 @@ Platform WindowsPlatform::Services() {
             .processMemory = mParts->processMemory,
             .registry = mParts->registry,
             .screen = mParts->screen,
+            .screenDrawing = mParts->screenDrawing,
             .errors = mParts->errors,
             .metrics = mParts->metrics,
             .timers = mParts->timers};

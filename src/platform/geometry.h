@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kwo::platform {
+
+struct Point {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+
+    friend constexpr bool operator==(Point, Point) = default;
+};
+
+/// In pixels; right and bottom are outside.
+struct Rect {
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+    std::int32_t right = 0;
+    std::int32_t bottom = 0;
+
+    friend constexpr bool operator==(const Rect&, const Rect&) = default;
+
+    /// PtInRect.
+    constexpr bool Contains(Point point) const {
+        return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
+    }
+};
+
+}  // namespace kwo::platform

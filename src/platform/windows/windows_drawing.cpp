@@ -1,0 +1,98 @@
+#include <windows.h>
+// The system's headers have a macro of that name.
+#undef DrawText
+
+#include "platform/windows/ansi.h"
+#include "platform/windows/handles.h"
+#include "platform/windows/windows_drawing.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+RECT ToNative(const Rect& area) {
+    return {area.left, area.top, area.right, area.bottom};
+}
+
+}  // namespace
+
+void WindowsDrawing::ClientRect(Handle window, Rect& area) {
+    RECT found;
+    if (mLastError.After(::GetClientRect(ToNative<HWND>(window), &found))) {
+        area = {found.left, found.top, found.right, found.bottom};
+    }
+}
+
+void WindowsDrawing::DrawEdge(Handle context, const Rect& area, std::uint32_t edge, std::uint32_t flags) {
+    RECT drawn = ToNative(area);
+    mLastError.After(::DrawEdge(ToNative<HDC>(context), &drawn, edge, flags));
+}
+
+void WindowsDrawing::DrawFrameControl(Handle context, const Rect& area, std::uint32_t type, std::uint32_t state) {
+    RECT drawn = ToNative(area);
+    mLastError.After(::DrawFrameControl(ToNative<HDC>(context), &drawn, type, state));
+}
+
+void WindowsDrawing::DrawText(Handle context, TextView text, const Rect& area, std::uint32_t format) {
+    const std::string bytes = ToAnsi(text);
+    RECT drawn = ToNative(area);
+    mLastError.After(
+        ::DrawTextA(ToNative<HDC>(context), bytes.c_str(), static_cast<int>(bytes.size()), &drawn, format));
+}
+
+void WindowsDrawing::DrawFocusRect(Handle context, const Rect& area) {
+    const RECT drawn = ToNative(area);
+    mLastError.After(::DrawFocusRect(ToNative<HDC>(context), &drawn));
+}
+
+void WindowsDrawing::FrameRect(Handle context, const Rect& area, Handle brush) {
+    const RECT drawn = ToNative(area);
+    mLastError.After(::FrameRect(ToNative<HDC>(context), &drawn, ToNative<HBRUSH>(brush)));
+}
+
+Handle WindowsDrawing::StockObject(std::int32_t which) {
+    return FromNative(mLastError.After(::GetStockObject(which)));
+}
+
+Handle WindowsScreenDrawing::CreateDisplayContext() {
+    return FromNative(mLastError.After(::CreateDCA("DISPLAY", nullptr, nullptr, nullptr)));
+}
+
+void WindowsScreenDrawing::DeleteContext(Handle context) {
+    mLastError.After(::DeleteDC(ToNative<HDC>(context)));
+}
+
+Handle WindowsScreenDrawing::CreatePen(std::int32_t style, std::int32_t width, Colour colour) {
+    return FromNative(mLastError.After(::CreatePen(style, width, colour)));
+}
+
+std::int32_t WindowsScreenDrawing::SetRasterOperation(Handle context, std::int32_t mode) {
+    return mLastError.After(::SetROP2(ToNative<HDC>(context), mode));
+}
+
+Handle WindowsScreenDrawing::SelectObject(Handle context, Handle object) {
+    return FromNative(mLastError.After(::SelectObject(ToNative<HDC>(context), ToNative<HGDIOBJ>(object))));
+}
+
+void WindowsScreenDrawing::DeleteObject(Handle object) {
+    mLastError.After(::DeleteObject(ToNative<HGDIOBJ>(object)));
+}
+
+Handle WindowsScreenDrawing::StockObject(std::int32_t which) {
+    return FromNative(mLastError.After(::GetStockObject(which)));
+}
+
+void WindowsScreenDrawing::ClientToScreen(Handle window, Point& point) {
+    POINT converted = {point.x, point.y};
+    if (mLastError.After(::ClientToScreen(ToNative<HWND>(window), &converted))) point = {converted.x, converted.y};
+}
+
+void WindowsScreenDrawing::MoveTo(Handle context, Point point) {
+    mLastError.After(::MoveToEx(ToNative<HDC>(context), point.x, point.y, nullptr));
+}
+
+void WindowsScreenDrawing::LineTo(Handle context, Point point) {
+    mLastError.After(::LineTo(ToNative<HDC>(context), point.x, point.y));
+}
+
+}  // namespace kwo::platform::windows
