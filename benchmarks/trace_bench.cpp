@@ -119,11 +119,15 @@ struct Traced {
                 .locale = simulated.locale,
                 .logFiles = files,
                 .messages = simulated.messages,
+                .notificationArea = simulated.notificationArea,
+                .pictures = simulated.pictures,
                 .processMemory = simulated.processMemory,
+                .programs = simulated.programs,
                 .registry = simulated.registry,
                 .screen = simulated.screen,
                 .screenDrawing = simulated.screenDrawing,
                 .errors = simulated.errors,
+                .fonts = simulated.fonts,
                 .metrics = simulated.metrics,
                 .timers = simulated.timers};
     }

@@ -1,6 +1,8 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/host_objects.h"
 #include "kwoutil.h"
+#include "sysinfo/kwo_sys_params.h"
 
 namespace kwo::com {
 
@@ -19,18 +21,35 @@ ClassInfo& Info() {
 
 class SystemFontsObject final : public ComponentObject<_KWOSysParams> {
 public:
-    SystemFontsObject() : ComponentObject(Info()) { Component().SetProgramName(); }
+    SystemFontsObject() : ComponentObject(Info()), mParams(Component()) {}
 
-    STDMETHODIMP get_CaptionFont(IFontDisp**) override { return NotBuilt(u".CaptionFont (Get)"); }
-    STDMETHODIMP get_SmCaptionFont(IFontDisp**) override { return NotBuilt(u".SmCaptionFont (Get)"); }
-    STDMETHODIMP get_MenuFont(IFontDisp**) override { return NotBuilt(u".MenuFont (Get)"); }
-    STDMETHODIMP get_StatusFont(IFontDisp**) override { return NotBuilt(u".StatusFont (Get)"); }
-    STDMETHODIMP get_MessageFont(IFontDisp**) override { return NotBuilt(u".MessageFont (Get)"); }
+    STDMETHODIMP get_CaptionFont(IFontDisp** font) override {
+        return Font(u".CaptionFont (Get)", font, [&] { return mParams.CaptionFont(); });
+    }
+    STDMETHODIMP get_SmCaptionFont(IFontDisp** font) override {
+        return Font(u".SmCaptionFont (Get)", font, [&] { return mParams.SmCaptionFont(); });
+    }
+    STDMETHODIMP get_MenuFont(IFontDisp** font) override {
+        return Font(u".MenuFont (Get)", font, [&] { return mParams.MenuFont(); });
+    }
+    STDMETHODIMP get_StatusFont(IFontDisp** font) override {
+        return Font(u".StatusFont (Get)", font, [&] { return mParams.StatusFont(); });
+    }
+    STDMETHODIMP get_MessageFont(IFontDisp** font) override {
+        return Font(u".MessageFont (Get)", font, [&] { return mParams.MessageFont(); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
+    template <class Property>
+    HRESULT Font(TextView member, IFontDisp** font, Property&& property) {
+        return Run(member, [&] {
+            IFontDisp*& answer = Required(font);
+            answer = nullptr;
+            answer = NewReference<IFontDisp>(property());
+        });
     }
+
+    sysinfo::KWOSysParams mParams;
 };
 
 }  // namespace

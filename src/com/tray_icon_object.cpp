@@ -1,6 +1,9 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/host_objects.h"
+#include "com/server/com_text.h"
 #include "kwoutil.h"
+#include "tray/kwo_sys_tray.h"
 
 namespace kwo::com {
 
@@ -23,24 +26,56 @@ ClassInfo& Info() {
     return info;
 }
 
+/// A picture object is reached by its dispatch identifiers, whatever else it may be.
+platform::HostObjectRef PictureOf(IPictureDisp* picture) {
+    return platform::windows::MakeHostObject(picture);
+}
+
 class TrayIconObject final : public ComponentObject<_KWOSysTray> {
 public:
-    TrayIconObject() : ComponentObject(Info()) {}
+    TrayIconObject() : ComponentObject(Info()), mTray(Component()) {}
 
-    STDMETHODIMP Create(LONG*, IPictureDisp**, BSTR*, VARIANT_BOOL*) override { return NotBuilt(u".Create"); }
-    STDMETHODIMP Destroy() override { return NotBuilt(u".Destroy"); }
-    STDMETHODIMP get_Tip(BSTR*) override { return NotBuilt(u".Tip (Get)"); }
-    STDMETHODIMP put_Tip(BSTR*) override { return NotBuilt(u".Tip (Let)"); }
-    STDMETHODIMP get_Icon(IPictureDisp**) override { return NotBuilt(u".Icon (Get)"); }
-    STDMETHODIMP putref_Icon(IPictureDisp*) override { return NotBuilt(u".Icon (Set)"); }
-    STDMETHODIMP get_DoubleClickMsg(short*, LONG*) override { return NotBuilt(u".DoubleClickMsg (Get)"); }
-    STDMETHODIMP get_MouseDownMsg(short*, LONG*) override { return NotBuilt(u".MouseDownMsg (Get)"); }
-    STDMETHODIMP get_MouseUpMsg(short*, LONG*) override { return NotBuilt(u".MouseUpMsg (Get)"); }
+    STDMETHODIMP Create(LONG* window, IPictureDisp** icon, BSTR* toolTip, VARIANT_BOOL* added) override {
+        return Run(u".Create", [&] {
+            VARIANT_BOOL& answer = Required(added);
+            const bool done = mTray.Create(Required(window), PictureOf(Required(icon)), ToText(Required(toolTip)));
+            answer = done ? VARIANT_TRUE : VARIANT_FALSE;
+        });
+    }
+    STDMETHODIMP Destroy() override {
+        return Run(u".Destroy", [&] { mTray.Destroy(); });
+    }
+    STDMETHODIMP get_Tip(BSTR* toolTip) override {
+        return Run(u".Tip (Get)", [&] { Required(toolTip) = NewString(mTray.Tip()); });
+    }
+    STDMETHODIMP put_Tip(BSTR* toolTip) override {
+        return Run(u".Tip (Let)", [&] { mTray.SetTip(ToText(Required(toolTip))); });
+    }
+    STDMETHODIMP get_Icon(IPictureDisp** icon) override {
+        return Run(u".Icon (Get)", [&] {
+            IPictureDisp*& answer = Required(icon);
+            answer = nullptr;
+            // The interface of pictures has no members of its own.
+            answer = static_cast<IPictureDisp*>(NewReference<IDispatch>(mTray.Icon()));
+        });
+    }
+    STDMETHODIMP putref_Icon(IPictureDisp* icon) override {
+        return Run(u".Icon (Set)", [&] { mTray.SetIcon(PictureOf(icon)); });
+    }
+    STDMETHODIMP get_DoubleClickMsg(short* button, LONG* message) override {
+        return Run(u".DoubleClickMsg (Get)",
+                   [&] { Required(message) = tray::KWOSysTray::DoubleClickMsg(Required(button)); });
+    }
+    STDMETHODIMP get_MouseDownMsg(short* button, LONG* message) override {
+        return Run(u".MouseDownMsg (Get)",
+                   [&] { Required(message) = tray::KWOSysTray::MouseDownMsg(Required(button)); });
+    }
+    STDMETHODIMP get_MouseUpMsg(short* button, LONG* message) override {
+        return Run(u".MouseUpMsg (Get)", [&] { Required(message) = tray::KWOSysTray::MouseUpMsg(Required(button)); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
-    }
+    tray::KWOSysTray mTray;
 };
 
 }  // namespace

@@ -1,6 +1,10 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/host_objects.h"
+#include "com/server/com_text.h"
 #include "kwoutil.h"
+#include "sysinfo/form_placement.h"
+#include "sysinfo/kwo_utility.h"
 
 namespace kwo::com {
 
@@ -25,28 +29,86 @@ ClassInfo& Info() {
     return info;
 }
 
+/// An argument of an operation that passes over what it cannot use.
+platform::Variant UsableValue(const VARIANT* argument) {
+    try {
+        return OptionalValue(argument);
+    } catch (const platform::ComponentError&) {
+        return platform::Null{};
+    }
+}
+
 class UtilityObject final : public ComponentObject<_KWOUtility> {
 public:
-    UtilityObject() : ComponentObject(Info()) { Component().SetProgramName(); }
+    UtilityObject() : ComponentObject(Info()), mUtility(Component()), mPlacement(Component().platform) {}
 
-    STDMETHODIMP KWO_FindInPath(BSTR*, BSTR*) override { return NotBuilt(u".KWO_FindInPath"); }
-    STDMETHODIMP KWO_CenterForm(IDispatch**, VARIANT*) override { return NotBuilt(u".KWO_CenterForm"); }
-    STDMETHODIMP KWO_SetFormPosition(IDispatch**, VARIANT*, VARIANT*, VARIANT*, VARIANT*, VARIANT*, VARIANT*) override {
-        return NotBuilt(u".KWO_SetFormPosition");
+    STDMETHODIMP KWO_FindInPath(BSTR* fileName, BSTR* found) override {
+        return Run(u".KWO_FindInPath", [&] {
+            BSTR& answer = Required(found);
+            answer = NewString(mUtility.KWO_FindInPath(ToText(Required(fileName))));
+        });
     }
-    STDMETHODIMP KWO_LoadApp(BSTR*, BSTR*, BSTR*, short*, BSTR*, LONG*) override { return NotBuilt(u".KWO_LoadApp"); }
-    STDMETHODIMP KWO_Pause(short*) override { return NotBuilt(u".KWO_Pause"); }
-    STDMETHODIMP KWO_SystemDir(VARIANT*, BSTR*) override { return NotBuilt(u".KWO_SystemDir"); }
-    STDMETHODIMP KWO_WindowsDir(VARIANT*, BSTR*) override { return NotBuilt(u".KWO_WindowsDir"); }
-    STDMETHODIMP get_KWO_IsWin32(VARIANT_BOOL*) override { return NotBuilt(u".KWO_IsWin32 (Get)"); }
-    STDMETHODIMP get_KWO_IsWinNT(VARIANT_BOOL*) override { return NotBuilt(u".KWO_IsWinNT (Get)"); }
-    STDMETHODIMP get_KWO_WinMajorVersion(short*) override { return NotBuilt(u".KWO_WinMajorVersion (Get)"); }
-    STDMETHODIMP get_KWO_WinMinorVersion(short*) override { return NotBuilt(u".KWO_WinMinorVersion (Get)"); }
+    STDMETHODIMP KWO_CenterForm(IDispatch** activeForm, VARIANT* parentForm) override {
+        return Run(u".KWO_CenterForm", [&] {
+            mPlacement.KWO_CenterForm(platform::windows::MakeHostObject(Required(activeForm)), UsableValue(parentForm));
+        });
+    }
+    STDMETHODIMP KWO_SetFormPosition(IDispatch** formObj, VARIANT* windowState, VARIANT* left, VARIANT* top,
+                                     VARIANT* width, VARIANT* height, VARIANT* parentForm) override {
+        return Run(u".KWO_SetFormPosition", [&] {
+            mPlacement.KWO_SetFormPosition(platform::windows::MakeHostObject(Required(formObj)),
+                                           {UsableValue(windowState), UsableValue(left), UsableValue(top),
+                                            UsableValue(width), UsableValue(height)},
+                                           UsableValue(parentForm));
+        });
+    }
+    STDMETHODIMP KWO_LoadApp(BSTR* appPath, BSTR* appProg, BSTR* appParms, short* winMode, BSTR* appName,
+                             LONG* taskId) override {
+        return Run(u".KWO_LoadApp", [&] {
+            LONG& answer = Required(taskId);
+            answer = mUtility.KWO_LoadApp(ToText(Required(appPath)), ToText(Required(appProg)),
+                                          ToText(Required(appParms)), Required(winMode), ToText(Required(appName)));
+        });
+    }
+    STDMETHODIMP KWO_Pause(short* seconds) override {
+        return Run(u".KWO_Pause", [&] { mUtility.KWO_Pause(Required(seconds)); });
+    }
+    STDMETHODIMP KWO_SystemDir(VARIANT* slashAtEnd, BSTR* directory) override {
+        return Run(u".KWO_SystemDir",
+                   [&] { Directory(&sysinfo::KWOUtility::KWO_SystemDir, slashAtEnd, Required(directory)); });
+    }
+    STDMETHODIMP KWO_WindowsDir(VARIANT* slashAtEnd, BSTR* directory) override {
+        return Run(u".KWO_WindowsDir",
+                   [&] { Directory(&sysinfo::KWOUtility::KWO_WindowsDir, slashAtEnd, Required(directory)); });
+    }
+    STDMETHODIMP get_KWO_IsWin32(VARIANT_BOOL* value) override {
+        return Run(u".KWO_IsWin32 (Get)",
+                   [&] { Required(value) = mUtility.KWO_IsWin32() ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_KWO_IsWinNT(VARIANT_BOOL* value) override {
+        return Run(u".KWO_IsWinNT (Get)",
+                   [&] { Required(value) = mUtility.KWO_IsWinNT() ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_KWO_WinMajorVersion(short* value) override {
+        return Run(u".KWO_WinMajorVersion (Get)", [&] { Required(value) = mUtility.KWO_WinMajorVersion(); });
+    }
+    STDMETHODIMP get_KWO_WinMinorVersion(short* value) override {
+        return Run(u".KWO_WinMinorVersion (Get)", [&] { Required(value) = mUtility.KWO_WinMinorVersion(); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
+    using Query = Text (sysinfo::KWOUtility::*)(platform::Variant& slashAtEnd);
+
+    void Directory(Query query, VARIANT* slashAtEnd, BSTR& answer) {
+        platform::Variant wanted = OptionalValue(slashAtEnd);
+        const bool wasMissing = platform::IsMissing(wanted);
+        const Text directory = (mUtility.*query)(wanted);
+        if (wasMissing && slashAtEnd != nullptr) *slashAtEnd = platform::windows::ToVariant(wanted);
+        answer = NewString(directory);
     }
+
+    sysinfo::KWOUtility mUtility;
+    sysinfo::FormPlacement mPlacement;
 };
 
 }  // namespace

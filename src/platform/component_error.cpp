@@ -6,12 +6,16 @@ namespace {
 
 TextView DescriptionOf(RuntimeError error) {
     switch (error) {
+        case RuntimeError::InvalidProcedureCall:
+            return u"Invalid procedure call or argument";
         case RuntimeError::Overflow:
             return u"Overflow";
         case RuntimeError::SubscriptOutOfRange:
             return u"Subscript out of range";
         case RuntimeError::TypeMismatch:
             return u"Type mismatch";
+        case RuntimeError::FileNotFound:
+            return u"File not found";
         case RuntimeError::NoObjectSet:
             return u"Object variable or With block variable not set";
         case RuntimeError::ObjectRequired:

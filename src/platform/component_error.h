@@ -19,9 +19,11 @@ struct ComponentError {
 
 /// Numbers that automation clients know as the errors of the language's own run-time.
 enum class RuntimeError : std::int32_t {
+    InvalidProcedureCall = 5,
     Overflow = 6,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
+    FileNotFound = 53,
     NoObjectSet = 91,
     ObjectRequired = 424,
     CannotCreateObject = 429,

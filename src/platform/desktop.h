@@ -37,6 +37,9 @@ public:
     /// 1440 by the logical dots per inch of the display.
     virtual double TwipsPerPixelX() = 0;
     virtual double TwipsPerPixelY() = 0;
+    /// The whole screen, in twips.
+    virtual float Width() = 0;
+    virtual float Height() = 0;
 };
 
 }  // namespace kwo::platform

@@ -18,6 +18,9 @@ public:
     virtual std::int32_t Attributes(TextView path) = 0;
     /// GetFileAttributesA: the same with the name in the system's code page.
     virtual std::int32_t AttributesAnsi(TextView path) = 0;
+    /// Whether the folder's listing has a plain file that matches `pattern`, in which the name may hold wildcards: one
+    /// that is no folder, not hidden and no system file.
+    virtual bool ListsFile(TextView pattern) = 0;
 };
 
 }  // namespace kwo::platform

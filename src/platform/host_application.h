@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "platform/text.h"
 
@@ -42,6 +43,16 @@ public:
     /// False on failure, `platform` is then left as it was.
     virtual bool QueryPlatform(Platform& platform) = 0;
     virtual std::uint32_t ProcessId() = 0;
+
+    /// Of the component's own module file; with a separator at its end only when it is a drive's root.
+    virtual Text LibraryFolder() = 0;
+    /// Empty when there is none of that name.
+    virtual Text EnvironmentVariable(TextView name) = 0;
+    /// GetSystemDirectoryA: writes into `buffer` and gives the number of bytes written; the size needed, with the
+    /// terminating zero, when the buffer is too small; 0 on failure.
+    virtual std::uint32_t SystemDirectory(std::string& buffer) = 0;
+    /// GetWindowsDirectoryA: the same.
+    virtual std::uint32_t WindowsDirectory(std::string& buffer) = 0;
 
     /// Leaves a message in the program's own log: the text alone, failures are swallowed.
     virtual void WriteLog(TextView text) = 0;

@@ -19,11 +19,15 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .locale = from.locale,
             .logFiles = from.logFiles,
             .messages = from.messages,
+            .notificationArea = from.notificationArea,
+            .pictures = from.pictures,
             .processMemory = from.processMemory,
+            .programs = from.programs,
             .registry = from.registry,
             .screen = from.screen,
             .screenDrawing = from.screenDrawing,
             .errors = from.errors,
+            .fonts = from.fonts,
             .metrics = from.metrics,
             .timers = timers};
 }

@@ -104,7 +104,8 @@ const std::vector<std::wstring>& ClassNames() {
 }
 
 bool IsBuilt(const std::wstring& className) {
-    static const std::vector<std::wstring> built = {L"KWORegistry", L"KWOTimer", L"KWOSysMetrics", L"IKWOTimer", L"IKWOAlarm"};
+    static const std::vector<std::wstring> built = {L"KWORegistry", L"KWOTimer",   L"KWOSysMetrics", L"KWOSysParams",
+                                                    L"KWOUtility",  L"KWOSysTray", L"IKWOTimer",     L"IKWOAlarm"};
     return std::find(built.begin(), built.end(), className) != built.end();
 }
 

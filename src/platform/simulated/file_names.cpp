@@ -29,10 +29,20 @@ bool IsGround(const Text& normal) {
     return normal.empty() || (normal.size() == 2 && normal[1] == u':');
 }
 
+/// By the rules of listings: `?` one character, `*` any number of them.
+bool Matches(TextView name, TextView pattern) {
+    if (pattern.empty()) return name.empty();
+    if (pattern.front() == u'*') {
+        return Matches(name, pattern.substr(1)) || (!name.empty() && Matches(name.substr(1), pattern));
+    }
+    if (name.empty() || (pattern.front() != u'?' && pattern.front() != name.front())) return false;
+    return Matches(name.substr(1), pattern.substr(1));
+}
+
 }  // namespace
 
 FileNames::FileNames(World& world) : mWorld(world) {
-    world.faults.Declare({"GetFileAttributes", "GetFileAttributesAnsi"});
+    world.faults.Declare({"GetFileAttributes", "GetFileAttributesAnsi", "FindFirstFile"});
 }
 
 std::int32_t FileNames::Attributes(TextView path) {
@@ -41,6 +51,19 @@ std::int32_t FileNames::Attributes(TextView path) {
 
 std::int32_t FileNames::AttributesAnsi(TextView path) {
     return mWorld.Fails("GetFileAttributesAnsi") ? kNoAttributes : Look(ThroughAnsi(path));
+}
+
+bool FileNames::ListsFile(TextView pattern) {
+    if (mWorld.Fails("FindFirstFile")) return false;
+    const TextView path = UpToZero(pattern);
+    if (path.empty() || path.back() == u'\\' || path.back() == u'/') return false;
+    const Text normal = Normal(path);
+    const Text folder = Parent(normal);
+    const TextView name = TextView(normal).substr(normal.rfind(u'\\') + 1);
+    return std::any_of(mNames.begin(), mNames.end(), [&](const auto& entry) {
+        return (entry.second & (kFolder | kHidden | kSystem)) == 0 && Parent(entry.first) == folder &&
+               Matches(TextView(entry.first).substr(entry.first.rfind(u'\\') + 1), name);
+    });
 }
 
 void FileNames::AddFile(TextView path, std::int32_t attributes) {

@@ -11,12 +11,16 @@ namespace kwo::platform::simulated {
 /// names are compared without regard to the case of ASCII letters.
 class FileNames final : public FileSystem {
 public:
+    static constexpr std::int32_t kReadOnly = 0x01;
+    static constexpr std::int32_t kHidden = 0x02;
+    static constexpr std::int32_t kSystem = 0x04;
     static constexpr std::int32_t kArchive = 0x20;
 
     explicit FileNames(World& world);
 
     std::int32_t Attributes(TextView path) override;
     std::int32_t AttributesAnsi(TextView path) override;
+    bool ListsFile(TextView pattern) override;
 
     /// Adds the folders above it as well.
     void AddFile(TextView path, std::int32_t attributes = kArchive);

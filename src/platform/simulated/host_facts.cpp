@@ -1,5 +1,7 @@
 #include "platform/simulated/host_facts.h"
 
+#include <algorithm>
+
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
@@ -12,7 +14,8 @@ constexpr std::size_t kLongestModuleName = 255;
 }  // namespace
 
 HostFacts::HostFacts(World& world) : mWorld(world) {
-    world.faults.Declare({"GetModuleFileName", "GetComputerName", "WNetGetUser", "GetUserName", "GetVersionEx"});
+    world.faults.Declare({"GetModuleFileName", "GetComputerName", "WNetGetUser", "GetUserName", "GetVersionEx",
+                          "GetSystemDirectory", "GetWindowsDirectory"});
 }
 
 Text HostFacts::ModuleFileName() {
@@ -46,6 +49,28 @@ bool HostFacts::QueryPlatform(Platform& result) {
     if (mWorld.Fails("GetVersionEx")) return false;
     result = platform;
     return true;
+}
+
+Text HostFacts::EnvironmentVariable(TextView name) {
+    const auto found = environment.find(Text(name));
+    return found == environment.end() ? Text() : found->second;
+}
+
+std::uint32_t HostFacts::SystemDirectory(std::string& buffer) {
+    return Directory("GetSystemDirectory", systemDirectory, buffer);
+}
+
+std::uint32_t HostFacts::WindowsDirectory(std::string& buffer) {
+    return Directory("GetWindowsDirectory", windowsDirectory, buffer);
+}
+
+std::uint32_t HostFacts::Directory(std::string_view call, const std::string& directory, std::string& buffer) {
+    mWorld.log.Add(std::string(call) + " " + std::to_string(buffer.size()));
+    if (mWorld.Fails(call)) return 0;
+    const std::size_t needed = directory.size() + 1;
+    if (needed > buffer.size()) return static_cast<std::uint32_t>(needed);
+    std::copy(directory.c_str(), directory.c_str() + needed, buffer.begin());
+    return static_cast<std::uint32_t>(directory.size());
 }
 
 void HostFacts::WriteLog(TextView text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "platform/host_application.h"
 #include "platform/simulated/world.h"
 
@@ -21,6 +23,10 @@ public:
     bool UserName(Text& name) override;
     bool QueryPlatform(Platform& platform) override;
     std::uint32_t ProcessId() override { return processId; }
+    Text LibraryFolder() override { return libraryFolder; }
+    Text EnvironmentVariable(TextView name) override;
+    std::uint32_t SystemDirectory(std::string& buffer) override;
+    std::uint32_t WindowsDirectory(std::string& buffer) override;
     void WriteLog(TextView text) override;
 
     Text executableName = u"HOSTAPP";
@@ -34,8 +40,14 @@ public:
     Text userName = u"jdoe";
     Platform platform{10, 0, 19045, 2};
     std::uint32_t processId = 1234;
+    Text libraryFolder = u"C:\\Program Files\\Common";
+    std::map<Text, Text> environment;
+    std::string systemDirectory = "C:\\WINDOWS\\system32";
+    std::string windowsDirectory = "C:\\WINDOWS";
 
 private:
+    std::uint32_t Directory(std::string_view call, const std::string& directory, std::string& buffer);
+
     World& mWorld;
 };
 

@@ -19,11 +19,15 @@ public:
     void SetHelpContext(Handle form, std::int32_t context) override;
     double TwipsPerPixelX() override { return twipsPerPixelX; }
     double TwipsPerPixelY() override { return twipsPerPixelY; }
+    float Width() override { return width; }
+    float Height() override { return height; }
 
     std::intptr_t pointer = 0;
     Handle activeForm = 0;
     double twipsPerPixelX = 15;
     double twipsPerPixelY = 15;
+    float width = 15'360;
+    float height = 11'520;
     std::map<Handle, std::int32_t> helpContexts;
 
 private:

@@ -15,11 +15,15 @@ Platform SimulatedDesktop::Services() {
             .locale = locale,
             .logFiles = logFiles,
             .messages = messages,
+            .notificationArea = notificationArea,
+            .pictures = pictures,
             .processMemory = processMemory,
+            .programs = programs,
             .registry = registry,
             .screen = screen,
             .screenDrawing = screenDrawing,
             .errors = errors,
+            .fonts = fonts,
             .metrics = metrics,
             .timers = timers};
 }

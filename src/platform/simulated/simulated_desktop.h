@@ -16,9 +16,13 @@
 #include "platform/simulated/recorded_drawing.h"
 #include "platform/simulated/registry_tree.h"
 #include "platform/simulated/screen_state.h"
+#include "platform/simulated/simulated_fonts.h"
 #include "platform/simulated/simulated_metrics.h"
 #include "platform/simulated/simulated_object.h"
+#include "platform/simulated/simulated_pictures.h"
+#include "platform/simulated/simulated_programs.h"
 #include "platform/simulated/simulated_timers.h"
+#include "platform/simulated/simulated_tray.h"
 #include "platform/simulated/user_locale.h"
 #include "platform/simulated/virtual_clock.h"
 #include "platform/simulated/window_list.h"
@@ -58,11 +62,15 @@ public:
     HostFacts host{mWorld};
     WrittenFiles logFiles{mWorld, files};
     MessageQueue messages{mWorld, clock};
+    SimulatedTray notificationArea{mWorld};
+    SimulatedPictures pictures{conversions};
     MemoryCounters processMemory{mWorld, host};
+    SimulatedPrograms programs{mWorld};
     RegistryTree registry{mWorld};
     ScreenState screen{mWorld};
     RecordedScreenDrawing screenDrawing{mWorld};
     ErrorTexts errors{mWorld};
+    SimulatedFonts fonts{mWorld};
     SimulatedMetrics metrics;
     ComponentClasses components{mWorld};
     UserLocale locale{mWorld};

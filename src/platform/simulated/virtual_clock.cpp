@@ -27,7 +27,9 @@ std::int64_t VirtualClock::Counter() {
 }
 
 std::uint32_t VirtualClock::TickCount() {
-    return mTicksAtStart + static_cast<std::uint32_t>(mElapsed.scaled / Milliseconds::kScale);
+    const std::int64_t now = mElapsed.scaled / Milliseconds::kScale;
+    Advance(msPerReading);
+    return mTicksAtStart + static_cast<std::uint32_t>(now);
 }
 
 Date VirtualClock::Now() {
@@ -51,7 +53,7 @@ void VirtualClock::Advance(Milliseconds span) {
 }
 
 void VirtualClock::SetTickCount(std::uint32_t ticks) {
-    mTicksAtStart += ticks - TickCount();
+    mTicksAtStart = ticks - static_cast<std::uint32_t>(mElapsed.scaled / Milliseconds::kScale);
 }
 
 void VirtualClock::SetNow(Date now) {

@@ -24,6 +24,8 @@ public:
     /// Counts per second; nothing for a machine without the counter. The counter is 0 when the desktop comes into
     /// being.
     void SetCounterFrequency(std::optional<std::int64_t> frequency) { mFrequency = frequency; }
+    /// How long a reading of the tick count takes, for loops that do nothing but wait for it.
+    std::int64_t msPerReading = 0;
     /// Minutes to add to local time for UTC.
     std::int64_t biasMinutes = 0;
 

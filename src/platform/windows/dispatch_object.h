@@ -35,6 +35,9 @@ public:
     IDispatch* Dispatch() const override { return mDispatch.Get(); }
     bool Knows(TextView member) override;
 
+    /// For objects whose identifiers are part of the platform: spares asking for the name, which can be dear.
+    void SetKnownId(TextView member, DISPID id) { mIds.insert_or_assign(Text(member), Ids{id}); }
+
 private:
     /// The member's id, followed by those of its arguments.
     using Ids = std::vector<DISPID>;

@@ -79,4 +79,12 @@ double WindowsScreen::TwipsPerPixelY() {
     return TwipsPerPixel(LOGPIXELSY);
 }
 
+float WindowsScreen::Width() {
+    return static_cast<float>(::GetSystemMetrics(SM_CXSCREEN) * TwipsPerPixelX());
+}
+
+float WindowsScreen::Height() {
+    return static_cast<float>(::GetSystemMetrics(SM_CYSCREEN) * TwipsPerPixelY());
+}
+
 }  // namespace kwo::platform::windows

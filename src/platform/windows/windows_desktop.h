@@ -28,6 +28,8 @@ public:
     void SetHelpContext(Handle form, std::int32_t context) override;
     double TwipsPerPixelX() override;
     double TwipsPerPixelY() override;
+    float Width() override;
+    float Height() override;
 };
 
 }  // namespace kwo::platform::windows

@@ -11,6 +11,7 @@ public:
 
     std::int32_t Attributes(TextView path) override;
     std::int32_t AttributesAnsi(TextView path) override;
+    bool ListsFile(TextView pattern) override;
 
 private:
     LastError& mLastError;

@@ -12,16 +12,21 @@ namespace {
 
 using WNetGetUserAFunction = DWORD WINAPI(const char* name, char* user, DWORD* length);
 
-std::wstring ExecutablePath() {
+/// Of the executable for null.
+std::wstring PathOf(HMODULE module) {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
-        const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        const DWORD length = ::GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
             return path;
         }
         path.resize(2 * path.size());
     }
+}
+
+std::wstring ExecutablePath() {
+    return PathOf(nullptr);
 }
 
 }  // namespace
@@ -92,6 +97,33 @@ bool WindowsHostApplication::QueryPlatform(Platform& platform) {
 
 std::uint32_t WindowsHostApplication::ProcessId() {
     return ::GetCurrentProcessId();
+}
+
+Text WindowsHostApplication::LibraryFolder() {
+    return FromWide(FolderOf(PathOf(mModule)));
+}
+
+Text WindowsHostApplication::EnvironmentVariable(TextView name) {
+    const std::wstring wideName = ToWide(name);
+    std::wstring value;
+    // Another thread may lengthen it between two calls.
+    for (DWORD size = 256;;) {
+        value.resize(size);
+        const DWORD length = mLastError.After(::GetEnvironmentVariableW(wideName.c_str(), value.data(), size));
+        if (length < size) {
+            value.resize(length);
+            return FromWide(value);
+        }
+        size = length;
+    }
+}
+
+std::uint32_t WindowsHostApplication::SystemDirectory(std::string& buffer) {
+    return mLastError.After(::GetSystemDirectoryA(buffer.data(), static_cast<UINT>(buffer.size())));
+}
+
+std::uint32_t WindowsHostApplication::WindowsDirectory(std::string& buffer) {
+    return mLastError.After(::GetWindowsDirectoryA(buffer.data(), static_cast<UINT>(buffer.size())));
 }
 
 void WindowsHostApplication::WriteLog(TextView text) {

@@ -27,6 +27,10 @@ public:
     bool UserName(Text& name) override;
     bool QueryPlatform(Platform& platform) override;
     std::uint32_t ProcessId() override;
+    Text LibraryFolder() override;
+    Text EnvironmentVariable(TextView name) override;
+    std::uint32_t SystemDirectory(std::string& buffer) override;
+    std::uint32_t WindowsDirectory(std::string& buffer) override;
     /// The system's event log, with the executable's name as the source.
     void WriteLog(TextView text) override;
 

@@ -14,21 +14,27 @@
 #include "platform/windows/windows_locale_source.h"
 #include "platform/windows/windows_log_files.h"
 #include "platform/windows/windows_message_loop.h"
+#include "platform/windows/windows_notification_area.h"
+#include "platform/windows/windows_pictures.h"
 #include "platform/windows/windows_process_memory.h"
+#include "platform/windows/windows_programs.h"
 #include "platform/windows/windows_registry_store.h"
 #include "platform/windows/windows_system_errors.h"
+#include "platform/windows/windows_system_fonts.h"
 #include "platform/windows/windows_system_metrics.h"
 #include "platform/windows/windows_timer_service.h"
 
 namespace kwo::platform::windows {
 
 struct WindowsPlatform::Parts {
-    Parts(HINSTANCE module, ModuleUse& use) : host(module, lastError, network), timers(use) {}
+    Parts(HINSTANCE module, ModuleUse& use)
+        : host(module, lastError, network), notificationArea(module, lastError, shell), timers(use) {}
 
     LastError lastError;
     SystemLibrary internet{L"wininet.dll"};
     SystemLibrary network{L"mpr.dll"};
     SystemLibrary counters{L"psapi.dll"};
+    SystemLibrary shell{L"shell32.dll"};
     WindowsClock clock{lastError};
     WindowsComponentFactory components;
     WindowsConversions conversions;
@@ -41,11 +47,15 @@ struct WindowsPlatform::Parts {
     WindowsLocaleSource locale{lastError};
     WindowsLogFiles logFiles{lastError};
     WindowsMessageLoop messages{lastError};
+    WindowsNotificationArea notificationArea;
+    WindowsPictures pictures;
     WindowsProcessMemory processMemory{lastError, counters};
+    WindowsPrograms programs{lastError};
     WindowsRegistryStore registry{lastError};
     WindowsScreen screen;
     WindowsScreenDrawing screenDrawing{lastError};
     WindowsSystemErrors errors{lastError, internet, network};
+    WindowsSystemFonts fonts{lastError};
     WindowsSystemMetrics metrics;
     WindowsTimerService timers;
 };
@@ -67,11 +77,15 @@ Platform WindowsPlatform::Services() {
             .locale = mParts->locale,
             .logFiles = mParts->logFiles,
             .messages = mParts->messages,
+            .notificationArea = mParts->notificationArea,
+            .pictures = mParts->pictures,
             .processMemory = mParts->processMemory,
+            .programs = mParts->programs,
             .registry = mParts->registry,
             .screen = mParts->screen,
             .screenDrawing = mParts->screenDrawing,
             .errors = mParts->errors,
+            .fonts = mParts->fonts,
             .metrics = mParts->metrics,
             .timers = mParts->timers};
 }

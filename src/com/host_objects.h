@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include "com/server/com_ptr.h"
+#include "platform/component_error.h"
+#include "platform/variant.h"
+#include "platform/windows/call_failure.h"
+#include "platform/windows/variant_bridge.h"
+
+namespace kwo::com {
+
+/// An interface of an automation object, with a reference for the caller; null for the null object. Raises what the
+/// object answers when it does not have it.
+template <class Interface>
+Interface* NewReference(const platform::HostObjectRef& object) {
+    const auto* const known = dynamic_cast<const platform::windows::DispatchReference*>(object.get());
+    if (known == nullptr) return nullptr;
+    Interface* found = nullptr;
+    const HRESULT code = known->Dispatch()->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&found));
+    if (FAILED(code)) platform::windows::RaiseFailure(code);
+    return found;
+}
+
+/// An optional argument: what is not there, also as a null pointer, is Missing.
+inline platform::Variant OptionalValue(const VARIANT* argument) {
+    return argument != nullptr ? platform::windows::FromVariant(*argument) : platform::Missing();
+}
+
+}  // namespace kwo::com

@@ -1,0 +1,48 @@
+#include "platform/windows/windows_notification_area.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+
+#include "platform/windows/ansi.h"
+#include "platform/windows/handles.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+using NotifyFunction = BOOL WINAPI(DWORD message, NOTIFYICONDATAA* record);
+
+constexpr std::size_t kTipSize = 64;
+
+}  // namespace
+
+bool WindowsNotificationArea::Add(const TrayRecord& record) {
+    return Notify(NIM_ADD, record);
+}
+
+bool WindowsNotificationArea::Modify(const TrayRecord& record) {
+    return Notify(NIM_MODIFY, record);
+}
+
+bool WindowsNotificationArea::Delete(const TrayRecord& record) {
+    return Notify(NIM_DELETE, record);
+}
+
+bool WindowsNotificationArea::Notify(DWORD message, const TrayRecord& record) {
+    auto* const function = mLastError.After(mShell.Find<NotifyFunction>("Shell_NotifyIconA"));
+    if (function == nullptr) return false;
+    NOTIFYICONDATAA data = {};
+    data.cbSize = NOTIFYICONDATAA_V1_SIZE;
+    data.hWnd = ToNative<HWND>(record.window);
+    data.uID = static_cast<UINT>(reinterpret_cast<UINT_PTR>(mModule));
+    data.uFlags = record.flags;
+    data.uCallbackMessage = record.callbackMessage;
+    data.hIcon = ToNative<HICON>(record.icon);
+    // In the first version of the record the tip has 64 bytes; a longer one goes without an end.
+    const std::string tip = ToAnsi(record.tip);
+    std::copy_n(tip.begin(), std::min(tip.size(), kTipSize), data.szTip);
+    return mLastError.After(function(message, &data)) != FALSE;
+}
+
+}  // namespace kwo::platform::windows

@@ -1,0 +1,60 @@
+#include "platform/windows/windows_programs.h"
+
+#include <windows.h>
+
+#include <string>
+
+#include "platform/component_error.h"
+#include "platform/windows/ansi.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+struct Search {
+    std::wstring title;
+    HWND found = nullptr;
+};
+
+/// The title as the system keeps it. Asking the window itself would wait for a program that does not answer.
+bool HasTitle(HWND window, const std::wstring& title) {
+    std::wstring text(title.size() + 2, L'\0');
+    const int length = ::InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
+    return ::CompareStringOrdinal(text.data(), length, title.data(), static_cast<int>(title.size()), TRUE) ==
+           CSTR_EQUAL;
+}
+
+BOOL CALLBACK Look(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    if (!::IsWindowVisible(window) || !HasTitle(window, search.title)) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+}  // namespace
+
+void WindowsPrograms::Activate(TextView title) {
+    Search search{ToWide(title)};
+    ::EnumWindows(Look, reinterpret_cast<LPARAM>(&search));
+    if (search.found == nullptr) RaiseRuntime(RuntimeError::InvalidProcedureCall);
+    mLastError.After(::SetForegroundWindow(search.found));
+}
+
+std::int32_t WindowsPrograms::Start(TextView commandLine, std::int16_t windowMode) {
+    // The system writes into the command line while it looks for the program.
+    std::wstring writable = ToWide(commandLine);
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = static_cast<WORD>(windowMode);
+    PROCESS_INFORMATION process = {};
+    if (!mLastError.After(::CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                           &start, &process))) {
+        RaiseRuntime(RuntimeError::FileNotFound);
+    }
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+    return static_cast<std::int32_t>(process.dwProcessId);
+}
+
+}  // namespace kwo::platform::windows

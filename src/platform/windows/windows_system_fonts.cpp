@@ -1,0 +1,52 @@
+#include "platform/windows/windows_system_fonts.h"
+
+#include <olectl.h>
+#include <wrl/client.h>
+
+#include <algorithm>
+#include <cstddef>
+
+#include "platform/windows/call_failure.h"
+#include "platform/windows/dispatch_object.h"
+
+namespace kwo::platform::windows {
+
+namespace {
+
+// The record as it was before its last member came.
+constexpr UINT kRecordSize = offsetof(NONCLIENTMETRICSA, lfMessageFont) + sizeof(LOGFONTA);
+static_assert(kRecordSize == 340);
+
+FontRecord RecordOf(const LOGFONTA& font) {
+    FontRecord record = {font.lfHeight, font.lfWeight, font.lfItalic, font.lfUnderline, font.lfStrikeOut, {}};
+    static_assert(sizeof font.lfFaceName == sizeof record.faceName);
+    std::copy(std::begin(font.lfFaceName), std::end(font.lfFaceName), record.faceName.begin());
+    return record;
+}
+
+}  // namespace
+
+bool WindowsSystemFonts::QueryNonClient(NonClientFonts& fonts) {
+    NONCLIENTMETRICSA metrics = {};
+    metrics.cbSize = kRecordSize;
+    if (!mLastError.After(::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, 0, &metrics, 0))) return false;
+    fonts = {RecordOf(metrics.lfCaptionFont), RecordOf(metrics.lfSmCaptionFont), RecordOf(metrics.lfMenuFont),
+             RecordOf(metrics.lfStatusFont), RecordOf(metrics.lfMessageFont)};
+    return true;
+}
+
+HostObjectRef WindowsSystemFonts::MakeFont() {
+    Microsoft::WRL::ComPtr<IDispatch> font;
+    const HRESULT code = ::OleCreateFontIndirect(nullptr, IID_IDispatch, reinterpret_cast<void**>(font.GetAddressOf()));
+    if (FAILED(code)) RaiseFailure(code);
+    auto object = std::make_shared<DispatchObject>(*font.Get());
+    object->SetKnownId(u"Name", DISPID_FONT_NAME);
+    object->SetKnownId(u"Size", DISPID_FONT_SIZE);
+    object->SetKnownId(u"Bold", DISPID_FONT_BOLD);
+    object->SetKnownId(u"Italic", DISPID_FONT_ITALIC);
+    object->SetKnownId(u"Underline", DISPID_FONT_UNDER);
+    object->SetKnownId(u"Strikethrough", DISPID_FONT_STRIKE);
+    return object;
+}
+
+}  // namespace kwo::platform::windows

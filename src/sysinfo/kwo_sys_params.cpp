@@ -1,0 +1,71 @@
+#include "sysinfo/kwo_sys_params.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+#include "platform/component_error.h"
+#include "platform/conversions.h"
+#include "platform/desktop.h"
+
+namespace kwo::sysinfo {
+
+namespace {
+
+using platform::FontRecord;
+using platform::Text;
+
+constexpr std::int32_t kBoldAbove = 550;
+constexpr double kTwipsPerPoint = 20;
+
+std::int16_t ToInt16(double value) {
+    const double rounded = std::nearbyint(value);
+    if (rounded < INT16_MIN || rounded > INT16_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    return static_cast<std::int16_t>(rounded);
+}
+
+std::string_view FaceName(const FontRecord& font) {
+    const auto end = std::find(font.faceName.begin(), font.faceName.end(), '\0');
+    return {font.faceName.data(), static_cast<std::size_t>(end - font.faceName.begin())};
+}
+
+double PointSize(const FontRecord& font, std::int32_t twipsPerPixel) {
+    const std::int64_t twips = std::abs(std::int64_t{font.height} * twipsPerPixel);
+    if (twips > INT32_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    return static_cast<double>(twips) / kTwipsPerPoint;
+}
+
+}  // namespace
+
+KWOSysParams::KWOSysParams(frame::Component& component) {
+    component.SetProgramName();
+    const platform::Platform& services = component.platform;
+    mTwipsPerPixelY = ToInt16(services.screen.TwipsPerPixelY());
+    mMetricsRead = services.fonts.QueryNonClient(mMetrics);
+    for (platform::HostObjectRef& font : mFonts)
+        font = services.fonts.MakeFont();
+
+    LetAll(u"Name", [&](const FontRecord& font) { return services.conversions.FromAnsi(FaceName(font)); });
+    LetAll(u"Italic", [](const FontRecord& font) { return font.italic != 0; });
+    LetAll(u"Underline", [](const FontRecord& font) { return font.underline != 0; });
+    LetAll(u"Strikethrough", [](const FontRecord& font) { return font.strikeOut != 0; });
+    LetAll(u"Bold", [](const FontRecord& font) { return font.weight > kBoldAbove; });
+    LetAll(u"Size", [&](const FontRecord& font) { return PointSize(font, mTwipsPerPixelY); });
+}
+
+platform::HostObjectRef KWOSysParams::SmCaptionFont() {
+    // Intended: the small caption font is assigned to the default property of the caption font, its name, and nobody
+    // gets it.
+    CaptionFont()->Let(u"Name", mFonts[kSmallCaption]->Get(u"Name"));
+    return nullptr;
+}
+
+template <class ValueOf>
+void KWOSysParams::LetAll(platform::TextView property, ValueOf&& valueOf) {
+    const FontRecord* const records[kCount] = {&mMetrics.caption, &mMetrics.smallCaption, &mMetrics.menu,
+                                               &mMetrics.status, &mMetrics.message};
+    for (std::size_t i = 0; i < kCount; ++i)
+        mFonts[i]->Let(property, platform::Variant(valueOf(*records[i])));
+}
+
+}  // namespace kwo::sysinfo

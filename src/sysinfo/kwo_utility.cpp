@@ -1,0 +1,173 @@
+#include "sysinfo/kwo_utility.h"
+
+#include <algorithm>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/component_error.h"
+#include "platform/conversions.h"
+#include "platform/file_system.h"
+#include "platform/message_loop.h"
+#include "platform/programs.h"
+
+namespace kwo::sysinfo {
+
+namespace {
+
+using platform::ComponentError;
+using platform::Missing;
+using platform::Null;
+using platform::Variant;
+
+constexpr std::int32_t kCannotStart = 1930;
+
+Text WithSlash(TextView directory) {
+    Text text(directory);
+    if (text.empty() || text.back() != u'\\') text += u'\\';
+    return text;
+}
+
+std::int16_t ToInt16(std::uint32_t value) {
+    if (value > INT16_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    return static_cast<std::int16_t>(value);
+}
+
+std::int16_t MillisecondsOf(std::int16_t seconds) {
+    // Intended: from 100 on the number counts milliseconds, and what is below is multiplied in 16 bits.
+    constexpr std::int16_t kFirstMilliseconds = 100;
+    if (seconds >= kFirstMilliseconds) return seconds;
+    const std::int32_t product = std::int32_t{seconds} * 1000;
+    if (product > INT16_MAX || product < INT16_MIN) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    return static_cast<std::int16_t>(product);
+}
+
+}  // namespace
+
+KWOUtility::KWOUtility(frame::Component& component) : mComponent(component) {
+    mComponent.SetProgramName();
+}
+
+Text KWOUtility::KWO_FindInPath(TextView fileName) {
+    platform::FileSystem& files = mComponent.platform.files;
+    if (Text beside = WithSlash(mComponent.platform.host.LibraryFolder()).append(fileName); files.ListsFile(beside)) {
+        return beside;
+    }
+    const Text path = mComponent.platform.host.EnvironmentVariable(u"PATH");
+    for (TextView left = path; !left.empty();) {
+        const std::size_t end = std::min(left.find(u';'), left.size());
+        Text candidate = WithSlash(left.substr(0, end)).append(fileName);
+        if (files.ListsFile(candidate)) return candidate;
+        left.remove_prefix(std::min(end + 1, left.size()));
+    }
+    return {};
+}
+
+Text KWOUtility::KWO_SystemDir(Variant& slashAtEnd) {
+    return Directory(&platform::HostApplication::SystemDirectory, slashAtEnd);
+}
+
+Text KWOUtility::KWO_WindowsDir(Variant& slashAtEnd) {
+    return Directory(&platform::HostApplication::WindowsDirectory, slashAtEnd);
+}
+
+Text KWOUtility::Directory(DirectoryQuery query, Variant& slashAtEnd) {
+    if (platform::IsMissing(slashAtEnd)) slashAtEnd = false;
+    platform::Conversions& conversions = mComponent.platform.conversions;
+    constexpr std::uint32_t kUsualSize = 260;
+    std::string buffer;
+    std::uint32_t length = kUsualSize;
+    do {
+        buffer.assign(length, ' ');
+        length = (mComponent.platform.host.*query)(buffer);
+        if (length == 0) return {};
+    } while (length > buffer.size());
+    Text directory = conversions.FromAnsi(std::string_view(buffer).substr(0, length));
+    // Intended: appended unconditionally; a root directory ends in two.
+    if (!std::holds_alternative<Null>(slashAtEnd) && conversions.ToBoolean(slashAtEnd)) directory += u'\\';
+    return directory;
+}
+
+bool KWOUtility::KWO_IsWin32() {
+    // Intended: true on the other family alone, whatever the name says.
+    constexpr std::uint32_t kWindows95Family = 1;
+    return Version().platformId == kWindows95Family;
+}
+
+bool KWOUtility::KWO_IsWinNT() {
+    constexpr std::uint32_t kNtFamily = 2;
+    return Version().platformId == kNtFamily;
+}
+
+std::int16_t KWOUtility::KWO_WinMajorVersion() {
+    return ToInt16(Version().majorVersion);
+}
+
+std::int16_t KWOUtility::KWO_WinMinorVersion() {
+    return ToInt16(Version().minorVersion);
+}
+
+const platform::HostApplication::Platform& KWOUtility::Version() {
+    constexpr std::uint32_t kOldest = 3;
+    constexpr std::int16_t kStopIcon = 16;
+    if (mVersion.majorVersion < kOldest && !mComponent.platform.host.QueryPlatform(mVersion)) {
+        mComponent.error.KWO_AppError({}, u"GetVersionEx failed.", kStopIcon, true, true);
+    }
+    return mVersion;
+}
+
+void KWOUtility::KWO_Pause(std::int16_t seconds) {
+    platform::Clock& clock = mComponent.platform.clock;
+    const std::int16_t delay = MillisecondsOf(seconds);
+    // Intended: signed ticks. A wait that begins just before they turn negative lasts until they come round again.
+    const auto ticks = [&clock] { return static_cast<std::int32_t>(clock.TickCount()); };
+    const std::int64_t sum = std::int64_t{ticks()} + delay;
+    if (sum > INT32_MAX || sum < INT32_MIN) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    const auto end = static_cast<std::int32_t>(sum);
+    while (ticks() < end)
+        mComponent.platform.messages.ProcessPending();
+}
+
+std::int32_t KWOUtility::KWO_LoadApp(TextView appPath, TextView appProg, TextView appParms, std::int16_t winMode,
+                                     TextView appName) {
+    if (!appName.empty()) {
+        constexpr std::int32_t kActivated = 1;
+        const bool activated = Activates(appName);
+        mComponent.platform.messages.ProcessPending();
+        if (activated) return kActivated;
+    }
+    const Text commandLine = Text(appPath).append(appProg).append(1, u' ').append(appParms);
+    const std::int32_t task = Start(commandLine, winMode);
+    if (task == 0) TellFailedStart(appPath, appProg);
+    return task;
+}
+
+bool KWOUtility::Activates(TextView title) {
+    try {
+        mComponent.platform.programs.Activate(title);
+        return true;
+    } catch (const ComponentError&) {
+        return false;
+    }
+}
+
+std::int32_t KWOUtility::Start(TextView commandLine, std::int16_t winMode) {
+    try {
+        return mComponent.platform.programs.Start(commandLine, winMode);
+    } catch (const ComponentError&) {
+        return 0;
+    }
+}
+
+void KWOUtility::TellFailedStart(TextView appPath, TextView appProg) {
+    constexpr std::int32_t kExclamation = 48;
+    try {
+        mComponent.messages.KWOInitialize();
+    } catch (const ComponentError&) {
+        // A failed start is told by the box alone; without a table the text is the one for undefined messages.
+    }
+    const Variant values[] = {Text(appPath), Text(appProg)};
+    const Text prompt = mComponent.messages.KWO_GetMsg(kCannotStart, values);
+    mComponent.messageBoxes.KWOMsgBox({.prompt = prompt, .buttons = kExclamation});
+}
+
+}  // namespace kwo::sysinfo

@@ -1,0 +1,85 @@
+#include "tray/kwo_sys_tray.h"
+
+#include "frame/text_routines.h"
+#include "platform/component_error.h"
+#include "platform/pictures.h"
+
+namespace kwo::tray {
+
+namespace {
+
+using platform::TrayRecord;
+
+/// The tip as the record holds it: with its end, cut or filled with blanks. One of 64 characters has no end.
+Text Fitted(TextView toolTip) {
+    constexpr std::size_t kTipSize = 64;
+    Text fitted(toolTip);
+    fitted.push_back(u'\0');
+    fitted.resize(kTipSize, u' ');
+    return fitted;
+}
+
+std::int32_t ForButton(std::int16_t button, std::int32_t left, std::int32_t right) {
+    if (button == 1) return left;
+    return button == 2 ? right : 0;
+}
+
+}  // namespace
+
+bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& icon, TextView toolTip) {
+    if (mAdded) Destroy();
+    if (!IsIcon(icon)) return false;
+    mIcon = icon;
+    mRecord = {.window = window,
+               .flags = TrayRecord::kMessage | TrayRecord::kIcon | TrayRecord::kTip,
+               .callbackMessage = kCallbackMessage,
+               .icon = mComponent.platform.pictures.NativeHandle(*icon),
+               .tip = Fitted(toolTip)};
+    mAdded = mComponent.platform.notificationArea.Add(mRecord);
+    return mAdded;
+}
+
+void KWOSysTray::Destroy() {
+    if (!mAdded) return;
+    mComponent.platform.notificationArea.Delete(mRecord);
+    mAdded = false;
+}
+
+Text KWOSysTray::Tip() const {
+    return frame::KWO_CutAtNul(mRecord.tip);
+}
+
+void KWOSysTray::SetTip(TextView toolTip) {
+    if (!mAdded) return;
+    mRecord.tip = Fitted(toolTip);
+    mRecord.flags = TrayRecord::kTip;
+    mComponent.platform.notificationArea.Modify(mRecord);
+}
+
+void KWOSysTray::SetIcon(const platform::HostObjectRef& icon) {
+    if (!IsIcon(icon)) return;
+    mIcon = icon;
+    mRecord.icon = mComponent.platform.pictures.NativeHandle(*icon);
+    mRecord.flags = TrayRecord::kIcon;
+    // Also without an icon in the area: the system then refuses.
+    mComponent.platform.notificationArea.Modify(mRecord);
+}
+
+std::int32_t KWOSysTray::DoubleClickMsg(std::int16_t button) {
+    return ForButton(button, 515, 518);
+}
+
+std::int32_t KWOSysTray::MouseDownMsg(std::int16_t button) {
+    return ForButton(button, 513, 516);
+}
+
+std::int32_t KWOSysTray::MouseUpMsg(std::int16_t button) {
+    return ForButton(button, 514, 517);
+}
+
+bool KWOSysTray::IsIcon(const platform::HostObjectRef& picture) {
+    if (picture == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
+    return mComponent.platform.pictures.Type(*picture) == platform::Pictures::kIcon;
+}
+
+}  // namespace kwo::tray

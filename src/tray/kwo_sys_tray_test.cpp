@@ -1,0 +1,267 @@
+#include "tray/kwo_sys_tray.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/component_error.h"
+#include "platform/simulated/simulated_desktop.h"
+
+namespace kwo::tray {
+namespace {
+
+using platform::ComponentError;
+using platform::HostObjectRef;
+using platform::simulated::SimulatedObject;
+using Lines = std::vector<std::string>;
+
+constexpr platform::Handle kWindow = 77;
+
+class Tray : public testing::Test {
+protected:
+    HostObjectRef Picture(std::int16_t type, std::int32_t handle) {
+        auto picture = desktop.MakeObject(u"Picture");
+        picture->SetProperty(u"Type", type);
+        picture->SetProperty(u"Handle", handle);
+        return picture;
+    }
+    template <class Body>
+    static std::int32_t Raised(Body&& body) {
+        try {
+            body();
+            return 0;
+        } catch (const ComponentError& error) {
+            return error.number;
+        }
+    }
+    Lines Calls() const { return desktop.log.Starting("NotifyIcon"); }
+    const platform::TrayRecord& Shown(platform::Handle window = kWindow) const {
+        return desktop.notificationArea.icons.at(window);
+    }
+    bool IsShown(platform::Handle window = kWindow) const { return desktop.notificationArea.icons.contains(window); }
+
+    platform::simulated::SimulatedDesktop desktop;
+    frame::Component component{desktop.Services()};
+    std::optional<KWOSysTray> tray{std::in_place, component};
+    HostObjectRef icon = Picture(3, 500);
+    HostObjectRef bitmap = Picture(1, 600);
+};
+
+TEST_F(Tray, CreateAddsTheIcon) {
+    EXPECT_TRUE(tray->Create(kWindow, icon, u"Hello"));
+    EXPECT_EQ(Calls(),
+              (Lines{"NotifyIcon Add 77 flags=7 message=512 icon=500 tip=\"Hello\\0" + std::string(58, ' ') + '"'}));
+    EXPECT_EQ(Shown().tip, u"Hello");
+    EXPECT_EQ(tray->Tip(), u"Hello");
+    EXPECT_EQ(tray->Icon(), icon);
+}
+
+TEST_F(Tray, CreationLeavesTheProgramNameAlone) {
+    EXPECT_EQ(component.ProgramName(), u"");
+}
+
+TEST_F(Tray, ATipIsCutTo64Characters) {
+    const auto shown = [&](std::size_t length) {
+        tray->Create(kWindow, icon, Text(length, u'x'));
+        return tray->Tip();
+    };
+    EXPECT_EQ(shown(0), u"");
+    EXPECT_EQ(shown(62), Text(62, u'x'));
+    EXPECT_EQ(shown(63), Text(63, u'x'));
+    EXPECT_EQ(shown(64), Text(64, u'x'));
+    EXPECT_EQ(shown(65), Text(64, u'x'));
+    EXPECT_EQ(shown(100'000), Text(64, u'x'));
+    // What the area is told: an end up to 63 characters, none from 64 on.
+    desktop.log.Clear();
+    shown(63);
+    shown(64);
+    EXPECT_EQ(Calls()[1], "NotifyIcon Add 77 flags=7 message=512 icon=500 tip=\"" + std::string(63, 'x') + "\\0\"");
+    EXPECT_EQ(Calls()[3], "NotifyIcon Add 77 flags=7 message=512 icon=500 tip=\"" + std::string(64, 'x') + "\"");
+}
+
+TEST_F(Tray, ATipEndsAtItsFirstZeroCharacter) {
+    tray->Create(kWindow, icon, TextView(u"cut\0rest", 8));
+    EXPECT_EQ(tray->Tip(), u"cut");
+}
+
+TEST_F(Tray, ABitmapIsRefused) {
+    EXPECT_FALSE(tray->Create(kWindow, bitmap, u"Hello"));
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(tray->Icon(), nullptr);
+    EXPECT_EQ(tray->Tip(), u"");
+}
+
+TEST_F(Tray, OnlyTypeThreeIsAnIcon) {
+    for (const std::int16_t type : {-1, 0, 1, 2, 4, 30})
+        EXPECT_FALSE(tray->Create(kWindow, Picture(type, 9), u"")) << type;
+    EXPECT_EQ(Calls(), Lines{});
+}
+
+TEST_F(Tray, ABitmapRemovesTheIconThatWasThere) {
+    tray->Create(kWindow, icon, u"Hello");
+    EXPECT_FALSE(tray->Create(kWindow, bitmap, u"Other"));
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(tray->Icon(), icon);
+    EXPECT_EQ(tray->Tip(), u"Hello");
+    desktop.log.Clear();
+    tray->Destroy();
+    EXPECT_EQ(Calls(), Lines{});
+}
+
+TEST_F(Tray, CreatingTwiceReplaces) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.log.Clear();
+    EXPECT_TRUE(tray->Create(78, Picture(3, 501), u"Again"));
+    ASSERT_EQ(Calls().size(), 2u);
+    EXPECT_TRUE(Calls()[0].starts_with("NotifyIcon Delete 77"));
+    EXPECT_TRUE(Calls()[1].starts_with("NotifyIcon Add 78 flags=7 message=512 icon=501 tip=\"Again\\0"));
+    EXPECT_FALSE(IsShown());
+    EXPECT_TRUE(IsShown(78));
+}
+
+TEST_F(Tray, AnIconThatTheSystemDoesNotAddIsNotThere) {
+    desktop.FailCall("Shell_NotifyIcon", 1, 5);
+    EXPECT_FALSE(tray->Create(kWindow, icon, u"Hello"));
+    EXPECT_EQ(tray->Icon(), icon);
+    tray->SetTip(u"Later");
+    EXPECT_EQ(tray->Tip(), u"Hello");
+    desktop.log.Clear();
+    tray->Destroy();
+    EXPECT_EQ(Calls(), Lines{});
+}
+
+TEST_F(Tray, DestroyRemovesOnce) {
+    tray->Destroy();
+    EXPECT_EQ(Calls(), Lines{});
+    tray->Create(kWindow, icon, u"Hello");
+    tray->Destroy();
+    tray->Destroy();
+    EXPECT_EQ(Calls().size(), 2u);
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(tray->Icon(), icon);
+}
+
+TEST_F(Tray, AFailedRemovalIsIgnored) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.FailCall("Shell_NotifyIcon", 1, 5);
+    tray->Destroy();
+    desktop.log.Clear();
+    tray->Destroy();
+    EXPECT_EQ(Calls(), Lines{});
+}
+
+TEST_F(Tray, TheIconGoesWithTheObject) {
+    tray->Create(kWindow, icon, u"Hello");
+    tray.reset();
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(icon.use_count(), 1);
+}
+
+TEST_F(Tray, ATipIsChangedInPlace) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.log.Clear();
+    tray->SetTip(u"New");
+    ASSERT_EQ(Calls().size(), 1u);
+    EXPECT_TRUE(Calls()[0].starts_with("NotifyIcon Modify 77 flags=4 "));
+    EXPECT_EQ(Shown().tip, u"New");
+    EXPECT_EQ(tray->Tip(), u"New");
+    tray->SetTip(Text(64, u'y') + u"z");
+    EXPECT_EQ(Shown().tip, Text(64, u'y'));
+    EXPECT_EQ(tray->Tip(), Text(64, u'y'));
+    EXPECT_EQ(Shown().icon, 500);
+}
+
+TEST_F(Tray, ATipWithoutAnIconIsDropped) {
+    tray->SetTip(u"Early");
+    EXPECT_EQ(tray->Tip(), u"");
+    tray->Create(kWindow, icon, u"Hello");
+    EXPECT_EQ(tray->Tip(), u"Hello");
+    tray->Destroy();
+    tray->SetTip(u"Late");
+    EXPECT_EQ(tray->Tip(), u"Hello");
+    EXPECT_EQ(Calls().size(), 2u);
+}
+
+TEST_F(Tray, AnIconIsChangedInPlace) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.log.Clear();
+    const HostObjectRef other = Picture(3, 501);
+    tray->SetIcon(other);
+    ASSERT_EQ(Calls().size(), 1u);
+    EXPECT_TRUE(Calls()[0].starts_with("NotifyIcon Modify 77 flags=2 "));
+    EXPECT_EQ(Shown().icon, 501);
+    EXPECT_EQ(Shown().tip, u"Hello");
+    EXPECT_EQ(tray->Icon(), other);
+}
+
+TEST_F(Tray, AnIconOfAnotherTypeIsIgnored) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.log.Clear();
+    tray->SetIcon(bitmap);
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(tray->Icon(), icon);
+}
+
+TEST_F(Tray, AnIconIsKeptAndTriedWithoutOneInTheArea) {
+    tray->SetIcon(icon);
+    EXPECT_EQ(Calls(), (Lines{"NotifyIcon Modify 0 flags=2 message=0 icon=500 tip=\"\""}));
+    EXPECT_EQ(tray->Icon(), icon);
+    EXPECT_FALSE(IsShown());
+}
+
+TEST_F(Tray, AFailedChangeIsIgnored) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.FailCall("Shell_NotifyIcon", 1, 5);
+    tray->SetTip(u"New");
+    EXPECT_EQ(tray->Tip(), u"New");
+    desktop.FailCall("Shell_NotifyIcon", 1, 5);
+    tray->SetIcon(Picture(3, 501));
+    tray.reset();
+    EXPECT_FALSE(IsShown());
+}
+
+TEST_F(Tray, NoPictureIsNoObject) {
+    tray->Create(kWindow, icon, u"Hello");
+    EXPECT_EQ(Raised([&] { tray->Create(kWindow, nullptr, u"Hello"); }), 91);
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(Raised([&] { tray->SetIcon(nullptr); }), 91);
+    EXPECT_EQ(tray->Icon(), icon);
+}
+
+TEST_F(Tray, WhatAPictureRaisesReachesTheCaller) {
+    const auto broken = desktop.MakeObject(u"Picture");
+    EXPECT_EQ(Raised([&] { tray->Create(kWindow, broken, u""); }), 438);
+    broken->SetProperty(u"Type", std::int16_t{3});
+    broken->FailMember(u"Handle", ComponentError{481, u"Host", u"Invalid picture", {}, 0});
+    EXPECT_EQ(Raised([&] { tray->Create(kWindow, broken, u""); }), 481);
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_FALSE(IsShown());
+}
+
+TEST_F(Tray, TwoObjectsShareTheIconOfAWindow) {
+    KWOSysTray second(component);
+    EXPECT_TRUE(tray->Create(kWindow, icon, u"First"));
+    EXPECT_FALSE(second.Create(kWindow, icon, u"Second"));
+    EXPECT_TRUE(second.Create(78, icon, u"Second"));
+    EXPECT_EQ(Shown().tip, u"First");
+    EXPECT_EQ(Shown(78).tip, u"Second");
+}
+
+TEST_F(Tray, MessageNumbersOfTheTwoButtons) {
+    EXPECT_EQ(KWOSysTray::MouseDownMsg(1), 513);
+    EXPECT_EQ(KWOSysTray::MouseDownMsg(2), 516);
+    EXPECT_EQ(KWOSysTray::MouseUpMsg(1), 514);
+    EXPECT_EQ(KWOSysTray::MouseUpMsg(2), 517);
+    EXPECT_EQ(KWOSysTray::DoubleClickMsg(1), 515);
+    EXPECT_EQ(KWOSysTray::DoubleClickMsg(2), 518);
+    for (const std::int16_t button : {0, 3, 4, -1, 32'767}) {
+        EXPECT_EQ(KWOSysTray::MouseDownMsg(button), 0) << button;
+        EXPECT_EQ(KWOSysTray::MouseUpMsg(button), 0) << button;
+        EXPECT_EQ(KWOSysTray::DoubleClickMsg(button), 0) << button;
+    }
+}
+
+}  // namespace
+}  // namespace kwo::tray
