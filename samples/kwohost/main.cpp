@@ -5,6 +5,7 @@
 
 #include "error_report.h"
 #include "event_connections.h"
+#include "forms_host.h"
 #include "output.h"
 #include "script_host.h"
 #include "source_file.h"
@@ -30,6 +31,7 @@ int RunScript(SourceFile source, const std::vector<std::wstring>& arguments) {
     });
     host.AtClose([&connections] { connections.DisconnectAll(); });
     host.AddGlobal(L"WScript", MakeWScriptObject(host, connections, arguments));
+    AddFormObjects(host);
     host.Run();
     host.Close();
     return host.ExitCode();

@@ -57,13 +57,49 @@ HRESULT ScriptHost::Start() {
     return result;
 }
 
-void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
-    if (mIsClosing || !mEngine) return;
+ComPtr<IDispatch> ScriptHost::FindProcedure(const std::wstring& procedure, DISPID& id) {
     ComPtr<IDispatch> script;
-    DISPID id = DISPID_UNKNOWN;
     auto* name = const_cast<LPOLESTR>(procedure.c_str());
-    if (FAILED(mEngine->GetScriptDispatch(nullptr, script.Receive())) || !script) return;
-    if (FAILED(script->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id))) return;
+    if (mIsClosing || !mEngine || FAILED(mEngine->GetScriptDispatch(nullptr, script.Receive())) || !script ||
+        FAILED(script->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id)))
+        return nullptr;
+    return script;
+}
+
+bool ScriptHost::HasProcedure(const std::wstring& procedure) {
+    DISPID id = DISPID_UNKNOWN;
+    return static_cast<bool>(FindProcedure(procedure, id));
+}
+
+HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
+                                  EXCEPINFO* exception) {
+    DISPID id = DISPID_UNKNOWN;
+    const ComPtr<IDispatch> script = FindProcedure(procedure, id);
+    if (!script) return DISP_E_MEMBERNOTFOUND;
+    const int errorsBefore = mErrorCount;
+    EventArguments arguments(params);
+    EXCEPINFO raised = {};
+    const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
+                                          result, &raised, nullptr);
+    const Bstr source(raised.bstrSource);
+    const Bstr description(raised.bstrDescription);
+    SysFreeString(raised.bstrHelpFile);
+    if (SUCCEEDED(called)) return arguments.WriteBack();
+    if (mErrorCount == errorsBefore)
+        Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? raised.scode : called,
+               Text(description.Get()));
+    if (!exception) return DISP_E_EXCEPTION;
+    *exception = {};
+    exception->scode = mLastError.code;
+    exception->bstrSource = SysAllocString(mLastError.source.c_str());
+    exception->bstrDescription = SysAllocString(mLastError.description.c_str());
+    return DISP_E_EXCEPTION;
+}
+
+void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
+    DISPID id = DISPID_UNKNOWN;
+    const ComPtr<IDispatch> script = FindProcedure(procedure, id);
+    if (!script) return;
 
     const int errorsBefore = mErrorCount;
     EventArguments arguments(params);
@@ -90,6 +126,7 @@ void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wst
 void ScriptHost::ShowError(const ErrorReport& report) {
     ++mErrorCount;
     mExitCode = kScriptFailed;
+    mLastError = report;
     mErrors.Write(Format(report) + L"\r\n");
 }
 

@@ -34,6 +34,10 @@ public:
     /// Calls a procedure of the script for an event; one that the script does not have is no error. An error inside is
     /// reported and ends the script. What the procedure assigns to arguments by reference is stored for the caller.
     void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
+    bool HasProcedure(const std::wstring& procedure);
+    /// Calls a procedure for somebody who handles its error: it is reported and returned, with its content.
+    HRESULT CallProcedure(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
+                          EXCEPINFO* exception);
     /// Reports an error that has no place in the script.
     void Report(const std::wstring& source, HRESULT code, const std::wstring& description);
     /// How many errors have been reported.
@@ -74,6 +78,8 @@ private:
 
     HRESULT Start();
     void LetGoOfVariables();
+    /// Null when the script has no such procedure.
+    ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
     void ShowError(const ErrorReport& report);
 
     SourceFile mSource;
@@ -84,6 +90,7 @@ private:
     std::vector<std::function<void()>> mAtClose;
     bool mIsClosing = false;
     int mErrorCount = 0;
+    ErrorReport mLastError;
     int mExitCode = 0;
 };
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "type_information.h"
+
 namespace kwohost {
 
 namespace {
@@ -54,6 +56,14 @@ LONG Call::Whole(int index) const {
     return Converted(index, VT_I4).lVal;
 }
 
+double Call::Number(int index) const {
+    return Converted(index, VT_R8).dblVal;
+}
+
+bool Call::Truth(int index) const {
+    return Converted(index, VT_BOOL).boolVal != VARIANT_FALSE;
+}
+
 ComPtr<IDispatch> Call::Object(int index) const {
     const Variant value = Value(index);
     if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) Fail(RuntimeError::ObjectRequired, L"Object required");
@@ -74,6 +84,20 @@ void Call::ReturnWhole(LONG number) {
     Variant value;
     value.vt = VT_I4;
     value.lVal = number;
+    Deliver(std::move(value));
+}
+
+void Call::ReturnSingle(double number) {
+    Variant value;
+    value.vt = VT_R4;
+    value.fltVal = static_cast<float>(number);
+    Deliver(std::move(value));
+}
+
+void Call::ReturnTruth(bool truth) {
+    Variant value;
+    value.vt = VT_BOOL;
+    value.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
     Deliver(std::move(value));
 }
 
@@ -108,13 +132,13 @@ void Call::Deliver(Variant value) {
 
 HRESULT ScriptObject::GetTypeInfoCount(UINT* count) {
     if (!count) return E_POINTER;
-    *count = 0;
+    *count = mType ? 1 : 0;
     return S_OK;
 }
 
-HRESULT ScriptObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
+HRESULT ScriptObject::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
     if (info) *info = nullptr;
-    return DISP_E_BADINDEX;
+    return index == 0 && mType ? mType.CopyTo(info) : DISP_E_BADINDEX;
 }
 
 HRESULT ScriptObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
@@ -123,8 +147,8 @@ HRESULT ScriptObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, D
     // The names behind the first one are those of arguments, and no member here takes named arguments.
     std::fill_n(ids, count, DISPID_UNKNOWN);
     const Member* member = Find(std::wstring_view(names[0]));
-    if (member) ids[0] = member->id;
-    return member && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+    ids[0] = member ? member->id : IdOfOther(names[0]);
+    return ids[0] != DISPID_UNKNOWN && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
 }
 
 HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
@@ -132,8 +156,11 @@ HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* pa
     if (!params) return E_POINTER;
     const ComPtr<IDispatch> keep(this);
     const Member* member = Find(id == DISPID_VALUE ? mDefault : id);
-    const WORD accepted = member && member->isMethod ? DISPATCH_METHOD : DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-    if (!member || !(flags & accepted)) return DISP_E_MEMBERNOTFOUND;
+    if (!member) return InvokeOther(id, *params, result, exception);
+    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF))
+        return Assign(*member, *params, exception, badArgument);
+    const WORD accepted = member->isMethod ? DISPATCH_METHOD : DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+    if (!(flags & accepted)) return DISP_E_MEMBERNOTFOUND;
     if (params->cNamedArgs > 0) return DISP_E_NONAMEDARGS;
     const int count = static_cast<int>(params->cArgs);
     if (count > 0 && !member->isMethod && member->most == 0)
@@ -143,11 +170,23 @@ HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* pa
 }
 
 void ScriptObject::AddMethod(const wchar_t* name, int fewest, int most, Body body) {
-    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, true, fewest, most, std::move(body)});
+    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, true, fewest, most, std::move(body), {}});
 }
 
 void ScriptObject::AddProperty(const wchar_t* name, Body body, int arguments) {
-    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, false, arguments, arguments, std::move(body)});
+    mMembers.push_back(
+        {static_cast<DISPID>(mMembers.size() + 1), name, false, arguments, arguments, std::move(body), {}});
+}
+
+void ScriptObject::AddVariable(const wchar_t* name, Body get, Body put) {
+    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, false, 0, 0, std::move(get), std::move(put)});
+}
+
+void ScriptObject::Describe(const wchar_t* typeName) {
+    std::vector<DescribedMember> members;
+    for (const Member& member : mMembers)
+        members.push_back({member.id, member.name, member.isMethod, member.put != nullptr});
+    mType = MakeTypeInformation(typeName, members);
 }
 
 void ScriptObject::SetDefault(const wchar_t* name) {
@@ -155,7 +194,7 @@ void ScriptObject::SetDefault(const wchar_t* name) {
 }
 
 void ScriptObject::SetEnumerator(Body body) {
-    mMembers.push_back({DISPID_NEWENUM, L"_NewEnum", false, 0, 0, std::move(body)});
+    mMembers.push_back({DISPID_NEWENUM, L"_NewEnum", false, 0, 0, std::move(body), {}});
 }
 
 const ScriptObject::Member* ScriptObject::Find(std::wstring_view name) const {
@@ -165,6 +204,9 @@ const ScriptObject::Member* ScriptObject::Find(std::wstring_view name) const {
 }
 
 const ScriptObject::Member* ScriptObject::Find(DISPID id) const {
+    // Most are where their number says.
+    const auto place = static_cast<std::size_t>(id - 1);
+    if (id > 0 && place < mMembers.size() && mMembers[place].id == id) return &mMembers[place];
     const auto found =
         std::find_if(mMembers.begin(), mMembers.end(), [id](const Member& member) { return member.id == id; });
     return found == mMembers.end() ? nullptr : &*found;
@@ -172,10 +214,22 @@ const ScriptObject::Member* ScriptObject::Find(DISPID id) const {
 
 HRESULT ScriptObject::CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
                                  UINT* badArgument) const {
+    if (result) VariantInit(result);
+    return RunBody(member.body, params, result, exception, badArgument);
+}
+
+HRESULT ScriptObject::Assign(const Member& member, const DISPPARAMS& params, EXCEPINFO* exception,
+                             UINT* badArgument) const {
+    if (!member.put) return DISP_E_MEMBERNOTFOUND;
+    if (params.cArgs != 1) return DISP_E_BADPARAMCOUNT;
+    return RunBody(member.put, params, nullptr, exception, badArgument);
+}
+
+HRESULT ScriptObject::RunBody(const Body& body, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
+                              UINT* badArgument) {
     Call call(params, result);
     try {
-        if (result) VariantInit(result);
-        member.body(call);
+        body(call);
         return S_OK;
     } catch (const ScriptFailure& failure) {
         if (badArgument && (failure.code == DISP_E_TYPEMISMATCH || failure.code == DISP_E_OVERFLOW))

@@ -21,11 +21,15 @@ public:
     Variant Value(int index) const;
     std::wstring Text(int index) const;
     LONG Whole(int index) const;
+    double Number(int index) const;
+    bool Truth(int index) const;
     /// Raises 424 for what is no object, 91 for none.
     ComPtr<IDispatch> Object(int index) const;
 
     void ReturnText(std::wstring_view text);
     void ReturnWhole(LONG number);
+    void ReturnSingle(double number);
+    void ReturnTruth(bool value);
     void ReturnObject(ComPtr<IDispatch> object);
     void ReturnUnknown(ComPtr<IUnknown> object);
 
@@ -59,10 +63,18 @@ protected:
 
     void AddMethod(const wchar_t* name, int fewest, int most, Body body);
     void AddProperty(const wchar_t* name, Body body, int arguments = 0);
+    /// One that can be assigned as well, by value or by reference; the value is the only argument of `put`.
+    void AddVariable(const wchar_t* name, Body get, Body put);
     /// The member that answers when the object itself is used as a value or called.
     void SetDefault(const wchar_t* name);
     /// Serves `For Each`; the body returns an IEnumVARIANT.
     void SetEnumerator(Body body);
+
+    /// What an object does with members that it does not have itself.
+    virtual DISPID IdOfOther(std::wstring_view) { return DISPID_UNKNOWN; }
+    virtual HRESULT InvokeOther(DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO*) { return DISP_E_MEMBERNOTFOUND; }
+    /// Describes the members as a type of that name: from now on GetTypeInfo has an answer.
+    void Describe(const wchar_t* typeName);
 
 private:
     struct Member {
@@ -72,6 +84,7 @@ private:
         int fewest;
         int most;
         Body body;
+        Body put;
     };
 
     const Member* Find(std::wstring_view name) const;
@@ -81,7 +94,12 @@ private:
     HRESULT CallDefaultOf(const Member& property, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
                           UINT* badArgument) const;
 
+    static HRESULT RunBody(const Body& body, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
+                           UINT* badArgument);
+    HRESULT Assign(const Member& member, const DISPPARAMS& params, EXCEPINFO* exception, UINT* badArgument) const;
+
     std::vector<Member> mMembers;
+    ComPtr<ITypeInfo> mType;
     DISPID mDefault = DISPID_UNKNOWN;
 };
 

@@ -157,7 +157,10 @@ dist_folder() { printf '%s/dist/%s\n' "$KWO_ROOT" "$kwo_preset"; }
 tell_dist() {
     KWO_DIST=$(wine_path "$(dist_folder)")
     KWO_BITS=$kwo_bits
-    export KWO_DIST KWO_BITS
+    # Where tests leave pictures of what was on the screen.
+    mkdir -p "$KWO_ROOT/build/pictures/$kwo_preset"
+    KWO_PICTURES=$(wine_path "$KWO_ROOT/build/pictures/$kwo_preset")
+    export KWO_DIST KWO_BITS KWO_PICTURES
 }
 
 # run_program_by_hand BITS PROGRAM [ARGUMENT...]

@@ -155,9 +155,15 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
     VARIANT* const held = Innermost(source);
     if (held == nullptr) return DISP_E_TYPEMISMATCH;
     if (!IsUsable(*held)) return DISP_E_BADVARTYPE;
-    if (IsMissing(*held)) return PrepareMissing(parameter);
-
     const bool fromVariable = held != source;
+    if (IsMissing(*held)) {
+        const bool takesVariable = parameter.type == VT_VARIANT && parameter.optional && parameter.byReference;
+        if (!takesVariable || !fromVariable || held->vt != VT_ERROR) return PrepareMissing(parameter);
+        // A member may fill in what is missing.
+        mPointer = held;
+        return S_OK;
+    }
+
     if (parameter.type == VT_VARIANT) return PrepareVariant(parameter, held, fromVariable);
     if ((parameter.type & VT_ARRAY) != 0) return PrepareArray(parameter, held, fromVariable, locale);
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host_window.h"
+
+namespace kwohost {
+
+/// A window inside a form: a picture box, a label, a panel.
+class Control : public HostWindow {
+public:
+    Control(ScriptHost& host, Form& form, std::wstring name, bool takesFocus);
+    /// Makes the window, inside `container`.
+    void Open(HostWindow& container);
+
+    bool IsTabStop() const;
+    LONG TabIndex() const { return mTabIndex; }
+
+protected:
+    ~Control() override;
+
+    Form* OwnerForm() override;
+    Scale PlaceScale() const override { return mContainer ? mContainer->OwnScale() : Scale::Twips; }
+    HWND PlaceWindow() const override { return mContainer ? mContainer->Window() : nullptr; }
+    LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
+    void OnGone() override;
+    /// Draws the window's content.
+    virtual void Paint(HDC context) = 0;
+
+private:
+    void SetContainer(HostWindow& container);
+
+    ComPtr<Form> mForm;
+    ComPtr<HostWindow> mContainer;
+    bool mTakesFocus;
+    bool mTabStop;
+    LONG mTabIndex = 0;
+};
+
+/// Type is PictureBox, Label or Panel; error 429 for another.
+ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name);
+/// The object as a container of controls; error 425 when it is none.
+HostWindow& ContainerOf(IDispatch* object);
+
+}  // namespace kwohost

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <olectl.h>
+
+#include "com_values.h"
+
+namespace kwohost {
+
+/// The font of a control: a standard font object that scripts share and change.
+class Font {
+public:
+    Font() {
+        FONTDESC first = {};
+        first.cbSizeofstruct = sizeof first;
+        first.lpstrName = const_cast<LPOLESTR>(L"MS Sans Serif");
+        first.cySize.int64 = 82'500;
+        first.sWeight = FW_NORMAL;
+        Check(OleCreateFontIndirect(&first, IID_IFont, mFont.ReceiveAny()));
+    }
+
+    ComPtr<IDispatch> Object() const {
+        ComPtr<IDispatch> object;
+        Check(mFont->QueryInterface(IID_PPV_ARGS(object.Receive())));
+        return object;
+    }
+    /// Error 13 for what is no font.
+    void Share(IDispatch* object) {
+        ComPtr<IFont> font;
+        if (FAILED(object->QueryInterface(IID_IFont, font.ReceiveAny())))
+            Fail(RuntimeError::TypeMismatch, L"This is no font");
+        mFont = font;
+    }
+    /// As it is now; the font object keeps it.
+    HFONT Handle() const {
+        HFONT handle = nullptr;
+        Check(mFont->get_hFont(&handle));
+        return handle;
+    }
+
+private:
+    ComPtr<IFont> mFont;
+};
+
+}  // namespace kwohost

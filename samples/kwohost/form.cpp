@@ -1,0 +1,233 @@
+#include "form.h"
+
+#include <algorithm>
+
+#include "control.h"
+
+namespace kwohost {
+
+namespace {
+
+constexpr DISPID kFirstOther = 10'000;
+constexpr LONG kNormal = 0;
+constexpr LONG kMinimised = 1;
+constexpr LONG kMaximised = 2;
+constexpr RECT kFirstPlace = {60, 60, 460, 360};
+constexpr int kInvalidValue = 380;
+
+}  // namespace
+
+Form::Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* parent)
+    : HostWindow(host, std::move(name)), mForms(forms), mKind(kind), mParent(parent) {
+    AddWindowMembers();
+    AddScaleMembers();
+    AddMembers();
+}
+
+Form::~Form() {
+    if (mFont) DeleteObject(mFont);
+}
+
+void Form::Open() {
+    RegisterWindowClasses();
+    if (mKind == Kind::MdiChild) {
+        MDICREATESTRUCTW child = {kFormClass,
+                                  Name().c_str(),
+                                  GetModuleHandleW(nullptr),
+                                  0,
+                                  0,
+                                  kFirstPlace.right - kFirstPlace.left,
+                                  kFirstPlace.bottom - kFirstPlace.top,
+                                  WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                                  reinterpret_cast<LPARAM>(static_cast<HostWindow*>(this))};
+        SendMessageW(mParent->mMdiClient, WM_MDICREATE, 0, reinterpret_cast<LPARAM>(&child));
+        if (!IsThere()) Fail(RuntimeError::CannotCreateObject, L"The system has no window for '" + Name() + L"'");
+        ShowWindow(Window(), SW_HIDE);
+    } else {
+        CreateWindowOf(kFormClass, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, nullptr, kFirstPlace);
+    }
+    if (mKind == Kind::MdiParent) {
+        CLIENTCREATESTRUCT first = {nullptr, 1};
+        RECT area = {};
+        GetClientRect(Window(), &area);
+        mMdiClient = CreateWindowExW(WS_EX_CLIENTEDGE, L"MDICLIENT", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                                     area.right, area.bottom, Window(), nullptr, GetModuleHandleW(nullptr), &first);
+    }
+    mForms.push_back(this);
+    Fire(L"Load");
+}
+
+void Form::AddMembers() {
+    AddVariable(
+        L"Caption",
+        [this](Call& call) {
+            std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Window())) + 1, L'\0');
+            text.resize(static_cast<std::size_t>(GetWindowTextW(Window(), text.data(), static_cast<int>(text.size()))));
+            call.ReturnText(text);
+        },
+        [this](Call& call) { SetWindowTextW(Window(), call.Text(0).c_str()); });
+    AddVariable(
+        L"WindowState", [this](Call& call) { call.ReturnWhole(WindowState()); },
+        [this](Call& call) { SetWindowState(call.Whole(0)); });
+    AddProperty(L"MDIChild", [this](Call& call) { call.ReturnTruth(mKind == Kind::MdiChild); });
+    AddVariable(
+        L"KeyPreview", [this](Call& call) { call.ReturnTruth(mKeyPreview); },
+        [this](Call& call) { mKeyPreview = call.Truth(0); });
+    AddProperty(L"ActiveControl", [this](Call& call) {
+        HostWindow* const focused = From(GetFocus());
+        const bool isOwn = std::any_of(mControls.begin(), mControls.end(),
+                                       [&](const ComPtr<Control>& control) { return control.Get() == focused; });
+        call.ReturnObject(isOwn ? ComPtr<IDispatch>(focused) : nullptr);
+    });
+    AddMethod(L"Show", 0, 0, [this](Call&) { Show(); });
+    AddMethod(L"Hide", 0, 0, [this](Call&) { ShowWindow(Window(), SW_HIDE); });
+    AddMethod(L"Close", 0, 0, [this](Call&) { SendMessageW(Window(), WM_CLOSE, 0, 0); });
+    AddMethod(L"AddControl", 2, 3, [this](Call& call) { AddControl(call); });
+}
+
+void Form::AddControl(Call& call) {
+    const std::wstring type = call.Text(0);
+    HostWindow* container = this;
+    if (call.Has(2)) container = &ContainerOf(call.Object(2).Get());
+    const ComPtr<Control> control = MakeControl(Host(), *this, type, call.Text(1));
+    control->Open(*container);
+    mControls.push_back(control);
+    call.ReturnObject(control);
+}
+
+LONG Form::WindowState() const {
+    if (!IsWindowVisible(Window())) return mStateWhenShown;
+    if (IsIconic(Window())) return kMinimised;
+    return IsZoomed(Window()) ? kMaximised : kNormal;
+}
+
+void Form::SetWindowState(LONG state) {
+    if (state < kNormal || state > kMaximised)
+        Fail(static_cast<RuntimeError>(kInvalidValue), L"WindowState is 0, 1 or 2");
+    mStateWhenShown = state;
+    if (IsWindowVisible(Window()) && WindowState() != state) Show();
+}
+
+void Form::Show() {
+    constexpr int kCommands[] = {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};
+    const bool isShown = IsWindowVisible(Window()) && WindowState() == mStateWhenShown;
+    if (!isShown) ShowWindow(Window(), kCommands[mStateWhenShown]);
+    if (mStateWhenShown != kMinimised) SetForegroundWindow(Window());
+    UpdateWindow(Window());
+}
+
+void Form::CheckMovable() const {
+    constexpr int kCannotMove = 384;
+    if (IsWindowVisible(Window()) && WindowState() != kNormal)
+        Fail(static_cast<RuntimeError>(kCannotMove),
+             L"A form cannot be moved or sized while it is minimised or maximised");
+}
+
+RECT Form::ClientArea() const {
+    RECT area = {};
+    GetClientRect(mMdiClient ? mMdiClient : Window(), &area);
+    return area;
+}
+
+LRESULT Form::Default(UINT message, WPARAM first, LPARAM second) {
+    if (!IsThere()) return 0;
+    switch (mKind) {
+        case Kind::MdiParent:
+            return DefFrameProcW(Window(), mMdiClient, message, first, second);
+        case Kind::MdiChild:
+            return DefMDIChildProcW(Window(), message, first, second);
+        default:
+            return DefWindowProcW(Window(), message, first, second);
+    }
+}
+
+LRESULT Form::OnMessage(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+        case WM_CLOSE:
+            if (!MayClose() || !IsThere()) return 0;
+            if (mKind != Kind::MdiChild) return DestroyWindow(Window());
+            return SendMessageW(mParent->mMdiClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(Window()), 0);
+        case WM_ACTIVATE: {
+            const LRESULT result = Default(message, first, second);
+            if (LOWORD(first) != WA_INACTIVE && IsThere()) {
+                if (mLastFocus && IsChild(Window(), mLastFocus)) ::SetFocus(mLastFocus);
+                Fire(L"Activate");
+            }
+            return result;
+        }
+        case WM_SIZE:
+            if (IsWindowVisible(Window()))
+                mStateWhenShown = first == SIZE_MINIMIZED ? kMinimised : first == SIZE_MAXIMIZED ? kMaximised : kNormal;
+            break;
+        default:
+            break;
+    }
+    return HostWindow::OnMessage(message, first, second);
+}
+
+bool Form::MayClose() {
+    SHORT cancel = 0;
+    Fire(L"Unload", EventValues().Reference(cancel));
+    return cancel == 0;
+}
+
+void Form::OnGone() {
+    std::erase(mForms, this);
+    mControls.clear();
+}
+
+void Form::OnFocus(HostWindow& window, bool hasIt) {
+    if (&window == this) {
+        // The form itself has the focus only while it has nothing to give it to.
+        if (const auto stops = TabStops(); hasIt && !stops.empty()) ::SetFocus(stops.front()->Window());
+        return;
+    }
+    if (hasIt && window.IsThere()) mLastFocus = window.Window();
+    window.Fire(hasIt ? L"GotFocus" : L"LostFocus");
+}
+
+void Form::FocusByPointer(HostWindow& window) {
+    const auto stops = TabStops();
+    const auto found = std::find_if(stops.begin(), stops.end(), [&](Control* stop) { return stop == &window; });
+    if (found != stops.end() && GetFocus() != window.Window()) ::SetFocus(window.Window());
+}
+
+void Form::FocusNext(bool backwards) {
+    const auto stops = TabStops();
+    if (stops.empty()) return;
+    const auto current =
+        std::find_if(stops.begin(), stops.end(), [](Control* stop) { return stop->Window() == GetFocus(); });
+    std::size_t next = 0;
+    if (current != stops.end()) {
+        const auto place = static_cast<std::size_t>(current - stops.begin());
+        next = (place + (backwards ? stops.size() - 1 : 1)) % stops.size();
+    }
+    ::SetFocus(stops[next]->Window());
+}
+
+std::vector<Control*> Form::TabStops() const {
+    std::vector<Control*> stops;
+    for (const ComPtr<Control>& control : mControls)
+        if (control->IsTabStop()) stops.push_back(control.Get());
+    std::stable_sort(stops.begin(), stops.end(), [](Control* a, Control* b) { return a->TabIndex() < b->TabIndex(); });
+    return stops;
+}
+
+DISPID Form::IdOfOther(std::wstring_view name) {
+    const std::wstring procedure = Name() + L"_" + std::wstring(name);
+    if (!Host().HasProcedure(procedure)) return DISPID_UNKNOWN;
+    const auto known = std::find(mOtherNames.begin(), mOtherNames.end(), procedure);
+    if (known == mOtherNames.end()) {
+        mOtherNames.push_back(procedure);
+        return kFirstOther + static_cast<DISPID>(mOtherNames.size()) - 1;
+    }
+    return kFirstOther + static_cast<DISPID>(known - mOtherNames.begin());
+}
+
+HRESULT Form::InvokeOther(DISPID id, DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception) {
+    const auto place = static_cast<std::size_t>(id - kFirstOther);
+    if (id < kFirstOther || place >= mOtherNames.size()) return DISP_E_MEMBERNOTFOUND;
+    return Host().CallProcedure(mOtherNames[place], params, result, exception);
+}
+
+}  // namespace kwohost

@@ -1,0 +1,183 @@
+#include "forms_host.h"
+
+#include <olectl.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "bitmap_file.h"
+#include "message_loop.h"
+#include "picture_box.h"
+#include "user_input.h"
+
+namespace kwohost {
+
+namespace {
+
+constexpr int kFileNotFound = 53;
+constexpr int kInvalidPicture = 481;
+
+/// `Screen`.
+class ScreenObject final : public ScriptObject {
+public:
+    explicit ScreenObject(Forms& forms) : mForms(forms) {
+        const auto addSize = [this](const wchar_t* name, int metric, Axis axis) {
+            AddProperty(name, [=](Call& call) { call.ReturnSingle(GetSystemMetrics(metric) * TwipsPerPixel(axis)); });
+        };
+        addSize(L"Width", SM_CXSCREEN, Axis::X);
+        addSize(L"Height", SM_CYSCREEN, Axis::Y);
+        AddProperty(L"TwipsPerPixelX", [](Call& call) { call.ReturnSingle(TwipsPerPixel(Axis::X)); });
+        AddProperty(L"TwipsPerPixelY", [](Call& call) { call.ReturnSingle(TwipsPerPixel(Axis::Y)); });
+        AddVariable(
+            L"MousePointer", [this](Call& call) { call.ReturnWhole(mPointer); },
+            [this](Call& call) {
+                constexpr WORD kArrow = 32512;
+                constexpr WORD kHourglass = 32514;
+                mPointer = call.Whole(0);
+                SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(mPointer == 11 ? kHourglass : kArrow)));
+            });
+        AddProperty(L"ActiveForm", [this](Call& call) {
+            const HWND active = GetActiveWindow();
+            const auto found =
+                std::find_if(mForms.begin(), mForms.end(), [&](Form* form) { return form->Window() == active; });
+            call.ReturnObject(found == mForms.end() ? nullptr : ComPtr<IDispatch>(*found));
+        });
+    }
+
+private:
+    Forms& mForms;
+    LONG mPointer = 0;
+};
+
+/// `Host`.
+class HostObject final : public ScriptObject {
+public:
+    HostObject(ScriptHost& host, std::shared_ptr<Forms> forms) : mHost(host), mForms(std::move(forms)) {
+        AddForms();
+        AddLoop();
+        AddPictures();
+        AddInput();
+    }
+
+private:
+    void AddForms() {
+        AddMethod(L"CreateForm", 1, 2, [this](Call& call) {
+            if (!call.Has(1)) return Open(call, Form::Kind::Plain, nullptr);
+            auto* const parent = dynamic_cast<Form*>(call.Object(1).Get());
+            if (!parent || !parent->MdiClient()) Fail(RuntimeError::TypeMismatch, L"The parent is no MDI form");
+            Open(call, Form::Kind::MdiChild, parent);
+        });
+        AddMethod(L"CreateMDIForm", 1, 1, [this](Call& call) { Open(call, Form::Kind::MdiParent, nullptr); });
+    }
+
+    void AddLoop() {
+        AddMethod(L"DoEvents", 0, 0, [this](Call&) { Run(std::chrono::milliseconds(0)); });
+        AddMethod(L"Run", 0, 0, [this](Call&) {
+            constexpr std::chrono::milliseconds kSlice(50);
+            mIsStopped = false;
+            while (!mIsStopped && IsAnyFormVisible())
+                Run(kSlice);
+        });
+        AddMethod(L"Stop", 0, 0, [this](Call&) { mIsStopped = true; });
+    }
+
+    void AddPictures() {
+        AddMethod(L"LoadPicture", 1, 1, [](Call& call) { LoadPictureOf(call); });
+        AddMethod(L"SavePicture", 2, 2, [this](Call& call) { SavePicture(call.Object(0).Get(), call.Text(1)); });
+    }
+
+    void AddInput() {
+        AddMethod(L"MovePointer", 3, 3, [this](Call& call) { kwohost::MovePointer(PlaceOf(call)); });
+        AddMethod(L"PressButton", 0, 1, [](Call& call) { kwohost::PressButton(call.Has(0) ? call.Whole(0) : 1); });
+        AddMethod(L"ReleaseButton", 0, 1, [](Call& call) { kwohost::ReleaseButton(call.Has(0) ? call.Whole(0) : 1); });
+        AddMethod(L"Click", 3, 4, [this](Call& call) {
+            const LONG button = call.Has(3) ? call.Whole(3) : 1;
+            kwohost::MovePointer(PlaceOf(call));
+            kwohost::PressButton(button);
+            kwohost::ReleaseButton(button);
+        });
+        AddMethod(L"TypeKeys", 1, 1, [](Call& call) { kwohost::TypeKeys(call.Text(0)); });
+    }
+
+    void Open(Call& call, Form::Kind kind, Form* parent) {
+        const ComPtr<Form> form = MakeObject<Form>(mHost, *mForms, call.Text(0), kind, parent);
+        form->Open();
+        call.ReturnObject(form);
+    }
+
+    /// A procedure that fails ends the script, as in an event.
+    void Run(std::chrono::milliseconds duration) {
+        const auto endAfterError = [this, errorsBefore = mHost.ErrorCount()] {
+            if (mHost.ErrorCount() != errorsBefore) mHost.End(mHost.ExitCode());
+        };
+        if (const auto quit = RunMessages(duration, endAfterError)) mHost.End(*quit);
+    }
+
+    bool IsAnyFormVisible() const {
+        return std::any_of(mForms->begin(), mForms->end(),
+                           [](Form* form) { return IsWindowVisible(form->Window()) != FALSE; });
+    }
+
+    static void LoadPictureOf(Call& call) {
+        std::wstring path = call.Text(0);
+        if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+            Fail(static_cast<RuntimeError>(kFileNotFound), L"There is no file '" + path + L"'");
+        wchar_t whole[MAX_PATH];
+        if (GetFullPathNameW(path.c_str(), MAX_PATH, whole, nullptr) != 0) path = whole;
+        ComPtr<IDispatch> picture;
+        if (FAILED(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IDispatch, picture.ReceiveAny())))
+            Fail(static_cast<RuntimeError>(kInvalidPicture), L"'" + path + L"' is no picture");
+        call.ReturnObject(picture);
+    }
+
+    void SavePicture(IDispatch* target, const std::wstring& path) {
+        if (auto* const box = dynamic_cast<PictureBox*>(target); box && box->Bitmap())
+            return SaveBitmap(box->Bitmap(), path);
+        if (dynamic_cast<ScreenObject*>(target))
+            return SaveScreen({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, path);
+        if (auto* const window = dynamic_cast<HostWindow*>(target)) {
+            RECT area = {};
+            GetWindowRect(window->Window(), &area);
+            Run(std::chrono::milliseconds(100));
+            return SaveScreen(area, path);
+        }
+        ComPtr<IPicture> picture;
+        SHORT type = 0;
+        OLE_HANDLE handle = 0;
+        if (FAILED(target->QueryInterface(IID_IPicture, picture.ReceiveAny())) || FAILED(picture->get_Type(&type)) ||
+            type != PICTYPE_BITMAP || FAILED(picture->get_Handle(&handle)))
+            Fail(static_cast<RuntimeError>(kInvalidPicture), L"Only bitmaps, picture boxes and windows can be saved");
+        SaveBitmap(reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle))), path);
+    }
+
+    /// The arguments are a window and a place in it, in the window's own units; or the screen and twips.
+    static POINT PlaceOf(Call& call) {
+        const ComPtr<IDispatch> target = call.Object(0);
+        if (dynamic_cast<ScreenObject*>(target.Get()))
+            return {ToPixels(call.Number(1), Scale::Twips, Axis::X), ToPixels(call.Number(2), Scale::Twips, Axis::Y)};
+        auto* const window = dynamic_cast<HostWindow*>(target.Get());
+        if (!window) Fail(RuntimeError::TypeMismatch, L"The pointer needs a form or a control");
+        POINT place = {ToPixels(call.Number(1), window->OwnScale(), Axis::X),
+                       ToPixels(call.Number(2), window->OwnScale(), Axis::Y)};
+        ClientToScreen(window->Window(), &place);
+        return place;
+    }
+
+    ScriptHost& mHost;
+    std::shared_ptr<Forms> mForms;
+    bool mIsStopped = false;
+};
+
+}  // namespace
+
+void AddFormObjects(ScriptHost& host) {
+    const auto forms = std::make_shared<Forms>();
+    host.AddGlobal(L"Host", MakeObject<HostObject>(host, forms));
+    host.AddGlobal(L"Screen", MakeObject<ScreenObject>(*forms));
+    host.AtClose([forms] {
+        while (!forms->empty())
+            DestroyWindow(forms->back()->Window());
+    });
+}
+
+}  // namespace kwohost

@@ -1,0 +1,52 @@
+#include "label.h"
+
+namespace kwohost {
+
+Label::Label(ScriptHost& host, Form& form, std::wstring name) : Control(host, form, std::move(name), false) {
+    AddVariable(
+        L"Caption", [this](Call& call) { call.ReturnText(mCaption); },
+        [this](Call& call) {
+            mCaption = call.Text(0);
+            Changed();
+        });
+    AddVariable(
+        L"Alignment", [this](Call& call) { call.ReturnWhole(mAlignment); },
+        [this](Call& call) {
+            mAlignment = call.Whole(0);
+            Changed();
+        });
+    AddVariable(
+        L"Font", [this](Call& call) { call.ReturnObject(mFont.Object()); },
+        [this](Call& call) {
+            mFont.Share(call.Object(0).Get());
+            Changed();
+        });
+    AddColour(L"ForeColor", mForeColour);
+    AddColour(L"BackColor", mBackColour);
+    SetDefault(L"Caption");
+}
+
+void Label::AddColour(const wchar_t* name, LONG& colour) {
+    AddVariable(
+        name, [&colour](Call& call) { call.ReturnWhole(colour); },
+        [this, &colour](Call& call) {
+            colour = call.Whole(0);
+            Changed();
+        });
+}
+
+void Label::Paint(HDC context) {
+    constexpr UINT kAlignments[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
+    RECT area = ClientArea();
+    const HBRUSH brush = CreateSolidBrush(ToColour(mBackColour));
+    FillRect(context, &area, brush);
+    DeleteObject(brush);
+    const HGDIOBJ before = SelectObject(context, mFont.Handle());
+    SetTextColor(context, ToColour(mForeColour));
+    SetBkMode(context, TRANSPARENT);
+    DrawTextW(context, mCaption.c_str(), static_cast<int>(mCaption.size()), &area,
+              DT_WORDBREAK | DT_NOPREFIX | kAlignments[mAlignment >= 0 && mAlignment <= 2 ? mAlignment : 0]);
+    SelectObject(context, before);
+}
+
+}  // namespace kwohost

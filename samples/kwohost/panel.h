@@ -1,0 +1,32 @@
+#pragma once
+
+#include "control.h"
+
+namespace kwohost {
+
+/// An area of a form that holds controls.
+class Panel final : public Control {
+public:
+    Panel(ScriptHost& host, Form& form, std::wstring name) : Control(host, form, std::move(name), false) {
+        AddScaleMembers();
+        AddVariable(
+            L"BackColor", [this](Call& call) { call.ReturnWhole(mBackColour); },
+            [this](Call& call) {
+                mBackColour = call.Whole(0);
+                InvalidateRect(Window(), nullptr, FALSE);
+            });
+    }
+
+protected:
+    void Paint(HDC context) override {
+        const RECT area = ClientArea();
+        const HBRUSH brush = CreateSolidBrush(ToColour(mBackColour));
+        FillRect(context, &area, brush);
+        DeleteObject(brush);
+    }
+
+private:
+    LONG mBackColour = static_cast<LONG>(0x8000000F);
+};
+
+}  // namespace kwohost

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <windows.h>
+
+namespace kwohost {
+
+/// A bitmap with a context to draw on it.
+class Surface {
+public:
+    Surface() = default;
+    Surface(const Surface&) = delete;
+    Surface& operator=(const Surface&) = delete;
+    ~Surface() { Drop(); }
+
+    HDC Context() const { return mContext; }
+    HBITMAP Bitmap() const { return mBitmap; }
+    /// Makes it that large; what was drawn stays where it fits, the rest gets the colour. The context stays the same.
+    void Resize(SIZE size, COLORREF colour);
+    void Drop();
+
+private:
+    HDC mContext = nullptr;
+    HBITMAP mBitmap = nullptr;
+    HGDIOBJ mFirstBitmap = nullptr;
+    SIZE mSize = {};
+};
+
+}  // namespace kwohost

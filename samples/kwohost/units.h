@@ -1,0 +1,41 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cmath>
+
+namespace kwohost {
+
+/// What positions and sizes are counted in; the numbers are those of ScaleMode.
+enum class Scale : LONG { Twips = 1, Pixels = 3 };
+
+enum class Axis { X, Y };
+
+/// 1440 by the logical dots per inch of the display.
+inline double TwipsPerPixel(Axis axis) {
+    const HDC screen = GetDC(nullptr);
+    const int dotsPerInch = GetDeviceCaps(screen, axis == Axis::X ? LOGPIXELSX : LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return 1440.0 / dotsPerInch;
+}
+
+inline double UnitsPerPixel(Scale scale, Axis axis) {
+    static const double twips[] = {TwipsPerPixel(Axis::X), TwipsPerPixel(Axis::Y)};
+    return scale == Scale::Pixels ? 1.0 : twips[axis == Axis::X ? 0 : 1];
+}
+
+inline int ToPixels(double units, Scale scale, Axis axis) {
+    return static_cast<int>(std::lround(units / UnitsPerPixel(scale, axis)));
+}
+
+inline double ToUnits(int pixels, Scale scale, Axis axis) {
+    return pixels * UnitsPerPixel(scale, axis);
+}
+
+/// An automation colour: 0x80000000 + n is the system's colour n.
+inline COLORREF ToColour(LONG colour) {
+    constexpr LONG kIndex = 0xFF;
+    return colour < 0 ? GetSysColor(colour & kIndex) : static_cast<COLORREF>(colour);
+}
+
+}  // namespace kwohost

@@ -1,0 +1,110 @@
+#include "user_input.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "com_values.h"
+#include "message_loop.h"
+
+namespace kwohost {
+
+namespace {
+
+/// Input comes back to the program by way of the system.
+void Settle() {
+    RunMessages(std::chrono::milliseconds(60), [] {});
+}
+
+void Send(std::vector<INPUT> inputs) {
+    for (INPUT& input : inputs) {
+        SendInput(1, &input, sizeof input);
+        Settle();
+    }
+}
+
+INPUT Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = x;
+    input.mi.dy = y;
+    input.mi.dwFlags = flags;
+    return input;
+}
+
+INPUT Key(WORD code, bool isUp) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = code;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = isUp ? KEYEVENTF_KEYUP : 0;
+    return input;
+}
+
+struct NamedKey {
+    std::wstring_view name;
+    WORD code;
+};
+
+constexpr NamedKey kNamedKeys[] = {
+    {L"TAB", VK_TAB},   {L"ENTER", VK_RETURN}, {L"LEFT", VK_LEFT}, {L"RIGHT", VK_RIGHT}, {L"UP", VK_UP},
+    {L"DOWN", VK_DOWN}, {L"PGUP", VK_PRIOR},   {L"PGDN", VK_NEXT}, {L"ESC", VK_ESCAPE},  {L"SPACE", VK_SPACE}};
+
+WORD CodeOf(std::wstring_view name) {
+    for (const NamedKey& key : kNamedKeys)
+        if (key.name == name) return key.code;
+    Fail(RuntimeError::InvalidCall, L"There is no key {" + std::wstring(name) + L"}");
+}
+
+}  // namespace
+
+void MovePointer(POINT onScreen) {
+    constexpr LONG kWhole = 65536;
+    const LONG width = GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = GetSystemMetrics(SM_CYSCREEN);
+    // The middle of the pixel, so that rounding does not miss it.
+    Send({Mouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, (onScreen.x * kWhole + kWhole / 2) / width,
+                (onScreen.y * kWhole + kWhole / 2) / height)});
+}
+
+void PressButton(LONG button) {
+    Send({Mouse(button == 2 ? MOUSEEVENTF_RIGHTDOWN : button == 4 ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_LEFTDOWN)});
+}
+
+void ReleaseButton(LONG button) {
+    Send({Mouse(button == 2 ? MOUSEEVENTF_RIGHTUP : button == 4 ? MOUSEEVENTF_MIDDLEUP : MOUSEEVENTF_LEFTUP)});
+}
+
+void TypeKeys(std::wstring_view keys) {
+    std::vector<WORD> held;
+    for (std::size_t at = 0; at < keys.size(); ++at) {
+        if (keys[at] == L'+' || keys[at] == L'%') {
+            held.push_back(keys[at] == L'+' ? VK_SHIFT : VK_MENU);
+            continue;
+        }
+        WORD code = 0;
+        if (keys[at] == L'{') {
+            const std::size_t end = keys.find(L'}', at);
+            if (end == std::wstring_view::npos) Fail(RuntimeError::InvalidCall, L"A { has no }");
+            code = CodeOf(keys.substr(at + 1, end - at - 1));
+            at = end;
+        } else {
+            const SHORT found = VkKeyScanW(keys[at]);
+            if (found == -1) Fail(RuntimeError::InvalidCall, L"The keyboard has no such character");
+            code = LOBYTE(found);
+            if (HIBYTE(found) & 1) held.push_back(VK_SHIFT);
+        }
+        std::vector<INPUT> inputs;
+        for (const WORD modifier : held)
+            inputs.push_back(Key(modifier, false));
+        inputs.push_back(Key(code, false));
+        inputs.push_back(Key(code, true));
+        for (auto modifier = held.rbegin(); modifier != held.rend(); ++modifier)
+            inputs.push_back(Key(*modifier, true));
+        held.clear();
+        Send(std::move(inputs));
+    }
+}
+
+}  // namespace kwohost

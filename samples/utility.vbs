@@ -1,0 +1,30 @@
+' What KWOUtil.KWOUtility knows of the machine; a program that is started, and then activated.
+Option Explicit
+
+Const NormalWindow = 1
+Dim utility, found
+Set utility = CreateObject("KWOUtil.KWOUtility")
+
+WScript.Echo "Windows " & utility.KWO_WinMajorVersion & "." & utility.KWO_WinMinorVersion & ", NT family:", utility.KWO_IsWinNT
+WScript.Echo "system folder:", utility.KWO_SystemDir
+WScript.Echo "the same for a file name behind it:", utility.KWO_SystemDir(True)
+WScript.Echo "Windows folder:", utility.KWO_WindowsDir
+
+' Beside the library first, then along the path.
+WScript.Echo "the library itself:", utility.KWO_FindInPath("KWOUtil.dll")
+WScript.Echo "along the path:", utility.KWO_FindInPath("notepad.exe")
+found = utility.KWO_FindInPath("no such file.txt")
+WScript.Echo "what is not there: '" & found & "'"
+
+' 200 are milliseconds; up to 32 would be seconds.
+Dim started
+started = Timer
+utility.KWO_Pause 200
+WScript.Echo "paused for at least 0.2 s:", Timer - started >= 0.19
+
+' Started once, activated the second time.
+Dim task
+task = utility.KWO_LoadApp(utility.KWO_SystemDir(True), "notepad.exe", "", NormalWindow, "Untitled - Notepad")
+WScript.Echo "started:", task > 1
+WScript.Sleep 1500
+WScript.Echo "activated:", utility.KWO_LoadApp(utility.KWO_SystemDir(True), "notepad.exe", "", NormalWindow, "Untitled - Notepad") = 1

@@ -1,0 +1,120 @@
+#include "com_test.h"
+#include "host_form.h"
+
+namespace kwo::com_test {
+namespace {
+
+PropertyObject MakeForm(double left, double top, double width, double height, short state = 0) {
+    return PropertyObject({{L"WindowState", Var(state)},
+                           {L"Left", Var(left)},
+                           {L"Top", Var(top)},
+                           {L"Width", Var(width)},
+                           {L"Height", Var(height)}});
+}
+
+float TwipsOf(int metric, int axis) {
+    const HDC screen = GetDC(nullptr);
+    const float twips =
+        static_cast<float>(GetSystemMetrics(metric)) * 1440.0f / static_cast<float>(GetDeviceCaps(screen, axis));
+    ReleaseDC(nullptr, screen);
+    return twips;
+}
+
+class FormPlacementMembers : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mUtility = Create(L"KWOUtility");
+        ASSERT_TRUE(mUtility);
+    }
+    void Do(const wchar_t* member, const std::vector<Var>& arguments) {
+        const Outcome outcome = Call(mUtility.Get(), member, arguments);
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(VT_EMPTY, outcome.result.vt);
+    }
+    using Names = std::vector<std::wstring>;
+
+    ComPtr<IDispatch> mUtility;
+    PropertyObject mForm = MakeForm(100, 200, 5000, 3000);
+    const float mScreenWidth = TwipsOf(SM_CXSCREEN, LOGPIXELSX);
+    const float mScreenHeight = TwipsOf(SM_CYSCREEN, LOGPIXELSY);
+};
+
+TEST_F(FormPlacementMembers, AFormIsCentredOnTheRealScreen) {
+    Do(L"KWO_CenterForm", {&mForm});
+
+    EXPECT_EQ((mScreenHeight - 3000) / 2, mForm.Single(L"Top"));
+    EXPECT_EQ((mScreenWidth - 5000) / 2, mForm.Single(L"Left"));
+    EXPECT_EQ(VT_R4, mForm[L"Top"].vt);
+    EXPECT_EQ((Names{L"Top", L"Left"}), mForm.told);
+    EXPECT_EQ(0u, mForm.References());
+}
+
+TEST_F(FormPlacementMembers, AFormIsCentredOverAnother) {
+    PropertyObject parent = MakeForm(1000, 2000, 8000, 6000);
+    Var variable(static_cast<IDispatch*>(&parent));
+    Do(L"KWO_CenterForm", {&mForm, Var::Ref(&variable)});
+
+    EXPECT_EQ(3500, mForm.Single(L"Top"));
+    EXPECT_EQ(2500, mForm.Single(L"Left"));
+}
+
+TEST_F(FormPlacementMembers, AnMdiChildIsCentredInItsParent) {
+    PropertyObject child({{L"MDIChild", Var(true)}, {L"Left", 1}, {L"Top", 1}, {L"Width", 1000}, {L"Height", 2000}});
+    PropertyObject parent({{L"ScaleWidth", Var(8000.0)}, {L"ScaleHeight", Var(6000.0)}});
+    Do(L"KWO_CenterForm", {&child});
+    EXPECT_EQ(Names{}, child.told);
+
+    Do(L"KWO_CenterForm", {&child, &parent});
+    EXPECT_EQ(2000, child.Single(L"Top"));
+    EXPECT_EQ(3500, child.Single(L"Left"));
+}
+
+TEST_F(FormPlacementMembers, AStoredPositionIsApplied) {
+    Do(L"KWO_SetFormPosition", {&mForm, 2, 10, 20, 3000, 2000});
+
+    EXPECT_EQ((Names{L"Left", L"Top", L"Width", L"Height", L"WindowState"}), mForm.told);
+    EXPECT_EQ(10, mForm.Single(L"Left"));
+    EXPECT_EQ(20, mForm.Single(L"Top"));
+    EXPECT_EQ(3000, mForm.Single(L"Width"));
+    EXPECT_EQ(2000, mForm.Single(L"Height"));
+    EXPECT_EQ(2, mForm[L"WindowState"].iVal);
+}
+
+TEST_F(FormPlacementMembers, ArgumentsMayBeLeftOutOrNamed) {
+    Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), Var::Missing(), -500});
+    EXPECT_EQ((Names{L"Top", L"WindowState"}), mForm.told);
+    EXPECT_EQ(-500, mForm.Single(L"Top"));
+
+    PropertyObject parent = MakeForm(1000, 1000, 6000, 4000);
+    mForm[L"Top"] = Var(1500);
+    mForm[L"Height"] = Var(5000);
+    const Outcome outcome = CallNamed(mUtility.Get(), L"KWO_SetFormPosition", {&mForm},
+                                      {{L"ParentForm", static_cast<IDispatch*>(&parent)}});
+    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+    EXPECT_EQ(1000, mForm.Single(L"Top"));
+    EXPECT_EQ(4000, mForm.Single(L"Height"));
+    EXPECT_EQ(1000, mForm.Single(L"Left"));
+}
+
+TEST_F(FormPlacementMembers, WhatIsNoFormIsLeftAlone) {
+    PropertyObject stranger(std::map<std::wstring, Var>{{L"Name", L"x"}});
+    Do(L"KWO_CenterForm", {&stranger});
+    Do(L"KWO_SetFormPosition", {&stranger, 2, 1, 2, 3, 4});
+    EXPECT_EQ(Names{}, stranger.told);
+    Do(L"KWO_CenterForm", {static_cast<IDispatch*>(nullptr)});
+    Do(L"KWO_SetFormPosition", {static_cast<IDispatch*>(nullptr)});
+
+    const Outcome outcome = Call(mUtility.Get(), L"KWO_CenterForm", {L"no object"});
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+}
+
+TEST_F(FormPlacementMembers, NoReferenceStays) {
+    PropertyObject parent = MakeForm(1000, 1000, 6000, 4000);
+    Do(L"KWO_SetFormPosition", {&mForm, 1, 1, 1, 1, 1, &parent});
+    Do(L"KWO_CenterForm", {&mForm, &parent});
+    EXPECT_EQ(0u, mForm.References());
+    EXPECT_EQ(0u, parent.References());
+}
+
+}  // namespace
+}  // namespace kwo::com_test

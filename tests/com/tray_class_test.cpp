@@ -1,0 +1,389 @@
+#include <olectl.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "com_test.h"
+#include "host_form.h"
+
+namespace kwo::com_test {
+namespace {
+
+/// A window of the caller's that remembers what the notification area reports.
+class CallerWindow {
+public:
+    CallerWindow() {
+        WNDCLASSW windowClass = {};
+        windowClass.lpfnWndProc = OnMessage;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.lpszClassName = L"KWOTrayCaller";
+        RegisterClassW(&windowClass);
+        mWindow = CreateWindowExW(0, windowClass.lpszClassName, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                  windowClass.hInstance, nullptr);
+        SetWindowLongPtrW(mWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    }
+    CallerWindow(const CallerWindow&) = delete;
+    CallerWindow& operator=(const CallerWindow&) = delete;
+    ~CallerWindow() { DestroyWindow(mWindow); }
+
+    long Handle() const { return static_cast<long>(reinterpret_cast<INT_PTR>(mWindow)); }
+
+    struct Report {
+        WPARAM icon;
+        LPARAM message;
+    };
+    std::vector<Report> reports;
+
+    bool Heard(LPARAM message) const {
+        return std::any_of(reports.begin(), reports.end(),
+                           [&](const Report& report) { return report.message == message; });
+    }
+
+private:
+    static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+        auto* const self = reinterpret_cast<CallerWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (message == 512 && self != nullptr) self->reports.push_back({first, second});
+        return DefWindowProcW(window, message, first, second);
+    }
+
+    HWND mWindow;
+};
+
+/// A picture of one colour, owned by the picture object.
+ComPtr<IDispatch> MakePicture(short type, COLORREF colour) {
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 16, 16);
+    const HBITMAP mask = CreateBitmap(16, 16, 1, 1, nullptr);
+    const RECT area = {0, 0, 16, 16};
+    const HBRUSH brush = CreateSolidBrush(colour);
+    HGDIOBJ before = SelectObject(memory, bitmap);
+    FillRect(memory, &area, brush);
+    SelectObject(memory, mask);
+    PatBlt(memory, 0, 0, 16, 16, BLACKNESS);
+    SelectObject(memory, before);
+    DeleteObject(brush);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+
+    PICTDESC description = {};
+    description.cbSizeofstruct = sizeof description;
+    description.picType = static_cast<UINT>(type);
+    if (type == PICTYPE_ICON) {
+        ICONINFO icon = {TRUE, 0, 0, mask, bitmap};
+        description.icon.hicon = CreateIconIndirect(&icon);
+        DeleteObject(bitmap);
+    } else {
+        description.bmp.hbitmap = bitmap;
+    }
+    DeleteObject(mask);
+    ComPtr<IDispatch> picture;
+    EXPECT_EQ(Hex(S_OK), Hex(OleCreatePictureIndirect(&description, IID_IDispatch, TRUE, picture.OutVoid())));
+    return picture;
+}
+
+void ProcessMessages(DWORD milliseconds) {
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < milliseconds) {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+        Sleep(5);
+    }
+}
+
+constexpr COLORREF kMagenta = RGB(255, 0, 255);
+constexpr COLORREF kGreen = RGB(0, 255, 0);
+
+class TrayClass : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mTray = Create(L"KWOSysTray");
+        ASSERT_TRUE(mTray);
+        mIcon = MakePicture(PICTYPE_ICON, kMagenta);
+        ASSERT_TRUE(mIcon);
+    }
+    Outcome CreateIcon(IDispatch* tray, const CallerWindow& window, IDispatch* icon, const std::wstring& tip) {
+        return Call(tray, L"Create", {window.Handle(), icon, tip});
+    }
+    bool Creates(IDispatch* tray, const CallerWindow& window, IDispatch* icon, const std::wstring& tip = L"tip") {
+        const Outcome outcome = CreateIcon(tray, window, icon, tip);
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        return outcome.result.boolVal == VARIANT_TRUE;
+    }
+    std::wstring Tip() { return Get(mTray.Get(), L"Tip").result.Text(); }
+
+    CallerWindow mWindow;
+    ComPtr<IDispatch> mTray;
+    ComPtr<IDispatch> mIcon;
+};
+
+TEST_F(TrayClass, AnIconIsAddedChangedAndRemoved) {
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
+    EXPECT_EQ(L"Hello", Tip());
+    EXPECT_EQ(mIcon.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
+
+    EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", L"Changed").status));
+    EXPECT_EQ(L"Changed", Tip());
+    const ComPtr<IDispatch> other = MakePicture(PICTYPE_ICON, kGreen);
+    EXPECT_EQ(Hex(S_OK), Hex(Set(mTray.Get(), L"Icon", other.Get()).status));
+    EXPECT_EQ(other.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
+
+    // There is one icon for a window: a second object gets none until the first has gone.
+    const ComPtr<IDispatch> second = Create(L"KWOSysTray");
+    EXPECT_FALSE(Creates(second.Get(), mWindow, mIcon.Get()));
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mTray.Get(), L"Destroy").status));
+    EXPECT_TRUE(Creates(second.Get(), mWindow, mIcon.Get()));
+}
+
+TEST_F(TrayClass, TheIconGoesWithTheObject) {
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
+    EXPECT_EQ(0u, mTray.Reset());
+
+    mTray = Create(L"KWOSysTray");
+    EXPECT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
+}
+
+TEST_F(TrayClass, TwoWindowsHaveTheirOwnIcons) {
+    const CallerWindow otherWindow;
+    const ComPtr<IDispatch> other = Create(L"KWOSysTray");
+    EXPECT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"one"));
+    EXPECT_TRUE(Creates(other.Get(), otherWindow, mIcon.Get(), L"two"));
+    EXPECT_EQ(L"one", Tip());
+    EXPECT_EQ(L"two", Get(other.Get(), L"Tip").result.Text());
+}
+
+TEST_F(TrayClass, ABitmapIsRefusedAndTakesTheIconAway) {
+    const ComPtr<IDispatch> bitmap = MakePicture(PICTYPE_BITMAP, kGreen);
+    ASSERT_TRUE(bitmap);
+    EXPECT_FALSE(Creates(mTray.Get(), mWindow, bitmap.Get()));
+    EXPECT_EQ(nullptr, Get(mTray.Get(), L"Icon").result.pdispVal);
+
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
+    EXPECT_FALSE(Creates(mTray.Get(), mWindow, bitmap.Get()));
+    const ComPtr<IDispatch> second = Create(L"KWOSysTray");
+    EXPECT_TRUE(Creates(second.Get(), mWindow, mIcon.Get())) << "the icon was still there";
+    EXPECT_EQ(Hex(S_OK), Hex(Set(mTray.Get(), L"Icon", bitmap.Get()).status));
+    EXPECT_EQ(mIcon.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
+}
+
+TEST_F(TrayClass, HandlesCrossAsWhateverNumberHoldsThem) {
+    for (const Var& window : {Var(mWindow.Handle()), Var(static_cast<long long>(mWindow.Handle())),
+                              Var(static_cast<double>(mWindow.Handle())), Var(std::to_wstring(mWindow.Handle()))}) {
+        const Outcome outcome = Call(mTray.Get(), L"Create", {window, mIcon.Get(), L"tip"});
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << window.vt;
+        EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal) << window.vt;
+    }
+}
+
+TEST_F(TrayClass, ATipIsCutTo64Characters) {
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(63, L'x')));
+    EXPECT_EQ(std::wstring(63, L'x'), Tip());
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(70, L'y')));
+    EXPECT_EQ(std::wstring(64, L'y'), Tip());
+    EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", std::wstring(100, L'z')).status));
+    EXPECT_EQ(std::wstring(64, L'z'), Tip());
+}
+
+TEST_F(TrayClass, ATipBeforeTheIconIsDropped) {
+    EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", L"early").status));
+    EXPECT_EQ(L"", Tip());
+}
+
+TEST_F(TrayClass, WhatIsNoPictureIsRefused) {
+    const Outcome none = CreateIcon(mTray.Get(), mWindow, nullptr, L"tip");
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A005B)), Hex(none.scode));
+    EXPECT_EQ(L"KWOSysTray.Create", none.source);
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A005B)),
+              Hex(Set(mTray.Get(), L"Icon", static_cast<IDispatch*>(nullptr)).scode));
+    Probe stranger;
+    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A01B6)), Hex(CreateIcon(mTray.Get(), mWindow, &stranger, L"tip").scode));
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH),
+              Hex(Call(mTray.Get(), L"Create", {mWindow.Handle(), L"no picture", L"tip"}).status));
+    EXPECT_EQ(0u, stranger.References());
+}
+
+/// A picture that has the dispatch identifiers of pictures and nothing else.
+class DispatchPicture final : public PropertyObject {
+public:
+    DispatchPicture(short type, OLE_HANDLE handle)
+        : PropertyObject(std::map<std::wstring, Var>()), mType(type), mHandle(handle) {
+        interfaceId = IID_IPictureDisp;
+    }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
+                        UINT*) override {
+        if ((flags & DISPATCH_PROPERTYGET) == 0 || parameters->cArgs != 0) return DISP_E_MEMBERNOTFOUND;
+        if (id == 3) {
+            result->vt = VT_I2;
+            result->iVal = mType;
+            return failure.empty() ? S_OK : Fail(info);
+        }
+        if (id != 0) return DISP_E_MEMBERNOTFOUND;
+        result->vt = VT_I4;
+        result->lVal = static_cast<LONG>(mHandle);
+        return S_OK;
+    }
+    std::wstring failure;
+
+private:
+    HRESULT Fail(EXCEPINFO* info) {
+        info->scode = static_cast<SCODE>(0x800A01E1);
+        info->bstrSource = SysAllocString(L"Host");
+        info->bstrDescription = SysAllocString(failure.c_str());
+        return DISP_E_EXCEPTION;
+    }
+    short mType;
+    OLE_HANDLE mHandle;
+};
+
+TEST_F(TrayClass, PicturesAreReachedByTheirDispatchIdentifiers) {
+    const ComPtr<IPicture> native = As<IPicture>(mIcon.Get(), IID_IPicture);
+    OLE_HANDLE handle = 0;
+    native->get_Handle(&handle);
+    DispatchPicture picture(3, handle);
+    EXPECT_TRUE(Creates(mTray.Get(), mWindow, &picture));
+    EXPECT_EQ(&picture, Get(mTray.Get(), L"Icon").result.pdispVal);
+
+    DispatchPicture bitmap(1, handle);
+    EXPECT_FALSE(Creates(mTray.Get(), mWindow, &bitmap));
+    picture.failure = L"Invalid picture";
+    const Outcome outcome = CreateIcon(mTray.Get(), mWindow, &picture, L"tip");
+    EXPECT_EQ("0x800A01E1", Hex(outcome.scode));
+    EXPECT_EQ(L"Host", outcome.source);
+    EXPECT_EQ(L"Invalid picture", outcome.description);
+    EXPECT_EQ(0u, bitmap.References());
+    mTray = {};
+    EXPECT_EQ(0u, picture.References());
+}
+
+TEST_F(TrayClass, MessageNumbersAreThoseOfTheMouse) {
+    const auto number = [&](const wchar_t* property, short button) {
+        return Get(mTray.Get(), property, {Var(button)}).result.lVal;
+    };
+    EXPECT_EQ(WM_LBUTTONDOWN, number(L"MouseDownMsg", 1));
+    EXPECT_EQ(WM_RBUTTONDOWN, number(L"MouseDownMsg", 2));
+    EXPECT_EQ(WM_LBUTTONUP, number(L"MouseUpMsg", 1));
+    EXPECT_EQ(WM_RBUTTONUP, number(L"MouseUpMsg", 2));
+    EXPECT_EQ(WM_LBUTTONDBLCLK, number(L"DoubleClickMsg", 1));
+    EXPECT_EQ(WM_RBUTTONDBLCLK, number(L"DoubleClickMsg", 2));
+    EXPECT_EQ(0, number(L"MouseUpMsg", 3));
+}
+
+/// What is on the screen.
+class ScreenShot {
+public:
+    ScreenShot() {
+        const HDC screen = GetDC(nullptr);
+        mWidth = GetSystemMetrics(SM_CXSCREEN);
+        mHeight = GetSystemMetrics(SM_CYSCREEN);
+        BITMAPINFO info = {};
+        info.bmiHeader = {sizeof info.bmiHeader, mWidth, mHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        void* bits = nullptr;
+        const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        const HDC memory = CreateCompatibleDC(screen);
+        const HGDIOBJ before = SelectObject(memory, bitmap);
+        BitBlt(memory, 0, 0, mWidth, mHeight, screen, 0, 0, SRCCOPY);
+        GdiFlush();
+        mPixels.assign(static_cast<DWORD*>(bits), static_cast<DWORD*>(bits) + mWidth * mHeight);
+        SelectObject(memory, before);
+        DeleteDC(memory);
+        DeleteObject(bitmap);
+        ReleaseDC(nullptr, screen);
+    }
+    /// The middle of the first area of that colour of some size; false when there is none.
+    bool Find(COLORREF colour, POINT& place) const {
+        const DWORD wanted = GetRValue(colour) << 16 | GetGValue(colour) << 8 | GetBValue(colour);
+        for (int y = 0; y < mHeight; ++y) {
+            for (int x = 0; x + 10 < mWidth; ++x) {
+                if (At(x, y) == wanted && At(x + 10, y) == wanted) {
+                    place = {x + 6, y + 6};
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+    /// As a bitmap file in the folder for pictures, if there is one.
+    void Save(const wchar_t* name) const {
+        wchar_t folder[1024];
+        const DWORD length = GetEnvironmentVariableW(L"KWO_PICTURES", folder, 1024);
+        if (length == 0 || length >= 1024) return;
+        const DWORD size = static_cast<DWORD>(mPixels.size() * sizeof(DWORD));
+        BITMAPFILEHEADER file = {0x4D42, static_cast<DWORD>(sizeof file + sizeof(BITMAPINFOHEADER)) + size, 0, 0,
+                                 static_cast<DWORD>(sizeof file + sizeof(BITMAPINFOHEADER))};
+        BITMAPINFOHEADER info = {sizeof info, mWidth, mHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        FILE* const output = _wfopen((std::wstring(folder) + L"\\" + name).c_str(), L"wb");
+        ASSERT_NE(nullptr, output);
+        std::fwrite(&file, sizeof file, 1, output);
+        std::fwrite(&info, sizeof info, 1, output);
+        std::fwrite(mPixels.data(), sizeof(DWORD), mPixels.size(), output);
+        std::fclose(output);
+    }
+
+private:
+    /// The rows stand upside down.
+    DWORD At(int x, int y) const {
+        return mPixels[static_cast<std::size_t>((mHeight - 1 - y) * mWidth + x)] & 0xFFFFFF;
+    }
+    int mWidth;
+    int mHeight;
+    std::vector<DWORD> mPixels;
+};
+
+void Move(POINT to) {
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = MulDiv(to.x, 65536, GetSystemMetrics(SM_CXSCREEN)) + 1;
+    input.mi.dy = MulDiv(to.y, 65536, GetSystemMetrics(SM_CYSCREEN)) + 1;
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    SendInput(1, &input, sizeof input);
+    ProcessMessages(100);
+}
+
+void Press(DWORD down, DWORD up) {
+    for (const DWORD flag : {down, up}) {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flag;
+        SendInput(1, &input, sizeof input);
+        ProcessMessages(50);
+    }
+}
+
+TEST_F(TrayClass, TheIconIsOnTheScreenAndReportsThePointer) {
+    Move({500, 500});
+    POINT place = {};
+    ASSERT_FALSE(ScreenShot().Find(kMagenta, place)) << "something else has the colour of the icon";
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"An icon of one colour"));
+    ProcessMessages(500);
+    const ScreenShot shown;
+    shown.Save(L"tray-icon.bmp");
+    ASSERT_TRUE(shown.Find(kMagenta, place));
+
+    Move(place);
+    Press(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    EXPECT_TRUE(mWindow.Heard(WM_MOUSEMOVE));
+    EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"MouseDownMsg", {1}).result.lVal));
+    EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"MouseUpMsg", {1}).result.lVal));
+    EXPECT_FALSE(mWindow.Heard(Get(mTray.Get(), L"MouseDownMsg", {2}).result.lVal));
+    Press(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"DoubleClickMsg", {1}).result.lVal));
+    Press(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"MouseDownMsg", {2}).result.lVal));
+    EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"MouseUpMsg", {2}).result.lVal));
+    for (const CallerWindow::Report& report : mWindow.reports)
+        EXPECT_EQ(mWindow.reports[0].icon, report.icon);
+
+    const ComPtr<IDispatch> other = MakePicture(PICTYPE_ICON, kGreen);
+    Set(mTray.Get(), L"Icon", other.Get());
+    Move({500, 500});
+    ProcessMessages(500);
+    EXPECT_TRUE(ScreenShot().Find(kGreen, place));
+    EXPECT_FALSE(ScreenShot().Find(kMagenta, place));
+    mTray = {};
+    ProcessMessages(500);
+    EXPECT_FALSE(ScreenShot().Find(kGreen, place));
+}
+
+}  // namespace
+}  // namespace kwo::com_test
