@@ -130,6 +130,7 @@ void KWOUtility::KWO_Pause(std::int16_t seconds) {
 std::int32_t KWOUtility::KWO_LoadApp(TextView appPath, TextView appProg, TextView appParms, std::int16_t winMode,
                                      TextView appName) {
     if (!appName.empty()) {
+        // Intended: 1 tells that a window was activated, while a start gives the task's identifier.
         constexpr std::int32_t kActivated = 1;
         const bool activated = Activates(appName);
         mComponent.platform.messages.ProcessPending();

@@ -280,7 +280,9 @@ TEST_F(SystemVersion, BelowThreeIsAskedForAgain) {
     EXPECT_EQ(Queries(), 3);
 }
 
-TEST_F(SystemVersion, ThreeFamilies) {
+using FamilyIntended = SystemVersion;
+
+TEST_F(FamilyIntended, IsWin32MeansTheFamilyThatIsNotNt) {
     const auto families = [&](std::uint32_t family) {
         Version(4, 0, family);
         KWOUtility fresh(component);
@@ -453,7 +455,9 @@ TEST_F(LoadApp, WithoutATitleAlwaysStarts) {
     EXPECT_TRUE(boxes.empty());
 }
 
-TEST_F(LoadApp, ARunningInstanceIsActivatedInstead) {
+using LoadAppIntended = LoadApp;
+
+TEST_F(LoadAppIntended, AnActivatedInstanceGivesOneAndNoTask) {
     EXPECT_EQ(Load(u"C:\\Apps\\", u"tool.exe", u"", 1, u"Running Tool"), 1);
     EXPECT_EQ(desktop.log.Lines(), (Lines{"Activate \"Running Tool\"", "Pump"}));
 }

@@ -10,7 +10,8 @@ namespace {
 
 using platform::TrayRecord;
 
-/// The tip as the record holds it: with its end, cut or filled with blanks. One of 64 characters has no end.
+/// The tip as the record holds it: with its end, cut or filled with blanks.
+// Intended: a tip of 64 characters or more loses its end.
 Text Fitted(TextView toolTip) {
     constexpr std::size_t kTipSize = 64;
     Text fitted(toolTip);
@@ -61,7 +62,7 @@ void KWOSysTray::SetIcon(const platform::HostObjectRef& icon) {
     mIcon = icon;
     mRecord.icon = mComponent.platform.pictures.NativeHandle(*icon);
     mRecord.flags = TrayRecord::kIcon;
-    // Also without an icon in the area: the system then refuses.
+    // Intended: also without an icon in the area, whereupon the system refuses.
     mComponent.platform.notificationArea.Modify(mRecord);
 }
 
