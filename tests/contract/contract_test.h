@@ -14,15 +14,19 @@
 #include "platform/conversions.h"
 #include "platform/debug_output.h"
 #include "platform/desktop.h"
+#include "platform/drawing.h"
 #include "platform/event_log.h"
 #include "platform/file_system.h"
 #include "platform/host_application.h"
 #include "platform/log_files.h"
 #include "platform/message_loop.h"
+#include "platform/notification_area.h"
 #include "platform/platform.h"
 #include "platform/process_memory.h"
+#include "platform/programs.h"
 #include "platform/registry_store.h"
 #include "platform/system_errors.h"
+#include "platform/system_fonts.h"
 
 namespace kwo::contract {
 
@@ -50,6 +54,9 @@ public:
     virtual void Minimise(Handle window) = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;
+
+    /// In the environment of this process.
+    virtual void SetEnvironmentVariable(TextView name, TextView value) = 0;
 
     /// The programmatic identifier of a class whose new objects have the `Count` 0.
     virtual Text InstalledClass() = 0;

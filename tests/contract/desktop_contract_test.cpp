@@ -87,5 +87,11 @@ TEST_F(DesktopContract, ActiveFormIsAWindowOrNone) {
     EXPECT_TRUE(form == 0 || desktop.WindowExists(form));
 }
 
+TEST_F(DesktopContract, TheScreenHasASizeInTwips) {
+    platform::Screen& screen = platform().screen;
+    EXPECT_GE(screen.Width(), 640 * screen.TwipsPerPixelX());
+    EXPECT_GE(screen.Height(), 480 * screen.TwipsPerPixelY());
+}
+
 }  // namespace
 }  // namespace kwo::contract

@@ -43,5 +43,19 @@ TEST_F(FileSystemContract, WhatIsMissingLeavesItsCodeAsTheLastError) {
     }
 }
 
+TEST_F(FileSystemContract, AListingHasPlainFilesAlone) {
+    platform::FileSystem& files = platform().files;
+    EXPECT_TRUE(files.ListsFile(outside().ExistingFile()));
+    EXPECT_TRUE(files.ListsFile(Folder() + u"\\*"));
+    EXPECT_TRUE(files.ListsFile(Folder() + u"\\*.e?e"));
+    EXPECT_FALSE(files.ListsFile(Folder()));
+    EXPECT_FALSE(files.ListsFile(Folder() + u"\\"));
+    EXPECT_FALSE(files.ListsFile(Folder() + u"\\*.no such kind"));
+    EXPECT_FALSE(files.ListsFile(Folder() + u"\\no such folder\\*"));
+    EXPECT_FALSE(files.ListsFile(outside().EmptyFolder() + u"\\*"));
+    EXPECT_FALSE(files.ListsFile(u""));
+    EXPECT_FALSE(files.ListsFile(Text(40'000, u'x')));
+}
+
 }  // namespace
 }  // namespace kwo::contract

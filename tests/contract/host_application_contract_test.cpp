@@ -56,5 +56,41 @@ TEST_F(HostApplicationContract, PlatformIsOfTheNtFamily) {
     EXPECT_GT(record.buildNumber, 0u);
 }
 
+TEST_F(HostApplicationContract, TheLibraryIsInAFolder) {
+    const Text folder = host.LibraryFolder();
+    EXPECT_NE(platform().files.Attributes(folder), platform::FileSystem::kNoAttributes) << Printed(folder);
+    EXPECT_NE(folder.back(), u'\\');
+}
+
+TEST_F(HostApplicationContract, TheEnvironmentIsAskedEachTime) {
+    EXPECT_EQ(host.EnvironmentVariable(u"KWO_CONTRACT"), u"");
+    outside().SetEnvironmentVariable(u"KWO_CONTRACT", u"first");
+    EXPECT_EQ(host.EnvironmentVariable(u"KWO_CONTRACT"), u"first");
+    for (const std::size_t length : {254u, 255u, 256u, 257u, 32'766u}) {
+        outside().SetEnvironmentVariable(u"KWO_CONTRACT", Text(length, u'x'));
+        EXPECT_EQ(host.EnvironmentVariable(u"KWO_CONTRACT"), Text(length, u'x')) << length;
+    }
+    outside().SetEnvironmentVariable(u"KWO_CONTRACT", u"");
+}
+
+TEST_F(HostApplicationContract, DirectoriesTellHowMuchRoomTheyNeed) {
+    using Query = std::uint32_t (platform::HostApplication::*)(std::string&);
+    for (const Query query :
+         {Query(&platform::HostApplication::SystemDirectory), Query(&platform::HostApplication::WindowsDirectory)}) {
+        std::string buffer(260, ' ');
+        const std::uint32_t length = (host.*query)(buffer);
+        ASSERT_GT(length, 3u);
+        ASSERT_LT(length, 260u);
+        EXPECT_EQ(buffer[length], '\0');
+        EXPECT_EQ(buffer[length + 1], ' ');
+        const std::string directory = buffer.substr(0, length);
+        buffer.assign(length, ' ');
+        EXPECT_EQ((host.*query)(buffer), length + 1);
+        buffer.assign(length + 1, ' ');
+        EXPECT_EQ((host.*query)(buffer), length);
+        EXPECT_EQ(buffer.substr(0, length), directory);
+    }
+}
+
 }  // namespace
 }  // namespace kwo::contract

@@ -8,7 +8,12 @@ constexpr Handle kCurrentUser = static_cast<Handle>(0x80000001u);
 
 class SimulatedUnderTest final : public PlatformUnderTest {
 public:
-    SimulatedUnderTest() { mDesktop.files.AddFile(ExistingFile()); }
+    SimulatedUnderTest() {
+        mDesktop.files.AddFile(ExistingFile());
+        mDesktop.files.AddFolder(mDesktop.host.libraryFolder);
+        const platform::FontRecord font = {-11, 400, 0, 0, 0, {'T', 'a', 'h', 'o', 'm', 'a'}};
+        mDesktop.fonts.nonClient = {font, font, font, font, font};
+    }
 
     platform::Platform& Services() override { return mServices; }
     void Post(std::function<void()> action) override { mDesktop.Post(std::move(action)); }
@@ -16,7 +21,13 @@ public:
     bool TakeQuitRequest() override { return mDesktop.messages.QuitRequested(); }
     Handle MakeWindow(TextView title) override {
         mDesktop.windows.windows[++mLastWindow] = {Text(title)};
+        mDesktop.programs.titles.insert(Text(title));
+        mDesktop.drawing.clientAreas[mLastWindow] = {0, 0, 190, 80};
+        mDesktop.screenDrawing.origins[mLastWindow] = {15, 30};
         return mLastWindow;
+    }
+    void SetEnvironmentVariable(TextView name, TextView value) override {
+        mDesktop.host.environment[Text(name)] = Text(value);
     }
     void Minimise(Handle window) override { mDesktop.windows.windows.at(window).minimised = true; }
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }

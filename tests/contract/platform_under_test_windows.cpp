@@ -4,6 +4,10 @@
 
 #include <vector>
 
+// The system's headers have macros of these names.
+#undef DrawText
+#undef SetEnvironmentVariable
+
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
 
@@ -156,6 +160,9 @@ public:
         mWindows.push_back(CreateWindowExW(0, kClassName, Wide(Text(title)), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10,
                                            200, 100, nullptr, nullptr, nullptr, nullptr));
         return static_cast<Handle>(reinterpret_cast<INT_PTR>(mWindows.back()));
+    }
+    void SetEnvironmentVariable(TextView name, TextView value) override {
+        ::SetEnvironmentVariableW(Wide(Text(name)), Wide(Text(value)));
     }
     void Minimise(Handle window) override {
         ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_MINIMIZE);
