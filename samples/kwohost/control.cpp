@@ -79,8 +79,8 @@ ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& ty
 }
 
 HostWindow& ContainerOf(IDispatch* object) {
-    if (auto* const form = dynamic_cast<Form*>(object)) return *form;
-    if (auto* const panel = dynamic_cast<Panel*>(object)) return *panel;
+    if (auto* const form = ScriptObject::Own<Form>(object)) return *form;
+    if (auto* const panel = ScriptObject::Own<Panel>(object)) return *panel;
     Fail(static_cast<RuntimeError>(kInvalidObjectUse), L"Controls fit into forms and panels alone");
 }
 

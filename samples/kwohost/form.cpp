@@ -111,7 +111,10 @@ void Form::SetWindowState(LONG state) {
 void Form::Show() {
     constexpr int kCommands[] = {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};
     const bool isShown = IsWindowVisible(Window()) && WindowState() == mStateWhenShown;
-    if (!isShown) ShowWindow(Window(), kCommands[mStateWhenShown]);
+    const LONG wanted = mStateWhenShown;
+    if (!isShown) ShowWindow(Window(), kCommands[wanted]);
+    // A form that was maximised before it was minimised is maximised again at first.
+    if (wanted == kNormal && IsZoomed(Window())) ShowWindow(Window(), kCommands[wanted]);
     if (mStateWhenShown != kMinimised) SetForegroundWindow(Window());
     UpdateWindow(Window());
 }
@@ -144,9 +147,8 @@ LRESULT Form::Default(UINT message, WPARAM first, LPARAM second) {
 LRESULT Form::OnMessage(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
         case WM_CLOSE:
-            if (!MayClose() || !IsThere()) return 0;
-            if (mKind != Kind::MdiChild) return DestroyWindow(Window());
-            return SendMessageW(mParent->mMdiClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(Window()), 0);
+            if (MayClose() && IsThere()) End();
+            return 0;
         case WM_ACTIVATE: {
             const LRESULT result = Default(message, first, second);
             if (LOWORD(first) != WA_INACTIVE && IsThere()) {
@@ -163,6 +165,14 @@ LRESULT Form::OnMessage(UINT message, WPARAM first, LPARAM second) {
             break;
     }
     return HostWindow::OnMessage(message, first, second);
+}
+
+void Form::End() {
+    if (mKind == Kind::MdiChild && mParent->IsThere()) {
+        SendMessageW(mParent->mMdiClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(Window()), 0);
+    } else {
+        DestroyWindow(Window());
+    }
 }
 
 bool Form::MayClose() {

@@ -21,6 +21,8 @@ public:
     /// `parent` is the MDI form of a child. To be followed by Open.
     Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* parent);
     void Open();
+    /// Destroys the window without a question.
+    void End();
 
     HWND MdiClient() const { return mMdiClient; }
     bool PreviewsKeys() const { return mKeyPreview; }

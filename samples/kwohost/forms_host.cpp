@@ -63,7 +63,7 @@ private:
     void AddForms() {
         AddMethod(L"CreateForm", 1, 2, [this](Call& call) {
             if (!call.Has(1)) return Open(call, Form::Kind::Plain, nullptr);
-            auto* const parent = dynamic_cast<Form*>(call.Object(1).Get());
+            auto* const parent = ScriptObject::Own<Form>(call.Object(1).Get());
             if (!parent || !parent->MdiClient()) Fail(RuntimeError::TypeMismatch, L"The parent is no MDI form");
             Open(call, Form::Kind::MdiChild, parent);
         });
@@ -131,11 +131,11 @@ private:
     }
 
     void SavePicture(IDispatch* target, const std::wstring& path) {
-        if (auto* const box = dynamic_cast<PictureBox*>(target); box && box->Bitmap())
+        if (auto* const box = ScriptObject::Own<PictureBox>(target); box && box->Bitmap())
             return SaveBitmap(box->Bitmap(), path);
-        if (dynamic_cast<ScreenObject*>(target))
+        if (ScriptObject::Own<ScreenObject>(target))
             return SaveScreen({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, path);
-        if (auto* const window = dynamic_cast<HostWindow*>(target)) {
+        if (auto* const window = ScriptObject::Own<HostWindow>(target)) {
             RECT area = {};
             GetWindowRect(window->Window(), &area);
             Run(std::chrono::milliseconds(100));
@@ -153,9 +153,9 @@ private:
     /// The arguments are a window and a place in it, in the window's own units; or the screen and twips.
     static POINT PlaceOf(Call& call) {
         const ComPtr<IDispatch> target = call.Object(0);
-        if (dynamic_cast<ScreenObject*>(target.Get()))
+        if (ScriptObject::Own<ScreenObject>(target.Get()))
             return {ToPixels(call.Number(1), Scale::Twips, Axis::X), ToPixels(call.Number(2), Scale::Twips, Axis::Y)};
-        auto* const window = dynamic_cast<HostWindow*>(target.Get());
+        auto* const window = ScriptObject::Own<HostWindow>(target.Get());
         if (!window) Fail(RuntimeError::TypeMismatch, L"The pointer needs a form or a control");
         POINT place = {ToPixels(call.Number(1), window->OwnScale(), Axis::X),
                        ToPixels(call.Number(2), window->OwnScale(), Axis::Y)};
@@ -176,7 +176,7 @@ void AddFormObjects(ScriptHost& host) {
     host.AddGlobal(L"Screen", MakeObject<ScreenObject>(*forms));
     host.AtClose([forms] {
         while (!forms->empty())
-            DestroyWindow(forms->back()->Window());
+            forms->back()->End();
     });
 }
 

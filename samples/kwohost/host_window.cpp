@@ -230,6 +230,7 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
             return OnKey(message, first) ? 0 : Default(message, first, second);
         case WM_CHAR: {
             SHORT key = static_cast<SHORT>(first);
+            if (key == VK_TAB) return 0;
             Fire(L"KeyPress", EventValues().Reference(key));
             return 0;
         }

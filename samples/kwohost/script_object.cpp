@@ -10,6 +10,9 @@ namespace {
 
 constexpr wchar_t kErrorSource[] = L"kwohost";
 
+/// Answered by objects of this program alone.
+constexpr IID kOwn = {0x5d1b3f0a, 0x6a7c, 0x4e52, {0x9b, 0x1e, 0x3c, 0x80, 0x27, 0x4d, 0xe1, 0x96}};
+
 bool SameName(std::wstring_view a, std::wstring_view b) {
     return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
            CSTR_EQUAL;
@@ -128,6 +131,16 @@ Variant Call::Converted(int index, VARTYPE type) const {
 
 void Call::Deliver(Variant value) {
     if (mResult) *mResult = value.Detach();
+}
+
+bool ScriptObject::AlsoAnswers(REFIID iid) const {
+    return iid == kOwn;
+}
+
+ScriptObject* ScriptObject::OwnObject(IDispatch* object) {
+    ComPtr<IDispatch> own;
+    if (!object || FAILED(object->QueryInterface(kOwn, own.ReceiveAny()))) return nullptr;
+    return static_cast<ScriptObject*>(own.Get());
 }
 
 HRESULT ScriptObject::GetTypeInfoCount(UINT* count) {

@@ -51,6 +51,12 @@ private:
 /// the standard automation codes; a ScriptFailure becomes the error that the script sees.
 class ScriptObject : public ComObject<IDispatch> {
 public:
+    /// An object of this program as what it is; null for one of anybody else's.
+    template <class Object>
+    static Object* Own(IDispatch* object) {
+        return dynamic_cast<Object*>(OwnObject(object));
+    }
+
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
@@ -70,6 +76,7 @@ protected:
     /// Serves `For Each`; the body returns an IEnumVARIANT.
     void SetEnumerator(Body body);
 
+    bool AlsoAnswers(REFIID iid) const override;
     /// What an object does with members that it does not have itself.
     virtual DISPID IdOfOther(std::wstring_view) { return DISPID_UNKNOWN; }
     virtual HRESULT InvokeOther(DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO*) { return DISP_E_MEMBERNOTFOUND; }
@@ -77,6 +84,8 @@ protected:
     void Describe(const wchar_t* typeName);
 
 private:
+    static ScriptObject* OwnObject(IDispatch* object);
+
     struct Member {
         DISPID id;
         const wchar_t* name;
