@@ -1,63 +1,17 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <vector>
 
 #include "kwoutil.h"
+#include "measure.h"
 
 // What a call and an object of the component cost, beside the same from the platform's own parts, in one process.
 // KWOUtil must be registered.
 
 namespace {
 
-void Must(HRESULT result, const char* what) {
-    if (SUCCEEDED(result)) return;
-    std::printf("%s failed: 0x%08lX\n", what, static_cast<unsigned long>(result));
-    std::exit(1);
-}
-
-/// Nanoseconds for one call: the median of several rounds.
-template <class Call>
-double Cost(int callsPerRound, Call call) {
-    constexpr int kRounds = 15;
-    LARGE_INTEGER frequency;
-    ::QueryPerformanceFrequency(&frequency);
-    std::vector<double> costs;
-    for (int round = 0; round < kRounds; ++round) {
-        LARGE_INTEGER begin, end;
-        ::QueryPerformanceCounter(&begin);
-        for (int at = 0; at < callsPerRound; ++at)
-            call();
-        ::QueryPerformanceCounter(&end);
-        costs.push_back(1e9 * static_cast<double>(end.QuadPart - begin.QuadPart) /
-                        static_cast<double>(frequency.QuadPart) / callsPerRound);
-    }
-    std::nth_element(costs.begin(), costs.begin() + kRounds / 2, costs.end());
-    return costs[kRounds / 2];
-}
-
-void Row(const char* what, double nanoseconds) {
-    std::printf("  %-64s %10.1f ns\n", what, nanoseconds);
-}
-
-void Target(const char* what, double value, const char* comparison, double limit, bool met) {
-    std::printf("    -> %-60s %9.2f  (%s %g: %s)\n", what, value, comparison, limit, met ? "met" : "NOT MET");
-}
-
-CLSID ClassOf(const wchar_t* name) {
-    CLSID id;
-    Must(::CLSIDFromProgID(name, &id), "CLSIDFromProgID");
-    return id;
-}
-
-IDispatch* Created(const wchar_t* name) {
-    void* object = nullptr;
-    Must(::CoCreateInstance(ClassOf(name), nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, &object), "CoCreateInstance");
-    return static_cast<IDispatch*>(object);
-}
+using namespace kwo::bench;
 
 /// A late-bound call as a script makes it: by name every time.
 void CallByName(IDispatch* object, const wchar_t* name, WORD flags, DISPPARAMS& arguments) {

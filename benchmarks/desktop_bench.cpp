@@ -1,0 +1,159 @@
+#include <windows.h>
+#include <oleauto.h>
+
+#include <cstdio>
+#include <string>
+
+#include "kwoutil.h"
+#include "measure.h"
+
+// What asking the desktop costs beside the system's own calls, and what objects leave behind. KWOUtil must be
+// registered.
+
+namespace {
+
+using namespace kwo::bench;
+
+void MeasureMetric(const wchar_t* name, DISPID id, int index, int callsPerRound) {
+    constexpr DISPID kScaleMode = 0x6803001C;
+    IDispatch* const metrics = Created(L"KWOUtil.KWOSysMetrics");
+    DISPPARAMS none = {nullptr, nullptr, 0, 0};
+    VARIANT result;
+    ::VariantInit(&result);
+    const auto invoke = [&](DISPID member, WORD kind) {
+        return Cost(callsPerRound, [&] {
+            metrics->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &none, &result, nullptr, nullptr);
+        });
+    };
+    std::printf("\nA metric (KWOSysMetrics.%ls)\n", name);
+    volatile int sink = 0;
+    const double system = Cost(callsPerRound, [&] { sink = ::GetSystemMetrics(index); });
+    const double property = invoke(kScaleMode, DISPATCH_PROPERTYGET);
+    const double metric = invoke(id, DISPATCH_METHOD);
+    Row("GetSystemMetrics", system);
+    Row("a property without anything behind it, by Invoke", property);
+    Row("the metric, by Invoke", metric);
+    Row("the metric less GetSystemMetrics", metric - system);
+    metrics->Release();
+}
+
+/// The same probes as the search makes, in a plain loop.
+bool PlainSearch(const std::wstring& path, const std::wstring& name) {
+    for (std::size_t at = 0; at < path.size();) {
+        const std::size_t end = std::min(path.find(L';', at), path.size());
+        const std::wstring candidate = path.substr(at, end - at) + L"\\" + name;
+        WIN32_FIND_DATAW entry;
+        const HANDLE listing = ::FindFirstFileW(candidate.c_str(), &entry);
+        if (listing != INVALID_HANDLE_VALUE) {
+            ::FindClose(listing);
+            return true;
+        }
+        at = end + 1;
+    }
+    return false;
+}
+
+void MeasureSearch() {
+    wchar_t folder[MAX_PATH];
+    ::GetWindowsDirectoryW(folder, MAX_PATH);
+    std::wstring path;
+    constexpr int kEntries = 1000;
+    for (int entry = 0; entry < kEntries; ++entry)
+        path += std::wstring(folder) + L"\\fonts;";
+    ::SetEnvironmentVariableW(L"PATH", path.c_str());
+    IDispatch* const object = Created(L"KWOUtil.KWOUtility");
+    void* early = nullptr;
+    Must(object->QueryInterface(IID__KWOUtility, &early), "QueryInterface");
+    auto* const utility = static_cast<_KWOUtility*>(early);
+    BSTR name = ::SysAllocString(L"no such file");
+
+    std::printf("\nA file that is nowhere in a path of %d entries\n", kEntries);
+    const double plain = Cost(1, [&] { PlainSearch(path, L"no such file"); });
+    const double search = Cost(1, [&] {
+        BSTR found = nullptr;
+        utility->KWO_FindInPath(&name, &found);
+        ::SysFreeString(found);
+    });
+    Row("a plain loop of the same probes", plain);
+    Row("KWO_FindInPath", search);
+    Target("KWO_FindInPath against the plain loop", search / plain, "at most", 1.1, search <= 1.1 * plain);
+
+    ::SysFreeString(name);
+    utility->Release();
+    object->Release();
+}
+
+struct Use {
+    DWORD handles = 0;
+    DWORD drawingObjects = 0;
+    DWORD userObjects = 0;
+    long long heapBytes = 0;
+};
+
+Use Now() {
+    Use use;
+    ::GetProcessHandleCount(::GetCurrentProcess(), &use.handles);
+    use.drawingObjects = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+    use.userObjects = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
+    HANDLE heaps[64];
+    const DWORD count = ::GetProcessHeaps(64, heaps);
+    for (DWORD at = 0; at < count && at < 64; ++at) {
+        PROCESS_HEAP_ENTRY entry = {};
+        ::HeapLock(heaps[at]);
+        while (::HeapWalk(heaps[at], &entry)) {
+            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) use.heapBytes += entry.cbData;
+        }
+        ::HeapUnlock(heaps[at]);
+    }
+    return use;
+}
+
+void MeasureLeaks() {
+    constexpr int kObjects = 10'000;
+    constexpr const wchar_t* kClasses[] = {L"KWORegistry",  L"KWOUtility", L"KWOSplitterV",  L"KWOPicBtn",
+                                           L"KWOSysParams", L"KWOSysTray", L"KWOSysMetrics", L"KWOMonthView",
+                                           L"KWOTimer",     L"IKWOTimer",  L"IKWOAlarm"};
+    const Use empty = Now();
+    void* const known = ::HeapAlloc(::GetProcessHeap(), 0, 12'345);
+    Must(Now().heapBytes - empty.heapBytes >= 12'345 ? S_OK : E_UNEXPECTED, "counting the heap");
+    ::HeapFree(::GetProcessHeap(), 0, known);
+    std::printf("\n%d objects of each class created and released: what is left\n", kObjects);
+    for (const wchar_t* const name : kClasses) {
+        void* made = nullptr;
+        Must(::CoGetClassObject(ClassOf((std::wstring(L"KWOUtil.") + name).c_str()), CLSCTX_INPROC_SERVER, nullptr,
+                                IID_IClassFactory, &made),
+             "CoGetClassObject");
+        auto* const factory = static_cast<IClassFactory*>(made);
+        const auto make = [&](int count) {
+            for (int at = 0; at < count; ++at) {
+                void* object = nullptr;
+                Must(factory->CreateInstance(nullptr, IID_IDispatch, &object), "CreateInstance");
+                static_cast<IDispatch*>(object)->Release();
+            }
+        };
+        // What is made once and kept is no leak.
+        make(100);
+        const Use before = Now();
+        make(kObjects);
+        const Use after = Now();
+        std::printf("  %-16ls %6ld handles %6ld drawing objects %6ld windows and menus %8lld bytes\n", name,
+                    static_cast<long>(after.handles - before.handles),
+                    static_cast<long>(after.drawingObjects - before.drawingObjects),
+                    static_cast<long>(after.userObjects - before.userObjects), after.heapBytes - before.heapBytes);
+        factory->Release();
+    }
+}
+
+}  // namespace
+
+int main() {
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    Must(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
+    // The first is a constant of the system, the second is asked of the display.
+    MeasureMetric(L"BorderX", 0x60030034, SM_CXBORDER, 200'000);
+    MeasureMetric(L"ScreenX", 0x60030024, SM_CXSCREEN, 100);
+    MeasureSearch();
+    MeasureLeaks();
+    ::CoUninitialize();
+    return 0;
+}
