@@ -35,6 +35,8 @@ public:
 }  // namespace kwo::com_test
 
 int main(int count, char** arguments) {
+    // Sizes as they are, whatever the display's density.
+    SetProcessDPIAware();
     ::testing::InitGoogleTest(&count, arguments);
     if (kwo::com_test::DistFolder().empty()) {
         std::fprintf(stderr, "com_tests: set KWO_DIST to the folder that holds KWOUtil.dll\n");

@@ -1,3 +1,5 @@
+#include <cwchar>
+
 #include "com_test.h"
 
 namespace kwo::com_test {
@@ -101,6 +103,14 @@ protected:
     }
     ComPtr<IDispatch> mMetrics;
 };
+
+TEST_F(MetricsClass, TheDisplayHasTheDensityOfThisRun) {
+    wchar_t wanted[8] = L"96";
+    GetEnvironmentVariableW(L"KWO_DPI", wanted, 8);
+    const int dots = static_cast<int>(std::wcstol(wanted, nullptr, 10));
+    EXPECT_EQ(MulDiv(1440, 1, dots), TwipsPerPixel(LOGPIXELSX));
+    EXPECT_EQ(MulDiv(1440, 1, dots), TwipsPerPixel(LOGPIXELSY));
+}
 
 TEST_F(MetricsClass, EveryMemberIsWhatTheSystemSays) {
     for (const Row& row : kRows) {
