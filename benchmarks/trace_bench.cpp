@@ -77,6 +77,7 @@ public:
     std::optional<platform::Date> ParseDate(TextView text) override { return mOthers.ParseDate(text); }
     Text FormatNumber(double value, TextView pattern) override { return mOthers.FormatNumber(value, pattern); }
     Text FormatDate(platform::Date value, TextView pattern) override { return mOthers.FormatDate(value, pattern); }
+    char16_t ToUpper(char16_t character) override { return mOthers.ToUpper(character); }
     Text FromAnsi(std::string_view bytes) override { return mOthers.FromAnsi(bytes); }
     std::string ToAnsi(TextView text) override { return platform::simulated::ToAnsi(text); }
 
@@ -116,6 +117,7 @@ struct Traced {
                 .eventLog = simulated.eventLog,
                 .files = simulated.files,
                 .host = simulated.host,
+                .keyboard = simulated.keyboard,
                 .locale = simulated.locale,
                 .logFiles = files,
                 .messages = simulated.messages,

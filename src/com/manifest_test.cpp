@@ -1,7 +1,7 @@
 // The manifest is made from the IDL file; here it is held against the type library, which the IDL compiler made.
 
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <objbase.h>
 
@@ -13,10 +13,13 @@ namespace kwo::com {
 namespace {
 
 /// The build puts it beside this program.
-std::wstring ManifestPath() { return DescribeServer(GetModuleHandleW(nullptr)).moduleFolder + L"\\KWOUtil.X.manifest"; }
+std::wstring ManifestPath() {
+    return DescribeServer(GetModuleHandleW(nullptr)).moduleFolder + L"\\KWOUtil.X.manifest";
+}
 
 std::wstring ManifestText() {
-    const HANDLE file = CreateFileW(ManifestPath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE file =
+        CreateFileW(ManifestPath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return {};
     std::string bytes(GetFileSize(file, nullptr), '\0');
     DWORD read = 0;
@@ -27,7 +30,8 @@ std::wstring ManifestText() {
 
 std::size_t Count(const std::wstring& text, const std::wstring& part) {
     std::size_t count = 0;
-    for (std::size_t at = text.find(part); at != std::wstring::npos; at = text.find(part, at + 1)) ++count;
+    for (std::size_t at = text.find(part); at != std::wstring::npos; at = text.find(part, at + 1))
+        ++count;
     return count;
 }
 
@@ -42,8 +46,10 @@ protected:
 TEST_F(Manifest, NamesTheAssemblyAndTheTypeLibrary) {
     const std::wstring architecture = sizeof(void*) == 8 ? L"amd64" : L"x86";
 
-    EXPECT_EQ(Count(mText, L"<assemblyIdentity type=\"win32\" name=\"KWOUtil.X\" version=\"4.5.0.0\" "
-                           L"processorArchitecture=\"" + architecture + L"\"/>"),
+    EXPECT_EQ(Count(mText,
+                    L"<assemblyIdentity type=\"win32\" name=\"KWOUtil.X\" version=\"4.5.0.0\" "
+                    L"processorArchitecture=\"" +
+                        architecture + L"\"/>"),
               1u);
     EXPECT_EQ(Count(mText, L"<file name=\"KWOUtil.dll\">"), 1u);
     EXPECT_EQ(Count(mText, L"<typelib tlbid=\"" + mServer.libraryId + L"\" version=\"4.5\" helpdir=\"\"/>"), 1u);
@@ -63,10 +69,10 @@ TEST_F(Manifest, HasEveryInterfaceOfTheTypeLibraryAndNoOther) {
     EXPECT_EQ(mServer.interfaces.size(), 12u);
     EXPECT_EQ(Count(mText, L"<comInterfaceExternalProxyStub "), mServer.interfaces.size());
     for (const ServerDescription::Interface& one : mServer.interfaces) {
-        EXPECT_EQ(Count(mText, L"<comInterfaceExternalProxyStub name=\"" + one.name + L"\" iid=\"" + one.iid +
-                                   L"\" tlbid=\"" + mServer.libraryId + L"\" proxyStubClsid32=\"" + one.proxyStub +
-                                   L"\"/>"),
-                  1u);
+        EXPECT_EQ(
+            Count(mText, L"<comInterfaceExternalProxyStub name=\"" + one.name + L"\" iid=\"" + one.iid +
+                             L"\" tlbid=\"" + mServer.libraryId + L"\" proxyStubClsid32=\"" + one.proxyStub + L"\"/>"),
+            1u);
     }
 }
 

@@ -1,5 +1,8 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/host_objects.h"
+#include "com/server/com_text.h"
+#include "controls/kwo_month_view.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -61,61 +64,164 @@ ClassInfo& Info() {
 
 class MonthViewObject final : public ComponentObject<_KWOMonthView> {
 public:
-    MonthViewObject() : ComponentObject(Info()) { Component().SetProgramName(); }
+    MonthViewObject() : ComponentObject(Info()), mView(Component()) {}
 
-    STDMETHODIMP get_CanSelect(VARIANT_BOOL*) override { return NotBuilt(u".CanSelect (Get)"); }
-    STDMETHODIMP put_CanSelect(VARIANT_BOOL) override { return NotBuilt(u".CanSelect (Let)"); }
-    STDMETHODIMP get_MultiSelect(VARIANT_BOOL*) override { return NotBuilt(u".MultiSelect (Get)"); }
-    STDMETHODIMP put_MultiSelect(VARIANT_BOOL) override { return NotBuilt(u".MultiSelect (Let)"); }
-    STDMETHODIMP get_CaptionFontBold(VARIANT_BOOL*) override { return NotBuilt(u".CaptionFontBold (Get)"); }
-    STDMETHODIMP put_CaptionFontBold(VARIANT_BOOL) override { return NotBuilt(u".CaptionFontBold (Let)"); }
-    STDMETHODIMP get_DayHdrFontBold(VARIANT_BOOL*) override { return NotBuilt(u".DayHdrFontBold (Get)"); }
-    STDMETHODIMP put_DayHdrFontBold(VARIANT_BOOL) override { return NotBuilt(u".DayHdrFontBold (Let)"); }
-    STDMETHODIMP get_DayFontBold(VARIANT_BOOL*) override { return NotBuilt(u".DayFontBold (Get)"); }
-    STDMETHODIMP put_DayFontBold(VARIANT_BOOL) override { return NotBuilt(u".DayFontBold (Let)"); }
-    STDMETHODIMP get_SelDayFontBold(VARIANT_BOOL*) override { return NotBuilt(u".SelDayFontBold (Get)"); }
-    STDMETHODIMP put_SelDayFontBold(VARIANT_BOOL) override { return NotBuilt(u".SelDayFontBold (Let)"); }
-    STDMETHODIMP get_CaptionFontColor(LONG*) override { return NotBuilt(u".CaptionFontColor (Get)"); }
-    STDMETHODIMP put_CaptionFontColor(LONG) override { return NotBuilt(u".CaptionFontColor (Let)"); }
-    STDMETHODIMP get_DayHdrFontColor(LONG*) override { return NotBuilt(u".DayHdrFontColor (Get)"); }
-    STDMETHODIMP put_DayHdrFontColor(LONG) override { return NotBuilt(u".DayHdrFontColor (Let)"); }
-    STDMETHODIMP get_DayFontColor(LONG*) override { return NotBuilt(u".DayFontColor (Get)"); }
-    STDMETHODIMP put_DayFontColor(LONG) override { return NotBuilt(u".DayFontColor (Let)"); }
-    STDMETHODIMP get_SelDayFontColor(LONG*) override { return NotBuilt(u".SelDayFontColor (Get)"); }
-    STDMETHODIMP put_SelDayFontColor(LONG) override { return NotBuilt(u".SelDayFontColor (Let)"); }
-    STDMETHODIMP ShowMonth(short*, short*) override { return NotBuilt(u".ShowMonth"); }
-    STDMETHODIMP Create(IDispatch**, DATE*, VARIANT*, VARIANT*, VARIANT*, VARIANT*, VARIANT*, VARIANT*,
-                        VARIANT_BOOL*) override {
-        return NotBuilt(u".Create");
+    STDMETHODIMP get_CanSelect(VARIANT_BOOL* value) override {
+        return Run(u".CanSelect (Get)", [&] { Required(value) = mView.CanSelect ? VARIANT_TRUE : VARIANT_FALSE; });
     }
-    STDMETHODIMP MouseDown(short*, VARIANT*, float*, float*) override { return NotBuilt(u".MouseDown"); }
-    STDMETHODIMP MouseMove(short*, VARIANT*, float*, float*) override { return NotBuilt(u".MouseMove"); }
-    STDMETHODIMP MouseUp(short*, VARIANT*, float*, float*) override { return NotBuilt(u".MouseUp"); }
-    STDMETHODIMP DblClick() override { return NotBuilt(u".DblClick"); }
-    STDMETHODIMP Resize() override { return NotBuilt(u".Resize"); }
-    STDMETHODIMP SelDaysAdd(DATE*) override { return NotBuilt(u".SelDaysAdd"); }
-    STDMETHODIMP SelDaysRemove(DATE*) override { return NotBuilt(u".SelDaysRemove"); }
-    STDMETHODIMP get_SelDay(DATE*) override { return NotBuilt(u".SelDay (Get)"); }
-    STDMETHODIMP SelDaysClear() override { return NotBuilt(u".SelDaysClear"); }
-    STDMETHODIMP get_IsSelected(DATE*, VARIANT_BOOL*) override { return NotBuilt(u".IsSelected (Get)"); }
-    STDMETHODIMP get_MinDate(DATE*) override { return NotBuilt(u".MinDate (Get)"); }
-    STDMETHODIMP put_MinDate(DATE*) override { return NotBuilt(u".MinDate (Let)"); }
-    STDMETHODIMP get_MaxDate(DATE*) override { return NotBuilt(u".MaxDate (Get)"); }
-    STDMETHODIMP put_MaxDate(DATE*) override { return NotBuilt(u".MaxDate (Let)"); }
-    STDMETHODIMP get_VisibleMonth(short*) override { return NotBuilt(u".VisibleMonth (Get)"); }
-    STDMETHODIMP get_VisibleYear(short*) override { return NotBuilt(u".VisibleYear (Get)"); }
-    STDMETHODIMP get_CaptionBevel(short*) override { return NotBuilt(u".CaptionBevel (Get)"); }
-    STDMETHODIMP put_CaptionBevel(short*) override { return NotBuilt(u".CaptionBevel (Let)"); }
-    STDMETHODIMP get_DayHdrBevel(short*) override { return NotBuilt(u".DayHdrBevel (Get)"); }
-    STDMETHODIMP put_DayHdrBevel(short*) override { return NotBuilt(u".DayHdrBevel (Let)"); }
-    STDMETHODIMP get_DayBevel(short*) override { return NotBuilt(u".DayBevel (Get)"); }
-    STDMETHODIMP put_DayBevel(short*) override { return NotBuilt(u".DayBevel (Let)"); }
-    STDMETHODIMP KeyDown(short*, short*) override { return NotBuilt(u".KeyDown"); }
+    STDMETHODIMP put_CanSelect(VARIANT_BOOL value) override {
+        return Run(u".CanSelect (Let)", [&] { mView.CanSelect = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_MultiSelect(VARIANT_BOOL* value) override {
+        return Run(u".MultiSelect (Get)", [&] { Required(value) = mView.MultiSelect ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP put_MultiSelect(VARIANT_BOOL value) override {
+        return Run(u".MultiSelect (Let)", [&] { mView.MultiSelect = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_CaptionFontBold(VARIANT_BOOL* value) override {
+        return Run(u".CaptionFontBold (Get)",
+                   [&] { Required(value) = mView.style.captionBold ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP put_CaptionFontBold(VARIANT_BOOL value) override {
+        return Run(u".CaptionFontBold (Let)", [&] { mView.style.captionBold = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_DayHdrFontBold(VARIANT_BOOL* value) override {
+        return Run(u".DayHdrFontBold (Get)",
+                   [&] { Required(value) = mView.style.headerBold ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP put_DayHdrFontBold(VARIANT_BOOL value) override {
+        return Run(u".DayHdrFontBold (Let)", [&] { mView.style.headerBold = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_DayFontBold(VARIANT_BOOL* value) override {
+        return Run(u".DayFontBold (Get)",
+                   [&] { Required(value) = mView.style.dayBold ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP put_DayFontBold(VARIANT_BOOL value) override {
+        return Run(u".DayFontBold (Let)", [&] { mView.style.dayBold = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_SelDayFontBold(VARIANT_BOOL* value) override {
+        return Run(u".SelDayFontBold (Get)",
+                   [&] { Required(value) = mView.style.selectedBold ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP put_SelDayFontBold(VARIANT_BOOL value) override {
+        return Run(u".SelDayFontBold (Let)", [&] { mView.style.selectedBold = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_CaptionFontColor(LONG* value) override {
+        return Run(u".CaptionFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.captionColour); });
+    }
+    STDMETHODIMP put_CaptionFontColor(LONG value) override {
+        return Run(u".CaptionFontColor (Let)",
+                   [&] { mView.style.captionColour = static_cast<platform::Colour>(value); });
+    }
+    STDMETHODIMP get_DayHdrFontColor(LONG* value) override {
+        return Run(u".DayHdrFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.headerColour); });
+    }
+    STDMETHODIMP put_DayHdrFontColor(LONG value) override {
+        return Run(u".DayHdrFontColor (Let)", [&] { mView.style.headerColour = static_cast<platform::Colour>(value); });
+    }
+    STDMETHODIMP get_DayFontColor(LONG* value) override {
+        return Run(u".DayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.dayColour); });
+    }
+    STDMETHODIMP put_DayFontColor(LONG value) override {
+        return Run(u".DayFontColor (Let)", [&] { mView.style.dayColour = static_cast<platform::Colour>(value); });
+    }
+    STDMETHODIMP get_SelDayFontColor(LONG* value) override {
+        return Run(u".SelDayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.selectedColour); });
+    }
+    STDMETHODIMP put_SelDayFontColor(LONG value) override {
+        return Run(u".SelDayFontColor (Let)",
+                   [&] { mView.style.selectedColour = static_cast<platform::Colour>(value); });
+    }
+    STDMETHODIMP ShowMonth(short* month, short* year) override {
+        return Run(u".ShowMonth", [&] { mView.ShowMonth(Required(month), Required(year)); });
+    }
+    STDMETHODIMP Create(IDispatch** pictureBox, DATE* focusDate, VARIANT* selDate, VARIANT* canMultiSelect,
+                        VARIANT* spinInterval, VARIANT* notifyOnChange, VARIANT* control, VARIANT* canChange,
+                        VARIANT_BOOL* created) override {
+        return Run(u".Create", [&] {
+            VARIANT_BOOL& answer = Required(created);
+            platform::Date focus{Required(focusDate)};
+            const bool done =
+                mView.Create(platform::windows::MakeHostObject(Required(pictureBox)), focus,
+                             {OptionalValue(selDate), OptionalValue(canMultiSelect), OptionalValue(spinInterval),
+                              OptionalValue(notifyOnChange), OptionalValue(control), OptionalValue(canChange)});
+            *focusDate = focus.days;
+            answer = done ? VARIANT_TRUE : VARIANT_FALSE;
+        });
+    }
+    STDMETHODIMP MouseDown(short* button, VARIANT*, float* x, float* y) override {
+        return Run(u".MouseDown", [&] { mView.MouseDown(Required(button), Required(x), Required(y)); });
+    }
+    STDMETHODIMP MouseMove(short*, VARIANT*, float* x, float* y) override {
+        return Run(u".MouseMove", [&] { mView.MouseMove(Required(x), Required(y)); });
+    }
+    STDMETHODIMP MouseUp(short*, VARIANT*, float*, float*) override {
+        return Run(u".MouseUp", [&] { mView.MouseUp(); });
+    }
+    STDMETHODIMP DblClick() override {
+        return Run(u".DblClick", [&] { mView.DblClick(); });
+    }
+    STDMETHODIMP Resize() override {
+        return Run(u".Resize", [&] { mView.Resize(); });
+    }
+    STDMETHODIMP SelDaysAdd(DATE* date) override {
+        return Run(u".SelDaysAdd", [&] { mView.SelDaysAdd({Required(date)}); });
+    }
+    STDMETHODIMP SelDaysRemove(DATE* date) override {
+        return Run(u".SelDaysRemove", [&] { mView.SelDaysRemove({Required(date)}); });
+    }
+    STDMETHODIMP get_SelDay(DATE* date) override {
+        return Run(u".SelDay (Get)", [&] { Required(date) = mView.SelDay().days; });
+    }
+    STDMETHODIMP SelDaysClear() override {
+        return Run(u".SelDaysClear", [&] { mView.SelDaysClear(); });
+    }
+    STDMETHODIMP get_IsSelected(DATE* date, VARIANT_BOOL* selected) override {
+        return Run(u".IsSelected (Get)",
+                   [&] { Required(selected) = mView.IsSelected({Required(date)}) ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_MinDate(DATE* date) override {
+        return Run(u".MinDate (Get)", [&] { Required(date) = mView.MinDate().days; });
+    }
+    STDMETHODIMP put_MinDate(DATE* date) override {
+        return Run(u".MinDate (Let)", [&] { mView.SetMinDate({Required(date)}); });
+    }
+    STDMETHODIMP get_MaxDate(DATE* date) override {
+        return Run(u".MaxDate (Get)", [&] { Required(date) = mView.MaxDate().days; });
+    }
+    STDMETHODIMP put_MaxDate(DATE* date) override {
+        return Run(u".MaxDate (Let)", [&] { mView.SetMaxDate({Required(date)}); });
+    }
+    STDMETHODIMP get_VisibleMonth(short* value) override {
+        return Run(u".VisibleMonth (Get)", [&] { Required(value) = mView.VisibleMonth(); });
+    }
+    STDMETHODIMP get_VisibleYear(short* value) override {
+        return Run(u".VisibleYear (Get)", [&] { Required(value) = mView.VisibleYear(); });
+    }
+    STDMETHODIMP get_CaptionBevel(short* bevel) override {
+        return Run(u".CaptionBevel (Get)", [&] { Required(bevel) = mView.CaptionBevel(); });
+    }
+    STDMETHODIMP put_CaptionBevel(short* bevel) override {
+        return Run(u".CaptionBevel (Let)", [&] { mView.SetCaptionBevel(Required(bevel)); });
+    }
+    STDMETHODIMP get_DayHdrBevel(short* bevel) override {
+        return Run(u".DayHdrBevel (Get)", [&] { Required(bevel) = mView.DayHdrBevel(); });
+    }
+    STDMETHODIMP put_DayHdrBevel(short* bevel) override {
+        return Run(u".DayHdrBevel (Let)", [&] { mView.SetDayHdrBevel(Required(bevel)); });
+    }
+    STDMETHODIMP get_DayBevel(short* bevel) override {
+        return Run(u".DayBevel (Get)", [&] { Required(bevel) = mView.DayBevel(); });
+    }
+    STDMETHODIMP put_DayBevel(short* bevel) override {
+        return Run(u".DayBevel (Let)", [&] { mView.SetDayBevel(Required(bevel)); });
+    }
+    STDMETHODIMP KeyDown(short* keyCode, short*) override {
+        return Run(u".KeyDown", [&] { mView.KeyDown(Required(keyCode)); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
-    }
+    controls::KWOMonthView mView;
 };
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/host_objects.h"
+#include "com/server/com_text.h"
+#include "controls/kwo_pic_btn.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -34,31 +37,73 @@ ClassInfo& Info() {
 
 class PictureButtonObject final : public ComponentObject<_KWOPicBtn> {
 public:
-    PictureButtonObject() : ComponentObject(Info()) { Component().SetProgramName(); }
+    PictureButtonObject() : ComponentObject(Info()), mButton(Component()) {}
 
-    STDMETHODIMP Create(IDispatch**, BSTR*, VARIANT_BOOL*) override { return NotBuilt(u".Create"); }
-    STDMETHODIMP get_Caption(BSTR*) override { return NotBuilt(u".Caption (Get)"); }
-    STDMETHODIMP put_Caption(BSTR*) override { return NotBuilt(u".Caption (Let)"); }
-    STDMETHODIMP get_TextAlignment(short*) override { return NotBuilt(u".TextAlignment (Get)"); }
-    STDMETHODIMP put_TextAlignment(short*) override { return NotBuilt(u".TextAlignment (Let)"); }
-    STDMETHODIMP get_PicAlignment(short*) override { return NotBuilt(u".PicAlignment (Get)"); }
-    STDMETHODIMP put_PicAlignment(short*) override { return NotBuilt(u".PicAlignment (Let)"); }
-    STDMETHODIMP get_MultiLine(VARIANT_BOOL*) override { return NotBuilt(u".MultiLine (Get)"); }
-    STDMETHODIMP put_MultiLine(VARIANT_BOOL*) override { return NotBuilt(u".MultiLine (Let)"); }
-    STDMETHODIMP DblClick() override { return NotBuilt(u".DblClick"); }
-    STDMETHODIMP GotFocus() override { return NotBuilt(u".GotFocus"); }
-    STDMETHODIMP LostFocus() override { return NotBuilt(u".LostFocus"); }
-    STDMETHODIMP Form_KeyDown(short*, short*, VARIANT_BOOL*) override { return NotBuilt(u".Form_KeyDown"); }
-    STDMETHODIMP KeyDown(short*, short*) override { return NotBuilt(u".KeyDown"); }
-    STDMETHODIMP MouseDown(short*, short*, float*, float*) override { return NotBuilt(u".MouseDown"); }
-    STDMETHODIMP MouseMove(short*, short*, float*, float*) override { return NotBuilt(u".MouseMove"); }
-    STDMETHODIMP MouseUp(short*, short*, float*, float*) override { return NotBuilt(u".MouseUp"); }
-    STDMETHODIMP Resize() override { return NotBuilt(u".Resize"); }
+    STDMETHODIMP Create(IDispatch** pictureBox, BSTR* caption, VARIANT_BOOL* created) override {
+        return Run(u".Create", [&] {
+            Required(created) = VARIANT_FALSE;
+            mButton.Create(platform::windows::MakeHostObject(Required(pictureBox)), ToText(Required(caption)));
+        });
+    }
+    STDMETHODIMP get_Caption(BSTR* caption) override {
+        return Run(u".Caption (Get)", [&] { Required(caption) = NewString(mButton.Caption()); });
+    }
+    STDMETHODIMP put_Caption(BSTR* caption) override {
+        return Run(u".Caption (Let)", [&] { mButton.SetCaption(ToText(Required(caption))); });
+    }
+    STDMETHODIMP get_TextAlignment(short* alignment) override {
+        return Run(u".TextAlignment (Get)", [&] { Required(alignment) = mButton.TextAlignment(); });
+    }
+    STDMETHODIMP put_TextAlignment(short* alignment) override {
+        return Run(u".TextAlignment (Let)", [&] { mButton.SetTextAlignment(Required(alignment)); });
+    }
+    STDMETHODIMP get_PicAlignment(short* alignment) override {
+        return Run(u".PicAlignment (Get)", [&] { Required(alignment) = mButton.TextAlignment(); });
+    }
+    STDMETHODIMP put_PicAlignment(short* alignment) override {
+        return Run(u".PicAlignment (Let)", [&] { mButton.SetTextAlignment(Required(alignment)); });
+    }
+    STDMETHODIMP get_MultiLine(VARIANT_BOOL* multiLine) override {
+        return Run(u".MultiLine (Get)",
+                   [&] { Required(multiLine) = mButton.MultiLine() ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    STDMETHODIMP put_MultiLine(VARIANT_BOOL* multiLine) override {
+        return Run(u".MultiLine (Let)", [&] { mButton.SetMultiLine(Required(multiLine) != VARIANT_FALSE); });
+    }
+    STDMETHODIMP DblClick() override {
+        return Run(u".DblClick", [&] { mButton.DblClick(); });
+    }
+    STDMETHODIMP GotFocus() override {
+        return Run(u".GotFocus", [&] { mButton.GotFocus(); });
+    }
+    STDMETHODIMP LostFocus() override {
+        return Run(u".LostFocus", [&] { mButton.LostFocus(); });
+    }
+    STDMETHODIMP Form_KeyDown(short* keyCode, short* shift, VARIANT_BOOL* used) override {
+        return Run(u".Form_KeyDown", [&] {
+            VARIANT_BOOL& answer = Required(used);
+            answer = VARIANT_FALSE;
+            if (mButton.Form_KeyDown(Required(keyCode), Required(shift))) answer = VARIANT_TRUE;
+        });
+    }
+    STDMETHODIMP KeyDown(short* keyCode, short*) override {
+        return Run(u".KeyDown", [&] { mButton.KeyDown(Required(keyCode)); });
+    }
+    STDMETHODIMP MouseDown(short* button, short*, float* x, float* y) override {
+        return Run(u".MouseDown", [&] { mButton.MouseDown(Required(button), Required(x), Required(y)); });
+    }
+    STDMETHODIMP MouseMove(short*, short*, float* x, float* y) override {
+        return Run(u".MouseMove", [&] { mButton.MouseMove(Required(x), Required(y)); });
+    }
+    STDMETHODIMP MouseUp(short*, short*, float* x, float* y) override {
+        return Run(u".MouseUp", [&] { mButton.MouseUp(Required(x), Required(y)); });
+    }
+    STDMETHODIMP Resize() override {
+        return Run(u".Resize", [&] { mButton.Resize(); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
-    }
+    controls::KWOPicBtn mButton;
 };
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "com/server/registration.h"
 
+#include <windows.h>
 #include <gtest/gtest.h>
 #include <oleauto.h>
-#include <windows.h>
 
 #include <map>
 #include <string>
@@ -16,9 +16,9 @@ namespace {
 constexpr wchar_t kScratch[] = L"Software\\KWOUtil registration test";
 constexpr wchar_t kClasses[] = L"Software\\KWOUtil registration test\\Classes";
 
-const wchar_t* const kClassNames[] = {L"KWORegistry",   L"KWOUtility",   L"KWOSplitterV", L"KWOPicBtn",
-                                      L"KWOSysParams",  L"KWOSysTray",   L"KWOSysMetrics", L"KWOMonthView",
-                                      L"KWOTimer",      L"IKWOTimer",    L"IKWOAlarm"};
+const wchar_t* const kClassNames[] = {L"KWORegistry",  L"KWOUtility", L"KWOSplitterV",  L"KWOPicBtn",
+                                      L"KWOSysParams", L"KWOSysTray", L"KWOSysMetrics", L"KWOMonthView",
+                                      L"KWOTimer",     L"IKWOTimer",  L"IKWOAlarm"};
 
 /// Every key below a key ("path") and every value ("path|name"), with type and bytes.
 using Snapshot = std::map<std::wstring, std::vector<BYTE>>;
@@ -67,7 +67,8 @@ std::string Difference(const Snapshot& one, const Snapshot& other) {
     std::string text;
     const auto add = [&text](char sign, const std::wstring& path) {
         text += sign;
-        for (const wchar_t c : path) text += c < 128 ? static_cast<char>(c) : '?';
+        for (const wchar_t c : path)
+            text += c < 128 ? static_cast<char>(c) : '?';
         text += '\n';
     };
     for (const auto& [path, bytes] : one) {
@@ -178,9 +179,9 @@ protected:
 
     static void MakeKey(const std::wstring& path) {
         HKEY key = nullptr;
-        ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, Below(path).c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key,
-                                  nullptr),
-                  ERROR_SUCCESS);
+        ASSERT_EQ(
+            RegCreateKeyExW(HKEY_CURRENT_USER, Below(path).c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
+            ERROR_SUCCESS);
         RegCloseKey(key);
     }
     static void Put(const std::wstring& path, const std::wstring& name, const std::wstring& text) {
@@ -196,8 +197,8 @@ protected:
     static std::wstring At(const std::wstring& path, const std::wstring& name = L"") {
         wchar_t text[1024] = L"";
         DWORD size = sizeof(text);
-        const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, Below(path).c_str(), name.c_str(), RRF_RT_REG_SZ,
-                                            nullptr, text, &size);
+        const LSTATUS status =
+            RegGetValueW(HKEY_CURRENT_USER, Below(path).c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, text, &size);
         return status == ERROR_SUCCESS ? text : L"(none)";
     }
     static bool Has(const std::wstring& path) {
@@ -264,15 +265,16 @@ TEST_F(Registration, WritesAMarshalerForEveryInterface) {
     for (const auto& [path, bytes] : SnapshotOf(HKEY_CURRENT_USER, Below(L"Interface"))) {
         const std::wstring stub = L"\\ProxyStubClsid32";
         if (!path.ends_with(stub)) continue;
-        const std::wstring key = path.substr(std::wstring(kClasses).size() + 1, path.size() - stub.size() -
-                                                                                    std::wstring(kClasses).size() - 1);
+        const std::wstring key = path.substr(std::wstring(kClasses).size() + 1,
+                                             path.size() - stub.size() - std::wstring(kClasses).size() - 1);
         marshalers[At(key)] = At(key + stub);
         EXPECT_EQ(At(key + L"\\TypeLib", L"Version"), L"4.5");
         EXPECT_EQ(L"TypeLib\\" + At(key + L"\\TypeLib") + L"\\4.5", mVersionKey);
     }
 
     std::map<std::wstring, std::wstring> expected{{L"__KWOTimer", L"{00020420-0000-0000-C000-000000000046}"}};
-    for (const std::wstring name : kClassNames) expected[L"_" + name] = L"{00020424-0000-0000-C000-000000000046}";
+    for (const std::wstring name : kClassNames)
+        expected[L"_" + name] = L"{00020424-0000-0000-C000-000000000046}";
     EXPECT_EQ(marshalers, expected);
 }
 
@@ -291,7 +293,8 @@ TEST_F(Registration, SharedKeysThatDidNotExistGoAndThoseThatDidStay) {
         {}, {L"CLSID"}, {L"Interface"}, {L"TypeLib"}, {L"CLSID", L"Interface", L"TypeLib"}};
     for (const auto& present : cases) {
         SetUp();
-        for (const std::wstring& path : present) MakeKey(path);
+        for (const std::wstring& path : present)
+            MakeKey(path);
         const Snapshot before = Now();
 
         ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
@@ -378,7 +381,8 @@ TEST_F(Registration, FailureOverAnEarlierRegistrationRestoresIt) {
     MemoryStore memory;
     ASSERT_EQ(Register(mModule, memory, kClasses), S_OK);
     for (auto& [path, values] : memory.keys) {
-        for (auto& [name, text] : values) text = L"An earlier text that is longer than ours " + text;
+        for (auto& [name, text] : values)
+            text = L"An earlier text that is longer than ours " + text;
     }
     memory.keys[Below(mVersionKey)].erase(L"");
     memory.keys.erase(Below(mVersionKey) + L"\\FLAGS");
@@ -504,7 +508,8 @@ TEST_F(Registration, ARestWithoutAFileIsRemoved) {
     const Snapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     Drop(mVersionKey + L"\\0");
-    for (const std::wstring name : kClassNames) Drop(L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32");
+    for (const std::wstring name : kClassNames)
+        Drop(L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32");
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 

@@ -1,5 +1,8 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
+#include "com/host_objects.h"
+#include "com/server/com_text.h"
+#include "controls/kwo_splitter_v.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -23,29 +26,60 @@ ClassInfo& Info() {
 
 class SplitterObject final : public ComponentObject<_KWOSplitterV> {
 public:
-    SplitterObject() : ComponentObject(Info()) { Component().SetProgramName(); }
+    SplitterObject() : ComponentObject(Info()), mSplitter(Component()) {}
 
-    STDMETHODIMP get_LeftMargin(float*) override { return NotBuilt(u".LeftMargin (Get)"); }
-    STDMETHODIMP put_LeftMargin(float) override { return NotBuilt(u".LeftMargin (Let)"); }
-    STDMETHODIMP get_TopMargin(float*) override { return NotBuilt(u".TopMargin (Get)"); }
-    STDMETHODIMP put_TopMargin(float) override { return NotBuilt(u".TopMargin (Let)"); }
-    STDMETHODIMP get_RightMargin(float*) override { return NotBuilt(u".RightMargin (Get)"); }
-    STDMETHODIMP put_RightMargin(float) override { return NotBuilt(u".RightMargin (Let)"); }
-    STDMETHODIMP get_BottomMargin(float*) override { return NotBuilt(u".BottomMargin (Get)"); }
-    STDMETHODIMP put_BottomMargin(float) override { return NotBuilt(u".BottomMargin (Let)"); }
-    STDMETHODIMP Create(IDispatch**, IDispatch**, IDispatch**, VARIANT*, VARIANT*, VARIANT*, VARIANT*, VARIANT*,
-                        VARIANT_BOOL*) override {
-        return NotBuilt(u".Create");
+    STDMETHODIMP get_LeftMargin(float* value) override {
+        return Run(u".LeftMargin (Get)", [&] { Required(value) = mSplitter.LeftMargin; });
     }
-    STDMETHODIMP Resize() override { return NotBuilt(u".Resize"); }
-    STDMETHODIMP MouseDown(short*, short*, float*, float*) override { return NotBuilt(u".MouseDown"); }
-    STDMETHODIMP MouseMove(short*, short*, float*, float*) override { return NotBuilt(u".MouseMove"); }
-    STDMETHODIMP MouseUp(short*, short*, float*, float*) override { return NotBuilt(u".MouseUp"); }
+    STDMETHODIMP put_LeftMargin(float value) override {
+        return Run(u".LeftMargin (Let)", [&] { mSplitter.LeftMargin = value; });
+    }
+    STDMETHODIMP get_TopMargin(float* value) override {
+        return Run(u".TopMargin (Get)", [&] { Required(value) = mSplitter.TopMargin; });
+    }
+    STDMETHODIMP put_TopMargin(float value) override {
+        return Run(u".TopMargin (Let)", [&] { mSplitter.TopMargin = value; });
+    }
+    STDMETHODIMP get_RightMargin(float* value) override {
+        return Run(u".RightMargin (Get)", [&] { Required(value) = mSplitter.RightMargin; });
+    }
+    STDMETHODIMP put_RightMargin(float value) override {
+        return Run(u".RightMargin (Let)", [&] { mSplitter.RightMargin = value; });
+    }
+    STDMETHODIMP get_BottomMargin(float* value) override {
+        return Run(u".BottomMargin (Get)", [&] { Required(value) = mSplitter.BottomMargin; });
+    }
+    STDMETHODIMP put_BottomMargin(float value) override {
+        return Run(u".BottomMargin (Let)", [&] { mSplitter.BottomMargin = value; });
+    }
+    STDMETHODIMP Create(IDispatch** left, IDispatch** right, IDispatch** splitter, VARIANT* size, VARIANT* marginLeft,
+                        VARIANT* marginTop, VARIANT* marginRight, VARIANT* marginBottom,
+                        VARIANT_BOOL* created) override {
+        return Run(u".Create", [&] {
+            VARIANT_BOOL& answer = Required(created);
+            const bool done = mSplitter.Create(
+                platform::windows::MakeHostObject(Required(left)), platform::windows::MakeHostObject(Required(right)),
+                platform::windows::MakeHostObject(Required(splitter)),
+                {OptionalValue(size), OptionalValue(marginLeft), OptionalValue(marginTop), OptionalValue(marginRight),
+                 OptionalValue(marginBottom)});
+            answer = done ? VARIANT_TRUE : VARIANT_FALSE;
+        });
+    }
+    STDMETHODIMP Resize() override {
+        return Run(u".Resize", [&] { mSplitter.Resize(); });
+    }
+    STDMETHODIMP MouseDown(short* button, short*, float* x, float*) override {
+        return Run(u".MouseDown", [&] { mSplitter.MouseDown(Required(button), Required(x)); });
+    }
+    STDMETHODIMP MouseMove(short*, short*, float* x, float*) override {
+        return Run(u".MouseMove", [&] { mSplitter.MouseMove(Required(x)); });
+    }
+    STDMETHODIMP MouseUp(short*, short*, float* x, float*) override {
+        return Run(u".MouseUp", [&] { mSplitter.MouseUp(Required(x)); });
+    }
 
 private:
-    HRESULT NotBuilt(TextView member) {
-        return Run(member, [] { RaiseNotBuilt(); });
-    }
+    controls::KWOSplitterV mSplitter;
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "frame/api_result.h"
 #include "frame/error.h"
 #include "frame/event_log_writer.h"
@@ -38,6 +40,13 @@ public:
     MessageBoxes messageBoxes;
     MKWOError error;
     MKWORoutines routines;
+
+    /// Twips in a pixel, as the newest picture button found them.
+    struct ButtonScale {
+        std::int16_t twipsPerPixelX = 15;
+        std::int16_t twipsPerPixelY = 15;
+    };
+    ButtonScale buttonScale;
 
     messages::MKWOLocale locale;
     messages::MessageTable messages;

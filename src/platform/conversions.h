@@ -32,6 +32,9 @@ public:
     /// A date by a format pattern such as "h:nn:ss", "Mmmm, yyyy" or "Short Date".
     virtual Text FormatDate(Date value, TextView pattern) = 0;
 
+    /// The capital letter of a letter, any other character as it is.
+    virtual char16_t ToUpper(char16_t character) = 0;
+
     /// Text from bytes in the system's ANSI code page, one after the other, zero bytes included.
     virtual Text FromAnsi(std::string_view bytes) = 0;
     virtual std::string ToAnsi(TextView text) = 0;

@@ -9,8 +9,9 @@ class MessageLoop {
 public:
     virtual ~MessageLoop() = default;
 
-    /// Dispatches what is pending and returns; a request to quit stays in the queue for the host's own loop.
-    virtual void ProcessPending() = 0;
+    /// Dispatches what is pending and returns; a request to quit stays in the queue for the host's own loop. False when
+    /// there is one: whoever waits here for the user should give up.
+    virtual bool ProcessPending() = 0;
     /// MsgWaitForMultipleObjectsEx without handles.
     virtual void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) = 0;
     /// MsgWaitForMultipleObjects without handles, wait-all false.

@@ -11,6 +11,7 @@ class Drawing;
 class EventLog;
 class FileSystem;
 class HostApplication;
+class Keyboard;
 class LocaleSource;
 class LogFiles;
 class MessageLoop;
@@ -37,6 +38,7 @@ struct Platform {
     EventLog& eventLog;
     FileSystem& files;
     HostApplication& host;
+    Keyboard& keyboard;
     LocaleSource& locale;
     LogFiles& logFiles;
     MessageLoop& messages;

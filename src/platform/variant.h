@@ -80,6 +80,8 @@ public:
 
     /// True when both are the same object, by identity.
     virtual bool IsSameAs(const HostObject& other) const = 0;
+    /// Whether it has a member of that name.
+    virtual bool Knows(TextView member) = 0;
     /// The name of the object's type, empty when it has no type information.
     virtual Text TypeName() const = 0;
 };

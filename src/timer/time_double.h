@@ -16,6 +16,7 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .eventLog = from.eventLog,
             .files = from.files,
             .host = from.host,
+            .keyboard = from.keyboard,
             .locale = from.locale,
             .logFiles = from.logFiles,
             .messages = from.messages,

@@ -103,10 +103,9 @@ const std::vector<std::wstring>& ClassNames() {
     return names;
 }
 
-bool IsBuilt(const std::wstring& className) {
-    static const std::vector<std::wstring> built = {L"KWORegistry", L"KWOTimer",   L"KWOSysMetrics", L"KWOSysParams",
-                                                    L"KWOUtility",  L"KWOSysTray", L"IKWOTimer",     L"IKWOAlarm"};
-    return std::find(built.begin(), built.end(), className) != built.end();
+/// All are, by now; what a class that is not would have to answer is known to the tests.
+bool IsBuilt(const std::wstring&) {
+    return true;
 }
 
 ::testing::AssertionResult Reached(const Outcome& outcome, const std::wstring& className) {

@@ -172,6 +172,13 @@ Text EnglishConversions::FormatDate(Date value, TextView pattern) {
     return FormattedDate(value, pattern);
 }
 
+char16_t EnglishConversions::ToUpper(char16_t character) {
+    constexpr char16_t kDistance = 0x20;
+    const bool isAscii = character >= u'a' && character <= u'z';
+    const bool isLatin = character >= u'à' && character <= u'þ' && character != u'÷';
+    return isAscii || isLatin ? static_cast<char16_t>(character - kDistance) : character;
+}
+
 Text EnglishConversions::FromAnsi(std::string_view bytes) {
     mWorld.MayRaise("MultiByteToWideChar");
     return simulated::FromAnsi(bytes);

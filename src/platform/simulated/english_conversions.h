@@ -22,6 +22,8 @@ public:
     Text FormatNumber(double value, TextView pattern) override;
     Text FormatDate(Date value, TextView pattern) override;
 
+    /// Knows the letters of the ANSI code page.
+    char16_t ToUpper(char16_t character) override;
     Text FromAnsi(std::string_view bytes) override;
     std::string ToAnsi(TextView text) override;
 

@@ -16,13 +16,14 @@ MessageQueue::MessageQueue(World& world, VirtualClock& clock) : mWorld(world), m
     world.faults.Declare({"MsgWaitForMultipleObjectsEx", "MsgWaitForMultipleObjects"});
 }
 
-void MessageQueue::ProcessPending() {
+bool MessageQueue::ProcessPending() {
     mWorld.log.Add("Pump");
     mQuitIsNews = false;
     while (!mMessages.empty() && mMessages.begin()->first.first <= mClock.Elapsed().scaled) {
         const auto action = std::move(mMessages.extract(mMessages.begin()).mapped().action);
         action();
     }
+    return !mQuit;
 }
 
 void MessageQueue::WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) {

@@ -16,7 +16,7 @@ class MessageQueue final : public MessageLoop {
 public:
     MessageQueue(World& world, VirtualClock& clock);
 
-    void ProcessPending() override;
+    bool ProcessPending() override;
     /// A wait moves the clock: to the next message that is news, else by the whole timeout. A message is news until a
     /// wait has returned for it or the queue is processed. Waiting for ever for nothing throws std::logic_error.
     void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;

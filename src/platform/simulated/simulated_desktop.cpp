@@ -12,6 +12,7 @@ Platform SimulatedDesktop::Services() {
             .eventLog = eventLog,
             .files = files,
             .host = host,
+            .keyboard = keyboard,
             .locale = locale,
             .logFiles = logFiles,
             .messages = messages,

@@ -17,6 +17,7 @@
 #include "platform/simulated/registry_tree.h"
 #include "platform/simulated/screen_state.h"
 #include "platform/simulated/simulated_fonts.h"
+#include "platform/simulated/simulated_keyboard.h"
 #include "platform/simulated/simulated_metrics.h"
 #include "platform/simulated/simulated_object.h"
 #include "platform/simulated/simulated_pictures.h"
@@ -73,6 +74,7 @@ public:
     SimulatedFonts fonts{mWorld};
     SimulatedMetrics metrics;
     ComponentClasses components{mWorld};
+    SimulatedKeyboard keyboard{mWorld};
     UserLocale locale{mWorld};
     SimulatedTimers timers{mWorld, clock, messages};
 

@@ -100,6 +100,10 @@ Variant SimulatedObject::CallNamed(TextView member, std::span<const TextView> na
     return result;
 }
 
+bool SimulatedObject::Knows(TextView member) {
+    return Property(member).has_value() || mMethods.contains(Folded(member));
+}
+
 void SimulatedObject::Record(std::string_view verb, TextView member, const std::string& rest) {
     mLog.Add(std::string(verb) + " " + (mLabel.empty() ? "" : mLabel + ".") + ToUtf8(member) + rest);
 }

@@ -36,6 +36,7 @@ public:
     Variant Call(TextView member, std::span<Variant> arguments = {}) override;
     Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
     bool IsSameAs(const HostObject& other) const override { return this == &other; }
+    bool Knows(TextView member) override;
     Text TypeName() const override { return mTypeName; }
 
     /// Reads are too many to be in every test's way.

@@ -59,7 +59,6 @@ class DispatchReference : public HostObject {
 public:
     /// Never null; the object keeps its reference.
     virtual IDispatch* Dispatch() const = 0;
-    virtual bool Knows(TextView member) = 0;
 };
 
 /// A host object with a reference of its own to `dispatch`; the null object for null. It is made where such objects

@@ -123,6 +123,12 @@ Text WindowsConversions::FormatDate(Date value, TextView pattern) {
     return Formatted(date, pattern);
 }
 
+char16_t WindowsConversions::ToUpper(char16_t character) {
+    wchar_t letter = character;
+    ::CharUpperBuffW(&letter, 1);
+    return letter;
+}
+
 Text WindowsConversions::FromAnsi(std::string_view bytes) {
     return windows::FromAnsi(bytes);
 }

@@ -19,6 +19,7 @@ public:
     Text FormatNumber(double value, TextView pattern) override;
     Text FormatDate(Date value, TextView pattern) override;
 
+    char16_t ToUpper(char16_t character) override;
     Text FromAnsi(std::string_view bytes) override;
     std::string ToAnsi(TextView text) override;
 };

@@ -4,16 +4,17 @@
 
 namespace kwo::platform::windows {
 
-void WindowsMessageLoop::ProcessPending() {
+bool WindowsMessageLoop::ProcessPending() {
     MSG message;
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
-            return;
+            return false;
         }
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
+    return true;
 }
 
 void WindowsMessageLoop::WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) {

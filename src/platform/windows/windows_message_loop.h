@@ -9,7 +9,7 @@ class WindowsMessageLoop final : public MessageLoop {
 public:
     explicit WindowsMessageLoop(LastError& lastError) : mLastError(lastError) {}
 
-    void ProcessPending() override;
+    bool ProcessPending() override;
     void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
     void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
 

@@ -11,6 +11,7 @@
 #include "platform/windows/windows_event_log.h"
 #include "platform/windows/windows_file_system.h"
 #include "platform/windows/windows_host_application.h"
+#include "platform/windows/windows_keyboard.h"
 #include "platform/windows/windows_locale_source.h"
 #include "platform/windows/windows_log_files.h"
 #include "platform/windows/windows_message_loop.h"
@@ -44,6 +45,7 @@ struct WindowsPlatform::Parts {
     WindowsEventLog eventLog{lastError};
     WindowsFileSystem files{lastError};
     WindowsHostApplication host;
+    WindowsKeyboard keyboard{lastError};
     WindowsLocaleSource locale{lastError};
     WindowsLogFiles logFiles{lastError};
     WindowsMessageLoop messages{lastError};
@@ -74,6 +76,7 @@ Platform WindowsPlatform::Services() {
             .eventLog = mParts->eventLog,
             .files = mParts->files,
             .host = mParts->host,
+            .keyboard = mParts->keyboard,
             .locale = mParts->locale,
             .logFiles = mParts->logFiles,
             .messages = mParts->messages,

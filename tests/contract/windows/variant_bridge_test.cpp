@@ -319,6 +319,7 @@ TEST(VariantBridgeTest, ObjectsAndValuesThatAreNotTheSystemsDoNotGoOut) {
         void Set(TextView, const HostObjectRef&) override {}
         Variant Call(TextView, std::span<Variant>) override { return Empty(); }
         Variant CallNamed(TextView, std::span<const TextView>, std::span<Variant>) override { return Empty(); }
+        bool Knows(TextView) override { return false; }
         bool IsSameAs(const HostObject&) const override { return false; }
         Text TypeName() const override { return {}; }
     };

@@ -1,0 +1,229 @@
+#include "controls/kwo_splitter_v.h"
+
+#include <algorithm>
+
+#include "platform/component_error.h"
+#include "platform/drawing.h"
+
+namespace kwo::controls {
+
+namespace {
+
+using platform::ComponentError;
+using platform::Point;
+
+constexpr std::int16_t kPixels = 3;
+constexpr std::int16_t kMinimised = 1;
+
+platform::HostObject& Required(const HostObjectRef& object) {
+    if (object == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
+    return *object;
+}
+
+/// One statement with errors suppressed.
+template <class Statement>
+void Try(Statement&& statement) {
+    try {
+        statement();
+    } catch (const ComponentError&) {
+    }
+}
+
+bool IsContainer(const HostObjectRef& object) {
+    constexpr TextView kMembers[] = {u"hWnd", u"ScaleMode", u"ScaleX", u"ScaleY", u"ScaleWidth", u"ScaleHeight"};
+    return object != nullptr && std::ranges::all_of(kMembers, [&](TextView member) { return object->Knows(member); });
+}
+
+}  // namespace
+
+/// The inverted line on the screen, drawn and erased by the same call. The screen's context lives as long as this.
+class KWOSplitterV::TrackingLine {
+public:
+    explicit TrackingLine(const KWOSplitterV& splitter)
+        : mOwner(splitter), mScreen(splitter.mComponent.platform.screenDrawing) {
+        constexpr std::int32_t kInsideFrame = 6;
+        constexpr std::int32_t kWidth = 4;
+        constexpr Colour kColour = 0x80000003;
+        constexpr std::int32_t kInvert = 6;
+        constexpr std::int32_t kNullBrush = 5;
+        mContext = mScreen.CreateDisplayContext();
+        mPen = mScreen.CreatePen(kInsideFrame, kWidth, kColour);
+        mSavedMode = mScreen.SetRasterOperation(mContext, kInvert);
+        mSavedPen = mScreen.SelectObject(mContext, mPen);
+        mSavedBrush = mScreen.SelectObject(mContext, mScreen.StockObject(kNullBrush));
+    }
+    TrackingLine(const TrackingLine&) = delete;
+    TrackingLine& operator=(const TrackingLine&) = delete;
+    ~TrackingLine() {
+        mScreen.SetRasterOperation(mContext, mSavedMode);
+        mScreen.SelectObject(mContext, mSavedBrush);
+        mScreen.SelectObject(mContext, mSavedPen);
+        mScreen.DeleteObject(mPen);
+        mScreen.DeleteContext(mContext);
+    }
+
+    void Draw(float position) const {
+        const float top = mOwner.Single(mOwner.mSplitter, u"Top");
+        const float height = mOwner.Single(mOwner.mSplitter, u"Height");
+        Point start = mOwner.mTwips.Pixels(position, top);
+        Point end = mOwner.mTwips.Pixels(position, height + top);
+        const Handle window = mOwner.mComponent.platform.conversions.ToInt32(Required(mOwner.mContainer).Get(u"hWnd"));
+        mScreen.ClientToScreen(window, start);
+        mScreen.ClientToScreen(window, end);
+        mScreen.MoveTo(mContext, start);
+        mScreen.LineTo(mContext, end);
+    }
+
+private:
+    const KWOSplitterV& mOwner;
+    platform::ScreenDrawing& mScreen;
+    Handle mContext;
+    Handle mPen;
+    std::int32_t mSavedMode;
+    Handle mSavedPen;
+    Handle mSavedBrush;
+};
+
+KWOSplitterV::KWOSplitterV(frame::Component& component)
+    : mComponent(component), mTwips(TwipsPerPixel::Of(component.platform.screen)) {
+    mComponent.SetProgramName();
+}
+
+bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
+                          const Options& options) {
+    constexpr std::int16_t kStopIcon = 16;
+    try {
+        if (!IsContainer(ObjectProperty(Required(left), u"Container")) ||
+            !IsContainer(ObjectProperty(Required(right), u"Container"))) {
+            return false;
+        }
+        Open(left, right, splitter, options);
+    } catch (ComponentError& error) {
+        mCreated = false;
+        if (error.source.empty()) error.source = u"KWOSplitterV.Create";
+        mComponent.error.KWO_AppError(error, {}, kStopIcon, false, true);
+        return false;
+    }
+    mCreated = true;
+    Resize();
+    return true;
+}
+
+void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
+                        const Options& options) {
+    platform::Conversions& conversions = mComponent.platform.conversions;
+    mLeftPane = left;
+    mRightPane = right;
+    mSplitter = splitter;
+    mForm = ObjectProperty(*left, u"Parent");
+    mContainer = ObjectProperty(Required(splitter), u"Container");
+    const std::int32_t window = conversions.ToInt32(Required(mContainer).Get(u"hWnd"));
+    for (const HostObjectRef& pane : {left, right}) {
+        const HostObjectRef container = ObjectProperty(*pane, u"Container");
+        if (conversions.ToInt32(Required(container).Get(u"hWnd")) != window) pane->Set(u"Container", mContainer);
+    }
+    mUnitsPerPixelX = UnitsPerPixel(u"ScaleX");
+    mUnitsPerPixelY = UnitsPerPixel(u"ScaleY");
+
+    const auto replace = [&](float& value, const Variant& option) {
+        if (!platform::IsMissing(option)) value = conversions.ToSingle(option);
+    };
+    replace(mSplitterSizeInPixels, options.splitterSizeInPixels);
+    replace(LeftMargin, options.marginLeft);
+    replace(TopMargin, options.marginTop);
+    replace(RightMargin, options.marginRight);
+    replace(BottomMargin, options.marginBottom);
+
+    const float width = mUnitsPerPixelX * mSplitterSizeInPixels;
+    const float limit = Single(mContainer, u"ScaleWidth") - RightMargin - width;
+    float position = Single(mSplitter, u"Left");
+    if (position > limit) {
+        position = limit;
+    } else if (position < LeftMargin) {
+        position = LeftMargin;
+    }
+    Move(mSplitter, position, TopMargin, width, Single(mContainer, u"ScaleHeight") - TopMargin - BottomMargin);
+}
+
+void KWOSplitterV::Resize() {
+    if (!mCreated) return;
+    bool isMinimised = false;
+    Try([&] {
+        isMinimised = mComponent.platform.conversions.ToInt16(Required(mForm).Get(u"WindowState")) == kMinimised;
+    });
+    if (isMinimised) return;
+    Try([&] {
+        const float limit = Single(mContainer, u"ScaleWidth") - RightMargin - mSplitterSizeInPixels * mUnitsPerPixelX;
+        if (Single(mSplitter, u"Left") >= limit) mSplitter->Let(u"Left", limit);
+    });
+    Try([&] {
+        Move(mLeftPane, LeftMargin, TopMargin, Single(mSplitter, u"Left") - LeftMargin,
+             Single(mContainer, u"ScaleHeight") - TopMargin - BottomMargin);
+    });
+    Try([&] {
+        const float edge = Single(mSplitter, u"Left") + Single(mSplitter, u"Width");
+        Move(mRightPane, edge, TopMargin, Single(mContainer, u"ScaleWidth") - edge - LeftMargin - RightMargin,
+             Single(mLeftPane, u"Height"));
+    });
+}
+
+void KWOSplitterV::MouseDown(std::int16_t button, float x) {
+    constexpr std::int16_t kLeftButton = 1;
+    if (!mCreated) return;
+    mDownX = x;
+    if (button != kLeftButton) return;
+    mDragging = true;
+    const float position = Single(mSplitter, u"Left");
+    TrackingLine(*this).Draw(position);
+    mLastLinePos = position;
+}
+
+void KWOSplitterV::MouseMove(float x) {
+    if (!mCreated || !mDragging) return;
+    // Intended: the line runs at the pointer; where the bar was grabbed counts at its release alone.
+    const float position = Clamped(Single(mSplitter, u"Left") + x);
+    if (position == mLastLinePos) return;
+    const TrackingLine line(*this);
+    line.Draw(mLastLinePos);
+    line.Draw(position);
+    mLastLinePos = position;
+}
+
+void KWOSplitterV::MouseUp(float x) {
+    if (!mCreated || !mDragging) return;
+    {
+        const TrackingLine line(*this);
+        line.Draw(mLastLinePos);
+        mDragging = false;
+    }
+    const float position = Clamped(Single(mSplitter, u"Left") + x - mDownX);
+    // Intended: the width by the screen's factor, unlike at the beginning, and the height from the container's width.
+    Move(mSplitter, position, TopMargin, static_cast<float>(mTwips.x) * mSplitterSizeInPixels,
+         Single(mContainer, u"ScaleWidth") - TopMargin - BottomMargin);
+    Resize();
+}
+
+float KWOSplitterV::Clamped(float position) const {
+    if (position < LeftMargin) return LeftMargin;
+    // Intended: the left margin is taken off at the right as well.
+    const float most = Single(mContainer, u"ScaleWidth") - LeftMargin - RightMargin - Single(mSplitter, u"Width");
+    return position > most ? most : position;
+}
+
+float KWOSplitterV::Single(const HostObjectRef& object, TextView property) const {
+    return mComponent.platform.conversions.ToSingle(Required(object).Get(property));
+}
+
+void KWOSplitterV::Move(const HostObjectRef& object, float left, float top, float width, float height) const {
+    Variant place[] = {left, top, width, height};
+    Required(object).Call(u"Move", place);
+}
+
+float KWOSplitterV::UnitsPerPixel(TextView conversion) const {
+    platform::Conversions& conversions = mComponent.platform.conversions;
+    const std::int16_t mode = conversions.ToInt16(Required(mContainer).Get(u"ScaleMode"));
+    Variant arguments[] = {1.0f, kPixels, mode};
+    return conversions.ToSingle(Required(mContainer).Call(conversion, arguments));
+}
+
+}  // namespace kwo::controls

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+
+#include "platform/component_error.h"
+#include "platform/values.h"
+
+namespace kwo::controls {
+
+using platform::Date;
+
+/// The date without its time of day: what comes before day 0 counts its time away from it.
+inline Date WholeDays(Date date) {
+    return {std::trunc(date.days)};
+}
+
+/// A calendar day.
+struct CalendarDay {
+    std::int16_t year = 0;
+    std::int16_t month = 0;
+    std::int16_t day = 0;
+};
+
+/// Automation dates count from 1899-12-30.
+inline constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};
+inline constexpr double kFirstDate = -657434;  ///< 100-01-01
+inline constexpr double kLastDate = 2958465;   ///< 9999-12-31
+
+/// Raises InvalidProcedureCall for what the calendar of automation does not have.
+inline Date InCalendar(Date date) {
+    if (!(date.days > kFirstDate - 1 && date.days < kLastDate + 1)) {
+        platform::RaiseRuntime(platform::RuntimeError::InvalidProcedureCall);
+    }
+    return date;
+}
+
+inline CalendarDay DayOf(Date date) {
+    const auto days = static_cast<std::int32_t>(InCalendar(WholeDays(date)).days);
+    const std::chrono::year_month_day calendar{kDayZero + std::chrono::days{days}};
+    return {static_cast<std::int16_t>(static_cast<int>(calendar.year())),
+            static_cast<std::int16_t>(static_cast<unsigned>(calendar.month())),
+            static_cast<std::int16_t>(static_cast<unsigned>(calendar.day()))};
+}
+
+/// Days and months beyond their ends run on into the next. May lie outside of the calendar.
+inline Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {
+    const std::int32_t months = year * 12 + month - 1;
+    const std::int32_t wholeYears = months >= 0 ? months / 12 : (months - 11) / 12;
+    constexpr std::int32_t kFarthestYear = 30'000;
+    if (wholeYears > kFarthestYear || wholeYears < -kFarthestYear) {
+        platform::RaiseRuntime(platform::RuntimeError::InvalidProcedureCall);
+    }
+    const auto first =
+        std::chrono::sys_days{std::chrono::year{wholeYears} / static_cast<int>(months - wholeYears * 12 + 1) / 1};
+    return {static_cast<double>((first - kDayZero).count() + day - 1)};
+}
+
+inline Date FirstOfMonth(Date date) {
+    const CalendarDay day = DayOf(date);
+    return DateOf(day.year, day.month, 1);
+}
+
+inline Date LastOfMonth(Date date) {
+    const CalendarDay day = DayOf(date);
+    return DateOf(day.year, day.month + 1, 0);
+}
+
+/// The same day of another month, or the last one of a month that is too short.
+inline Date MovedByMonths(Date date, std::int32_t months) {
+    const CalendarDay day = DayOf(date);
+    const Date first = InCalendar(DateOf(day.year, day.month + months, 1));
+    const Date same = DateOf(day.year, day.month + months, day.day);
+    const Date last = LastOfMonth(first);
+    return same < last ? same : last;
+}
+
+/// 0 is Monday.
+inline std::int32_t WeekdayOf(Date date) {
+    const auto days = static_cast<std::int32_t>(WholeDays(date).days);
+    return static_cast<std::int32_t>(std::chrono::weekday{kDayZero + std::chrono::days{days}}.iso_encoding()) - 1;
+}
+
+}  // namespace kwo::controls

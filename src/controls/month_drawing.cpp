@@ -1,0 +1,105 @@
+#include "controls/month_drawing.h"
+
+#include "controls/month_grid.h"
+#include "frame/text_routines.h"
+
+namespace kwo::controls {
+
+namespace {
+
+using platform::Drawing;
+
+/// Centred both ways on a single line, with an ellipsis where it is too long.
+constexpr std::uint32_t kTextFormat = 0x8025;
+
+Rect Shrunk(const Rect& area, std::int32_t by) {
+    return {area.left + by, area.top + by, area.right - by, area.bottom - by};
+}
+
+}  // namespace
+
+void MonthDrawing::SpinButton(const MonthLayout& layout, std::size_t which, bool pressed) const {
+    const std::uint32_t arrow = which == 0 ? Drawing::kScrollLeft : Drawing::kScrollRight;
+    mPlatform.drawing.DrawFrameControl(mBox.Context(), layout.spinButtons[which], Drawing::kScrollFrame,
+                                       arrow + (pressed ? Drawing::kPushed : 0));
+}
+
+void MonthDrawing::Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthContent& content,
+                            bool plain) const {
+    const Text caption = CaptionText(content.focusDate);
+    Edge(layout.caption, style.captionBevel.edge, style.captionBevel.flags);
+    Write(caption, layout.caption, style.captionColour, style.captionBold);
+    Header(layout, style);
+
+    const MonthGrid grid(content.focusDate, FirstDayOfWeek());
+    for (std::size_t row = 0; row < MonthLayout::kRows; ++row) {
+        for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
+            const Rect& cell = layout.DayCell(column, row);
+            Edge(cell, style.dayBevel.edge, style.dayBevel.flags);
+            if (const std::int16_t day = grid.DayAt(column, row)) Day(cell, day, style, content, plain);
+        }
+    }
+    mBox.Refresh();
+}
+
+void MonthDrawing::Caption(const MonthLayout& layout, Date focusDate) const {
+    mBox.FillBox(mTwips.Twips(layout.caption), MonthStyle::kButtonFace);
+    Write(CaptionText(focusDate), layout.caption);
+}
+
+void MonthDrawing::Header(const MonthLayout& layout, const MonthStyle& style) const {
+    mBox.SetForeColour(style.headerColour);
+    mBox.SetFontBold(style.headerBold);
+    const std::int32_t first = FirstDayOfWeek();
+    for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
+        Edge(layout.headerCells[column], style.headerBevel.edge, style.headerBevel.flags);
+        const std::size_t day = (column + static_cast<std::size_t>(first)) % MonthLayout::kColumns;
+        Write(mLocale.Record().LocaleDayAbbrev[day].substr(0, 1), layout.headerCells[column]);
+    }
+}
+
+void MonthDrawing::Day(const Rect& cell, std::int16_t day, const MonthStyle& style, const MonthContent& content,
+                       bool plain) const {
+    const bool isSelected = !plain && content.isSelected(day);
+    if (isSelected) SelectedGround(cell, style);
+    Write(frame::Decimal(day), cell, isSelected ? style.selectedColour : style.dayColour,
+          isSelected ? style.selectedBold : style.dayBold);
+    constexpr std::int32_t kInset = 2;
+    if (day == content.focusDay) mPlatform.drawing.DrawFocusRect(mBox.Context(), Shrunk(cell, kInset));
+}
+
+void MonthDrawing::SelectedGround(const Rect& cell, const MonthStyle& style) const {
+    if (style.selectedColour != MonthStyle::kHighlightText) {
+        Edge(cell, Bevel::kSunken, style.dayBevel.selectedFlags);
+        return;
+    }
+    // Intended: nearer to the cell's top left than to its bottom right.
+    const Rect box = {cell.left + 2, cell.top + 2, cell.right - 4, cell.bottom - 4};
+    mBox.FillBox(mTwips.Twips(box), MonthStyle::kHighlight);
+}
+
+std::int32_t MonthDrawing::FirstDayOfWeek() const {
+    mLocale.KWOLocaleInit();
+    const std::int32_t first = mLocale.Record().LocaleFirstDayOfWeek;
+    return first >= 0 && first < static_cast<std::int32_t>(MonthLayout::kColumns) ? first : 0;
+}
+
+Text MonthDrawing::CaptionText(Date focusDate) const {
+    return mPlatform.conversions.FormatDate(focusDate, u"Mmmm, yyyy");
+}
+
+void MonthDrawing::Edge(const Rect& area, std::uint32_t edge, std::uint32_t flags) const {
+    mPlatform.drawing.DrawEdge(mBox.Context(), area, edge, flags);
+}
+
+void MonthDrawing::Write(TextView text, const Rect& area) const {
+    mPlatform.drawing.DrawText(mBox.Context(), text, area, kTextFormat);
+}
+
+void MonthDrawing::Write(TextView text, const Rect& area, Colour colour, bool bold) const {
+    mBox.SetForeColour(colour);
+    mBox.SetFontBold(bold);
+    Write(text, area);
+}
+
+}  // namespace kwo::controls

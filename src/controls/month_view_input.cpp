@@ -1,0 +1,169 @@
+#include "controls/kwo_month_view.h"
+#include "controls/month_grid.h"
+#include "platform/clock.h"
+#include "platform/component_error.h"
+#include "platform/message_loop.h"
+
+namespace kwo::controls {
+
+namespace {
+
+constexpr std::int16_t kLeftButton = 1;
+constexpr Date kNone{};
+
+}  // namespace
+
+void KWOMonthView::MouseDown(std::int16_t button, float x, float y) {
+    if (!mCreated) return;
+    mLastX = x;
+    mLastY = y;
+    mLastButton = button;
+    if (button != kLeftButton) return;
+    const platform::Point point = mTwips.Pixels(x, y);
+    for (std::size_t which = 0; which < mSpin.size(); ++which) {
+        if (mLayout.spinButtons[which].Contains(point)) return Spin(which);
+    }
+    if (CanSelect && ClickDays(point)) Draw();
+}
+
+/// A step at once and one after each interval, while the button is held and the pointer is on it. The release arrives
+/// while messages are processed here.
+void KWOMonthView::Spin(std::size_t which) {
+    SpinState& button = mSpin[which];
+    DrawSpinButton(which, true);
+    button.active = true;
+    button.pressed = true;
+    const std::int32_t step = which == 0 ? -1 : 1;
+    std::int32_t due = Ticks();
+    while (button.active) {
+        if (Ticks() >= due) {
+            if (button.pressed) ChangeMonth(step);
+            due = Checked(std::int64_t{Ticks()} + mSpinInterval);
+        }
+        // A program that ends gets no release any more.
+        if (!mComponent.platform.messages.ProcessPending()) button = {};
+    }
+}
+
+/// False when the form has refused the change.
+bool KWOMonthView::ClickDays(platform::Point point) {
+    const MonthGrid grid(mFocusDate, mDrawing.FirstDayOfWeek());
+    if (!mLayout.dayArea.Contains(point)) return true;
+    for (std::size_t row = 0; row < MonthLayout::kRows; ++row) {
+        for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
+            const std::int16_t day = grid.DayAt(column, row);
+            if (day == 0 || !mLayout.DayCell(column, row).Contains(point)) continue;
+            if (!ClickDay(day)) return false;
+        }
+    }
+    return true;
+}
+
+bool KWOMonthView::ClickDay(std::int16_t day) {
+    const Date clicked = VisibleDate(day);
+    const bool refused = FormRefusesDate(clicked);
+    mFocusDay = day;
+    if (refused) return false;
+    if (MultiSelect) {
+        if (!mSelected.Remove(clicked)) mSelected.Add(clicked);
+    } else {
+        mSelected.Remove(mFocusDate);
+        mSelected.Add(clicked);
+    }
+    mFocusDate = clicked;
+    return true;
+}
+
+void KWOMonthView::MouseMove(float x, float y) {
+    if (!mCreated) return;
+    for (std::size_t which = 0; which < mSpin.size(); ++which) {
+        if (!mSpin[which].active) continue;
+        const bool isInside = mLayout.spinButtons[which].Contains(mTwips.Pixels(x, y));
+        if (isInside != mSpin[which].pressed) {
+            DrawSpinButton(which, isInside);
+            mBox.Refresh();
+            mSpin[which].pressed = isInside;
+        }
+        break;
+    }
+    if (mDblClickPending) {
+        MouseUp();
+        mDblClickPending = false;
+    }
+}
+
+void KWOMonthView::MouseUp() {
+    if (!mCreated) return;
+    for (std::size_t which = 0; which < mSpin.size(); ++which) {
+        if (!mSpin[which].active) continue;
+        // Whatever the host makes of the drawing, the button is released.
+        mSpin[which] = {};
+        DrawSpinButton(which, false);
+        Draw();
+    }
+    mBox.Refresh();
+}
+
+void KWOMonthView::DblClick() {
+    if (!mCreated) return;
+    MouseDown(mLastButton, mLastX, mLastY);
+    mDblClickPending = true;
+}
+
+void KWOMonthView::Resize() {
+    if (!mCreated) return;
+    mBox.Clear();
+    ComputeLayout();
+    Draw();
+}
+
+void KWOMonthView::KeyDown(std::int16_t& keyCode) {
+    if (mFocusDate == kNone) return;
+    switch (keyCode) {
+        case 38:
+            return MoveFocus(-7);
+        case 40:
+            return MoveFocus(7);
+        case 37:
+            return MoveFocus(-1);
+        case 39:
+            return MoveFocus(1);
+        case 33:
+            return ChangeMonth(-1);
+        case 34:
+            return ChangeMonth(1);
+        case 13:
+        case 32:
+            if (ToggleFocusDay()) keyCode = 0;
+            return;
+        default:
+            return;
+    }
+}
+
+void KWOMonthView::MoveFocus(std::int32_t days) {
+    const Date target = InCalendar({mFocusDate.days + days});
+    if (DayOf(target).month != DayOf(mFocusDate).month) return ChangeMonth(0, target);
+    if (target == kNone) return;
+    mFocusDate = target;
+    mFocusDay = DayOf(target).day;
+    Draw();
+}
+
+/// False when the user cannot select.
+bool KWOMonthView::ToggleFocusDay() {
+    if (!CanSelect) return false;
+    if (FormRefusesDate(mFocusDate)) return true;
+    if (!mSelected.Remove(mFocusDate)) {
+        if (!MultiSelect) mSelected.Clear();
+        mSelected.Add(mFocusDate);
+    }
+    Draw();
+    return true;
+}
+
+std::int32_t KWOMonthView::Ticks() const {
+    return static_cast<std::int32_t>(mComponent.platform.clock.TickCount());
+}
+
+}  // namespace kwo::controls

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/keyboard.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// Keys that are sent stand in the log.
+class SimulatedKeyboard final : public Keyboard {
+public:
+    explicit SimulatedKeyboard(World& world) : mWorld(world) {}
+
+    void SendTab(bool backwards) override { mWorld.log.Add(backwards ? "Keys +{TAB}" : "Keys {TAB}"); }
+
+private:
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated
