@@ -4,6 +4,7 @@
 #include <oleauto.h>
 
 #include "com/server/com_ptr.h"
+#include "com/server/error_report.h"
 #include "platform/component_error.h"
 #include "platform/variant.h"
 #include "platform/windows/call_failure.h"
@@ -21,6 +22,12 @@ Interface* NewReference(const platform::HostObjectRef& object) {
     const HRESULT code = known->Dispatch()->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&found));
     if (FAILED(code)) platform::windows::RaiseFailure(code);
     return found;
+}
+
+/// Raises E_POINTER when one of the arguments of an early-bound call is null, also one that the member has no use for.
+template <class... Types>
+void RequireAll(Types*... arguments) {
+    (static_cast<void>(Required(arguments)), ...);
 }
 
 /// An optional argument: what is not there, also as a null pointer, is Missing.

@@ -149,14 +149,23 @@ public:
             answer = done ? VARIANT_TRUE : VARIANT_FALSE;
         });
     }
-    STDMETHODIMP MouseDown(short* button, VARIANT*, float* x, float* y) override {
-        return Run(u".MouseDown", [&] { mView.MouseDown(Required(button), Required(x), Required(y)); });
+    STDMETHODIMP MouseDown(short* button, VARIANT* shift, float* x, float* y) override {
+        return Run(u".MouseDown", [&] {
+            RequireAll(button, shift, x, y);
+            mView.MouseDown(Required(button), Required(x), Required(y));
+        });
     }
-    STDMETHODIMP MouseMove(short*, VARIANT*, float* x, float* y) override {
-        return Run(u".MouseMove", [&] { mView.MouseMove(Required(x), Required(y)); });
+    STDMETHODIMP MouseMove(short* button, VARIANT* shift, float* x, float* y) override {
+        return Run(u".MouseMove", [&] {
+            RequireAll(button, shift, x, y);
+            mView.MouseMove(Required(x), Required(y));
+        });
     }
-    STDMETHODIMP MouseUp(short*, VARIANT*, float*, float*) override {
-        return Run(u".MouseUp", [&] { mView.MouseUp(); });
+    STDMETHODIMP MouseUp(short* button, VARIANT* shift, float* x, float* y) override {
+        return Run(u".MouseUp", [&] {
+            RequireAll(button, shift, x, y);
+            mView.MouseUp();
+        });
     }
     STDMETHODIMP DblClick() override {
         return Run(u".DblClick", [&] { mView.DblClick(); });
@@ -216,8 +225,11 @@ public:
     STDMETHODIMP put_DayBevel(short* bevel) override {
         return Run(u".DayBevel (Let)", [&] { mView.SetDayBevel(Required(bevel)); });
     }
-    STDMETHODIMP KeyDown(short* keyCode, short*) override {
-        return Run(u".KeyDown", [&] { mView.KeyDown(Required(keyCode)); });
+    STDMETHODIMP KeyDown(short* keyCode, short* shift) override {
+        return Run(u".KeyDown", [&] {
+            RequireAll(keyCode, shift);
+            mView.KeyDown(Required(keyCode));
+        });
     }
 
 private:

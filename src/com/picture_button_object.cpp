@@ -86,17 +86,29 @@ public:
             if (mButton.Form_KeyDown(Required(keyCode), Required(shift))) answer = VARIANT_TRUE;
         });
     }
-    STDMETHODIMP KeyDown(short* keyCode, short*) override {
-        return Run(u".KeyDown", [&] { mButton.KeyDown(Required(keyCode)); });
+    STDMETHODIMP KeyDown(short* keyCode, short* shift) override {
+        return Run(u".KeyDown", [&] {
+            RequireAll(keyCode, shift);
+            mButton.KeyDown(Required(keyCode));
+        });
     }
-    STDMETHODIMP MouseDown(short* button, short*, float* x, float* y) override {
-        return Run(u".MouseDown", [&] { mButton.MouseDown(Required(button), Required(x), Required(y)); });
+    STDMETHODIMP MouseDown(short* button, short* shift, float* x, float* y) override {
+        return Run(u".MouseDown", [&] {
+            RequireAll(button, shift, x, y);
+            mButton.MouseDown(Required(button), Required(x), Required(y));
+        });
     }
-    STDMETHODIMP MouseMove(short*, short*, float* x, float* y) override {
-        return Run(u".MouseMove", [&] { mButton.MouseMove(Required(x), Required(y)); });
+    STDMETHODIMP MouseMove(short* button, short* shift, float* x, float* y) override {
+        return Run(u".MouseMove", [&] {
+            RequireAll(button, shift, x, y);
+            mButton.MouseMove(Required(x), Required(y));
+        });
     }
-    STDMETHODIMP MouseUp(short*, short*, float* x, float* y) override {
-        return Run(u".MouseUp", [&] { mButton.MouseUp(Required(x), Required(y)); });
+    STDMETHODIMP MouseUp(short* button, short* shift, float* x, float* y) override {
+        return Run(u".MouseUp", [&] {
+            RequireAll(button, shift, x, y);
+            mButton.MouseUp(Required(x), Required(y));
+        });
     }
     STDMETHODIMP Resize() override {
         return Run(u".Resize", [&] { mButton.Resize(); });

@@ -68,14 +68,23 @@ public:
     STDMETHODIMP Resize() override {
         return Run(u".Resize", [&] { mSplitter.Resize(); });
     }
-    STDMETHODIMP MouseDown(short* button, short*, float* x, float*) override {
-        return Run(u".MouseDown", [&] { mSplitter.MouseDown(Required(button), Required(x)); });
+    STDMETHODIMP MouseDown(short* button, short* shift, float* x, float* y) override {
+        return Run(u".MouseDown", [&] {
+            RequireAll(button, shift, x, y);
+            mSplitter.MouseDown(Required(button), Required(x));
+        });
     }
-    STDMETHODIMP MouseMove(short*, short*, float* x, float*) override {
-        return Run(u".MouseMove", [&] { mSplitter.MouseMove(Required(x)); });
+    STDMETHODIMP MouseMove(short* button, short* shift, float* x, float* y) override {
+        return Run(u".MouseMove", [&] {
+            RequireAll(button, shift, x, y);
+            mSplitter.MouseMove(Required(x));
+        });
     }
-    STDMETHODIMP MouseUp(short*, short*, float* x, float*) override {
-        return Run(u".MouseUp", [&] { mSplitter.MouseUp(Required(x)); });
+    STDMETHODIMP MouseUp(short* button, short* shift, float* x, float* y) override {
+        return Run(u".MouseUp", [&] {
+            RequireAll(button, shift, x, y);
+            mSplitter.MouseUp(Required(x));
+        });
     }
 
 private:

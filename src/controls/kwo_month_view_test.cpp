@@ -1,0 +1,781 @@
+#include "controls/kwo_month_view.h"
+
+#include <cmath>
+
+#include "controls/month_view_fixture.h"
+
+namespace kwo::controls {
+namespace {
+
+class MonthView : public MonthViewTest {
+protected:
+    std::size_t Drawings() const { return desktop.log.Starting("DrawFocusRect").size(); }
+    std::pair<int, int> Visible() const { return {view->VisibleMonth(), view->VisibleYear()}; }
+};
+
+using IntPair = std::pair<int, int>;
+
+TEST_F(MonthView, CreationSetsTheProgramNameAndNothingElse) {
+    EXPECT_EQ(component.ProgramName(), u"KWOUtil");
+    EXPECT_FALSE(view->CanSelect);
+    EXPECT_EQ(view->style.dayColour, 0u);
+    EXPECT_EQ(view->SelDay(), Date{});
+}
+
+TEST_F(MonthView, CreateShowsTheMonthOfTheFocus) {
+    EXPECT_TRUE(Create({On(2026, 11, 21).days + 0.75}));
+    EXPECT_EQ(focusGiven, On(2026, 11, 21));
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+    EXPECT_EQ(view->style.captionColour, 0x80000012u);
+    EXPECT_EQ(view->style.headerColour, 0x80000011u);
+    EXPECT_EQ(view->style.dayColour, 0x80000008u);
+    EXPECT_EQ(view->style.selectedColour, 0x8000000Eu);
+    EXPECT_EQ(view->CaptionBevel(), 0);
+    EXPECT_EQ(view->DayHdrBevel(), 3);
+    EXPECT_EQ(view->DayBevel(), 3);
+    EXPECT_FALSE(view->CanSelect);
+    EXPECT_FALSE(view->MultiSelect);
+    EXPECT_EQ(box->Property(u"AutoRedraw"), Variant(true));
+    EXPECT_EQ(box->Property(u"FillStyle"), Variant(std::int16_t{0}));
+}
+
+TEST_F(MonthView, TheDayColourIsWhatTheBoxMadeOfIt) {
+    // A box that keeps its own colour.
+    box->SetMethod(u"x", {});
+    EXPECT_TRUE(Create(On(2026, 11, 21)));
+    EXPECT_EQ(view->style.dayColour, 0x80000008u);
+}
+
+TEST_F(MonthView, AFocusOfZeroIsToday) {
+    desktop.clock.SetNow({On(2027, 3, 5).days + 0.9});
+    EXPECT_TRUE(Create({0}));
+    EXPECT_EQ(focusGiven, On(2027, 3, 5));
+    EXPECT_EQ(Visible(), IntPair(3, 2027));
+    EXPECT_TRUE(Create({0.9}));
+    EXPECT_EQ(focusGiven, On(2027, 3, 5));
+}
+
+TEST_F(MonthView, WhatIsNoPictureBoxIsRefused) {
+    Date focus = On(2026, 11, 21);
+    EXPECT_FALSE(view->Create(nullptr, focus, {}));
+    EXPECT_FALSE(view->Create(desktop.MakeObject(u"Label"), focus, {}));
+    EXPECT_EQ(TakeLog(), Lines{});
+    EXPECT_TRUE(Create(focus));
+    EXPECT_FALSE(view->Create(nullptr, focus, {}));
+    desktop.log.Clear();
+    view->Resize();
+    EXPECT_NE(TakeLog(), Lines{}) << "what was created stays";
+}
+
+TEST_F(MonthView, OptionsSayWhatTheUserMay) {
+    const auto rights = [&](KWOMonthView::CreateOptions options) {
+        EXPECT_TRUE(Create(On(2026, 11, 21), options));
+        return std::pair(view->CanSelect, view->MultiSelect);
+    };
+    EXPECT_EQ(rights({}), std::pair(false, false));
+    EXPECT_EQ(rights({.canChange = true}), std::pair(true, false));
+    EXPECT_EQ(rights({.canMultiSelect = true}), std::pair(true, true));
+    EXPECT_EQ(rights({.canMultiSelect = true, .canChange = false}), std::pair(true, true));
+    EXPECT_EQ(rights({.canMultiSelect = std::int16_t{7}}), std::pair(true, true));
+    EXPECT_EQ(rights({.canMultiSelect = Text(u"True")}), std::pair(true, true));
+}
+
+TEST_F(MonthView, ASelectedDateIsSelectedFromTheStart) {
+    const auto first = [&](Variant selDate) {
+        EXPECT_TRUE(Create(On(2026, 11, 21), {.selDate = std::move(selDate)}));
+        return view->SelDay();
+    };
+    EXPECT_EQ(first(On(2026, 11, 5)), On(2026, 11, 5));
+    EXPECT_EQ(first(Text(u"11/6/2026")), On(2026, 11, 6));
+    EXPECT_EQ(first(Date{0}), Date{});
+    EXPECT_EQ(first(45'000.0), Date{}) << "a number is no date";
+    EXPECT_EQ(first(Text(u"someday")), Date{});
+    EXPECT_EQ(first(platform::Empty{}), Date{});
+    EXPECT_EQ(first(platform::Missing()), Date{});
+}
+
+TEST_F(MonthView, CreatingAgainStartsAfresh) {
+    Ready(On(2026, 11, 21), {.selDate = On(2026, 11, 21), .canMultiSelect = true});
+    EXPECT_TRUE(Create(On(2026, 12, 1)));
+    EXPECT_EQ(view->SelDay(), Date{});
+    EXPECT_FALSE(view->CanSelect);
+}
+
+TEST_F(MonthView, AFailingCreateIsASavedErrorAndFalse) {
+    const TextView members[] = {u"Parent",          u"AutoRedraw", u"BackColor", u"ForeColor", u"FillStyle",
+                                u"FontTransparent", u"TextHeight", u"Width",     u"Height"};
+    for (const TextView member : members) {
+        KWOMonthView fresh(component);
+        box->FailMember(member, Refusal(1234));
+        Date focus = On(2026, 11, 21);
+        EXPECT_FALSE(fresh.Create(box, focus, {})) << std::string(member.begin(), member.end());
+        box->MendMember(member);
+        desktop.log.Clear();
+        fresh.Resize();
+        EXPECT_EQ(TakeLog(), Lines{}) << "not created";
+    }
+    EXPECT_NE(component.error.Saved().description.find(u"Refused"), Text::npos);
+    // What only the drawing needs is no saved error, but no success either.
+    for (const TextView member : {u"Font", u"Refresh"}) {
+        KWOMonthView fresh(component);
+        box->FailMember(member, Refusal(1234));
+        Date focus = On(2026, 11, 21);
+        EXPECT_FALSE(fresh.Create(box, focus, {}));
+        box->MendMember(member);
+    }
+    Date focus = On(2026, 11, 21);
+    EXPECT_FALSE(view->Create(box, focus, {.canMultiSelect = Text(u"perhaps")}));
+    EXPECT_FALSE(view->Create(box, focus, {.spinInterval = Text(u"fast")}));
+    EXPECT_FALSE(view->Create(box, focus, {.spinInterval = std::int32_t{40'000}}));
+    Date beyond = {3'000'000};
+    EXPECT_FALSE(view->Create(box, beyond, {}));
+}
+
+TEST_F(MonthView, TheControlsWindowIsReadWithTheNotificationArgument) {
+    const auto control = desktop.MakeObject(u"UserControl", "control");
+    control->SetProperty(u"hWnd", std::int32_t{5});
+    control->logsReads = true;
+    Create(On(2026, 11, 21), {.control = HostObjectRef(control)});
+    EXPECT_TRUE(desktop.log.Starting("Get control").empty());
+    Create(On(2026, 11, 21), {.notifyOnChange = false, .control = HostObjectRef(control)});
+    EXPECT_EQ(desktop.log.Starting("Get control"), (Lines{"Get control.hWnd"}));
+    EXPECT_TRUE(Create(On(2026, 11, 21), {.notifyOnChange = true, .control = Text(u"no object")}));
+}
+
+TEST_F(MonthView, NothingHappensBeforeItIsCreated) {
+    view->MouseDown(1, 100, 100);
+    view->MouseMove(100, 100);
+    view->MouseUp();
+    view->DblClick();
+    view->Resize();
+    view->SelDaysAdd(On(2026, 11, 21));
+    view->SelDaysRemove(On(2026, 11, 21));
+    std::int16_t key = 40;
+    view->KeyDown(key);
+    view->SelDaysClear();
+    view->SetDayBevel(1);
+    EXPECT_EQ(view->DayBevel(), 1);
+    EXPECT_EQ(view->SelDay(), Date{});
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+using ShowMonthTest = MonthView;
+
+TEST_F(ShowMonthTest, MovesTheFocusToTheFirstDay) {
+    Ready(On(2026, 11, 21));
+    view->ShowMonth(3, 2027);
+    EXPECT_EQ(Visible(), IntPair(3, 2027));
+    EXPECT_EQ(Drawings(), 1u);
+    std::int16_t left = 37;
+    view->KeyDown(left);
+    EXPECT_EQ(Visible(), IntPair(2, 2027)) << "the day before the first";
+}
+
+TEST_F(ShowMonthTest, TheSameMonthKeepsTheFocus) {
+    Ready(On(2026, 11, 21));
+    view->ShowMonth(11, 2026);
+    EXPECT_EQ(Drawings(), 1u);
+    std::int16_t down = 40;
+    view->KeyDown(down);
+    EXPECT_EQ(Visible(), IntPair(11, 2026)) << "the 28th";
+}
+
+TEST_F(ShowMonthTest, MonthsRunOnIntoTheNextYear) {
+    Ready(On(2026, 11, 21));
+    view->ShowMonth(13, 2026);
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+    EXPECT_EQ(Raised([&] { view->ShowMonth(1, 99); }).number, 5);
+    EXPECT_EQ(Raised([&] { view->ShowMonth(32'767, 32'767); }).number, 5);
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+}
+
+TEST_F(ShowMonthTest, BeforeCreateTheStoredMonthChangesAndTheBoxIsMissing) {
+    EXPECT_EQ(Raised([&] { view->ShowMonth(3, 2027); }).number, 91);
+    EXPECT_EQ(Visible(), IntPair(3, 2027));
+}
+
+TEST_F(ShowMonthTest, TheCaptionIsPaintedFirst) {
+    Ready(On(2026, 11, 21));
+    view->ShowMonth(3, 2027);
+    const Lines lines = TakeLog();
+    // (24,5,109,23) in twips, button face
+    EXPECT_EQ(lines[0], "Call box.Line 38,360,75,1635,345,-2147483633");
+    EXPECT_EQ(lines[1], "DrawText 77 \"March, 2027\" (24,5,109,23) 0x8025");
+    EXPECT_EQ(lines[2], "DrawEdge 77 (24,5,109,23) 9 0x480f");
+}
+
+class MonthChange : public MonthView {
+protected:
+    void Ask(KWOMonthView::CreateOptions options = {.notifyOnChange = true, .canChange = true}) {
+        Ready(On(2026, 11, 21), std::move(options));
+    }
+};
+
+TEST_F(MonthChange, TheFormIsAskedWithTheNewMonth) {
+    Ask();
+    Key(34);
+    EXPECT_EQ(Notifications(), (Lines{"Call form.OnChangeMonth <PictureBox>,12,2026,False"}));
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    view->ShowMonth(6, 2025);
+    EXPECT_EQ(Notifications().back(), "Call form.OnChangeMonth <PictureBox>,6,2025,False");
+}
+
+TEST_F(MonthChange, TheFormMayRefuse) {
+    Ask();
+    onMonth = Cancel;
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+    EXPECT_EQ(Drawings(), 0u);
+}
+
+TEST_F(MonthChange, AFormWithoutTheProcedureRefusesNothing) {
+    form = desktop.MakeObject(u"Form", "form");
+    box->SetProperty(u"Parent", HostObjectRef(form));
+    Ask();
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    box->SetProperty(u"Parent", HostObjectRef());
+    Ask();
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(MonthChange, AProcedureThatFailsRefusesNothing) {
+    Ask();
+    onMonth = [](std::span<Variant> given) {
+        given.back() = true;
+        platform::Raise(1234, u"", u"broken");
+    };
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    onMonth = [](std::span<Variant> given) { given.back() = Text(u"perhaps"); };
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+}
+
+TEST_F(MonthChange, NobodyIsAskedUnlessWanted) {
+    Ask({.canChange = true});
+    onMonth = Cancel;
+    Key(34);
+    EXPECT_EQ(Notifications(), Lines{});
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(MonthChange, TheDayIsKeptOrTheLastOne) {
+    Ready(On(2026, 1, 31));
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(2, 2026));
+    Key(34);
+    Click(2026, 3, 1);
+    EXPECT_EQ(desktop.log.Starting("Call form.OnChangeDate").size(), 1u);
+}
+
+TEST_F(MonthChange, AFormMayDestroyTheBox) {
+    Ask();
+    onMonth = [&](std::span<Variant>) {
+        for (const TextView member : {u"hDC", u"Line", u"Refresh", u"ForeColor", u"Font", u"Cls"})
+            box->FailMember(member, Refusal(91));
+    };
+    EXPECT_EQ(Raised([&] { Key(34); }).number, 91);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    EXPECT_EQ(Raised([&] { view->MouseUp(); }).number, 91);
+}
+
+TEST_F(MonthChange, AFormMayChangeTheMonthWhileItIsAsked) {
+    Ask();
+    int depth = 0;
+    onMonth = [&](std::span<Variant>) {
+        if (++depth == 1) view->ShowMonth(5, 2030);
+    };
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026)) << "the outer change comes last";
+}
+
+using DateLimits = MonthView;
+
+TEST_F(DateLimits, AreWholeMonths) {
+    Ready(On(2026, 11, 21));
+    view->SetMinDate(On(2026, 10, 20));
+    view->SetMaxDate({On(2027, 1, 10).days + 0.9});
+    EXPECT_EQ(view->MinDate(), On(2026, 10, 20));
+    EXPECT_EQ(view->MaxDate(), On(2027, 1, 10));
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+    for (const int expected : {10, 10})
+        EXPECT_EQ((Key(33), view->VisibleMonth()), expected);
+    for (const int expected : {11, 12, 1, 1})
+        EXPECT_EQ((Key(34), view->VisibleMonth()), expected);
+}
+
+TEST_F(DateLimits, AMinimumAfterTheVisibleMonthMovesThere) {
+    Ready(On(2026, 11, 21));
+    view->SetMinDate(On(2027, 2, 15));
+    EXPECT_EQ(Visible(), IntPair(2, 2027));
+    EXPECT_EQ(Drawings(), 1u);
+    desktop.log.Clear();
+    view->SetMinDate(On(2027, 2, 28));
+    EXPECT_EQ(Drawings(), 0u) << "its own month is not earlier";
+    view->SetMinDate({0});
+    view->SetMinDate({-5});
+    EXPECT_EQ(view->MinDate(), Date{-5});
+    EXPECT_EQ(Visible(), IntPair(2, 2027));
+    Key(33);
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+}
+
+TEST_F(DateLimits, SelDaysAddKnowsNoLimits) {
+    Ready(On(2026, 11, 21));
+    view->SetMinDate(On(2026, 11, 1));
+    view->SelDaysAdd(On(2020, 1, 1));
+    EXPECT_TRUE(view->IsSelected(On(2020, 1, 1)));
+}
+
+TEST_F(DateLimits, ClicksKnowNoLimitsInsideTheMonth) {
+    Ready(On(2026, 11, 21));
+    view->SetMinDate(On(2026, 11, 20));
+    Click(2026, 11, 3);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 3)));
+}
+
+TEST_F(DateLimits, WhatIsNoDateIsRefused) {
+    Ready(On(2026, 11, 21));
+    for (const double days : {3e6, -1e6, std::nan(""), 1e300}) {
+        EXPECT_EQ(Raised([&] { view->SetMinDate({days}); }).number, 5);
+        EXPECT_EQ(Raised([&] { view->SetMaxDate({days}); }).number, 5);
+    }
+    EXPECT_EQ(view->MinDate(), Date{});
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+}
+
+using MaxDateIntended = MonthView;
+
+TEST_F(MaxDateIntended, ActsInTheMaximumsOwnMonth) {
+    Ready(On(2026, 11, 21));
+    view->SetMaxDate(On(2026, 11, 5));
+    EXPECT_EQ(Drawings(), 1u);
+    EXPECT_EQ(desktop.log.Starting("DrawFocusRect"), (Lines{"DrawFocusRect 77 (78,56,92,75)"})) << "the 5th";
+    desktop.log.Clear();
+    view->SetMaxDate(On(2026, 12, 5));
+    EXPECT_EQ(Drawings(), 0u);
+    view->SetMaxDate(On(2026, 10, 5));
+    EXPECT_EQ(Visible(), IntPair(10, 2026));
+}
+
+TEST_F(MaxDateIntended, ClearingItMovesTheFocusToTheZeroDate) {
+    Ready(On(2026, 11, 21));
+    view->SetMaxDate({0});
+    EXPECT_EQ(Visible(), IntPair(12, 1899));
+    EXPECT_EQ(Drawings(), 1u);
+    Ready(On(2026, 11, 21));
+    view->SetMinDate(On(2026, 1, 1));
+    desktop.log.Clear();
+    view->SetMaxDate({0});
+    EXPECT_EQ(Visible(), IntPair(12, 1899)) << "also where the minimum refuses to show it";
+    EXPECT_EQ(Drawings(), 0u);
+}
+
+using SpinIntervalIntended = MonthView;
+
+TEST_F(SpinIntervalIntended, EveryNumberIsTaken) {
+    for (const std::int16_t interval : {5000, 1, 1000, 0, -5}) {
+        EXPECT_TRUE(Create(On(2026, 11, 21), {.spinInterval = interval}));
+        desktop.clock.msPerReading = 1;
+        desktop.PostAt(interval > 1000 ? 5500 : 40, [&] { view->MouseUp(); });
+        const int before = view->VisibleMonth() + 12 * view->VisibleYear();
+        view->MouseDown(1, 115 * 15, 10 * 15);
+        const int steps = view->VisibleMonth() + 12 * view->VisibleYear() - before;
+        if (interval == 5000) EXPECT_EQ(steps, 2);
+        if (interval == 1000) EXPECT_EQ(steps, 1);
+        if (interval <= 1) EXPECT_GT(steps, 5) << interval;
+    }
+}
+
+using NotificationIntended = MonthView;
+
+TEST_F(NotificationIntended, DateChangesAreToldWhateverTheSwitchSays) {
+    Ready(On(2026, 11, 21), {.notifyOnChange = false, .canChange = true});
+    Click(2026, 11, 5);
+    Key(13);
+    EXPECT_EQ(Notifications(), (Lines{"Call form.OnChangeDate <PictureBox>,Date 46331,False",
+                                      "Call form.OnChangeDate <PictureBox>,Date 46331,False"}));
+}
+
+class DaySelection : public MonthView {};
+
+TEST_F(DaySelection, OneDayReplacesTheFocusDay) {
+    Ready(On(2026, 11, 21), {.selDate = On(2026, 11, 21), .canChange = true});
+    Click(2026, 11, 5);
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 21)));
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+    Click(2026, 11, 5);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+}
+
+TEST_F(DaySelection, ADayThatIsNotTheFocusStays) {
+    Ready(On(2026, 11, 21), {.selDate = On(2026, 11, 3), .canChange = true});
+    Click(2026, 11, 5);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 3)));
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+}
+
+TEST_F(DaySelection, ManyDaysAreToggled) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    Click(2026, 11, 5);
+    Click(2026, 11, 6);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 6)));
+    Click(2026, 11, 5);
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
+    EXPECT_EQ(view->SelDay(), On(2026, 11, 6));
+}
+
+TEST_F(DaySelection, TheFormMayRefuse) {
+    Ready(On(2026, 11, 21), {.selDate = On(2026, 11, 21), .canChange = true});
+    onDate = Cancel;
+    const auto [x, y] = PlaceOf(2026, 11, 5);
+    view->MouseDown(1, x, y);
+    EXPECT_EQ(TakeLog(), (Lines{"Call form.OnChangeDate <PictureBox>,Date 46331,False"})) << "no redraw";
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 21)));
+    // The focus day was set before the answer came.
+    view->Resize();
+    EXPECT_EQ(desktop.log.Starting("DrawFocusRect"), (Lines{"DrawFocusRect 77 (78,56,92,75)"}));
+}
+
+TEST_F(DaySelection, AnEmptyCellOnlyRedraws) {
+    Ready(On(2026, 11, 21));
+    Click(2026, 11, 31);
+    EXPECT_EQ(Notifications(), Lines{});
+    EXPECT_EQ(Drawings(), 1u);
+    desktop.log.Clear();
+    view->MouseDown(1, 60 * 15, 35 * 15);  // a day header
+    EXPECT_EQ(Notifications(), Lines{});
+    EXPECT_EQ(Drawings(), 1u);
+}
+
+TEST_F(DaySelection, WithoutTheRightNothingIsClicked) {
+    Ready(On(2026, 11, 21), {});
+    const auto [x, y] = PlaceOf(2026, 11, 5);
+    view->MouseDown(1, x, y);
+    EXPECT_EQ(TakeLog(), Lines{});
+    view->CanSelect = true;
+    view->MouseDown(1, x, y);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+}
+
+TEST_F(DaySelection, OtherButtonsClickNothing) {
+    Ready(On(2026, 11, 21));
+    const auto [x, y] = PlaceOf(2026, 11, 5);
+    for (const std::int16_t button : {0, 2, 3, 4})
+        view->MouseDown(button, x, y);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(DaySelection, EveryPixelHitsTheCellThatIsDrawnThere) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    const MonthLayout layout = MonthLayout::Of(195, 2000, 3000, {15, 15});
+    for (std::int32_t y = 50; y < 200; ++y) {
+        for (std::int32_t x = 0; x < 134; ++x) {
+            unsigned expected = 0;
+            for (unsigned column = 0; column < 7; ++column) {
+                for (unsigned row = 0; row < 6; ++row) {
+                    const Rect& cell = layout.dayCells[column * 6 + row];
+                    const unsigned day = row * 7 + column + 1;  // the 1st is a Sunday
+                    if (x >= cell.left && x < cell.right && y >= cell.top && y < cell.bottom && day <= 30)
+                        expected = day;
+                }
+            }
+            desktop.log.Clear();
+            view->MouseDown(1, static_cast<float>(x * 15), static_cast<float>(y * 15));
+            const Lines told = Notifications();
+            if (expected == 0) {
+                ASSERT_EQ(told, Lines{}) << x << ',' << y;
+            } else {
+                ASSERT_EQ(told, (Lines{"Call form.OnChangeDate <PictureBox>,Date " +
+                                       std::to_string(static_cast<int>(On(2026, 11, expected).days)) + ",False"}))
+                    << x << ',' << y;
+            }
+        }
+    }
+}
+
+TEST_F(DaySelection, AddingTwiceKeepsOneAndRedraws) {
+    Ready(On(2026, 11, 21));
+    view->SelDaysAdd(On(2026, 11, 5));
+    EXPECT_EQ(TakeLog(), Lines{});
+    view->SelDaysAdd({On(2026, 11, 5).days + 0.4});
+    EXPECT_EQ(Drawings(), 1u);
+    view->SelDaysRemove(On(2026, 11, 5));
+    EXPECT_EQ(view->SelDay(), Date{});
+    EXPECT_TRUE((view->SelDaysRemove(On(2026, 11, 5)), true));
+    view->SelDaysAdd({1e300});
+    view->SelDaysRemove({1e300});
+    EXPECT_FALSE(view->IsSelected({1e300}));
+}
+
+TEST_F(DaySelection, ATimeInTheEveningIsTheNextDay) {
+    Ready(On(2026, 11, 21));
+    view->SelDaysAdd(On(2026, 11, 6));
+    EXPECT_TRUE(view->IsSelected({On(2026, 11, 5).days + 0.75}));
+    EXPECT_FALSE(view->IsSelected({On(2026, 11, 5).days + 0.25}));
+}
+
+TEST_F(DaySelection, AHandlerMayClickAndResizeWhileItIsAsked) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    int depth = 0;
+    onDate = [&](std::span<Variant>) {
+        if (++depth == 1) {
+            Click(2026, 11, 6);
+            view->Resize();
+            view->SelDaysClear();
+        }
+    };
+    Click(2026, 11, 5);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 6)));
+}
+
+class SpinButtons : public MonthView {
+protected:
+    static constexpr float kPrevious = 10 * 15;
+    static constexpr float kNext = 115 * 15;
+    static constexpr float kInside = 10 * 15;
+
+    SpinButtons() {
+        Ready(On(2026, 11, 21), {});
+        desktop.clock.msPerReading = 1;
+    }
+    Lines Buttons() const { return desktop.log.Starting("DrawFrameControl"); }
+};
+
+TEST_F(SpinButtons, AShortPressStepsOnce) {
+    desktop.Post([&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    EXPECT_EQ(Buttons(),
+              (Lines{"DrawFrameControl 77 (110,4,129,23) 3 0x203", "DrawFrameControl 77 (110,4,129,23) 3 0x3"}));
+    desktop.Post([&] { view->MouseUp(); });
+    view->MouseDown(1, kPrevious, kInside);
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+    EXPECT_EQ(Buttons().back(), "DrawFrameControl 77 (4,4,23,23) 3 0x2");
+}
+
+TEST_F(SpinButtons, AHeldButtonRepeats) {
+    desktop.PostAt(1000, [&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    // At once, and at 150, 300 ... 900.
+    EXPECT_EQ(Visible(), IntPair(6, 2027));
+}
+
+TEST_F(SpinButtons, OffTheButtonTheStepsStopAndGoOnWhenItIsBack) {
+    desktop.PostAt(200, [&] { view->MouseMove(60 * 15, kInside); });
+    desktop.PostAt(700, [&] { view->MouseMove(kNext, kInside); });
+    desktop.PostAt(1000, [&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    // 0, 150, then off it from 200 to 700, then 750, 900.
+    EXPECT_EQ(Visible(), IntPair(3, 2027));
+    EXPECT_EQ(Buttons(),
+              (Lines{"DrawFrameControl 77 (110,4,129,23) 3 0x203", "DrawFrameControl 77 (110,4,129,23) 3 0x3",
+                     "DrawFrameControl 77 (110,4,129,23) 3 0x203", "DrawFrameControl 77 (110,4,129,23) 3 0x3"}));
+}
+
+TEST_F(SpinButtons, AMovementThatChangesNothingDrawsNothing) {
+    desktop.PostAt(10, [&] {
+        desktop.log.Clear();
+        view->MouseMove(kNext + 15, kInside);
+        EXPECT_EQ(TakeLog(), Lines{});
+        view->MouseUp();
+    });
+    view->MouseDown(1, kNext, kInside);
+    desktop.log.Clear();
+    view->MouseMove(kNext, kInside);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(SpinButtons, TheEdgesOfTheButtonsCount) {
+    const auto steps = [&](float x, float y) {
+        const int before = view->VisibleMonth() + 12 * view->VisibleYear();
+        desktop.Post([&] { view->MouseUp(); });
+        view->MouseDown(1, x, y);
+        desktop.messages.ProcessPending();
+        return view->VisibleMonth() + 12 * view->VisibleYear() - before;
+    };
+    EXPECT_EQ(steps(4 * 15, 4 * 15), -1);
+    EXPECT_EQ(steps(22 * 15, 22 * 15), -1);
+    EXPECT_EQ(steps(3 * 15, 10 * 15), 0);
+    EXPECT_EQ(steps(23 * 15, 10 * 15), 0);
+    EXPECT_EQ(steps(10 * 15, 23 * 15), 0);
+    EXPECT_EQ(steps(110 * 15, 4 * 15), 1);
+    EXPECT_EQ(steps(128 * 15, 22 * 15), 1);
+    EXPECT_EQ(steps(129 * 15, 10 * 15), 0);
+    EXPECT_EQ(steps(109 * 15, 10 * 15), 0);
+}
+
+TEST_F(SpinButtons, TheRightButtonOnlyStoresThePlace) {
+    view->MouseDown(2, kNext, kInside);
+    EXPECT_EQ(TakeLog(), Lines{});
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+}
+
+TEST_F(SpinButtons, ADoubleClickStepsAgainAndTheNextMovementReleases) {
+    desktop.Post([&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    desktop.PostAt(10, [&] { view->MouseUp(); });
+    view->DblClick();
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+    desktop.log.Clear();
+    view->MouseMove(kNext, kInside);
+    EXPECT_EQ(TakeLog(), (Lines{"Call box.Refresh"}));
+    view->MouseMove(kNext, kInside);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(SpinButtons, AReleaseAlwaysRefreshes) {
+    view->MouseUp();
+    EXPECT_EQ(TakeLog(), (Lines{"Call box.Refresh"}));
+}
+
+TEST_F(SpinButtons, AnErrorInAStepEndsThePress) {
+    box->FailMember(u"Line", Refusal());
+    EXPECT_EQ(Raised([&] { view->MouseDown(1, kNext, kInside); }).number, 380);
+    box->MendMember(u"Line");
+    desktop.Post([&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+}
+
+TEST_F(SpinButtons, AnErrorInAnEventEndsThePress) {
+    desktop.PostAt(10, [] { platform::Raise(77, u"", u"out of an event"); });
+    EXPECT_EQ(Raised([&] { view->MouseDown(1, kNext, kInside); }).number, 77);
+}
+
+TEST_F(SpinButtons, AProgramThatEndsGetsNoRelease) {
+    desktop.PostAt(10, [&] { desktop.messages.RequestQuit(); });
+    view->MouseDown(1, kNext, kInside);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(SpinButtons, ARefusedMonthStepsNoFurther) {
+    Ready(On(2026, 11, 21), {.notifyOnChange = true});
+    onMonth = [](std::span<Variant> given) { given.back() = std::get<std::int16_t>(given[1]) == 1; };
+    desktop.PostAt(1000, [&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+using TicksIntended = SpinButtons;
+
+TEST_F(TicksIntended, TheNextStepBeyondTheLargestTickOverflows) {
+    desktop.clock.SetTickCount(0x7FFFFFFF - 100);
+    EXPECT_EQ(Raised([&] { view->MouseDown(1, kNext, kInside); }).number, 6);
+    view->MouseUp();
+    desktop.clock.SetTickCount(0x7FFFFFFF - 1000);
+    desktop.PostAt(100, [&] { view->MouseUp(); });
+    EXPECT_EQ(Raised([&] { view->MouseDown(1, kNext, kInside); }).number, 0);
+}
+
+class Keys : public MonthView {};
+
+TEST_F(Keys, ArrowsMoveTheFocus) {
+    const auto focus = [&](std::int16_t code) {
+        desktop.log.Clear();
+        EXPECT_EQ(Key(code), code);
+        EXPECT_EQ(Drawings(), 1u);
+        EXPECT_EQ(Notifications(), Lines{});
+        return desktop.log.Starting("DrawFocusRect").front();
+    };
+    Ready(On(2026, 11, 12), {});
+    EXPECT_EQ(focus(37), "DrawFocusRect 77 (60,79,74,98)");  // 11
+    EXPECT_EQ(focus(39), "DrawFocusRect 77 (78,79,92,98)");  // 12
+    EXPECT_EQ(focus(38), "DrawFocusRect 77 (78,56,92,75)");  // 5
+    EXPECT_EQ(focus(40), "DrawFocusRect 77 (78,79,92,98)");  // 12
+    EXPECT_EQ(view->SelDay(), Date{}) << "nothing is selected";
+}
+
+TEST_F(Keys, ArrowsOverTheEdgeOfTheMonthChangeIt) {
+    Ready(On(2026, 11, 28), {.notifyOnChange = true});
+    Key(40);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    EXPECT_EQ(desktop.log.Starting("DrawFocusRect"), (Lines{"DrawFocusRect 77 (114,56,127,75)"})) << "the 5th";
+    EXPECT_EQ(Notifications(), (Lines{"Call form.OnChangeMonth <PictureBox>,12,2026,False"}));
+    onMonth = Cancel;
+    Key(38);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(Keys, TheLimitsHoldForArrows) {
+    Ready(On(2026, 11, 28), {});
+    view->SetMaxDate(On(2026, 11, 28));
+    desktop.log.Clear();
+    Key(40);
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+    EXPECT_EQ(Drawings(), 0u);
+}
+
+TEST_F(Keys, PagesChangeTheMonth) {
+    Ready(On(2026, 11, 30), {});
+    EXPECT_EQ(Key(34), 34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    EXPECT_EQ(Key(33), 33);
+    EXPECT_EQ(Key(33), 33);
+    EXPECT_EQ(Visible(), IntPair(10, 2026));
+}
+
+TEST_F(Keys, EnterAndSpaceToggleTheFocusDay) {
+    for (const std::int16_t code : {13, 32}) {
+        Ready(On(2026, 11, 12), {.selDate = On(2026, 11, 3), .canChange = true});
+        EXPECT_EQ(Key(code), 0);
+        EXPECT_TRUE(view->IsSelected(On(2026, 11, 12)));
+        EXPECT_FALSE(view->IsSelected(On(2026, 11, 3))) << "one day alone";
+        EXPECT_EQ(Key(code), 0);
+        EXPECT_FALSE(view->IsSelected(On(2026, 11, 12)));
+        EXPECT_EQ(Drawings(), 2u);
+        Ready(On(2026, 11, 12), {.selDate = On(2026, 11, 3), .canMultiSelect = true});
+        EXPECT_EQ(Key(code), 0);
+        EXPECT_TRUE(view->IsSelected(On(2026, 11, 12)));
+        EXPECT_TRUE(view->IsSelected(On(2026, 11, 3)));
+    }
+}
+
+TEST_F(Keys, ARefusedToggleUsesTheKeyUp) {
+    Ready(On(2026, 11, 12));
+    onDate = Cancel;
+    EXPECT_EQ(Key(13), 0);
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 12)));
+    EXPECT_EQ(Drawings(), 0u);
+}
+
+TEST_F(Keys, WithoutTheRightTheKeyIsNotUsed) {
+    Ready(On(2026, 11, 12), {});
+    EXPECT_EQ(Key(13), 13);
+    EXPECT_EQ(Key(32), 32);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Keys, OtherKeysDoNothing) {
+    Ready(On(2026, 11, 12));
+    for (const std::int16_t code : {0, 9, 27, 35, 36, 65, -1})
+        EXPECT_EQ(Key(code), code);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Keys, TheEndsOfTheCalendarAreErrors) {
+    Ready(On(9999, 12, 31));
+    EXPECT_EQ(Raised([&] { Key(39); }).number, 5);
+    EXPECT_EQ(Raised([&] { Key(34); }).number, 5);
+    EXPECT_EQ(Visible(), IntPair(12, 9999));
+}
+
+TEST_F(MonthView, PositionsThatAreNoNumbersOverflow) {
+    Ready(On(2026, 11, 21));
+    EXPECT_EQ(Raised([&] { view->MouseDown(1, std::nanf(""), 0); }).number, 6);
+    EXPECT_EQ(Raised([&] { view->MouseDown(1, 0, 1e30f); }).number, 6);
+}
+
+TEST_F(MonthView, LetsGoOfTheCallersObjects) {
+    Ready(On(2026, 11, 21));
+    view.reset();
+    EXPECT_EQ(box.use_count(), 1);
+    EXPECT_EQ(form.use_count(), 2) << "the box's and the test's";
+}
+
+}  // namespace
+}  // namespace kwo::controls

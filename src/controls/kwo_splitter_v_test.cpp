@@ -1,0 +1,361 @@
+#include "controls/kwo_splitter_v.h"
+
+#include <functional>
+#include <optional>
+
+#include "controls/controls_fixture.h"
+
+namespace kwo::controls {
+namespace {
+
+/// Two panes and a bar in a container of 6000 by 4000 twips, whose client area begins at (100, 50) on the screen.
+class Splitter : public ControlsTest {
+protected:
+    Splitter() {
+        container = MakeContainer(900, "container");
+        left = MakeControl("left", 0);
+        right = MakeControl("right", 3000);
+        bar = MakeControl("bar", 2000);
+        bar->SetProperty(u"Width", 60.0f);
+        desktop.screenDrawing.origins[900] = {100, 50};
+        splitter.emplace(component);
+    }
+    std::shared_ptr<SimulatedObject> MakeContainer(std::int32_t window, std::string label, float unitsPerPixel = 15) {
+        auto made = desktop.MakeObject(u"Form", std::move(label));
+        made->SetProperty(u"hWnd", window);
+        made->SetProperty(u"ScaleMode", std::int16_t{1});
+        made->SetProperty(u"ScaleWidth", 6000.0f);
+        made->SetProperty(u"ScaleHeight", 4000.0f);
+        for (const TextView name : {u"ScaleX", u"ScaleY"}) {
+            made->SetMethod(name, [unitsPerPixel](std::span<Variant>) -> Variant { return unitsPerPixel; });
+        }
+        return made;
+    }
+    std::shared_ptr<SimulatedObject> MakeControl(std::string label, float place) {
+        auto made = desktop.MakeObject(u"PictureBox", std::move(label));
+        made->SetProperty(u"Container", HostObjectRef(container));
+        made->SetProperty(u"Parent", HostObjectRef(form));
+        made->SetProperty(u"Left", place);
+        made->SetProperty(u"Top", 0.0f);
+        made->SetProperty(u"Width", 1000.0f);
+        made->SetProperty(u"Height", 4000.0f);
+        SimulatedObject* const self = made.get();
+        made->SetMethod(u"Move", [self](std::span<Variant> given) -> Variant {
+            const TextView names[] = {u"Left", u"Top", u"Width", u"Height"};
+            for (std::size_t at = 0; at < given.size(); ++at)
+                self->SetProperty(names[at], given[at]);
+            return platform::Empty{};
+        });
+        return made;
+    }
+    bool Create(KWOSplitterV::Options options = {}) { return splitter->Create(left, right, bar, options); }
+    void CreateQuietly(KWOSplitterV::Options options = {}) {
+        ASSERT_TRUE(Create(options));
+        desktop.log.Clear();
+    }
+    Lines Starting(std::string_view prefix) const { return desktop.log.Starting(prefix); }
+    std::size_t LinesDrawn() const { return Starting("LineTo").size(); }
+
+    std::shared_ptr<SimulatedObject> container;
+    std::shared_ptr<SimulatedObject> left;
+    std::shared_ptr<SimulatedObject> right;
+    std::shared_ptr<SimulatedObject> bar;
+    std::optional<KWOSplitterV> splitter;
+};
+
+KWOSplitterV::Options Margins(float leftMargin, float top, float rightMargin, float bottom) {
+    return {.marginLeft = leftMargin, .marginTop = top, .marginRight = rightMargin, .marginBottom = bottom};
+}
+
+TEST_F(Splitter, CreatePlacesTheBarAndFitsThePanes) {
+    EXPECT_TRUE(Create());
+    EXPECT_EQ(TakeLog(),
+              (Lines{"Call container.ScaleX 1,3,1", "Call container.ScaleY 1,3,1", "Call bar.Move 2000,0,60,4000",
+                     "Call left.Move 0,0,2000,4000", "Call right.Move 2060,0,3940,4000"}));
+    EXPECT_EQ(component.ProgramName(), u"KWOUtil");
+}
+
+TEST_F(Splitter, MarginsAndSizeCount) {
+    auto options = Margins(100, 200, 300, 400);
+    options.splitterSizeInPixels = std::int16_t{6};
+    EXPECT_TRUE(Create(options));
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2000,200,90,3400"}));
+    EXPECT_EQ(Starting("Call left.Move"), (Lines{"Call left.Move 100,200,1900,3400"}));
+    EXPECT_EQ(Starting("Call right.Move"), (Lines{"Call right.Move 2090,200,3510,3400"}));
+    EXPECT_EQ(splitter->LeftMargin, 100);
+    EXPECT_EQ(splitter->TopMargin, 200);
+    EXPECT_EQ(splitter->RightMargin, 300);
+    EXPECT_EQ(splitter->BottomMargin, 400);
+}
+
+TEST_F(Splitter, WhatIsLeftOutStaysAsItWas) {
+    splitter->LeftMargin = 50;
+    splitter->BottomMargin = 70;
+    EXPECT_TRUE(Create({.marginTop = 20.0f}));
+    EXPECT_EQ(Starting("Call left.Move"), (Lines{"Call left.Move 50,20,1950,3910"}));
+}
+
+TEST_F(Splitter, TheBarStartsInsideItsLimits) {
+    const auto startsAt = [&](float place) {
+        bar->SetProperty(u"Left", place);
+        desktop.log.Clear();
+        Create(Margins(100, 0, 300, 0));
+        const std::string moved = Starting("Call bar.Move").front();
+        return moved.substr(14, moved.find(',') - 14);
+    };
+    // The limit is 6000 - 300 - 60.
+    EXPECT_EQ(startsAt(5640), "5640");
+    EXPECT_EQ(startsAt(5641), "5640");
+    EXPECT_EQ(startsAt(90'000), "5640");
+    EXPECT_EQ(startsAt(100), "100");
+    EXPECT_EQ(startsAt(99), "100");
+    EXPECT_EQ(startsAt(-5), "100");
+}
+
+TEST_F(Splitter, PanesAreBroughtIntoTheBarsContainer) {
+    const auto other = MakeContainer(901, "other");
+    left->SetProperty(u"Container", HostObjectRef(other));
+    EXPECT_TRUE(Create());
+    EXPECT_EQ(Starting("Set"), (Lines{"Set left.Container <Form>"}));
+    EXPECT_EQ(left->Property(u"Container"), Variant(HostObjectRef(container)));
+    right->SetProperty(u"Container", HostObjectRef(other));
+    desktop.log.Clear();
+    EXPECT_TRUE(Create());
+    EXPECT_EQ(Starting("Set"), (Lines{"Set right.Container <Form>"}));
+}
+
+TEST_F(Splitter, APaneInSomethingElseStoresNothing) {
+    right->SetProperty(u"Container", HostObjectRef(desktop.MakeObject(u"Image")));
+    EXPECT_FALSE(Create());
+    EXPECT_EQ(TakeLog(), Lines{});
+    splitter->Resize();
+    splitter->MouseDown(1, 0);
+    EXPECT_EQ(TakeLog(), Lines{});
+    right->SetProperty(u"Container", HostObjectRef());
+    EXPECT_FALSE(Create());
+    EXPECT_EQ(Starting("MessageBox"), Lines{});
+}
+
+TEST_F(Splitter, AFailureIsToldByABoxAndFalse) {
+    std::vector<platform::simulated::WindowList::Question> boxes;
+    desktop.windows.onAsk = [&](const auto& question) {
+        boxes.push_back(question);
+        return 1;
+    };
+    const struct {
+        SimulatedObject& object;
+        TextView member;
+    } rows[] = {
+        {*left, u"Container"},        {*left, u"Parent"},      {*bar, u"Container"},    {*container, u"hWnd"},
+        {*container, u"ScaleMode"},   {*container, u"ScaleX"}, {*container, u"ScaleY"}, {*container, u"ScaleWidth"},
+        {*container, u"ScaleHeight"}, {*bar, u"Left"},         {*bar, u"Move"}};
+    for (const auto& row : rows) {
+        boxes.clear();
+        row.object.FailMember(row.member, Refusal(1234));
+        EXPECT_FALSE(Create()) << std::string(row.member.begin(), row.member.end());
+        row.object.MendMember(row.member);
+        ASSERT_EQ(boxes.size(), 1u) << std::string(row.member.begin(), row.member.end());
+        EXPECT_NE(boxes[0].prompt.find(u"Refused"), Text::npos);
+        desktop.log.Clear();
+        splitter->MouseDown(1, 0);
+        EXPECT_EQ(TakeLog(), Lines{}) << "not created";
+    }
+    boxes.clear();
+    EXPECT_FALSE(splitter->Create(nullptr, right, bar, {}));
+    EXPECT_FALSE(splitter->Create(left, right, nullptr, {}));
+    EXPECT_FALSE(splitter->Create(left, right, bar, {.marginTop = Text(u"wide")}));
+    EXPECT_EQ(boxes.size(), 3u);
+}
+
+TEST_F(Splitter, ResizeFitsThePanesToTheBar) {
+    CreateQuietly(Margins(10, 20, 30, 40));
+    container->SetProperty(u"ScaleWidth", 3000.0f);
+    container->SetProperty(u"ScaleHeight", 2000.0f);
+    splitter->Resize();
+    EXPECT_EQ(TakeLog(), (Lines{"Call left.Move 10,20,1990,1940", "Call right.Move 2060,20,900,1940"}));
+    // The limit is 3000 - 30 - 60; a bar that stands at it is put there again.
+    bar->SetProperty(u"Left", 2910.0f);
+    splitter->Resize();
+    EXPECT_EQ(TakeLog().front(), "Let bar.Left 2910");
+    bar->SetProperty(u"Left", 2909.0f);
+    splitter->Resize();
+    EXPECT_EQ(TakeLog().front(), "Call left.Move 10,20,2899,1940");
+    bar->SetProperty(u"Left", 9000.0f);
+    splitter->Resize();
+    EXPECT_EQ(TakeLog().front(), "Let bar.Left 2910");
+}
+
+TEST_F(Splitter, NothingHappensInAMinimisedForm) {
+    CreateQuietly();
+    form->SetProperty(u"WindowState", std::int16_t{1});
+    splitter->Resize();
+    EXPECT_EQ(TakeLog(), Lines{});
+    form->SetProperty(u"WindowState", std::int16_t{2});
+    splitter->Resize();
+    EXPECT_EQ(TakeLog().size(), 2u);
+}
+
+TEST_F(Splitter, ResizePassesOverWhatTheHostRefuses) {
+    CreateQuietly();
+    const struct {
+        SimulatedObject& object;
+        TextView member;
+        std::size_t calls;
+    } rows[] = {
+        {*form, u"WindowState", 2},      {*left, u"Move", 2}, {*right, u"Move", 2},  {*bar, u"Left", 0},
+        {*container, u"ScaleHeight", 1}, {*bar, u"Width", 1}, {*left, u"Height", 1}, {*container, u"ScaleWidth", 1}};
+    for (const auto& row : rows) {
+        row.object.FailMember(row.member, Refusal());
+        EXPECT_NO_THROW(splitter->Resize());
+        row.object.MendMember(row.member);
+        EXPECT_EQ(TakeLog().size(), row.calls) << std::string(row.member.begin(), row.member.end());
+    }
+}
+
+TEST_F(Splitter, APressDrawsTheLineAcrossTheScreen) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    // 2000 / 15 = 133.3, 4000 / 15 = 266.7
+    EXPECT_EQ(TakeLog(), (Lines{"CreateDC DISPLAY", "CreatePen 6 4 0x80000003", "SetROP2 1 6", "SelectObject 1 8193",
+                                "SelectObject 1 1005", "MoveTo 1 (233,50)", "LineTo 1 (233,317)", "SetROP2 1 13",
+                                "SelectObject 1 1000", "SelectObject 1 1007", "DeleteObject 8193", "DeleteDC 1"}));
+    EXPECT_EQ(desktop.screenDrawing.openContexts, 0);
+    EXPECT_EQ(desktop.screenDrawing.livePens, 0);
+}
+
+TEST_F(Splitter, AnotherButtonStartsNoDrag) {
+    CreateQuietly();
+    for (const std::int16_t button : {2, 3, 4, 0})
+        splitter->MouseDown(button, 30);
+    splitter->MouseMove(100);
+    splitter->MouseUp(100);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Splitter, AMovementErasesTheLineAndDrawsItElsewhere) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    desktop.log.Clear();
+    splitter->MouseMove(400);
+    EXPECT_EQ(Starting("MoveTo"), (Lines{"MoveTo 2 (233,50)", "MoveTo 2 (260,50)"}));
+    desktop.log.Clear();
+    splitter->MouseMove(400);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Splitter, AReleaseErasesTheLineAndMovesTheBar) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    splitter->MouseMove(400);
+    desktop.log.Clear();
+    splitter->MouseUp(400);
+    EXPECT_EQ(Starting("MoveTo"), (Lines{"MoveTo 3 (260,50)"}));
+    EXPECT_EQ(Starting("Call"), (Lines{"Call bar.Move 2370,0,60,6000", "Call left.Move 0,0,2370,4000",
+                                       "Call right.Move 2430,0,3570,4000"}));
+    desktop.log.Clear();
+    splitter->MouseUp(400);
+    splitter->MouseMove(400);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Splitter, AnEvenNumberOfLinesLeavesNothingOnTheScreen) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    for (const float x : {100.0f, 100.0f, -5000.0f, 9000.0f, 0.0f, 30.0f})
+        splitter->MouseMove(x);
+    splitter->MouseUp(30);
+    EXPECT_EQ(LinesDrawn() % 2, 0u);
+    EXPECT_GT(LinesDrawn(), 8u);
+}
+
+class SplitterLimitIntended : public Splitter {};
+
+TEST_F(SplitterLimitIntended, TheRightLimitTakesTheLeftMarginOffAsWell) {
+    CreateQuietly(Margins(100, 0, 300, 0));
+    splitter->MouseDown(1, 0);
+    splitter->MouseUp(90'000);
+    // 6000 - 100 - 300 - 60
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 5540,0,60,6000"}));
+}
+
+TEST_F(Splitter, TheLeftLimitIsTheLeftMargin) {
+    CreateQuietly(Margins(100, 0, 300, 0));
+    splitter->MouseDown(1, 0);
+    desktop.log.Clear();
+    splitter->MouseMove(-90'000);
+    EXPECT_EQ(Starting("MoveTo").back(), "MoveTo 2 (107,50)");
+    splitter->MouseUp(-90'000);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 100,0,60,6000"}));
+}
+
+using SplitterLineIntended = Splitter;
+
+TEST_F(SplitterLineIntended, TheLineIsAtThePointerAndTheBarWhereItWasGrabbed) {
+    CreateQuietly();
+    splitter->MouseDown(1, 45);
+    desktop.log.Clear();
+    splitter->MouseMove(300);
+    EXPECT_EQ(Starting("MoveTo").back(), "MoveTo 2 (253,50)");  // 2300 / 15
+    splitter->MouseUp(300);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2255,0,60,6000"}));
+}
+
+using SplitterReleaseIntended = Splitter;
+
+TEST_F(SplitterReleaseIntended, TheBarsSizeIsNotThatOfTheBeginning) {
+    // A container in pixels: the width at the beginning is 4, after a drag 60; the height comes from the width.
+    container->SetProperty(u"ScaleMode", std::int16_t{3});
+    for (const TextView name : {u"ScaleX", u"ScaleY"})
+        container->SetMethod(name, [](std::span<Variant>) -> Variant { return 1.0f; });
+    ASSERT_TRUE(Create({.marginTop = 5.0f, .marginBottom = 7.0f}));
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2000,5,4,3988"}));
+    EXPECT_EQ(Starting("Call container.ScaleX"), (Lines{"Call container.ScaleX 1,3,3"}));
+    desktop.log.Clear();
+    splitter->MouseDown(1, 0);
+    splitter->MouseUp(10);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2010,5,60,5988"}));
+}
+
+TEST_F(Splitter, WhatTheHostRefusesInTheMiddleLeavesNoContextOpen) {
+    const std::function<void()> steps[] = {[&] { splitter->MouseDown(1, 30); }, [&] { splitter->MouseMove(400); },
+                                           [&] { splitter->MouseUp(400); }};
+    const struct {
+        SimulatedObject& object;
+        TextView member;
+    } rows[] = {{*bar, u"Left"},  {*bar, u"Top"},        {*bar, u"Height"},
+                {*bar, u"Width"}, {*container, u"hWnd"}, {*container, u"ScaleWidth"}};
+    CreateQuietly();
+    int raised = 0;
+    for (const auto& row : rows) {
+        for (std::size_t failing = 0; failing < std::size(steps); ++failing) {
+            for (std::size_t at = 0; at <= failing; ++at) {
+                if (at == failing) row.object.FailMember(row.member, Refusal());
+                raised += Raised(steps[at]).number == 380 ? 1 : 0;
+            }
+            row.object.MendMember(row.member);
+            EXPECT_EQ(desktop.screenDrawing.openContexts, 0);
+            EXPECT_EQ(desktop.screenDrawing.livePens, 0);
+            splitter->MouseUp(0);
+        }
+    }
+    // The width and the container are not asked for by the press.
+    EXPECT_EQ(raised, 16);
+}
+
+TEST_F(Splitter, AScreenWithoutContextsIsHarmless) {
+    CreateQuietly();
+    desktop.FailCall("CreateDC", 1, 8);
+    desktop.FailCall("CreatePen", 1, 8);
+    EXPECT_NO_THROW(splitter->MouseDown(1, 0));
+    EXPECT_NO_THROW(splitter->MouseUp(0));
+}
+
+TEST_F(Splitter, LetsGoOfTheCallersObjects) {
+    CreateQuietly();
+    splitter.reset();
+    for (const auto& object : {left, right, bar})
+        EXPECT_EQ(object.use_count(), 2) << "the list's and the test's";
+}
+
+}  // namespace
+}  // namespace kwo::controls

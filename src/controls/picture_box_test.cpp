@@ -1,0 +1,45 @@
+#include "controls/picture_box.h"
+
+#include "controls/controls_fixture.h"
+
+namespace kwo::controls {
+namespace {
+
+using PictureBoxTest = ControlsTest;
+
+TEST_F(PictureBoxTest, IsKnownByTheNameOfItsType) {
+    EXPECT_TRUE(IsPictureBox(box));
+    EXPECT_TRUE(IsPictureBox(desktop.MakeObject(u"_PictureBox")));
+    EXPECT_FALSE(IsPictureBox(desktop.MakeObject(u"Label")));
+    EXPECT_FALSE(IsPictureBox(nullptr));
+}
+
+TEST_F(PictureBoxTest, WithoutATypeIsKnownByWhatItAnswersTo) {
+    const TextView members[] = {u"hDC", u"hWnd", u"AutoRedraw", u"Cls", u"Refresh"};
+    for (std::size_t missing = 0; missing <= std::size(members); ++missing) {
+        const auto object = desktop.MakeObject();
+        for (std::size_t at = 0; at < std::size(members); ++at) {
+            if (at != missing) object->SetProperty(members[at], std::int32_t{1});
+        }
+        EXPECT_EQ(IsPictureBox(object), missing == std::size(members)) << missing;
+    }
+}
+
+TEST_F(PictureBoxTest, TheContextIsReadEachTime) {
+    PictureBox wrapped(component.platform);
+    EXPECT_EQ(Raised([&] { wrapped.Context(); }).number, 91);
+    wrapped.Assign(box);
+    EXPECT_EQ(wrapped.Context(), kContext);
+    box->SetProperty(u"hDC", std::int32_t{78});
+    EXPECT_EQ(wrapped.Context(), 78);
+}
+
+TEST_F(PictureBoxTest, AFilledBoxIsASinglesCallWithTheOption) {
+    PictureBox wrapped(component.platform);
+    wrapped.Assign(box);
+    wrapped.FillBox({15, 30, 45, 60}, 0x8000000D);
+    EXPECT_EQ(TakeLog(), (Lines{"Call box.Line 38,15,30,45,60,-2147483635"}));
+}
+
+}  // namespace
+}  // namespace kwo::controls
