@@ -1,0 +1,281 @@
+#include "box_answerer.h"
+#include "com_test.h"
+#include "host_box.h"
+
+namespace kwo::com_test {
+namespace {
+
+class ButtonClass : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mForm.Method(L"OnButtonClick", [this](MemberObject::Arguments& given, VARIANT*) {
+            ++mClicks;
+            mBoxGiven = given[0]->vt == VT_DISPATCH ? given[0]->pdispVal : nullptr;
+            if (mOnClick) mOnClick(*given[0]);
+            return S_OK;
+        });
+        mForm.Property(L"ActiveControl", Var(static_cast<IDispatch*>(&mBox)));
+        mButton = Create(L"KWOPicBtn");
+        ASSERT_TRUE(mButton);
+    }
+    void TearDown() override { mForm.values.clear(); }
+    void CreateButton(const wchar_t* caption = L"&Save") {
+        const Outcome outcome = Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), caption});
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal) << "in every case";
+    }
+    Outcome Mouse(const wchar_t* member, int x = 300, int y = 150) {
+        return Call(mButton.Get(), member, {1, 0, Var(static_cast<double>(x)), Var(static_cast<double>(y))});
+    }
+
+    MemberObject mForm;
+    HostBox mBox{80, 30, &mForm};
+    ComPtr<IDispatch> mButton;
+    int mClicks = 0;
+    IDispatch* mBoxGiven = nullptr;
+    std::function<void(VARIANT&)> mOnClick;
+};
+
+/// A button by the system's own calls.
+void DrawExpected(HostBox& box, bool pressed, bool framed) {
+    RECT area = {0, 0, 80, 30};
+    RECT text = pressed ? RECT{3, 3, 79, 29} : RECT{2, 2, 78, 28};
+    box.Fill(area, 0);
+    DrawEdge(box.Context(), &area, pressed ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT);
+    if (framed) FrameRect(box.Context(), &area, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    box.values[L"ForeColor"] = Var(0x00FF00);
+    DrawTextA(box.Context(), "&Save", 5, &text, 0x8035);
+}
+
+TEST_F(ButtonClass, ThePictureIsThatOfTheSystemsOwnCalls) {
+    mBox.values[L"ForeColor"] = Var(0x00FF00);
+    CreateButton();
+    HostBox expected(80, 30, &mForm);
+    DrawExpected(expected, false, false);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    Mouse(L"MouseDown");
+    DrawExpected(expected, true, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    Mouse(L"MouseUp");
+    DrawExpected(expected, false, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    EXPECT_EQ(1, mClicks);
+    EXPECT_EQ(&mBox, mBoxGiven);
+}
+
+TEST_F(ButtonClass, PropertiesReadBack) {
+    EXPECT_EQ(Hex(S_OK), Hex(Let(mButton.Get(), L"Caption", L"x\u00E4&").status));
+    EXPECT_EQ(L"x\u00E4&", Get(mButton.Get(), L"Caption").result.Text());
+    for (const wchar_t* const name : {L"TextAlignment", L"PicAlignment"}) {
+        Let(mButton.Get(), name, 3);
+        EXPECT_EQ(3, Get(mButton.Get(), L"TextAlignment").result.iVal);
+        EXPECT_EQ(3, Get(mButton.Get(), L"PicAlignment").result.iVal);
+        Let(mButton.Get(), name, 0);
+        EXPECT_EQ(2, Get(mButton.Get(), name).result.iVal);
+    }
+    EXPECT_EQ(VARIANT_TRUE, Get(mButton.Get(), L"MultiLine").result.boolVal);
+    Let(mButton.Get(), L"MultiLine", false);
+    EXPECT_EQ(VARIANT_FALSE, Get(mButton.Get(), L"MultiLine").result.boolVal);
+}
+
+TEST_F(ButtonClass, KeysComeBackUsedUp) {
+    CreateButton();
+    SHORT code = 13;
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mButton.Get(), L"KeyDown", {Var::Ref(&code), 0}).status));
+    EXPECT_EQ(0, code);
+    EXPECT_EQ(1, mClicks);
+    code = 'S';
+    SHORT shift = 4;
+    Outcome outcome = Call(mButton.Get(), L"Form_KeyDown", {Var::Ref(&code), Var::Ref(&shift)});
+    EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal);
+    EXPECT_EQ(0, code);
+    EXPECT_EQ(0, shift);
+    EXPECT_EQ(2, mClicks);
+    code = 'S';
+    shift = 6;
+    outcome = Call(mButton.Get(), L"Form_KeyDown", {Var::Ref(&code), Var::Ref(&shift)});
+    EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal);
+    EXPECT_EQ('S', code);
+}
+
+TEST_F(ButtonClass, ErrorsHaveTheMembersName) {
+    const Outcome missing = Call(mButton.Get(), L"LostFocus");
+    EXPECT_EQ("0x800A005B", Hex(missing.scode));
+    EXPECT_EQ(L"KWOPicBtn.LostFocus", missing.source);
+    CreateButton();
+    mForm.failing = L"OnButtonClick";
+    Mouse(L"MouseDown");
+    const Outcome failed = Mouse(L"MouseUp");
+    EXPECT_EQ("0x800A04D2", Hex(failed.scode));
+    EXPECT_EQ(L"KWOPicBtn.MouseUp", failed.source);
+    EXPECT_EQ(0u, failed.description.find(L"refused\r\n")) << Narrow(failed.description);
+    mForm.failing.clear();
+    mBox.failing = L"Cls";
+    EXPECT_EQ(L"KWOPicBtn.Create", Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), L"x"}).source);
+}
+
+TEST_F(ButtonClass, AHandlerMayReplaceTheBox) {
+    CreateButton();
+    HostBox other(80, 30, &mForm);
+    {
+        mOnClick = [&](VARIANT& given) {
+            VariantClear(&given);
+            given.vt = VT_DISPATCH;
+            given.pdispVal = &other;
+            other.AddRef();
+        };
+        Mouse(L"MouseDown");
+        EXPECT_EQ(Hex(S_OK), Hex(Mouse(L"MouseUp").status));
+        const int before = other.refreshes;
+        Call(mButton.Get(), L"LostFocus");
+        EXPECT_EQ(before + 1, other.refreshes);
+    }
+    mButton.Reset();
+    EXPECT_EQ(0u, other.references);
+}
+
+TEST_F(ButtonClass, AHandlerMayLetGoOfTheButton) {
+    CreateButton();
+    IDispatch* const raw = mButton.Get();
+    mOnClick = [this](VARIANT&) { mButton.Reset(); };
+    Mouse(L"MouseDown");
+    EXPECT_EQ(Hex(S_OK), Hex(Call(raw, L"MouseUp", {1, 0, Var(300.0), Var(150.0)}).status));
+    EXPECT_FALSE(mButton);
+}
+
+/// A control of a form, with a place.
+class Pane : public MemberObject {
+public:
+    Pane(IDispatch* container, IDispatch* form, double left) {
+        Property(L"Container", Var(container));
+        Property(L"Parent", Var(form));
+        const wchar_t* const names[] = {L"Left", L"Top", L"Width", L"Height"};
+        const double place[] = {left, 0, 600, 3000};
+        for (std::size_t at = 0; at < 4; ++at)
+            Property(names[at], Var(place[at]));
+        Method(L"Move", [this, names](Arguments& given, VARIANT*) {
+            for (std::size_t at = 0; at < given.size(); ++at)
+                values[names[at]] = Var(NumberIn(*given[at]));
+            return S_OK;
+        });
+    }
+    std::vector<double> Place() {
+        return {NumberIn(values[L"Left"]), NumberIn(values[L"Top"]), NumberIn(values[L"Width"]),
+                NumberIn(values[L"Height"])};
+    }
+};
+
+class SplitterClass : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mForm.Property(L"WindowState", Var(0));
+        mWindow = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 100, 100, 400, 200, nullptr, nullptr,
+                                  nullptr, nullptr);
+        mContainer.Property(L"hWnd", Var(static_cast<long>(reinterpret_cast<INT_PTR>(mWindow))));
+        mContainer.Property(L"ScaleMode", Var(1));
+        mContainer.Property(L"ScaleWidth", Var(6000.0));
+        mContainer.Property(L"ScaleHeight", Var(3000.0));
+        for (const wchar_t* const name : {L"ScaleX", L"ScaleY"}) {
+            mContainer.Method(name, [](MemberObject::Arguments& given, VARIANT* result) {
+                result->vt = VT_R4;
+                result->fltVal = NumberIn(*given[1]) == 3 ? 15.0f : 0.0f;
+                return S_OK;
+            });
+        }
+        mSplitter = Create(L"KWOSplitterV");
+        ASSERT_TRUE(mSplitter);
+    }
+    void TearDown() override { DestroyWindow(mWindow); }
+    bool CreateSplitter(const std::vector<Var>& options = {}) {
+        std::vector<Var> arguments = {static_cast<IDispatch*>(&mLeft), static_cast<IDispatch*>(&mRight),
+                                      static_cast<IDispatch*>(&mBar)};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const Outcome outcome = Call(mSplitter.Get(), L"Create", arguments);
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        return outcome.result.boolVal == VARIANT_TRUE;
+    }
+    void Mouse(const wchar_t* member, double x) {
+        EXPECT_EQ(Hex(S_OK), Hex(Call(mSplitter.Get(), member, {1, 0, Var(x), 0}).status));
+    }
+    /// The black pixels in a row of the window, which is the bar's line while it is inverted.
+    int DarkPixels() {
+        const HDC screen = GetDC(nullptr);
+        int dark = 0;
+        for (int x = 100; x < 500; ++x) {
+            const COLORREF colour = GetPixel(screen, x, 150);
+            dark += GetRValue(colour) + GetGValue(colour) + GetBValue(colour) < 384 ? 1 : 0;
+        }
+        ReleaseDC(nullptr, screen);
+        return dark;
+    }
+
+    MemberObject mForm;
+    MemberObject mContainer;
+    Pane mLeft{&mContainer, &mForm, 0};
+    Pane mRight{&mContainer, &mForm, 3000};
+    Pane mBar{&mContainer, &mForm, 2000};
+    HWND mWindow = nullptr;
+    ComPtr<IDispatch> mSplitter;
+};
+
+using Place = std::vector<double>;
+
+TEST_F(SplitterClass, FitsThePanesToTheBar) {
+    ASSERT_TRUE(CreateSplitter({6, 60, 30, 90, 120}));
+    EXPECT_EQ((Place{2000, 30, 90, 2850}), mBar.Place());
+    EXPECT_EQ((Place{60, 30, 1940, 2850}), mLeft.Place());
+    EXPECT_EQ((Place{2090, 30, 3760, 2850}), mRight.Place());
+    EXPECT_EQ(60.0f, Get(mSplitter.Get(), L"LeftMargin").result.fltVal);
+    Let(mSplitter.Get(), L"BottomMargin", Var(0.0));
+    Call(mSplitter.Get(), L"Resize");
+    EXPECT_EQ((Place{60, 30, 1940, 2970}), mLeft.Place());
+}
+
+TEST_F(SplitterClass, ALineFollowsThePointerAndLeavesNothing) {
+    const HDC screen = GetDC(nullptr);
+    const RECT area = {100, 100, 500, 300};
+    FillRect(screen, &area, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    ReleaseDC(nullptr, screen);
+    ASSERT_TRUE(CreateSplitter());
+    ASSERT_EQ(0, DarkPixels());
+    Mouse(L"MouseDown", 30);
+    EXPECT_GE(DarkPixels(), 1);
+    EXPECT_LE(DarkPixels(), 8);
+    Mouse(L"MouseMove", 900);
+    EXPECT_GE(DarkPixels(), 1);
+    EXPECT_LE(DarkPixels(), 8);
+    Mouse(L"MouseUp", 900);
+    EXPECT_EQ(0, DarkPixels());
+    EXPECT_EQ(2870, mBar.Place()[0]);
+    EXPECT_EQ(2870, mLeft.Place()[2]);
+}
+
+TEST_F(SplitterClass, AFailureIsToldByABoxAndFalse) {
+    BoxAnswerer user;
+    mContainer.failing = L"ScaleWidth";
+    EXPECT_FALSE(CreateSplitter());
+    ASSERT_EQ(1u, user.boxes.size());
+    EXPECT_NE(std::wstring::npos, user.boxes[0].text.find(L"refused")) << Narrow(user.boxes[0].text);
+    mContainer.failing.clear();
+    MemberObject stranger;
+    mLeft.values[L"Container"] = Var(static_cast<IDispatch*>(&stranger));
+    EXPECT_FALSE(CreateSplitter());
+    EXPECT_EQ(1u, user.boxes.size());
+    mLeft.values[L"Container"] = Var();
+}
+
+TEST_F(SplitterClass, TheCallersObjectsAreGivenBack) {
+    const ULONG before[] = {mForm.references, mContainer.references, mLeft.references, mRight.references,
+                            mBar.references};
+    ASSERT_TRUE(CreateSplitter());
+    Mouse(L"MouseDown", 30);
+    Mouse(L"MouseUp", 60);
+    mSplitter.Reset();
+    const ULONG after[] = {mForm.references, mContainer.references, mLeft.references, mRight.references,
+                           mBar.references};
+    for (std::size_t at = 0; at < 5; ++at)
+        EXPECT_EQ(before[at], after[at]) << at;
+}
+
+}  // namespace
+}  // namespace kwo::com_test

@@ -1,0 +1,259 @@
+#include <cstdlib>
+
+#include "com_test.h"
+#include "host_box.h"
+
+namespace kwo::com_test {
+namespace {
+
+constexpr double kNovember21 = 46347;  // 2026
+constexpr int kWidth = 240;
+constexpr int kHeight = 200;
+
+class MonthViewClass : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mForm.Method(L"OnChangeMonth", [this](MemberObject::Arguments& given, VARIANT*) {
+            mMonths.push_back({static_cast<int>(NumberIn(*given[1])), static_cast<int>(NumberIn(*given[2]))});
+            return S_OK;
+        });
+        mForm.Method(L"OnChangeDate", [this](MemberObject::Arguments& given, VARIANT*) {
+            mBoxGiven = given[0]->vt == VT_DISPATCH ? given[0]->pdispVal : nullptr;
+            mDates.push_back(given[1]->vt == VT_DATE ? given[1]->date : -1);
+            mCancelType = given[2]->vt;
+            if (mRefuses) given[2]->boolVal = VARIANT_TRUE;
+            if (mOnDate) mOnDate();
+            return S_OK;
+        });
+        mView = Create(L"KWOMonthView");
+        ASSERT_TRUE(mView);
+    }
+    bool CreateView(const std::vector<Var>& options = {}) {
+        std::vector<Var> arguments = {static_cast<IDispatch*>(&mBox), Var::Date(kNovember21)};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const Outcome outcome = Call(mView.Get(), L"Create", arguments);
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        return outcome.result.boolVal == VARIANT_TRUE;
+    }
+    /// The middle of a day's cell in twips; November 2026 begins on a Sunday, the first day here.
+    std::vector<Var> PressOn(int day) {
+        const int button = mBox.TextHeight() + 6;
+        const int cellWidth = (kWidth - 8) / 7;
+        const int cellHeight = (kHeight - 8 - (4 + button) - 4) / 7;
+        const int x = 4 + (day - 1) % 7 * cellWidth + cellWidth / 2;
+        const int y = 4 + button + 4 + cellHeight + 4 + (day - 1) / 7 * cellHeight + cellHeight / 2;
+        return {1, 0, Var(x * 15.0), Var(y * 15.0)};
+    }
+    bool Selected(double date) {
+        return Get(mView.Get(), L"IsSelected", {Var::Date(date)}).result.boolVal == VARIANT_TRUE;
+    }
+
+    struct Month {
+        int month;
+        int year;
+    };
+    MemberObject mForm;
+    HostBox mBox{kWidth, kHeight, &mForm};
+    ComPtr<IDispatch> mView;
+    std::vector<Month> mMonths;
+    std::vector<double> mDates;
+    IDispatch* mBoxGiven = nullptr;
+    VARTYPE mCancelType = VT_EMPTY;
+    bool mRefuses = false;
+    std::function<void()> mOnDate;
+};
+
+TEST_F(MonthViewClass, TheFocusDateComesBack) {
+    VARIANT variable;
+    VariantInit(&variable);
+    variable.vt = VT_DATE;
+    variable.date = kNovember21 + 0.75;
+    const Outcome outcome = Call(mView.Get(), L"Create", {static_cast<IDispatch*>(&mBox), Var::Ref(&variable)});
+    EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal);
+    EXPECT_EQ(VT_DATE, variable.vt);
+    EXPECT_EQ(kNovember21, variable.date);
+    EXPECT_EQ(11, Get(mView.Get(), L"VisibleMonth").result.iVal);
+    EXPECT_EQ(2026, Get(mView.Get(), L"VisibleYear").result.iVal);
+}
+
+TEST_F(MonthViewClass, PropertiesReadBackWhatWasPut) {
+    for (const wchar_t* const name :
+         {L"CanSelect", L"MultiSelect", L"CaptionFontBold", L"DayHdrFontBold", L"DayFontBold", L"SelDayFontBold"}) {
+        for (const bool value : {true, false}) {
+            EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, value).status)) << Narrow(name);
+            EXPECT_EQ(value, Get(mView.Get(), name).result.boolVal == VARIANT_TRUE) << Narrow(name);
+        }
+    }
+    for (const wchar_t* const name : {L"CaptionFontColor", L"DayHdrFontColor", L"DayFontColor", L"SelDayFontColor"}) {
+        const long colour = static_cast<long>(0x8000000D);
+        EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, colour).status)) << Narrow(name);
+        EXPECT_EQ(colour, Get(mView.Get(), name).result.lVal) << Narrow(name);
+    }
+    for (const wchar_t* const name : {L"CaptionBevel", L"DayHdrBevel", L"DayBevel"}) {
+        for (const int value : {0, 1, 2, 3}) {
+            EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, value).status)) << Narrow(name);
+            EXPECT_EQ(value, Get(mView.Get(), name).result.iVal) << Narrow(name);
+        }
+        Let(mView.Get(), name, 7);
+        EXPECT_EQ(0, Get(mView.Get(), name).result.iVal) << Narrow(name);
+    }
+    ASSERT_TRUE(CreateView());
+    for (const wchar_t* const name : {L"MinDate", L"MaxDate"}) {
+        EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, Var::Date(46'400.75)).status)) << Narrow(name);
+        EXPECT_EQ(VT_DATE, Get(mView.Get(), name).result.vt);
+        EXPECT_EQ(46'400.0, Get(mView.Get(), name).result.date) << Narrow(name);
+    }
+}
+
+TEST_F(MonthViewClass, DaysAreClickedAndTheFormIsAsked) {
+    ASSERT_TRUE(CreateView({Var::Missing(), Var::Missing(), Var::Missing(), Var::Missing(), Var::Missing(), true}));
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"MouseDown", PressOn(5)).status));
+    EXPECT_EQ(std::vector<double>{kNovember21 - 16}, mDates);
+    EXPECT_EQ(&mBox, mBoxGiven);
+    EXPECT_EQ(VT_BOOL, mCancelType);
+    EXPECT_TRUE(Selected(kNovember21 - 16));
+    EXPECT_EQ(kNovember21 - 16, Get(mView.Get(), L"SelDay").result.date);
+    mRefuses = true;
+    Call(mView.Get(), L"MouseDown", PressOn(6));
+    EXPECT_FALSE(Selected(kNovember21 - 15));
+}
+
+TEST_F(MonthViewClass, AUsedKeyComesBackAsZero) {
+    ASSERT_TRUE(CreateView({Var::Missing(), true}));
+    SHORT code = 13;
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"KeyDown", {Var::Ref(&code), 0}).status));
+    EXPECT_EQ(0, code);
+    EXPECT_TRUE(Selected(kNovember21));
+    code = 40;
+    Call(mView.Get(), L"KeyDown", {Var::Ref(&code), 0});
+    EXPECT_EQ(40, code);
+}
+
+TEST_F(MonthViewClass, MonthsAreToldOnRequest) {
+    ASSERT_TRUE(CreateView({Var::Missing(), Var::Missing(), Var::Missing(), true}));
+    Call(mView.Get(), L"ShowMonth", {3, 2027});
+    ASSERT_EQ(1u, mMonths.size());
+    EXPECT_EQ(3, mMonths[0].month);
+    EXPECT_EQ(2027, mMonths[0].year);
+}
+
+TEST_F(MonthViewClass, WhatIsNoPictureBoxIsRefused) {
+    MemberObject stranger;
+    for (IDispatch* const object : {static_cast<IDispatch*>(&stranger), static_cast<IDispatch*>(nullptr)}) {
+        const Outcome outcome = Call(mView.Get(), L"Create", {object, Var::Date(kNovember21)});
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+        EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal);
+    }
+}
+
+TEST_F(MonthViewClass, WhatTheHostRaisesReachesTheCaller) {
+    ASSERT_TRUE(CreateView());
+    mBox.failing = L"Line";
+    const Outcome outcome = Call(mView.Get(), L"ShowMonth", {3, 2027});
+    EXPECT_EQ("0x800A04D2", Hex(outcome.scode));
+    EXPECT_EQ(L"the host", outcome.source);
+    EXPECT_EQ(L"refused", outcome.description);
+    mBox.failing = L"Parent";
+    EXPECT_FALSE(CreateView());
+    const ComPtr<IDispatch> fresh = Create(L"KWOMonthView");
+    const Outcome missing = Call(fresh.Get(), L"ShowMonth", {3, 2027});
+    EXPECT_EQ("0x800A005B", Hex(missing.scode));
+    EXPECT_EQ(L"KWOMonthView.ShowMonth", missing.source);
+}
+
+TEST_F(MonthViewClass, NamesOfTheHostsMembersAreResolvedOnce) {
+    ASSERT_TRUE(CreateView());
+    // One object asks for what it uses; whether it is a picture box at all is asked before that.
+    mBox.asked.clear();
+    for (int round = 0; round < 5; ++round) {
+        Call(mView.Get(), L"Resize");
+        Call(mView.Get(), L"ShowMonth", {1 + round, 2027});
+    }
+    for (const auto& [name, count] : mBox.asked)
+        EXPECT_LE(count, 1) << Narrow(name);
+    EXPECT_EQ(0, mBox.asked[L"hDC"]) << "known from the first drawing";
+}
+
+TEST_F(MonthViewClass, AFormMayLetGoOfTheCalendarWhileItIsAsked) {
+    ASSERT_TRUE(CreateView({Var::Missing(), true}));
+    IDispatch* const raw = mView.Get();
+    mOnDate = [this] { mView.Reset(); };
+    const std::vector<Var> press = PressOn(5);
+    EXPECT_EQ(Hex(S_OK), Hex(Call(raw, L"MouseDown", press).status));
+    EXPECT_FALSE(mView);
+}
+
+TEST_F(MonthViewClass, TheCallersObjectsAreGivenBack) {
+    const ULONG box = mBox.references;
+    const ULONG form = mForm.references;
+    ASSERT_TRUE(CreateView({Var::Missing(), true}));
+    Call(mView.Get(), L"MouseDown", PressOn(5));
+    EXPECT_GT(mBox.references, box);
+    mView.Reset();
+    EXPECT_EQ(box, mBox.references);
+    EXPECT_EQ(form, mForm.references);
+}
+
+/// The calendar of November 2026 by the system's own calls and nothing else.
+void DrawNovember(HostBox& box, int focusDay, int selectedDay) {
+    const auto text = [&](const char* what, RECT area, long colour) {
+        box.values[L"ForeColor"] = Var(colour);
+        DrawTextA(box.Context(), what, static_cast<int>(strlen(what)), &area, 0x8025);
+    };
+    const auto edge = [&](RECT area, UINT style, UINT flags) { DrawEdge(box.Context(), &area, style, flags); };
+    box.Fill({0, 0, kWidth, kHeight}, static_cast<long>(0x8000000F));
+    box.SetBold(false);
+    const int button = box.TextHeight() + 6;
+    RECT previous = {4, 4, 4 + button, 4 + button};
+    RECT next = {kWidth - 4 - button, 4, kWidth - 4, 4 + button};
+    DrawFrameControl(box.Context(), &previous, DFC_SCROLL, DFCS_SCROLLLEFT);
+    DrawFrameControl(box.Context(), &next, DFC_SCROLL, DFCS_SCROLLRIGHT);
+    const RECT caption = {previous.right + 1, 5, next.left - 1, previous.bottom};
+    edge(caption, EDGE_BUMP, BF_RECT | BF_MIDDLE | BF_FLAT);
+    text("November, 2026", caption, static_cast<long>(0x80000012));
+    const int cellWidth = (kWidth - 8) / 7;
+    const int cellHeight = (kHeight - 8 - caption.bottom - 4) / 7;
+    int spare = kWidth - 8 - 7 * cellWidth;
+    std::vector<int> edges = {4};
+    for (int column = 0; column < 7; ++column)
+        edges.push_back(edges.back() + cellWidth + (spare-- > 0 ? 1 : 0));
+    const char* const days[] = {"S", "M", "T", "W", "T", "F", "S"};
+    const int header = caption.bottom + 4;
+    for (std::size_t column = 0; column < 7; ++column) {
+        const RECT cell = {edges[column], header, edges[column + 1], header + cellHeight};
+        edge(cell, EDGE_ETCHED, BF_RECT | BF_MIDDLE);
+        text(days[column], cell, static_cast<long>(0x80000011));
+    }
+    for (int place = 0; place < 42; ++place) {
+        const auto column = static_cast<std::size_t>(place % 7);
+        const int top = header + cellHeight + 4 + place / 7 * cellHeight;
+        const RECT cell = {edges[column], top, edges[column + 1], top + cellHeight};
+        edge(cell, EDGE_ETCHED, BF_RECT | BF_MIDDLE);
+        const int day = place + 1;
+        if (day > 30) continue;
+        const bool selected = day == selectedDay;
+        if (selected)
+            box.Fill({cell.left + 2, cell.top + 2, cell.right - 4, cell.bottom - 4}, static_cast<long>(0x8000000D));
+        text(std::to_string(day).c_str(), cell, static_cast<long>(selected ? 0x8000000E : 0x80000008));
+        RECT focus = {cell.left + 2, cell.top + 2, cell.right - 2, cell.bottom - 2};
+        if (day == focusDay) DrawFocusRect(box.Context(), &focus);
+    }
+}
+
+TEST_F(MonthViewClass, ThePictureIsThatOfTheSystemsOwnCalls) {
+    // In the language and the week of the machine of this test.
+    wchar_t first[2];
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_IFIRSTDAYOFWEEK, first, 2);
+    ASSERT_EQ(L'6', first[0]);
+    ASSERT_TRUE(CreateView({Var::Date(kNovember21 - 10)}));
+    Call(mView.Get(), L"Resize");
+    HostBox expected(kWidth, kHeight, &mForm);
+    DrawNovember(expected, 21, 11);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    // The picture tells days apart.
+    DrawNovember(expected, 22, 11);
+    EXPECT_FALSE(expected.Pixels() == mBox.Pixels());
+}
+
+}  // namespace
+}  // namespace kwo::com_test
