@@ -90,11 +90,15 @@ private:
         AddMethod(L"MovePointer", 3, 3, [this](Call& call) { kwohost::MovePointer(PlaceOf(call)); });
         AddMethod(L"PressButton", 0, 1, [](Call& call) { kwohost::PressButton(call.Has(0) ? call.Whole(0) : 1); });
         AddMethod(L"ReleaseButton", 0, 1, [](Call& call) { kwohost::ReleaseButton(call.Has(0) ? call.Whole(0) : 1); });
+        AddMethod(L"HoldButton", 1, 2, [](Call& call) {
+            const LONG milliseconds = call.Whole(0);
+            if (milliseconds < 0) Fail(RuntimeError::InvalidCall, L"A button cannot be held for less than no time");
+            kwohost::HoldButton(call.Has(1) ? call.Whole(1) : 1, static_cast<DWORD>(milliseconds));
+        });
         AddMethod(L"Click", 3, 4, [this](Call& call) {
             const LONG button = call.Has(3) ? call.Whole(3) : 1;
             kwohost::MovePointer(PlaceOf(call));
-            kwohost::PressButton(button);
-            kwohost::ReleaseButton(button);
+            kwohost::ClickButton(button);
         });
         AddMethod(L"TypeKeys", 1, 1, [](Call& call) { kwohost::TypeKeys(call.Text(0)); });
     }

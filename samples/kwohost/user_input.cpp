@@ -33,6 +33,22 @@ INPUT Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
     return input;
 }
 
+DWORD DownOf(LONG button) {
+    return button == 2 ? MOUSEEVENTF_RIGHTDOWN : button == 4 ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_LEFTDOWN;
+}
+
+DWORD UpOf(LONG button) {
+    return button == 2 ? MOUSEEVENTF_RIGHTUP : button == 4 ? MOUSEEVENTF_MIDDLEUP : MOUSEEVENTF_LEFTUP;
+}
+
+LONG theHeldButton = 1;
+
+void CALLBACK ReleaseHeld(HWND, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(nullptr, timer);
+    INPUT up = Mouse(UpOf(theHeldButton));
+    SendInput(1, &up, sizeof up);
+}
+
 INPUT Key(WORD code, bool isUp) {
     INPUT input = {};
     input.type = INPUT_KEYBOARD;
@@ -69,11 +85,25 @@ void MovePointer(POINT onScreen) {
 }
 
 void PressButton(LONG button) {
-    Send({Mouse(button == 2 ? MOUSEEVENTF_RIGHTDOWN : button == 4 ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_LEFTDOWN)});
+    Send({Mouse(DownOf(button))});
 }
 
 void ReleaseButton(LONG button) {
-    Send({Mouse(button == 2 ? MOUSEEVENTF_RIGHTUP : button == 4 ? MOUSEEVENTF_MIDDLEUP : MOUSEEVENTF_LEFTUP)});
+    Send({Mouse(UpOf(button))});
+}
+
+void ClickButton(LONG button) {
+    INPUT inputs[] = {Mouse(DownOf(button)), Mouse(UpOf(button))};
+    SendInput(2, inputs, sizeof(INPUT));
+    Settle();
+}
+
+void HoldButton(LONG button, DWORD milliseconds) {
+    theHeldButton = button;
+    SetTimer(nullptr, 0, milliseconds, ReleaseHeld);
+    Send({Mouse(DownOf(button))});
+    RunMessages(std::chrono::milliseconds(milliseconds), [] {});
+    Settle();
 }
 
 void TypeKeys(std::wstring_view keys) {
