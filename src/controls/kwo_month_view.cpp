@@ -161,6 +161,7 @@ bool KWOMonthView::FormRefusesMonth(Date target) {
 }
 
 bool KWOMonthView::FormRefusesDate(Date date) {
+    // Intended: the switch for notifications governs the months alone.
     return FormRefuses(u"OnChangeDate", date);
 }
 

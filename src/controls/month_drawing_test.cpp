@@ -225,7 +225,9 @@ TEST_F(MonthDrawingTest, ABevelRedrawsAsAResizeDoes) {
     EXPECT_EQ(changed.front(), "Call box.Cls");
 }
 
-TEST_F(MonthDrawingTest, SelectedDaysAreHighlighted) {
+using HighlightIntended = MonthDrawingTest;
+
+TEST_F(HighlightIntended, SelectedDaysHaveABoxNearerToTheTopLeft) {
     Show(On(2026, 11, 1));
     for (const unsigned day : {5u, 28u, 30u})
         view->SelDaysAdd(On(2026, 11, day));

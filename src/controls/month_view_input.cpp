@@ -34,6 +34,7 @@ void KWOMonthView::Spin(std::size_t which) {
     button.active = true;
     button.pressed = true;
     const std::int32_t step = which == 0 ? -1 : 1;
+    // Intended: signed ticks, whose sum with the interval may overflow.
     std::int32_t due = Ticks();
     while (button.active) {
         if (Ticks() >= due) {
