@@ -1,6 +1,7 @@
 #include "controls/picture_box.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/component_error.h"
 
@@ -57,9 +58,11 @@ Colour PictureBox::ForeColour() const {
 }
 
 void PictureBox::SetFontBold(bool bold) const {
-    const HostObjectRef font = ObjectProperty(Box(), u"Font");
+    HostObjectRef font = ObjectProperty(Box(), u"Font");
     if (font == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    font->Let(u"Bold", bold);
+    // The same font is the same object here as well: it knows its members' names by then.
+    if (mFont == nullptr || !mFont->IsSameAs(*font)) mFont = std::move(font);
+    mFont->Let(u"Bold", bold);
 }
 
 void PictureBox::Let(TextView property, const Variant& value) const {

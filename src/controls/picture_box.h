@@ -30,7 +30,10 @@ class PictureBox {
 public:
     explicit PictureBox(const platform::Platform& services) : mPlatform(services) {}
 
-    void Assign(HostObjectRef box) { mBox = std::move(box); }
+    void Assign(HostObjectRef box) {
+        mBox = std::move(box);
+        mFont = nullptr;
+    }
     const HostObjectRef& Object() const { return mBox; }
 
     /// The device context: to be read again before each drawing call.
@@ -54,6 +57,7 @@ private:
 
     const platform::Platform& mPlatform;
     HostObjectRef mBox;
+    mutable HostObjectRef mFont;  ///< as the box gave it last
 };
 
 }  // namespace kwo::controls

@@ -34,6 +34,20 @@ TEST_F(PictureBoxTest, TheContextIsReadEachTime) {
     EXPECT_EQ(wrapped.Context(), 78);
 }
 
+TEST_F(PictureBoxTest, AnotherFontIsTakenAtOnce) {
+    PictureBox wrapped(component.platform);
+    wrapped.Assign(box);
+    wrapped.SetFontBold(true);
+    EXPECT_EQ(font->Property(u"Bold"), Variant(true));
+    const auto other = desktop.MakeObject(u"Font", "other");
+    other->SetProperty(u"Bold", false);
+    box->SetProperty(u"Font", HostObjectRef(other));
+    wrapped.SetFontBold(true);
+    EXPECT_EQ(other->Property(u"Bold"), Variant(true));
+    box->SetProperty(u"Font", HostObjectRef());
+    EXPECT_EQ(Raised([&] { wrapped.SetFontBold(true); }).number, 91);
+}
+
 TEST_F(PictureBoxTest, AFilledBoxIsASinglesCallWithTheOption) {
     PictureBox wrapped(component.platform);
     wrapped.Assign(box);

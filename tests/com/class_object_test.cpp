@@ -95,7 +95,7 @@ TEST_P(EveryClass, OnlyTheTimerRaisesEvents) {
     const ComPtr<IDispatch> object = Create(GetParam());
     ASSERT_TRUE(object);
 
-    EXPECT_EQ(GetParam() == L"KWOTimer" && IsBuilt(L"KWOTimer"),
+    EXPECT_EQ(GetParam() == L"KWOTimer",
               static_cast<bool>(As<IConnectionPointContainer>(object.Get(), IID_IConnectionPointContainer)));
 }
 

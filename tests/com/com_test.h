@@ -210,8 +210,6 @@ ComPtr<IDispatch> Create(const std::wstring& className);
 /// The eleven classes, in no order that matters.
 const std::vector<std::wstring>& ClassNames();
 
-/// False for a class whose members are not there yet: each of them must say so with E_NOTIMPL.
-bool IsBuilt(const std::wstring& className);
 
 /// The member ran: it succeeded, or the class is not built yet and the member said so.
 ::testing::AssertionResult Reached(const Outcome& outcome, const std::wstring& className);

@@ -82,8 +82,4 @@ void FillExceptionInfo(HRESULT failure, EXCEPINFO& info) noexcept {
     error->GetHelpContext(&info.dwHelpContext);
 }
 
-void RaiseNotBuilt() {
-    platform::Raise(E_NOTIMPL, {}, u"This version of the component does not have this member yet");
-}
-
 }  // namespace kwo::com

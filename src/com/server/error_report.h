@@ -51,7 +51,4 @@ Type& Required(Type* pointer) {
     return *pointer;
 }
 
-/// Raised by a member that this version does not have yet.
-[[noreturn]] void RaiseNotBuilt();
-
 }  // namespace kwo::com
