@@ -159,6 +159,22 @@ TEST_F(MonthView, NothingHappensBeforeItIsCreated) {
     EXPECT_EQ(TakeLog(), Lines{});
 }
 
+TEST_F(MonthView, NothingHappensAfterAFailedSecondCreate) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    view->DblClick();
+    box->FailMember(u"Refresh", Refusal());
+    EXPECT_FALSE(Create(On(2026, 11, 21), {.canMultiSelect = true}));
+    box->MendMember(u"Refresh");
+    desktop.log.Clear();
+    Click(2026, 11, 5);
+    view->MouseMove(10 * 15, 10 * 15);
+    view->DblClick();
+    view->Resize();
+    view->SelDaysAdd(On(2026, 11, 5));
+    EXPECT_EQ(TakeLog(), Lines{});
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
+}
+
 using ShowMonthTest = MonthView;
 
 TEST_F(ShowMonthTest, MovesTheFocusToTheFirstDay) {
@@ -320,6 +336,14 @@ TEST_F(DateLimits, AMinimumAfterTheVisibleMonthMovesThere) {
     EXPECT_EQ(Visible(), IntPair(2, 2027));
     Key(33);
     EXPECT_EQ(Visible(), IntPair(1, 2027));
+}
+
+TEST_F(DateLimits, TheFirstDayOfTheCenturyIsALimitAsWell) {
+    Ready(On(2026, 11, 21));
+    view->SetMaxDate({1});
+    EXPECT_EQ(Visible(), IntPair(12, 1899));
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 1899));
 }
 
 TEST_F(DateLimits, SelDaysAddKnowsNoLimits) {
@@ -563,6 +587,27 @@ TEST_F(SpinButtons, AHeldButtonRepeats) {
     view->MouseDown(1, kNext, kInside);
     // At once, and at 150, 300 ... 900.
     EXPECT_EQ(Visible(), IntPair(6, 2027));
+}
+
+TEST_F(SpinButtons, TheUsualIntervalIs150) {
+    const auto steps = [&](KWOMonthView::CreateOptions options) {
+        Ready(On(2026, 11, 21), std::move(options));
+        desktop.PostAt(60'000, [&] { view->MouseUp(); });
+        view->MouseDown(1, kNext, kInside);
+        return view->VisibleMonth() + 12 * view->VisibleYear();
+    };
+    EXPECT_EQ(steps({}), steps({.spinInterval = std::int16_t{150}}));
+    EXPECT_NE(steps({}), steps({.spinInterval = std::int16_t{151}}));
+}
+
+TEST_F(SpinButtons, ALayoutRaisesBothButtonsUntilThePointerMoves) {
+    for (const float button : {kPrevious, kNext}) {
+        Ready(On(2026, 11, 21), {});
+        desktop.PostAt(50, [&] { view->Resize(); });
+        desktop.PostAt(500, [&] { view->MouseUp(); });
+        view->MouseDown(1, button, kInside);
+        EXPECT_EQ(view->VisibleMonth(), button == kNext ? 12 : 10);
+    }
 }
 
 TEST_F(SpinButtons, OffTheButtonTheStepsStopAndGoOnWhenItIsBack) {

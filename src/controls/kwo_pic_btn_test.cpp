@@ -388,6 +388,45 @@ TEST_F(Button, AFailingNotificationTellsItsStepAndLeavesTheButtonDown) {
     EXPECT_EQ(clicks, 1);
 }
 
+TEST_F(Button, EveryStepOfAReleaseHasItsText) {
+    desktop.components.Install(u"KWOInit.KWOInitialize", [this] {
+        const auto companion = desktop.MakeObject();
+        companion->SetMethod(u"KWO_MsgTableSize",
+                             [](std::span<Variant> given) -> Variant {
+                                 given[2] = std::int32_t{1923};
+                                 given[3] = std::int32_t{1928};
+                                 given[4] = std::int32_t{100};
+                                 return true;
+                             },
+                             {u"ProgramName", u"MsgFilePath", u"IdxArrayStart", u"IdxArrayEnd", u"TextArraySize"});
+        companion->SetMethod(
+            u"KWO_MsgTableLoad",
+            [](std::span<Variant> given) -> Variant {
+                auto filled = std::make_shared<platform::TextArray>(
+                    *std::dynamic_pointer_cast<const platform::TextArray>(std::get<platform::ForeignRef>(given[2])));
+                for (std::size_t at = 0; at < filled->items.size(); ++at)
+                    filled->items[at] = Text(1, static_cast<char16_t>(u'3' + at));
+                given[2] = platform::ForeignRef(filled);
+                return platform::Empty{};
+            },
+            {u"Language", u"IdxArray", u"TextArray"});
+        return companion;
+    });
+    Create();
+    const auto step = [&](SimulatedObject& object, TextView member, float x = 750) {
+        button->MouseDown(1, 750, 300);
+        object.FailMember(member, Refusal());
+        const ComponentError error = Raised([&] { button->MouseUp(x, 300); });
+        object.MendMember(member);
+        return error.description;
+    };
+    EXPECT_EQ(step(*box, u"Cls"), u"Refused\r\n3");
+    EXPECT_EQ(step(*box, u"hDC"), u"Refused\r\n4");
+    EXPECT_EQ(step(*box, u"Refresh"), u"Refused\r\n4");
+    EXPECT_EQ(step(*form, u"x", 1e30f), u"Overflow\r\n7");
+    EXPECT_EQ(step(*form, u"OnButtonClick"), u"Refused\r\n8");
+}
+
 TEST_F(Button, AFormWithoutTheProcedureIsAnError) {
     const auto bare = desktop.MakeObject(u"Form", "bare");
     box->SetProperty(u"Parent", HostObjectRef(bare));

@@ -98,10 +98,10 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
             return false;
         }
         Open(left, right, splitter, options);
-    } catch (ComponentError& error) {
+    } catch (const ComponentError& error) {
         mCreated = false;
-        if (error.source.empty()) error.source = u"KWOSplitterV.Create";
-        mComponent.error.KWO_AppError(error, {}, kStopIcon, false, true);
+        mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create"});
+        mComponent.error.KWO_AppError({}, {}, kStopIcon, false, false);
         return false;
     }
     mCreated = true;

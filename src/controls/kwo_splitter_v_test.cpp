@@ -156,6 +156,7 @@ TEST_F(Splitter, AFailureIsToldByABoxAndFalse) {
         row.object.MendMember(row.member);
         ASSERT_EQ(boxes.size(), 1u) << std::string(row.member.begin(), row.member.end());
         EXPECT_NE(boxes[0].prompt.find(u"Refused"), Text::npos);
+        EXPECT_EQ(boxes[0].style & 0xFF, 16u);
         desktop.log.Clear();
         splitter->MouseDown(1, 0);
         EXPECT_EQ(TakeLog(), Lines{}) << "not created";
@@ -164,7 +165,8 @@ TEST_F(Splitter, AFailureIsToldByABoxAndFalse) {
     EXPECT_FALSE(splitter->Create(nullptr, right, bar, {}));
     EXPECT_FALSE(splitter->Create(left, right, nullptr, {}));
     EXPECT_FALSE(splitter->Create(left, right, bar, {.marginTop = Text(u"wide")}));
-    EXPECT_EQ(boxes.size(), 3u);
+    ASSERT_EQ(boxes.size(), 3u);
+    EXPECT_NE(boxes[0].prompt.find(u"KWOSplitterV.Create"), Text::npos) << "where the host names no source";
 }
 
 TEST_F(Splitter, ResizeFitsThePanesToTheBar) {

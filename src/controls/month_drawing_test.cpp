@@ -181,6 +181,15 @@ TEST_F(MonthDrawingTest, TheDayLettersAreTheUsers) {
     EXPECT_EQ(Redrawn(), picture.Drawn());
 }
 
+TEST_F(MonthDrawingTest, AWeekThatBeginsOnNoDayBeginsOnMonday) {
+    desktop.locale.settings[4108] = u"7";
+    Show(On(2026, 11, 21));
+    Picture picture;
+    picture.selected = {21};
+    picture.firstDayOfWeek = 0;
+    EXPECT_EQ(Redrawn(), picture.Drawn());
+}
+
 TEST_F(MonthDrawingTest, AllBevels) {
     Show(On(2026, 11, 21));
     view->style.selectedColour = 0x0000FF;

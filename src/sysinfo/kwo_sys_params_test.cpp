@@ -156,6 +156,23 @@ TEST_F(SystemFonts, AHeightOfMoreThan32BitsOfTwipsOverflows) {
     }
 }
 
+TEST_F(SystemFonts, TheLargestNumberOfTwipsIsASize) {
+    EXPECT_EQ(SizeOf(INT32_MAX, 1), INT32_MAX / 20.0);
+}
+
+TEST_F(SystemFonts, TwipsPerPixelOfMoreThan16BitsOverflow) {
+    EXPECT_EQ(SizeOf(-1, 32'767), 32'767 / 20.0);
+    for (const double twips : {32'768.0, -32'769.0}) {
+        desktop.screen.twipsPerPixelY = twips;
+        try {
+            const KWOSysParams params(component);
+            ADD_FAILURE() << twips;
+        } catch (const ComponentError& error) {
+            EXPECT_EQ(error.number, 6);
+        }
+    }
+}
+
 TEST_F(SystemFonts, AFailedQueryGivesEmptyFonts) {
     desktop.FailCall("SystemParametersInfo", 1, 5);
     const KWOSysParams params(component);

@@ -318,7 +318,7 @@ TEST_F(SystemVersion, AFailedQueryIsToldByABoxAndTriedAgain) {
     EXPECT_FALSE(utility.KWO_IsWinNT());
     ASSERT_EQ(boxes.size(), 1u);
     EXPECT_NE(boxes[0].prompt.find(u"GetVersionEx failed."), Text::npos);
-    EXPECT_EQ(boxes[0].style & 0xF0, 16u);
+    EXPECT_EQ(boxes[0].style & 0xFF, 16u);
     desktop.FailCall("GetVersionEx", 1, 5);
     EXPECT_EQ(utility.KWO_WinMajorVersion(), 0);
     EXPECT_EQ(boxes.size(), 2u);
