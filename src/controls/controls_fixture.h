@@ -31,6 +31,9 @@ protected:
         form->SetProperty(u"WindowState", std::int16_t{0});
         box = MakeBox(kContext, kWindow);
     }
+    /// A form holds its active control, and that its form.
+    ~ControlsTest() override { form->SetProperty(u"ActiveControl", HostObjectRef()); }
+
     std::shared_ptr<SimulatedObject> MakeBox(std::int32_t context, std::int32_t window) {
         auto made = desktop.MakeObject(u"PictureBox", "box");
         font = desktop.MakeObject(u"Font", "font");
