@@ -400,16 +400,22 @@ TEST_F(MaxDateIntended, ClearingItMovesTheFocusToTheZeroDate) {
 using SpinIntervalIntended = MonthView;
 
 TEST_F(SpinIntervalIntended, EveryNumberIsTaken) {
-    for (const std::int16_t interval : {5000, 1, 1000, 0, -5}) {
+    for (const std::int16_t interval : std::initializer_list<std::int16_t>{5000, 1, 1000, 0, -5}) {
         EXPECT_TRUE(Create(On(2026, 11, 21), {.spinInterval = interval}));
         desktop.clock.msPerReading = 1;
         desktop.PostAt(interval > 1000 ? 5500 : 40, [&] { view->MouseUp(); });
         const int before = view->VisibleMonth() + 12 * view->VisibleYear();
         view->MouseDown(1, 115 * 15, 10 * 15);
         const int steps = view->VisibleMonth() + 12 * view->VisibleYear() - before;
-        if (interval == 5000) EXPECT_EQ(steps, 2);
-        if (interval == 1000) EXPECT_EQ(steps, 1);
-        if (interval <= 1) EXPECT_GT(steps, 5) << interval;
+        if (interval == 5000) {
+            EXPECT_EQ(steps, 2);
+        }
+        if (interval == 1000) {
+            EXPECT_EQ(steps, 1);
+        }
+        if (interval <= 1) {
+            EXPECT_GT(steps, 5) << interval;
+        }
     }
 }
 
@@ -488,7 +494,7 @@ TEST_F(DaySelection, WithoutTheRightNothingIsClicked) {
 TEST_F(DaySelection, OtherButtonsClickNothing) {
     Ready(On(2026, 11, 21));
     const auto [x, y] = PlaceOf(2026, 11, 5);
-    for (const std::int16_t button : {0, 2, 3, 4})
+    for (const std::int16_t button : std::initializer_list<std::int16_t>{0, 2, 3, 4})
         view->MouseDown(button, x, y);
     EXPECT_EQ(TakeLog(), Lines{});
 }
@@ -765,7 +771,7 @@ TEST_F(Keys, PagesChangeTheMonth) {
 }
 
 TEST_F(Keys, EnterAndSpaceToggleTheFocusDay) {
-    for (const std::int16_t code : {13, 32}) {
+    for (const std::int16_t code : std::initializer_list<std::int16_t>{13, 32}) {
         Ready(On(2026, 11, 12), {.selDate = On(2026, 11, 3), .canChange = true});
         EXPECT_EQ(Key(code), 0);
         EXPECT_TRUE(view->IsSelected(On(2026, 11, 12)));
@@ -797,7 +803,7 @@ TEST_F(Keys, WithoutTheRightTheKeyIsNotUsed) {
 
 TEST_F(Keys, OtherKeysDoNothing) {
     Ready(On(2026, 11, 12));
-    for (const std::int16_t code : {0, 9, 27, 35, 36, 65, -1})
+    for (const std::int16_t code : std::initializer_list<std::int16_t>{0, 9, 27, 35, 36, 65, -1})
         EXPECT_EQ(Key(code), code);
     EXPECT_EQ(TakeLog(), Lines{});
 }

@@ -166,7 +166,7 @@ TEST_F(Button, APressInsideSinksAndAReleaseClicks) {
 
 TEST_F(Button, OtherButtonsPressNothing) {
     Create();
-    for (const std::int16_t other : {0, 2, 3, 4, 5}) {
+    for (const std::int16_t other : std::initializer_list<std::int16_t>{0, 2, 3, 4, 5}) {
         button->MouseDown(other, 750, 300);
         EXPECT_EQ(Drawn(), Lines{}) << other;
         button->MouseUp(750, 300);

@@ -227,7 +227,7 @@ TEST_F(Splitter, APressDrawsTheLineAcrossTheScreen) {
 
 TEST_F(Splitter, AnotherButtonStartsNoDrag) {
     CreateQuietly();
-    for (const std::int16_t button : {2, 3, 4, 0})
+    for (const std::int16_t button : std::initializer_list<std::int16_t>{2, 3, 4, 0})
         splitter->MouseDown(button, 30);
     splitter->MouseMove(100);
     splitter->MouseUp(100);

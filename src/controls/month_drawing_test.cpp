@@ -287,7 +287,9 @@ TEST_F(MonthDrawingTest, TheContextIsReadBeforeEveryDrawingCall) {
     box->logsReads = true;
     const Lines lines = Redrawn();
     for (std::size_t at = 0; at < lines.size(); ++at) {
-        if (lines[at].starts_with("Draw")) EXPECT_EQ(lines[at - 1], "Get box.hDC") << at;
+        if (lines[at].starts_with("Draw")) {
+            EXPECT_EQ(lines[at - 1], "Get box.hDC") << at;
+        }
     }
 }
 

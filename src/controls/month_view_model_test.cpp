@@ -195,7 +195,9 @@ TEST_F(MonthViewModel, AMillionRandomOperationsAgreeWithTheRules) {
         ASSERT_EQ(view->VisibleYear(), at.year) << round;
         ASSERT_EQ(view->IsSelected({near}), naive.Has(near)) << round;
         ASSERT_EQ(view->SelDay().days != 0, !naive.selected.empty()) << round;
-        if (!naive.selected.empty()) ASSERT_EQ(std::lrint(view->SelDay().days), naive.selected.front()) << round;
+        if (!naive.selected.empty()) {
+            ASSERT_EQ(std::lrint(view->SelDay().days), naive.selected.front()) << round;
+        }
         if (round % 64 == 0) desktop.log.Clear();
         // The set stays as small as people keep theirs.
         if (naive.selected.size() > 60) {

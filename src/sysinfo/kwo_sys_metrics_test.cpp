@@ -248,7 +248,7 @@ class ScaleModeIntended : public SysMetrics {};
 
 TEST_F(ScaleModeIntended, OneOddValueSticksAndLaterOnesAreIgnored) {
     Value(Metric::ScreenX) = 100;
-    for (const std::int16_t mode : {kTwips, kPixels, kTwips}) {
+    for (const std::int16_t mode : std::initializer_list<std::int16_t>{kTwips, kPixels, kTwips}) {
         metrics.SetScaleMode(mode);
         EXPECT_EQ(metrics.ScaleMode(), mode);
     }

@@ -359,7 +359,8 @@ TEST_F(Pause, WaitsForSeconds) {
 }
 
 TEST_F(Pause, ReturnsAtOnceForZeroAndLess) {
-    for (const std::int16_t seconds : {std::int16_t{0}, std::int16_t{-1}, std::int16_t{-32}})
+    for (const std::int16_t seconds :
+         std::initializer_list<std::int16_t>{std::int16_t{0}, std::int16_t{-1}, std::int16_t{-32}})
         utility.KWO_Pause(seconds);
     EXPECT_EQ(Rounds(), 0u);
 }

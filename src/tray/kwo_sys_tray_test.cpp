@@ -88,7 +88,7 @@ TEST_F(Tray, ABitmapIsRefused) {
 }
 
 TEST_F(Tray, OnlyTypeThreeIsAnIcon) {
-    for (const std::int16_t type : {-1, 0, 1, 2, 4, 30})
+    for (const std::int16_t type : std::initializer_list<std::int16_t>{-1, 0, 1, 2, 4, 30})
         EXPECT_FALSE(tray->Create(kWindow, Picture(type, 9), u"")) << type;
     EXPECT_EQ(Calls(), Lines{});
 }
@@ -261,7 +261,7 @@ TEST_F(Tray, MessageNumbersOfTheTwoButtons) {
     EXPECT_EQ(KWOSysTray::MouseUpMsg(2), 517);
     EXPECT_EQ(KWOSysTray::DoubleClickMsg(1), 515);
     EXPECT_EQ(KWOSysTray::DoubleClickMsg(2), 518);
-    for (const std::int16_t button : {0, 3, 4, -1, 32'767}) {
+    for (const std::int16_t button : std::initializer_list<std::int16_t>{0, 3, 4, -1, 32'767}) {
         EXPECT_EQ(KWOSysTray::MouseDownMsg(button), 0) << button;
         EXPECT_EQ(KWOSysTray::MouseUpMsg(button), 0) << button;
         EXPECT_EQ(KWOSysTray::DoubleClickMsg(button), 0) << button;
