@@ -339,6 +339,16 @@ protected:
         return {};
     }
     static HWND WindowOf(const wchar_t* title) { return FindWindowW(L"KWOSecondProgram", title); }
+    /// Another program's window takes its time.
+    static bool ComesToTheFront(HWND window) {
+        for (int i = 0; i < 500 && GetForegroundWindow() != window; ++i) {
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+            Sleep(10);
+        }
+        return GetForegroundWindow() == window;
+    }
     static DWORD ProcessOf(HWND window) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
@@ -387,7 +397,7 @@ TEST_F(StartOrActivate, ARunningInstanceComesToTheFrontInstead) {
 
     const HWND window = WindowOf(L"The Running One");
     EXPECT_EQ(static_cast<long>(ProcessOf(window)), task);
-    EXPECT_EQ(window, GetForegroundWindow());
+    EXPECT_TRUE(ComesToTheFront(window));
     EXPECT_EQ(nullptr, WindowOf(L"Other"));
     DestroyWindow(own);
 }
