@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "platform/drawing.h"
+
 namespace kwo::controls {
 
 /// The edge of an element of the calendar.
@@ -19,32 +21,27 @@ struct Bevel {
         constexpr std::uint32_t kFilled = kRectangle + kMiddle;
         switch (number) {
             case 1:
-                return {kRaised, kFilled + kSoft, kFilled + kFlat};
+                return {platform::Drawing::kEdgeRaised, kFilled + kSoft, kFilled + kFlat};
             case 2:
-                return {kSunken, kFilled + kSoft, kFilled};
+                return {platform::Drawing::kEdgeSunken, kFilled + kSoft, kFilled};
             case 3:
-                return {kEtched, kFilled, kFilled};
+                return {platform::Drawing::kEdgeEtched, kFilled, kFilled};
             default:
-                return {kBump, kFilled + kFlat, kFilled};
+                return {platform::Drawing::kEdgeBump, kFilled + kFlat, kFilled};
         }
     }
     constexpr std::int16_t Number() const {
         switch (edge) {
-            case kRaised:
+            case platform::Drawing::kEdgeRaised:
                 return 1;
-            case kSunken:
+            case platform::Drawing::kEdgeSunken:
                 return 2;
-            case kEtched:
+            case platform::Drawing::kEdgeEtched:
                 return 3;
             default:
                 return 0;
         }
     }
-
-    static constexpr std::uint32_t kRaised = 5;
-    static constexpr std::uint32_t kEtched = 6;
-    static constexpr std::uint32_t kBump = 9;
-    static constexpr std::uint32_t kSunken = 10;
 };
 
 }  // namespace kwo::controls

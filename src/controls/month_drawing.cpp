@@ -70,7 +70,7 @@ void MonthDrawing::Day(const Rect& cell, std::int16_t day, const MonthStyle& sty
 
 void MonthDrawing::SelectedGround(const Rect& cell, const MonthStyle& style) const {
     if (style.selectedColour != MonthStyle::kHighlightText) {
-        Edge(cell, Bevel::kSunken, style.dayBevel.selectedFlags);
+        Edge(cell, Drawing::kEdgeSunken, style.dayBevel.selectedFlags);
         return;
     }
     // Intended: nearer to the cell's top left than to its bottom right.
