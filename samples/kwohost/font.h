@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include "com_values.h"
+#include "units.h"
 
 namespace kwohost {
 
@@ -16,6 +17,7 @@ public:
         first.cySize.int64 = 82'500;
         first.sWeight = FW_NORMAL;
         Check(OleCreateFontIndirect(&first, IID_IFont, mFont.ReceiveAny()));
+        CountInTwips();
     }
 
     ComPtr<IDispatch> Object() const {
@@ -29,6 +31,7 @@ public:
         if (FAILED(object->QueryInterface(IID_IFont, font.ReceiveAny())))
             Fail(RuntimeError::TypeMismatch, L"This is no font");
         mFont = font;
+        CountInTwips();
     }
     /// As it is now; the font object keeps it.
     HFONT Handle() const {
@@ -38,6 +41,13 @@ public:
     }
 
 private:
+    /// A point is twenty of the twips that everything else is counted in.
+    void CountInTwips() {
+        constexpr LONG kTwipsPerInch = 1440;
+        constexpr LONG kHimetricPerInch = 2540;
+        Check(mFont->SetRatio(kTwipsPerInch, kHimetricPerInch * static_cast<LONG>(TwipsPerPixel(Axis::Y))));
+    }
+
     ComPtr<IFont> mFont;
 };
 

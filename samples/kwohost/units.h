@@ -11,12 +11,14 @@ enum class Scale : LONG { Twips = 1, Pixels = 3 };
 
 enum class Axis { X, Y };
 
-/// 1440 by the logical dots per inch of the display.
+/// 1440 by the logical dots per inch of the display, to the nearest whole number (halves to even): components count
+/// with whole numbers of twips, and meet a pixel only in a host that counts in the same way. So everything here does,
+/// also where the quotient is 8.57 (168 dots) or 7.5 (192 dots).
 inline double TwipsPerPixel(Axis axis) {
     const HDC screen = GetDC(nullptr);
     const int dotsPerInch = GetDeviceCaps(screen, axis == Axis::X ? LOGPIXELSX : LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    return 1440.0 / dotsPerInch;
+    return std::nearbyint(1440.0 / dotsPerInch);
 }
 
 inline double UnitsPerPixel(Scale scale, Axis axis) {

@@ -26,12 +26,13 @@ inline std::int32_t Checked(std::int64_t value) {
     return static_cast<std::int32_t>(value);
 }
 
-/// Twips in a pixel, whole numbers.
+/// Twips in a pixel, whole numbers: halves are rounded to even. A host counts with the same ones.
 struct TwipsPerPixel {
     std::int16_t x = 15;
     std::int16_t y = 15;
 
     static TwipsPerPixel Of(platform::Screen& screen) {
+        // Intended: also where a pixel has a fraction of a twip, as at 168 and 192 dots per inch.
         return {Rounded<std::int16_t>(screen.TwipsPerPixelX()), Rounded<std::int16_t>(screen.TwipsPerPixelY())};
     }
 

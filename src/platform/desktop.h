@@ -37,7 +37,8 @@ public:
     /// 1440 by the logical dots per inch of the display.
     virtual double TwipsPerPixelX() = 0;
     virtual double TwipsPerPixelY() = 0;
-    /// The whole screen, in twips.
+    /// The whole screen in twips, a whole number of them to a pixel as everywhere: the factors above rounded, halves to
+    /// even.
     virtual float Width() = 0;
     virtual float Height() = 0;
 };

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "com_test.h"
 #include "host_form.h"
 
@@ -12,12 +14,12 @@ PropertyObject MakeForm(double left, double top, double width, double height, sh
                            {L"Height", Var(height)}});
 }
 
+/// Whole twips to a pixel, halves to even.
 float TwipsOf(int metric, int axis) {
     const HDC screen = GetDC(nullptr);
-    const float twips =
-        static_cast<float>(GetSystemMetrics(metric)) * 1440.0f / static_cast<float>(GetDeviceCaps(screen, axis));
+    const float factor = std::nearbyint(1440.0f / static_cast<float>(GetDeviceCaps(screen, axis)));
     ReleaseDC(nullptr, screen);
-    return twips;
+    return static_cast<float>(GetSystemMetrics(metric)) * factor;
 }
 
 class FormPlacementMembers : public ::testing::Test {

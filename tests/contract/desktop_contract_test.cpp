@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "contract_test.h"
 
 namespace kwo::contract {
@@ -89,8 +91,12 @@ TEST_F(DesktopContract, ActiveFormIsAWindowOrNone) {
 
 TEST_F(DesktopContract, TheScreenHasASizeInTwips) {
     platform::Screen& screen = platform().screen;
-    EXPECT_GE(screen.Width(), 640 * screen.TwipsPerPixelX());
-    EXPECT_GE(screen.Height(), 480 * screen.TwipsPerPixelY());
+    const double twipsX = std::nearbyint(screen.TwipsPerPixelX());
+    const double twipsY = std::nearbyint(screen.TwipsPerPixelY());
+    EXPECT_GE(screen.Width(), 640 * twipsX);
+    EXPECT_GE(screen.Height(), 480 * twipsY);
+    EXPECT_EQ(std::fmod(screen.Width(), twipsX), 0);
+    EXPECT_EQ(std::fmod(screen.Height(), twipsY), 0);
 }
 
 }  // namespace

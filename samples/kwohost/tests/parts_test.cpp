@@ -3,8 +3,10 @@
 #include <chrono>
 
 #include "error_report.h"
+#include "font.h"
 #include "message_loop.h"
 #include "source_file.h"
+#include "units.h"
 #include "value_text.h"
 
 namespace kwohost::tests {
@@ -142,6 +144,45 @@ TEST(MessageLoop, WaitOfNoLengthLetsAMessageIn) {
 TEST(MessageLoop, RequestToQuitEndsTheWaitWithItsCode) {
     PostQuitMessage(12);
     EXPECT_EQ(RunMessages(std::chrono::milliseconds(60000), [] {}), 12);
+}
+
+namespace {
+
+LONG HeightOf(const Font& font) {
+    LOGFONTW description = {};
+    GetObjectW(font.Handle(), sizeof description, &description);
+    return description.lfHeight;
+}
+
+ComPtr<IDispatch> MakeFont(double points) {
+    FONTDESC description = {};
+    description.cbSizeofstruct = sizeof description;
+    description.lpstrName = const_cast<LPOLESTR>(L"Arial");
+    description.cySize.int64 = std::llround(points * 10'000);
+    description.sWeight = FW_NORMAL;
+    ComPtr<IDispatch> font;
+    OleCreateFontIndirect(&description, IID_IDispatch, font.ReceiveAny());
+    return font;
+}
+
+}  // namespace
+
+TEST(FontUnits, TwipsAreWholeAtTheDensityOfThisRun) {
+    wchar_t wanted[8] = L"96";
+    GetEnvironmentVariableW(L"KWO_DPI", wanted, 8);
+    const int dots = static_cast<int>(std::wcstol(wanted, nullptr, 10));
+    EXPECT_EQ(std::nearbyint(1440.0 / dots), TwipsPerPixel(Axis::X));
+    EXPECT_EQ(std::nearbyint(1440.0 / dots), TwipsPerPixel(Axis::Y));
+}
+
+TEST(FontUnits, APointIsTwentyTwips) {
+    const double twips = TwipsPerPixel(Axis::Y);
+    Font font;
+    EXPECT_EQ(-std::lround(8.25 * 20 / twips), HeightOf(font));
+    for (const int pixels : {11, 13, 16, 22, 27, 40}) {
+        font.Share(MakeFont(pixels * twips / 20).Get());
+        EXPECT_EQ(-pixels, HeightOf(font));
+    }
 }
 
 }  // namespace kwohost::tests

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cmath>
+
 #include "platform/windows/ansi.h"
 #include "platform/windows/handles.h"
 
@@ -80,11 +82,11 @@ double WindowsScreen::TwipsPerPixelY() {
 }
 
 float WindowsScreen::Width() {
-    return static_cast<float>(::GetSystemMetrics(SM_CXSCREEN) * TwipsPerPixelX());
+    return static_cast<float>(::GetSystemMetrics(SM_CXSCREEN) * std::nearbyint(TwipsPerPixelX()));
 }
 
 float WindowsScreen::Height() {
-    return static_cast<float>(::GetSystemMetrics(SM_CYSCREEN) * TwipsPerPixelY());
+    return static_cast<float>(::GetSystemMetrics(SM_CYSCREEN) * std::nearbyint(TwipsPerPixelY()));
 }
 
 }  // namespace kwo::platform::windows
