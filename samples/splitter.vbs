@@ -10,6 +10,8 @@ Set rightPane = form.AddControl("PictureBox", "picRight")
 Set bar = form.AddControl("Panel", "pnlBar")
 leftPane.BackColor = &H80000005
 rightPane.BackColor = &H80000005
+' A bar in the shadow's colour, so that it can be seen between the panes.
+bar.BackColor = &H80000010
 bar.Move 2000, 0, 60, 1000
 
 Set splitter = CreateObject("KWOUtil.KWOSplitterV")
@@ -23,10 +25,18 @@ Sub pnlBar_MouseMove(Button, Shift, X, Y)
 End Sub
 Sub pnlBar_MouseUp(Button, Shift, X, Y)
     splitter.MouseUp Button, Shift, X, Y
+    FitBar
 End Sub
 Sub frmSplit_Resize
     If Not IsEmpty(splitter) Then
         splitter.Resize
+        FitBar
+    End If
+End Sub
+' The class does not fit the bar's height again.
+Sub FitBar
+    If form.ScaleHeight > 120 Then
+        bar.Height = form.ScaleHeight - 120
     End If
 End Sub
 

@@ -36,6 +36,7 @@ Next
 picLog.TabStop = False
 picLog.AutoRedraw = True
 picLog.BackColor = &H80000005
+bar.BackColor = &H80000010
 panel.Move 60, 660, form.ScaleWidth - 120, form.ScaleHeight - 1140
 picMonth.Move 0, 0, 4000, 4000
 bar.Move 4000, 0, 60, 1000
@@ -113,6 +114,7 @@ Sub pnlBar_MouseMove(Button, Shift, X, Y)
 End Sub
 Sub pnlBar_MouseUp(Button, Shift, X, Y)
     splitter.MouseUp Button, Shift, X, Y
+    bar.Height = panel.ScaleHeight
     Tell "the bar is at " & bar.Left
 End Sub
 
@@ -170,6 +172,7 @@ Sub frmTour_Resize
             panel.Move 60, 660, form.ScaleWidth - 120, form.ScaleHeight - 1140
             status.Move 120, form.ScaleHeight - 360, form.ScaleWidth - 240, 300
             splitter.Resize
+            bar.Height = panel.ScaleHeight
         End If
     End If
 End Sub

@@ -118,5 +118,36 @@ is 'a word' "$(translated tools)" tools
 is 'a log name' "$(slug 'COM tests (64-bit)')" com-tests-64-bit
 is 'missing packages' "$(missing_packages 'one no-such-command' 'two bash' 'three /no/such/file')" $'one\nthree'
 
+# Examples of pages: one that nobody runs, or that has lost its script, must not go unnoticed.
+mkdir -p "$scratch/pages" "$scratch/examples"
+cp "$KWO_ROOT/tests/pages/extract_examples" "$scratch/pages"
+printf "Prepare\n'@example\nCheck\n" >"$scratch/pages/good.vbs"
+# extracted LINE...: what becomes of a page of these lines; paths in the answer are those from the page's folder.
+extracted() {
+    local rc=0
+    printf '%s\n' "$@" >"$scratch/page.md"
+    (cd "$scratch" && pages/extract_examples examples page.md) || rc=$?
+    printf 'exit %d' "$rc"
+}
+mark='<!-- run by tests/pages/good.vbs -->'
+fence='```vbs'
+end='```'
+is 'an example with its script' "$(extracted "$mark" "$fence" 'one & "\two"' '' "$end")" $'run good.vbs\nexit 0'
+is 'the filled script' "$(<"$scratch/examples/good.vbs")" $'Prepare\none & "\\two"\n\nCheck'
+is 'an example that is not run' "$(extracted "$mark" "$fence" "$end" '<!-- not run: why -->' "$fence" "$end")" \
+    $'run good.vbs\nnot run: page.md:5: why\nexit 0'
+is 'an example without a line before it' "$(extracted "$mark" "$fence" "$end" '' "$fence" "$end")" \
+    $'run good.vbs\nwrong: page.md:5: the line before the example does not say how it is run\nexit 1'
+is 'a line too far before it' "$(extracted "$mark" "$fence" "$end" '<!-- not run: why -->' '' "$fence" "$end")" \
+    $'run good.vbs\nwrong: page.md:6: the line before the example does not say how it is run\nexit 1'
+is 'no reason' "$(extracted "$mark" "$fence" "$end" '<!-- not run:  -->' "$fence" "$end" | tail -n 1)" 'exit 1'
+is 'a script that is not there' "$(extracted "$mark" "$fence" "$end" '<!-- run by tests/pages/bad.vbs -->' "$fence" "$end")" \
+    $'run good.vbs\nwrong: page.md:5: tests/pages/bad.vbs is no script with a line @example\nexit 1'
+is 'one script for two examples' "$(extracted "$mark" "$fence" "$end" "$mark" "$fence" "$end")" \
+    $'run good.vbs\nwrong: page.md:5: tests/pages/good.vbs drives another example already\nexit 1'
+is 'an example outside a fence' "$(extracted "$mark" "$fence" "$end" '    Set a = CreateObject("b")')" \
+    $'run good.vbs\nwrong: page.md:4: an example outside a fence\nexit 1'
+is 'a script that no example uses' "$(extracted 'text')" $'wrong: tests/pages/good.vbs drives no example\nexit 1'
+
 printf '%d passed, %d failed\n' "$passed" "$failed"
 ((failed == 0))

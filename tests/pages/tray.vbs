@@ -1,0 +1,27 @@
+' The example of docs/tray.md: the mouse's messages are sent to the form as the taskbar does it.
+' expect-output: ^opened$
+Dim count
+count = 0
+Sub Check(name, good)
+    count = count + 1
+    If good Then
+        WScript.Echo "ok " & name
+    Else
+        WScript.Echo "not ok " & name
+    End If
+End Sub
+Set frmMain = Host.CreateForm("frmMain")
+frmMain.Move 0, 0, 12000, 6000
+Set icon = Host.LoadPicture("kwoutil.ico")
+
+'@example
+
+Check "there is an icon", tray.Tip = "My program is running"
+Check "a movement is no double click", Not frmMain.Visible
+frmMain_MouseMove 0, 0, tray.MouseDownMsg(1) * Screen.TwipsPerPixelX, 0
+Check "nor is a press", Not frmMain.Visible
+frmMain_MouseMove 0, 0, tray.DoubleClickMsg(1) * Screen.TwipsPerPixelX, 0
+Check "a double click shows the form", frmMain.Visible
+tray.Destroy
+frmMain.Close
+WScript.Echo "done " & count
