@@ -29,6 +29,15 @@ protected:
         view.emplace(component);
         Ready(On(2026, 12, 1));
     }
+    /// Where the calendar's edges and arrows are drawn, in pixels.
+    Lines Drawn() {
+        desktop.log.Clear();
+        view->Resize();
+        Lines drawn = desktop.log.Starting("DrawEdge");
+        const Lines arrows = desktop.log.Starting("DrawFrameControl");
+        drawn.insert(drawn.end(), arrows.begin(), arrows.end());
+        return drawn;
+    }
     /// The days that are told when each day's cell is clicked in its middle.
     std::vector<int> Clicked(double twips) {
         std::vector<int> told;
@@ -57,13 +66,17 @@ TEST_F(WholeTwipsIntended, AFractionIsRoundedHalvesToEven) {
     EXPECT_EQ(TwipsPerPixel::Of(desktop.screen).y, 8) << "the axes are not each other's";
 }
 
-TEST_F(WholeTwipsIntended, AHostThatCountsWithThemHitsEveryDay) {
+TEST_F(WholeTwipsIntended, AHostThatCountsWithThemSeesAndHitsEveryDay) {
     std::vector<int> everyDay(31);
     for (int day = 1; day <= 31; ++day)
         everyDay[static_cast<std::size_t>(day) - 1] = day;
+    OpenCounting(15);
+    const Lines drawn = Drawn();
+    ASSERT_FALSE(drawn.empty());
     for (const Factor& factor : kFactors) {
         Display(factor);
         OpenCounting(factor.whole);
+        EXPECT_EQ(Drawn(), drawn) << factor.exact;
         EXPECT_EQ(Clicked(factor.whole), everyDay) << factor.exact;
     }
 }
