@@ -5,7 +5,7 @@ Option Explicit
 Dim form, box, status, view, focusDate
 Set form = Host.CreateForm("frmMonth")
 form.Caption = "Month view"
-form.Move 3000, 2000, 4500, 4650
+form.Move 1500, 900, 4500, 4650
 Set box = form.AddControl("PictureBox", "picMonth")
 box.Move 150, 150, 4000, 3300
 Set status = form.AddControl("Label", "lblStatus")

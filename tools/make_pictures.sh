@@ -6,7 +6,8 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"
 (($# == 0)) || die 'usage: make_pictures.sh'
 
-need_packages "${KWO_WINE_PACKAGES[@]}"
+# Both of its commands are used, and the list knows one.
+need_packages "${KWO_WINE_PACKAGES[@]}" 'imagemagick identify'
 dist=$KWO_ROOT/dist/x64
 [[ -f $dist/kwohost.exe ]] || die 'there is no dist/x64: ./run --build first'
 
@@ -28,7 +29,7 @@ picture() {
 # taken NAME BITMAP: in few colours.
 taken() {
     [[ -s $2 ]] || die "there is no picture for docs/$1.png"
-    convert "$2" -strip -colors 64 -define png:compression-level=9 "PNG8:$KWO_ROOT/docs/$1.png"
+    convert "$2" -strip +dither -colors 64 -define png:compression-level=9 "PNG8:$KWO_ROOT/docs/$1.png"
     printf 'docs/%s.png: %s\n' "$1" "$(identify -format '%w x %h, %b' "$KWO_ROOT/docs/$1.png")"
 }
 
