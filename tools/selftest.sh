@@ -115,6 +115,29 @@ is 'a path that goes up' "$(wine_path '/a/../b/./c')" 'Z:\b\c'
 is 'an argument that is a path' "$(translated "$scratch/program")" "$(wine_path "$scratch/program")"
 is 'a switch' "$(translated /regserver)" /regserver
 is 'a word' "$(translated tools)" tools
+# A stand-in for Wine in French: its messages are not even in the encoding of the shell.
+in_wine() {
+    local value file=${4-}
+    file=${file#Z:}
+    case $3 in
+        *'KWORegistry\CLSID') value='{11111111-2222-3333-4444-555555555555}' ;;
+        *'{11111111-2222-3333-4444-555555555555}\InprocServer32') value='Z:\dépôt\KWOUtil.dll' ;;
+        *)
+            printf 'reg: impossible de trouver la cl\x82 de registre sp\x82cifi\x82e.\r\n'
+            return 1
+            ;;
+    esac
+    if [[ $2 == query ]]; then
+        printf '\r\n%s\r\n    (par d\x82faut)    REG_SZ    %s\r\n\r\n' "$3" "$value"
+    else
+        printf 'Windows Registry Editor Version 5.00\r\n\r\n[%s]\r\n@="%s"\r\n"ThreadingModel"="Apartment"\r\n' \
+            "$3" "${value//\\/\\\\}" | iconv -f UTF-8 -t UTF-16 >"${file//\\//}"
+        printf 'L\x27op\x82ration s\x27est termin\x82e correctement.\r\n'
+    fi
+}
+is 'a registered component, in French' "$(registered_dll /d/KWOUtil.dll)" 'Z:\dépôt\KWOUtil.dll'
+is 'a component that is not registered, in French' "$(registered_dll /d/KWOInit.dll)" ''
+
 is 'a log name' "$(slug 'COM tests (64-bit)')" com-tests-64-bit
 is 'missing packages' "$(missing_packages 'one no-such-command' 'two bash' 'three /no/such/file')" $'one\nthree'
 

@@ -96,12 +96,23 @@ stop_opened() {
     done < <(printf '%s\n' "${kwo_opened[@]}")
 }
 
+# default_text KEY: what the registry holds as the key's default value; nothing when there is none. An export is the same
+# in every language; what `reg query` prints is in the user's, in the code page of his console.
+default_text() {
+    local file
+    file=$(log_of registry)
+    rm -f "$file"
+    in_wine reg export "$1" "$(wine_path "$file")" /y >/dev/null || return 0
+    [[ -f $file ]] || return 0
+    iconv -f UTF-16 -t UTF-8 "$file" | tr -d '\r' | LC_ALL=C sed -n '/^@="\(.*\)"$/{s//\1/;s/\\\(.\)/\1/g;p;q}'
+}
+
 # registered_dll DLL: where the registry says that it is, found by one of its classes; nothing when it is not registered.
 registered_dll() {
     local class known=KWOUtil.KWORegistry
     [[ ${1##*/} != KWOInit.dll ]] || known=KWOInit.KWOInitialize
-    class=$(in_wine reg query "HKCR\\$known\\CLSID" /ve | grep -o '{[^}]*}') || return 0
-    in_wine reg query "HKCR\\CLSID\\$class\\InprocServer32" /ve | sed -n 's/.*REG_SZ *//p'
+    class=$(default_text "HKEY_CLASSES_ROOT\\$known\\CLSID")
+    [[ -z $class ]] || default_text "HKEY_CLASSES_ROOT\\CLSID\\$class\\InprocServer32"
 }
 
 # register_dll DLL. The exit code alone proves nothing.
