@@ -8,3 +8,8 @@ set(INSTALL_GTEST OFF)
 set(BUILD_GMOCK OFF)
 set(gtest_force_shared_crt ON)
 add_subdirectory(${KWO_GOOGLETEST_DIR} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+# Its own locks on Windows need no thread library, but for one class that is ours to provide there.
+if(WIN32)
+  # In front of GoogleTest's own folders, where that file is empty.
+  target_compile_options(gtest PUBLIC "SHELL:-iquote ${CMAKE_CURRENT_LIST_DIR}/googletest")
+endif()

@@ -5,9 +5,10 @@ else()
   set(CMAKE_SYSTEM_PROCESSOR X86)
 endif()
 
-# Debian installs two flavours side by side; the C++ library's threads are in the "posix" one.
-find_program(KWO_CXX NAMES ${KWO_MINGW}-g++-posix ${KWO_MINGW}-g++ REQUIRED)
-find_program(KWO_CC NAMES ${KWO_MINGW}-gcc-posix ${KWO_MINGW}-gcc REQUIRED)
+# Debian installs two flavours side by side. The "posix" one brings a thread library that a DLL cannot be rid of: every
+# load would cost the host a thread-local slot (docs/architecture.md). The other has no std::mutex and no std::thread.
+find_program(KWO_CXX NAMES ${KWO_MINGW}-g++-win32 ${KWO_MINGW}-g++ REQUIRED)
+find_program(KWO_CC NAMES ${KWO_MINGW}-gcc-win32 ${KWO_MINGW}-gcc REQUIRED)
 find_program(KWO_RC NAMES ${KWO_MINGW}-windres windres REQUIRED)
 set(CMAKE_CXX_COMPILER ${KWO_CXX})
 set(CMAKE_C_COMPILER ${KWO_CC})

@@ -1,6 +1,7 @@
 #include "com/apartment.h"
 
 #include <algorithm>
+#include <mutex>
 
 #include "com/server/module.h"
 
@@ -45,13 +46,13 @@ void Apartments::ThreadEnded() {
     if (ended == nullptr) return;
     ::TlsSetValue(mSlot, nullptr);
     ended->platform.StopTimers();
-    const std::lock_guard guard(mMutex);
+    const std::lock_guard guard(mLock);
     std::erase_if(mApartments, [ended](const auto& apartment) { return apartment.get() == ended; });
 }
 
 std::shared_ptr<Apartment> Apartments::Current() {
     auto* const known = static_cast<Apartment*>(::TlsGetValue(mSlot));
-    const std::lock_guard guard(mMutex);
+    const std::lock_guard guard(mLock);
     if (known != nullptr) {
         return *std::ranges::find_if(mApartments, [known](const auto& apartment) { return apartment.get() == known; });
     }

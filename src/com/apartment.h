@@ -3,10 +3,10 @@
 #include <windows.h>
 
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include "frame/component.h"
+#include "platform/windows/lock.h"
 #include "platform/windows/windows_platform.h"
 
 namespace kwo::com {
@@ -36,7 +36,7 @@ public:
 
 private:
     DWORD mSlot = TLS_OUT_OF_INDEXES;
-    std::mutex mMutex;
+    platform::windows::Lock mLock;
     std::vector<std::shared_ptr<Apartment>> mApartments;
 };
 

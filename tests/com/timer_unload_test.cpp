@@ -1,8 +1,8 @@
 #include <atomic>
-#include <thread>
 
 #include "allocation_count.h"
 #include "dll_under_test.h"
+#include "thread.h"
 #include "timer_client.h"
 
 namespace kwo::com_test {
@@ -144,7 +144,7 @@ TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerTakesItsTicksAlong) {
     Sink theirs;
     Sink mine;
     const Library library;
-    std::thread([&] {
+    Thread([&] {
         CoInitialize(nullptr);
         ComPtr<IDispatch> timer = Make(library);
         Connect(theirs, PointOf(timer.Get()).Get());
@@ -153,7 +153,7 @@ TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerTakesItsTicksAlong) {
         EXPECT_TRUE(ProcessUntil([&] { return theirs.calls >= 2; }));
         timer.Reset();
         CoUninitialize();
-    }).join();
+    }).Join();
     const int calls = theirs.calls;
 
     ComPtr<IDispatch> timer = Make(library);
@@ -174,7 +174,7 @@ public:
     ~TickingThread() { End(); }
     void End() {
         mEnd = true;
-        if (mThread.joinable()) mThread.join();
+        mThread.Join();
     }
     int Ticks() const { return mTicks; }
     bool AllOnItsOwnThread() const { return mAllOnItsOwnThread; }
@@ -218,7 +218,7 @@ private:
     std::atomic<int> mTicks = 0;
     std::atomic<bool> mEnd = false;
     std::atomic<bool> mAllOnItsOwnThread = true;
-    std::thread mThread;
+    Thread mThread;
 };
 
 TEST_F(TimerUnloading, EndOfOneApartmentLeavesTheTicksOfTheOthers) {

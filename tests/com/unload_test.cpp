@@ -1,9 +1,9 @@
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "thread.h"
 #include "type_library_dump.h"
 
 #include <atomic>
-#include <thread>
 
 namespace kwo::com_test {
 namespace {
@@ -249,10 +249,10 @@ TEST(Apartments, TimersOfTwoThreadsTickEachOnItsOwn) {
         }
         CoUninitialize();
     };
-    std::thread first(work);
-    std::thread second(work);
-    first.join();
-    second.join();
+    Thread first(work);
+    Thread second(work);
+    first.Join();
+    second.Join();
 
     EXPECT_EQ(2, good);
 }
@@ -272,10 +272,10 @@ TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
         CoUninitialize();
         if (fine) ++good;
     };
-    std::thread first(work);
-    std::thread second(work);
-    first.join();
-    second.join();
+    Thread first(work);
+    Thread second(work);
+    first.Join();
+    second.Join();
 
     EXPECT_EQ(2, good);
 }
@@ -283,23 +283,23 @@ TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
 TEST(Apartments, AnObjectOutlivesAnotherApartmentsEnd) {
     const ComPtr<IDispatch> mine = Create(L"KWORegistry");
     ASSERT_TRUE(mine);
-    std::thread other([] {
+    Thread other([] {
         CoInitialize(nullptr);
         Create(L"KWORegistry");
         CoUninitialize();
     });
-    other.join();
+    other.Join();
 
     EXPECT_EQ(Hex(S_OK), Hex(Call(mine.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
 }
 
 TEST(Apartments, AfterAllOfThemTheDllMayGo) {
-    std::thread other([] {
+    Thread other([] {
         CoInitialize(nullptr);
         Create(L"KWOTimer");
         CoUninitialize();
     });
-    other.join();
+    other.Join();
 
     EXPECT_TRUE(LetTheDllGo());
 }

@@ -1,5 +1,6 @@
 #include "com/server/class_info.h"
 
+#include <mutex>
 #include <string>
 
 #include "com/server/module.h"
@@ -29,7 +30,7 @@ HRESULT LoadOwnTypeLib(ITypeLib** library) {
 }  // namespace
 
 const DispatchTable& ClassInfo::Table() {
-    const std::lock_guard guard(mMutex);
+    const std::lock_guard guard(mLock);
     if (!mTable) {
         ComPtr<ITypeLib> library;
         ComPtr<ITypeInfo> info;

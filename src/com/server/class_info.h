@@ -3,11 +3,11 @@
 #include <windows.h>
 
 #include <memory>
-#include <mutex>
 #include <span>
 
 #include "com/server/dispatch_table.h"
 #include "com/server/member_list.h"
+#include "platform/windows/lock.h"
 
 namespace kwo::com {
 
@@ -30,7 +30,7 @@ public:
 
 private:
     std::span<const MemberThunk> mMembers;
-    std::mutex mMutex;  ///< of different apartments' first objects
+    platform::windows::Lock mLock;  ///< of different apartments' first objects
     std::unique_ptr<DispatchTable> mTable;
 };
 

@@ -7,6 +7,8 @@
 #include <optional>
 #include <utility>
 
+#include "platform/windows/lock.h"
+
 namespace kwo::platform::windows {
 
 namespace {
@@ -24,15 +26,15 @@ public:
         return targets;
     }
     void Add(UINT_PTR timerId, const Target& target) {
-        const std::lock_guard guard(mMutex);
+        const std::lock_guard guard(mLock);
         mTargets[Key(timerId)] = target;
     }
     void Remove(UINT_PTR timerId) {
-        const std::lock_guard guard(mMutex);
+        const std::lock_guard guard(mLock);
         mTargets.erase(Key(timerId));
     }
     std::optional<Target> Find(UINT_PTR timerId) {
-        const std::lock_guard guard(mMutex);
+        const std::lock_guard guard(mLock);
         const auto found = mTargets.find(Key(timerId));
         return found == mTargets.end() ? std::nullopt : std::optional(found->second);
     }
@@ -40,7 +42,7 @@ public:
 private:
     static std::pair<DWORD, UINT_PTR> Key(UINT_PTR timerId) { return {::GetCurrentThreadId(), timerId}; }
 
-    std::mutex mMutex;
+    Lock mLock;
     std::map<std::pair<DWORD, UINT_PTR>, Target> mTargets;
 };
 
