@@ -131,6 +131,29 @@ TEST_F(SystemErrorTextTest, ExtendedInternetErrorIsTheServersResponse) {
     EXPECT_EQ(error.KWO_SystemErrorText(12003), u"");
 }
 
+TEST_F(SystemErrorTextTest, AnExtendedInternetErrorIsAskedForTwiceUnlessTheFirstAnswerWillDo) {
+    struct Row {
+        TextView response;
+        std::int32_t failure;
+        int calls;
+    };
+    for (const Row& row : {Row{u"550 No such file", 0, 2}, Row{u"550 No such file", 6, 1}}) {
+        const int before = desktop.faults.Calls("InternetGetLastResponseInfo");
+        desktop.errors.internetResponse = row.response;
+        if (row.failure != 0) desktop.FailCall("InternetGetLastResponseInfo", 1, row.failure);
+        EXPECT_EQ(error.KWO_SystemErrorText(12003), row.failure == 0 ? row.response : u"");
+        EXPECT_EQ(desktop.faults.Calls("InternetGetLastResponseInfo") - before, row.calls);
+    }
+}
+
+TEST_F(SystemErrorTextTest, AnExtendedInternetErrorIsNoTextOfTheModule) {
+    desktop.errors.modules[u"wininet.dll"] = {{12003, u"An extended error was returned.\r\n"}};
+    desktop.errors.internetResponse = u"550 No such file";
+    EXPECT_EQ(error.KWO_SystemErrorText(12003), u"550 No such file");
+    desktop.FailCall("InternetGetLastResponseInfo", 2, 6);
+    EXPECT_EQ(error.KWO_SystemErrorText(12003), u"");
+}
+
 TEST_F(SystemErrorTextTest, ExtendedNetworkErrorIsTextAndProvider) {
     desktop.errors.networkError = {Text(u"Line lost\0junk", 14), Text(u"Network\0junk", 12)};
     EXPECT_EQ(error.KWO_SystemErrorText(1208), u"Line lost Network");
@@ -172,6 +195,14 @@ TEST_F(SaveErrorTest, AnAutomationErrorGetsThePlatformsTextForItsNumber) {
     EXPECT_EQ(error.Saved().description, u"Automation error");
 }
 
+TEST_F(SaveErrorTest, WithTheCallersTextUnderItAnAutomationErrorIsNoneAnyMore) {
+    desktop.errors.system[429] = u"Cannot create.\r\n";
+    error.KWO_SaveError(Current(429, u"Automation error"), {.text = u"While creating.", .source = u"s"});
+    EXPECT_EQ(error.Saved().description, u"Automation error\r\nWhile creating.");
+    error.KWO_SaveError(Current(429, u""), {.text = u"Automation error", .source = u"s", .replace = true});
+    EXPECT_EQ(error.Saved().description, u"Automation error\r\nCannot create.");
+}
+
 TEST_F(SaveErrorTest, APlatformCodeStandsInForAMissingNumber) {
     error.KWO_SaveError({}, {.source = u"s", .platformCode = -5});
     EXPECT_EQ(error.Saved().number, -5);
@@ -206,6 +237,16 @@ TEST_F(SaveErrorTest, ANumberWithoutDescriptionGetsThePlatformsTextForItsNegatio
     EXPECT_EQ(error.Saved().description, u"Access is denied.");
 }
 
+TEST_F(SaveErrorTest, APositiveNumberWithoutDescriptionAsksForTheTextOfItsNegation) {
+    desktop.errors.system[13] = u"The data is invalid.\r\n";
+    error.KWO_SaveError(Current(13, u""), {.source = u"s"});
+    EXPECT_EQ(error.Saved().number, 13);
+    EXPECT_EQ(error.Saved().description, u"");
+    desktop.errors.system[-13] = u"Text of the negated number.\r\n";
+    error.KWO_SaveError(Current(13, u""), {.source = u"s", .replace = true});
+    EXPECT_EQ(error.Saved().description, u"Text of the negated number.");
+}
+
 TEST_F(SaveErrorTest, TheGivenNumberGoesBeforeTheCurrentOne) {
     error.KWO_SaveError(Current(13, u"Type mismatch"), {.errNumber = 77, .source = u"s"});
     EXPECT_EQ(error.Saved().number, 77);
@@ -220,6 +261,19 @@ TEST_F(SaveErrorTest, TheFirstNumberWinsUnlessReplaced) {
     EXPECT_EQ(error.Saved().number, 6);
     EXPECT_EQ(error.LastPlatformCode(), 2);
     EXPECT_EQ(error.Saved().description, u"b");
+}
+
+TEST_F(SaveErrorTest, ThePlatformCodeThatComesFirstIsKept) {
+    error.KWO_SaveError(Current(13, u"a"), {.source = u"s"});
+    EXPECT_EQ(error.LastPlatformCode(), 0);
+    error.KWO_SaveError(Current(6, u"b"), {.source = u"s", .platformCode = -5});
+    EXPECT_EQ(error.LastPlatformCode(), 5);
+}
+
+TEST_F(SaveErrorTest, ReplacingWithoutAPlatformCodeForgetsTheLastOne) {
+    error.KWO_SaveError(Current(13, u"a"), {.source = u"s", .platformCode = 5});
+    error.KWO_SaveError(Current(6, u"b"), {.source = u"s", .replace = true});
+    EXPECT_EQ(error.LastPlatformCode(), 0);
 }
 
 TEST_F(SaveErrorTest, LaterDescriptionsAreAttachedAsSentences) {
@@ -253,6 +307,16 @@ TEST_F(SaveErrorTest, TheFirstHelpIsKept) {
     error.KWO_SaveError({13, {}, u"a", u"second.hlp", 8}, {.source = u"s"});
     EXPECT_EQ(error.Saved().helpFile, u"first.hlp");
     EXPECT_EQ(error.Saved().helpContext, 7);
+}
+
+TEST_F(SaveErrorTest, HelpIsKeptInItsPartsAndOverAReplacement) {
+    error.KWO_SaveError({13, {}, u"a", u"first.hlp", 0}, {.source = u"s"});
+    error.KWO_SaveError({13, {}, u"a", u"second.hlp", 8}, {.source = u"s"});
+    EXPECT_EQ(error.Saved().helpFile, u"first.hlp");
+    EXPECT_EQ(error.Saved().helpContext, 8);
+    error.KWO_SaveError({6, {}, u"b", u"third.hlp", 9}, {.source = u"s", .replace = true});
+    EXPECT_EQ(error.Saved().helpFile, u"first.hlp");
+    EXPECT_EQ(error.Saved().helpContext, 8);
 }
 
 TEST_F(SaveErrorTest, ErrorsThatNobodyReplacesDoNotGrowForEver) {
@@ -292,6 +356,23 @@ TEST_F(SaveErrorTest, RaisesAtOnceOnRequestWithEverythingSaved) {
 
 TEST_F(RaiseSavedErrorTest, WithNothingSavedRaisesTheNumberForThat) {
     EXPECT_EQ(Raised([&] { error.KWO_RaiseSavedError(); }).number, -2147220494);
+}
+
+TEST_F(RaiseSavedErrorTest, ASavedErrorWithoutANumberGetsThatNumberForGood) {
+    error.KWO_SaveError(Current(0, u"It failed"), {.source = u"KWOTimer.AddAlarm"});
+    const ComponentError raised = Raised([&] { error.KWO_RaiseSavedError(); });
+    EXPECT_EQ(raised.number, -2147220494);
+    EXPECT_EQ(raised.description, u"It failed");
+    EXPECT_EQ(raised.source, u"KWOTimer.AddAlarm");
+    EXPECT_EQ(error.Saved().number, -2147220494);
+    EXPECT_EQ(trace.lines, (std::vector<Text>{u"Raising error #-2147220494: It failed; Source=KWOTimer.AddAlarm"}));
+}
+
+TEST_F(RaiseSavedErrorTest, RaisesTheHelpAsWell) {
+    error.KWO_SaveError({13, {}, u"a", u"x.hlp", 7}, {.source = u"s"});
+    const ComponentError raised = Raised([&] { error.KWO_RaiseSavedError(); });
+    EXPECT_EQ(raised.helpFile, u"x.hlp");
+    EXPECT_EQ(raised.helpContext, 7);
 }
 
 TEST_F(RaiseSavedErrorTest, RaisesWhatWasSavedAsOftenAsAsked) {
@@ -346,6 +427,17 @@ TEST_F(AppErrorTest, AttachesTheCurrentErrorOnRequest) {
     error.KWO_AppError(Current(6, u"Overflow"), u"GetVersionEx failed.", 16, false, true);
     EXPECT_EQ(error.Saved().number, 6);
     EXPECT_EQ(error.Saved().description, u"Overflow\r\nGetVersionEx failed.");
+}
+
+TEST_F(AppErrorTest, TheCurrentErrorIsAttachedToTheOneBeforeItAndShownWithIt) {
+    error.KWO_SaveError(Current(13, u"Type mismatch"), {.source = u"KWOTimer.AddAlarm", .writeTrace = false});
+    Text prompt;
+    desktop.windows.onAsk = [&](const auto& question) { return prompt = question.prompt, 1; };
+    error.KWO_AppError(Current(6, u"Overflow"), u"GetVersionEx failed.", 16, false, true);
+    EXPECT_EQ(prompt,
+              u"An internal application error has occurred.\r\n\r\nError source: KWOTimer.AddAlarm\r\n"
+              u"Err number:13\r\nType mismatch. Overflow\r\nGetVersionEx failed.\r\n");
+    EXPECT_EQ(error.Saved().number, 13);
 }
 
 TEST_F(AppErrorTest, AnyOtherStyleBecomesStop) {

@@ -16,6 +16,27 @@ TEST_F(EventLogWriterTest, WritesOneEntryOnOneLineUnderTheDefaultSource) {
     EXPECT_EQ(desktop.eventLog.OpenSources(), 0u);
 }
 
+// A report that hangs or fails has left its line by then.
+TEST_F(EventLogWriterTest, ItsLineIsWrittenWhenTheSourceIsOpenAndBeforeTheReport) {
+    class LoggedTrace final : public CallTrace {
+    public:
+        explicit LoggedTrace(platform::simulated::Log& log) : mLog(log) { mOn = true; }
+
+    private:
+        std::int32_t Push(TextView, std::int16_t) override { return 0; }
+        void Pop(std::int32_t) override {}
+        Text Top() const override { return {}; }
+        void Write(TextView text, bool, bool) override { mLog.Add("Trace " + platform::simulated::Shown(text)); }
+        bool Recording() const override { return true; }
+
+        platform::simulated::Log& mLog;
+    } logged(desktop.log);
+    EventLogWriter writer(services.eventLog, identity, logged, apiResult);
+    writer.KWO_LogEvent(u"text", 4, 1);
+    EXPECT_EQ(desktop.log.Lines(), (Lines{"RegisterEventSource KWOMsg", "Trace Eventlog: text",
+                                          "ReportEvent type=4 id=1 text", "DeregisterEventSource"}));
+}
+
 TEST_F(EventLogWriterTest, TakesTheSourceThatIsSet) {
     eventLog.SetSourceName(u"Other");
     eventLog.KWO_LogEvent(u"text", 4, 1);

@@ -1,5 +1,7 @@
 #include "frame/message_box.h"
 
+#include <algorithm>
+
 #include "frame/frame_fixture.h"
 
 namespace kwo::frame {
@@ -93,6 +95,24 @@ TEST_F(MessageBoxTest, FlashesAMinimisedOwnerUntilItIsRestored) {
     EXPECT_EQ(desktop.log.Starting("Flash 7 0").size(), 1u);
     EXPECT_EQ(desktop.log.Starting("Ask").size(), 1u);
     EXPECT_GE(desktop.clock.Elapsed(), platform::Milliseconds::Whole(2250));
+}
+
+TEST_F(MessageBoxTest, FlashesBeforeItWritesItsPromptAndAsks) {
+    desktop.windows.windows[7].minimised = true;
+    std::size_t linesWhileMinimised = 99;
+    desktop.PostAt(100, [&] {
+        linesWhileMinimised = trace.lines.size();
+        desktop.windows.windows[7].minimised = false;
+    });
+    boxes.KWOMsgBox({.prompt = u"p", .ownerWindow = 7});
+    EXPECT_EQ(linesWhileMinimised, 0u);
+    EXPECT_EQ(trace.lines.size(), 1u);
+    const Lines all = desktop.log.Lines();
+    const auto at = [&](std::string_view start) {
+        return std::ranges::find_if(all, [&](const std::string& line) { return line.starts_with(start); });
+    };
+    ASSERT_NE(at("Flash 7 0"), all.end());
+    EXPECT_LT(at("Flash 7 0"), at("Ask"));
 }
 
 TEST_F(MessageBoxTest, DoesNotFlashAnOwnerThatDoesNotExist) {

@@ -47,7 +47,10 @@ std::int32_t MKWORoutines::KWO_HexToLong(TextView text) {
     for (const char16_t c : AsciiUpper(text)) {
         const auto digit = kDigits.find(c);
         if (digit == TextView::npos) {
-            platform::Raise(kInvalidHexDigit, kSource, mError.Message(kInvalidHexDigitMessage, u"Invalid Hex Digit"));
+            const Text reason = mError.Message(kInvalidHexDigitMessage, u"Invalid Hex Digit");
+            mError.KWO_SaveError({},
+                                 {.errNumber = kInvalidHexDigit, .text = reason, .source = kSource, .replace = true});
+            mError.KWO_RaiseSavedError();
         }
         if ((value & kTopDigit) != 0) platform::RaiseRuntime(platform::RuntimeError::Overflow, kSource);
         value = value << 4 | static_cast<std::uint32_t>(digit);

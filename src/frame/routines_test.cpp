@@ -53,6 +53,21 @@ TEST_F(PathExistsTest, EachFailureStandsForItself) {
     EXPECT_EQ(routines.KWO_PathExists(u"C:\\none\\none.txt", true, attributes, false), Variant(ErrorValue{-3}));
 }
 
+TEST_F(PathExistsTest, OutsideTheNtFamilyTheNameGoesOutInTheCodePage) {
+    desktop.files.AddFile(u"C:\\dir\\caf\u00E9.txt");
+    desktop.files.AddFile(u"C:\\dir\\\u4E2D.txt");
+    EXPECT_EQ(routines.KWO_PathExists(u"C:\\dir\\\u4E2D.txt", false, attributes, false), Variant(true));
+    EXPECT_EQ(desktop.faults.Calls("GetFileAttributesAnsi"), 0);
+
+    RoutinesTest::LeaveTheNtFamily();
+    HostIdentity elsewhere(services.host);
+    MKWORoutines there(services.files, services.errors, elsewhere, error);
+    EXPECT_EQ(there.KWO_PathExists(u"C:\\dir\\caf\u00E9.txt", false, attributes, false), Variant(true));
+    EXPECT_EQ(there.KWO_PathExists(u"C:\\dir\\\u4E2D.txt", false, attributes, false), Variant(false));
+    EXPECT_EQ(desktop.faults.Calls("GetFileAttributesAnsi"), 2);
+    EXPECT_EQ(desktop.faults.Calls("GetFileAttributes"), 1);
+}
+
 TEST_F(CheckAPIResultTest, AnythingButZeroAndMinusOneIsSuccess) {
     for (const std::int32_t result : {1, 2, -2, INT32_MAX, INT32_MIN}) {
         EXPECT_TRUE(routines.KWO_CheckAPIResult(result, true, u"s", u"t")) << result;
@@ -92,6 +107,25 @@ TEST_F(HexToLongTest, AnyOtherCharacterIsAnError) {
         EXPECT_EQ(raised.description, u"Invalid Hex Digit");
         EXPECT_LT(raised.number, 0);
     }
+}
+
+TEST_F(HexToLongTest, TheErrorHasTheTextOfTheTable) {
+    struct Table final : MessageLookup {
+        std::optional<Text> LoadedMessage(std::int32_t number, std::span<const Text>) override {
+            return u"message " + Decimal(number);
+        }
+    } table;
+    error.SetMessages(&table);
+    const ComponentError raised = Raised([&] { routines.KWO_HexToLong(u"G"); });
+    EXPECT_EQ(raised.number, kInvalidHexDigit);
+    EXPECT_EQ(raised.description, u"message 1902");
+    EXPECT_EQ(raised.source, u"MKWORoutines.KWO_HexToLong");
+    error.SetMessages(nullptr);
+}
+
+TEST_F(HexToLongTest, TheErrorStandsForItself) {
+    error.KWO_SaveError(Current(13, u"Type mismatch"), {.source = u"KWOTimer.AddAlarm"});
+    EXPECT_EQ(Raised([&] { routines.KWO_HexToLong(u"G"); }).description, u"Invalid Hex Digit");
 }
 
 TEST_F(HexToLongTest, MoreThanThirtyTwoBitsOverflow) {
