@@ -8,7 +8,7 @@ void CallStack::Create() {
     if (mLevels.empty()) Grow();
 }
 
-const CallStack::Level& CallStack::Push(platform::TextView routine, std::int16_t mode, platform::Milliseconds now) {
+void CallStack::Push(platform::TextView routine, std::int16_t mode, platform::Milliseconds now) {
     if (mDepth == Capacity()) Grow();
     Level& level = mLevels[static_cast<std::size_t>(mDepth)];
     // A level that was used before has room for a name: no memory is asked for.
@@ -16,7 +16,6 @@ const CallStack::Level& CallStack::Push(platform::TextView routine, std::int16_t
     level.traced = Traced(mode);
     level.entered = now;
     ++mDepth;
-    return level;
 }
 
 bool CallStack::Traced(std::int16_t mode) const {

@@ -19,8 +19,10 @@ public:
 
     /// Room for the first levels; nothing when there is room already.
     void Create();
-    /// Adds a level and returns it. `mode` is CallTrace's: inherited, 0 for not traced, anything else for traced.
-    const Level& Push(platform::TextView routine, std::int16_t mode, platform::Milliseconds now);
+    /// Whether a level that is added with this mode is traced. `mode` is CallTrace's: inherited, 0 for not traced,
+    /// anything else for traced.
+    bool Traced(std::int16_t mode) const;
+    void Push(platform::TextView routine, std::int16_t mode, platform::Milliseconds now);
     /// Drops the levels above `depth`.
     void ReturnTo(std::int32_t depth) { mDepth = depth; }
 
@@ -31,7 +33,6 @@ public:
     const Level& Top() const { return At(mDepth); }
 
 private:
-    bool Traced(std::int16_t mode) const;
     void Grow();
 
     std::vector<Level> mLevels;

@@ -18,16 +18,27 @@ void LogFile::SetName(TextView folder, TextView program) {
 }
 
 bool LogFile::Open(TextView folder, TextView program, platform::SystemErrors& errors) {
-    constexpr std::int32_t kFileExists = 80;
-
     SetName(folder, program);
     mFile = mFiles.CreateNew(mName);
-    for (std::int64_t number = 1; mFile == 0 && errors.Last() == kFileExists; ++number) {
+    for (std::int64_t number = 1; mFile == 0 && IsTaken(errors); ++number) {
         SetName(folder, Text(program) + Decimal(number));
         mFile = mFiles.CreateNew(mName);
     }
     mWritten = 0;
     return IsOpen();
+}
+
+/// After a file of that name could not be made. The last error stays as it is.
+bool LogFile::IsTaken(platform::SystemErrors& errors) {
+    constexpr std::int32_t kAccessDenied = 5;
+    constexpr std::int32_t kFileExists = 80;
+
+    const std::int32_t code = errors.Last();
+    // Where a folder has the name some systems say that access is denied.
+    if (code != kAccessDenied) return code == kFileExists;
+    const std::int32_t attributes = mNames.Attributes(mName);
+    errors.SetLast(code);
+    return attributes != platform::FileSystem::kNoAttributes && (attributes & platform::FileSystem::kFolder) != 0;
 }
 
 bool LogFile::Write(TextView text) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "platform/conversions.h"
+#include "platform/file_system.h"
 #include "platform/log_files.h"
 #include "platform/system_errors.h"
 
@@ -11,7 +12,8 @@ namespace kwo::frame {
 /// A numbered file of a log: 8-bit text in the system's code page.
 class LogFile {
 public:
-    LogFile(platform::LogFiles& files, platform::Conversions& conversions) : mFiles(files), mConversions(conversions) {}
+    LogFile(platform::LogFiles& files, platform::FileSystem& names, platform::Conversions& conversions)
+        : mFiles(files), mNames(names), mConversions(conversions) {}
     ~LogFile() { Close(); }
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
@@ -36,7 +38,10 @@ public:
     void Delete() { mFiles.Delete(mName); }
 
 private:
+    bool IsTaken(platform::SystemErrors& errors);
+
     platform::LogFiles& mFiles;
+    platform::FileSystem& mNames;
     platform::Conversions& mConversions;
     platform::LogFiles::File mFile = 0;
     platform::Text mName;

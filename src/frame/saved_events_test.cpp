@@ -149,6 +149,18 @@ TEST_F(TraceRingTest, StartedAgainItIsEmpty) {
     EXPECT_EQ(trace.Ring().WriteIndex(), 1);
 }
 
+TEST_F(TraceRingTest, ANewRingBeginsWithoutTheDayThatWasWrittenBefore) {
+    StartRing(3);
+    Note(u"first");
+    StartRing(3);
+    Note(u"x");
+    EXPECT_EQ(Slot(1), "10:04:31 000.00  x\r\n");
+    SetTime(10, 4, 31, kDay + 1);
+    StartRing(3);
+    Note(u"y");
+    EXPECT_EQ(Slot(1), "11/17/2026 " + kRule + "\r\n");
+}
+
 TEST_F(TraceRingTest, ASizeBelowOneMeansAFile) {
     trace.KWO_TraceStart(0, -1, false);
     EXPECT_FALSE(trace.Ring().Exists());

@@ -53,42 +53,42 @@ Trace::Trace(const platform::Platform& platform, HostIdentity& identity, Millise
       mClock(clock),
       mError(error),
       mBoxes(boxes),
-      mFile(platform.logFiles, platform.conversions),
+      mFile(platform.logFiles, platform.files, platform.conversions),
       mMemory(platform.processMemory, platform.conversions),
       mStamp(platform.clock, clock, platform.conversions) {}
 
 void Trace::KWO_TraceStart(std::int16_t echo, std::int32_t savedEvents, bool trackMemory) {
-    Start(echo, savedEvents, trackMemory, mStack.Depth());
-}
-
-void Trace::Start(std::int16_t echo, std::int32_t savedEvents, bool trackMemory, std::int32_t depth) {
     if (mFile.IsOpen()) return;
     mOn = true;
     mStack.Create();
     mEcho = echo != 0;
     mStamp.ReadLocale();
-    mMemory.Stop();
-    if (trackMemory && mIdentity.KWO_IsWinNT()) mMemory.Start(mPlatform.host.ProcessId());
-    if (savedEvents < 1) {
-        StartFile(depth);
-    } else {
+    const bool watchMemory = trackMemory && !mMemory.IsOn() && mIdentity.KWO_IsWinNT();
+    if (watchMemory) mMemory.Start(mPlatform.host.ProcessId());
+    if (savedEvents >= 1) {
         mFile.SetName(Folder(), mPlatform.host.ExecutableName());
         mRing.Create(savedEvents);
+        return;
+    }
+    try {
+        StartFile();
+    } catch (...) {
+        if (watchMemory) mMemory.Stop();
+        throw;
     }
 }
 
-void Trace::StartFile(std::int32_t depth) {
+void Trace::StartFile() {
     platform::HostApplication& host = mPlatform.host;
     if (!mFile.Open(Folder(), host.ExecutableName(), mPlatform.errors)) {
         const std::int32_t code = mPlatform.errors.Last();
-        mMemory.Stop();
         mError.KWO_RaiseError(code, {}, mFile.Name() + u":", {}, true);
     }
     const platform::HostApplication::Version version = host.ProgramVersion();
     Entry(u"Trace Log started for " + host.ExecutableName() + u" " + Decimal(version.major) + u"." +
               Decimal(version.minor) + u"." + Decimal(version.revision) + u" Process ID=" + Decimal(host.ProcessId()) +
               u", UserId=" + mIdentity.KWO_UserName() + u", Machine=" + mIdentity.KWO_ComputerName(),
-          depth, true);
+          true, true);
 }
 
 Text Trace::Folder() const {
@@ -97,10 +97,10 @@ Text Trace::Folder() const {
 
 void Trace::KWO_TraceClose(bool askDelete) {
     const KeptLastError kept(mPlatform.errors);
-    Close(askDelete, mStack.Depth());
+    Close(askDelete);
 }
 
-bool Trace::Close(bool askDelete, std::int32_t depth) {
+bool Trace::Close(bool askDelete) {
     if (!Recording()) {
         mMemory.Stop();
         return true;
@@ -108,7 +108,7 @@ bool Trace::Close(bool askDelete, std::int32_t depth) {
     mFile.ForgetWritten();
     const bool remove = askDelete && mFile.IsOpen() && !mBoxes.IsUnattended() && UserWantsFileDeleted();
     mMemory.Stop();
-    bool complete = Entry(u"Trace closed.", depth, true);
+    bool complete = Entry(u"Trace closed.", true, true);
     if (mFile.IsOpen()) {
         complete = Guarded([this] {
             mStamp.SetNow();
@@ -130,10 +130,11 @@ bool Trace::UserWantsFileDeleted() {
 }
 
 std::int32_t Trace::Push(TextView routine, std::int16_t traceMode) {
-    const bool traced = mStack.Push(routine, traceMode, mClock.KWO_TimerMs()).traced;
-    const std::int32_t depth = mStack.Depth();
-    if (traced && Recording()) Entry(u"Push " + Text(routine), depth - 1, true);
-    return depth;
+    const Milliseconds entered = mClock.KWO_TimerMs();
+    // The line is the enclosing routine's: its depth, and its name in the box when the line cannot be written.
+    if (Recording() && mStack.Traced(traceMode)) Entry(u"Push " + Text(routine), true, true);
+    mStack.Push(routine, traceMode, entered);
+    return mStack.Depth();
 }
 
 void Trace::Pop(std::int32_t level) {
@@ -148,7 +149,7 @@ void Trace::Pop(std::int32_t level) {
     mStack.ReturnTo(mStack.Depth() - 1);
     if (!left.traced || !Recording()) return;
     const Milliseconds elapsed{mClock.KWO_TimerMs().scaled - left.entered.scaled};
-    Entry(u"Pop  " + left.routine + u" Dur=" + DurationText(elapsed), mStack.Depth(), true);
+    Entry(u"Pop  " + left.routine + u" Dur=" + DurationText(elapsed), true, true);
 }
 
 Text Trace::DurationText(Milliseconds elapsed) const {
@@ -168,15 +169,15 @@ Text Trace::Top() const {
 }
 
 void Trace::Write(TextView text, bool indent, bool save) {
-    Entry(text, indent ? mStack.Depth() : kNotIndented, save);
+    Entry(text, indent, save);
 }
 
-bool Trace::Entry(TextView text, std::int32_t depth, bool save) {
+bool Trace::Entry(TextView text, bool indent, bool save) {
     if (!Recording()) return true;
     const KeptLastError kept(mPlatform.errors);
     return Guarded([&] {
-        if (mFile.IsOpen() && mFile.Written() > kLargestFile) Split(depth);
-        if (Recording()) WriteLine(text, depth, save);
+        if (mFile.IsOpen() && mFile.Written() > kLargestFile) Split();
+        if (Recording()) WriteLine(text, indent, save);
     });
 }
 
@@ -208,7 +209,7 @@ void Trace::ReportFailure(std::int32_t number, TextView description) {
     mFile.Close();
 }
 
-void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
+void Trace::WriteLine(TextView text, bool indent, bool save) {
     constexpr std::size_t kMargin = 2;
     constexpr std::size_t kStep = 4;
     constexpr std::size_t kContinued = 13;
@@ -222,7 +223,7 @@ void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
     Text line = std::move(mRoom);
     line.clear();
     mStamp.AppendTime(line);
-    line.append(kMargin + (depth > 0 ? kStep * static_cast<std::size_t>(depth) : 0), u' ');
+    line.append(kMargin + (indent ? kStep * static_cast<std::size_t>(mStack.Depth()) : 0), u' ');
     if (text.find(kCrLf) == TextView::npos) {
         line += text;
     } else {
@@ -235,15 +236,14 @@ void Trace::WriteLine(TextView text, std::int32_t depth, bool save) {
     if (line.capacity() <= kLargestRoom) mRoom = std::move(line);
 }
 
-void Trace::Split(std::int32_t depth) {
-    if (depth == kNotIndented) depth = mStack.Depth();
+void Trace::Split() {
     const bool trackMemory = mMemory.IsOn();
     WriteToFile(u"=== Splitting trace due to large size ===\r\n");
-    if (!Close(false, depth)) return;
+    if (!Close(false)) return;
     mStamp.ForgetDay();
     mMemory.Forget();
     // Intended: the new file echoes to the debug output, also where the one before did not.
-    Start(1, 0, trackMemory, depth);
+    KWO_TraceStart(1, 0, trackMemory);
 }
 
 void Trace::Emit(TextView piece, bool save) {

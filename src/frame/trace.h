@@ -28,7 +28,8 @@ public:
 
     /// Starts a log file, or with `savedEvents` above 0 a ring of that many entries in memory instead. Nothing while a
     /// file is open. `echo` other than 0 also sends every line to the debug output, `trackMemory` writes what changes
-    /// in the memory of the process. A file that cannot be made raises the platform's error.
+    /// in the memory of the process from now on; without it nothing changes in that. A file that cannot be made raises
+    /// the platform's error.
     void KWO_TraceStart(std::int16_t echo, std::int32_t savedEvents, bool trackMemory);
     /// Ends the file. With `askDelete` the user is asked whether to delete it, unless nobody is there to ask. A ring
     /// stays and goes on.
@@ -41,22 +42,18 @@ public:
     const CallStack& Stack() const { return mStack; }
 
 private:
-    static constexpr std::int32_t kNotIndented = -1;
-
     std::int32_t Push(TextView routine, std::int16_t traceMode) override;
     void Pop(std::int32_t level) override;
     Text Top() const override;
     void Write(TextView text, bool indent, bool save) override;
     bool Recording() const override { return !mReporting && (mFile.IsOpen() || mRing.Exists()); }
 
-    // The depth that lines are indented by goes through all of these: the line of a routine that is entered stands at
-    // the depth of the one around it. False when something could not be written; the failure has then been shown.
-    void Start(std::int16_t echo, std::int32_t savedEvents, bool trackMemory, std::int32_t depth);
-    void StartFile(std::int32_t depth);
-    bool Close(bool askDelete, std::int32_t depth);
-    bool Entry(TextView text, std::int32_t depth, bool save);
-    void Split(std::int32_t depth);
-    void WriteLine(TextView text, std::int32_t depth, bool save);
+    void StartFile();
+    // False when something could not be written; the failure has then been shown.
+    bool Close(bool askDelete);
+    bool Entry(TextView text, bool indent, bool save);
+    void Split();
+    void WriteLine(TextView text, bool indent, bool save);
 
     void Emit(TextView piece, bool save);
     void WriteToFile(TextView piece);

@@ -29,6 +29,14 @@ TEST_F(TraceFileNameTest, PassesOverAFolderOfThatName) {
     EXPECT_EQ(trace.FileName(), kSecondPath);
 }
 
+// Some systems refuse the name of a folder as taken, others deny access to it.
+TEST_F(TraceFileNameTest, PassesOverAFolderThatDeniesAccess) {
+    desktop.files.AddFolder(kLogPath);
+    desktop.FailCall("CreateFile", 1, 5);
+    StartFile();
+    EXPECT_EQ(trace.FileName(), kSecondPath);
+}
+
 TEST_F(TraceFileNameTest, StandsInTheTraceFolder) {
     desktop.files.AddFolder(u"D:\\Logs");
     for (const TextView folder : {u"D:\\Logs", u"D:\\Logs\\"}) {
@@ -61,6 +69,28 @@ TEST_F(TraceStartTest, ANewFileFollowsOneThatWasClosed) {
     EXPECT_EQ(trace.FileName(), kSecondPath);
     // The day is written when it changes, not for every file.
     EXPECT_EQ(File(kSecondPath), (Lines{std::string(kHeader)}));
+}
+
+TEST_F(TraceStartTest, TheFirstLineOfASecondFileTellsTheTimeSinceTheLastOfTheFirst) {
+    StartFile();
+    trace.KWO_TraceClose(false);
+    Pass(2.41);
+    StartFile();
+    EXPECT_EQ(File(kSecondPath).at(0).substr(0, 29), "10:04:31 002.41  Trace Log st");
+}
+
+TEST_F(TraceStartTest, TheHeaderStandsAtTheDepthReached) {
+    StartRing(1);
+    trace.KWO_RoutinePush(u"A.B", 0);
+    StartFile();
+    EXPECT_EQ(File().at(1).substr(0, 29), "10:04:31 000.00      Trace Lo");
+}
+
+TEST_F(TraceStartTest, AFailedStartLeavesTheMemoryWatchThatWasOn) {
+    trace.KWO_TraceStart(0, 5, true);
+    desktop.FailCall("CreateFile", 1, 5);
+    EXPECT_THROW(StartFile(true), ComponentError);
+    EXPECT_EQ(desktop.processMemory.OpenHandles(), 1u);
 }
 
 TEST_F(TraceStartTest, AFileThatCannotBeMadeRaisesThePlatformsError) {
@@ -221,6 +251,44 @@ TEST_F(TraceFailureTest, TheStackIsAsItWouldHaveBeen) {
     EXPECT_EQ(trace.KWO_CurrentRoutine(), u"A.B");
 }
 
+TEST_F(TraceFailureTest, APushThatCannotBeWrittenNamesTheRoutineAround) {
+    StartFile();
+    trace.KWO_RoutinePush(u"A.B");
+    desktop.FailCall("WriteFile", 1, kDiskFull);
+    trace.KWO_RoutinePush(u"C.D");
+    ASSERT_EQ(Boxes().size(), 1u);
+    EXPECT_NE(Boxes()[0].find("Error source: A.B\\r\\n"), std::string::npos) << Boxes()[0];
+    EXPECT_EQ(component.error.Saved().source, u"A.B");
+}
+
+TEST_F(TraceFailureTest, APopThatCannotBeWrittenNamesTheRoutineAround) {
+    StartFile();
+    trace.KWO_RoutinePush(u"A.B");
+    trace.KWO_RoutinePush(u"C.D");
+    desktop.FailCall("WriteFile", 1, kDiskFull);
+    trace.KWO_RoutinePop();
+    EXPECT_EQ(component.error.Saved().source, u"A.B");
+}
+
+TEST_F(TraceFailureTest, TheMemoryWatchGoesOnUntilTheTraceIsClosed) {
+    StartFile(true);
+    desktop.FailCall("WriteFile", 1, kDiskFull);
+    Note(u"x");
+    EXPECT_EQ(desktop.logFiles.OpenFiles(), 0u);
+    EXPECT_EQ(desktop.processMemory.OpenHandles(), 1u);
+}
+
+TEST_F(TraceFailureTest, AMissingMemoryIsToldLikeAFullDisk) {
+    StartFile();
+    desktop.logFiles.memoryIsShort = true;
+    Note(u"x");
+    ASSERT_EQ(Boxes().size(), 1u);
+    EXPECT_NE(Boxes()[0].find("HOSTAPP.log:\\r\\n\\r\\nOut of memory.\\r\\n"), std::string::npos) << Boxes()[0];
+    EXPECT_EQ(component.error.Saved().number, 7);
+    EXPECT_FALSE(trace.IsRecording());
+    EXPECT_EQ(desktop.logFiles.OpenFiles(), 0u);
+}
+
 TEST_F(TraceFailureTest, LaterEntriesGoToTheRing) {
     StartRing(5);
     StartFile();
@@ -356,6 +424,17 @@ TEST_F(TraceSplitTest, ALineWithoutIndentationLeavesTheOthersTheirs) {
     Note(u"x");
     EXPECT_EQ(End().at(1), "10:04:31 000.00      Trace closed.");
     EXPECT_EQ(File(kSecondPath).at(2), "10:04:31 000.00  x");
+}
+
+TEST_F(TraceSplitTest, OnlyTheLinesOfTheTraceAreEchoed) {
+    trace.KWO_TraceStart(1, 0, false);
+    FillTo(kLargestFile + 1);
+    desktop.debugOutput.lines.clear();
+    Note(u"x");
+    ASSERT_EQ(desktop.debugOutput.lines.size(), 3u) << "neither the line of the split nor the rules";
+    EXPECT_EQ(desktop.conversions.ToAnsi(desktop.debugOutput.lines[0]), "10:04:31 000.00  Trace closed.");
+    EXPECT_EQ(desktop.conversions.ToAnsi(desktop.debugOutput.lines[1]), kHeader);
+    EXPECT_EQ(desktop.conversions.ToAnsi(desktop.debugOutput.lines[2]), "10:04:31 000.00  x");
 }
 
 TEST_F(TraceSplitTest, MemoryIsLookedAtAgainFromNothing) {

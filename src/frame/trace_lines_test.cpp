@@ -104,6 +104,12 @@ TEST_F(TraceLineTest, AnEmptyTextIsALineToo) {
     EXPECT_EQ(Entries(), (Lines{"10:04:31 000.00  "}));
 }
 
+TEST_F(TraceLineTest, GoesToAFileAlsoWhenItIsNotToBeSaved) {
+    StartFile();
+    trace.KWO_TraceWrite(u"x", false, false);
+    EXPECT_EQ(Entries(), (Lines{"10:04:31 000.00  x"}));
+}
+
 TEST_F(TraceLineTest, CostsOneWrite) {
     StartFile();
     const int before = desktop.faults.Calls("WriteFile");
@@ -236,8 +242,35 @@ TEST_F(TraceMemoryTest, GoesIntoTheRing) {
     EXPECT_EQ(Slot(2).substr(0, 35), "...Memory use changed. Page Faults=");
     trace.KWO_TraceStart(0, 5, true);
     EXPECT_EQ(desktop.processMemory.OpenHandles(), 1u);
+}
+
+TEST_F(TraceMemoryTest, AStartThatDoesNotAskForItLeavesItAsItIs) {
+    trace.KWO_TraceStart(0, 5, true);
     StartFile(false);
-    EXPECT_EQ(desktop.processMemory.OpenHandles(), 0u);
+    EXPECT_EQ(desktop.processMemory.OpenHandles(), 1u);
+    desktop.processMemory.counters.pageFile += 5'000;
+    Note(u"x");
+    const Lines lines = File();
+    EXPECT_EQ(lines.at(lines.size() - 2).substr(0, 35), "...Memory use changed. Page Faults=");
+}
+
+TEST_F(TraceMemoryTest, TheNextFileCountsFromWhereTheLastOneEnded) {
+    desktop.processMemory.counters = {1'200, 5'000'000, 60'000, 8'000, 2'000'000};
+    StartFile(true);
+    trace.KWO_TraceClose(false);
+    desktop.processMemory.counters.pageFile += 5'000;
+    StartFile(true);
+    EXPECT_EQ(File(kSecondPath).at(0),
+              "...Memory use changed. Page Faults=1,200 Page File=2,005,000 +5,000. Working Set=5,000,000. ");
+}
+
+TEST_F(TraceMemoryTest, TheProcessIsLetGoBeforeTheLastLine) {
+    StartFile(true);
+    desktop.processMemory.counters.pageFile += 5'000;
+    trace.KWO_TraceClose(false);
+    const Lines lines = File();
+    ASSERT_EQ(lines.size(), 5u) << "the day, memory use and the header; no memory use before the last line";
+    EXPECT_EQ(lines[3], "10:04:31 000.00  Trace closed.");
 }
 
 TEST_F(TraceMemoryTest, ACloseWithoutFileOrRingLetsTheProcessGo) {
@@ -258,6 +291,14 @@ TEST_F(TraceEchoTest, SendsEachLineWithoutItsEndToTheDebugOutput) {
               prefix + u"one\r\n" + prefix + Text(13, u' ') + u"two\r\n" + prefix + Text(13, u' '));
     EXPECT_EQ(desktop.debugOutput.lines.size(), 2u);
     EXPECT_EQ(desktop.conversions.ToAnsi(desktop.debugOutput.lines[0]), kHeader);
+}
+
+TEST_F(TraceEchoTest, TheLinesBetweenTheTracesOwnAreNotEchoed) {
+    trace.KWO_TraceStart(1, 0, true);
+    trace.KWO_TraceClose(false);
+    ASSERT_EQ(desktop.debugOutput.lines.size(), 2u) << "neither rules nor memory use";
+    EXPECT_EQ(desktop.conversions.ToAnsi(desktop.debugOutput.lines[0]), kHeader);
+    EXPECT_EQ(desktop.conversions.ToAnsi(desktop.debugOutput.lines[1]), "10:04:31 000.00  Trace closed.");
 }
 
 TEST_F(TraceEchoTest, AnyNumberButZeroTurnsItOn) {
@@ -317,6 +358,15 @@ TEST_F(TraceWiringTest, ErrorsBoxesAndEventsLeaveTheirLinesAtTheirDepth) {
                      "      Attached error #-5: Access is denied. A.B", "      Raising error #-5: Access is denied.",
                      "      Eventlog: event", "      Push MKWORoutines.KWOMsgBox", "          MsgBox: prompt",
                      "      Pop  MKWORoutines.KWOMsgBox Dur=0.000ms"}));
+}
+
+TEST_F(TraceWiringTest, AHexadecimalTextThatIsNoneLeavesItsLines) {
+    StartFile();
+    EXPECT_THROW(component.routines.KWO_HexToLong(u"G"), ComponentError);
+    Lines lines = Entries();
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines.back(),
+              "10:04:31 000.00  Raising error #-2147220493: Invalid Hex Digit; Source=MKWORoutines.KWO_HexToLong");
 }
 
 TEST_F(TraceWiringTest, TheSourceIsNamedWhereItIsAnotherOne) {

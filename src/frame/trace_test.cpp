@@ -92,6 +92,15 @@ TEST_F(TracePushTest, ALevelThatIsNotTracedWritesNothingAndPassesThatOn) {
                                 "10:04:31 000.00          Pop  C.On Dur=0.000ms"}));
 }
 
+TEST_F(TracePushTest, ALevelThatIsNotTracedIsNamedAllTheSame) {
+    StartFile();
+    trace.KWO_RoutinePush(u"A.B");
+    trace.KWO_RoutinePush(u"C.Off", 0);
+    EXPECT_EQ(trace.KWO_CurrentRoutine(), u"C.Off");
+    component.error.KWO_SaveError({13, {}, u"Type mismatch", {}, 0}, {});
+    EXPECT_EQ(component.error.Saved().source, u"C.Off");
+}
+
 TEST_F(TracePushTest, AnyOtherModeTraces) {
     StartRing(20);
     for (const int value : {1, -1, 2, -3, 32767, -32768}) {

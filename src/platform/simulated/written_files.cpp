@@ -1,5 +1,7 @@
 #include "platform/simulated/written_files.h"
 
+#include <new>
+
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
@@ -36,6 +38,7 @@ LogFiles::File WrittenFiles::CreateNew(TextView path) {
 
 bool WrittenFiles::Write(File file, std::string_view bytes) {
     if (mWorld.Fails("WriteFile")) return false;
+    if (memoryIsShort) throw std::bad_alloc();
     const auto found = mOpen.find(file);
     if (found == mOpen.end()) {
         mWorld.lastError = kInvalidHandle;

@@ -26,6 +26,8 @@ public:
     std::size_t OpenFiles() const { return mOpen.size(); }
     /// What fits on the disk yet; a write that does not fit writes nothing.
     std::uint64_t freeBytes = UINT64_MAX;
+    /// There is no memory left for a write: it throws std::bad_alloc.
+    bool memoryIsShort = false;
 
 private:
     World& mWorld;
