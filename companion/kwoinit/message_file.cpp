@@ -62,6 +62,16 @@ bool HasControls(TextView text) {
     return std::ranges::any_of(text, [](char16_t c) { return (c < 0x20 && c != u'\t') || c == 0x7F; });
 }
 
+/// For a line that cannot be read. It is taken for a header when a bracket comes before any equals sign and it begins
+/// neither like a comment nor like a text; what is no plain character may have got in front of it.
+bool LooksLikeHeader(std::string_view line) {
+    const auto isPlain = [](char c) { return c > ' ' && c < 0x7F; };
+    const auto first = std::ranges::find_if(line, isPlain);
+    if (first == line.end() || *first == ';' || (*first >= '0' && *first <= '9')) return false;
+    const auto telling = std::find_if(first, line.end(), [](char c) { return c == '[' || c == ']' || c == '='; });
+    return telling != line.end() && *telling != '=';
+}
+
 }  // namespace
 
 /// Reads line by line into a file's sections and messages.
@@ -103,19 +113,24 @@ private:
     };
 
     void ReadLine(std::string_view bytes, std::uint32_t number) {
-        const auto text = FromUtf8(bytes);
-        if (!text) return Skip(number, u"it is not well-formed UTF-8");
-        if (text->size() > kLongestLine) return Skip(number, u"it is longer than 65536 characters");
-        if (HasControls(*text)) return Skip(number, u"it holds control characters");
-        Line line = ParseLine(*text);
+        if (bytes.empty()) return;
+        Line line = LineOf(bytes);
         if (const auto* const bad = std::get_if<BadLine>(&line)) {
-            if (bad->isHeader) mSection.reset();
+            // What follows a damaged header is no part of the section before it.
+            if (LooksLikeHeader(bytes)) mSection.reset();
             Skip(number, bad->reason);
         } else if (const auto* const section = std::get_if<SectionLine>(&line)) {
             Begin(*section);
         } else if (auto* const message = std::get_if<TextLine>(&line)) {
             Add(std::move(*message), number);
         }
+    }
+
+    Line LineOf(std::string_view bytes) {
+        if (!FromUtf8(bytes, mText)) return BadLine{u"it is not well-formed UTF-8"};
+        if (mText.size() > kLongestLine) return BadLine{u"it is longer than 65536 characters"};
+        if (HasControls(mText)) return BadLine{u"it holds control characters"};
+        return ParseLine(mText);
     }
 
     void Skip(std::uint32_t line, TextView reason) {
@@ -169,6 +184,7 @@ private:
 
     MessageFile& mFile;
     TextView mName;
+    Text mText;  ///< of the line that is read
     std::optional<std::uint32_t> mSection;
     std::map<std::pair<Text, std::uint16_t>, std::uint32_t> mKnown;
     std::map<Text, Numbers> mNumbers;
@@ -178,7 +194,13 @@ private:
 
 MessageFile::MessageFile(std::string_view bytes, TextView name, ProblemReport& report) {
     Reader reader(*this, name);
-    reader.Read(TextBytes(bytes, name));
+    try {
+        reader.Read(TextBytes(bytes, name));
+    } catch (const platform::ComponentError& refusal) {
+        reader.Report(report);
+        report.Problem(refusal.description);
+        throw;
+    }
     reader.Report(report);
 }
 
@@ -186,11 +208,15 @@ std::vector<std::uint32_t> MessageFile::SectionsOf(TextView program) const {
     std::vector<std::uint32_t> sections;
     for (const Text& name : {Folded(program), Folded(kFallbackProgram)}) {
         for (std::uint32_t at = 0; at < mSections.size(); ++at) {
-            if (mSections[at].program == name) sections.push_back(at);
+            if (mSections[at].program == name && HasTexts(at)) sections.push_back(at);
         }
         if (!sections.empty()) break;
     }
     return sections;
+}
+
+bool MessageFile::HasTexts(std::uint32_t section) const {
+    return std::ranges::binary_search(mMessages, section, {}, &Message::section);
 }
 
 TextView MessageFile::Find(std::uint32_t section, std::int32_t number) const {
@@ -203,7 +229,6 @@ std::optional<MessageFile::Extent> MessageFile::ExtentOf(TextView program) const
     Extent extent;
     for (const std::uint32_t section : SectionsOf(program)) {
         const auto [first, last] = std::ranges::equal_range(mMessages, section, {}, &Message::section);
-        if (first == last) continue;
         const std::int32_t lowest = first->number;
         extent.lowest = extent.lowest == 0 ? lowest : std::min(extent.lowest, lowest);
         extent.highest = std::max(extent.highest, std::prev(last)->number);

@@ -22,8 +22,9 @@ public:
     static constexpr std::size_t kMostSections = 10'000;
     static constexpr std::size_t kMostProblems = 100;  ///< that are reported one by one
 
-    /// Reads UTF-8 text, with or without a mark in front. Bad lines are reported under `name` and skipped. Raises
-    /// ComponentError for what is no message file as a whole.
+    /// Reads UTF-8 text, with or without a mark in front. Bad lines are reported under `name` and skipped; a bad line
+    /// that looks like a header ends the section before it. What is no message file as a whole is reported as well, and
+    /// raises ComponentError.
     MessageFile(std::string_view bytes, TextView name, ProblemReport& report);
 
     struct Extent {
@@ -46,7 +47,9 @@ private:
         Text text;
     };
     class Reader;
+    /// Those that hold a text; KWOUtil's for a program that has none.
     std::vector<std::uint32_t> SectionsOf(TextView program) const;
+    bool HasTexts(std::uint32_t section) const;
     TextView Find(std::uint32_t section, std::int32_t number) const;
 
     std::vector<Section> mSections;
@@ -68,7 +71,7 @@ public:
         std::vector<std::uint32_t> mSections;  ///< the best first
     };
     /// Each text is of the language itself, else of its primary language (the neutral one, the default one, any), else
-    /// of the section without a language. A program that has no section is served KWOUtil's.
+    /// of the section without a language. A program that has no text at all is served KWOUtil's.
     Texts In(TextView program, std::uint16_t language) const;
 };
 

@@ -137,7 +137,16 @@ TEST(MessageFile, TheExtentIsOverAllLanguagesOfTheProgramAlone) {
 TEST(MessageFile, WhereThereIsNothingThereIsNoExtent) {
     EXPECT_FALSE(Opened("").file.ExtentOf(u"KWOUtil"));
     EXPECT_FALSE(Opened("[Other]\n1=a\n").file.ExtentOf(u"KWOUtil"));
-    EXPECT_FALSE(Opened("[Mine]\n[KWOUtil]\n1=a\n").file.ExtentOf(u"Mine"));
+    EXPECT_FALSE(Opened("[Mine]\n[KWOUtil]\n[Other]\n1=a\n").file.ExtentOf(u"Mine"));
+}
+
+TEST(MessageFile, AProgramWhoseSectionsHoldNoTextIsServedKWOUtils) {
+    const Opened opened("[Mine]\n[Mine 0407]\n1 = \n[KWOUtil]\n1=a\n[KWOUtil 0407]\n1=b\n");
+
+    EXPECT_EQ("a", opened.Text(0x409, 1, u"Mine"));
+    EXPECT_EQ("b", opened.Text(0x407, 1, u"Mine"));
+    ASSERT_TRUE(opened.file.ExtentOf(u"Mine"));
+    EXPECT_EQ(2, opened.file.ExtentOf(u"Mine")->characters);
 }
 
 TEST(MessageFile, BadLinesAreReportedWithFileLineAndReasonAndTheRestIsRead) {
@@ -155,6 +164,65 @@ TEST(MessageFile, BadLinesAreReportedWithFileLineAndReasonAndTheRestIsRead) {
     EXPECT_EQ("a", opened.Text(0, 1));
     EXPECT_EQ("b", opened.Text(0, 6));
     EXPECT_EQ("-", opened.Text(0, 3));
+}
+
+TEST(MessageFile, AHeaderThatIsDamagedEndsTheSectionBeforeItWhateverDamagedIt) {
+    const std::string longRemark(70'000, 'x');
+    for (const std::string& header : {
+             std::string("[KWOUtil 040C]   fran\xE7"
+                         "ais"),  // saved in an ANSI code page
+             std::string("[Caf\xE9 040C]"),
+             std::string("[KWOUtil\x01 040C]"),
+             std::string("\x1A[KWOUtil 040C]"),
+             "[KWOUtil 040C] " + longRemark,
+             std::string("\xEF\xBB\xBF[KWOUtil 040C]"),  // another file was put behind the first
+             std::string("\xC2\xA0[KWOUtil 040C]"),
+             std::string("\xA0[KWOUtil 040C]"),
+             std::string(" \t\xC2\xA0 [KWOUtil 040C]"),
+             std::string("\xE2\x80\x8B[KWOUtil 040C]"),
+             std::string("\xE3\x80\x80[KWOUtil 040C]"),
+             std::string("\xEF\xBC\xBBKWOUtil 040C]"),  // a wide bracket
+             std::string("KWOUtil 040C]"),
+             std::string("x[KWOUtil 040C]"),
+             std::string("[KWOUtil 40C]"),
+         }) {
+        const Opened opened("[KWOUtil 0407]\n1=deutsch\n" + header + "\n2=francais\n[KWOUtil]\n2=english\n");
+        EXPECT_EQ("deutsch", opened.Text(0x407, 1)) << header.substr(0, 40);
+        EXPECT_EQ("english", opened.Text(0x407, 2)) << header.substr(0, 40);
+        ASSERT_EQ(2u, opened.problems.lines.size()) << header.substr(0, 40);
+        EXPECT_TRUE(opened.problems.lines[0].starts_with("x.nls(3): ")) << opened.problems.lines[0];
+        EXPECT_EQ("x.nls(4): it stands in no section", opened.problems.lines[1]);
+    }
+}
+
+TEST(MessageFile, ABadLineThatIsNoHeaderLeavesItsSection) {
+    for (const char* const line :
+         {"3 [x]", "3 = [\xFF]", "3 = \xE9", "\xE9", "; [caf\xE9]", "\xC2\xA0; [x]", "x", "x = [y]", "3 = a\x01[",
+          "\xC2\xA0"
+          "3 [x] = y"}) {
+        const Opened opened(std::string("[KWOUtil]\n1=a\n") + line + "\n2=b\n");
+        EXPECT_EQ("b", opened.Text(0, 2)) << line;
+    }
+}
+
+TEST(MessageFile, ARefusedFileIsReportedBehindItsProblems) {
+    const auto reported = [](const std::string& bytes) {
+        RecordedProblems problems;
+        EXPECT_THROW(MessageFile(bytes, u"x.nls", problems), platform::ComponentError);
+        return problems.lines;
+    };
+    constexpr const char* kRefused = "The message file x.nls cannot be used: ";
+    EXPECT_EQ((Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
+                       std::string(kRefused) + "line 4 is longer than 1 MiB"}),
+              reported("1=a\n[KWOUtil]\nx\n" + std::string((1 << 20) + 1, ';')));
+    EXPECT_EQ((Strings{std::string(kRefused) + "it is UTF-16 text, but must be UTF-8"}), reported("\xFF\xFE"));
+
+    std::string many;
+    for (int line = 0; line < 105; ++line)
+        many += "x\n";
+    const Strings lines = reported(many + std::string((1 << 20) + 1, ';'));
+    ASSERT_EQ(102u, lines.size());
+    EXPECT_EQ("x.nls: lines with problems that are not listed: 5", lines[100]);
 }
 
 TEST(MessageFile, OfSeveralTextsForANumberTheFirstStays) {

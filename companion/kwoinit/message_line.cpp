@@ -42,9 +42,9 @@ Line ParseHeader(TextView line) {
     const bool quoted = Trimmed(line.substr(1)).starts_with(u'"');
     const std::size_t firstQuote = line.find(u'"');
     const std::size_t lastQuote = quoted ? line.find(u'"', firstQuote + 1) : 0;
-    if (lastQuote == TextView::npos) return BadLine{u"the program's name has no closing quotation mark", true};
+    if (lastQuote == TextView::npos) return BadLine{u"the program's name has no closing quotation mark"};
     const std::size_t end = line.find(u']', lastQuote);
-    if (end == TextView::npos) return BadLine{u"the section header has no closing bracket", true};
+    if (end == TextView::npos) return BadLine{u"the section header has no closing bracket"};
 
     TextView program = Trimmed(line.substr(1, end - 1));
     TextView language;
@@ -56,10 +56,10 @@ Line ParseHeader(TextView line) {
         language = program.substr(blank + 1);
         program = Trimmed(program.substr(0, blank));
     }
-    if (program.empty()) return BadLine{u"the section header names no program", true};
+    if (program.empty()) return BadLine{u"the section header names no program"};
     if (language.empty()) return SectionLine{Text(program), 0};
     const auto identifier = Language(language);
-    if (!identifier) return BadLine{u"the language identifier is not of four hexadecimal digits", true};
+    if (!identifier) return BadLine{u"the language identifier is not of four hexadecimal digits"};
     return SectionLine{Text(program), *identifier};
 }
 

@@ -24,7 +24,6 @@ struct TextLine {
 };
 struct BadLine {
     TextView reason;
-    bool isHeader = false;
 };
 using Line = std::variant<NothingLine, SectionLine, TextLine, BadLine>;
 

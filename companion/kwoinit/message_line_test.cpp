@@ -14,7 +14,7 @@ std::string Narrow(TextView text) {
     return narrow;
 }
 
-/// "section name 0407", "text 7 |...|", "bad", "bad header" or "nothing".
+/// "section name 0407", "text 7 |...|", "bad" or "nothing".
 std::string Read(TextView line) {
     const Line read = ParseLine(line);
     if (const auto* const section = std::get_if<SectionLine>(&read)) {
@@ -25,7 +25,7 @@ std::string Read(TextView line) {
     if (const auto* const text = std::get_if<TextLine>(&read)) {
         return "text " + std::to_string(text->number) + " |" + Narrow(text->text) + "|";
     }
-    if (const auto* const bad = std::get_if<BadLine>(&read)) return bad->isHeader ? "bad header" : "bad";
+    if (std::holds_alternative<BadLine>(read)) return "bad";
     return "nothing";
 }
 
@@ -50,10 +50,10 @@ TEST(MessageLine, QuotedNamesMayEndLikeALanguageAndHoldBrackets) {
     EXPECT_EQ("section |a]b| F407", Read(u"[\"a]b\" F407]"));
 }
 
-TEST(MessageLine, BadHeadersAreKnownAsSuch) {
+TEST(MessageLine, HeadersThatAreNotUnderstoodAreBad) {
     for (const TextView line : {u"[", u"[]", u"[  ]", u"[KWOUtil", u"[KWOUtil 407]", u"[KWOUtil 00407]",
                                 u"[KWOUtil 04G7]", u"[KWOUtil 0000]", u"[\"KWOUtil]", u"[\"\"]", u"[\"a\" b]"})
-        EXPECT_EQ("bad header", Read(line)) << Narrow(line);
+        EXPECT_EQ("bad", Read(line)) << Narrow(line);
 }
 
 TEST(MessageLine, TextsHaveANumberAndNoBlanksAround) {

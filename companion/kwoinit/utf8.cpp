@@ -40,12 +40,12 @@ std::uint32_t Next(std::string_view& bytes) {
 
 }  // namespace
 
-std::optional<platform::Text> FromUtf8(std::string_view bytes) {
-    platform::Text text;
+bool FromUtf8(std::string_view bytes, platform::Text& text) {
+    text.clear();
     text.reserve(bytes.size());
     while (!bytes.empty()) {
         const std::uint32_t character = Next(bytes);
-        if (character == kNone) return std::nullopt;
+        if (character == kNone) return false;
         if (character < 0x10000) {
             text += static_cast<char16_t>(character);
         } else {
@@ -53,7 +53,7 @@ std::optional<platform::Text> FromUtf8(std::string_view bytes) {
             text += static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
         }
     }
-    return text;
+    return true;
 }
 
 }  // namespace kwo::kwoinit

@@ -2,8 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace kwo::kwoinit {
 namespace {
+
+/// Nothing when they are refused. What the text was before does not matter.
+std::optional<platform::Text> FromUtf8(std::string_view bytes) {
+    platform::Text text = u"before";
+    if (!kwoinit::FromUtf8(bytes, text)) return std::nullopt;
+    return text;
+}
 
 TEST(Utf8, EveryLengthOfCharacterIsRead) {
     EXPECT_EQ(u"a\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF",

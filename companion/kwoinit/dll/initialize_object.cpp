@@ -60,13 +60,22 @@ private:
     /// Nothing when there is no file, or nothing for the program in it; no file is kept then.
     std::optional<MessageFile::Extent> Open(TextView path) {
         mFile.reset();
-        const auto found = FindMessageFile(path);
-        if (!found) return std::nullopt;
         DebuggerReport report;
+        const auto found = Find(path, report);
+        if (!found) return std::nullopt;
         mFile.emplace(found->bytes, found->path, report);
         const auto extent = mFile->ExtentOf(mProgram);
         if (!extent) mFile.reset();
         return extent;
+    }
+
+    static std::optional<FoundFile> Find(TextView path, ProblemReport& report) {
+        try {
+            return FindMessageFile(path);
+        } catch (const platform::ComponentError& refusal) {
+            report.Problem(refusal.description);
+            throw;
+        }
     }
 
     std::optional<MessageFile> mFile;

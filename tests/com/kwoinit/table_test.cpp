@@ -1,5 +1,8 @@
 // Tables as clients get them, late bound by names and by the virtual table.
 
+#include <string>
+#include <string_view>
+
 #include "companion_fixture.h"
 #include "kwoinit.h"
 
@@ -366,6 +369,62 @@ TEST_F(Table, FilesThatAreNoTextAreErrorsWithTheFileAndAReason) {
         EXPECT_NE(std::wstring::npos, outcome.description.find(L"UTF-8"));
     }
     EXPECT_TRUE(Found(mFile.Path()));
+}
+
+/// What this thread sends to the debug output, which the system hands out as an exception.
+class DebugOutput {
+public:
+    DebugOutput() : mHandler(AddVectoredExceptionHandler(1, &Keep)) { Text().clear(); }
+    ~DebugOutput() { RemoveVectoredExceptionHandler(mHandler); }
+    DebugOutput(const DebugOutput&) = delete;
+    DebugOutput& operator=(const DebugOutput&) = delete;
+
+    static std::wstring& Text() {
+        static std::wstring text;
+        return text;
+    }
+
+private:
+    static LONG CALLBACK Keep(EXCEPTION_POINTERS* exception) {
+        constexpr DWORD kWide = 0x4001000A;
+        constexpr DWORD kAnsi = 0x40010006;
+        const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+        if (record.ExceptionCode == kWide) Text() += reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]);
+        if (record.ExceptionCode == kAnsi) {
+            const std::string_view ansi(reinterpret_cast<const char*>(record.ExceptionInformation[1]));
+            Text().append(ansi.begin(), ansi.end());
+        }
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+
+    void* mHandler;
+};
+
+TEST_F(Table, ARefusedFileSaysSoInTheDebugOutput) {
+    const DebugOutput output;
+    const TemporaryFile wide("1 = too early\n\xFF\n" + std::string((1 << 20) + 1, ';'));
+    EXPECT_NE(Hex(S_OK), Hex(Size(wide.Path()).status));
+    EXPECT_NE(std::wstring::npos, output.Text().find(wide.Path() + L"(1): it stands in no section"))
+        << Narrow(output.Text());
+    EXPECT_NE(std::wstring::npos, output.Text().find(L"cannot be used: line 3 is longer than 1 MiB"))
+        << Narrow(output.Text());
+
+    const HANDLE held = CreateFileW(mFile.Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, held);
+    EXPECT_EQ(Hex(kFileUnreadable), Hex(Size(mFile.Path()).scode));
+    CloseHandle(held);
+    EXPECT_NE(std::wstring::npos, output.Text().find(mFile.Path() + L" cannot be used: it cannot be opened"))
+        << Narrow(output.Text());
+}
+
+TEST_F(Table, AProgramWithoutATextOfItsOwnIsServedKWOUtils) {
+    const TemporaryFile file("[Host]\n[Host 0407]\n; nothing yet\n[KWOUtil]\n3 = three\n");
+    ASSERT_TRUE(Found(file.Path(), L"Host"));
+    EXPECT_EQ(L"3..3 5", Bounds());
+    Array index(VT_I2, 1, 1);
+    Array texts(VT_BSTR, 3, 1);
+    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0407, index, texts).status));
+    EXPECT_EQ(L"three", texts.Text(3));
 }
 
 TEST_F(Table, AFileOfMoreThan64MebibytesIsRefusedUnread) {
