@@ -13,14 +13,14 @@ constexpr TextView kSupportSearch = u"https://support.microsoft.com/search";
 constexpr std::size_t kLongestSavedText = 8'192;
 
 constexpr std::int32_t kBufferTooSmall = 122;
-constexpr std::int32_t kBusyDrive = 144;
+constexpr std::int32_t kNoRootDirectory = 144;
 constexpr std::int32_t kExtendedNetworkError = 1208;
 constexpr std::int32_t kFirstInternetError = 12000;
 constexpr std::int32_t kExtendedInternetError = 12003;
 constexpr std::int32_t kLastInternetError = 12999;
 
 constexpr std::int32_t kApplicationErrorMessage = 1900;
-constexpr std::int32_t kBusyDriveHintMessage = 1901;
+constexpr std::int32_t kNoRootDirectoryHintMessage = 1901;
 
 std::int32_t Negated(std::int32_t code) {
     return static_cast<std::int32_t>(0u - static_cast<std::uint32_t>(code));
@@ -155,9 +155,9 @@ Text MKWOError::KWO_SystemErrorText(std::int32_t code) {
     if (code == 0) return {};
     const std::int32_t lastOnEntry = mSystem.Last();
     Text text = Trim(ReplaceAll(KWO_CutAtNul(PlatformText(code)), kCrLf, u" "));
-    if (code == kBusyDrive) {
+    if (code == kNoRootDirectory) {
         text += kCrLf;
-        text += Message(kBusyDriveHintMessage,
+        text += Message(kNoRootDirectoryHintMessage,
                         u"Please refer to Microsoft Knowledge Base Articles Q167871, Q160843, Q176445 at " +
                             Text(kSupportSearch) + u".");
     }
