@@ -27,7 +27,11 @@ public:
     Component& operator=(const Component&) = delete;
 
     /// What the creation of most classes does before anything else, so that every message is asked for by this name.
-    void SetProgramName() { mProgramName = u"KWOUtil"; }
+    /// Messages that could not be loaded are loaded again when the next one is asked for.
+    void SetProgramName() {
+        mProgramName = u"KWOUtil";
+        messages.ForgetFailure();
+    }
     const Text& ProgramName() const { return mProgramName; }
 
     const platform::Platform platform;

@@ -89,15 +89,24 @@ MessageTable::MessageTable(const platform::Platform& services, frame::HostIdenti
 
 void MessageTable::KWOInitialize() {
     if (mInitialised) return;
+    // A button asks for a text at every step of a release: a file that cannot be used is not read each time.
+    if (mFailure) throw platform::ComponentError(*mFailure);
     mLocale.KWOLocaleInit();
     if (mMsgFilePath.empty()) mMsgFilePath = DefaultFilePath();
     ChooseProgramName();
-    {
-        const HostObjectRef companion = mComponents.Create(u"KWOInit.KWOInitialize");
-        mLoaded = Load(*companion);
-        if (!mLoaded) mTextArray = EmptyTexts(1, 1);
+    try {
+        LoadByCompanion();
+    } catch (const platform::ComponentError& error) {
+        mFailure = error;
+        throw;
     }
     mInitialised = true;
+}
+
+void MessageTable::LoadByCompanion() {
+    const HostObjectRef companion = mComponents.Create(u"KWOInit.KWOInitialize");
+    mLoaded = Load(*companion);
+    if (!mLoaded) mTextArray = EmptyTexts(1, 1);
 }
 
 Text MessageTable::DefaultFilePath() {

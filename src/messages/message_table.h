@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 
 #include "frame/api_result.h"
@@ -9,6 +10,7 @@
 #include "frame/message_lookup.h"
 #include "frame/routines.h"
 #include "messages/mkwo_locale.h"
+#include "platform/component_error.h"
 #include "platform/platform.h"
 #include "platform/variant.h"
 
@@ -23,8 +25,11 @@ public:
                  MKWOLocale& locale, frame::ApiResult& apiResult, Text& programName);
 
     /// Loads the table unless that was done before. A missing file leaves it empty. Raises what making or calling the
-    /// companion raises, and what a companion deserves that answers nonsense; the next call then tries again.
+    /// companion raises, and TypeMismatch, Overflow or 9 for a malformed answer; later calls raise the same error
+    /// without another try.
     void KWOInitialize();
+    /// After a failure the next call of KWOInitialize tries again.
+    void ForgetFailure() { mFailure.reset(); }
     /// The text of a number, "Undefined Message" when it has none, with every "%1", "%2" ... replaced by the values.
     /// Raises TypeMismatch for a value that has no text.
     Text KWO_GetMsg(std::int32_t msgNo, std::span<const platform::Variant> args = {}) const;
@@ -33,10 +38,14 @@ public:
     std::optional<Text> LoadedMessage(std::int32_t number, std::span<const Text> values = {}) override;
 
     /// The message file; chosen at the first loading unless it is set before.
-    void SetMsgFilePath(TextView path) { mMsgFilePath = path; }
+    void SetMsgFilePath(TextView path) {
+        mMsgFilePath = path;
+        ForgetFailure();
+    }
     const Text& MsgFilePath() const { return mMsgFilePath; }
 
 private:
+    void LoadByCompanion();
     Text DefaultFilePath();
     bool IsFile(const Text& path);
     void ChooseProgramName();
@@ -54,6 +63,7 @@ private:
 
     bool mInitialised = false;
     bool mLoaded = false;
+    std::optional<platform::ComponentError> mFailure;
     Text mMsgFilePath;
     std::shared_ptr<const platform::TextArray> mTextArray;
 };

@@ -348,9 +348,10 @@ TEST_F(Messages, TwoProgramsReadTheMessagesOfTheirCounterparts) {
     }
 }
 
-TEST_F(Messages, FailuresOfTheCompanionReachTheCallerAndItIsTriedAgain) {
+TEST_F(Messages, FailuresOfTheCompanionReachTheCallerAndItIsTriedAgainForTheNextObject) {
     desktop.FailCall("CoCreateInstance", 1, 1);
     EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 429);
+    component.SetProgramName();
 
     component.apiResult.last = 7;
     sizeFailure = {5, u"companion", u"size", {}, 0};
@@ -358,6 +359,7 @@ TEST_F(Messages, FailuresOfTheCompanionReachTheCallerAndItIsTriedAgain) {
     EXPECT_EQ(component.apiResult.last, 7);
     EXPECT_TRUE(made.expired());
     sizeFailure = {};
+    component.SetProgramName();
 
     loadFailure = {6, u"companion", u"load", {}, 0};
     EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).description, u"load");
@@ -366,7 +368,41 @@ TEST_F(Messages, FailuresOfTheCompanionReachTheCallerAndItIsTriedAgain) {
     EXPECT_EQ(Get(kFirst), u"Undefined Message");
     EXPECT_TRUE(made.expired());
     loadFailure = {};
+    component.SetProgramName();
 
+    messages.KWOInitialize();
+    EXPECT_EQ(Get(kFirst), u"first");
+}
+
+TEST_F(Messages, AFailureIsRememberedUntilTheNextObjectIsCreated) {
+    component.SetProgramName();
+    loadFailure = {-2147191295, u"companion", u"too large", u"x.hlp", 7};
+    for (int lookUp = 0; lookUp < 3; ++lookUp) {
+        const ComponentError raised = Raised([&] { messages.KWOInitialize(); });
+        EXPECT_EQ(raised.number, -2147191295);
+        EXPECT_EQ(raised.source, u"companion");
+        EXPECT_EQ(raised.description, u"too large");
+        EXPECT_EQ(raised.helpFile, u"x.hlp");
+        EXPECT_EQ(raised.helpContext, 7);
+    }
+    EXPECT_EQ(desktop.log.Starting("CreateObject").size(), 1u);
+
+    loadFailure = {};
+    component.SetProgramName();
+    messages.KWOInitialize();
+    EXPECT_EQ(desktop.log.Starting("CreateObject").size(), 2u);
+    EXPECT_EQ(Get(kFirst), u"first");
+
+    component.SetProgramName();
+    messages.KWOInitialize();
+    EXPECT_EQ(desktop.log.Starting("CreateObject").size(), 2u) << "what is loaded stays";
+}
+
+TEST_F(Messages, AnotherFileIsTriedAfterAFailure) {
+    sizeFailure = {5, u"companion", u"size", {}, 0};
+    EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 5);
+    sizeFailure = {};
+    messages.SetMsgFilePath(u"D:\\texts.nls");
     messages.KWOInitialize();
     EXPECT_EQ(Get(kFirst), u"first");
 }
@@ -394,6 +430,7 @@ TEST_F(Messages, CompanionThatAnswersNonsenseIsRefused) {
     for (const Case& row : {Case{5, 4, 9}, Case{-kMost - 1, kMost, 6}, Case{1, 16'000'001, 6}, Case{kMost, 1, 9}}) {
         start = row.start;
         end = row.end;
+        component.SetProgramName();
         EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, row.number) << row.start << " to " << row.end;
     }
     start = 1;
@@ -401,15 +438,18 @@ TEST_F(Messages, CompanionThatAnswersNonsenseIsRefused) {
     for (const Variant& value : {Variant(Text(u"x")), Variant(Empty{}), Variant(ForeignRef()),
                                  Variant(ForeignRef(std::make_shared<Int16Array>()))}) {
         replacement = value;
+        component.SetProgramName();
         EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
     }
     replacement.reset();
     for (const Variant& result : {Variant(Text(u"perhaps")), Variant(Null{}), Variant(ErrorValue{5}),
                                   Variant(HostObjectRef()), Variant(ForeignRef(std::make_shared<TextArray>()))}) {
         sizeResult = result;
+        component.SetProgramName();
         EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
     }
     sizeResult = true;
+    component.SetProgramName();
     messages.KWOInitialize();
     EXPECT_EQ(Get(1), u"first") << "none of it stays";
 }
@@ -427,9 +467,11 @@ TEST_F(Messages, BoundsThatAreNoNumbersAreRefused) {
     });
     for (const Variant& bound : {Variant(Text(u"x")), Variant(Null{}), Variant(ForeignRef())}) {
         replacement = bound;
+        component.SetProgramName();
         EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 13);
     }
     replacement = 3e9;
+    component.SetProgramName();
     EXPECT_EQ(Raised([&] { messages.KWOInitialize(); }).number, 6);
 }
 
