@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "com/apartment.h"
 #include "com/server/automation_object.h"
@@ -15,6 +16,15 @@ protected:
         : AutomationObject<Interface>(info), mApartment(Apartments::Instance().Current()) {}
 
     frame::Component& Component() { return mApartment->component; }
+
+    /// Runs a member's body with the member on the call trace.
+    template <class Body>
+    HRESULT Run(TextView member, Body&& body) noexcept {
+        return AutomationObject<Interface>::Run(member, [&] {
+            const frame::TracedRoutine traced(Component().trace, this->ClassName(), member);
+            std::forward<Body>(body)();
+        });
+    }
 
 private:
     std::shared_ptr<Apartment> mApartment;

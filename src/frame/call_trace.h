@@ -31,6 +31,8 @@ public:
     void KWO_TraceWrite(TextView text, bool indent, bool save) {
         if (mOn) Write(text, indent, save);
     }
+    /// True from the first start on.
+    bool IsOn() const { return mOn; }
     /// True while a file is open or a ring is kept.
     bool IsRecording() const { return mOn && Recording(); }
 
@@ -49,6 +51,9 @@ private:
 class TracedRoutine {
 public:
     TracedRoutine(CallTrace& trace, TextView routine) : mTrace(trace), mLevel(mTrace.KWO_RoutinePush(routine)) {}
+    /// "KWOTimer" and ".AddAlarm"; they are put together only when a trace was started.
+    TracedRoutine(CallTrace& trace, TextView className, TextView member)
+        : mTrace(trace), mLevel(mTrace.IsOn() ? mTrace.KWO_RoutinePush(Text(className) + Text(member)) : 0) {}
     /// Leaves what the routine left open as well, and nothing when the trace was started since.
     ~TracedRoutine() {
         if (mLevel == 0) return;

@@ -95,6 +95,8 @@ protected:
     explicit AutomationObject(ClassInfo& info) : mInfo(info), mTable(info.Table()) {}
     virtual ~AutomationObject() = default;
 
+    TextView ClassName() const { return mInfo.name; }
+
     /// Runs a member's body. The object lives until the member returns, whatever the host does in between.
     template <class Body>
     HRESULT Run(TextView member, Body&& body) noexcept {
