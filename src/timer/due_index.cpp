@@ -6,16 +6,21 @@ namespace kwo::timer {
 
 void DueIndex::Grow(std::size_t size) {
     if (!mLevels.empty() && size <= mLevels.front().size()) return;
-    mLevels.resize(1);
-    mLevels[0].resize(WholeNodes(std::max(size, 2 * mLevels[0].size())), kNever);
-    while (mLevels.back().size() > 1) {
-        const std::vector<std::int64_t>& below = mLevels.back();
+    const std::size_t before = mLevels.empty() ? 0 : mLevels.front().size();
+    // Built aside: what there is must still be found when there is no memory for more.
+    std::vector<std::vector<std::int64_t>> levels(1);
+    levels[0].reserve(WholeNodes(std::max(size, 2 * before)));
+    if (before > 0) levels[0] = mLevels.front();
+    levels[0].resize(WholeNodes(std::max(size, 2 * before)), kNever);
+    while (levels.back().size() > 1) {
+        const std::vector<std::int64_t>& below = levels.back();
         std::vector<std::int64_t> minima;
         for (std::size_t node = 0; node < below.size() / kFan; ++node)
             minima.push_back(Minimum(below, node));
         if (minima.size() > 1) minima.resize(WholeNodes(minima.size()), kNever);
-        mLevels.push_back(std::move(minima));
+        levels.push_back(std::move(minima));
     }
+    mLevels.swap(levels);
 }
 
 void DueIndex::Set(std::size_t place, std::int64_t due) {

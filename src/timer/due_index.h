@@ -15,7 +15,8 @@ public:
     static constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
     static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-    /// Makes room for places 0 to `size` - 1; new ones are never due. It does not shrink.
+    /// Makes room for places 0 to `size` - 1; new ones are never due. It does not shrink. Changes
+    /// nothing when it fails.
     void Grow(std::size_t size);
     void Set(std::size_t place, std::int64_t due);
 

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <random>
+#include <stdexcept>
 
 namespace kwo::timer {
 namespace {
@@ -40,6 +42,23 @@ TEST(DueIndex, GrowsWithWhatItHolds) {
         ASSERT_EQ(index.FirstDue(3), size - 1);
         index.Set(size - 1, DueIndex::kNever);
     }
+}
+
+TEST(DueIndex, RefusedGrowthChangesNothing) {
+    constexpr std::size_t kTooMany = std::numeric_limits<std::size_t>::max() / 4;
+    DueIndex index;
+    EXPECT_THROW(index.Grow(kTooMany), std::length_error);
+    EXPECT_EQ(index.Earliest(), DueIndex::kNever);
+
+    index.Grow(20);
+    index.Set(17, 30);
+    index.Set(3, 50);
+    EXPECT_THROW(index.Grow(kTooMany), std::length_error);
+
+    EXPECT_EQ(index.Earliest(), 30);
+    EXPECT_EQ(index.FirstDue(30), 17u);
+    index.Set(18, 20);
+    EXPECT_EQ(index.Earliest(), 20);
 }
 
 TEST(DueIndex, AgreesWithALookAtEveryPlace) {

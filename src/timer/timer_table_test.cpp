@@ -1,0 +1,72 @@
+#include "timer/timer_table.h"
+
+#include <new>
+
+#include "platform/simulated/failing_memory.h"
+#include "timer/timer_fixture.h"
+
+namespace kwo::timer {
+namespace {
+
+using platform::Milliseconds;
+using platform::simulated::FailingMemory;
+
+class TimerTableTest : public testing::Test {
+protected:
+    static constexpr std::int64_t kDue = 100;
+
+    /// An alarm with that tag, due at a time of its own.
+    TimerRow Alarm(std::int32_t tag) { return {RowType::Alarm, 0, tag, OwnerRef(owner), Milliseconds{kDue - tag}}; }
+    static void Empty(TimerTable& table) {
+        for (auto row = table.FirstUsed(); row != TimerTable::kNoRow; row = table.FirstUsed())
+            (void)table.Free(row);
+    }
+    void ExpectAlarms(const TimerTable& table, std::int32_t count) {
+        ASSERT_EQ(table.ActiveCount(), count);
+        ASSERT_EQ(owner.references, count);
+        ASSERT_EQ(table.EarliestDue(), count > 0 ? kDue - count : DueIndex::kNever);
+        for (std::int32_t tag = 1; tag <= count; ++tag) {
+            ASSERT_EQ(table.AlarmOf(owner, tag), tag);
+            ASSERT_EQ(table.FirstDue(Milliseconds{kDue - tag}), tag);
+        }
+        ASSERT_EQ(table.AlarmOf(owner, count + 1), TimerTable::kNoRow);
+    }
+
+    std::vector<std::string> told;
+    RecordingOwner owner{told, "a"};
+};
+
+TEST_F(TimerTableTest, TakingARowChangesNothingWhenThereIsNoMemory) {
+    int failures = 0;
+    for (const std::int32_t count : {0, 2, 4, 8, 16, 32, 64}) {
+        bool failed = true;
+        for (int nth = 1; failed; ++nth) {
+            TimerTable table;
+            for (std::int32_t tag = 1; tag <= count; ++tag)
+                table.Take(Alarm(tag));
+            {
+                const FailingMemory memory(nth);
+                try {
+                    table.Take(Alarm(count + 1));
+                } catch (const std::bad_alloc&) {
+                    ++failures;
+                }
+                failed = memory.HasFailed();
+            }
+
+            if (failed) {
+                ExpectAlarms(table, count);
+                EXPECT_EQ(table.SlotCount(), count);
+                table.Take(Alarm(count + 1));
+            }
+            ExpectAlarms(table, count + 1);
+            EXPECT_EQ(table.SlotCount(), count + 2);
+            Empty(table);
+            if (HasFailure()) FAIL() << count << " rows, allocation " << nth;
+        }
+    }
+    EXPECT_GT(failures, 10) << "taking a row has to need memory";
+}
+
+}  // namespace
+}  // namespace kwo::timer
