@@ -11,6 +11,8 @@ public:
 
     /// Runs on the thread that started the timer, while that thread dispatches messages; nothing may be raised.
     virtual void TimerProc() noexcept = 0;
+    /// Runs on that thread when it ends, or leaves its apartment, while the timer runs: it will not fire again.
+    virtual void ThreadEnds() noexcept {}
 };
 
 /// The thread's platform timers without a window.

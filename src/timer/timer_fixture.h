@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -43,6 +44,7 @@ class TimerTest : public testing::Test {
 protected:
     using Lines = std::vector<std::string>;
 
+    static constexpr std::int64_t kMillisecond = platform::Milliseconds::kScale;
     static constexpr double kToday = 46'342;  // 2026-11-16
     static constexpr double kMillisecondsPerDay = 86'400'000;
     static constexpr double kNow = kToday + 9.25 / 24;
@@ -57,6 +59,14 @@ protected:
         constexpr std::int64_t kStep = 1;
         for (std::int64_t passed = 0; passed < ms; passed += kStep) {
             desktop.Advance(kStep);
+            desktop.messages.ProcessPending();
+        }
+    }
+    /// Time passes in tenths of a millisecond and a rest.
+    void PassScaled(std::int64_t scaled) {
+        constexpr std::int64_t kStep = kMillisecond / 10;
+        for (const std::int64_t end = desktop.clock.Elapsed().scaled + scaled; desktop.clock.Elapsed().scaled < end;) {
+            desktop.Advance(platform::Milliseconds{std::min(kStep, end - desktop.clock.Elapsed().scaled)});
             desktop.messages.ProcessPending();
         }
     }

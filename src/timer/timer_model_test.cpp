@@ -300,8 +300,10 @@ public:
         }
         mInTimerProc = true;
         std::int64_t now = clock.now;
+        bool anyDue = false;
         for (std::size_t index = 1; index < mRows.size(); ++index) {
             if (mRows[index].type == 0 || mRows[index].due > now) continue;
+            anyDue = true;
             const int owner = mRows[index].owner;
             std::int32_t type = mRows[index].type;
             std::int32_t tag = mRows[index].tag;
@@ -329,6 +331,7 @@ public:
             index = 0;
         }
         mInTimerProc = false;
+        if (!anyDue) mLastDue = 0;
         Reschedule();
     }
     std::vector<std::int64_t> Contents() const override {

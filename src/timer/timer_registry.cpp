@@ -64,11 +64,7 @@ void MKWOTimer::AdjustTimerCount(std::int16_t delta) {
     const std::int64_t count = std::int64_t{mInstanceCount} + delta;
     if (count != static_cast<std::int32_t>(count)) platform::RaiseRuntime(RuntimeError::Overflow);
     mInstanceCount = static_cast<std::int32_t>(count);
-    if (mInstanceCount > 0) return;
-    for (auto row = mTimerTable.FirstUsed(); row != TimerTable::kNoRow; row = mTimerTable.FirstUsed()) {
-        const OwnerRef owner = mTimerTable.Row(row).timer;
-        CancelEntries(*owner, kAllTypes, kAllTags);
-    }
+    if (mInstanceCount <= 0) CancelAll();
 }
 
 void MKWOTimer::AddTick(TimerOwner& owner, std::int32_t intervalMs) {
@@ -106,6 +102,13 @@ void MKWOTimer::Free(std::int32_t row, OwnerRef& last) {
     if (row != TimerTable::kNoRow) last = mTimerTable.Free(row);
 }
 
+void MKWOTimer::CancelAll() {
+    for (auto row = mTimerTable.FirstUsed(); row != TimerTable::kNoRow; row = mTimerTable.FirstUsed()) {
+        const OwnerRef owner = mTimerTable.Row(row).timer;
+        CancelEntries(*owner, kAllTypes, kAllTags);
+    }
+}
+
 void MKWOTimer::TimerProc() noexcept {
     if (mInTimerProc) {
         // A callee of the dispatch that is running processes messages: it arms the timer again at its end.
@@ -114,7 +117,8 @@ void MKWOTimer::TimerProc() noexcept {
     }
     mInTimerProc = true;
     try {
-        DispatchDueRows();
+        // The firing came too early: its delay was rounded, or the row is far off. What is left is measured again.
+        if (!DispatchDueRows()) mLastDue = {};
     } catch (const platform::ComponentError& error) {
         LogUnexpected(error.description);
     } catch (...) {
@@ -124,12 +128,13 @@ void MKWOTimer::TimerProc() noexcept {
     Reschedule();
 }
 
-void MKWOTimer::DispatchDueRows() {
-    // From the first row again after each one: callees may have added and cancelled rows.
-    for (;;) {
+bool MKWOTimer::DispatchDueRows() {
+    // Intended: from the first row again after each one, for callees may have added and cancelled rows. A tick whose
+    // handler takes longer than its interval is due again each time, and the rows below it wait until it is cancelled.
+    for (bool any = false;; any = true) {
         const Milliseconds now = mClock.KWO_TimerMs();
         const std::int32_t row = mTimerTable.FirstDue(now);
-        if (row == TimerTable::kNoRow) return;
+        if (row == TimerTable::kNoRow) return any;
         Dispatch(row, now);
     }
 }
@@ -163,6 +168,10 @@ void MKWOTimer::Dispatch(std::int32_t row, Milliseconds now) {
     }
 }
 
+void MKWOTimer::AskAgainForARefusedTimer() noexcept {
+    if (mTimerId == 0 && mTimerTable.ActiveCount() > 0) Reschedule();
+}
+
 void MKWOTimer::Reschedule() noexcept {
     if (mInTimerProc) return;
     try {
@@ -186,8 +195,9 @@ void MKWOTimer::Rearm() {
     } else if (earliest > now) {
         delayMs = static_cast<std::uint32_t>(frame::RoundHalfEven(wait));
     }
-    if (mTimerId != 0) mService.Stop(mTimerId);
+    StopPlatformTimer();
     if (earliest == kNoDue) return;
+    // Intended: a platform that has no timer left is no error. The rows wait until the next call that arms the timer.
     mTimerId = mService.Start(delayMs, *this);
 }
 

@@ -39,6 +39,12 @@ public:
     /// Frees the owner's rows: all (type 0), its tick (1), its alarms with that tag, or all of them for tag 0 (2).
     void CancelEntries(TimerOwner& owner, std::int32_t timerType, std::int32_t itemData);
 
+    /// The thread ends, or its messages do: every row is freed, whoever owns it.
+    void CancelAll();
+
+    /// Arms the platform timer when rows wait and none runs, because the platform had none left.
+    void AskAgainForARefusedTimer() noexcept;
+
     const TimerTable& Table() const { return mTimerTable; }
     std::int32_t InstanceCount() const { return mInstanceCount; }
     /// The platform timer that runs; 0 is none.
@@ -46,7 +52,9 @@ public:
 
 private:
     void TimerProc() noexcept override;
-    void DispatchDueRows();
+    void ThreadEnds() noexcept override { CancelAll(); }
+    /// False when nothing was due.
+    bool DispatchDueRows();
     void Dispatch(std::int32_t row, platform::Milliseconds now);
     void Reschedule() noexcept;
     void Rearm();

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "platform/component_error.h"
+#include "timer/time_double.h"
 #include "timer/timer_fixture.h"
 
 namespace kwo::timer {
@@ -19,6 +20,9 @@ class TimerRegistry : public TimerTest {
 protected:
     void AddRelative(TimerOwner& owner, std::int64_t ms, std::int32_t tag) {
         timers.AddAlarmEntry(owner, kNoDate, tag, DueIn(ms));
+    }
+    void AddRelativeScaled(TimerOwner& owner, std::int64_t scaled, std::int32_t tag) {
+        timers.AddAlarmEntry(owner, kNoDate, tag, {desktop.clock.Elapsed().scaled + scaled});
     }
     void AddAt(TimerOwner& owner, Date when, std::int32_t tag) { timers.AddAlarmEntry(owner, when, tag, {}); }
     /// Milliseconds from now to the row's due time.
@@ -106,6 +110,36 @@ TEST_F(TimerRegistry, LastTimerThatGoesTakesEveryRowWithIt) {
     EXPECT_EQ(timers.TimerId(), 0);
 }
 
+TEST_F(TimerRegistry, EveryRowGoesWhenTheThreadEnds) {
+    timers.AdjustTimerCount(+1);
+    timers.AddTick(a, 100);
+    AddRelative(a, 100, 3);
+    AddRelative(b, 90'000, 1);
+
+    timers.CancelAll();
+
+    EXPECT_EQ(timers.Table().ActiveCount(), 0);
+    EXPECT_EQ(a.references, 0);
+    EXPECT_EQ(b.references, 0);
+    EXPECT_EQ(timers.TimerId(), 0);
+    EXPECT_EQ(timers.InstanceCount(), 1);
+}
+
+TEST_F(TimerRegistry, RowThatIsAddedWhileEveryRowGoesGoesToo) {
+    int ended = 0;
+    a.onLastRelease = [&] {
+        if (++ended == 1) timers.AddTick(b, 100);
+    };
+    AddRelative(a, 100, 3);
+
+    timers.CancelAll();
+
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(timers.Table().ActiveCount(), 0);
+    EXPECT_EQ(b.references, 0);
+    EXPECT_EQ(desktop.timers.Running(), 0u);
+}
+
 TEST_F(TimerRegistry, CountOfTimersThatDoesNotFitOverflows) {
     constexpr std::int16_t kMost = std::numeric_limits<std::int16_t>::max();
     for (int step = 0; step < 65'538; ++step)
@@ -174,6 +208,24 @@ TEST_F(TimerRegistry, TagsOfEveryValueAreKeptApart) {
     for (const std::int32_t tag : tags)
         timers.CancelEntries(a, kAlarm, tag);
     EXPECT_EQ(timers.Table().ActiveCount(), 0);
+}
+
+TEST_F(TimerRegistry, AlarmsAreFoundByTheirTagsHoweverManyThereAre) {
+    constexpr std::int32_t kMany = 300;
+    for (std::int32_t tag = 1; tag <= kMany; ++tag) {
+        AddRelative(a, 100, tag);
+        AddRelative(b, 100, tag);
+    }
+    for (std::int32_t tag = 1; tag <= kMany; ++tag)
+        AddRelative(a, 200, tag);
+    ASSERT_EQ(timers.Table().ActiveCount(), 2 * kMany) << "each has replaced the one with its tag";
+
+    for (std::int32_t tag = 1; tag <= kMany; ++tag) {
+        timers.CancelEntries(b, kAlarm, tag);
+        ASSERT_EQ(timers.Table().ActiveCount(), 2 * kMany - tag);
+    }
+    EXPECT_EQ(a.references, kMany);
+    EXPECT_EQ(b.references, 0);
 }
 
 TEST_F(TimerRegistry, CancelLooksAtTypeTagAndOwner) {
@@ -287,6 +339,19 @@ TEST_F(TimerRegistry, AlarmAheadComesAtItsDate) {
     EXPECT_EQ(Told(), Lines{"a alarm 1"});
 }
 
+TEST_F(TimerRegistry, ClockThatIsSetAfterwardsMovesNoAlarm) {
+    for (const double days : {1.0, -1.0, 0.5 / 24}) {
+        desktop.clock.SetNow({kNow});
+        AddAt(a, After(5'000), 1);
+        desktop.clock.SetNow({kNow + days});
+
+        Pass(4'999);
+        EXPECT_EQ(Told(), Lines{}) << days;
+        Pass(2);
+        EXPECT_EQ(Told(), Lines{"a alarm 1"}) << days;
+    }
+}
+
 TEST_F(TimerRegistry, AlarmInThePastFiresAfterOneSecond) {
     for (const double ms : {999.0, 1.0, 0.0, -1.0, -86'400'000.0}) {
         AddAt(a, After(ms), 1);
@@ -394,6 +459,36 @@ TEST_F(AlarmLimitIntended, AlarmsFurtherThanSixtyDaysComeAtThatMidnight) {
     EXPECT_NEAR(Wait(1), expected(60) - 1'000, 0.01);
 }
 
+class LongTickIntended : public TimerRegistry {};
+
+TEST_F(LongTickIntended, TickWhoseHandlerTakesLongerThanItsIntervalStarvesTheRowsBelowIt) {
+    timers.AddTick(a, 100);
+    AddRelative(b, 100, 1);
+    timers.AddTick(b, 100);
+    int left = 50;
+    a.handler = [&](auto&...) {
+        desktop.Advance(100);
+        if (--left == 0) timers.CancelEntries(a, kTick, 0);
+    };
+
+    PassBusy(100);
+
+    // A reader would expect the others after the first tick.
+    Lines expected(50, "a tick");
+    expected.insert(expected.end(), {"b alarm 1", "b tick"});
+    EXPECT_EQ(Told(), expected);
+}
+
+TEST_F(LongTickIntended, TickWhoseHandlerIsDoneWithinItsIntervalStarvesNobody) {
+    timers.AddTick(a, 100);
+    AddRelative(b, 100, 1);
+    a.handler = [&](auto&...) { desktop.Advance(99); };
+
+    PassBusy(100);
+
+    EXPECT_EQ(Told(), (Lines{"a tick", "b alarm 1"}));
+}
+
 class IdleTimerIntended : public TimerRegistry {};
 
 TEST_F(IdleTimerIntended, PlatformTimerGoesOnAfterTheLastAlarmHasFired) {
@@ -465,18 +560,50 @@ TEST_F(TimerRegistry, FarRowIsWaitedForInSlicesOfThirtySeconds) {
     AddRelative(a, 95'000, 1);
     EXPECT_EQ(PlatformCalls(), Lines{"SetTimer 30000 -> 32767"});
 
-    Pass(65'001);
-    EXPECT_EQ(PlatformCalls(), Lines{}) << "nothing is due and the row is as far as it was";
-    Pass(29'999);
-    EXPECT_EQ(Told(), Lines{}) << "the third slice ends at ninety seconds";
+    Pass(89'999);
+    EXPECT_EQ(PlatformCalls(), Lines{}) << "a timer that runs is left alone for a far row";
+    Pass(1);
+    EXPECT_EQ(PlatformCalls(), (Lines{"KillTimer 32767", "SetTimer 5000 -> 32766"}));
 }
 
-TEST_F(TimerRegistry, FarRowThatComesWithinReachKeepsTheRunningTimerUntilItsEarliestChanges) {
+TEST_F(TimerRegistry, FarRowComesOnTime) {
     AddRelative(a, 95'000, 1);
-    Pass(119'999);
+    Pass(94'999);
     EXPECT_EQ(Told(), Lines{});
     Pass(1);
-    EXPECT_EQ(Told(), Lines{"a alarm 1"}) << "late by less than one slice";
+    EXPECT_EQ(Told(), Lines{"a alarm 1"});
+}
+
+TEST_F(TimerRegistry, AlarmWhoseDelayIsRoundedDownComesAfterTheNextMillisecond) {
+    for (const std::int64_t scaled : {200'004'999, 10'001, 14'999, 299'994'999}) {
+        AddRelativeScaled(a, scaled, 1);
+        const std::int64_t due = timers.Table().Row(1).due.scaled;
+        PassScaled(scaled - 1);
+        EXPECT_EQ(Told(), Lines{}) << scaled;
+        PassScaled(kMillisecond);
+        EXPECT_EQ(Told(), Lines{"a alarm 1"}) << scaled << " late by " << desktop.clock.Elapsed().scaled - due;
+    }
+}
+
+TEST_F(TimerRegistry, NoTickIsLostWhenItsDelayIsRoundedDown) {
+    desktop.Advance(Milliseconds{1'234});
+    timers.AddTick(a, 50);
+    // The handler takes its time, so that no wait is a whole number of milliseconds.
+    a.handler = [&](auto&...) { desktop.Advance(Milliseconds{3'333}); };
+
+    PassScaled(600 * 50 * kMillisecond + kMillisecond);
+
+    EXPECT_EQ(Told().size(), 600u);
+}
+
+TEST_F(TimerRegistry, FiringThatFindsNothingDueWaitsForTheRest) {
+    AddRelativeScaled(a, 20'000 * kMillisecond + 4'000, 1);
+    PlatformCalls();
+
+    Pass(20'000);
+    EXPECT_EQ(PlatformCalls(), (Lines{"KillTimer 32767", "SetTimer 0 -> 32766"}));
+    Pass(1);
+    EXPECT_EQ(Told(), Lines{"a alarm 1"});
 }
 
 TEST_F(TimerRegistry, WaitOfJustThirtySecondsIsNotFar) {
@@ -642,6 +769,21 @@ TEST_F(TimerRegistry, FailingAlarmLosesTheAlarmsWithItsTag) {
     EXPECT_EQ(timers.Table().ActiveCount(), 1);
 }
 
+TEST_F(TimerRegistry, TagThatAFailingHandlerWroteIsTheOneThatIsCancelled) {
+    AddRelative(a, 100, 5);
+    AddRelative(a, 300, 6);
+    AddRelative(a, 300, 7);
+    a.handler = [](std::int32_t&, std::int32_t& tag, Date&) {
+        if (tag != 5) return;
+        tag = 6;
+        platform::Raise(5, u"x", u"y");
+    };
+
+    Pass(400);
+
+    EXPECT_EQ(Told(), (Lines{"a alarm 5", "a alarm 7"}));
+}
+
 TEST_F(TimerRegistry, FailingAlarmWithTagZeroLosesAllAlarms) {
     AddRelative(a, 100, 0);
     AddRelative(a, 300, 6);
@@ -698,6 +840,50 @@ TEST_F(TimerRegistry, OwnerLivesUntilItsDispatchIsOver) {
     PassBusy(100);
 
     EXPECT_EQ(atEnd, 0);
+}
+
+/// A clock that fails when it is told to.
+class FailingClock final : public platform::Clock {
+public:
+    explicit FailingClock(platform::Clock& from) : mFrom(from) {}
+
+    std::optional<std::int64_t> CounterFrequency() override { return mFrom.CounterFrequency(); }
+    std::int64_t Counter() override {
+        if (onRead) onRead();
+        return mFrom.Counter();
+    }
+    std::uint32_t TickCount() override { return mFrom.TickCount(); }
+    std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t time) override {
+        return mFrom.LocalFileTimeToUtc(time);
+    }
+    Date Now() override { return mFrom.Now(); }
+
+    std::function<void()> onRead;
+
+private:
+    platform::Clock& mFrom;
+};
+
+TEST_F(TimerRegistry, DispatchThatFailsIsLoggedAndTheNextOneGoesOn) {
+    FailingClock clock(desktop.clock);
+    frame::Component failing(WithTime(desktop.Services(), clock, desktop.timers));
+    failing.timers.AddTick(a, 100);
+
+    clock.onRead = [] { platform::Raise(5, u"x", u"the clock is broken"); };
+    Pass(100);
+    EXPECT_EQ(desktop.log.Starting("HostLog"),
+              Lines{"HostLog Unexpected error in MKWOTimer.TimerProc: the clock is broken"});
+    desktop.log.Clear();
+    clock.onRead = [] { throw std::bad_alloc(); };
+    Pass(100);
+    EXPECT_EQ(desktop.log.Starting("HostLog"),
+              Lines{"HostLog Unexpected error in MKWOTimer.TimerProc: Out of memory"});
+    EXPECT_EQ(Told(), Lines{});
+
+    clock.onRead = {};
+    Pass(100);
+    EXPECT_EQ(Told(), Lines{"a tick"});
+    failing.timers.CancelAll();
 }
 
 TEST_F(TimerRegistry, ComponentThatGoesStopsItsTimer) {
