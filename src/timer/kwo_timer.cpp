@@ -1,5 +1,7 @@
 #include "timer/kwo_timer.h"
 
+#include <utility>
+
 namespace kwo::timer {
 
 namespace {
@@ -20,6 +22,7 @@ KWOTimer::KWOTimer(frame::Component& component, TimerShell& shell) : mComponent(
 }
 
 KWOTimer::~KWOTimer() {
+    mEnding = true;
     try {
         CancelTimers();
     } catch (...) {
@@ -57,6 +60,14 @@ void KWOTimer::SetInterval(std::int32_t value) {
     }
 }
 
+void KWOTimer::SetAlarmEvents(std::shared_ptr<AlarmCallback> callback) {
+    if (!mEnding) mAlarmEvents.swap(callback);
+}
+
+void KWOTimer::SetTimerEvents(std::shared_ptr<TickCallback> callback) {
+    if (!mEnding) mTimerEvents.swap(callback);
+}
+
 void KWOTimer::AddAlarm(platform::Date dateTime, std::int32_t itemData) {
     try {
         mComponent.timers.AddAlarmEntry(*this, dateTime, itemData, {});
@@ -77,23 +88,23 @@ void KWOTimer::AddRelativeAlarm(std::int32_t intervalMs, std::int32_t itemData) 
 }
 
 void KWOTimer::CancelTimers(std::int32_t timerType, std::int32_t itemData) {
-    // The callback objects end after everything else is done: their end may call back.
-    std::shared_ptr<AlarmCallback> alarmEvents;
-    std::shared_ptr<TickCallback> timerEvents;
     if (timerType == 0) {
-        mAlarmEvents.swap(alarmEvents);
-        mTimerEvents.swap(timerEvents);
+        // Both are taken out before either ends: their end may call back.
+        const auto timerEvents = std::exchange(mTimerEvents, nullptr);
+        const auto alarmEvents = std::exchange(mAlarmEvents, nullptr);
     }
     // Intended: the settings stay as they are, so that Enabled reads true where no tick is left.
     mComponent.timers.CancelEntries(*this, timerType, itemData);
 }
 
 void KWOTimer::TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) {
+    if (tickType != TimerEvent && tickType != AlarmEvent) return;
+    mComponent.timers.AskAgainForARefusedTimer();
     // A callback object may be taken away by its own call.
     if (tickType == TimerEvent) {
         const std::shared_ptr<TickCallback> callback = mTimerEvents;
         (callback != nullptr ? *callback : mShell).Tick();
-    } else if (tickType == AlarmEvent) {
+    } else {
         const std::shared_ptr<AlarmCallback> callback = mAlarmEvents;
         (callback != nullptr ? *callback : mShell).Alarm(itemData, newDateTime);
     }

@@ -49,13 +49,14 @@ public:
 
     /// Null means that the events are fired.
     const std::shared_ptr<AlarmCallback>& AlarmEvents() const { return mAlarmEvents; }
-    void SetAlarmEvents(std::shared_ptr<AlarmCallback> callback) { mAlarmEvents.swap(callback); }
+    void SetAlarmEvents(std::shared_ptr<AlarmCallback> callback);
     const std::shared_ptr<TickCallback>& TimerEvents() const { return mTimerEvents; }
-    void SetTimerEvents(std::shared_ptr<TickCallback> callback) { mTimerEvents.swap(callback); }
+    void SetTimerEvents(std::shared_ptr<TickCallback> callback);
 
     void AddAlarm(platform::Date dateTime, std::int32_t itemData);
     void AddRelativeAlarm(std::int32_t intervalMs, std::int32_t itemData);
-    /// Type 0 stands for every row and lets go of the callback objects; tag 0 for alarms of every tag.
+    /// Type 0 lets go of the callback objects and then stands for every row, those too that the objects add at their
+    /// end; tag 0 stands for alarms of every tag.
     void CancelTimers(std::int32_t timerType = 0, std::int32_t itemData = 0);
     /// Delivers one occurrence; a type that is none does nothing.
     void TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) override;
@@ -70,6 +71,7 @@ private:
     TimerShell& mShell;
     std::int32_t mInterval = 0;
     std::int16_t mEnabled = 0;
+    bool mEnding = false;
     std::shared_ptr<AlarmCallback> mAlarmEvents;
     std::shared_ptr<TickCallback> mTimerEvents;
 };

@@ -301,16 +301,64 @@ TEST_F(Timer, CancelOfAlarmsLooksAtTheTag) {
     EXPECT_EQ(Told(), Lines{});
 }
 
-TEST_F(Timer, CallbackThatEndsMayCallBack) {
+TEST_F(Timer, AlarmThatACallbackAddsAtItsEndIsCancelledWithTheOthers) {
+    for (const bool forTicks : {true, false}) {
+        auto callback = MakeCallback();
+        callback->onEnd = [&] { timer.AddRelativeAlarm(100, 9); };
+        if (forTicks) timer.SetTimerEvents(std::move(callback));
+        if (!forTicks) timer.SetAlarmEvents(std::move(callback));
+        timer.SetInterval(50);
+        timer.SetEnabled(kTrue);
+
+        timer.CancelTimers();
+
+        EXPECT_EQ(timers.Table().ActiveCount(), 0) << forTicks;
+        EXPECT_EQ(shell.references, 0) << forTicks;
+    }
+}
+
+TEST_F(Timer, CallbackThatEndsSeesNoCallbackOfEitherKind) {
+    for (const bool forTicks : {true, false}) {
+        auto callback = MakeCallback();
+        bool none = false;
+        callback->onEnd = [&] { none = timer.TimerEvents() == nullptr && timer.AlarmEvents() == nullptr; };
+        timer.SetTimerEvents(forTicks ? std::move(callback) : MakeCallback());
+        timer.SetAlarmEvents(forTicks ? MakeCallback() : std::move(callback));
+
+        timer.CancelTimers();
+
+        EXPECT_TRUE(none) << forTicks;
+    }
+}
+
+TEST_F(Timer, AlarmThatACallbackAddsAtTheTimersEndGoesWithTheTimer) {
     auto callback = MakeCallback();
     callback->onEnd = [&] { timer.AddRelativeAlarm(100, 9); };
-    timer.SetTimerEvents(std::move(callback));
-    timer.SetInterval(50);
-    timer.SetEnabled(kTrue);
+    timer.SetAlarmEvents(std::move(callback));
+    // Another timer, so that the last one's end does not sweep the table.
+    const KWOTimer other(component, shell);
 
-    timer.CancelTimers();
+    made.reset();
 
-    EXPECT_EQ(timers.Table().ActiveCount(), 1) << "the alarm that the callback added at its end";
+    EXPECT_EQ(timers.Table().ActiveCount(), 0);
+    EXPECT_EQ(shell.references, 0);
+}
+
+TEST_F(Timer, CallbackThatIsGivenToAnEndingTimerIsNotKept) {
+    auto callback = MakeCallback();
+    callback->onEnd = [&] {
+        auto next = MakeCallback();
+        next->onEnd = [&] { timer.AddRelativeAlarm(100, 9); };
+        timer.SetTimerEvents(next);
+        timer.SetAlarmEvents(std::move(next));
+    };
+    timer.SetAlarmEvents(std::move(callback));
+    const KWOTimer other(component, shell);
+
+    made.reset();
+
+    EXPECT_EQ(timers.Table().ActiveCount(), 0);
+    EXPECT_EQ(shell.references, 0);
 }
 
 TEST_F(Timer, CallbackMayTakeItselfAwayWhileItRuns) {
@@ -377,6 +425,51 @@ TEST_F(Timer, RelativeAlarmOfEitherEndIsKept) {
 
     Pass(1);
     EXPECT_EQ(Told(), Lines{"event Alarm 2"});
+}
+
+class RefusedTimerIntended : public Timer {};
+
+TEST_F(RefusedTimerIntended, SettingsStayAndNoErrorIsRaised) {
+    desktop.FailCall("SetTimer", 1, 1158);
+    timer.SetInterval(100);
+    timer.SetEnabled(kTrue);
+
+    // A reader would expect an error, and False.
+    EXPECT_EQ(timer.Interval(), 100);
+    EXPECT_EQ(timer.Enabled(), kTrue);
+    EXPECT_TRUE(HasTick());
+    Pass(500);
+    EXPECT_EQ(Told(), Lines{});
+}
+
+TEST_F(Timer, ForcedTickAsksAgainForATimerThatWasRefused) {
+    desktop.FailCall("SetTimer", 1, 1158);
+    timer.SetInterval(100);
+    timer.SetEnabled(kTrue);
+    ASSERT_EQ(timers.TimerId(), 0);
+    std::int32_t type = kTick;
+    std::int32_t itemData = 0;
+    Date date;
+
+    timer.TimerTick(type, itemData, date);
+    EXPECT_NE(timers.TimerId(), 0);
+    Pass(100);
+
+    EXPECT_EQ(Told(), (Lines{"event Tick", "event Tick"}));
+}
+
+TEST_F(Timer, ForcedTickLeavesARunningTimerAndAnEmptyTableAlone) {
+    std::int32_t type = kTick;
+    std::int32_t itemData = 0;
+    Date date;
+    timer.TimerTick(type, itemData, date);
+    EXPECT_EQ(PlatformCalls(), Lines{});
+    timer.SetInterval(100);
+    timer.SetEnabled(kTrue);
+    PlatformCalls();
+
+    timer.TimerTick(type, itemData, date);
+    EXPECT_EQ(PlatformCalls(), Lines{});
 }
 
 class TimerErrorIntended : public Timer {
