@@ -35,4 +35,13 @@ inline platform::Variant OptionalValue(const VARIANT* argument) {
     return argument != nullptr ? platform::windows::FromVariant(*argument) : platform::Missing();
 }
 
+/// Puts `value` where a caller left an optional argument out: into the variable that `argument` is or refers to. A
+/// reference to an error has no room for it.
+inline void FillIn(VARIANT& argument, const VARIANT& value) {
+    VARIANT* variable = &argument;
+    while (variable->vt == (VT_BYREF | VT_VARIANT))
+        variable = variable->pvarVal;
+    if (variable->vt == VT_ERROR) *variable = value;
+}
+
 }  // namespace kwo::com

@@ -103,7 +103,7 @@ private:
         platform::Variant wanted = OptionalValue(slashAtEnd);
         const bool wasMissing = platform::IsMissing(wanted);
         const Text directory = (mUtility.*query)(wanted);
-        if (wasMissing && slashAtEnd != nullptr) *slashAtEnd = platform::windows::ToVariant(wanted);
+        if (wasMissing && slashAtEnd != nullptr) FillIn(*slashAtEnd, platform::windows::ToVariant(wanted));
         answer = NewString(directory);
     }
 

@@ -112,6 +112,10 @@ public:
         vt = VT_I8;
         llVal = number;
     }
+    Var(float number) : Var() {
+        vt = VT_R4;
+        fltVal = number;
+    }
     Var(double number) : Var() {
         vt = VT_R8;
         dblVal = number;
@@ -209,7 +213,6 @@ ComPtr<IDispatch> Create(const std::wstring& className);
 
 /// The eleven classes, in no order that matters.
 const std::vector<std::wstring>& ClassNames();
-
 
 /// The member ran: it succeeded, or the class is not built yet and the member said so.
 ::testing::AssertionResult Reached(const Outcome& outcome, const std::wstring& className);

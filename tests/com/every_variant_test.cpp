@@ -19,6 +19,49 @@ LONG CALLBACK SayWhichCallCrashed(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
+/// Gives variables of the caller's another type and value whenever it is asked for something.
+class Meddler final : public IDispatch {
+public:
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
+        *info = nullptr;
+        return DISP_E_BADINDEX;
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
+        Meddle();
+        *ids = DISPID_UNKNOWN;
+        return DISP_E_UNKNOWNNAME;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
+        Meddle();
+        if (result == nullptr) return DISP_E_MEMBERNOTFOUND;
+        result->vt = VT_I2;
+        result->iVal = 0;
+        return S_OK;
+    }
+
+    std::vector<Var*> variables;
+
+private:
+    void Meddle() {
+        const Var values[] = {Var(L"another text"), Var(0x7FFFFFF1), Var(), Var(1e300), Var::Null(), Var(true)};
+        for (Var* const variable : variables)
+            *variable = values[mTurn++ % std::size(values)];
+    }
+
+    std::size_t mTurn = 0;
+};
+
 class EveryVariantType : public RegistrySandbox, public ::testing::WithParamInterface<std::wstring> {
 protected:
     void SetUp() override {
@@ -138,6 +181,49 @@ protected:
         EXPECT_EQ(0u, storage.probe.References()) << theRunningCall;
     }
 
+    /// What stands in place `at`, as a variable of exactly the member's type.
+    Var VariableFor(const Function& function, const std::vector<std::string>& names, UINT at) {
+        const ELEMDESC& parameter = function->lprgelemdescParam[at];
+        VARIANT surrounding;
+        Surround(surrounding, at + 1 < names.size() ? names[at + 1] : "", parameter);
+        Var variable;
+        VariantCopy(&variable, &surrounding);
+        const VARTYPE type = parameter.tdesc.vt == VT_PTR ? parameter.tdesc.lptdesc->vt : parameter.tdesc.vt;
+        if (variable.vt == VT_I2 && type != VT_VARIANT) VariantChangeType(&variable, &variable, 0, type);
+        return variable;
+    }
+
+    /// One call with variables, and in place `position` an object that gives them all another type when it is asked.
+    void CallWithChangingVariables(const Function& function, const std::vector<std::string>& names, UINT position) {
+        const UINT count = function.ArgumentCount() + (function.IsPut() ? 1u : 0u);
+        std::vector<Var> variables(count);
+        std::vector<VARIANT> arguments(count);
+        Meddler meddler;
+        for (UINT i = 0; i < count; ++i) {
+            VARIANT& argument = arguments[count - 1 - i];
+            variables[i] = VariableFor(function, names, i);
+            if (i == position || MustStay(names, i)) {
+                argument = variables[i];
+            } else {
+                argument = Var::Ref(&variables[i]);
+                meddler.variables.push_back(&variables[i]);
+            }
+        }
+        arguments[count - 1 - position].vt = VT_DISPATCH;
+        arguments[count - 1 - position].pdispVal = &meddler;
+        DISPID put = DISPID_PROPERTYPUT;
+        DISPPARAMS parameters = {arguments.data(), function.IsPut() ? &put : nullptr, count,
+                                 function.IsPut() ? 1u : 0u};
+        Var result;
+        mObject->Invoke(function->memid, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(function->invkind),
+                        &parameters, &result, nullptr, nullptr);
+        result = Var();
+        TakeBack();
+        SetErrorInfo(0, nullptr);
+        for (const Var& variable : variables)
+            EXPECT_TRUE((variable.vt & VT_BYREF) == 0 && variable.vt <= VT_UINT) << theRunningCall << variable.vt;
+    }
+
     void CallEveryMember(const AllocationCount& memory) {
         for (UINT f = 0; f < TypeAttributes(mSlots.Get())->cFuncs; ++f) {
             const Function function(mSlots.Get(), f);
@@ -196,6 +282,25 @@ TEST_P(EveryVariantType, RepeatedLeavesTheHeapAsItWas) {
 
     // One block a call would be thousands; the heap's own tables may grow a little.
     EXPECT_LT(HeapBlocksInUse() - before, 50);
+}
+
+TEST_P(EveryVariantType, OfAVariableMayBecomeAnotherDuringTheCall) {
+    const AllocationCount& memory = AllocationCount::Instance();
+    for (UINT f = 0; f < TypeAttributes(mSlots.Get())->cFuncs; ++f) {
+        const Function function(mSlots.Get(), f);
+        const std::vector<std::string> names = function.Names();
+        const UINT count = function.ArgumentCount() + (function.IsPut() ? 1u : 0u);
+        for (UINT position = 0; position < count; ++position) {
+            if (MustStay(names, position)) continue;
+            const std::string call = names[0] + " argument " + std::to_string(position);
+            theRunningCall = call.c_str();
+            CallWithChangingVariables(function, names, position);
+            const long before = memory.InUse();
+            CallWithChangingVariables(function, names, position);
+            EXPECT_EQ(before, memory.InUse()) << call;
+        }
+    }
+    theRunningCall = "";
 }
 
 // The instrument itself: without this a spy that sees nothing would pass everything.

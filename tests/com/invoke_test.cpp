@@ -229,7 +229,7 @@ TEST(InvokeTypes, ASixteenBitArgumentTakesSixteenBits) {
 TEST(InvokeTypes, AnObjectArgumentTakesObjectsOnly) {
     const ComPtr<IDispatch> button = Create(L"KWOPicBtn");
     ASSERT_TRUE(button);
-    for (const Var& bad : {Var(5), Var(L"text"), Var(), Var(true)}) {
+    for (const Var& bad : {Var(5), Var(L"text"), Var(true)}) {
         const Outcome outcome = Call(button.Get(), L"Create", {bad, L"caption"});
         EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status)) << "type " << bad.vt;
         EXPECT_EQ(1u, outcome.badArgument);

@@ -9,6 +9,8 @@ namespace {
 
 constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
 constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
+/// Booleans become "True" and "False" where a text is wanted, as everywhere in the component.
+constexpr USHORT kAsWords = VARIANT_ALPHABOOL;
 
 /// Follows references to variants; null when they lead nowhere.
 VARIANT* Innermost(VARIANT* variant) {
@@ -80,7 +82,13 @@ HRESULT Convert(VARIANT& converted, VARIANT& value, VARTYPE type, LCID locale) {
         IUnknown* const object = (value.vt & VT_BYREF) != 0 ? *value.ppunkVal : value.punkVal;
         if (object == nullptr) return DISP_E_TYPEMISMATCH;
     }
-    return ConversionResult(::VariantChangeTypeEx(&converted, &value, locale, 0, type));
+    const HRESULT changed = ::VariantChangeTypeEx(&converted, &value, locale, kAsWords, type);
+    if (type != VT_DATE || changed != DISP_E_OVERFLOW) return ConversionResult(changed);
+    // A number is a date whatever it is: what a member makes of days that no calendar has is the member's to say, as it
+    // is for callers that pass a date.
+    const HRESULT number = ::VariantChangeTypeEx(&converted, &value, locale, 0, VT_R8);
+    if (SUCCEEDED(number)) converted.vt = VT_DATE;
+    return ConversionResult(number);
 }
 
 /// The element at `place` of either array as the element of the other, which is of variants.
@@ -126,6 +134,17 @@ HRESULT ConvertArray(VARIANT& converted, const VARIANT& array, VARTYPE type, LCI
     return S_OK;
 }
 
+/// True for a value that a by-value argument can be called with where it stands.
+bool FitsAsItIs(const Parameter& parameter, const VARIANT& held) {
+    if (parameter.type == VT_VARIANT) return true;
+    return held.vt == parameter.type && (parameter.anyInterface || held.pdispVal == nullptr);
+}
+
+/// Where in `value` the member finds its argument.
+void* PlaceOfValue(const Parameter& parameter, VARIANT& value) {
+    return parameter.type == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
+}
+
 /// A handle is the low 32 bits of any whole number that 32 bits hold, with or without a sign.
 HRESULT ConvertHandle(VARIANT& converted, VARIANT& value, LCID locale) {
     VARIANT wide;
@@ -147,7 +166,7 @@ HRESULT ConvertHandle(VARIANT& converted, VARIANT& value, LCID locale) {
 }  // namespace
 
 HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCID locale) noexcept {
-    mTarget = nullptr;
+    mSource = nullptr;
     mOwnsValue = false;
     mChanged = false;
     if (source == nullptr) return PrepareMissing(parameter);
@@ -155,148 +174,117 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
     VARIANT* const held = Innermost(source);
     if (held == nullptr) return DISP_E_TYPEMISMATCH;
     if (!IsUsable(*held)) return DISP_E_BADVARTYPE;
-    const bool fromVariable = held != source;
+    const bool inVariable = held != source;
     if (IsMissing(*held)) {
-        const bool takesVariable = parameter.type == VT_VARIANT && parameter.optional && parameter.byReference;
-        if (!takesVariable || !fromVariable || held->vt != VT_ERROR) return PrepareMissing(parameter);
+        const HRESULT prepared = PrepareMissing(parameter);
         // A member may fill in what is missing.
-        mPointer = held;
-        return S_OK;
+        const bool canBeFilled = inVariable && held->vt == VT_ERROR && parameter.byReference;
+        return SUCCEEDED(prepared) && canBeFilled ? Remember(source) : prepared;
     }
+    if ((parameter.type & VT_ARRAY) != 0) return PrepareArray(parameter, *held, source, locale);
 
-    if (parameter.type == VT_VARIANT) return PrepareVariant(parameter, held, fromVariable);
-    if ((parameter.type & VT_ARRAY) != 0) return PrepareArray(parameter, held, fromVariable, locale);
-
-    if (held->vt == (VT_BYREF | parameter.type) && (parameter.anyInterface || *held->ppdispVal == nullptr)) {
-        mPointer = held->byref;
+    const bool fromVariable = inVariable || (held->vt & VT_BYREF) != 0;
+    if (!fromVariable && !parameter.byReference && FitsAsItIs(parameter, *held)) {
+        mPointer = PlaceOfValue(parameter, *held);
         return S_OK;
     }
-    if (held->vt == parameter.type && (fromVariable || !parameter.byReference) &&
-        (parameter.anyInterface || held->pdispVal == nullptr)) {
-        mPointer = &held->llVal;
-        return S_OK;
-    }
-    mPointer = &mValue.llVal;
-    if (parameter.type == VT_DISPATCH) return PrepareObject(parameter, held, fromVariable);
-    if (held->vt == parameter.type) {
-        mOwnsValue = true;
-        return Copy(mValue, *held);
-    }
-    return PrepareConverted(parameter, held, fromVariable, locale);
+    const HRESULT copied = CopyFor(parameter, *held, locale);
+    if (FAILED(copied)) return copied;
+    mOwnsValue = true;
+    mPointer = PlaceOfValue(parameter, mValue);
+    return fromVariable && parameter.byReference ? Remember(source) : S_OK;
 }
 
 HRESULT PassedArgument::PrepareMissing(const Parameter& parameter) noexcept {
     if (!parameter.optional) return DISP_E_PARAMNOTOPTIONAL;
+    mOwnsValue = true;
+    mPointer = PlaceOfValue(parameter, mValue);
     if (parameter.type == VT_VARIANT) {
-        mPointer = &mValue;
         mValue.vt = VT_ERROR;
         mValue.scode = DISP_E_PARAMNOTFOUND;
-        mOwnsValue = true;
     } else {
-        mPointer = &mValue.llVal;
         mValue.vt = parameter.type;
-        mValue.llVal = parameter.defaultValue;
+        mValue.llVal = 0;
     }
     return S_OK;
 }
 
-HRESULT PassedArgument::PrepareVariant(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept {
-    const bool isReference = (held->vt & VT_BYREF) != 0;
-    if (!isReference && (fromVariable || !parameter.byReference)) {
-        mPointer = held;
-        return S_OK;
-    }
-    mPointer = &mValue;
-    const HRESULT copied = Copy(mValue, *held);
-    if (FAILED(copied)) return ConversionResult(copied);
-    mOwnsValue = true;
-    return parameter.byReference && isReference ? Remember(held, fromVariable) : S_OK;
-}
-
-HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT* held, bool fromVariable,
-                                     LCID locale) noexcept {
-    if ((held->vt & ~VT_BYREF) == kArrayOfVariants)
-        return PrepareArrayOfVariants(parameter, held, fromVariable, locale);
-    if ((held->vt & ~VT_BYREF) != parameter.type) return DISP_E_TYPEMISMATCH;
-    const bool isReference = (held->vt & VT_BYREF) != 0;
-    SAFEARRAY** const array = isReference ? held->pparray : &held->parray;
-    if (!IsArrayOf(*array, static_cast<VARTYPE>(parameter.type & ~VT_ARRAY))) return DISP_E_TYPEMISMATCH;
-    if (isReference || fromVariable) {
+HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT& held, VARIANT* source, LCID locale) noexcept {
+    const auto element = static_cast<VARTYPE>(parameter.type & ~VT_ARRAY);
+    const bool isReference = (held.vt & VT_BYREF) != 0;
+    const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
+    // Scripts have no arrays but those of variants: the member gets one of its own type.
+    const bool ofVariants = type == kArrayOfVariants;
+    if (!ofVariants && type != parameter.type) return DISP_E_TYPEMISMATCH;
+    SAFEARRAY** const array = isReference ? held.pparray : &held.parray;
+    if (!IsArrayOf(*array, ofVariants ? VARTYPE{VT_VARIANT} : element)) return DISP_E_TYPEMISMATCH;
+    if (isReference && !ofVariants) {
         mPointer = array;
         return S_OK;
     }
-    // What the member does to an array passed by value is not the caller's.
-    const HRESULT copied = Copy(mValue, *held);
+    VARIANT whole;
+    whole.vt = type;
+    whole.parray = *array;
+    const HRESULT copied = ofVariants ? ConvertArray(mValue, whole, element, locale) : Copy(mValue, whole);
     if (FAILED(copied)) return ConversionResult(copied);
-    mPointer = &mValue.parray;
     mOwnsValue = true;
+    mPointer = &mValue.parray;
+    // What the member does to an array passed by value is not the caller's.
+    if (isReference || &held != source) WriteBackAlways(source);
     return S_OK;
 }
 
-/// Scripts have no other arrays: the member gets one of its own type, and the script's gets the elements back.
-HRESULT PassedArgument::PrepareArrayOfVariants(const Parameter& parameter, VARIANT* held, bool fromVariable,
-                                               LCID locale) noexcept {
-    const bool isReference = (held->vt & VT_BYREF) != 0;
-    mValue.vt = kArrayOfVariants;
-    mValue.parray = isReference ? *held->pparray : held->parray;
-    if (!IsArrayOf(mValue.parray, VT_VARIANT)) return DISP_E_TYPEMISMATCH;
-    const HRESULT converted = ConvertArray(mValue, mValue, static_cast<VARTYPE>(parameter.type & ~VT_ARRAY), locale);
-    if (FAILED(converted)) return converted;
-    mPointer = &mValue.parray;
-    mOwnsValue = true;
-    mBefore.vt = VT_EMPTY;
-    if (isReference || fromVariable) mTarget = held;
-    return S_OK;
+/// Makes mValue what the member takes, from what `held` is or refers to.
+HRESULT PassedArgument::CopyFor(const Parameter& parameter, VARIANT& held, LCID locale) noexcept {
+    const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
+    if (parameter.type == VT_DISPATCH) return CopyObject(parameter, held);
+    if (parameter.type == VT_VARIANT || parameter.type == type) return ConversionResult(Copy(mValue, held));
+    return parameter.handle ? ConvertHandle(mValue, held, locale) : Convert(mValue, held, parameter.type, locale);
 }
 
-HRESULT PassedArgument::PrepareObject(const Parameter& parameter, VARIANT* held, bool fromVariable) noexcept {
-    const VARTYPE base = held->vt & ~VT_BYREF;
+HRESULT PassedArgument::CopyObject(const Parameter& parameter, VARIANT& held) noexcept {
+    const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
     mValue.vt = VT_DISPATCH;
     mValue.pdispVal = nullptr;
-    if (base == VT_DISPATCH || base == VT_UNKNOWN) {
-        IUnknown* const object = (held->vt & VT_BYREF) != 0 ? *held->ppunkVal : held->punkVal;
-        auto* const place = reinterpret_cast<void**>(&mValue.pdispVal);
-        if (object != nullptr && FAILED(object->QueryInterface(parameter.interfaceId, place)) &&
-            FAILED(object->QueryInterface(IID_IDispatch, place))) {
-            return DISP_E_TYPEMISMATCH;
-        }
-    } else if (base != VT_NULL) {  // how a script that has no Nothing says it
-        return DISP_E_TYPEMISMATCH;
+    // How scripts and other languages without a null object of their own say it.
+    if (type == VT_EMPTY || type == VT_NULL) return S_OK;
+    if (type != VT_DISPATCH && type != VT_UNKNOWN) return DISP_E_TYPEMISMATCH;
+
+    IUnknown* const object = (held.vt & VT_BYREF) != 0 ? *held.ppunkVal : held.punkVal;
+    if (object == nullptr) return S_OK;
+    if (parameter.anyInterface && type == VT_DISPATCH) {
+        mValue.pdispVal = static_cast<IDispatch*>(object);
+        object->AddRef();
+        return S_OK;
     }
-    mOwnsValue = true;
-    return parameter.byReference ? Remember(held, fromVariable) : S_OK;
+    auto* const place = reinterpret_cast<void**>(&mValue.pdispVal);
+    if (SUCCEEDED(object->QueryInterface(parameter.interfaceId, place))) return S_OK;
+    return SUCCEEDED(object->QueryInterface(IID_IDispatch, place)) ? S_OK : DISP_E_TYPEMISMATCH;
 }
 
-HRESULT PassedArgument::PrepareConverted(const Parameter& parameter, VARIANT* held, bool fromVariable,
-                                         LCID locale) noexcept {
-    const HRESULT converted =
-        parameter.handle ? ConvertHandle(mValue, *held, locale) : Convert(mValue, *held, parameter.type, locale);
-    if (FAILED(converted)) return converted;
-    mOwnsValue = true;
-    return parameter.byReference ? Remember(held, fromVariable) : S_OK;
-}
-
-HRESULT PassedArgument::Remember(VARIANT* held, bool fromVariable) noexcept {
-    if (!fromVariable && (held->vt & VT_BYREF) == 0) return S_OK;
-    mTarget = held;
+/// What is changed after this goes back to the caller's variable.
+HRESULT PassedArgument::Remember(VARIANT* source) noexcept {
     if ((mValue.vt & VT_ARRAY) != 0) {
         // Another array is a change; what stands in one is not compared, so it is not copied either.
         mBefore.vt = VT_PTR;
         mBefore.parray = mValue.parray;
-        return S_OK;
-    }
-    const HRESULT copied = Copy(mBefore, mValue);
-    if (FAILED(copied)) {
-        mTarget = nullptr;
+    } else if (const HRESULT copied = Copy(mBefore, mValue); FAILED(copied)) {
         ::VariantClear(&mValue);
         mOwnsValue = false;
+        return copied;
     }
-    return copied;
+    mSource = source;
+    return S_OK;
+}
+
+void PassedArgument::WriteBackAlways(VARIANT* source) noexcept {
+    mBefore.vt = VT_EMPTY;
+    mSource = source;
 }
 
 void PassedArgument::Clear() noexcept {
     if (mOwnsValue) ::VariantClear(&mValue);
-    if (mTarget != nullptr) ::VariantClear(&mBefore);
+    if (mSource != nullptr) ::VariantClear(&mBefore);
 }
 
 bool PassedArgument::HasChanged() const noexcept {
@@ -336,14 +324,20 @@ bool PassedArgument::HasChanged() const noexcept {
 }
 
 HRESULT PassedArgument::ConvertBack(LCID locale) noexcept {
-    if (mTarget == nullptr || !HasChanged()) return S_OK;
+    if (mSource == nullptr || !HasChanged()) return S_OK;
+    // The variable is looked at anew: it may hold something else than before the call.
+    const VARIANT* const variable = Innermost(mSource);
+    if (variable == nullptr) return DISP_E_TYPEMISMATCH;
+    if (!IsUsable(*variable)) return DISP_E_BADVARTYPE;
+    mVariableType = variable->vt;
     mChanged = true;
-    const bool toVariants = (mTarget->vt & ~VT_BYREF) == kArrayOfVariants && mValue.vt != kArrayOfVariants;
-    if ((mTarget->vt & VT_BYREF) == 0 && !toVariants) return S_OK;
+    const auto type = static_cast<VARTYPE>(mVariableType & ~VT_BYREF);
+    const bool toVariants = type == kArrayOfVariants && mValue.vt != kArrayOfVariants && (mValue.vt & VT_ARRAY) != 0;
+    if ((mVariableType & VT_BYREF) == 0 && !toVariants) return S_OK;
 
     VARIANT converted;
-    const HRESULT result = toVariants ? ConvertArray(converted, mValue, VT_VARIANT, locale)
-                                      : Convert(converted, mValue, mTarget->vt & ~VT_BYREF, locale);
+    const HRESULT result =
+        toVariants ? ConvertArray(converted, mValue, VT_VARIANT, locale) : Convert(converted, mValue, type, locale);
     if (FAILED(result)) return result;
     ::VariantClear(&mValue);
     mValue = converted;
@@ -352,23 +346,27 @@ HRESULT PassedArgument::ConvertBack(LCID locale) noexcept {
 
 void PassedArgument::WriteBack() noexcept {
     if (!mChanged) return;
-    if ((mTarget->vt & VT_BYREF) == 0) {
-        std::swap(*mTarget, mValue);
+    VARIANT* const variable = Innermost(mSource);
+    if (variable == nullptr) return;
+    if (((variable->vt | mVariableType) & VT_BYREF) == 0) {
+        std::swap(*variable, mValue);
         return;
     }
-    if ((mTarget->vt & VT_ARRAY) != 0) {
-        std::swap(*mTarget->pparray, mValue.parray);
+    // Objects may have run code of the caller's while they were converted.
+    if (variable->vt != mVariableType) return;
+    if ((variable->vt & VT_ARRAY) != 0) {
+        std::swap(*variable->pparray, mValue.parray);
         return;
     }
-    switch (mTarget->vt & ~VT_BYREF) {
+    switch (variable->vt & ~VT_BYREF) {
         case VT_UI1:
         case VT_I1:
-            *mTarget->pbVal = mValue.bVal;
+            *variable->pbVal = mValue.bVal;
             break;
         case VT_I2:
         case VT_UI2:
         case VT_BOOL:
-            *mTarget->piVal = mValue.iVal;
+            *variable->piVal = mValue.iVal;
             break;
         case VT_I4:
         case VT_UI4:
@@ -376,20 +374,20 @@ void PassedArgument::WriteBack() noexcept {
         case VT_UINT:
         case VT_ERROR:
         case VT_R4:
-            *mTarget->plVal = mValue.lVal;
+            *variable->plVal = mValue.lVal;
             break;
         case VT_DECIMAL: {
             mValue.decVal.wReserved = 0;
-            *mTarget->pdecVal = mValue.decVal;
+            *variable->pdecVal = mValue.decVal;
             break;
         }
         case VT_BSTR:
         case VT_DISPATCH:
         case VT_UNKNOWN:
-            std::swap(*static_cast<void**>(mTarget->byref), mValue.byref);
+            std::swap(*static_cast<void**>(variable->byref), mValue.byref);
             break;
         default:
-            *mTarget->pllVal = mValue.llVal;
+            *variable->pllVal = mValue.llVal;
             break;
     }
 }

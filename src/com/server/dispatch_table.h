@@ -18,11 +18,10 @@ namespace kwo::com {
 struct Parameter {
     VARTYPE type = VT_EMPTY;  ///< the automation type, VT_DISPATCH for every interface, VT_ARRAY | the elements' type
     bool byReference = false;
-    bool optional = false;
+    bool optional = false;  ///< left out, a variant is missing and anything else 0, the one default there is
     bool handle = false;
     bool anyInterface = true;  ///< an object is passed as it comes, without being asked for an interface
     IID interfaceId = IID_IDispatch;
-    LONG defaultValue = 0;  ///< of an optional argument that is not a variant
 };
 
 /// One accessor or method.

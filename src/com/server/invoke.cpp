@@ -126,6 +126,28 @@ void Deliver(VARIANT& value, VARTYPE type, VARIANT* result) {
     }
 }
 
+bool IsValid(const DISPPARAMS* arguments) {
+    return arguments != nullptr && (arguments->cArgs == 0 || arguments->rgvarg != nullptr) &&
+           (arguments->cNamedArgs == 0 || arguments->rgdispidNamedArgs != nullptr);
+}
+
+/// True when the result's place is an argument, or what one refers to: `x = object.Member(x)` with the very same x.
+bool IsAnArgument(const VARIANT* place, const DISPPARAMS& arguments) {
+    constexpr int kDeepest = 4;
+    for (UINT at = 0; at < arguments.cArgs; ++at) {
+        const VARIANT* argument = &arguments.rgvarg[at];
+        for (int depth = 0; argument != nullptr && depth <= kDeepest; ++depth) {
+            if (argument == place) return true;
+            const auto* const referred =
+                static_cast<const char*>((argument->vt & VT_BYREF) != 0 ? argument->byref : nullptr);
+            const auto* const first = reinterpret_cast<const char*>(place);
+            if (referred >= first && referred < first + sizeof *place) return true;
+            argument = argument->vt == (VT_BYREF | VT_VARIANT) ? argument->pvarVal : nullptr;
+        }
+    }
+    return false;
+}
+
 /// Where a member puts its result.
 void* ResultPlace(const DispatchMember& member, VARIANT& value) {
     value.vt = VT_EMPTY;
@@ -146,11 +168,12 @@ HRESULT Read(const DispatchMember& member, void* interfacePointer, VARIANT* resu
 
 HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
                      DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
-    if (result != nullptr) result->vt = VT_EMPTY;
-    if (arguments == nullptr || (arguments->cArgs != 0 && arguments->rgvarg == nullptr) ||
-        (arguments->cNamedArgs != 0 && arguments->rgdispidNamedArgs == nullptr)) {
-        return E_INVALIDARG;
-    }
+    const bool isValid = IsValid(arguments);
+    // A place for the result holds nothing yet, unless it is an argument's as well: that one keeps its value until
+    // there is a result, and what it held is freed then.
+    const bool isShared = result != nullptr && isValid && IsAnArgument(result, *arguments);
+    if (result != nullptr && !isShared) result->vt = VT_EMPTY;
+    if (!isValid) return E_INVALIDARG;
     const DispatchMember* const member = table.Find(id, ChosenFlags(flags, *arguments));
     if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
 
@@ -165,6 +188,7 @@ HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID 
     if (FAILED(called)) return called;
 
     const HRESULT written = frame.WriteBack(badArgument);
+    if (SUCCEEDED(written) && isShared) ::VariantClear(result);
     if (member->resultType != VT_EMPTY) Deliver(value, member->resultType, SUCCEEDED(written) ? result : nullptr);
     return written;
 }

@@ -1,0 +1,267 @@
+// What comes back from a late-bound call, and where it goes.
+
+#include "allocation_count.h"
+#include "registry_sandbox.h"
+#include "type_library_dump.h"
+
+namespace kwo::com_test {
+/// The first slots of the utility class as an early-bound client compiles them. Not in an unnamed namespace: there the
+/// compiler concludes that nothing can implement it.
+struct DirectorySlots : IDispatch {
+    virtual HRESULT STDMETHODCALLTYPE FindInPath(BSTR* fileName, BSTR* found) = 0;
+    virtual HRESULT STDMETHODCALLTYPE CenterForm(IDispatch** form, VARIANT* parent) = 0;
+    virtual HRESULT STDMETHODCALLTYPE SetFormPosition(IDispatch** form, VARIANT* state, VARIANT* left, VARIANT* top,
+                                                      VARIANT* width, VARIANT* height, VARIANT* parent) = 0;
+    virtual HRESULT STDMETHODCALLTYPE LoadApp(BSTR* path, BSTR* program, BSTR* parameters, SHORT* mode, BSTR* name,
+                                              LONG* task) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Pause(SHORT* seconds) = 0;
+    virtual HRESULT STDMETHODCALLTYPE SystemDir(VARIANT* slashAtEnd, BSTR* directory) = 0;
+    virtual HRESULT STDMETHODCALLTYPE WindowsDir(VARIANT* slashAtEnd, BSTR* directory) = 0;
+};
+
+namespace {
+
+class InvokeResults : public RegistrySandbox {
+protected:
+    void SetUp() override {
+        RegistrySandbox::SetUp();
+        PutText(L"word", L"hello");
+    }
+    /// `fallback` as it stands, and the place for the result.
+    HRESULT ReadValue(const Var& key, const Var& name, VARIANT& fallback, VARIANT* result) {
+        VARIANT arguments[] = {fallback, name, key};
+        DISPPARAMS parameters = {arguments, nullptr, 3, 0};
+        return mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValueEx"), IID_NULL, LOCALE_USER_DEFAULT,
+                                 DISPATCH_METHOD, &parameters, result, nullptr, nullptr);
+    }
+    Var Key() const { return Var(Handle()); }
+};
+
+TEST_F(InvokeResults, MayGoIntoTheVariableOfAnArgument) {
+    const AllocationCount& memory = AllocationCount::Instance();
+    const long before = memory.InUse();
+    {
+        Var variable(L"a fallback");
+        Var reference = Var::Ref(&variable);
+        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"none", reference, &variable)));
+        EXPECT_EQ(L"a fallback", variable.Text()) << "the input was read";
+        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"word", reference, &variable)));
+        EXPECT_EQ(L"hello", variable.Text());
+
+        Var outer;
+        static_cast<VARIANT&>(outer) = Var::Ref(&variable);
+        Var twice = Var::Ref(&outer);
+        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"none", twice, &variable)));
+        EXPECT_EQ(L"hello", variable.Text());
+
+        Var text = Var::Ref(&variable.bstrVal);
+        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"none", text, &variable)));
+        EXPECT_EQ(L"hello", variable.Text());
+    }
+    EXPECT_EQ(before, memory.InUse());
+}
+
+TEST_F(InvokeResults, MayGoIntoTheArgumentItself) {
+    const AllocationCount& memory = AllocationCount::Instance();
+    const long before = memory.InUse();
+    for (const wchar_t* const name : {L"none", L"word"}) {
+        const Var nameGiven(name);
+        VARIANT arguments[] = {Var(), nameGiven, Key()};
+        arguments[0].vt = VT_BSTR;
+        arguments[0].bstrVal = SysAllocString(L"a fallback");
+        DISPPARAMS parameters = {arguments, nullptr, 3, 0};
+        ASSERT_EQ(Hex(S_OK), Hex(mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValueEx"), IID_NULL, 0,
+                                                   DISPATCH_METHOD, &parameters, &arguments[0], nullptr, nullptr)));
+        ASSERT_EQ(VT_BSTR, arguments[0].vt);
+        EXPECT_STREQ(name == std::wstring(L"none") ? L"a fallback" : L"hello", arguments[0].bstrVal);
+        VariantClear(&arguments[0]);
+    }
+    EXPECT_EQ(before, memory.InUse());
+}
+
+TEST_F(InvokeResults, OfAFailedCallLeaveTheArgumentAlone) {
+    Var variable(L"a fallback");
+    Var reference = Var::Ref(&variable);
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(ReadValue(L"no number", L"word", reference, &variable)));
+    EXPECT_EQ(L"a fallback", variable.Text());
+}
+
+TEST_F(InvokeResults, OfAFailedCallAreEmptyElsewhere) {
+    Var fallback(1);
+    VARIANT result;
+    result.vt = 0x7777;
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(ReadValue(L"no number", L"word", fallback, &result)));
+    EXPECT_EQ(VT_EMPTY, result.vt);
+    result.vt = 0x7777;
+    EXPECT_TRUE(FAILED(mRegistry->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, &result, nullptr, nullptr)));
+    EXPECT_EQ(VT_EMPTY, result.vt);
+}
+
+TEST_F(InvokeResults, ThatNobodyTakesAreFreed) {
+    const AllocationCount& memory = AllocationCount::Instance();
+    const ComPtr<IDispatch> utility = Create(L"KWOUtility");
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    const DISPID directory = IdOf(utility.Get(), L"KWO_SystemDir");
+    const DISPID item = IdOf(timer.Get(), L"Item");
+    ASSERT_EQ(Hex(S_OK), Hex(Let(timer.Get(), L"Item", L"some text").status));
+    Var name(L"word");
+    Var fallback(L"a fallback");
+    const auto callAll = [&] {
+        DISPPARAMS none = {};
+        EXPECT_EQ(S_OK, utility->Invoke(directory, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr));
+        EXPECT_EQ(S_OK, timer->Invoke(item, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, nullptr, nullptr, nullptr));
+        EXPECT_EQ(S_OK, ReadValue(Key(), name, fallback, nullptr));
+    };
+    callAll();
+    const long before = memory.InUse();
+    callAll();
+    EXPECT_EQ(before, memory.InUse());
+}
+
+TEST_F(InvokeResults, AreWithheldWhenAnArgumentCannotBeWrittenBack) {
+    LONG number = 7;
+    const Outcome outcome =
+        Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, L"word", Var::Ref(&number)});
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+    EXPECT_EQ(VT_EMPTY, outcome.result.vt);
+    EXPECT_EQ(7, number);
+}
+
+TEST(InvokeLocale, IsTheCallers) {
+    const LCID german = MAKELCID(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), SORT_DEFAULT);
+    const LCID english = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
+    const ComPtr<IDispatch> splitter = Create(L"KWOSplitterV");
+    const DISPID margin = IdOf(splitter.Get(), L"LeftMargin");
+    const struct {
+        LCID locale;
+        float read;
+    } rows[] = {{german, 1.5F}, {english, 15.0F}};
+    for (const auto& row : rows) {
+        Var text(L"1,5");
+        DISPID put = DISPID_PROPERTYPUT;
+        DISPPARAMS parameters = {&text, &put, 1, 1};
+        EXPECT_EQ(Hex(S_OK), Hex(splitter->Invoke(margin, IID_NULL, row.locale, DISPATCH_PROPERTYPUT, &parameters,
+                                                  nullptr, nullptr, nullptr)));
+        EXPECT_EQ(row.read, Get(splitter.Get(), L"LeftMargin").result.fltVal);
+    }
+}
+
+TEST_F(InvokeResults, AreWrittenBackByTheCallersLocale) {
+    PutText(L"number", L"1,5");
+    const struct {
+        WORD language;
+        double read;
+    } rows[] = {{MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), 1.5}, {MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), 15.0}};
+    for (const auto& row : rows) {
+        double number = 0;
+        const Var sandbox(kSandbox);
+        const Var name(L"number");
+        VARIANT arguments[] = {Var::Ref(&number), name, sandbox, Var(kCurrentUser)};
+        DISPPARAMS parameters = {arguments, nullptr, 4, 0};
+        EXPECT_EQ(Hex(S_OK), Hex(mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValue"), IID_NULL,
+                                                   MAKELCID(row.language, SORT_DEFAULT), DISPATCH_METHOD, &parameters,
+                                                   nullptr, nullptr, nullptr)));
+        EXPECT_EQ(row.read, number);
+    }
+}
+
+TEST(InvokeConversions, ABooleanIsTheTextThatItIsEverywhere) {
+    const ComPtr<IDispatch> button = Create(L"KWOPicBtn");
+    for (const bool value : {true, false}) {
+        EXPECT_EQ(Hex(S_OK), Hex(Let(button.Get(), L"Caption", value).status));
+        EXPECT_EQ(value ? L"True" : L"False", Get(button.Get(), L"Caption").result.Text());
+        Var variable(value);
+        EXPECT_EQ(Hex(S_OK), Hex(Let(button.Get(), L"Caption", Var::Ref(&variable)).status));
+        EXPECT_EQ(value ? L"True" : L"False", Get(button.Get(), L"Caption").result.Text());
+        EXPECT_EQ(VT_BOOL, variable.vt);
+    }
+}
+
+TEST_F(InvokeResults, ABooleanIsStoredAsItsText) {
+    EXPECT_EQ(Hex(S_OK),
+              Hex(Call(mRegistry.Get(), L"KWO_RegSetValue", {kCurrentUser, kSandbox, L"flag", true}).status));
+    EXPECT_EQ(std::string("True\0", 5), StoredBytes(L"flag"));
+}
+
+TEST(InvokeConversions, ANullObjectMayArriveAsEmpty) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    const ComPtr<IDispatch> callback = Create(L"IKWOTimer");
+    ASSERT_EQ(Hex(S_OK), Hex(Set(timer.Get(), L"TimerEvents", callback.Get()).status));
+
+    EXPECT_EQ(Hex(S_OK), Hex(Set(timer.Get(), L"TimerEvents", Var()).status));
+    EXPECT_EQ(nullptr, Get(timer.Get(), L"TimerEvents").result.pdispVal);
+
+    const ComPtr<IDispatch> button = Create(L"KWOPicBtn");
+    Var empty;
+    EXPECT_EQ("0x800A005B", Hex(Call(button.Get(), L"Create", {Var(), L"x"}).scode));
+    EXPECT_EQ("0x800A005B", Hex(Call(button.Get(), L"Create", {Var::Ref(&empty), L"x"}).scode));
+    EXPECT_EQ(VT_EMPTY, empty.vt) << "nothing was written";
+}
+
+TEST(InvokeConversions, ADateOutOfRangeIsTheMembersToRefuseAsForCompiledCallers) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    Var unsignedDays = Var::UnsignedLong(4'000'000'000);
+    for (const Var& days : {Var(1e300), Var(-1e300), Var::Date(1e300), Var(2'958'466L), Var(5'000'000LL), Var(3e8F),
+                            Var(-657'435L), unsignedDays}) {
+        const Outcome outcome = Call(timer.Get(), L"AddAlarm", {days, 1});
+        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status)) << "type " << days.vt;
+        EXPECT_EQ("0x800A000D", Hex(outcome.scode)) << "type " << days.vt;
+        EXPECT_EQ(L"KWOTimer.AddAlarm", outcome.source) << "type " << days.vt;
+        Var variable = days;
+        EXPECT_EQ("0x800A000D", Hex(Call(timer.Get(), L"AddAlarm", {Var::Ref(&variable), 1}).scode));
+    }
+    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(Call(timer.Get(), L"AddAlarm", {L"1e300", 1}).status)) << "no date at all";
+    const ComPtr<IDispatch> view = Create(L"KWOMonthView");
+    for (const Var& days : {Var(1e300), Var::Date(1e300)})
+        EXPECT_EQ(Hex(S_OK), Hex(Call(view.Get(), L"SelDaysAdd", {days}).status)) << "type " << days.vt;
+}
+
+TEST(TypeLibraryDefaults, AreAllZeroWhichIsWhatALeftOutArgumentIs) {
+    const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
+    int defaults = 0;
+    for (const std::wstring& name : ClassNames()) {
+        const ComPtr<ITypeInfo> slots = SlotView(TypeInfoOf(library.Get(), L"_" + name).Get());
+        for (UINT f = 0; f < TypeAttributes(slots.Get())->cFuncs; ++f) {
+            const Function function(slots.Get(), f);
+            for (SHORT at = 0; at < function->cParams; ++at) {
+                const PARAMDESC& parameter = function->lprgelemdescParam[at].paramdesc;
+                if ((parameter.wParamFlags & PARAMFLAG_FHASDEFAULT) == 0) continue;
+                ++defaults;
+                Var number;
+                VariantChangeType(&number, &parameter.pparamdescex->varDefaultValue, 0, VT_R8);
+                EXPECT_EQ(0.0, number.dblVal) << Narrow(name) << '.' << function.Names()[0];
+            }
+        }
+    }
+    EXPECT_EQ(2, defaults) << "both arguments of CancelTimers";
+}
+
+TEST(EarlyBoundMissing, InsideAReferenceFillsTheVariableThatIsReferredTo) {
+    const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
+    const IID id = TypeAttributes(TypeInfoOf(library.Get(), L"_KWOUtility").Get())->guid;
+    const ComPtr<DirectorySlots> slots = As<DirectorySlots>(Create(L"KWOUtility").Get(), id);
+    ASSERT_TRUE(slots);
+    for (const auto member : {&DirectorySlots::SystemDir, &DirectorySlots::WindowsDir}) {
+        Bstr directory;
+        Var missing = Var::Missing();
+        ASSERT_EQ(Hex(S_OK), Hex((slots.Get()->*member)(&missing, directory.Out())));
+        EXPECT_EQ(VT_BOOL, missing.vt);
+        EXPECT_EQ(VARIANT_FALSE, missing.boolVal);
+
+        Var variable = Var::Missing();
+        VARIANT reference = Var::Ref(&variable);
+        ASSERT_EQ(Hex(S_OK), Hex((slots.Get()->*member)(&reference, directory.Out())));
+        EXPECT_EQ(VT_BYREF | VT_VARIANT, reference.vt) << "the reference stays one";
+        EXPECT_EQ(VT_BOOL, variable.vt);
+        EXPECT_EQ(VARIANT_FALSE, variable.boolVal);
+
+        SCODE code = DISP_E_PARAMNOTFOUND;
+        VARIANT error = Var::Reference(VT_ERROR, &code);
+        ASSERT_EQ(Hex(S_OK), Hex((slots.Get()->*member)(&error, directory.Out())));
+        EXPECT_EQ(VT_BYREF | VT_ERROR, error.vt) << "which has no room for a Boolean";
+        EXPECT_EQ(Hex(DISP_E_PARAMNOTFOUND), Hex(code));
+    }
+}
+
+}  // namespace
+}  // namespace kwo::com_test
