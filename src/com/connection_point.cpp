@@ -90,6 +90,27 @@ bool IsGone(HRESULT result) {
            result == CO_E_OBJNOTCONNECTED || result == kServerUnavailable;
 }
 
+bool DescribesMember(ITypeInfo& info, DISPID id) {
+    BSTR name = nullptr;
+    UINT count = 0;
+    const bool found = SUCCEEDED(info.GetNames(id, &name, 1, &count)) && count != 0;
+    ::SysFreeString(name);
+    return found;
+}
+
+/// What a late-bound sink calls an event: its own identifier of that name, else the event's where it says that it has
+/// it, or where it knows no names at all and says nothing. DISPID_UNKNOWN for an event that it does not have.
+DISPID IdOfLateBound(IDispatch& sink, const Event& event) {
+    auto* name = const_cast<wchar_t*>(event.name);
+    DISPID id = DISPID_UNKNOWN;
+    const HRESULT named = sink.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+    if (SUCCEEDED(named)) return id;
+    if (named == E_NOTIMPL) return event.id;
+    ComPtr<ITypeInfo> info;
+    if (FAILED(sink.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Out())) || !info) return DISPID_UNKNOWN;
+    return DescribesMember(*info, event.id) ? event.id : DISPID_UNKNOWN;
+}
+
 /// Returns false when the sink is gone. Raises what its handler raised.
 bool Deliver(IDispatch& sink, DISPID event, std::span<VARIANT> arguments) {
     DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
@@ -108,11 +129,14 @@ bool Deliver(IDispatch& sink, DISPID event, std::span<VARIANT> arguments) {
 void ConnectionPoint::Fire(DISPID event, std::span<VARIANT> arguments) {
     // Sinks come and go while others are called: the list is copied, and looked at again before each call.
     const std::vector<Connection> connections = mConnections;
+    const std::size_t place = PlaceOf(event);
     std::optional<platform::ComponentError> failure;
     for (const Connection& connection : connections) {
         if (!IsConnected(connection.cookie)) continue;
+        const DISPID id = connection.ids[place];
+        if (id == DISPID_UNKNOWN) continue;
         try {
-            if (!Deliver(*connection.sink, event, arguments)) Disconnect(connection.cookie);
+            if (!Deliver(*connection.sink, id, arguments)) Disconnect(connection.cookie);
         } catch (const platform::ComponentError& error) {
             if (!failure) failure = error;
         }
@@ -131,9 +155,27 @@ STDMETHODIMP ConnectionPoint::EnumConnectionPoints(IEnumConnectionPoints** point
 STDMETHODIMP ConnectionPoint::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
     if (point == nullptr) return E_POINTER;
     *point = nullptr;
-    if (id != mEvents) return CONNECT_E_NOCONNECTION;
+    if (id != mInterface) return CONNECT_E_NOCONNECTION;
     *point = ComPtr<IConnectionPoint>(&mPoint).Detach();
     return S_OK;
+}
+
+std::size_t ConnectionPoint::PlaceOf(DISPID event) const {
+    return static_cast<std::size_t>(std::ranges::find(mEvents, event, &Event::id) - mEvents.begin());
+}
+
+std::vector<DISPID> ConnectionPoint::OwnIds() const {
+    std::vector<DISPID> ids;
+    for (const Event& event : mEvents)
+        ids.push_back(event.id);
+    return ids;
+}
+
+std::vector<DISPID> ConnectionPoint::IdsOfLateBound(IDispatch& sink) const {
+    std::vector<DISPID> ids;
+    for (const Event& event : mEvents)
+        ids.push_back(IdOfLateBound(sink, event));
+    return ids;
 }
 
 bool ConnectionPoint::IsConnected(DWORD cookie) const {
@@ -160,7 +202,7 @@ STDMETHODIMP ConnectionPoint::Point::QueryInterface(REFIID id, void** object) {
 
 STDMETHODIMP ConnectionPoint::Point::GetConnectionInterface(IID* id) {
     if (id == nullptr) return E_POINTER;
-    *id = mAll.mEvents;
+    *id = mAll.mInterface;
     return S_OK;
 }
 
@@ -174,11 +216,15 @@ STDMETHODIMP ConnectionPoint::Point::Advise(IUnknown* sink, DWORD* cookie) {
     if (sink == nullptr || cookie == nullptr) return E_POINTER;
     *cookie = 0;
     const ComPtr<IUnknown> given(sink);
-    auto called = given.As<IDispatch>(mAll.mEvents);
-    if (!called) called = given.As<IDispatch>(IID_IDispatch);
+    auto called = given.As<IDispatch>(mAll.mInterface);
+    const bool isOurs = static_cast<bool>(called);
+    if (!isOurs) called = given.As<IDispatch>(IID_IDispatch);
     if (!called) return CONNECT_E_CANNOTCONNECT;
     try {
-        mAll.mConnections.push_back({mAll.mLastCookie + 1, std::move(called)});
+        std::vector<DISPID> ids = isOurs ? mAll.OwnIds() : mAll.IdsOfLateBound(*called);
+        // An object that has none of the events was connected by mistake: its owner would wait for ever.
+        if (std::ranges::all_of(ids, [](DISPID id) { return id == DISPID_UNKNOWN; })) return CONNECT_E_CANNOTCONNECT;
+        mAll.mConnections.push_back({mAll.mLastCookie + 1, std::move(called), std::move(ids)});
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }

@@ -10,13 +10,19 @@
 
 namespace kwo::com {
 
+/// One event of an interface; sinks that are called by name find it by this one.
+struct Event {
+    DISPID id;
+    const wchar_t* name;
+};
+
 /// The sinks of one object's events, and the way to them that clients know. A part of the object: its references are
 /// the object's own.
 class ConnectionPoint final : public IConnectionPointContainer {
 public:
     /// `owner` holds this.
-    ConnectionPoint(IUnknown& owner, const IID& eventInterface)
-        : mOwner(owner), mPoint(*this), mEvents(eventInterface) {}
+    ConnectionPoint(IUnknown& owner, const IID& eventInterface, std::span<const Event> events)
+        : mOwner(owner), mPoint(*this), mInterface(eventInterface), mEvents(events) {}
     ConnectionPoint(const ConnectionPoint&) = delete;
     ConnectionPoint& operator=(const ConnectionPoint&) = delete;
 
@@ -53,14 +59,19 @@ private:
     struct Connection {
         DWORD cookie;
         ComPtr<IDispatch> sink;
+        std::vector<DISPID> ids;  ///< the sink's own, in the order of the events
     };
 
+    std::size_t PlaceOf(DISPID event) const;
+    std::vector<DISPID> OwnIds() const;
+    std::vector<DISPID> IdsOfLateBound(IDispatch& sink) const;
     bool IsConnected(DWORD cookie) const;
     bool Disconnect(DWORD cookie);
 
     IUnknown& mOwner;
     Point mPoint;
-    const IID& mEvents;
+    const IID& mInterface;
+    const std::span<const Event> mEvents;
     std::vector<Connection> mConnections;
     DWORD mLastCookie = 0;
 };

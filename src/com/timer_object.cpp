@@ -37,7 +37,7 @@ class TimerObject final : public ComponentObject<_KWOTimer>, private timer::Time
 public:
     TimerObject()
         : ComponentObject(Info()),
-          mEvents(static_cast<_KWOTimer&>(*this), DIID___KWOTimer),
+          mEvents(static_cast<_KWOTimer&>(*this), DIID___KWOTimer, kEvents),
           mTimer(Component(), *this) {}
 
     STDMETHODIMP get_Item(VARIANT* value) override {
@@ -103,7 +103,9 @@ public:
     }
 
 private:
-    enum Event : DISPID { kTickEvent = 1, kAlarmEvent = 2 };
+    static constexpr DISPID kTickEvent = 1;
+    static constexpr DISPID kAlarmEvent = 2;
+    static constexpr Event kEvents[] = {{kTickEvent, L"Tick"}, {kAlarmEvent, L"Alarm"}};
 
     void* MoreInterface(REFIID id) override {
         return id == IID_IConnectionPointContainer ? static_cast<IConnectionPointContainer*>(&mEvents) : nullptr;

@@ -37,7 +37,8 @@ public:
     }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-        if (member.empty() || lstrcmpiW(names[0], member.c_str()) != 0) return DISP_E_UNKNOWNNAME;
+        if (member.empty()) return E_NOTIMPL;  // as sinks that are called by identifier alone answer
+        if (lstrcmpiW(names[0], member.c_str()) != 0) return DISP_E_UNKNOWNNAME;
         *ids = 77;
         return S_OK;
     }
