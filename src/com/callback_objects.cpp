@@ -9,30 +9,30 @@ namespace {
 constexpr MemberThunk kTimerMembers[] = {Member<&_IKWOTimer::Tick>};
 constexpr MemberThunk kAlarmMembers[] = {Member<&_IKWOAlarm::Alarm>};
 
-ClassInfo& TimerInfo() {
-    static ClassInfo info(CLSID_IKWOTimer, IID__IKWOTimer, nullptr, u"IKWOTimer", kTimerMembers);
-    return info;
-}
-
-ClassInfo& AlarmInfo() {
-    static ClassInfo info(CLSID_IKWOAlarm, IID__IKWOAlarm, nullptr, u"IKWOAlarm", kAlarmMembers);
-    return info;
-}
-
 /// Hosts implement these two interfaces themselves; the objects made here are the patterns, and do nothing.
 class TimerCallbackObject final : public ComponentObject<_IKWOTimer> {
 public:
-    TimerCallbackObject() : ComponentObject(TimerInfo()) {}
+    TimerCallbackObject() : ComponentObject(TimerCallbackInfo()) {}
     STDMETHODIMP Tick(_KWOTimer**) override { return S_OK; }
 };
 
 class AlarmCallbackObject final : public ComponentObject<_IKWOAlarm> {
 public:
-    AlarmCallbackObject() : ComponentObject(AlarmInfo()) {}
+    AlarmCallbackObject() : ComponentObject(AlarmCallbackInfo()) {}
     STDMETHODIMP Alarm(_KWOTimer**, LONG*, DATE*) override { return S_OK; }
 };
 
 }  // namespace
+
+ClassInfo& TimerCallbackInfo() {
+    static ClassInfo info(CLSID_IKWOTimer, IID__IKWOTimer, nullptr, u"IKWOTimer", kTimerMembers);
+    return info;
+}
+
+ClassInfo& AlarmCallbackInfo() {
+    static ClassInfo info(CLSID_IKWOAlarm, IID__IKWOAlarm, nullptr, u"IKWOAlarm", kAlarmMembers);
+    return info;
+}
 
 ClassEntry TimerCallbackClass() {
     return {CLSID_IKWOTimer, &Make<TimerCallbackObject>};

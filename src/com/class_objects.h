@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/server/class_factory.h"
+#include "com/server/class_info.h"
 
 namespace kwo::com {
 
@@ -15,5 +16,9 @@ ClassEntry MonthViewClass();
 ClassEntry TimerClass();
 ClassEntry TimerCallbackClass();
 ClassEntry AlarmCallbackClass();
+
+/// What is common to all objects with the callback interfaces.
+ClassInfo& TimerCallbackInfo();
+ClassInfo& AlarmCallbackInfo();
 
 }  // namespace kwo::com

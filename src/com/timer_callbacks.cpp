@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "com/script_callbacks.h"
 #include "com/server/com_ptr.h"
 #include "platform/component_error.h"
 #include "platform/windows/call_failure.h"
@@ -40,7 +41,8 @@ public:
         const HRESULT result = mObject->Tick(timer.Reference());
         if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOTimer);
     }
-    _IKWOTimer* Given() const override { return mObject.Get(); }
+    IDispatch* Given() const override { return mObject.Get(); }
+    _IKWOTimer* Typed() override { return mObject.Get(); }
 
 private:
     ComPtr<_IKWOTimer> mObject;
@@ -58,36 +60,41 @@ public:
         if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOAlarm);
         itemData = alarmData;
     }
-    _IKWOAlarm* Given() const override { return mObject.Get(); }
+    IDispatch* Given() const override { return mObject.Get(); }
+    _IKWOAlarm* Typed() override { return mObject.Get(); }
 
 private:
     ComPtr<_IKWOAlarm> mObject;
     _KWOTimer& mTimer;
 };
 
-/// A script's object, called by name. It reads back through a pointer of the interface's type that only dispatch
-/// follows.
+/// A script's object, called by name.
 class NamedTick final : public HostTickCallback {
 public:
-    NamedTick(HostObjectRef object, IDispatch& given, _KWOTimer& timer)
-        : mObject(std::move(object)), mGiven(given), mTimer(timer) {}
+    NamedTick(HostObjectRef object, ComPtr<IDispatch> given, _KWOTimer& timer)
+        : mObject(std::move(object)), mGiven(std::move(given)), mTimer(timer) {}
 
     void Tick() override {
         std::array arguments = {Variant(platform::windows::MakeHostObject(&mTimer))};
         mObject->Call(u"Tick", arguments);
     }
-    _IKWOTimer* Given() const override { return static_cast<_IKWOTimer*>(&mGiven); }
+    IDispatch* Given() const override { return mGiven.Get(); }
+    _IKWOTimer* Typed() override {
+        if (!mTyped) mTyped = MakeScriptTick(mObject);
+        return mTyped.Get();
+    }
 
 private:
     HostObjectRef mObject;
-    IDispatch& mGiven;
+    ComPtr<IDispatch> mGiven;
+    ComPtr<_IKWOTimer> mTyped;  ///< made when first asked for, so that it is the same one each time
     _KWOTimer& mTimer;
 };
 
 class NamedAlarm final : public HostAlarmCallback {
 public:
-    NamedAlarm(HostObjectRef object, IDispatch& given, _KWOTimer& timer, platform::Conversions& conversions)
-        : mObject(std::move(object)), mGiven(given), mTimer(timer), mConversions(conversions) {}
+    NamedAlarm(HostObjectRef object, ComPtr<IDispatch> given, _KWOTimer& timer, platform::Conversions& conversions)
+        : mObject(std::move(object)), mGiven(std::move(given)), mTimer(timer), mConversions(conversions) {}
 
     void Alarm(std::int32_t& itemData, Date& newDateTime) override {
         std::array arguments = {Variant(platform::windows::MakeHostObject(&mTimer)), Variant(itemData),
@@ -96,11 +103,16 @@ public:
         itemData = mConversions.ToInt32(arguments[1]);
         newDateTime = mConversions.ToDate(arguments[2]);
     }
-    _IKWOAlarm* Given() const override { return static_cast<_IKWOAlarm*>(&mGiven); }
+    IDispatch* Given() const override { return mGiven.Get(); }
+    _IKWOAlarm* Typed() override {
+        if (!mTyped) mTyped = MakeScriptAlarm(mObject);
+        return mTyped.Get();
+    }
 
 private:
     HostObjectRef mObject;
-    IDispatch& mGiven;
+    ComPtr<IDispatch> mGiven;
+    ComPtr<_IKWOAlarm> mTyped;  ///< made when first asked for, so that it is the same one each time
     _KWOTimer& mTimer;
     platform::Conversions& mConversions;
 };
@@ -120,9 +132,9 @@ std::shared_ptr<HostTickCallback> MakeTickCallback(IUnknown* object, _KWOTimer& 
     if (auto early = given.As<_IKWOTimer>(IID__IKWOTimer)) {
         return std::make_shared<EarlyBoundTick>(std::move(early), timer);
     }
-    const auto late = given.As<IDispatch>(IID_IDispatch);
+    auto late = given.As<IDispatch>(IID_IDispatch);
     if (HostObjectRef named = WithMember(late, u"Tick")) {
-        return std::make_shared<NamedTick>(std::move(named), *late, timer);
+        return std::make_shared<NamedTick>(std::move(named), std::move(late), timer);
     }
     platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);
 }
@@ -134,9 +146,9 @@ std::shared_ptr<HostAlarmCallback> MakeAlarmCallback(IUnknown* object, _KWOTimer
     if (auto early = given.As<_IKWOAlarm>(IID__IKWOAlarm)) {
         return std::make_shared<EarlyBoundAlarm>(std::move(early), timer);
     }
-    const auto late = given.As<IDispatch>(IID_IDispatch);
+    auto late = given.As<IDispatch>(IID_IDispatch);
     if (HostObjectRef named = WithMember(late, u"Alarm")) {
-        return std::make_shared<NamedAlarm>(std::move(named), *late, timer, conversions);
+        return std::make_shared<NamedAlarm>(std::move(named), std::move(late), timer, conversions);
     }
     platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);
 }

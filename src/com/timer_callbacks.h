@@ -7,12 +7,15 @@
 
 namespace kwo::com {
 
-/// A host's object that takes ticks or alarms in place of events. Reads back as the object that was given.
+/// A host's object that takes ticks or alarms in place of events.
 template <class Kind, class Interface>
 class HostCallback : public Kind {
 public:
-    /// The object as it was given, without a reference; only callers that gave an `Interface` may use it as one.
-    virtual Interface* Given() const = 0;
+    /// The very object that was given, as late-bound callers read it; without a reference.
+    virtual IDispatch* Given() const = 0;
+    /// The same as its interface, which compiled callers call: the object itself where it implements that, else one
+    /// that stands for it. Without a reference.
+    virtual Interface* Typed() = 0;
 };
 
 using HostTickCallback = HostCallback<timer::TickCallback, _IKWOTimer>;

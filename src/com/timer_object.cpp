@@ -11,13 +11,21 @@ namespace kwo::com {
 
 namespace {
 
+// Late-bound callers read the callback object as it was given, a script's too; compiled ones something that they can
+// call.
+HRESULT LateAlarmEvents(void* timer, void* const* arguments);
+HRESULT LateTimerEvents(void* timer, void* const* arguments);
+
 constexpr MemberThunk kMembers[] = {
-    Member<&_KWOTimer::get_Item>,        Member<&_KWOTimer::put_Item>,           Member<&_KWOTimer::putref_Item>,
-    Member<&_KWOTimer::get_ItemData>,    Member<&_KWOTimer::put_ItemData>,       Member<&_KWOTimer::get_Enabled>,
-    Member<&_KWOTimer::put_Enabled>,     Member<&_KWOTimer::get_AlarmEvents>,    Member<&_KWOTimer::putref_AlarmEvents>,
-    Member<&_KWOTimer::get_TimerEvents>, Member<&_KWOTimer::putref_TimerEvents>, Member<&_KWOTimer::AddAlarm>,
-    Member<&_KWOTimer::get_Interval>,    Member<&_KWOTimer::put_Interval>,       Member<&_KWOTimer::TimerTick>,
-    Member<&_KWOTimer::CancelTimers>,    Member<&_KWOTimer::AddRelativeAlarm>,
+    Member<&_KWOTimer::get_Item>,           Member<&_KWOTimer::put_Item>,
+    Member<&_KWOTimer::putref_Item>,        Member<&_KWOTimer::get_ItemData>,
+    Member<&_KWOTimer::put_ItemData>,       Member<&_KWOTimer::get_Enabled>,
+    Member<&_KWOTimer::put_Enabled>,        {&LateAlarmEvents, 1, 0},
+    Member<&_KWOTimer::putref_AlarmEvents>, {&LateTimerEvents, 1, 0},
+    Member<&_KWOTimer::putref_TimerEvents>, Member<&_KWOTimer::AddAlarm>,
+    Member<&_KWOTimer::get_Interval>,       Member<&_KWOTimer::put_Interval>,
+    Member<&_KWOTimer::TimerTick>,          Member<&_KWOTimer::CancelTimers>,
+    Member<&_KWOTimer::AddRelativeAlarm>,
 };
 
 ClassInfo& Info() {
@@ -25,12 +33,14 @@ ClassInfo& Info() {
     return info;
 }
 
-/// Gives the callback object back as it was given, with a reference for the caller.
-template <class Callback, class Interface, class Kept>
-void HandOver(Interface** place, const std::shared_ptr<Kept>& callback) {
+/// Gives a callback object back, with a reference for the caller.
+template <class Callback, class Interface, class Kept, class Read>
+void HandOver(Interface** place, const std::shared_ptr<Kept>& callback, Read read) {
     Interface*& value = Required(place);
-    value = callback == nullptr ? nullptr : static_cast<const Callback&>(*callback).Given();
-    if (value != nullptr) value->AddRef();
+    value = nullptr;
+    if (callback == nullptr) return;
+    value = read(static_cast<Callback&>(*callback));
+    value->AddRef();
 }
 
 class TimerObject final : public ComponentObject<_KWOTimer>, private timer::TimerShell {
@@ -62,14 +72,28 @@ public:
         return Run(u".Enabled (Let)", [&] { mTimer.SetEnabled(Required(value)); });
     }
     STDMETHODIMP get_AlarmEvents(_IKWOAlarm** value) override {
-        return Run(u".AlarmEvents (Get)", [&] { HandOver<HostAlarmCallback>(value, mTimer.AlarmEvents()); });
+        return Run(u".AlarmEvents (Get)", [&] {
+            HandOver<HostAlarmCallback>(value, mTimer.AlarmEvents(), [](auto& callback) { return callback.Typed(); });
+        });
+    }
+    HRESULT GivenAlarmEvents(IDispatch** value) {
+        return Run(u".AlarmEvents (Get)", [&] {
+            HandOver<HostAlarmCallback>(value, mTimer.AlarmEvents(), [](auto& callback) { return callback.Given(); });
+        });
     }
     STDMETHODIMP putref_AlarmEvents(_IKWOAlarm* value) override {
         return Run(u".AlarmEvents (Set)",
                    [&] { mTimer.SetAlarmEvents(MakeAlarmCallback(value, *this, Component().platform.conversions)); });
     }
     STDMETHODIMP get_TimerEvents(_IKWOTimer** value) override {
-        return Run(u".TimerEvents (Get)", [&] { HandOver<HostTickCallback>(value, mTimer.TimerEvents()); });
+        return Run(u".TimerEvents (Get)", [&] {
+            HandOver<HostTickCallback>(value, mTimer.TimerEvents(), [](auto& callback) { return callback.Typed(); });
+        });
+    }
+    HRESULT GivenTimerEvents(IDispatch** value) {
+        return Run(u".TimerEvents (Get)", [&] {
+            HandOver<HostTickCallback>(value, mTimer.TimerEvents(), [](auto& callback) { return callback.Given(); });
+        });
     }
     STDMETHODIMP putref_TimerEvents(_IKWOTimer* value) override {
         return Run(u".TimerEvents (Set)", [&] { mTimer.SetTimerEvents(MakeTickCallback(value, *this)); });
@@ -157,6 +181,18 @@ private:
     ConnectionPoint mEvents;
     timer::KWOTimer mTimer;
 };
+
+TimerObject& ThisObject(void* timer) {
+    return static_cast<TimerObject&>(*static_cast<_KWOTimer*>(timer));
+}
+
+HRESULT LateAlarmEvents(void* timer, void* const* arguments) {
+    return ThisObject(timer).GivenAlarmEvents(static_cast<IDispatch**>(arguments[0]));
+}
+
+HRESULT LateTimerEvents(void* timer, void* const* arguments) {
+    return ThisObject(timer).GivenTimerEvents(static_cast<IDispatch**>(arguments[0]));
+}
 
 }  // namespace
 

@@ -1,0 +1,82 @@
+#include "com/script_callbacks.h"
+
+#include <array>
+
+#include "com/class_objects.h"
+#include "com/component_object.h"
+#include "com/host_objects.h"
+
+namespace kwo::com {
+
+namespace {
+
+using platform::Date;
+using platform::HostObjectRef;
+using platform::Variant;
+
+Variant TimerArgument(_KWOTimer** timer) {
+    return platform::windows::MakeHostObject(Required(timer));
+}
+
+/// The callee may have put another timer, or none, in the place of the one it was called with.
+void TakeTimerBack(const Variant& argument, _KWOTimer** timer) {
+    const auto* const object = std::get_if<HostObjectRef>(&argument);
+    if (object == nullptr) platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);
+    ComPtr<_KWOTimer> before;
+    *before.Out() = std::exchange(*timer, NewReference<_KWOTimer>(*object));
+}
+
+class ScriptTick final : public ComponentObject<_IKWOTimer> {
+public:
+    explicit ScriptTick(HostObjectRef script) : ComponentObject(TimerCallbackInfo()), mScript(std::move(script)) {}
+
+    STDMETHODIMP Tick(_KWOTimer** timer) override {
+        return Run(u".Tick", [&] {
+            std::array arguments = {TimerArgument(timer)};
+            mScript->Call(u"Tick", arguments);
+            TakeTimerBack(arguments[0], timer);
+        });
+    }
+
+private:
+    HostObjectRef mScript;
+};
+
+class ScriptAlarm final : public ComponentObject<_IKWOAlarm> {
+public:
+    explicit ScriptAlarm(HostObjectRef script) : ComponentObject(AlarmCallbackInfo()), mScript(std::move(script)) {}
+
+    STDMETHODIMP Alarm(_KWOTimer** timer, LONG* alarmData, DATE* newDateTime) override {
+        return Run(u".Alarm", [&] {
+            const std::int32_t tag = Required(alarmData);
+            std::array arguments = {TimerArgument(timer), Variant(tag), Variant(Date{Required(newDateTime)})};
+            mScript->Call(u"Alarm", arguments);
+            platform::Conversions& conversions = Component().platform.conversions;
+            *alarmData = conversions.ToInt32(arguments[1]);
+            *newDateTime = conversions.ToDate(arguments[2]).days;
+            TakeTimerBack(arguments[0], timer);
+        });
+    }
+
+private:
+    HostObjectRef mScript;
+};
+
+template <class Object, class Interface>
+ComPtr<Interface> Made(HostObjectRef script) {
+    ComPtr<Interface> made;
+    *made.Out() = new Object(std::move(script));
+    return made;
+}
+
+}  // namespace
+
+ComPtr<_IKWOTimer> MakeScriptTick(HostObjectRef script) {
+    return Made<ScriptTick, _IKWOTimer>(std::move(script));
+}
+
+ComPtr<_IKWOAlarm> MakeScriptAlarm(HostObjectRef script) {
+    return Made<ScriptAlarm, _IKWOAlarm>(std::move(script));
+}
+
+}  // namespace kwo::com
