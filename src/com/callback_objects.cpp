@@ -35,11 +35,11 @@ ClassInfo& AlarmCallbackInfo() {
 }
 
 ClassEntry TimerCallbackClass() {
-    return {CLSID_IKWOTimer, &Make<TimerCallbackObject>};
+    return {CLSID_IKWOTimer, u"IKWOTimer", &Make<TimerCallbackObject>};
 }
 
 ClassEntry AlarmCallbackClass() {
-    return {CLSID_IKWOAlarm, &Make<AlarmCallbackObject>};
+    return {CLSID_IKWOAlarm, u"IKWOAlarm", &Make<AlarmCallbackObject>};
 }
 
 }  // namespace kwo::com

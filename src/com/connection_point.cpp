@@ -54,7 +54,13 @@ public:
         mNext = 0;
         return S_OK;
     }
-    STDMETHODIMP Clone(Interface** clone) override { return Make(mItems, mNext, clone); }
+    STDMETHODIMP Clone(Interface** clone) override {
+        try {
+            return Make(mItems, mNext, clone);
+        } catch (const std::bad_alloc&) {
+            return E_OUTOFMEMORY;
+        }
+    }
 
     static HRESULT Make(std::vector<Item> items, std::size_t next, Interface** made) noexcept {
         if (made == nullptr) return E_POINTER;

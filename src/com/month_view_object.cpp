@@ -239,7 +239,7 @@ private:
 }  // namespace
 
 ClassEntry MonthViewClass() {
-    return {CLSID_KWOMonthView, &Make<MonthViewObject>};
+    return {CLSID_KWOMonthView, u"KWOMonthView", &Make<MonthViewObject>};
 }
 
 }  // namespace kwo::com

@@ -121,7 +121,7 @@ private:
 }  // namespace
 
 ClassEntry PicBtnClass() {
-    return {CLSID_KWOPicBtn, &Make<PictureButtonObject>};
+    return {CLSID_KWOPicBtn, u"KWOPicBtn", &Make<PictureButtonObject>};
 }
 
 }  // namespace kwo::com

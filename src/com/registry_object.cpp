@@ -78,7 +78,7 @@ private:
 }  // namespace
 
 ClassEntry RegistryClass() {
-    return {CLSID_KWORegistry, &Make<RegistryObject>};
+    return {CLSID_KWORegistry, u"KWORegistry", &Make<RegistryObject>};
 }
 
 }  // namespace kwo::com

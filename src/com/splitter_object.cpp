@@ -94,7 +94,7 @@ private:
 }  // namespace
 
 ClassEntry SplitterVClass() {
-    return {CLSID_KWOSplitterV, &Make<SplitterObject>};
+    return {CLSID_KWOSplitterV, u"KWOSplitterV", &Make<SplitterObject>};
 }
 
 }  // namespace kwo::com

@@ -55,7 +55,7 @@ private:
 }  // namespace
 
 ClassEntry SysParamsClass() {
-    return {CLSID_KWOSysParams, &Make<SystemFontsObject>};
+    return {CLSID_KWOSysParams, u"KWOSysParams", &Make<SystemFontsObject>};
 }
 
 }  // namespace kwo::com

@@ -80,7 +80,7 @@ private:
 }  // namespace
 
 ClassEntry SysMetricsClass() {
-    return {CLSID_KWOSysMetrics, &Make<SystemMetricsObject>};
+    return {CLSID_KWOSysMetrics, u"KWOSysMetrics", &Make<SystemMetricsObject>};
 }
 
 }  // namespace kwo::com

@@ -197,7 +197,7 @@ HRESULT LateTimerEvents(void* timer, void* const* arguments) {
 }  // namespace
 
 ClassEntry TimerClass() {
-    return {CLSID_KWOTimer, &Make<TimerObject>};
+    return {CLSID_KWOTimer, u"KWOTimer", &Make<TimerObject>};
 }
 
 }  // namespace kwo::com

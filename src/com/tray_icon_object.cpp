@@ -81,7 +81,7 @@ private:
 }  // namespace
 
 ClassEntry SysTrayClass() {
-    return {CLSID_KWOSysTray, &Make<TrayIconObject>};
+    return {CLSID_KWOSysTray, u"KWOSysTray", &Make<TrayIconObject>};
 }
 
 }  // namespace kwo::com

@@ -114,7 +114,7 @@ private:
 }  // namespace
 
 ClassEntry UtilityClass() {
-    return {CLSID_KWOUtility, &Make<UtilityObject>};
+    return {CLSID_KWOUtility, u"KWOUtility", &Make<UtilityObject>};
 }
 
 }  // namespace kwo::com

@@ -27,6 +27,14 @@ std::int32_t ForButton(std::int16_t button, std::int32_t left, std::int32_t righ
 
 }  // namespace
 
+KWOSysTray::~KWOSysTray() {
+    try {
+        Destroy();
+    } catch (...) {
+        // A release has no way to tell of it, and the host must live on.
+    }
+}
+
 bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& icon, TextView toolTip) {
     if (mAdded) Destroy();
     if (!IsIcon(icon)) return false;

@@ -21,7 +21,7 @@ public:
     explicit KWOSysTray(frame::Component& component) : mComponent(component) {}
     KWOSysTray(const KWOSysTray&) = delete;
     KWOSysTray& operator=(const KWOSysTray&) = delete;
-    ~KWOSysTray() { Destroy(); }
+    ~KWOSysTray();
 
     /// Takes the place of an icon that is there already. False for a picture that is no icon and when the system adds
     /// none. Raises NoObjectSet without a picture, and what the picture raises.

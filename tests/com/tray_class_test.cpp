@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "allocation_faults.h"
 #include "com_test.h"
 #include "host_form.h"
 
@@ -117,6 +118,17 @@ protected:
     ComPtr<IDispatch> mTray;
     ComPtr<IDispatch> mIcon;
 };
+
+TEST_F(TrayClass, AnEndWithoutMemoryIsLeftByTheHostAlive) {
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
+    {
+        const AllocationFaults faults(1);
+        EXPECT_EQ(0u, mTray.Reset());
+        EXPECT_TRUE(faults.Happened());
+    }
+    mIcon->AddRef();
+    EXPECT_EQ(1u, mIcon->Release()) << "the object is gone for all that";
+}
 
 TEST_F(TrayClass, AnIconIsAddedChangedAndRemoved) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));

@@ -87,6 +87,7 @@ private:
 }  // namespace kwo::kwoinit
 
 std::span<const kwo::com::ClassEntry> kwo::com::Classes() {
-    static const std::array classes = {ClassEntry{CLSID_KWOInitialize, &Make<kwoinit::InitializeObject>}};
+    static const std::array classes = {
+        ClassEntry{CLSID_KWOInitialize, u"KWOInitialize", &Make<kwoinit::InitializeObject>}};
     return classes;
 }

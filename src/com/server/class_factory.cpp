@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "com/server/error_report.h"
 #include "com/server/module.h"
 
 namespace kwo::com {
@@ -31,7 +32,14 @@ public:
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override {
         if (object == nullptr) return E_POINTER;
         *object = nullptr;
-        return outer != nullptr ? CLASS_E_NOAGGREGATION : mEntry.make(id, object);
+        if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+        HRESULT result = S_OK;
+        const HRESULT made = Guarded(
+            [this] {
+                return MemberName{mEntry.name, {}, &IID_IClassFactory};
+            },
+            [&] { result = mEntry.make(id, object); });
+        return FAILED(made) ? made : result;
     }
     STDMETHODIMP LockServer(BOOL lock) override {
         if (lock) {

@@ -5,8 +5,13 @@
 namespace kwo::com {
 
 RegistryChanges::~RegistryChanges() {
-    for (auto undo = mUndo.rbegin(); undo != mUndo.rend(); ++undo)
-        (*undo)();
+    for (auto undo = mUndo.rbegin(); undo != mUndo.rend(); ++undo) {
+        try {
+            (*undo)();
+        } catch (...) {
+            // What caused the end is what matters; the other changes are still taken back.
+        }
+    }
 }
 
 void RegistryChanges::CreateKey(const std::wstring& path) {

@@ -1,0 +1,165 @@
+// What a client sees when there is no memory left.
+
+#include "allocation_count.h"
+#include "allocation_faults.h"
+#include "registry_sandbox.h"
+#include "timer_client.h"
+
+namespace kwo::com_test {
+namespace {
+
+/// More than any member allocates.
+constexpr long kTooMany = 2000;
+
+class FailingCreation : public ::testing::TestWithParam<std::wstring> {};
+
+INSTANTIATE_TEST_SUITE_P(Classes, FailingCreation, ::testing::ValuesIn(ClassNames()),
+                         [](const auto& parameter) { return Narrow(parameter.param); });
+
+TEST_P(FailingCreation, SaysSoAndLeavesAnErrorObject) {
+    const ComPtr<IDispatch> first = Create(GetParam());
+    CLSID id = {};
+    ASSERT_EQ(S_OK, CLSIDFromProgID((L"KWOUtil." + GetParam()).c_str(), &id));
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(S_OK, CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.OutVoid()));
+    long failed = 0;
+    for (long at = 1;; ++at) {
+        ASSERT_LT(at, kTooMany);
+        TakeErrorObject();
+        ComPtr<IDispatch> made;
+        HRESULT status = E_FAIL;
+        bool happened = false;
+        {
+            const AllocationFaults faults(at);
+            status = factory->CreateInstance(nullptr, IID_IDispatch, made.OutVoid());
+            happened = faults.Happened();
+        }
+        if (!happened) {
+            EXPECT_EQ(Hex(S_OK), Hex(status));
+            break;
+        }
+        ++failed;
+        const ErrorObject error = TakeErrorObject();
+        EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(status)) << at;
+        EXPECT_FALSE(made) << at;
+        EXPECT_TRUE(error.present) << at;
+        EXPECT_EQ(GetParam(), error.source) << at;
+        EXPECT_EQ(L"Out of memory", error.description) << at;
+    }
+    EXPECT_LE(1, failed);
+}
+
+/// Calls `body` with every single allocation of it failing; it answers the status.
+template <class Body>
+void EachAllocationFails(const char* what, Body body) {
+    for (long at = 1;; ++at) {
+        ASSERT_LT(at, kTooMany) << what;
+        HRESULT status = E_FAIL;
+        bool happened = false;
+        {
+            const AllocationFaults faults(at);
+            status = body();
+            happened = faults.Happened();
+        }
+        if (!happened) {
+            EXPECT_LT(1, at) << what << " allocates nothing";
+            EXPECT_EQ(Hex(S_OK), Hex(status)) << what;
+            return;
+        }
+        EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(status)) << what << ", allocation " << at;
+    }
+}
+
+class FailingConnections : public TimerClient {};
+
+TEST_F(FailingConnections, AreOutOfMemory) {
+    Connect(NewSink());
+    Connect(NewSink());
+    const auto point = Point();
+    const auto container = As<IConnectionPointContainer>(mTimer.Get(), IID_IConnectionPointContainer);
+    ComPtr<IEnumConnections> connections;
+    ComPtr<IEnumConnectionPoints> points;
+    ASSERT_EQ(S_OK, point->EnumConnections(connections.Out()));
+    ASSERT_EQ(S_OK, container->EnumConnectionPoints(points.Out()));
+
+    EachAllocationFails("EnumConnections", [&] {
+        ComPtr<IEnumConnections> made;
+        return point->EnumConnections(made.Out());
+    });
+    EachAllocationFails("IEnumConnections::Clone", [&] {
+        ComPtr<IEnumConnections> made;
+        return connections->Clone(made.Out());
+    });
+    EachAllocationFails("EnumConnectionPoints", [&] {
+        ComPtr<IEnumConnectionPoints> made;
+        return container->EnumConnectionPoints(made.Out());
+    });
+    EachAllocationFails("IEnumConnectionPoints::Clone", [&] {
+        ComPtr<IEnumConnectionPoints> made;
+        return points->Clone(made.Out());
+    });
+    Sink& late = NewSink();
+    EachAllocationFails("Advise", [&] {
+        DWORD cookie = 0;
+        return point->Advise(&late, &cookie);
+    });
+    EXPECT_EQ(1u, late.references) << "only the one that succeeded";
+}
+
+class FailingClassInformation : public ::testing::TestWithParam<std::wstring> {};
+
+INSTANTIATE_TEST_SUITE_P(Classes, FailingClassInformation, ::testing::ValuesIn(ClassNames()),
+                         [](const auto& parameter) { return Narrow(parameter.param); });
+
+TEST_P(FailingClassInformation, IsOutOfMemory) {
+    const ComPtr<IDispatch> object = Create(GetParam());
+    const auto provider = As<IProvideClassInfo>(object.Get(), IID_IProvideClassInfo);
+    EachAllocationFails("GetClassInfo", [&] {
+        ComPtr<ITypeInfo> info;
+        return provider->GetClassInfo(info.Out());
+    });
+}
+
+class FailingMembers : public RegistrySandbox {
+protected:
+    /// The number that the caller sees, S_OK for success; a failure of the member explains itself.
+    static HRESULT Number(const Outcome& outcome, const wchar_t* source) {
+        if (outcome.status != DISP_E_EXCEPTION) return outcome.status;
+        EXPECT_EQ(L"Out of memory", outcome.description);
+        EXPECT_EQ(source, outcome.source);
+        return outcome.scode;
+    }
+};
+
+TEST_F(FailingMembers, AreOutOfMemory) {
+    PutText(L"a value with a long name", L"a text that is not short either");
+    const ComPtr<IDispatch> utility = Create(L"KWOUtility");
+    EachAllocationFails("KWO_RegGetValue", [&] {
+        return Number(Call(mRegistry.Get(), L"KWO_RegGetValue",
+                           {kCurrentUser, kSandbox, L"a value with a long name", L"some text to be replaced"}),
+                      L"KWORegistry.KWO_RegGetValue");
+    });
+    EachAllocationFails("KWO_SystemDir",
+                        [&] { return Number(Call(utility.Get(), L"KWO_SystemDir"), L"KWOUtility.KWO_SystemDir"); });
+}
+
+TEST_F(FailingMembers, ThatFailLeakNothing) {
+    PutText(L"a value with a long name", L"a text that is not short either");
+    const AllocationCount& memory = AllocationCount::Instance();
+    Bstr name(L"a value with a long name");
+    for (long at = 1; at < 40; ++at) {
+        const auto call = [&] {
+            const AllocationFaults faults(at);
+            Call(mRegistry.Get(), L"KWO_RegGetValueEx", {Handle(), Var::Ref(name.Ref()), L"a fallback of some length"});
+        };
+        call();
+        SetErrorInfo(0, nullptr);
+        const long before = memory.InUse();
+        call();
+        SetErrorInfo(0, nullptr);
+        EXPECT_EQ(before, memory.InUse()) << at;
+    }
+}
+
+}  // namespace
+}  // namespace kwo::com_test
