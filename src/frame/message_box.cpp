@@ -87,7 +87,7 @@ Text MessageBoxes::TitleFor(TextView given, Handle owner) {
 void MessageBoxes::FlashWhileMinimised(Handle owner) {
     while (mDesktop.IsMinimised(owner)) {
         mDesktop.Flash(owner, true);
-        mWait.KWO_Wait(kFlashMs, false);
+        if (!mWait.KWO_Wait(kFlashMs, false)) break;
     }
     mDesktop.Flash(owner, false);
 }

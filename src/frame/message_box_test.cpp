@@ -115,6 +115,19 @@ TEST_F(MessageBoxTest, FlashesBeforeItWritesItsPromptAndAsks) {
     EXPECT_LT(at("Flash 7 0"), at("Ask"));
 }
 
+TEST_F(MessageBoxTest, FlashesNoLongerWhenTheProgramIsAskedToQuit) {
+    desktop.windows.windows[7].minimised = true;
+    desktop.PostAt(800, [&] { desktop.messages.RequestQuit(); });
+    // What would otherwise go on until somebody restores the window.
+    desktop.PostAt(60'000, [&] { desktop.windows.windows[7].minimised = false; });
+
+    boxes.KWOMsgBox({.prompt = u"p", .ownerWindow = 7});
+
+    EXPECT_LT(desktop.clock.Elapsed(), platform::Milliseconds::Whole(10'000));
+    EXPECT_EQ(desktop.log.Starting("Flash 7 0").size(), 1u);
+    EXPECT_EQ(desktop.log.Starting("Ask").size(), 1u);
+}
+
 TEST_F(MessageBoxTest, DoesNotFlashAnOwnerThatDoesNotExist) {
     boxes.KWOMsgBox({.prompt = u"p", .title = u"t", .ownerWindow = 8});
     EXPECT_TRUE(desktop.log.Starting("Flash").empty());

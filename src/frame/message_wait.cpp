@@ -13,15 +13,15 @@ constexpr std::uint32_t kAlertable = 2;
 
 }  // namespace
 
-void MessageWait::KWO_Wait(std::int32_t milliseconds, bool pumpMessages) {
-    if (milliseconds <= 0) return;
+bool MessageWait::KWO_Wait(std::int32_t milliseconds, bool pumpMessages) {
+    if (milliseconds <= 0) return true;
     const Milliseconds end{mClock.KWO_TimerMs().scaled + Milliseconds::Whole(milliseconds).scaled};
-    mMessages.ProcessPending();
+    if (!mMessages.ProcessPending()) return false;
     for (;;) {
         const Milliseconds left{end.scaled - mClock.KWO_TimerMs().scaled};
-        if (left.scaled <= 0) return;
+        if (left.scaled <= 0) return true;
         WaitForInput(static_cast<std::uint32_t>(RoundHalfEven(left)));
-        if (pumpMessages) mMessages.ProcessPending();
+        if (pumpMessages && !mMessages.ProcessPending()) return false;
     }
 }
 

@@ -15,8 +15,9 @@ public:
         : mMessages(messages), mClock(clock), mIdentity(identity) {}
 
     /// Returns after `milliseconds`, at once for 0 or less. What is pending at the start is processed in any case, what
-    /// arrives later only with `pumpMessages`: timers and forwarded events then run inside.
-    void KWO_Wait(std::int32_t milliseconds, bool pumpMessages);
+    /// arrives later only with `pumpMessages`: timers and forwarded events then run inside. False when the wait was
+    /// given up because the program has been asked to quit.
+    bool KWO_Wait(std::int32_t milliseconds, bool pumpMessages);
 
 private:
     void WaitForInput(std::uint32_t timeoutMs);

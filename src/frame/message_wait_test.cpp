@@ -54,6 +54,22 @@ TEST_F(MessageWaitTest, EndsWhenAMessageTookLongerThanTheWait) {
     EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(5010));
 }
 
+TEST_F(MessageWaitTest, GivesUpWhenTheProgramIsAskedToQuit) {
+    EXPECT_TRUE(wait.KWO_Wait(1000, true));
+    desktop.PostAt(400, [&] { desktop.messages.RequestQuit(); });
+    EXPECT_FALSE(wait.KWO_Wait(1000, true));
+    EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(1400));
+    EXPECT_FALSE(wait.KWO_Wait(1000, true)) << "it is still asked to";
+    EXPECT_FALSE(wait.KWO_Wait(1000, false));
+    EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(1400));
+}
+
+TEST_F(MessageWaitTest, WithoutPumpingARequestToQuitShowsOnlyAtTheStart) {
+    desktop.PostAt(400, [&] { desktop.messages.RequestQuit(); });
+    EXPECT_TRUE(wait.KWO_Wait(1000, false));
+    EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(1000));
+}
+
 TEST(RoundingTest, HalvesGoToTheEvenNeighbour) {
     struct Row {
         std::int64_t scaled, whole;
