@@ -21,7 +21,7 @@ TextView DescriptionOf(RuntimeError error) {
         case RuntimeError::ObjectRequired:
             return u"Object required";
         case RuntimeError::CannotCreateObject:
-            return u"Can't create object";
+            return u"ActiveX component can't create object";
         case RuntimeError::NoSuchMember:
             return u"Object doesn't support this property or method";
     }

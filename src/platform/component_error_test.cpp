@@ -17,12 +17,20 @@ TEST(ComponentErrorTest, RaiseCarriesNumberSourceAndDescription) {
 }
 
 TEST(ComponentErrorTest, RuntimeErrorsCarryTheNumbersAndTextsThatClientsKnow) {
-    try {
-        RaiseRuntime(RuntimeError::NoObjectSet);
-        FAIL() << "nothing was raised";
-    } catch (const ComponentError& error) {
-        EXPECT_EQ(error.number, 91);
-        EXPECT_EQ(error.description, u"Object variable or With block variable not set");
+    struct Row {
+        RuntimeError error;
+        std::int32_t number;
+        TextView description;
+    };
+    for (const Row& row : {Row{RuntimeError::NoObjectSet, 91, u"Object variable or With block variable not set"},
+                           Row{RuntimeError::CannotCreateObject, 429, u"ActiveX component can't create object"}}) {
+        try {
+            RaiseRuntime(row.error);
+            ADD_FAILURE() << "nothing was raised";
+        } catch (const ComponentError& error) {
+            EXPECT_EQ(error.number, row.number);
+            EXPECT_EQ(error.description, row.description);
+        }
     }
 }
 
