@@ -319,6 +319,24 @@ TEST_F(SaveErrorTest, HelpIsKeptInItsPartsAndOverAReplacement) {
     EXPECT_EQ(error.Saved().helpContext, 8);
 }
 
+TEST_F(SaveErrorTest, DescriptionsAndSourcesAreAttachedUpToALength) {
+    constexpr std::size_t kLongest = 8192;
+    error.KWO_SaveError(Current(13, Text(kLongest, u'a')), {.source = Text(kLongest, u'b')});
+    error.KWO_SaveError(Current(13, u"the last one"), {.source = u"Last.Source"});
+    EXPECT_TRUE(error.Saved().description.ends_with(u"a. the last one"));
+    EXPECT_TRUE(error.Saved().source.ends_with(u"b;Last.Source"));
+    const ComponentError full = error.Saved();
+    error.KWO_SaveError(Current(13, u"too much"), {.source = u"Much.Source"});
+    EXPECT_EQ(error.Saved().description, full.description);
+    EXPECT_EQ(error.Saved().source, full.source);
+}
+
+TEST_F(SaveErrorTest, AnEmptyDescriptionIsNotAttached) {
+    error.KWO_SaveError(Current(13, u"one"), {.source = u"s"});
+    error.KWO_SaveError(Current(0, u""), {.source = u"s"});
+    EXPECT_EQ(error.Saved().description, u"one");
+}
+
 TEST_F(SaveErrorTest, ErrorsThatNobodyReplacesDoNotGrowForEver) {
     for (int n = 0; n < 100'000; ++n)
         error.KWO_SaveError(Current(13, u"Type mismatch"), {.source = u"s" + Decimal(n)});
