@@ -8,10 +8,13 @@
 
 namespace kwo::platform::windows {
 
-VersionResource::VersionResource(const std::wstring& path) {
+VersionResource::VersionResource(SystemLibrary& versions, const std::wstring& path) : mVersions(versions) {
+    const auto sizeOf = mVersions.Find<decltype(::GetFileVersionInfoSizeW)>("GetFileVersionInfoSizeW");
+    const auto read = mVersions.Find<decltype(::GetFileVersionInfoW)>("GetFileVersionInfoW");
+    if (sizeOf == nullptr || read == nullptr) return;
     DWORD unused = 0;
-    mData.resize(::GetFileVersionInfoSizeW(path.c_str(), &unused));
-    if (!mData.empty() && !::GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(mData.size()), mData.data())) {
+    mData.resize(sizeOf(path.c_str(), &unused));
+    if (!mData.empty() && !read(path.c_str(), 0, static_cast<DWORD>(mData.size()), mData.data())) {
         mData.clear();
     }
 }
@@ -40,8 +43,9 @@ Text VersionResource::String(const wchar_t* name) const {
 }
 
 const void* VersionResource::Find(const wchar_t* path, unsigned& size) const {
+    const auto query = mVersions.Find<decltype(::VerQueryValueW)>("VerQueryValueW");
     void* found = nullptr;
-    if (mData.empty() || !::VerQueryValueW(mData.data(), path, &found, &size)) return nullptr;
+    if (mData.empty() || query == nullptr || !query(mData.data(), path, &found, &size)) return nullptr;
     return found;
 }
 

@@ -40,17 +40,17 @@ Text WindowsHostApplication::Folder() {
 }
 
 Text WindowsHostApplication::Title() {
-    const Text title = VersionResource(ExecutablePath()).String(L"FileDescription");
+    const Text title = VersionResource(mVersions, ExecutablePath()).String(L"FileDescription");
     return title.empty() ? ExecutableName() : title;
 }
 
 Text WindowsHostApplication::ProductName() {
-    const Text name = VersionResource(ExecutablePath()).String(L"ProductName");
+    const Text name = VersionResource(mVersions, ExecutablePath()).String(L"ProductName");
     return name.empty() ? ExecutableName() : name;
 }
 
 HostApplication::Version WindowsHostApplication::ProgramVersion() {
-    return VersionResource(ExecutablePath()).Number();
+    return VersionResource(mVersions, ExecutablePath()).Number();
 }
 
 Text WindowsHostApplication::ModuleFileName() {

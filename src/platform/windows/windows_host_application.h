@@ -11,8 +11,8 @@ namespace kwo::platform::windows {
 
 class WindowsHostApplication final : public HostApplication {
 public:
-    WindowsHostApplication(HINSTANCE module, LastError& lastError, SystemLibrary& network)
-        : mModule(module), mLastError(lastError), mNetwork(network) {}
+    WindowsHostApplication(HINSTANCE module, LastError& lastError, SystemLibrary& network, SystemLibrary& versions)
+        : mModule(module), mLastError(lastError), mNetwork(network), mVersions(versions) {}
 
     Text ExecutableName() override;
     Text Folder() override;
@@ -38,6 +38,7 @@ private:
     HINSTANCE mModule;
     LastError& mLastError;
     SystemLibrary& mNetwork;
+    SystemLibrary& mVersions;
 };
 
 }  // namespace kwo::platform::windows

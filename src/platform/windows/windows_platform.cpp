@@ -29,13 +29,14 @@ namespace kwo::platform::windows {
 
 struct WindowsPlatform::Parts {
     Parts(HINSTANCE module, ModuleUse& use)
-        : host(module, lastError, network), notificationArea(module, lastError, shell), timers(use) {}
+        : host(module, lastError, network, versions), notificationArea(module, lastError, shell), timers(use) {}
 
     LastError lastError;
     SystemLibrary internet{L"wininet.dll"};
     SystemLibrary network{L"mpr.dll"};
     SystemLibrary counters{L"psapi.dll"};
     SystemLibrary shell{L"shell32.dll"};
+    SystemLibrary versions{L"version.dll"};
     WindowsClock clock{lastError};
     WindowsComponentFactory components;
     WindowsConversions conversions;
