@@ -442,6 +442,77 @@ TEST_F(Registration, AnotherCopysRegistrationStays) {
     EXPECT_EQ(Difference(before, Now()), "");
 }
 
+TEST_F(Registration, AClassThatAnotherVendorServesByAProgramStays) {
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    const std::wstring timer = L"CLSID\\" + ClassIdOf(L"KWOTimer");
+    Drop(timer + L"\\InprocServer32");
+    Put(timer + L"\\LocalServer32", L"", L"C:\\other\\server.exe");
+    const Snapshot before = SnapshotOf(HKEY_CURRENT_USER, Below(timer));
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, SnapshotOf(HKEY_CURRENT_USER, Below(timer))), "");
+    EXPECT_EQ(L"CLSID\\" + ClassIdOf(L"KWOTimer"), timer);
+}
+
+TEST_F(Registration, WhatAnotherVendorPutInPlaceOfOurValuesStays) {
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    const std::wstring marshaler =
+        L"Interface\\" + DescribeServer(mModule).interfaces.front().iid + L"\\ProxyStubClsid32";
+    const std::wstring timer = L"CLSID\\" + ClassIdOf(L"KWOTimer");
+    Put(marshaler, L"", L"{another marshaler}");
+    Put(timer + L"\\ProgID", L"", L"Another.Name");
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(At(marshaler), L"{another marshaler}");
+    EXPECT_EQ(At(timer + L"\\ProgID"), L"Another.Name");
+    EXPECT_FALSE(Has(timer + L"\\InprocServer32"));
+}
+
+TEST_F(Registration, AProgrammaticIdentifierTakenFromAnotherVendorIsGivenBack) {
+    Put(L"KWOUtil.KWOTimer", L"", L"Another timer");
+    Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{another class}");
+    Put(L"KWOUtil.KWOTimer\\CurVer", L"", L"KWOUtil.KWOTimer.3");
+    Put(L"KWOUtil.KWOPicBtn\\CLSID", L"", L"{a class without a description}");
+    const Snapshot before = Now();
+
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    EXPECT_NE(ClassIdOf(L"KWOTimer"), L"{another class}");
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
+TEST_F(Registration, AProgrammaticIdentifierThatAnotherVendorTookOverStays) {
+    Put(L"KWOUtil.KWOTimer", L"", L"Another timer");
+    Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{another class}");
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    Put(L"KWOUtil.KWOTimer", L"", L"A later timer");
+    Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{a later class}");
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer"), L"A later timer");
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer\\CLSID"), L"{a later class}");
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer\\CLSID", L"Replaced"), L"(none)");
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer", L"Replaced"), L"(none)");
+}
+
+TEST_F(Registration, FailureWhileTakingAnIdentifierOverOrGivingItBackChangesNothing) {
+    MemoryStore memory;
+    memory.keys[kClasses];
+    memory.keys[Below(L"KWOUtil.KWOTimer")][L""] = L"Another timer";
+    memory.keys[Below(L"KWOUtil.KWOTimer\\CLSID")][L""] = L"{another class}";
+    const auto before = memory.keys;
+
+    FailAtEveryCall(memory, [&](RegistrationStore& store) { return Register(mModule, store, kClasses); });
+    FailAtEveryCall(memory, [&](RegistrationStore& store) { return Unregister(mModule, store, kClasses); });
+
+    EXPECT_TRUE(memory.keys == before);
+}
+
 TEST_F(Registration, ThePathIsComparedWithoutCase) {
     const Snapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);

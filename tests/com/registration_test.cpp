@@ -209,8 +209,18 @@ TEST_F(Registration, PerUserWritesWhatMachineWideWrites) {
     }
 }
 
-TEST_F(Registration, AnyOtherCommandLineIsForTheWholeComputer) {
-    for (const wchar_t* commandLine : {L"", L"machine", static_cast<const wchar_t*>(nullptr)}) {
+TEST_F(Registration, AnUnknownWordIsRefusedAndChangesNothing) {
+    for (const wchar_t* commandLine : {L"users", L"usr", L"user ", L"/user", L"all", L" "}) {
+        EXPECT_EQ(Hex(E_INVALIDARG), Hex(mLibrary.Install(true, commandLine))) << Narrow(commandLine);
+        EXPECT_EQ(Hex(E_INVALIDARG), Hex(mLibrary.Install(false, commandLine))) << Narrow(commandLine);
+    }
+
+    ExpectSame(theMachine, MachineClasses());
+    ExpectSame(theUser, UserClasses());
+}
+
+TEST_F(Registration, WithoutAWordItIsForTheWholeComputer) {
+    for (const wchar_t* commandLine : {L"", L"machine", L"Machine", static_cast<const wchar_t*>(nullptr)}) {
         CLSID id = {};
         EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, commandLine)));
         EXPECT_EQ(Hex(S_OK), Hex(CLSIDFromProgID(L"KWOUtil.KWOTimer", &id)));

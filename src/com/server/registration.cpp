@@ -14,6 +14,8 @@ namespace {
 constexpr wchar_t kClassesKey[] = L"Software\\Classes";
 /// Which of the keys that all software shares did not exist before us, so that they can go again.
 constexpr wchar_t kKeysMade[] = L"KeysMade";
+/// The class that a programmatic identifier named before it named ours.
+constexpr wchar_t kReplaced[] = L"Replaced";
 
 struct Value {
     std::wstring name;
@@ -55,6 +57,13 @@ public:
     [[nodiscard]] std::wstring ModulePathKey(const ServerDescription::Class& one) const {
         return ClassPath(one) + L"\\InprocServer32";
     }
+    /// Where another vendor's server of the same class would run as a program of its own.
+    [[nodiscard]] std::wstring ProgramPathKey(const ServerDescription::Class& one) const {
+        return ClassPath(one) + L"\\LocalServer32";
+    }
+    [[nodiscard]] std::wstring ProgIdClassKey(const ServerDescription::Class& one) const {
+        return Path(one.progId) + L"\\CLSID";
+    }
     [[nodiscard]] std::wstring InterfacePath(const ServerDescription::Interface& one) const {
         return Path(L"Interface\\" + one.iid);
     }
@@ -88,8 +97,7 @@ public:
                 {key + L"\\Version", {{L"", mServer.version}}}};
     }
     [[nodiscard]] std::vector<Key> ProgIdKeys(const ServerDescription::Class& one) const {
-        const std::wstring key = Path(one.progId);
-        return {{key, {{L"", one.progId}}}, {key + L"\\CLSID", {{L"", one.clsid}}}};
+        return {{Path(one.progId), {{L"", one.progId}}}, {ProgIdClassKey(one), {{L"", one.clsid}}}};
     }
 
 private:
@@ -140,10 +148,14 @@ std::wstring TextAt(RegistrationStore& store, const std::wstring& path, const st
     return store.GetValue(path, name, value) == ERROR_SUCCESS ? value.Text() : L"";
 }
 
+/// As the registry and the file system compare: without case.
+bool AreSame(const std::wstring& one, const std::wstring& other) {
+    return CompareStringOrdinal(one.c_str(), -1, other.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
 /// Whether a registration names this file, or none: then it is the rest of one that was damaged.
 bool OursOrNobodys(const std::wstring& registered, const ServerDescription& server) {
-    return registered.empty() ||
-           CompareStringOrdinal(registered.c_str(), -1, server.modulePath.c_str(), -1, TRUE) == CSTR_EQUAL;
+    return registered.empty() || AreSame(registered, server.modulePath);
 }
 
 void Write(RegistryChanges& changes, const std::vector<Key>& keys) {
@@ -165,24 +177,59 @@ void RecordKeysMade(RegistryChanges& changes, RegistrationStore& store, const La
     changes.SetValue(layout.VersionPath(), kKeysMade, StoredValue::OfText(JoinRecord(made)));
 }
 
-/// The listed values go, then each key that has nothing else in it.
-void Remove(RegistryChanges& changes, const std::vector<Key>& keys) {
+/// The listed values go where they are as they were written, then each key that has nothing else in it.
+void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vector<Key>& keys) {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
-        for (const Value& value : key->values)
-            changes.DeleteValue(key->path, value.name);
+        for (const Value& value : key->values) {
+            if (AreSame(TextAt(store, key->path, value.name), value.text)) changes.DeleteValue(key->path, value.name);
+        }
         changes.DeleteKeyIfEmpty(key->path);
+    }
+}
+
+/// A class of another vendor's that had the programmatic identifier before gets it back when ours goes.
+void RememberReplaced(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
+                      const ServerDescription::Class& one) {
+    const std::wstring before = TextAt(store, layout.ProgIdClassKey(one));
+    if (before.empty() || AreSame(before, one.clsid)) return;
+    changes.SetValue(layout.ProgIdClassKey(one), kReplaced, StoredValue::OfText(before));
+    const std::wstring text = TextAt(store, layout.Path(one.progId));
+    changes.SetValue(layout.Path(one.progId), kReplaced, StoredValue::OfText(text));
+}
+
+void RestoreReplaced(RegistryChanges& changes, RegistrationStore& store, const std::wstring& key) {
+    StoredValue before;
+    if (store.GetValue(key, kReplaced, before) != ERROR_SUCCESS) return;
+    if (before.Text().empty()) {
+        changes.DeleteValue(key, L"");
+    } else {
+        changes.SetValue(key, L"", before);
+    }
+    changes.DeleteValue(key, kReplaced);
+}
+
+/// What another class has taken over by now stays as it is.
+void RemoveProgId(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
+                  const ServerDescription::Class& one) {
+    const std::wstring classKey = layout.ProgIdClassKey(one);
+    if (!AreSame(TextAt(store, classKey), one.clsid)) {
+        changes.DeleteValue(classKey, kReplaced);
+        changes.DeleteValue(layout.Path(one.progId), kReplaced);
+    } else if (TextAt(store, classKey, kReplaced).empty()) {
+        Remove(changes, store, layout.ProgIdKeys(one));
+    } else {
+        RestoreReplaced(changes, store, classKey);
+        RestoreReplaced(changes, store, layout.Path(one.progId));
     }
 }
 
 void RemoveClasses(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
     for (const ServerDescription::Class& one : layout.Server().classes) {
         if (!OursOrNobodys(TextAt(store, layout.ModulePathKey(one)), layout.Server())) continue;
-        Remove(changes, layout.ClassKeys(one));
+        if (!TextAt(store, layout.ProgramPathKey(one)).empty()) continue;
+        Remove(changes, store, layout.ClassKeys(one));
         // The programmatic identifier serves both bitnesses.
-        const bool inUse = store.OtherBitnessHas(layout.ModulePathKey(one));
-        if (!inUse && TextAt(store, layout.Path(one.progId) + L"\\CLSID") == one.clsid) {
-            Remove(changes, layout.ProgIdKeys(one));
-        }
+        if (!store.OtherBitnessHas(layout.ModulePathKey(one))) RemoveProgId(changes, store, layout, one);
     }
 }
 
@@ -191,7 +238,7 @@ void RemoveInterfaces(RegistryChanges& changes, RegistrationStore& store, const 
         const std::wstring library = layout.InterfacePath(one) + L"\\TypeLib";
         const bool ours = TextAt(store, library) == layout.Server().libraryId &&
                           TextAt(store, library, L"Version") == layout.Server().version;
-        if (ours) Remove(changes, layout.InterfaceKeys(one));
+        if (ours) Remove(changes, store, layout.InterfaceKeys(one));
     }
 }
 
@@ -204,12 +251,12 @@ bool IsMissing(RegistrationStore& store, const std::wstring& path) {
 /// made and nobody uses.
 void RemoveLibrary(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
     const std::vector<std::wstring> made = SplitRecord(TextAt(store, layout.VersionPath(), kKeysMade));
-    Remove(changes, layout.PlatformKeys());
+    Remove(changes, store, layout.PlatformKeys());
     changes.DeleteKeyIfEmpty(layout.LocalePath());
     const bool last = IsMissing(store, layout.LocalePath());
     if (last) {
         changes.DeleteValue(layout.VersionPath(), kKeysMade);
-        Remove(changes, layout.LibraryKeys());
+        Remove(changes, store, layout.LibraryKeys());
     }
 
     std::vector<std::wstring> left = made;
@@ -253,6 +300,7 @@ HRESULT Register(HINSTANCE module, RegistrationStore& store, const std::wstring&
             Write(changes, layout.InterfaceKeys(one));
         for (const auto& one : layout.Server().classes) {
             Write(changes, layout.ClassKeys(one));
+            RememberReplaced(changes, store, layout, one);
             Write(changes, layout.ProgIdKeys(one));
         }
         RecordKeysMade(changes, store, layout);

@@ -14,7 +14,8 @@ enum class Scope {
 };
 
 /// Makes the classes of the type library inside `module` known to the system. A registration that fails takes back
-/// everything it did and gives the reason.
+/// everything it did and gives the reason. A programmatic identifier that names another vendor's class is taken over;
+/// the other class gets it back when ours is unregistered.
 HRESULT Register(HINSTANCE module, Scope scope) noexcept;
 
 /// Removes what Register wrote for this very file and leaves everything else: another copy's registration, another

@@ -4,6 +4,8 @@
 
 #include <olectl.h>
 
+#include <optional>
+
 #include "com/server/module.h"
 #include "com/server/registration.h"
 
@@ -11,9 +13,15 @@ using kwo::com::ThisModule;
 
 namespace {
 
-kwo::com::Scope ScopeOf(LPCWSTR commandLine) {
-    const bool user = commandLine != nullptr && CompareStringOrdinal(commandLine, -1, L"user", -1, TRUE) == CSTR_EQUAL;
-    return user ? kwo::com::Scope::kUser : kwo::com::Scope::kMachine;
+/// Nothing for a word that is not known: a slip of the pen must not register for everyone.
+std::optional<kwo::com::Scope> ScopeOf(LPCWSTR commandLine) {
+    if (commandLine == nullptr || *commandLine == L'\0') return kwo::com::Scope::kMachine;
+    const auto is = [commandLine](LPCWSTR word) {
+        return CompareStringOrdinal(commandLine, -1, word, -1, TRUE) == CSTR_EQUAL;
+    };
+    if (is(L"user")) return kwo::com::Scope::kUser;
+    if (is(L"machine")) return kwo::com::Scope::kMachine;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -26,8 +34,10 @@ STDAPI DllUnregisterServer() {
     return kwo::com::Unregister(ThisModule(), kwo::com::Scope::kMachine);
 }
 
-/// regsvr32 /n /i:user registers for the caller alone, which takes no rights; any other text is for the whole computer.
+/// regsvr32 /n /i:user registers for the caller alone, which takes no rights; /i:machine and /i are for the whole
+/// computer.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {
-    const kwo::com::Scope scope = ScopeOf(commandLine);
-    return install != FALSE ? kwo::com::Register(ThisModule(), scope) : kwo::com::Unregister(ThisModule(), scope);
+    const std::optional<kwo::com::Scope> scope = ScopeOf(commandLine);
+    if (!scope) return E_INVALIDARG;
+    return install != FALSE ? kwo::com::Register(ThisModule(), *scope) : kwo::com::Unregister(ThisModule(), *scope);
 }
