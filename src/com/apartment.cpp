@@ -1,9 +1,10 @@
 #include "com/apartment.h"
 
-#include <algorithm>
 #include <mutex>
+#include <utility>
 
 #include "com/server/module.h"
+#include "com/server/runtime.h"
 
 namespace kwo::com {
 
@@ -16,49 +17,53 @@ public:
     void End() noexcept override { Module::Instance().Unlock(); }
 };
 
-platform::windows::ModuleUse& Use() {
-    static LocksModule use;
-    return use;
-}
+constinit LocksModule gUse;
+constinit Apartments gApartments;
 
 }  // namespace
 
+struct Apartments::Entry {
+    std::shared_ptr<Apartment> apartment;
+    Entry* next = nullptr;
+};
+
 Apartments& Apartments::Instance() {
-    static Apartments apartments;
-    return apartments;
-}
-
-void Apartments::Attach() {
-    mSlot = ::TlsAlloc();
-}
-
-void Apartments::Detach() {
-    for (const auto& apartment : mApartments)
-        apartment->platform.StopTimers();
-    mApartments.clear();
-    if (mSlot != TLS_OUT_OF_INDEXES) ::TlsFree(mSlot);
-    mSlot = TLS_OUT_OF_INDEXES;
-}
-
-void Apartments::ThreadEnded() {
-    if (mSlot == TLS_OUT_OF_INDEXES) return;
-    auto* const ended = static_cast<Apartment*>(::TlsGetValue(mSlot));
-    if (ended == nullptr) return;
-    ::TlsSetValue(mSlot, nullptr);
-    ended->platform.StopTimers();
-    const std::lock_guard guard(mLock);
-    std::erase_if(mApartments, [ended](const auto& apartment) { return apartment.get() == ended; });
+    return gApartments;
 }
 
 std::shared_ptr<Apartment> Apartments::Current() {
-    auto* const known = static_cast<Apartment*>(::TlsGetValue(mSlot));
+    if (const auto* const known = static_cast<Entry*>(ThreadValue())) return known->apartment;
+    auto made = std::make_unique<Entry>(Entry{std::make_shared<Apartment>(ThisModule(), gUse)});
+    ThreadValue() = made.get();
     const std::lock_guard guard(mLock);
-    if (known != nullptr) {
-        return *std::ranges::find_if(mApartments, [known](const auto& apartment) { return apartment.get() == known; });
-    }
-    const auto& made = mApartments.emplace_back(std::make_shared<Apartment>(ThisModule(), Use()));
-    ::TlsSetValue(mSlot, made.get());
-    return made;
+    made->next = mFirst;
+    mFirst = made.release();
+    return mFirst->apartment;
+}
+
+void Apartments::ThreadEnded() noexcept {
+    const std::unique_ptr<Entry> ended(static_cast<Entry*>(std::exchange(ThreadValue(), nullptr)));
+    if (!ended) return;
+    TakeOut(*ended);
+    ended->apartment->platform.StopTimers();
+}
+
+void Apartments::EndAll() noexcept {
+    while (const std::unique_ptr<Entry> ended{TakeFirst()})
+        ended->apartment->platform.StopTimers();
+}
+
+Apartments::Entry* Apartments::TakeFirst() noexcept {
+    const std::lock_guard guard(mLock);
+    return mFirst == nullptr ? nullptr : std::exchange(mFirst, mFirst->next);
+}
+
+void Apartments::TakeOut(const Entry& entry) noexcept {
+    const std::lock_guard guard(mLock);
+    Entry** place = &mFirst;
+    while (*place != &entry)
+        place = &(*place)->next;
+    *place = entry.next;
 }
 
 }  // namespace kwo::com

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <memory>
-#include <vector>
 
 #include "frame/component.h"
 #include "platform/windows/lock.h"
@@ -20,24 +19,29 @@ struct Apartment {
     frame::Component component;
 };
 
-/// The apartments that use the loaded DLL.
+/// The apartments that use the loaded DLL. Ready before anything runs, and never ended as an object: at the end of the
+/// process they stay as they are.
 class Apartments {
 public:
     static Apartments& Instance();
 
-    /// The DLL is loaded.
-    void Attach();
-    /// It is unloaded while the process goes on.
-    void Detach();
-    void ThreadEnded();
+    constexpr Apartments() = default;
 
     /// The calling thread's apartment, made at its first object and kept until the thread ends or the DLL goes.
     std::shared_ptr<Apartment> Current();
+    void ThreadEnded() noexcept;
+    /// The DLL is unloaded while the process goes on.
+    void EndAll() noexcept;
 
 private:
-    DWORD mSlot = TLS_OUT_OF_INDEXES;
+    /// One per thread, in a list; the thread's own value leads to it.
+    struct Entry;
+
+    Entry* TakeFirst() noexcept;
+    void TakeOut(const Entry& entry) noexcept;
+
     platform::windows::Lock mLock;
-    std::vector<std::shared_ptr<Apartment>> mApartments;
+    Entry* mFirst = nullptr;
 };
 
 }  // namespace kwo::com

@@ -25,12 +25,12 @@ public:
 }  // namespace
 
 ClassInfo& TimerCallbackInfo() {
-    static ClassInfo info(CLSID_IKWOTimer, IID__IKWOTimer, nullptr, u"IKWOTimer", kTimerMembers);
+    static constinit ClassInfo info(CLSID_IKWOTimer, IID__IKWOTimer, nullptr, u"IKWOTimer", kTimerMembers);
     return info;
 }
 
 ClassInfo& AlarmCallbackInfo() {
-    static ClassInfo info(CLSID_IKWOAlarm, IID__IKWOAlarm, nullptr, u"IKWOAlarm", kAlarmMembers);
+    static constinit ClassInfo info(CLSID_IKWOAlarm, IID__IKWOAlarm, nullptr, u"IKWOAlarm", kAlarmMembers);
     return info;
 }
 

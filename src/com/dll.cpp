@@ -1,30 +1,30 @@
-// What the system asks of the DLL as a whole.
-
-#include <array>
+// What the system asks of this DLL in particular.
 
 #include "com/apartment.h"
 #include "com/class_objects.h"
+#include "com/server/module.h"
 
 namespace kwo::com {
 
-std::span<const ClassEntry> Classes() {
-    static const std::array classes = {
-        RegistryClass(),  UtilityClass(),       SplitterVClass(),     PicBtnClass(),
-        SysParamsClass(), SysTrayClass(),       SysMetricsClass(),    MonthViewClass(),
-        TimerClass(),     TimerCallbackClass(), AlarmCallbackClass(),
-    };
-    return classes;
+namespace {
+
+constexpr ClassSource kClasses[] = {
+    RegistryClass,   UtilityClass,   SplitterVClass, PicBtnClass,        SysParamsClass,     SysTrayClass,
+    SysMetricsClass, MonthViewClass, TimerClass,     TimerCallbackClass, AlarmCallbackClass,
+};
+
+}  // namespace
+
+std::span<const ClassSource> Classes() {
+    return kClasses;
+}
+
+void OnThreadEnd() noexcept {
+    Apartments::Instance().ThreadEnded();
+}
+
+void OnUnload() noexcept {
+    Apartments::Instance().EndAll();
 }
 
 }  // namespace kwo::com
-
-using kwo::com::Apartments;
-
-extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void* processEnds) {
-    Apartments& apartments = Apartments::Instance();
-    if (reason == DLL_PROCESS_ATTACH) apartments.Attach();
-    if (reason == DLL_THREAD_DETACH) apartments.ThreadEnded();
-    // When the process ends its other threads are gone already, whatever they held.
-    if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) apartments.Detach();
-    return TRUE;
-}

@@ -43,12 +43,9 @@ protected:
 
     /// What the DLL's entry point and its host do otherwise.
     struct Attached {
-        Attached() {
-            ::CoInitialize(nullptr);
-            Apartments::Instance().Attach();
-        }
+        Attached() { ::CoInitialize(nullptr); }
         ~Attached() {
-            Apartments::Instance().Detach();
+            Apartments::Instance().ThreadEnded();
             ::CoUninitialize();
         }
         Attached(const Attached&) = delete;

@@ -58,7 +58,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWOMonthView, IID__KWOMonthView, nullptr, u"KWOMonthView", kMembers);
+    static constinit ClassInfo info(CLSID_KWOMonthView, IID__KWOMonthView, nullptr, u"KWOMonthView", kMembers);
     return info;
 }
 

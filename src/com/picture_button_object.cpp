@@ -31,7 +31,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWOPicBtn, IID__KWOPicBtn, nullptr, u"KWOPicBtn", kMembers);
+    static constinit ClassInfo info(CLSID_KWOPicBtn, IID__KWOPicBtn, nullptr, u"KWOPicBtn", kMembers);
     return info;
 }
 

@@ -17,7 +17,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWORegistry, IID__KWORegistry, nullptr, u"KWORegistry", kMembers);
+    static constinit ClassInfo info(CLSID_KWORegistry, IID__KWORegistry, nullptr, u"KWORegistry", kMembers);
     return info;
 }
 

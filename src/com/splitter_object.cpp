@@ -20,7 +20,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWOSplitterV, IID__KWOSplitterV, nullptr, u"KWOSplitterV", kMembers);
+    static constinit ClassInfo info(CLSID_KWOSplitterV, IID__KWOSplitterV, nullptr, u"KWOSplitterV", kMembers);
     return info;
 }
 

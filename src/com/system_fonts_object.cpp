@@ -15,7 +15,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWOSysParams, IID__KWOSysParams, nullptr, u"KWOSysParams", kMembers);
+    static constinit ClassInfo info(CLSID_KWOSysParams, IID__KWOSysParams, nullptr, u"KWOSysParams", kMembers);
     return info;
 }
 

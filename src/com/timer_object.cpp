@@ -29,7 +29,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, &DIID___KWOTimer, u"KWOTimer", kMembers);
+    static constinit ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, &DIID___KWOTimer, u"KWOTimer", kMembers);
     return info;
 }
 

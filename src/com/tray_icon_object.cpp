@@ -22,7 +22,7 @@ constexpr MemberThunk kMembers[] = {
 };
 
 ClassInfo& Info() {
-    static ClassInfo info(CLSID_KWOSysTray, IID__KWOSysTray, nullptr, u"KWOSysTray", kMembers);
+    static constinit ClassInfo info(CLSID_KWOSysTray, IID__KWOSysTray, nullptr, u"KWOSysTray", kMembers);
     return info;
 }
 

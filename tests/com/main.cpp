@@ -1,7 +1,9 @@
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "process_end.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace kwo::com_test {
 namespace {
@@ -35,6 +37,9 @@ public:
 }  // namespace kwo::com_test
 
 int main(int count, char** arguments) {
+    if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kEndWithAnArmedTimer) == 0) {
+        return kwo::com_test::EndWithAnArmedTimer();
+    }
     // Sizes as they are, whatever the display's density.
     SetProcessDPIAware();
     ::testing::InitGoogleTest(&count, arguments);

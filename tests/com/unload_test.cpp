@@ -222,6 +222,29 @@ TEST_F(Unloading, AHundredRoundsOfLoadingAndUseLeaveNoHandleBehind) {
     EXPECT_LT(after, before + 20);
 }
 
+TEST_F(Unloading, AThreadThatIsOlderThanTheDllUsesItToo) {
+    const CLSID id = ClassIdOf(L"KWOTimer");
+    const HANDLE loaded = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    const Library* library = nullptr;
+    Thread older([&] {
+        WaitForSingleObject(loaded, INFINITE);
+        CoInitialize(nullptr);
+        for (int round = 0; round < 3; ++round) {
+            const ComPtr<IDispatch> timer = Make(*library, id);
+            EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(Call(timer.Get(), L"AddAlarm", {Var::Date(1e300), 7}).status));
+        }
+        CoUninitialize();
+    });
+    const Library mine;
+    library = &mine;
+    SetEvent(loaded);
+    older.Join();
+    CloseHandle(loaded);
+    SetErrorInfo(0, nullptr);
+
+    EXPECT_EQ(Hex(S_OK), Hex(mine.CanUnloadNow()));
+}
+
 TEST_F(Unloading, TheSystemLetsAnUnusedDllGo) {
     ComPtr<IDispatch> object = Create(L"KWORegistry");
     ASSERT_TRUE(object);

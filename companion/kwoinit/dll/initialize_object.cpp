@@ -1,4 +1,3 @@
-#include <array>
 #include <optional>
 
 #include "com/server/automation_object.h"
@@ -20,7 +19,7 @@ constexpr com::MemberThunk kMembers[] = {com::Member<&_KWOInitialize::KWO_MsgTab
                                          com::Member<&_KWOInitialize::KWO_MsgTableLoad>};
 
 com::ClassInfo& Info() {
-    static com::ClassInfo info(CLSID_KWOInitialize, IID__KWOInitialize, nullptr, u"KWOInitialize", kMembers);
+    static constinit com::ClassInfo info(CLSID_KWOInitialize, IID__KWOInitialize, nullptr, u"KWOInitialize", kMembers);
     return info;
 }
 
@@ -86,8 +85,23 @@ private:
 
 }  // namespace kwo::kwoinit
 
-std::span<const kwo::com::ClassEntry> kwo::com::Classes() {
-    static const std::array classes = {
-        ClassEntry{CLSID_KWOInitialize, u"KWOInitialize", &Make<kwoinit::InitializeObject>}};
-    return classes;
+namespace kwo::com {
+
+namespace {
+
+ClassEntry InitializeClass() {
+    return {CLSID_KWOInitialize, u"KWOInitialize", &Make<kwoinit::InitializeObject>};
 }
+
+constexpr ClassSource kClasses[] = {InitializeClass};
+
+}  // namespace
+
+std::span<const ClassSource> Classes() {
+    return kClasses;
+}
+
+void OnThreadEnd() noexcept {}
+void OnUnload() noexcept {}
+
+}  // namespace kwo::com

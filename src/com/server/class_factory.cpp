@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    const ClassEntry& mEntry;
+    const ClassEntry mEntry;
     ModuleLock mModuleLock;
     std::atomic<ULONG> mReferences = 1;
 };
@@ -66,7 +66,8 @@ using kwo::com::Module;
 STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    for (const ClassEntry& entry : kwo::com::Classes()) {
+    for (const kwo::com::ClassSource entryOf : kwo::com::Classes()) {
+        const ClassEntry entry = entryOf();
         if (entry.classId != classId) continue;
         auto* const made = new (std::nothrow) kwo::com::ClassObject(entry);
         if (made == nullptr) return E_OUTOFMEMORY;

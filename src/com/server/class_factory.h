@@ -15,9 +15,10 @@ struct ClassEntry {
     TextView name;
     HRESULT (*make)(REFIID interfaceId, void** object);  ///< may raise
 };
+using ClassSource = ClassEntry (*)();
 
 /// The classes of this DLL, for as long as it is loaded. Each DLL defines it for itself.
-std::span<const ClassEntry> Classes();
+std::span<const ClassSource> Classes();
 
 /// A new object, as the interface asked for. Raises what its constructor raises.
 template <class Object>

@@ -2,9 +2,11 @@
 
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "com/server/module.h"
 #include "platform/component_error.h"
+#include "platform/windows/lock.h"
 
 namespace kwo::com {
 
@@ -22,6 +24,10 @@ std::wstring ModulePath() {
     }
 }
 
+/// Guards all tables, and the list of the classes that have one: apartments may create their first objects at once.
+constinit platform::windows::Lock gLock;
+constinit ClassInfo* gFirstWithTable = nullptr;
+
 /// From the DLL itself, so that it works unregistered and never meets another version's.
 HRESULT LoadOwnTypeLib(ITypeLib** library) {
     return ::LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, library);
@@ -30,16 +36,24 @@ HRESULT LoadOwnTypeLib(ITypeLib** library) {
 }  // namespace
 
 const DispatchTable& ClassInfo::Table() {
-    const std::lock_guard guard(mLock);
-    if (!mTable) {
+    const std::lock_guard guard(gLock);
+    if (mTable == nullptr) {
         ComPtr<ITypeLib> library;
         ComPtr<ITypeInfo> info;
         HRESULT result = LoadOwnTypeLib(library.Out());
         if (SUCCEEDED(result)) result = library->GetTypeInfoOfGuid(interfaceId, info.Out());
         if (FAILED(result)) platform::Raise(result, name, u"The type library of the component cannot be read");
-        mTable = std::make_unique<DispatchTable>(std::move(info), mMembers);
+        mTable = new DispatchTable(std::move(info), mMembers);
+        mNextWithTable = std::exchange(gFirstWithTable, this);
     }
     return *mTable;
+}
+
+void ClassInfo::ForgetTables() noexcept {
+    while (gFirstWithTable != nullptr) {
+        ClassInfo& last = *std::exchange(gFirstWithTable, gFirstWithTable->mNextWithTable);
+        delete std::exchange(last.mTable, nullptr);
+    }
 }
 
 HRESULT ClassInfo::CoClass(ITypeInfo** info) const noexcept {

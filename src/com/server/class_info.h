@@ -2,20 +2,18 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <span>
 
 #include "com/server/dispatch_table.h"
 #include "com/server/member_list.h"
-#include "platform/windows/lock.h"
 
 namespace kwo::com {
 
-/// What is the same for all objects of one class. One static object per class.
+/// What is the same for all objects of one class. One static object per class, ready before anything runs.
 class ClassInfo {
 public:
-    ClassInfo(const CLSID& ofClass, const IID& ofInterface, const IID* ofSource, TextView className,
-              std::span<const MemberThunk> members)
+    constexpr ClassInfo(const CLSID& ofClass, const IID& ofInterface, const IID* ofSource, TextView className,
+                        std::span<const MemberThunk> members)
         : classId(ofClass), interfaceId(ofInterface), sourceId(ofSource), name(className), mMembers(members) {}
 
     const CLSID& classId;
@@ -28,10 +26,13 @@ public:
     /// The class itself as the type library describes it.
     HRESULT CoClass(ITypeInfo** info) const noexcept;
 
+    /// Lets the tables of all classes go. No object is left.
+    static void ForgetTables() noexcept;
+
 private:
     std::span<const MemberThunk> mMembers;
-    platform::windows::Lock mLock;  ///< of different apartments' first objects
-    std::unique_ptr<DispatchTable> mTable;
+    DispatchTable* mTable = nullptr;
+    ClassInfo* mNextWithTable = nullptr;
 };
 
 }  // namespace kwo::com

@@ -5,13 +5,18 @@ extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace kwo::com {
 
+namespace {
+
+constinit Module gModule;
+
+}  // namespace
+
 HINSTANCE ThisModule() {
     return reinterpret_cast<HINSTANCE>(&__ImageBase);
 }
 
 Module& Module::Instance() {
-    static Module module;
-    return module;
+    return gModule;
 }
 
 }  // namespace kwo::com

@@ -22,6 +22,12 @@ private:
     std::atomic<long> mLocks = 0;
 };
 
+/// What each DLL does, besides what all of ours do, when a thread of the process has ended.
+void OnThreadEnd() noexcept;
+/// The same when the DLL is unloaded and the process goes on. At the end of the process nobody is told: its other
+/// threads are gone by then, whatever they held, and the system takes back everything.
+void OnUnload() noexcept;
+
 /// Keeps the DLL loaded for as long as it lives.
 class ModuleLock {
 public:

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <set>
+#include <windows.h>
+
+#include <map>
 
 #include "platform/timer_service.h"
 #include "platform/windows/module_use.h"
@@ -10,8 +12,8 @@ namespace kwo::platform::windows {
 /// Timers of the calling thread. The module counts as used from the start of a timer to its end, and while one calls.
 class WindowsTimerService final : public TimerService {
 public:
-    explicit WindowsTimerService(ModuleUse& use) : mUse(use) {}
-    ~WindowsTimerService() override { StopAll(); }
+    explicit WindowsTimerService(ModuleUse& use);
+    ~WindowsTimerService() override;
     WindowsTimerService(const WindowsTimerService&) = delete;
     WindowsTimerService& operator=(const WindowsTimerService&) = delete;
 
@@ -20,8 +22,13 @@ public:
     void StopAll();
 
 private:
+    static void CALLBACK Fire(HWND, UINT, UINT_PTR timerId, DWORD);
+    TimerHandler* HandlerOf(std::int32_t timerId) const;
+
     ModuleUse& mUse;
-    std::set<std::int32_t> mRunning;
+    DWORD mThread;
+    WindowsTimerService* mNext = nullptr;
+    std::map<std::int32_t, TimerHandler*> mRunning;
 };
 
 }  // namespace kwo::platform::windows
