@@ -1,6 +1,8 @@
 # Writes the side-by-side manifest from the IDL file, so that a host finds the classes without registration:
 #
-#   cmake -D IDL=kwoutil.idl -D BITS=64 -D OUTPUT=KWOUtil.X.manifest -P make_manifest.cmake
+#   cmake -D IDL=kwoutil.idl -D BITS=64 -D VERSION=4.5.0.0 -D OUTPUT=KWOUtil.X.manifest -P make_manifest.cmake
+#
+# VERSION is the assembly's, the same for all assemblies of one release; a type library has its own.
 #
 # It reads only the attribute lists in front of library, interface, dispinterface and coclass, and stops the build when
 # an identifier stands anywhere else: a class that is missing here would only be missed by a user.
@@ -66,7 +68,7 @@ else()
 endif()
 file(WRITE "${OUTPUT}" "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>
 <assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">
-    <assemblyIdentity type=\"win32\" name=\"${library_name}.X\" version=\"${version}.0.0\" processorArchitecture=\"${architecture}\"/>
+    <assemblyIdentity type=\"win32\" name=\"${library_name}.X\" version=\"${VERSION}\" processorArchitecture=\"${architecture}\"/>
     <file name=\"${library_name}.dll\">
         <typelib tlbid=\"${library_guid}\" version=\"${version}\" helpdir=\"\"/>
 ${classes}    </file>

@@ -6,7 +6,8 @@ function(kwo_make_manifest variable idl name)
   set(maker ${PROJECT_SOURCE_DIR}/cmake/make_manifest.cmake)
   add_custom_command(
     OUTPUT ${manifest}
-    COMMAND ${CMAKE_COMMAND} -D "IDL=${source}" -D "BITS=${KWO_BITS}" -D "OUTPUT=${manifest}" -P ${maker}
+    COMMAND ${CMAKE_COMMAND} -D "IDL=${source}" -D "BITS=${KWO_BITS}" -D "VERSION=${PROJECT_VERSION}.0"
+            -D "OUTPUT=${manifest}" -P ${maker}
     DEPENDS ${source} ${maker}
     COMMENT "Manifest ${name}.X"
     VERBATIM)

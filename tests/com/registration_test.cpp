@@ -2,7 +2,9 @@
 #include "dll_under_test.h"
 #include "type_library_dump.h"
 
+#include <cstdio>
 #include <map>
+#include <string>
 
 namespace kwo::com_test {
 namespace {
@@ -365,6 +367,61 @@ TEST_F(RegistrationFree, AClassAnswersByName) {
     ASSERT_TRUE(registry);
 
     EXPECT_EQ(Hex(S_OK), Hex(Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
+}
+
+/// The manifest that the README shows, for this bitness, as a file beside the DLLs.
+class ClientManifest {
+public:
+    ClientManifest() {
+        std::string text = ReadReadme();
+        text = text.substr(text.find("```xml") + 7);
+        text.resize(text.find("```"));
+        for (std::size_t at = text.find("amd64"); sizeof(void*) == 4 && at != std::string::npos;
+             at = text.find("amd64"))
+            text.replace(at, 5, "x86");
+        if (FILE* const file = _wfopen(path.c_str(), L"wb")) {
+            std::fwrite(text.data(), 1, text.size(), file);
+            std::fclose(file);
+        }
+    }
+    ClientManifest(const ClientManifest&) = delete;
+    ClientManifest& operator=(const ClientManifest&) = delete;
+    ~ClientManifest() { DeleteFileW(path.c_str()); }
+
+    const std::wstring path = DistFolder() + L"\\client.manifest";
+
+private:
+    static std::string ReadReadme() {
+        std::string text;
+        // Wine's drive Z is the root of the system that it runs on.
+        const std::string name = KWO_README;
+        FILE* const file = std::fopen((name.starts_with('/') ? "Z:" + name : name).c_str(), "rb");
+        for (int c = file != nullptr ? std::fgetc(file) : EOF; c != EOF; c = std::fgetc(file))
+            text += static_cast<char>(c);
+        if (file != nullptr) std::fclose(file);
+        return text;
+    }
+};
+
+TEST_F(Unregistered, TheReadmesManifestFindsBothAssemblies) {
+    const ClientManifest manifest;
+    ACTCTXW context = {};
+    context.cbSize = sizeof context;
+    context.lpSource = manifest.path.c_str();
+    const HANDLE handle = CreateActCtxW(&context);
+    ASSERT_NE(INVALID_HANDLE_VALUE, handle) << "error " << GetLastError();
+    ULONG_PTR cookie = 0;
+    ASSERT_TRUE(ActivateActCtx(handle, &cookie));
+    ACTCTX_SECTION_KEYED_DATA found = {};
+    found.cbSize = sizeof found;
+    for (const wchar_t* const name : {L"KWOUtil.KWOTimer", L"KWOInit.KWOInitialize"}) {
+        EXPECT_TRUE(
+            FindActCtxSectionStringW(0, nullptr, ACTIVATION_CONTEXT_SECTION_COM_PROGID_REDIRECTION, name, &found))
+            << Narrow(name);
+    }
+    EXPECT_TRUE(Create(L"KWOTimer"));
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(handle);
 }
 
 }  // namespace
