@@ -121,6 +121,7 @@ struct Traced {
                 .locale = simulated.locale,
                 .logFiles = files,
                 .messages = simulated.messages,
+                .mouse = simulated.mouse,
                 .notificationArea = simulated.notificationArea,
                 .pictures = simulated.pictures,
                 .processMemory = simulated.processMemory,

@@ -15,6 +15,7 @@ class Keyboard;
 class LocaleSource;
 class LogFiles;
 class MessageLoop;
+class Mouse;
 class NotificationArea;
 class Pictures;
 class ProcessMemory;
@@ -42,6 +43,7 @@ struct Platform {
     LocaleSource& locale;
     LogFiles& logFiles;
     MessageLoop& messages;
+    Mouse& mouse;
     NotificationArea& notificationArea;
     Pictures& pictures;
     ProcessMemory& processMemory;

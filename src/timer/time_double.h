@@ -20,6 +20,7 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .locale = from.locale,
             .logFiles = from.logFiles,
             .messages = from.messages,
+            .mouse = from.mouse,
             .notificationArea = from.notificationArea,
             .pictures = from.pictures,
             .processMemory = from.processMemory,

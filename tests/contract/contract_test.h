@@ -52,6 +52,9 @@ public:
     /// A window that goes with the platform.
     virtual Handle MakeWindow(TextView title) = 0;
     virtual void Minimise(Handle window) = 0;
+    /// The user presses the mouse's left button over the window, which was made here.
+    virtual void PressMouse(Handle window) = 0;
+    virtual void ReleaseMouse() = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;
 

@@ -30,6 +30,8 @@ public:
         mDesktop.host.environment[Text(name)] = Text(value);
     }
     void Minimise(Handle window) override { mDesktop.windows.windows.at(window).minimised = true; }
+    void PressMouse(Handle) override { MoveMouseButton(true); }
+    void ReleaseMouse() override { MoveMouseButton(false); }
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
     Text InstalledClass() override {
         mDesktop.components.Install(u"Test.Counter", [this] {
@@ -66,6 +68,11 @@ public:
     void RemoveKeyTree(TextView) override {}
 
 private:
+    void MoveMouseButton(bool down) {
+        mDesktop.mouse.isHeld = down;
+        mDesktop.Post([this, down] { mDesktop.mouse.wasPressed = down; });
+    }
+
     platform::simulated::SimulatedDesktop mDesktop;
     platform::Platform mServices = mDesktop.Services();
     Handle mLastWindow = 0x10000;

@@ -137,6 +137,8 @@ public:
         mMessages = CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     }
     ~WindowsUnderTest() override {
+        // A button that stays down would disturb every test behind.
+        if (mMouseIsDown) MoveMouseButton(false);
         for (const HWND window : mWindows)
             DestroyWindow(window);
         DestroyWindow(mMessages);
@@ -167,6 +169,13 @@ public:
     void Minimise(Handle window) override {
         ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_MINIMIZE);
     }
+    void PressMouse(Handle window) override {
+        POINT middle = {50, 30};
+        ClientToScreen(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), &middle);
+        SetCursorPos(middle.x, middle.y);
+        MoveMouseButton(true);
+    }
+    void ReleaseMouse() override { MoveMouseButton(false); }
     void AnswerNextBox(std::int32_t button) override { mAnswer.Arm(button); }
     Text InstalledClass() override { return u"Scripting.Dictionary"; }
     Text ExistingFile() override {
@@ -219,10 +228,19 @@ public:
     void RemoveKeyTree(TextView path) override { RegDeleteTreeW(HKEY_CURRENT_USER, Wide(Text(path))); }
 
 private:
+    void MoveMouseButton(bool down) {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+        SendInput(1, &input, sizeof input);
+        mMouseIsDown = down;
+    }
+
     platform::windows::WindowsPlatform mPlatform{GetModuleHandleW(nullptr)};
     platform::Platform mServices = mPlatform.Services();
     HWND mMessages = nullptr;
     std::vector<HWND> mWindows;
+    bool mMouseIsDown = false;
     BoxAnswer mAnswer;
     TemporaryFolder mFolder;
     DebugEar mEar;

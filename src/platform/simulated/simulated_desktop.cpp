@@ -16,6 +16,7 @@ Platform SimulatedDesktop::Services() {
             .locale = locale,
             .logFiles = logFiles,
             .messages = messages,
+            .mouse = mouse,
             .notificationArea = notificationArea,
             .pictures = pictures,
             .processMemory = processMemory,

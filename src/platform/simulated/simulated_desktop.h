@@ -19,6 +19,7 @@
 #include "platform/simulated/simulated_fonts.h"
 #include "platform/simulated/simulated_keyboard.h"
 #include "platform/simulated/simulated_metrics.h"
+#include "platform/simulated/simulated_mouse.h"
 #include "platform/simulated/simulated_object.h"
 #include "platform/simulated/simulated_pictures.h"
 #include "platform/simulated/simulated_programs.h"
@@ -63,6 +64,7 @@ public:
     HostFacts host{mWorld};
     WrittenFiles logFiles{mWorld, files};
     MessageQueue messages{mWorld, clock};
+    SimulatedMouse mouse;
     SimulatedTray notificationArea{mWorld};
     SimulatedPictures pictures{conversions};
     MemoryCounters processMemory{mWorld, host};

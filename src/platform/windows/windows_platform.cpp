@@ -15,6 +15,7 @@
 #include "platform/windows/windows_locale_source.h"
 #include "platform/windows/windows_log_files.h"
 #include "platform/windows/windows_message_loop.h"
+#include "platform/windows/windows_mouse.h"
 #include "platform/windows/windows_notification_area.h"
 #include "platform/windows/windows_pictures.h"
 #include "platform/windows/windows_process_memory.h"
@@ -50,6 +51,7 @@ struct WindowsPlatform::Parts {
     WindowsLocaleSource locale{lastError};
     WindowsLogFiles logFiles{lastError};
     WindowsMessageLoop messages{lastError};
+    WindowsMouse mouse;
     WindowsNotificationArea notificationArea;
     WindowsPictures pictures;
     WindowsProcessMemory processMemory{lastError, counters};
@@ -81,6 +83,7 @@ Platform WindowsPlatform::Services() {
             .locale = mParts->locale,
             .logFiles = mParts->logFiles,
             .messages = mParts->messages,
+            .mouse = mParts->mouse,
             .notificationArea = mParts->notificationArea,
             .pictures = mParts->pictures,
             .processMemory = mParts->processMemory,

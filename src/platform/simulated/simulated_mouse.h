@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/mouse.h"
+
+namespace kwo::platform::simulated {
+
+/// A mouse whose button a test presses and releases.
+class SimulatedMouse final : public Mouse {
+public:
+    bool IsHeld() override { return isHeld; }
+    bool WasPressed() override { return wasPressed; }
+
+    bool isHeld = false;
+    bool wasPressed = false;
+};
+
+}  // namespace kwo::platform::simulated
