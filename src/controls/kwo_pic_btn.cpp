@@ -44,6 +44,18 @@ void Trapped(TextView source, Body&& body) {
     Trapped(source, std::forward<Body>(body), [](Text&) {});
 }
 
+/// A flag that is up for the length of a scope.
+class ScopedFlag {
+public:
+    explicit ScopedFlag(bool& flag) : mFlag(flag) { mFlag = true; }
+    ScopedFlag(const ScopedFlag&) = delete;
+    ScopedFlag& operator=(const ScopedFlag&) = delete;
+    ~ScopedFlag() { mFlag = false; }
+
+private:
+    bool& mFlag;
+};
+
 Rect Inset(const Rect& area, std::int32_t by) {
     return {Checked(std::int64_t{area.left} + by), Checked(std::int64_t{area.top} + by),
             Checked(std::int64_t{area.right} - by), Checked(std::int64_t{area.bottom} - by)};
@@ -139,12 +151,14 @@ void KWOPicBtn::MouseDown(std::int16_t button, float x, float y) {
         DrawButton(true, true);
         mButtonDown = true;
         mShownPressed = true;
+        mNotifying = false;
     });
 }
 
 void KWOPicBtn::MouseMove(float x, float y) {
     Trapped(u"KWOPicBtn.MouseMove", [&] {
-        if (mButtonDown) {
+        // A button that is released stays so, although it counts as down until the procedure of its click is back.
+        if (mButtonDown && !mNotifying) {
             const bool isInside = IsInside(x, y);
             if (isInside != mShownPressed) {
                 DrawButton(isInside, true);
@@ -152,8 +166,9 @@ void KWOPicBtn::MouseMove(float x, float y) {
             }
         }
         if (mDblClickPending) {
-            MouseUp(x, y);
+            // Movements that arrive during the click complete nothing any more.
             mDblClickPending = false;
+            MouseUp(x, y);
         }
     });
 }
@@ -176,6 +191,7 @@ void KWOPicBtn::Release(float x, float y, Text& step) {
     step = StepText(1927);
     if (IsInside(x, y)) {
         step = StepText(1928);
+        const ScopedFlag notifies(mNotifying);
         NotifyClick();
     }
     step = StepText(1926);
@@ -249,10 +265,13 @@ void KWOPicBtn::KeyDown(std::int16_t& keyCode) {
     }
 }
 
+/// Key presses that arrive while a click is shown or its procedure runs start none: a held key would pile them up.
 void KWOPicBtn::Click() {
     // A place inside every button that has an inside.
     constexpr float kPlace = 1;
     constexpr std::int32_t kShownMs = 100;
+    if (mKeyClickRuns) return;
+    const ScopedFlag runs(mKeyClickRuns);
     MouseDown(kLeftButton, kPlace, kPlace);
     mComponent.platform.messages.ProcessPending();
     mComponent.wait.KWO_Wait(kShownMs, true);

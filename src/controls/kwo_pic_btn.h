@@ -64,6 +64,8 @@ private:
     std::uint32_t mAlignment;
     Handle mFrameBrush;
     bool mDblClickPending = false;
+    bool mKeyClickRuns = false;
+    bool mNotifying = false;  ///< of the click that the last press has ended in
 };
 
 }  // namespace kwo::controls

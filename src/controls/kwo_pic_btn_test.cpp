@@ -1,5 +1,6 @@
 #include "controls/kwo_pic_btn.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <optional>
@@ -194,6 +195,7 @@ TEST_F(Button, TheEdgesOfTheClientAreaCount) {
     EXPECT_TRUE(presses(-7.4f, 0));
     EXPECT_FALSE(presses(-7.6f, 0));
     EXPECT_TRUE(presses(1492.4f, 0));   // 99.47
+    EXPECT_TRUE(presses(1492.5f, 0));   // 1492, not 99.5 pixels
     EXPECT_FALSE(presses(1492.6f, 0));  // 1493 / 15 = 99.53
 }
 
@@ -237,6 +239,86 @@ TEST_F(Button, ADoubleClickPressesAgainAndTheNextMovementReleases) {
     Drawn();
     button->MouseMove(750, 300);
     EXPECT_EQ(Drawn(), Lines{});
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(Button, AMovementAfterARealReleaseReleasesOnceMoreWithoutAClick) {
+    Create();
+    button->MouseDown(1, 750, 300);
+    button->MouseUp(750, 300);
+    button->DblClick();
+    button->MouseUp(750, 300);
+    EXPECT_EQ(clicks, 2);
+    Drawn();
+    button->MouseMove(750, 300);
+    EXPECT_EQ(Drawn(), (Lines{"Call box.Cls"} + kRaisedFramed));
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(Button, ADoubleClickRepeatsItsLastButton) {
+    Create();
+    button->MouseDown(1, 750, 300);
+    button->MouseUp(750, 300);
+    button->MouseDown(2, 750, 300);
+    button->MouseUp(750, 300);
+    Drawn();
+    button->DblClick();
+    EXPECT_EQ(Drawn(), Lines{}) << "it was the right one";
+    button->MouseMove(750, 300);
+    EXPECT_EQ(Drawn(), (Lines{"Call box.Cls"} + kRaisedFramed));
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Button, AMovementDuringTheClickLeavesTheButtonRaised) {
+    Create();
+    onClick = [&](std::span<Variant>) {
+        button->MouseMove(760, 310);
+        button->MouseMove(-300, 300);
+        button->MouseMove(750, 300);
+    };
+    button->MouseDown(1, 750, 300);
+    Drawn();
+    button->MouseUp(750, 300);
+    EXPECT_EQ(Drawn(), (Lines{"Call box.Cls"} + kRaisedFramed + Lines{"Call form.OnButtonClick <PictureBox>"}));
+    button->MouseMove(760, 310);
+    EXPECT_EQ(Drawn(), Lines{});
+}
+
+TEST_F(Button, AMovementAfterAFailedClickFollowsThePointerAgain) {
+    Create();
+    form->FailMember(u"OnButtonClick", Refusal());
+    button->MouseDown(1, 750, 300);
+    EXPECT_EQ(Raised([&] { button->MouseUp(750, 300); }).number, 380);
+    Drawn();
+    button->MouseMove(750, 300);
+    EXPECT_EQ(Drawn(), kPressed) << "the button is still down";
+}
+
+TEST_F(Button, APressDuringTheClickIsAPressOfItsOwn) {
+    Create();
+    onClick = [&](std::span<Variant>) {
+        if (clicks > 1) return;
+        Drawn();
+        button->MouseDown(1, 750, 300);
+        button->MouseMove(-300, 300);
+        EXPECT_EQ(Drawn(), kPressed + kRaisedFramed);
+        button->MouseMove(750, 300);
+        button->MouseUp(750, 300);
+    };
+    button->MouseDown(1, 750, 300);
+    button->MouseUp(750, 300);
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(Button, AMovementDuringTheClickOfADoubleClickClicksNoMore) {
+    Create();
+    button->MouseDown(1, 750, 300);
+    button->MouseUp(750, 300);
+    onClick = [&](std::span<Variant>) {
+        if (clicks < 10) button->MouseMove(750, 300);
+    };
+    button->DblClick();
+    button->MouseMove(750, 300);
     EXPECT_EQ(clicks, 2);
 }
 
@@ -297,11 +379,66 @@ TEST_F(Button, AKeyClickShowsThePressForATenthOfASecond) {
     onClick = [&](std::span<Variant>) { sunkenUntil = desktop.clock.Elapsed().scaled - before.scaled; };
     std::int16_t code = 32;
     button->KeyDown(code);
-    EXPECT_GE(sunkenUntil, 100 * platform::Milliseconds::kScale);
-    EXPECT_LT(sunkenUntil, 200 * platform::Milliseconds::kScale);
+    EXPECT_EQ(sunkenUntil, 100 * platform::Milliseconds::kScale);
     EXPECT_EQ(ticks, 3) << "messages are processed meanwhile";
     const Lines drawn = Drawn();
     EXPECT_TRUE(std::equal(kPressed.begin(), kPressed.end(), drawn.begin()));
+}
+
+TEST_F(Button, AHeldKeyStartsNoClickWhileOneRuns) {
+    Create();
+    int held = 0;
+    for (int at = 0; at < 400; at += 30) {
+        for (const std::int16_t code : std::initializer_list<std::int16_t>{13, 32, -1}) {
+            desktop.PostAt(at, [&, code] {
+                std::int16_t key = code;
+                button->KeyDown(key);
+                EXPECT_EQ(key, code == 13 ? 0 : code);
+                ++held;
+            });
+        }
+    }
+    // A procedure that takes its time, with messages.
+    onClick = [&](std::span<Variant>) { component.wait.KWO_Wait(300, true); };
+    std::int16_t first = 32;
+    button->KeyDown(first);
+    EXPECT_EQ(held, 14 * 3);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(400));
+    onClick = nullptr;
+    button->KeyDown(first);
+    EXPECT_EQ(clicks, 2) << "the next press of a key clicks again";
+}
+
+TEST_F(Button, AKeyClicksAgainAfterAClickThatFailed) {
+    Create();
+    std::int16_t code = 32;
+    form->FailMember(u"OnButtonClick", Refusal());
+    EXPECT_EQ(Raised([&] { button->KeyDown(code); }).number, 380);
+    form->MendMember(u"OnButtonClick");
+    box->FailMember(u"Cls", Refusal());
+    EXPECT_EQ(Raised([&] { button->KeyDown(code); }).number, 380);
+    box->MendMember(u"Cls");
+    button->KeyDown(code);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Button, AKeyIsUsedUpBeforeItActs) {
+    Create();
+    std::int16_t code = 13;
+    onClick = [&](std::span<Variant>) { EXPECT_EQ(code, 0); };
+    button->KeyDown(code);
+    EXPECT_EQ(clicks, 1);
+    int moved = 0;
+    desktop.keyboard.onTab = [&] {
+        ++moved;
+        EXPECT_EQ(code, 0);
+    };
+    for (const std::int16_t arrow : std::initializer_list<std::int16_t>{37, 38, 39, 40}) {
+        code = arrow;
+        button->KeyDown(code);
+    }
+    EXPECT_EQ(moved, 4);
 }
 
 class ButtonAccess : public Button {
@@ -323,7 +460,23 @@ TEST_F(ButtonAccess, AltWithTheLetterFocusesAndClicks) {
     EXPECT_EQ(code, 0);
     EXPECT_EQ(shift, 0);
     EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(desktop.log.Starting("Call box.SetFocus").size(), 1u);
+    const Lines drawn = Drawn();
+    EXPECT_EQ(drawn[0], "Call box.SetFocus") << "before the click";
+    EXPECT_EQ(std::ranges::count(drawn, "Call box.SetFocus"), 1);
+}
+
+TEST_F(ButtonAccess, AHeldAccessKeyStartsNoClickWhileOneRuns) {
+    int used = 0;
+    const auto press = [&] {
+        std::int16_t code = 'S';
+        std::int16_t shift = 4;
+        used += Press(code, shift) && code == 0 && shift == 0 ? 1 : 0;
+    };
+    for (int at = 10; at < 100; at += 30)
+        desktop.PostAt(at, press);
+    press();
+    EXPECT_EQ(used, 4) << "the key is the button's in any case";
+    EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(ButtonAccess, TheFocusIsNotSetTwice) {
@@ -503,6 +656,65 @@ TEST_F(Button, AllButtonsShareTheNewestScale) {
     KWOPicBtn newer(component);
     button->MouseDown(1, 99 * 15, 300);
     EXPECT_EQ(Drawn(), Lines{}) << "148 pixels are outside";
+}
+
+TEST_F(Button, TheScalesAreTheScreensRoundedAxisByAxis) {
+    desktop.screen.twipsPerPixelX = 10.6;
+    desktop.screen.twipsPerPixelY = 12.5;
+    button.emplace(component);
+    Create();
+    const auto presses = [&](float x, float y) {
+        button->MouseDown(1, x, y);
+        const bool drawn = !Drawn().empty();
+        button->MouseUp(-1000, -1000);
+        Drawn();
+        return drawn;
+    };
+    EXPECT_TRUE(presses(1094, 0));   // 99.45 pixels of 11 twips
+    EXPECT_FALSE(presses(1095, 0));  // 99.55
+    EXPECT_TRUE(presses(0, 473));    // 39.4 pixels of 12 twips
+    EXPECT_FALSE(presses(0, 475));   // 39.6
+}
+
+TEST_F(Button, ASecondCreateThatFailsHasTakenTheNewBox) {
+    Create();
+    const auto other = MakeBox(88, 600);
+    other->FailMember(u"Parent", Refusal());
+    const ComponentError error = Raised([&] { button->Create(other, u"&New"); });
+    EXPECT_EQ(error.number, 380);
+    EXPECT_EQ(error.source, u"KWOPicBtn.Create");
+    EXPECT_EQ(button->Caption(), u"&Save");
+    desktop.log.Clear();
+    button->LostFocus();
+    EXPECT_EQ(Drawn()[1], "DrawEdge 88 (0,0,100,40) 5 0xf");
+}
+
+TEST_F(Button, ASecondCreateKeepsTheStyleAndThePress) {
+    Create();
+    button->SetTextAlignment(3);
+    button->SetMultiLine(false);
+    button->MouseDown(1, 750, 300);
+    Drawn();
+    button->Create(box, u"&New");
+    EXPECT_EQ(Drawn(), (Lines{"Call box.Cls", "DrawEdge 77 (0,0,100,40) 5 0xf",
+                              "DrawText 77 \"&New\" (2,2,98,38) 0x8024", "Call box.Refresh"}));
+    EXPECT_EQ(button->Caption(), u"&New");
+    std::int16_t code = 'S';
+    std::int16_t shift = 4;
+    EXPECT_FALSE(button->Form_KeyDown(code, shift));
+    button->MouseUp(750, 300);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Button, ReleasesWithoutTheTextsOfItsSteps) {
+    Create();
+    desktop.components.Install(u"KWOInit.KWOInitialize",
+                               []() -> HostObjectRef { platform::Raise(1234, u"companion", u"broken"); });
+    button->MouseDown(1, 750, 300);
+    EXPECT_NO_THROW(button->MouseUp(750, 300));
+    EXPECT_EQ(clicks, 1);
+    box->FailMember(u"Cls", Refusal());
+    EXPECT_EQ(Raised([&] { button->MouseUp(750, 300); }).description, u"Refused\r\nUndefined Message");
 }
 
 TEST_F(Button, LetsGoOfTheCallersObjects) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/keyboard.h"
 #include "platform/simulated/world.h"
 
@@ -10,7 +12,12 @@ class SimulatedKeyboard final : public Keyboard {
 public:
     explicit SimulatedKeyboard(World& world) : mWorld(world) {}
 
-    void SendTab(bool backwards) override { mWorld.log.Add(backwards ? "Keys +{TAB}" : "Keys {TAB}"); }
+    void SendTab(bool backwards) override {
+        mWorld.log.Add(backwards ? "Keys +{TAB}" : "Keys {TAB}");
+        if (onTab) onTab();
+    }
+
+    std::function<void()> onTab;
 
 private:
     World& mWorld;
