@@ -100,7 +100,7 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
         Open(left, right, splitter, options);
     } catch (const ComponentError& error) {
         mCreated = false;
-        mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create"});
+        mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create", .replace = true});
         mComponent.error.KWO_AppError({}, {}, kStopIcon, false, false);
         return false;
     }

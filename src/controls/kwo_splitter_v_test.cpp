@@ -169,6 +169,62 @@ TEST_F(Splitter, AFailureIsToldByABoxAndFalse) {
     EXPECT_NE(boxes[0].prompt.find(u"KWOSplitterV.Create"), Text::npos) << "where the host names no source";
 }
 
+TEST_F(Splitter, ABarBeyondItsLimitIsPutThereAlsoBeforeTheLeftMargin) {
+    container->SetProperty(u"ScaleWidth", 300.0f);
+    const auto startsAt = [&](float place) {
+        bar->SetProperty(u"Left", place);
+        desktop.log.Clear();
+        Create(Margins(100, 0, 200, 0));
+        return Starting("Call bar.Move").front();
+    };
+    // The limit is 300 - 200 - 60.
+    EXPECT_EQ(startsAt(50), "Call bar.Move 40,0,60,4000");
+    EXPECT_EQ(startsAt(40), "Call bar.Move 100,0,60,4000");
+}
+
+TEST_F(Splitter, ASecondCreateThatFailsLeavesNothingCreated) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    container->FailMember(u"ScaleWidth", Refusal());
+    EXPECT_FALSE(Create());
+    container->MendMember(u"ScaleWidth");
+    desktop.log.Clear();
+    splitter->MouseDown(1, 30);
+    splitter->MouseMove(400);
+    splitter->MouseUp(400);
+    splitter->Resize();
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Splitter, ASecondCreateKeepsSizeMarginsAndDrag) {
+    auto options = Margins(100, 200, 300, 400);
+    options.splitterSizeInPixels = std::int16_t{6};
+    CreateQuietly(options);
+    splitter->MouseDown(1, 30);
+    EXPECT_TRUE(Create());
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2000,200,90,3400"}));
+    desktop.log.Clear();
+    splitter->MouseUp(400);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2370,200,90,5400"}));
+    EXPECT_TRUE(Create(Margins(1, 2, 3, 4)));
+    EXPECT_EQ(Starting("Call bar.Move").back(), "Call bar.Move 2370,2,90,3994");
+}
+
+TEST_F(Splitter, AFailureIsTheOnlyOneThatItsBoxTells) {
+    Text prompt;
+    desktop.windows.onAsk = [&](const auto& question) {
+        prompt = question.prompt;
+        return 1;
+    };
+    component.error.KWO_SaveError({77, u"Elsewhere", u"An hour ago", {}, 0}, {.source = u"Elsewhere"});
+    bar->FailMember(u"Left", Refusal(1234));
+    EXPECT_FALSE(Create());
+    EXPECT_EQ(prompt.find(u"An hour ago"), Text::npos);
+    EXPECT_NE(prompt.find(u"Error source: KWOSplitterV.Create\r\nErr number:1234\r\nRefused\r\n"), Text::npos);
+    EXPECT_EQ(component.error.Saved().number, 1234);
+    EXPECT_EQ(component.error.Saved().source, u"KWOSplitterV.Create");
+}
+
 TEST_F(Splitter, ResizeFitsThePanesToTheBar) {
     CreateQuietly(Margins(10, 20, 30, 40));
     container->SetProperty(u"ScaleWidth", 3000.0f);
@@ -234,6 +290,54 @@ TEST_F(Splitter, AnotherButtonStartsNoDrag) {
     EXPECT_EQ(TakeLog(), Lines{});
 }
 
+TEST_F(Splitter, ThePressOfAnyButtonIsWhereTheBarWasGrabbed) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    splitter->MouseDown(2, 100);
+    desktop.log.Clear();
+    splitter->MouseUp(400);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2300,0,60,6000"}));
+}
+
+TEST_F(Splitter, TheLineIsAsLongAsTheBarFromItsTop) {
+    CreateQuietly();
+    bar->SetProperty(u"Top", 450.0f);
+    bar->SetProperty(u"Height", 3000.0f);
+    splitter->MouseDown(1, 0);
+    EXPECT_EQ(Starting("MoveTo"), (Lines{"MoveTo 1 (233,80)"}));
+    EXPECT_EQ(Starting("LineTo"), (Lines{"LineTo 1 (233,280)"}));
+}
+
+TEST_F(Splitter, TheScalesAreTheScreensRoundedAxisByAxis) {
+    desktop.screen.twipsPerPixelX = 10.6;
+    desktop.screen.twipsPerPixelY = 12.5;
+    splitter.emplace(component);
+    CreateQuietly();
+    splitter->MouseDown(1, 0);
+    // 2000 / 11 = 181.8, 4000 / 12 = 333.3
+    EXPECT_EQ(Starting("MoveTo"), (Lines{"MoveTo 1 (282,50)"}));
+    EXPECT_EQ(Starting("LineTo"), (Lines{"LineTo 1 (282,383)"}));
+    splitter->MouseUp(0);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2000,0,44,6000"}));
+}
+
+TEST_F(Splitter, TheDragIsOverBeforeTheBarMoves) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    desktop.log.Clear();
+    bar->SetMethod(u"Move", [&](std::span<Variant>) -> Variant {
+        // A host may process messages while it moves a control.
+        splitter->MouseMove(900);
+        platform::Raise(380, u"Host", u"Refused");
+    });
+    EXPECT_EQ(Raised([&] { splitter->MouseUp(400); }).number, 380);
+    EXPECT_EQ(LinesDrawn(), 1u);
+    desktop.log.Clear();
+    splitter->MouseMove(500);
+    splitter->MouseUp(500);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
 TEST_F(Splitter, AMovementErasesTheLineAndDrawsItElsewhere) {
     CreateQuietly();
     splitter->MouseDown(1, 30);
@@ -288,6 +392,20 @@ TEST_F(Splitter, TheLeftLimitIsTheLeftMargin) {
     EXPECT_EQ(Starting("MoveTo").back(), "MoveTo 2 (107,50)");
     splitter->MouseUp(-90'000);
     EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 100,0,60,6000"}));
+}
+
+TEST_F(Splitter, TheLeftMarginComesBeforeTheRightLimit) {
+    container->SetProperty(u"ScaleWidth", 300.0f);
+    CreateQuietly(Margins(100, 0, 200, 0));
+    splitter->MouseDown(1, 0);
+    // The limit is 300 - 100 - 200 - 60; the bar stands at the left margin.
+    splitter->MouseUp(-50);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 100,0,60,300"}));
+    desktop.log.Clear();
+    bar->SetProperty(u"Left", 100.0f);
+    splitter->MouseDown(1, 0);
+    splitter->MouseUp(50);
+    EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move -60,0,60,300"}));
 }
 
 using SplitterLineIntended = Splitter;
