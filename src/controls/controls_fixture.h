@@ -66,11 +66,11 @@ protected:
     }
     static ComponentError Refusal(std::int32_t number = 380) { return {number, u"Host", u"Refused", {}, 0}; }
 
-    /// The log since the last time, but without its message pumping and the one reading of the user's settings.
+    /// The log since the last time, but without its waiting for messages and the one reading of the user's settings.
     Lines TakeLog() {
         Lines lines = desktop.log.Lines();
         std::erase_if(lines, [](const std::string& line) {
-            return line == "Pump" || line.starts_with("GetLocaleInfo") || line.starts_with("GetTimeZone");
+            return line == "Pump" || line.starts_with("Wait") || line.starts_with("GetLocaleInfo") || line.starts_with("GetTimeZone");
         });
         desktop.log.Clear();
         return lines;

@@ -39,6 +39,7 @@ public:
 
     /// Moves the focus to the month's first day when it is in another month.
     void ShowMonth(std::int16_t month, std::int16_t year);
+    /// On an arrow: returns after the release, or when there will be none.
     void MouseDown(std::int16_t button, float x, float y);
     void MouseMove(float x, float y);
     void MouseUp();
@@ -94,6 +95,8 @@ private:
     void DrawSpinButton(std::size_t which, bool pressed) { mDrawing.SpinButton(mLayout, which, pressed); }
 
     void Spin(std::size_t which);
+    void WaitUntil(std::int32_t due);
+    Handle BoxWindow() const;
     bool ClickDays(platform::Point point);
     bool ClickDay(std::int16_t day);
     void MoveFocus(std::int32_t days);

@@ -712,6 +712,105 @@ TEST_F(SpinButtons, ARefusedMonthStepsNoFurther) {
     EXPECT_EQ(Visible(), IntPair(12, 2026));
 }
 
+/// Presses whose release may get lost. A release comes in any case, much later.
+class HeldButton : public SpinButtons {
+protected:
+    static constexpr std::int64_t kMuchLater = 60'000;
+
+    HeldButton() {
+        Ready(On(2026, 11, 21), {.notifyOnChange = true});
+        desktop.windows.windows[kWindow] = {};
+        desktop.PostAt(kMuchLater, [this] { view->MouseUp(); });
+    }
+    /// Holds the arrow and tells for how many milliseconds.
+    std::int64_t Held() {
+        const std::int64_t before = desktop.clock.Elapsed().scaled;
+        view->MouseDown(1, kNext, kInside);
+        return (desktop.clock.Elapsed().scaled - before) / platform::Milliseconds::kScale;
+    }
+};
+
+TEST_F(HeldButton, EndsWithTheWindowOfItsBox) {
+    desktop.PostAt(200, [&] {
+        desktop.windows.windows.clear();
+        desktop.log.Clear();
+    });
+    EXPECT_LT(Held(), 250);
+    EXPECT_EQ(TakeLog(), Lines{}) << "nothing is drawn on what is gone";
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+}
+
+TEST_F(HeldButton, WaitsForItsReleaseWhereTheBoxHasNoWindow) {
+    desktop.windows.windows.clear();
+    EXPECT_GE(Held(), kMuchLater);
+    desktop.windows.windows[kWindow] = {};
+    box->FailMember(u"hWnd", Refusal());
+    desktop.PostAt(1000, [&] { view->MouseUp(); });
+    EXPECT_GE(Held(), 1000);
+}
+
+TEST_F(HeldButton, EndsWhenTheButtonIsUpAndNoMessageTellsIt) {
+    desktop.mouse.isHeld = true;
+    desktop.PostAt(160, [&] { desktop.mouse.isHeld = false; });
+    EXPECT_LT(Held(), 290);
+    EXPECT_EQ(Visible(), IntPair(1, 2027));
+    EXPECT_EQ(Buttons().back(), "DrawFrameControl 77 (110,4,129,23) 3 0x3");
+    EXPECT_EQ(desktop.log.Starting("Call box.Refresh").size(), 4u) << "two steps, and as at a release";
+}
+
+TEST_F(HeldButton, EndsWhenANotificationSwallowsTheRelease) {
+    desktop.mouse.isHeld = true;
+    onMonth = [&](std::span<Variant>) { desktop.mouse.isHeld = false; };
+    EXPECT_LT(Held(), 150);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(HeldButton, EndsWhenANotificationSwallowsTheReleaseOfAShortPress) {
+    // The button was up again before its press arrived here.
+    desktop.mouse.wasPressed = true;
+    onMonth = [&](std::span<Variant>) { desktop.mouse.wasPressed = false; };
+    EXPECT_LT(Held(), 150);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(HeldButton, ItsOwnReleaseComesFirst) {
+    desktop.mouse.isHeld = true;
+    int releases = 0;
+    onMonth = [&](std::span<Variant>) {
+        desktop.mouse.isHeld = false;
+        desktop.Post([&] {
+            ++releases;
+            view->MouseUp();
+        });
+    };
+    EXPECT_LT(Held(), 150);
+    EXPECT_EQ(releases, 1);
+    EXPECT_EQ(desktop.log.Starting("Call box.Refresh").size(), 3u) << "of the step and of one release";
+}
+
+TEST_F(HeldButton, WithoutARealButtonItWaitsForItsRelease) {
+    EXPECT_GE(Held(), kMuchLater);
+}
+
+TEST_F(HeldButton, OffTheArrowItEndsAsWell) {
+    desktop.mouse.isHeld = true;
+    desktop.PostAt(50, [&] { view->MouseMove(60 * 15, kInside); });
+    desktop.PostAt(10'000, [&] { desktop.mouse.isHeld = false; });
+    const std::int64_t held = Held();
+    EXPECT_GE(held, 10'000);
+    EXPECT_LT(held, 10'200);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+}
+
+TEST_F(HeldButton, WaitsForMessagesUntilTheNextStepIsDue) {
+    desktop.clock.msPerReading = 0;
+    desktop.PostAt(1000, [&] { view->MouseUp(); });
+    EXPECT_EQ(Held(), 1000);
+    EXPECT_EQ(Visible(), IntPair(6, 2027));
+    EXPECT_LE(desktop.log.Starting("Pump").size(), 20u);
+    EXPECT_EQ(desktop.log.Starting("WaitEx").front(), "WaitEx 100 mask=0xff flags=0x2");
+}
+
 using TicksIntended = SpinButtons;
 
 TEST_F(TicksIntended, TheNextStepBeyondTheLargestTickOverflows) {

@@ -1,8 +1,13 @@
 #include "controls/kwo_month_view.h"
+
+#include <algorithm>
+
 #include "controls/month_grid.h"
 #include "platform/clock.h"
 #include "platform/component_error.h"
+#include "platform/desktop.h"
 #include "platform/message_loop.h"
+#include "platform/mouse.h"
 
 namespace kwo::controls {
 
@@ -10,6 +15,32 @@ namespace {
 
 constexpr std::int16_t kLeftButton = 1;
 constexpr Date kNone{};
+
+/// A press on a window, from the call that tells of it. One that no real button has made, as scripts do, is never over.
+class HeldPress {
+public:
+    /// `window` is 0 where there is none to watch.
+    HeldPress(const platform::Platform& services, platform::Handle window)
+        : mMouse(services.mouse), mDesktop(services.desktop), mWindow(window), mWasDown(mMouse.WasPressed()) {
+        Look();
+    }
+
+    /// To be called before messages are processed: the release of a button that is up is then among them.
+    void Look() {
+        mIsDown = mMouse.IsHeld();
+        mWasDown = mWasDown || mIsDown;
+    }
+    /// Whether the button was down and is up.
+    bool IsOver() const { return mWasDown && !mIsDown; }
+    bool WindowIsGone() const { return mWindow != 0 && !mDesktop.WindowExists(mWindow); }
+
+private:
+    platform::Mouse& mMouse;
+    platform::Desktop& mDesktop;
+    platform::Handle mWindow;
+    bool mWasDown;
+    bool mIsDown = false;
+};
 
 }  // namespace
 
@@ -27,9 +58,10 @@ void KWOMonthView::MouseDown(std::int16_t button, float x, float y) {
 }
 
 /// A step at once and one after each interval, while the button is held and the pointer is on it. The release arrives
-/// while messages are processed here.
+/// while messages are processed here; one that went astray is noticed.
 void KWOMonthView::Spin(std::size_t which) {
     SpinState& button = mSpin[which];
+    HeldPress press(mComponent.platform, BoxWindow());
     DrawSpinButton(which, true);
     button.active = true;
     button.pressed = true;
@@ -41,8 +73,32 @@ void KWOMonthView::Spin(std::size_t which) {
             if (button.pressed) ChangeMonth(step);
             due = Checked(std::int64_t{Ticks()} + mSpinInterval);
         }
-        // A program that ends gets no release any more.
-        if (!mComponent.platform.messages.ProcessPending()) button = {};
+        press.Look();
+        // A program that ends and a window that is gone get no release any more.
+        if (!mComponent.platform.messages.ProcessPending() || press.WindowIsGone()) {
+            button = {};
+        } else if (button.active && press.IsOver()) {
+            MouseUp();
+        } else if (button.active) {
+            WaitUntil(due);
+        }
+    }
+}
+
+/// Returns early for a message, and now and then to look whether a release went astray.
+void KWOMonthView::WaitUntil(std::int32_t due) {
+    constexpr std::int64_t kLongestMs = 100;
+    const std::int64_t left = std::int64_t{due} - Ticks();
+    mComponent.wait.WaitForInput(static_cast<std::uint32_t>(std::clamp<std::int64_t>(left, 0, kLongestMs)));
+}
+
+/// 0 for a box without a window that the system knows.
+Handle KWOMonthView::BoxWindow() const {
+    try {
+        const Handle window = mBox.Window();
+        return mComponent.platform.desktop.WindowExists(window) ? window : 0;
+    } catch (const platform::ComponentError&) {
+        return 0;
     }
 }
 

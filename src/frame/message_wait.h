@@ -19,9 +19,10 @@ public:
     /// given up because the program has been asked to quit.
     bool KWO_Wait(std::int32_t milliseconds, bool pumpMessages);
 
-private:
+    /// Returns when a message arrives, which stays in the queue, and after `timeoutMs` at the latest.
     void WaitForInput(std::uint32_t timeoutMs);
 
+private:
     platform::MessageLoop& mMessages;
     MillisecondClock& mClock;
     HostIdentity& mIdentity;

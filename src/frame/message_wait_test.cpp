@@ -70,6 +70,15 @@ TEST_F(MessageWaitTest, WithoutPumpingARequestToQuitShowsOnlyAtTheStart) {
     EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(1000));
 }
 
+TEST_F(MessageWaitTest, WaitingForInputEndsWithAMessageThatStaysInTheQueue) {
+    bool ran = false;
+    desktop.PostAt(40, [&] { ran = true; });
+    wait.WaitForInput(100);
+    EXPECT_FALSE(ran);
+    EXPECT_EQ(desktop.clock.Elapsed(), platform::Milliseconds::Whole(40));
+    EXPECT_EQ(desktop.log.Lines(), (Lines{"WaitEx 100 mask=0xff flags=0x2"}));
+}
+
 TEST(RoundingTest, HalvesGoToTheEvenNeighbour) {
     struct Row {
         std::int64_t scaled, whole;

@@ -170,6 +170,7 @@ public:
         SetTextColor(mContext, Colour(static_cast<LONG>(NumberIn(values[L"ForeColor"]))));
         return mContext;
     }
+    HWND Window() const { return mWindow; }
     void SetBold(bool bold) { mFont->put_Bold(bold); }
     int TextHeight() {
         RECT area = {};

@@ -1,7 +1,7 @@
 ' The three controls on real forms, with the pointer and the keys of the system.
 Option Explicit
 
-Dim count, form, box, view, button, other, splitter, leftPane, rightPane, bar, focusDate, before, steps, clicks, picSave
+Dim count, form, box, view, button, other, splitter, leftPane, rightPane, bar, focusDate, before, steps, clicks, picSave, keysInClick
 count = 0
 clicks = 0
 Sub Check(name, good)
@@ -105,6 +105,34 @@ On Error GoTo 0
 Check "the box is gone", number = 91
 Set view = Nothing
 
+' A form that is closed while an arrow is held: the release goes to nobody, and the next step is far away.
+Dim closer, begun, lasted
+Set form = Host.CreateForm("frmHeld")
+form.Move 3000, 3000, 4500, 4500
+Set box = form.AddControl("PictureBox", "picHeld")
+box.Move 150, 150, 4000, 3600
+Set view = CreateObject("KWOUtil.KWOMonthView")
+Check "created for holding", view.Create(box, focusDate, , , 30000)
+lasted = -1
+Sub picHeld_MouseDown(Button, Shift, X, Y)
+    begun = Timer
+    view.MouseDown Button, Shift, X, Y
+    lasted = Timer - begun
+End Sub
+Sub closer_Alarm(sender, tag, newDateTime)
+    form.Close
+End Sub
+form.Show
+WScript.Sleep 100
+Set closer = WScript.CreateObject("KWOUtil.KWOTimer", "closer_")
+closer.AddRelativeAlarm 1000, 1
+Host.MovePointer box, box.ScaleWidth - 200, 200
+Host.HoldButton 2500
+Check "the press ended with the form", lasted >= 0 And lasted < 20
+closer.CancelTimers
+Set closer = Nothing
+Set view = Nothing
+
 ' ---- picture button ----
 Set form = Host.CreateForm("frmButton")
 form.Move 3000, 3000, 4500, 3000
@@ -132,8 +160,13 @@ End Sub
 Sub frmButton_KeyDown(KeyCode, Shift)
     button.Form_KeyDown KeyCode, Shift
 End Sub
+keysInClick = 0
 Sub frmButton_OnButtonClick(PictureBox)
     clicks = clicks + 1
+    If keysInClick > 0 Then
+        keysInClick = keysInClick - 1
+        Host.TypeKeys "{SPACE}"
+    End If
 End Sub
 form.Show
 WScript.Sleep 100
@@ -148,11 +181,15 @@ Host.TypeKeys "{SPACE}"
 Check "by Space", clicks = 2
 Host.TypeKeys "{ENTER}"
 Check "by Enter", clicks = 3
+keysInClick = 3
+Host.TypeKeys "{SPACE}"
+Check "keys during a click start none", clicks = 4 And keysInClick = 2
+keysInClick = 0
 Host.TypeKeys "{RIGHT}"
 WScript.Sleep 100
 Check "an arrow moves the focus", form.ActiveControl.Name = "picOther"
 Host.TypeKeys "%s"
-Check "by its access key", clicks = 4 And form.ActiveControl.Name = "picSave"
+Check "by its access key", clicks = 5 And form.ActiveControl.Name = "picSave"
 form.Close
 
 ' ---- splitter ----
