@@ -28,7 +28,7 @@ bool KWOMonthView::Create(const HostObjectRef& pictureBox, Date& focusDate, cons
     try {
         return Open(pictureBox, focusDate, options);
     } catch (const ComponentError& error) {
-        mComponent.error.KWO_SaveError(error, {.source = u"KWOMonthView.Create"});
+        mComponent.error.KWO_SaveError(error, {.source = u"KWOMonthView.Create", .replace = true});
         mCreated = false;
         return false;
     }
@@ -116,6 +116,7 @@ void KWOMonthView::SetMinDate(Date date) {
     const Date day = InCalendar(WholeDays(date));
     mMinDate = day;
     mMinMonthStart = day.days <= 0 ? kNone : FirstOfMonth(day);
+    // Intended: before Create no month is visible, which is earlier than any limit, and the drawing misses its box.
     if (VisibleDate(1) < mMinMonthStart) {
         SetFocusDate(day);
         ChangeMonth(0);
@@ -142,6 +143,7 @@ void KWOMonthView::ShowMonth(std::int16_t month, std::int16_t year) {
     }
     mVisibleYear = year;
     mVisibleMonth = month;
+    // Intended: the month is stored before anything can refuse it, a limit, the form or the missing box.
     ChangeMonth(0);
 }
 
@@ -217,11 +219,11 @@ void KWOMonthView::ComputeLayout() {
         DrawSpinButton(which, false);
 }
 
-bool KWOMonthView::Draw(bool plain) {
+bool KWOMonthView::Draw() {
     const MonthContent content = {mFocusDate, mFocusDay,
                                   [this](std::int16_t day) { return IsSelected(VisibleDate(day)); }};
     try {
-        mDrawing.Calendar(mLayout, style, content, plain);
+        mDrawing.Calendar(mLayout, style, content, false);
         return true;
     } catch (const ComponentError&) {
         return false;

@@ -28,7 +28,7 @@ public:
 
     explicit KWOMonthView(frame::Component& component);
 
-    /// False for what is no picture box and when the host raises something, which becomes the saved error. A
+    /// False for what is no picture box and when the host raises something, which replaces the saved error. A
     /// `focusDate` of 0 becomes today.
     bool Create(const HostObjectRef& pictureBox, Date& focusDate, const CreateOptions& options);
 
@@ -37,7 +37,7 @@ public:
     bool MultiSelect = false;
     MonthStyle style;
 
-    /// Moves the focus to the month's first day when it is in another month.
+    /// Moves the focus to the month's first day when it is in another month, also when the month is then refused.
     void ShowMonth(std::int16_t month, std::int16_t year);
     /// On an arrow: returns after the release, or when there will be none.
     void MouseDown(std::int16_t button, float x, float y);
@@ -91,7 +91,7 @@ private:
     bool FormRefuses(TextView notification, Values&&... values);
 
     void ComputeLayout();
-    bool Draw(bool plain = false);
+    bool Draw();
     void DrawSpinButton(std::size_t which, bool pressed) { mDrawing.SpinButton(mLayout, which, pressed); }
 
     void Spin(std::size_t which);

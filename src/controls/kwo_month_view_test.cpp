@@ -40,10 +40,11 @@ TEST_F(MonthView, CreateShowsTheMonthOfTheFocus) {
 }
 
 TEST_F(MonthView, TheDayColourIsWhatTheBoxMadeOfIt) {
-    // A box that keeps its own colour.
-    box->SetMethod(u"x", {});
+    box->SetProperty(u"ForeColor", std::int32_t{0x0000FF});
+    box->FixProperty(u"ForeColor");
     EXPECT_TRUE(Create(On(2026, 11, 21)));
-    EXPECT_EQ(view->style.dayColour, 0x80000008u);
+    EXPECT_EQ(desktop.log.Starting("Let box.ForeColor").front(), "Let box.ForeColor -2147483640");
+    EXPECT_EQ(view->style.dayColour, 0x0000FFu);
 }
 
 TEST_F(MonthView, AFocusOfZeroIsToday) {
@@ -92,13 +93,83 @@ TEST_F(MonthView, ASelectedDateIsSelectedFromTheStart) {
     EXPECT_EQ(first(Text(u"someday")), Date{});
     EXPECT_EQ(first(platform::Empty{}), Date{});
     EXPECT_EQ(first(platform::Missing()), Date{});
+    const Date evening{On(2026, 11, 5).days + 0.75};
+    EXPECT_EQ(first(evening), evening) << "with its time";
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 6)));
 }
 
 TEST_F(MonthView, CreatingAgainStartsAfresh) {
     Ready(On(2026, 11, 21), {.selDate = On(2026, 11, 21), .canMultiSelect = true});
+    view->style.captionColour = view->style.headerColour = view->style.dayColour = view->style.selectedColour = 1;
+    view->SetCaptionBevel(1);
+    view->SetDayHdrBevel(1);
+    view->SetDayBevel(1);
     EXPECT_TRUE(Create(On(2026, 12, 1)));
     EXPECT_EQ(view->SelDay(), Date{});
     EXPECT_FALSE(view->CanSelect);
+    EXPECT_FALSE(view->MultiSelect);
+    EXPECT_EQ(view->style.captionColour, 0x80000012u);
+    EXPECT_EQ(view->style.headerColour, 0x80000011u);
+    EXPECT_EQ(view->style.dayColour, 0x80000008u);
+    EXPECT_EQ(view->style.selectedColour, 0x8000000Eu);
+    EXPECT_EQ(view->CaptionBevel(), 0);
+    EXPECT_EQ(view->DayHdrBevel(), 3);
+    EXPECT_EQ(view->DayBevel(), 3);
+}
+
+TEST_F(MonthView, CreatingAgainForgetsIntervalAndNotifications) {
+    Ready(On(2026, 11, 21), {.spinInterval = std::int16_t{500}, .notifyOnChange = true});
+    Ready(On(2026, 11, 21), {});
+    desktop.PostAt(400, [&] { view->MouseUp(); });
+    view->MouseDown(1, 115 * 15, 10 * 15);
+    EXPECT_EQ(Visible(), IntPair(2, 2027)) << "at once, at 150 and at 300";
+    EXPECT_EQ(Notifications(), Lines{});
+}
+
+TEST_F(MonthView, CreatingAgainKeepsWeightsLimitsAndThePress) {
+    Ready(On(2026, 11, 21));
+    view->style.captionBold = view->style.headerBold = view->style.dayBold = view->style.selectedBold = true;
+    view->SetMinDate(On(2026, 11, 5));
+    view->SetMaxDate(On(2026, 12, 24));
+    Click(2026, 11, 5);
+    view->DblClick();
+    Ready(On(2026, 12, 1));
+    EXPECT_TRUE(view->style.captionBold && view->style.headerBold && view->style.dayBold && view->style.selectedBold);
+    EXPECT_EQ(view->MinDate(), On(2026, 11, 5));
+    EXPECT_EQ(view->MaxDate(), On(2026, 12, 24));
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
+    Key(33);
+    Key(33);
+    EXPECT_EQ(Visible(), IntPair(11, 2026));
+    desktop.log.Clear();
+    view->MouseMove(60 * 15, 60 * 15);
+    EXPECT_EQ(TakeLog(), (Lines{"Call box.Refresh"})) << "the double click waits for its release";
+}
+
+TEST_F(MonthView, TheScalesAreTheScreensRoundedAxisByAxis) {
+    desktop.screen.twipsPerPixelX = 10.6;
+    desktop.screen.twipsPerPixelY = 12.5;
+    view.emplace(component);
+    EXPECT_TRUE(Create(On(2026, 11, 21)));
+    // 2000 / 11 = 182 pixels wide, texts of 195 / 12 = 16 pixels.
+    EXPECT_EQ(desktop.log.Starting("DrawFrameControl"),
+              (Lines{"DrawFrameControl 77 (4,4,26,26) 3 0x2", "DrawFrameControl 77 (156,4,178,26) 3 0x3"}));
+    EXPECT_EQ(desktop.log.Starting("DrawFocusRect").size(), 1u);
+    const auto steps = [&](float x, float y) {
+        const int before = view->VisibleMonth();
+        desktop.Post([&] { view->MouseUp(); });
+        view->MouseDown(1, x, y);
+        desktop.messages.ProcessPending();
+        return view->VisibleMonth() - before;
+    };
+    EXPECT_EQ(steps(280, 100), -1);   // 25.45 pixels
+    EXPECT_EQ(steps(281, 100), 0);    // 25.55
+    EXPECT_EQ(steps(1800, 305), 1);   // 25.4
+    EXPECT_EQ(steps(1800, 307), 0);   // 25.6
+    desktop.log.Clear();
+    view->ShowMonth(3, 2027);
+    EXPECT_EQ(TakeLog().front(), "Call box.Line 38,297,60,1705,312,-2147483633") << "(27,5,155,26) in twips";
 }
 
 TEST_F(MonthView, AFailingCreateIsASavedErrorAndFalse) {
@@ -114,7 +185,9 @@ TEST_F(MonthView, AFailingCreateIsASavedErrorAndFalse) {
         fresh.Resize();
         EXPECT_EQ(TakeLog(), Lines{}) << "not created";
     }
-    EXPECT_NE(component.error.Saved().description.find(u"Refused"), Text::npos);
+    EXPECT_EQ(component.error.Saved().number, 1234);
+    EXPECT_EQ(component.error.Saved().source, u"KWOMonthView.Create");
+    EXPECT_EQ(component.error.Saved().description, u"Refused");
     // What only the drawing needs is no saved error, but no success either.
     for (const TextView member : {u"Font", u"Refresh"}) {
         KWOMonthView fresh(component);
@@ -129,6 +202,15 @@ TEST_F(MonthView, AFailingCreateIsASavedErrorAndFalse) {
     EXPECT_FALSE(view->Create(box, focus, {.spinInterval = std::int32_t{40'000}}));
     Date beyond = {3'000'000};
     EXPECT_FALSE(view->Create(box, beyond, {}));
+}
+
+TEST_F(MonthView, AFailingCreateReplacesTheErrorThatWasSavedBefore) {
+    component.error.KWO_SaveError({77, u"Elsewhere", u"An hour ago", {}, 0}, {.source = u"Elsewhere"});
+    box->FailMember(u"Parent", Refusal(1234));
+    EXPECT_FALSE(Create(On(2026, 11, 21)));
+    EXPECT_EQ(component.error.Saved().number, 1234);
+    EXPECT_EQ(component.error.Saved().source, u"KWOMonthView.Create");
+    EXPECT_EQ(component.error.Saved().description, u"Refused");
 }
 
 TEST_F(MonthView, TheControlsWindowIsReadWithTheNotificationArgument) {
@@ -157,6 +239,19 @@ TEST_F(MonthView, NothingHappensBeforeItIsCreated) {
     EXPECT_EQ(view->DayBevel(), 1);
     EXPECT_EQ(view->SelDay(), Date{});
     EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(MonthView, NothingHappensAfterASecondCreateThatRaised) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    box->FailMember(u"Parent", Refusal());
+    EXPECT_FALSE(Create(On(2026, 11, 21), {.canMultiSelect = true}));
+    box->MendMember(u"Parent");
+    desktop.log.Clear();
+    Click(2026, 11, 5);
+    view->Resize();
+    view->SelDaysAdd(On(2026, 11, 5));
+    EXPECT_EQ(TakeLog(), Lines{});
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
 }
 
 TEST_F(MonthView, NothingHappensAfterAFailedSecondCreate) {
@@ -205,9 +300,40 @@ TEST_F(ShowMonthTest, MonthsRunOnIntoTheNextYear) {
     EXPECT_EQ(Visible(), IntPair(1, 2027));
 }
 
-TEST_F(ShowMonthTest, BeforeCreateTheStoredMonthChangesAndTheBoxIsMissing) {
+using BeforeCreateIntended = MonthView;
+
+TEST_F(BeforeCreateIntended, ShowMonthStoresTheMonthAndMissesTheBox) {
+    // A reader would expect either an error that changes nothing or a month that is shown later.
     EXPECT_EQ(Raised([&] { view->ShowMonth(3, 2027); }).number, 91);
     EXPECT_EQ(Visible(), IntPair(3, 2027));
+}
+
+TEST_F(BeforeCreateIntended, MinDateStoresTheLimitAndMissesTheBox) {
+    EXPECT_EQ(Raised([&] { view->SetMinDate({On(2027, 2, 15).days + 0.5}); }).number, 91);
+    EXPECT_EQ(view->MinDate(), On(2027, 2, 15));
+    EXPECT_EQ(Visible(), IntPair(2, 2027));
+    KWOMonthView fresh(component);
+    EXPECT_EQ(Raised([&] { fresh.SetMinDate({0}); }).number, 91) << "also for no limit";
+    EXPECT_EQ(fresh.MinDate(), Date{});
+    EXPECT_TRUE(Create(On(2026, 11, 21)));
+    Key(33);
+    EXPECT_EQ(Visible(), IntPair(11, 2026)) << "what was stored counts from then on";
+    Key(34);
+    Key(34);
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(11, 2026)) << "nor can the limit be reached from below";
+}
+
+TEST_F(BeforeCreateIntended, MaxDateStoresTheLimitWithoutAnError) {
+    for (const Date limit : {On(2026, 12, 24), Date{0}}) {
+        KWOMonthView fresh(component);
+        EXPECT_EQ(Raised([&] { fresh.SetMaxDate(limit); }).number, 0);
+        EXPECT_EQ(fresh.MaxDate(), limit);
+    }
+    view->SetMaxDate(On(2026, 12, 24));
+    EXPECT_TRUE(Create(On(2026, 12, 1)));
+    Key(34);
+    EXPECT_EQ(Visible(), IntPair(12, 2026));
 }
 
 TEST_F(ShowMonthTest, TheCaptionIsPaintedFirst) {
@@ -242,6 +368,35 @@ TEST_F(MonthChange, TheFormMayRefuse) {
     Key(34);
     EXPECT_EQ(Visible(), IntPair(11, 2026));
     EXPECT_EQ(Drawings(), 0u);
+}
+
+using RefusedMonthIntended = MonthChange;
+
+TEST_F(RefusedMonthIntended, ShowMonthLeavesThePictureOfOneMonthAndTheValuesOfAnother) {
+    Ask();
+    onMonth = Cancel;
+    view->ShowMonth(3, 2027);
+    EXPECT_EQ(TakeLog(), (Lines{"Call form.OnChangeMonth <PictureBox>,3,2027,False"})) << "still November 2026";
+    EXPECT_EQ(Visible(), IntPair(3, 2027)) << "a reader would expect the month that is seen";
+    view->Resize();
+    EXPECT_EQ(desktop.log.Starting("DrawText").front(), "DrawText 77 \"March, 2027\" (24,5,109,23) 0x8025");
+
+    Ready(On(2026, 11, 21));
+    view->SetMaxDate(On(2026, 11, 30));
+    desktop.log.Clear();
+    view->ShowMonth(3, 2027);
+    EXPECT_EQ(TakeLog(), Lines{}) << "limits refuse in the same way";
+    EXPECT_EQ(Visible(), IntPair(3, 2027));
+}
+
+TEST_F(MonthChange, LimitsRefuseBeforeTheFormIsAsked) {
+    Ask();
+    view->SetMinDate(On(2026, 11, 1));
+    view->SetMaxDate(On(2026, 11, 30));
+    desktop.log.Clear();
+    Key(33);
+    Key(34);
+    EXPECT_EQ(TakeLog(), Lines{});
 }
 
 TEST_F(MonthChange, AFormWithoutTheProcedureRefusesNothing) {
@@ -346,6 +501,17 @@ TEST_F(DateLimits, TheFirstDayOfTheCenturyIsALimitAsWell) {
     EXPECT_EQ(Visible(), IntPair(12, 1899));
 }
 
+TEST_F(DateLimits, ZeroIsNoLimit) {
+    Ready(On(2026, 11, 21));
+    view->SetMinDate({0});
+    view->ShowMonth(1, 1850);
+    EXPECT_EQ(Drawings(), 1u) << "before the date 0";
+    view->SetMaxDate({0});
+    desktop.log.Clear();
+    view->ShowMonth(1, 2027);
+    EXPECT_EQ(Drawings(), 1u) << "after the date 0";
+}
+
 TEST_F(DateLimits, SelDaysAddKnowsNoLimits) {
     Ready(On(2026, 11, 21));
     view->SetMinDate(On(2026, 11, 1));
@@ -371,6 +537,15 @@ TEST_F(DateLimits, WhatIsNoDateIsRefused) {
 }
 
 using MaxDateIntended = MonthView;
+
+TEST_F(MaxDateIntended, ActsInItsOwnMonthAlsoWhereThatHas31Days) {
+    Ready(On(2026, 1, 20));
+    view->SetMaxDate(On(2026, 1, 31));
+    EXPECT_EQ(Drawings(), 1u);
+    desktop.log.Clear();
+    view->SetMaxDate(On(2026, 2, 1));
+    EXPECT_EQ(Drawings(), 0u);
+}
 
 TEST_F(MaxDateIntended, ActsInTheMaximumsOwnMonth) {
     Ready(On(2026, 11, 21));
@@ -548,6 +723,24 @@ TEST_F(DaySelection, ATimeInTheEveningIsTheNextDay) {
     EXPECT_FALSE(view->IsSelected({On(2026, 11, 5).days + 0.25}));
 }
 
+TEST_F(DaySelection, RemovingADayRedrawsNothing) {
+    Ready(On(2026, 11, 21), {.selDate = On(2026, 11, 5), .canChange = true});
+    view->SelDaysRemove(On(2026, 11, 5));
+    EXPECT_EQ(TakeLog(), Lines{});
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
+}
+
+TEST_F(DaySelection, ADoubleClickRepeatsItsLastButton) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    Click(2026, 11, 5);
+    const auto [x, y] = PlaceOf(2026, 11, 5);
+    view->MouseDown(2, x, y);
+    view->MouseUp();
+    view->DblClick();
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5))) << "it was the right one";
+    EXPECT_EQ(Notifications().size(), 1u);
+}
+
 TEST_F(DaySelection, AHandlerMayClickAndResizeWhileItIsAsked) {
     Ready(On(2026, 11, 21), {.canMultiSelect = true});
     int depth = 0;
@@ -626,6 +819,41 @@ TEST_F(SpinButtons, OffTheButtonTheStepsStopAndGoOnWhenItIsBack) {
     EXPECT_EQ(Buttons(),
               (Lines{"DrawFrameControl 77 (110,4,129,23) 3 0x203", "DrawFrameControl 77 (110,4,129,23) 3 0x3",
                      "DrawFrameControl 77 (110,4,129,23) 3 0x203", "DrawFrameControl 77 (110,4,129,23) 3 0x3"}));
+}
+
+TEST_F(SpinButtons, AMovementOffAndOntoTheButtonShowsAtOnce) {
+    desktop.PostAt(10, [&] {
+        desktop.log.Clear();
+        view->MouseMove(60 * 15, kInside);
+        EXPECT_EQ(TakeLog(), (Lines{"DrawFrameControl 77 (110,4,129,23) 3 0x3", "Call box.Refresh"}));
+        view->MouseMove(kNext, kInside);
+        EXPECT_EQ(TakeLog(), (Lines{"DrawFrameControl 77 (110,4,129,23) 3 0x203", "Call box.Refresh"}));
+        view->MouseUp();
+    });
+    view->MouseDown(1, kNext, kInside);
+}
+
+TEST_F(SpinButtons, AReleaseDrawsTheButtonAndTheCalendar) {
+    desktop.PostAt(10, [&] {
+        desktop.log.Clear();
+        view->MouseUp();
+    });
+    view->MouseDown(1, kNext, kInside);
+    EXPECT_EQ(Drawings(), 1u);
+    EXPECT_EQ(desktop.log.Starting("Call box.Refresh").size(), 2u);
+    const Lines lines = TakeLog();
+    EXPECT_EQ(lines.front(), "DrawFrameControl 77 (110,4,129,23) 3 0x3");
+    EXPECT_EQ(lines.back(), "Call box.Refresh");
+}
+
+TEST_F(SpinButtons, TheNextStepIsCountedFromTheEndOfTheLast) {
+    Ready(On(2026, 11, 21), {.notifyOnChange = true});
+    desktop.clock.msPerReading = 0;
+    onMonth = [&](std::span<Variant>) { desktop.Advance(100); };
+    desktop.PostAt(900, [&] { view->MouseUp(); });
+    view->MouseDown(1, kNext, kInside);
+    // At once, and at 250, 500 and 750.
+    EXPECT_EQ(Visible(), IntPair(3, 2027));
 }
 
 TEST_F(SpinButtons, AMovementThatChangesNothingDrawsNothing) {
@@ -811,6 +1039,17 @@ TEST_F(HeldButton, WaitsForMessagesUntilTheNextStepIsDue) {
     EXPECT_EQ(desktop.log.Starting("WaitEx").front(), "WaitEx 100 mask=0xff flags=0x2");
 }
 
+TEST_F(SpinButtons, RepeatsAtNegativeTicksAndAcrossZero) {
+    desktop.clock.msPerReading = 0;
+    for (const std::uint32_t start : {0x80001000u, 0xFFFFFE0Cu}) {
+        Ready(On(2026, 11, 21), {});
+        desktop.clock.SetTickCount(start);
+        desktop.PostAt(1000, [&] { view->MouseUp(); });
+        view->MouseDown(1, kNext, kInside);
+        EXPECT_EQ(Visible(), IntPair(6, 2027)) << start;
+    }
+}
+
 using TicksIntended = SpinButtons;
 
 TEST_F(TicksIntended, TheNextStepBeyondTheLargestTickOverflows) {
@@ -905,6 +1144,33 @@ TEST_F(Keys, OtherKeysDoNothing) {
     for (const std::int16_t code : std::initializer_list<std::int16_t>{0, 9, 27, 35, 36, 65, -1})
         EXPECT_EQ(Key(code), code);
     EXPECT_EQ(TakeLog(), Lines{});
+}
+
+TEST_F(Keys, WorkAsSoonAsThereIsAFocus) {
+    KWOMonthView fresh(component);
+    EXPECT_EQ(Raised([&] { fresh.ShowMonth(3, 2027); }).number, 91);
+    std::int16_t down = 40;
+    EXPECT_EQ(Raised([&] { fresh.KeyDown(down); }).number, 0) << "the 8th; what cannot be drawn is passed over";
+    std::int16_t up = 38;
+    fresh.KeyDown(up);
+    std::int16_t left = 37;
+    EXPECT_EQ(Raised([&] { fresh.KeyDown(left); }).number, 91) << "another month paints its caption first";
+    EXPECT_EQ(fresh.VisibleMonth(), 2);
+    fresh.CanSelect = true;
+    std::int16_t space = 32;
+    fresh.KeyDown(space);
+    EXPECT_EQ(space, 0);
+    EXPECT_TRUE(fresh.IsSelected(On(2027, 2, 28)));
+}
+
+TEST_F(Keys, DoNothingWhileTheFocusIsTheDateZero) {
+    Ready(On(2026, 11, 21));
+    view->SetMaxDate({0});
+    desktop.log.Clear();
+    for (const std::int16_t code : std::initializer_list<std::int16_t>{38, 40, 37, 39, 33, 34, 13, 32})
+        EXPECT_EQ(Key(code), code);
+    EXPECT_EQ(TakeLog(), Lines{});
+    EXPECT_EQ(Visible(), IntPair(12, 1899));
 }
 
 TEST_F(Keys, TheEndsOfTheCalendarAreErrors) {

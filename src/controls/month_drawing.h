@@ -50,6 +50,7 @@ public:
         : mBox(box), mPlatform(services), mLocale(locale), mTwips(twips) {}
 
     void SpinButton(const MonthLayout& layout, std::size_t which, bool pressed) const;
+    /// With `plain`, every day is drawn as one that is not selected.
     void Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthContent& content, bool plain) const;
     /// The caption alone, on a fresh ground.
     void Caption(const MonthLayout& layout, Date focusDate) const;

@@ -293,6 +293,29 @@ TEST_F(MonthDrawingTest, TheContextIsReadBeforeEveryDrawingCall) {
     }
 }
 
+TEST_F(MonthDrawingTest, APlainCalendarShowsNoDayAsSelected) {
+    const platform::Platform services = desktop.Services();
+    const TwipsPerPixel twips;
+    PictureBox plainBox(services);
+    plainBox.Assign(box);
+    const MonthDrawing drawing(plainBox, services, component.locale, twips);
+    MonthStyle style;
+    style.captionBevel = Bevel::Of(0);
+    style.headerBevel = style.dayBevel = Bevel::Of(3);
+    style.captionColour = MonthStyle::kButtonText;
+    style.headerColour = MonthStyle::kGreyText;
+    style.dayColour = MonthStyle::kWindowText;
+    style.selectedColour = MonthStyle::kHighlightText;
+    const MonthContent content = {On(2026, 11, 21), 21, [](std::int16_t day) { return day < 8; }};
+    const MonthLayout layout = MonthLayout::Of(195, 2000, 3000, twips);
+    Picture picture;
+    drawing.Calendar(layout, style, content, true);
+    EXPECT_EQ(TakeLog(), picture.Drawn());
+    picture.selected = {1, 2, 3, 4, 5, 6, 7};
+    drawing.Calendar(layout, style, content, false);
+    EXPECT_EQ(TakeLog(), picture.Drawn());
+}
+
 TEST_F(MonthDrawingTest, TheFocusIsShownOnADayThatIsNotSelected) {
     Show(On(2026, 11, 21));
     view->SelDaysRemove(On(2026, 11, 21));

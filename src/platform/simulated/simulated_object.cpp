@@ -25,6 +25,10 @@ void SimulatedObject::SetProperty(TextView name, Variant value) {
     mProperties[Folded(name)] = std::move(value);
 }
 
+void SimulatedObject::FixProperty(TextView name) {
+    mFixed.insert(Folded(name));
+}
+
 std::optional<Variant> SimulatedObject::Property(TextView name) const {
     const auto found = mProperties.find(Folded(name));
     if (found == mProperties.end()) return std::nullopt;
@@ -56,7 +60,7 @@ void SimulatedObject::Let(TextView member, const Variant& value) {
     RaiseIfFailing(member);
     const auto found = mProperties.find(Folded(member));
     if (found == mProperties.end()) RaiseRuntime(RuntimeError::NoSuchMember);
-    found->second = value;
+    if (!mFixed.contains(found->first)) found->second = value;
 }
 
 void SimulatedObject::Set(TextView member, const HostObjectRef& value) {

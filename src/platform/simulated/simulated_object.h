@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <optional>
 #include <vector>
 
@@ -21,6 +22,8 @@ public:
 
     /// Makes the property or changes it, unseen by the log.
     void SetProperty(TextView name, Variant value);
+    /// From now on the property keeps its value, whatever it is let.
+    void FixProperty(TextView name);
     /// The property's value, unseen by the log; nothing when there is none.
     std::optional<Variant> Property(TextView name) const;
     /// Makes a method; changes that it makes to its arguments reach the caller. With named arguments it gets as many
@@ -56,6 +59,7 @@ private:
     Text mTypeName;
     std::string mLabel;
     std::map<Text, Variant> mProperties;
+    std::set<Text> mFixed;
     std::map<Text, Scripted> mMethods;
     std::map<Text, ComponentError> mFailures;
 };
