@@ -171,11 +171,9 @@ bool KWOMonthView::FormRefusesDate(Date date) {
 template <class... Values>
 bool KWOMonthView::FormRefuses(TextView notification, Values&&... values) {
     if (mParentForm == nullptr) return false;
-    // The form may go away in the middle of the call.
-    const HostObjectRef form = mParentForm;
     Variant arguments[] = {mBox.Object(), std::forward<Values>(values)..., false};
     try {
-        form->Call(notification, arguments);
+        mParentForm->Call(notification, arguments);
         return mComponent.platform.conversions.ToBoolean(arguments[std::size(arguments) - 1]);
     } catch (const ComponentError&) {
         return false;

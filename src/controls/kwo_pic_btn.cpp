@@ -129,7 +129,8 @@ void KWOPicBtn::DrawButton(bool pressed, bool framed) {
         mBox.Clear();
         drawing.DrawEdge(mBox.Context(), mClientArea, pressed ? Drawing::kEdgeSunken : Drawing::kEdgeRaised, kAllSides);
         if (framed) drawing.FrameRect(mBox.Context(), mClientArea, mFrameBrush);
-        drawing.DrawText(mBox.Context(), mCaption, pressed ? Offset(mTextArea, 1) : mTextArea, mAlignment | mFormat);
+        const Handle context = mBox.Context();
+        drawing.DrawText(context, mCaption, pressed ? Offset(mTextArea, 1) : mTextArea, mAlignment | mFormat);
         mBox.Refresh();
     });
 }
@@ -201,9 +202,7 @@ void KWOPicBtn::Release(float x, float y, Text& step) {
 void KWOPicBtn::NotifyClick() {
     if (mForm == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
     Variant arguments[] = {mBox.Object()};
-    // The form may let go of this button's form in the middle of the call.
-    const HostObjectRef form = mForm;
-    form->Call(u"OnButtonClick", arguments);
+    mForm->Call(u"OnButtonClick", arguments);
     auto* const box = std::get_if<HostObjectRef>(&arguments[0]);
     if (box == nullptr) platform::RaiseRuntime(platform::RuntimeError::ObjectRequired);
     mBox.Assign(*box);

@@ -154,7 +154,7 @@ void KWOSplitterV::Resize() {
     if (isMinimised) return;
     Try([&] {
         const float limit = Single(mContainer, u"ScaleWidth") - RightMargin - mSplitterSizeInPixels * mUnitsPerPixelX;
-        if (Single(mSplitter, u"Left") >= limit) mSplitter->Let(u"Left", limit);
+        if (Single(mSplitter, u"Left") >= limit) Required(mSplitter).Let(u"Left", limit);
     });
     Try([&] {
         Move(mLeftPane, LeftMargin, TopMargin, Single(mSplitter, u"Left") - LeftMargin,

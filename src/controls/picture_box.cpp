@@ -60,9 +60,15 @@ Colour PictureBox::ForeColour() const {
 void PictureBox::SetFontBold(bool bold) const {
     HostObjectRef font = ObjectProperty(Box(), u"Font");
     if (font == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    // The same font is the same object here as well: it knows its members' names by then.
-    if (mFont == nullptr || !mFont->IsSameAs(*font)) mFont = std::move(font);
-    mFont->Let(u"Bold", bold);
+    // The same font is the same object here as well: it knows its members' names by then. While it is compared, the
+    // box may get another font, or be exchanged itself.
+    const HostObjectRef known = mFont;
+    if (known != nullptr && known->IsSameAs(*font)) {
+        font = known;
+    } else {
+        mFont = font;
+    }
+    font->Let(u"Bold", bold);
 }
 
 void PictureBox::Let(TextView property, const Variant& value) const {

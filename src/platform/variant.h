@@ -66,24 +66,68 @@ inline bool IsObject(const Variant& value) {
 ///
 /// Every call raises what the object raised, with the object's own number, source and description; a member it does
 /// not have is NoSuchMember.
-class HostObject {
+///
+/// Whatever is asked of it, the object may first call the component again, which then may let go of it. So every use
+/// holds the object until it is over; who keeps one in a field needs no reference of its own for the call.
+class HostObject : public std::enable_shared_from_this<HostObject> {
 public:
+    HostObject() = default;
+    HostObject(const HostObject&) = delete;
+    HostObject& operator=(const HostObject&) = delete;
     virtual ~HostObject() = default;
 
-    virtual Variant Get(TextView member, std::span<const Variant> arguments = {}) = 0;
-    virtual void Let(TextView member, const Variant& value) = 0;
-    virtual void Set(TextView member, const HostObjectRef& value) = 0;
+    Variant Get(TextView member, std::span<const Variant> arguments = {}) {
+        const auto held = Held();
+        return DoGet(member, arguments);
+    }
+    void Let(TextView member, const Variant& value) {
+        const auto held = Held();
+        DoLet(member, value);
+    }
+    void Set(TextView member, HostObjectRef value) {
+        const auto held = Held();
+        DoSet(member, value);
+    }
     /// The callee may write back into `arguments`, which are passed by reference.
-    virtual Variant Call(TextView member, std::span<Variant> arguments = {}) = 0;
+    Variant Call(TextView member, std::span<Variant> arguments = {}) {
+        const auto held = Held();
+        return DoCall(member, arguments);
+    }
     /// The same with the arguments named, in the order of `names`.
-    virtual Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) = 0;
+    Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
+        const auto held = Held();
+        return DoCallNamed(member, names, arguments);
+    }
 
     /// True when both are the same object, by identity.
-    virtual bool IsSameAs(const HostObject& other) const = 0;
+    bool IsSameAs(const HostObject& other) const {
+        const auto held = Held();
+        const auto heldOther = other.Held();
+        return DoIsSameAs(other);
+    }
     /// Whether it has a member of that name.
-    virtual bool Knows(TextView member) = 0;
+    bool Knows(TextView member) {
+        const auto held = Held();
+        return DoKnows(member);
+    }
     /// The name of the object's type, empty when it has no type information.
-    virtual Text TypeName() const = 0;
+    Text TypeName() const {
+        const auto held = Held();
+        return DoTypeName();
+    }
+
+private:
+    /// Null for an object that is not shared, whose end nobody can cause by letting go.
+    std::shared_ptr<const HostObject> Held() const { return weak_from_this().lock(); }
+
+    virtual Variant DoGet(TextView member, std::span<const Variant> arguments) = 0;
+    virtual void DoLet(TextView member, const Variant& value) = 0;
+    virtual void DoSet(TextView member, const HostObjectRef& value) = 0;
+    virtual Variant DoCall(TextView member, std::span<Variant> arguments) = 0;
+    virtual Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) = 0;
+    virtual bool DoIsSameAs(const HostObject& other) const = 0;
+    virtual bool DoKnows(TextView member) = 0;
+    virtual Text DoTypeName() const = 0;
 };
 
 }  // namespace kwo::platform

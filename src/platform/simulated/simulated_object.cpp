@@ -47,7 +47,8 @@ void SimulatedObject::MendMember(TextView name) {
     mFailures.erase(Folded(name));
 }
 
-Variant SimulatedObject::Get(TextView member, std::span<const Variant> arguments) {
+Variant SimulatedObject::DoGet(TextView member, std::span<const Variant> arguments) {
+    Used();
     if (logsReads) Record("Get", member, arguments.empty() ? "" : "(" + List(arguments) + ")");
     RaiseIfFailing(member);
     if (const auto value = Property(member); value && arguments.empty()) return *value;
@@ -55,7 +56,8 @@ Variant SimulatedObject::Get(TextView member, std::span<const Variant> arguments
     return MethodNamed(member)(copies);
 }
 
-void SimulatedObject::Let(TextView member, const Variant& value) {
+void SimulatedObject::DoLet(TextView member, const Variant& value) {
+    Used();
     Record("Let", member, " " + Shown(value));
     RaiseIfFailing(member);
     const auto found = mProperties.find(Folded(member));
@@ -63,7 +65,8 @@ void SimulatedObject::Let(TextView member, const Variant& value) {
     if (!mFixed.contains(found->first)) found->second = value;
 }
 
-void SimulatedObject::Set(TextView member, const HostObjectRef& value) {
+void SimulatedObject::DoSet(TextView member, const HostObjectRef& value) {
+    Used();
     Record("Set", member, " " + Shown(Variant(value)));
     RaiseIfFailing(member);
     const auto found = mProperties.find(Folded(member));
@@ -71,7 +74,8 @@ void SimulatedObject::Set(TextView member, const HostObjectRef& value) {
     found->second = value;
 }
 
-Variant SimulatedObject::Call(TextView member, std::span<Variant> arguments) {
+Variant SimulatedObject::DoCall(TextView member, std::span<Variant> arguments) {
+    Used();
     Record("Call", member, arguments.empty() ? "" : " " + List(arguments));
     RaiseIfFailing(member);
     // A method may replace itself while it runs.
@@ -79,7 +83,8 @@ Variant SimulatedObject::Call(TextView member, std::span<Variant> arguments) {
     return method(arguments);
 }
 
-Variant SimulatedObject::CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
+Variant SimulatedObject::DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
+    Used();
     std::string list;
     for (std::size_t i = 0; i < names.size(); ++i) {
         list += (i == 0 ? " " : ",") + ToUtf8(names[i]) + ":=" + Shown(arguments[i]);
@@ -104,8 +109,26 @@ Variant SimulatedObject::CallNamed(TextView member, std::span<const TextView> na
     return result;
 }
 
-bool SimulatedObject::Knows(TextView member) {
+bool SimulatedObject::DoIsSameAs(const HostObject& other) const {
+    Used();
+    return this == &other;
+}
+
+bool SimulatedObject::DoKnows(TextView member) {
+    Used();
     return Property(member).has_value() || mMethods.contains(Folded(member));
+}
+
+Text SimulatedObject::DoTypeName() const {
+    Used();
+    return mTypeName;
+}
+
+void SimulatedObject::Used() const {
+    if (!whenUsed) return;
+    // It may end this object, and itself with it.
+    const std::function<void()> use = whenUsed;
+    use();
 }
 
 void SimulatedObject::Record(std::string_view verb, TextView member, const std::string& rest) {

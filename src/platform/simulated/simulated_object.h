@@ -33,17 +33,11 @@ public:
     void FailMember(TextView name, ComponentError error);
     void MendMember(TextView name);
 
-    Variant Get(TextView member, std::span<const Variant> arguments = {}) override;
-    void Let(TextView member, const Variant& value) override;
-    void Set(TextView member, const HostObjectRef& value) override;
-    Variant Call(TextView member, std::span<Variant> arguments = {}) override;
-    Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
-    bool IsSameAs(const HostObject& other) const override { return this == &other; }
-    bool Knows(TextView member) override;
-    Text TypeName() const override { return mTypeName; }
-
     /// Reads are too many to be in every test's way.
     bool logsReads = false;
+    /// Runs at the beginning of every use, questions for names and types included: a host's own code may do anything
+    /// before it answers, also let go of this object.
+    std::function<void()> whenUsed;
 
 private:
     struct Scripted {
@@ -51,6 +45,16 @@ private:
         std::vector<Text> parameters;
     };
 
+    Variant DoGet(TextView member, std::span<const Variant> arguments) override;
+    void DoLet(TextView member, const Variant& value) override;
+    void DoSet(TextView member, const HostObjectRef& value) override;
+    Variant DoCall(TextView member, std::span<Variant> arguments) override;
+    Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
+    bool DoIsSameAs(const HostObject& other) const override;
+    bool DoKnows(TextView member) override;
+    Text DoTypeName() const override;
+
+    void Used() const;
     void Record(std::string_view verb, TextView member, const std::string& rest);
     void RaiseIfFailing(TextView member) const;
     Method MethodNamed(TextView member) const;

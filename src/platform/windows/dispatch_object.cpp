@@ -90,7 +90,7 @@ ComPtr<IUnknown> IdentityOf(IDispatch* dispatch) {
 
 }  // namespace
 
-Variant DispatchObject::Get(TextView member, std::span<const Variant> arguments) {
+Variant DispatchObject::DoGet(TextView member, std::span<const Variant> arguments) {
     const DISPID id = IdsOf(member).front();
     const std::vector<OwnedVariant> cells = ToVariants(arguments);
     std::vector<VARIANT> backwards;
@@ -102,14 +102,14 @@ Variant DispatchObject::Get(TextView member, std::span<const Variant> arguments)
     return FromVariant(result.Get());
 }
 
-void DispatchObject::Let(TextView member, const Variant& value) {
+void DispatchObject::DoLet(TextView member, const Variant& value) {
     const DISPID id = IdsOf(member).front();
     OwnedVariant cell(ToVariant(value));
     const HRESULT code = Assign(Dispatch(), id, DISPATCH_PROPERTYPUT, cell.Get());
     if (FAILED(code)) RaiseFailure(code);
 }
 
-void DispatchObject::Set(TextView member, const HostObjectRef& value) {
+void DispatchObject::DoSet(TextView member, const HostObjectRef& value) {
     const DISPID id = IdsOf(member).front();
     OwnedVariant cell(ToVariant(value));
     const ComPtr<IDispatch> held(Dispatch());
@@ -119,16 +119,16 @@ void DispatchObject::Set(TextView member, const HostObjectRef& value) {
     if (FAILED(code)) RaiseFailure(code);
 }
 
-Variant DispatchObject::Call(TextView member, std::span<Variant> arguments) {
+Variant DispatchObject::DoCall(TextView member, std::span<Variant> arguments) {
     return CallByReference(IdsOf(member), arguments);
 }
 
-Variant DispatchObject::CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
+Variant DispatchObject::DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
     if (names.size() != arguments.size()) RaiseFailure(DISP_E_BADPARAMCOUNT);
     return CallByReference(IdsOf(member, names), arguments);
 }
 
-bool DispatchObject::IsSameAs(const HostObject& other) const {
+bool DispatchObject::DoIsSameAs(const HostObject& other) const {
     const auto* const reference = dynamic_cast<const DispatchReference*>(&other);
     if (reference == nullptr) return false;
     if (reference->Dispatch() == Dispatch()) return true;
@@ -136,7 +136,7 @@ bool DispatchObject::IsSameAs(const HostObject& other) const {
     return identity.Get() != nullptr && identity.Get() == IdentityOf(reference->Dispatch()).Get();
 }
 
-Text DispatchObject::TypeName() const {
+Text DispatchObject::DoTypeName() const {
     ComPtr<ITypeInfo> info;
     if (FAILED(mDispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.GetAddressOf())) || info.Get() == nullptr) return {};
     OwnedVariant name;
@@ -146,7 +146,7 @@ Text DispatchObject::TypeName() const {
     return std::get<Text>(FromVariant(name.Get()));
 }
 
-bool DispatchObject::Knows(TextView member) {
+bool DispatchObject::DoKnows(TextView member) {
     try {
         IdsOf(member);
         return true;

@@ -21,19 +21,7 @@ class DispatchObject final : public DispatchReference {
 public:
     explicit DispatchObject(IDispatch& dispatch) : mDispatch(&dispatch) {}
 
-    Variant Get(TextView member, std::span<const Variant> arguments = {}) override;
-    void Let(TextView member, const Variant& value) override;
-    void Set(TextView member, const HostObjectRef& value) override;
-    /// Arguments are references to variants, as scripts pass them. An object that refuses those gets references to
-    /// the types they hold. A failing call leaves the arguments as they were.
-    Variant Call(TextView member, std::span<Variant> arguments = {}) override;
-    Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
-
-    bool IsSameAs(const HostObject& other) const override;
-    Text TypeName() const override;
-
     IDispatch* Dispatch() const override { return mDispatch.Get(); }
-    bool Knows(TextView member) override;
 
     /// For objects whose identifiers are part of the platform: spares asking for the name, which can be dear.
     void SetKnownId(TextView member, DISPID id) { mIds.insert_or_assign(Text(member), Ids{id}); }
@@ -41,6 +29,17 @@ public:
 private:
     /// The member's id, followed by those of its arguments.
     using Ids = std::vector<DISPID>;
+
+    Variant DoGet(TextView member, std::span<const Variant> arguments) override;
+    void DoLet(TextView member, const Variant& value) override;
+    void DoSet(TextView member, const HostObjectRef& value) override;
+    /// Arguments are references to variants, as scripts pass them. An object that refuses those gets references to
+    /// the types they hold. A failing call leaves the arguments as they were.
+    Variant DoCall(TextView member, std::span<Variant> arguments) override;
+    Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
+    bool DoIsSameAs(const HostObject& other) const override;
+    bool DoKnows(TextView member) override;
+    Text DoTypeName() const override;
 
     Ids IdsOf(TextView member, std::span<const TextView> names = {});
     Ids AskForIds(TextView member, std::span<const TextView> names) const;

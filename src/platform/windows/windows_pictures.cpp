@@ -15,13 +15,13 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-IDispatch* DispatchOf(HostObject& picture) {
+ComPtr<IDispatch> DispatchOf(HostObject& picture) {
     const auto* const reference = dynamic_cast<const DispatchReference*>(&picture);
     if (reference == nullptr) RaiseRuntime(RuntimeError::ObjectRequired);
     return reference->Dispatch();
 }
 
-ComPtr<IPicture> EarlyBound(IDispatch* dispatch) {
+ComPtr<IPicture> EarlyBound(const ComPtr<IDispatch>& dispatch) {
     ComPtr<IPicture> picture;
     dispatch->QueryInterface(IID_IPicture, reinterpret_cast<void**>(picture.GetAddressOf()));
     return picture;
@@ -35,13 +35,12 @@ std::int32_t WholeNumber(OwnedVariant& value) {
     return static_cast<std::int32_t>(wide.Get().llVal);
 }
 
-std::int32_t PropertyOf(IDispatch* picture, DISPID id) {
-    const ComPtr<IDispatch> held(picture);
+std::int32_t PropertyOf(const ComPtr<IDispatch>& picture, DISPID id) {
     DISPPARAMS none = {};
     ExceptionInfo exception;
     OwnedVariant value;
-    const HRESULT code = held->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.Out(),
-                                      exception.Out(), nullptr);
+    const HRESULT code = picture->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.Out(),
+                                         exception.Out(), nullptr);
     if (code == DISP_E_EXCEPTION) exception.RaiseIt();
     if (FAILED(code)) RaiseFailure(code);
     return WholeNumber(value);
@@ -50,7 +49,8 @@ std::int32_t PropertyOf(IDispatch* picture, DISPID id) {
 }  // namespace
 
 std::int32_t WindowsPictures::Type(HostObject& picture) {
-    IDispatch* const dispatch = DispatchOf(picture);
+    // The picture may let go of its holder's reference while it is asked.
+    const ComPtr<IDispatch> dispatch = DispatchOf(picture);
     const ComPtr<IPicture> early = EarlyBound(dispatch);
     SHORT type = PICTYPE_UNINITIALIZED;
     if (early.Get() == nullptr) return PropertyOf(dispatch, DISPID_PICT_TYPE);
@@ -60,7 +60,7 @@ std::int32_t WindowsPictures::Type(HostObject& picture) {
 }
 
 Handle WindowsPictures::NativeHandle(HostObject& picture) {
-    IDispatch* const dispatch = DispatchOf(picture);
+    const ComPtr<IDispatch> dispatch = DispatchOf(picture);
     const ComPtr<IPicture> early = EarlyBound(dispatch);
     OLE_HANDLE handle = 0;
     if (early.Get() == nullptr) return PropertyOf(dispatch, DISPID_PICT_HANDLE);

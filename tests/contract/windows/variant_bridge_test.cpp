@@ -314,14 +314,14 @@ TEST(VariantBridgeTest, AVariantThatRefersToItselfIsRefused) {
 
 TEST(VariantBridgeTest, ObjectsAndValuesThatAreNotTheSystemsDoNotGoOut) {
     class Other final : public HostObject {
-        Variant Get(TextView, std::span<const Variant>) override { return Empty(); }
-        void Let(TextView, const Variant&) override {}
-        void Set(TextView, const HostObjectRef&) override {}
-        Variant Call(TextView, std::span<Variant>) override { return Empty(); }
-        Variant CallNamed(TextView, std::span<const TextView>, std::span<Variant>) override { return Empty(); }
-        bool Knows(TextView) override { return false; }
-        bool IsSameAs(const HostObject&) const override { return false; }
-        Text TypeName() const override { return {}; }
+        Variant DoGet(TextView, std::span<const Variant>) override { return Empty(); }
+        void DoLet(TextView, const Variant&) override {}
+        void DoSet(TextView, const HostObjectRef&) override {}
+        Variant DoCall(TextView, std::span<Variant>) override { return Empty(); }
+        Variant DoCallNamed(TextView, std::span<const TextView>, std::span<Variant>) override { return Empty(); }
+        bool DoKnows(TextView) override { return false; }
+        bool DoIsSameAs(const HostObject&) const override { return false; }
+        Text DoTypeName() const override { return {}; }
     };
     EXPECT_EQ(Raised([] { ToVariant(HostObjectRef(std::make_shared<Other>())); }).number, kMismatch);
     class OtherValue final : public ForeignValue {};
