@@ -13,6 +13,7 @@ constexpr CLSID kVBScript = {0xB54F3741, 0x5B07, 0x11CF, {0xA4, 0xB0, 0x00, 0xAA
 constexpr CLSID kJScript = {0xF414C260, 0x6AC0, 0x11CF, {0xB6, 0xD1, 0x00, 0xAA, 0x00, 0xBB, 0xBB, 0x58}};
 constexpr int kScriptFailed = 1;
 constexpr wchar_t kErrorSource[] = L"kwohost";
+constexpr wchar_t kCannotStore[] = L"An argument cannot take the value that the procedure assigned to it";
 
 std::wstring Text(BSTR text) {
     return std::wstring(text ? text : L"", SysStringLen(text));
@@ -84,10 +85,15 @@ HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAM
     const Bstr source(raised.bstrSource);
     const Bstr description(raised.bstrDescription);
     SysFreeString(raised.bstrHelpFile);
-    if (SUCCEEDED(called)) return arguments.WriteBack();
-    if (mErrorCount == errorsBefore)
+    if (SUCCEEDED(called)) {
+        const HRESULT stored = arguments.WriteBack();
+        if (SUCCEEDED(stored)) return stored;
+        // The procedure has run. A code that told of types that do not fit would make its caller try others.
+        Report(procedure, stored, kCannotStore);
+    } else if (mErrorCount == errorsBefore) {
         Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? raised.scode : called,
                Text(description.Get()));
+    }
     if (!exception) return DISP_E_EXCEPTION;
     *exception = {};
     exception->scode = mLastError.code;
@@ -114,8 +120,7 @@ void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& pa
         Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? exception.scode : called,
                Text(description.Get()));
     const HRESULT stored = arguments.WriteBack();
-    if (FAILED(stored))
-        Report(procedure, stored, L"An argument cannot take the value that the procedure assigned to it");
+    if (FAILED(stored)) Report(procedure, stored, kCannotStore);
     if (mErrorCount != errorsBefore) End(kScriptFailed);
 }
 

@@ -10,6 +10,7 @@ namespace kwo::com {
 
 namespace {
 
+using platform::Argument;
 using platform::Date;
 using platform::HostObjectRef;
 using platform::Variant;
@@ -32,9 +33,9 @@ public:
 
     STDMETHODIMP Tick(_KWOTimer** timer) override {
         return Run(u".Tick", [&] {
-            std::array arguments = {TimerArgument(timer)};
-            mScript->Call(u"Tick", arguments);
-            TakeTimerBack(arguments[0], timer);
+            std::array arguments = {Argument{TimerArgument(timer)}};
+            mScript->Notify(u"Tick", arguments);
+            TakeTimerBack(arguments[0].value, timer);
         });
     }
 
@@ -49,12 +50,13 @@ public:
     STDMETHODIMP Alarm(_KWOTimer** timer, LONG* alarmData, DATE* newDateTime) override {
         return Run(u".Alarm", [&] {
             const std::int32_t tag = Required(alarmData);
-            std::array arguments = {TimerArgument(timer), Variant(tag), Variant(Date{Required(newDateTime)})};
-            mScript->Call(u"Alarm", arguments);
+            std::array arguments = {Argument{TimerArgument(timer)}, Argument{tag},
+                                    Argument{Date{Required(newDateTime)}}};
+            mScript->Notify(u"Alarm", arguments);
             platform::Conversions& conversions = Component().platform.conversions;
-            *alarmData = conversions.ToInt32(arguments[1]);
-            *newDateTime = conversions.ToDate(arguments[2]).days;
-            TakeTimerBack(arguments[0], timer);
+            *alarmData = conversions.ToInt32(arguments[1].value);
+            *newDateTime = conversions.ToDate(arguments[2].value).days;
+            TakeTimerBack(arguments[0].value, timer);
         });
     }
 

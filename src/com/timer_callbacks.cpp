@@ -12,10 +12,10 @@ namespace kwo::com {
 
 namespace {
 
+using platform::Argument;
 using platform::Date;
 using platform::HostObjectRef;
 using platform::TextView;
-using platform::Variant;
 
 /// The timer as a by-reference argument: whatever the callee leaves there is let go.
 class PassedTimer {
@@ -75,8 +75,8 @@ public:
         : mObject(std::move(object)), mGiven(std::move(given)), mTimer(timer) {}
 
     void Tick() override {
-        std::array arguments = {Variant(platform::windows::MakeHostObject(&mTimer))};
-        mObject->Call(u"Tick", arguments);
+        std::array arguments = {Argument{platform::windows::MakeHostObject(&mTimer)}};
+        mObject->Notify(u"Tick", arguments);
     }
     IDispatch* Given() const override { return mGiven.Get(); }
     _IKWOTimer* Typed() override {
@@ -97,11 +97,11 @@ public:
         : mObject(std::move(object)), mGiven(std::move(given)), mTimer(timer), mConversions(conversions) {}
 
     void Alarm(std::int32_t& itemData, Date& newDateTime) override {
-        std::array arguments = {Variant(platform::windows::MakeHostObject(&mTimer)), Variant(itemData),
-                                Variant(newDateTime)};
-        mObject->Call(u"Alarm", arguments);
-        itemData = mConversions.ToInt32(arguments[1]);
-        newDateTime = mConversions.ToDate(arguments[2]);
+        std::array arguments = {Argument{platform::windows::MakeHostObject(&mTimer)}, Argument{itemData},
+                                Argument{newDateTime}};
+        mObject->Notify(u"Alarm", arguments);
+        itemData = mConversions.ToInt32(arguments[1].value);
+        newDateTime = mConversions.ToDate(arguments[2].value);
     }
     IDispatch* Given() const override { return mGiven.Get(); }
     _IKWOAlarm* Typed() override {

@@ -10,6 +10,7 @@ namespace kwo::controls {
 
 namespace {
 
+using platform::Argument;
 using platform::ComponentError;
 
 constexpr Date kNone{};
@@ -159,22 +160,22 @@ void KWOMonthView::ChangeMonth(std::int32_t offset, Date target) {
 
 bool KWOMonthView::FormRefusesMonth(Date target) {
     const CalendarDay day = DayOf(target);
-    return FormRefuses(u"OnChangeMonth", day.month, day.year);
+    return FormRefuses(u"OnChangeMonth", Argument{day.month, false}, Argument{day.year, false});
 }
 
 bool KWOMonthView::FormRefusesDate(Date date) {
     // Intended: the switch for notifications governs the months alone.
-    return FormRefuses(u"OnChangeDate", date);
+    return FormRefuses(u"OnChangeDate", Argument{date});
 }
 
 /// A form that has no such procedure, or whose procedure fails, refuses nothing.
-template <class... Values>
-bool KWOMonthView::FormRefuses(TextView notification, Values&&... values) {
+template <class... Arguments>
+bool KWOMonthView::FormRefuses(TextView notification, Arguments... asked) {
     if (mParentForm == nullptr) return false;
-    Variant arguments[] = {mBox.Object(), std::forward<Values>(values)..., false};
+    Argument arguments[] = {{mBox.Object()}, std::move(asked)..., {false}};
     try {
-        mParentForm->Call(notification, arguments);
-        return mComponent.platform.conversions.ToBoolean(arguments[std::size(arguments) - 1]);
+        mParentForm->Notify(notification, arguments);
+        return mComponent.platform.conversions.ToBoolean(arguments[std::size(arguments) - 1].value);
     } catch (const ComponentError&) {
         return false;
     }

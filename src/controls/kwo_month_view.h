@@ -87,8 +87,8 @@ private:
     void ChangeMonth(std::int32_t offset, Date target = {});
     bool FormRefusesMonth(Date target);
     bool FormRefusesDate(Date date);
-    template <class... Values>
-    bool FormRefuses(TextView notification, Values&&... values);
+    template <class... Arguments>
+    bool FormRefuses(TextView notification, Arguments... asked);
 
     void ComputeLayout();
     bool Draw();

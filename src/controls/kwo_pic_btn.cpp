@@ -201,9 +201,9 @@ void KWOPicBtn::Release(float x, float y, Text& step) {
 
 void KWOPicBtn::NotifyClick() {
     if (mForm == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    Variant arguments[] = {mBox.Object()};
-    mForm->Call(u"OnButtonClick", arguments);
-    auto* const box = std::get_if<HostObjectRef>(&arguments[0]);
+    platform::Argument arguments[] = {{mBox.Object()}};
+    mForm->Notify(u"OnButtonClick", arguments);
+    auto* const box = std::get_if<HostObjectRef>(&arguments[0].value);
     if (box == nullptr) platform::RaiseRuntime(platform::RuntimeError::ObjectRequired);
     mBox.Assign(*box);
 }

@@ -215,14 +215,14 @@ float KWOSplitterV::Single(const HostObjectRef& object, TextView property) const
 }
 
 void KWOSplitterV::Move(const HostObjectRef& object, float left, float top, float width, float height) const {
-    Variant place[] = {left, top, width, height};
+    const Variant place[] = {left, top, width, height};
     Required(object).Call(u"Move", place);
 }
 
 float KWOSplitterV::UnitsPerPixel(TextView conversion) const {
     platform::Conversions& conversions = mComponent.platform.conversions;
     const std::int16_t mode = conversions.ToInt16(Required(mContainer).Get(u"ScaleMode"));
-    Variant arguments[] = {1.0f, kPixels, mode};
+    const Variant arguments[] = {1.0f, kPixels, mode};
     return conversions.ToSingle(Required(mContainer).Call(conversion, arguments));
 }
 

@@ -80,18 +80,18 @@ double PictureBox::Number(TextView property) const {
 }
 
 double PictureBox::TextHeight(TextView text) const {
-    Variant arguments[] = {Text(text)};
+    const Variant arguments[] = {Text(text)};
     return mPlatform.conversions.ToDouble(Box().Call(u"TextHeight", arguments));
 }
 
 void PictureBox::FillBox(const platform::Rect& corners, Colour colour) const {
     constexpr std::int16_t kFilledBox = 38;
-    Variant arguments[] = {kFilledBox,
-                           static_cast<float>(corners.left),
-                           static_cast<float>(corners.top),
-                           static_cast<float>(corners.right),
-                           static_cast<float>(corners.bottom),
-                           ToVariant(colour)};
+    const Variant arguments[] = {kFilledBox,
+                                 static_cast<float>(corners.left),
+                                 static_cast<float>(corners.top),
+                                 static_cast<float>(corners.right),
+                                 static_cast<float>(corners.bottom),
+                                 ToVariant(colour)};
     Box().Call(u"Line", arguments);
 }
 

@@ -62,6 +62,12 @@ inline bool IsObject(const Variant& value) {
     return object != nullptr && *object != nullptr;
 }
 
+/// An argument that a callee is offered by reference, as a rule of the call says, or only as a value.
+struct Argument {
+    Variant value;
+    bool byReference = true;
+};
+
 /// A caller's object (form, control, font, picture, component), reached by member name.
 ///
 /// Every call raises what the object raised, with the object's own number, source and description; a member it does
@@ -88,12 +94,20 @@ public:
         const auto held = Held();
         DoSet(member, value);
     }
-    /// The callee may write back into `arguments`, which are passed by reference.
-    Variant Call(TextView member, std::span<Variant> arguments = {}) {
+    /// A method of a control, with its arguments by value.
+    Variant Call(TextView member, std::span<const Variant> arguments = {}) {
         const auto held = Held();
         return DoCall(member, arguments);
     }
-    /// The same with the arguments named, in the order of `names`.
+    /// What may be written to is no value: such arguments go to Notify.
+    Variant Call(TextView member, std::span<Variant> arguments) = delete;
+    /// A procedure that a caller wrote to be asked: it may write into the arguments by reference. Whatever types it has
+    /// given its parameters, it runs once if they can take the arguments at all.
+    Variant Notify(TextView member, std::span<Argument> arguments) {
+        const auto held = Held();
+        return DoNotify(member, arguments);
+    }
+    /// A method with its arguments named, in the order of `names`. All go by reference.
     Variant CallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
         const auto held = Held();
         return DoCallNamed(member, names, arguments);
@@ -123,7 +137,8 @@ private:
     virtual Variant DoGet(TextView member, std::span<const Variant> arguments) = 0;
     virtual void DoLet(TextView member, const Variant& value) = 0;
     virtual void DoSet(TextView member, const HostObjectRef& value) = 0;
-    virtual Variant DoCall(TextView member, std::span<Variant> arguments) = 0;
+    virtual Variant DoCall(TextView member, std::span<const Variant> arguments) = 0;
+    virtual Variant DoNotify(TextView member, std::span<Argument> arguments) = 0;
     virtual Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) = 0;
     virtual bool DoIsSameAs(const HostObject& other) const = 0;
     virtual bool DoKnows(TextView member) = 0;

@@ -11,8 +11,8 @@
 
 namespace kwo::com_test {
 
-/// A host's object of members by name, each a function of its arguments in order; on the test's stack. A put comes with
-/// the value as the only argument. The members that were asked for are counted.
+/// A host's object of members by name, each a function of its arguments in order, which it may change; on the test's
+/// stack. A put comes with the value as the only argument. The members that were asked for are counted.
 class MemberObject : public IDispatch {
 public:
     using Arguments = std::vector<VARIANT*>;
@@ -71,10 +71,11 @@ public:
             info->bstrDescription = SysAllocString(L"refused");
             return DISP_E_EXCEPTION;
         }
+        std::vector<Var> copies(parameters->cArgs);
         Arguments given;
-        for (UINT at = parameters->cArgs; at > 0; --at) {
-            VARIANT* value = &parameters->rgvarg[at - 1];
-            given.push_back(value->vt == (VT_BYREF | VT_VARIANT) ? value->pvarVal : value);
+        for (UINT at = 0; at < parameters->cArgs; ++at) {
+            VariantCopyInd(&copies[at], &parameters->rgvarg[parameters->cArgs - 1 - at]);
+            given.push_back(&copies[at]);
         }
         const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
         VARIANT ignored;
@@ -82,6 +83,8 @@ public:
         const Body body = member->second;
         const HRESULT called = body(given, isPut ? nullptr : result != nullptr ? result : &ignored);
         VariantClear(&ignored);
+        for (UINT at = 0; at < parameters->cArgs; ++at)
+            WriteBack(copies[at], parameters->rgvarg[parameters->cArgs - 1 - at]);
         return called;
     }
 
@@ -91,6 +94,21 @@ public:
     ULONG references = 0;
 
 private:
+    /// Into the caller's variable, if it passed one.
+    static void WriteBack(Var& value, VARIANT& passed) {
+        if ((passed.vt & VT_BYREF) == 0) return;
+        const auto type = static_cast<VARTYPE>(passed.vt & ~VT_BYREF);
+        if (type == VT_VARIANT) {
+            VariantCopy(passed.pvarVal, &value);
+            return;
+        }
+        VariantChangeType(&value, &value, 0, type);
+        if (type == VT_DISPATCH) std::swap(*passed.ppdispVal, value.pdispVal);
+        if (type == VT_I4) *passed.plVal = value.lVal;
+        if (type == VT_DATE) *passed.pdate = value.date;
+        if (type == VT_BOOL) *passed.pboolVal = value.boolVal;
+    }
+
     std::map<std::wstring, Body> mMembers;
 };
 

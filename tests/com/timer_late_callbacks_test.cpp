@@ -18,6 +18,8 @@ protected:
     Sink& NewListener(const wchar_t* member) {
         Sink& listener = NewSink();
         listener.member = member;
+        // An object of a script engine is known by this; none of its own members is called here.
+        listener.interfaceId = __uuidof(IDispatchEx);
         const wchar_t* const property = lstrcmpiW(member, L"Tick") == 0 ? L"TimerEvents" : L"AlarmEvents";
         EXPECT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&listener)).status));
         return listener;
@@ -173,6 +175,24 @@ TEST_F(TimerLateCallbacks, ListenerIsGivenTheTagAndTheDateOfTheCaller) {
     EXPECT_EQ(1, listener.calls);
     EXPECT_EQ(3, tag);
     EXPECT_EQ(2.25, date) << "what is not written stays";
+}
+
+TEST_F(TimerLateCallbacks, ListenerOfACompiledHostGetsTypedReferencesAtOnce) {
+    Sink& listener = NewListener(L"Alarm");
+    listener.interfaceId = IID_IDispatch;
+    listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        EXPECT_EQ(VT_BYREF | VT_DISPATCH, arguments.rgvarg[2].vt);
+        EXPECT_EQ(VT_BYREF | VT_I4, arguments.rgvarg[1].vt);
+        EXPECT_EQ(VT_BYREF | VT_DATE, arguments.rgvarg[0].vt);
+        *arguments.rgvarg[1].plVal += 1;
+        *arguments.rgvarg[0].pdate = 6.5;
+        return S_OK;
+    };
+
+    const Forced forced = ForceAlarm();
+    EXPECT_EQ(1, listener.calls);
+    EXPECT_EQ(4, forced.tag);
+    EXPECT_EQ(6.5, forced.date);
 }
 
 TEST_F(TimerLateCallbacks, ListenerThatRefusesVariablesGetsTypedReferences) {

@@ -74,7 +74,23 @@ void SimulatedObject::DoSet(TextView member, const HostObjectRef& value) {
     found->second = value;
 }
 
-Variant SimulatedObject::DoCall(TextView member, std::span<Variant> arguments) {
+Variant SimulatedObject::DoCall(TextView member, std::span<const Variant> arguments) {
+    std::vector<Variant> copies(arguments.begin(), arguments.end());
+    return CallMethod(member, copies);
+}
+
+Variant SimulatedObject::DoNotify(TextView member, std::span<Argument> arguments) {
+    std::vector<Variant> copies;
+    for (const Argument& argument : arguments)
+        copies.push_back(argument.value);
+    Variant result = CallMethod(member, copies);
+    for (std::size_t at = 0; at < copies.size(); ++at) {
+        if (arguments[at].byReference) arguments[at].value = copies[at];
+    }
+    return result;
+}
+
+Variant SimulatedObject::CallMethod(TextView member, std::span<Variant> arguments) {
     Used();
     Record("Call", member, arguments.empty() ? "" : " " + List(arguments));
     RaiseIfFailing(member);

@@ -26,8 +26,9 @@ public:
     void FixProperty(TextView name);
     /// The property's value, unseen by the log; nothing when there is none.
     std::optional<Variant> Property(TextView name) const;
-    /// Makes a method; changes that it makes to its arguments reach the caller. With named arguments it gets as many
-    /// as `parameters` has, in that order, Missing where the caller gave none. A property with arguments is a method.
+    /// Makes a method; changes that it makes to arguments by reference reach the caller. With named arguments it gets
+    /// as many as `parameters` has, in that order, Missing where the caller gave none. A property with arguments is a
+    /// method.
     void SetMethod(TextView name, Method method, std::vector<Text> parameters = {});
     /// From now on every use of the member raises `error`, whether there is such a member or not.
     void FailMember(TextView name, ComponentError error);
@@ -48,12 +49,14 @@ private:
     Variant DoGet(TextView member, std::span<const Variant> arguments) override;
     void DoLet(TextView member, const Variant& value) override;
     void DoSet(TextView member, const HostObjectRef& value) override;
-    Variant DoCall(TextView member, std::span<Variant> arguments) override;
+    Variant DoCall(TextView member, std::span<const Variant> arguments) override;
+    Variant DoNotify(TextView member, std::span<Argument> arguments) override;
     Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
     bool DoIsSameAs(const HostObject& other) const override;
     bool DoKnows(TextView member) override;
     Text DoTypeName() const override;
 
+    Variant CallMethod(TextView member, std::span<Variant> arguments);
     void Used() const;
     void Record(std::string_view verb, TextView member, const std::string& rest);
     void RaiseIfFailing(TextView member) const;

@@ -59,16 +59,20 @@ TEST_F(SimulatedObjectTest, ObjectsAreSetByReference) {
     EXPECT_EQ(form.TypeName(), u"Form");
 }
 
-TEST_F(SimulatedObjectTest, MethodWritesBackIntoItsArguments) {
+TEST_F(SimulatedObjectTest, AProcedureWritesBackIntoArgumentsByReferenceAlone) {
     form.SetMethod(u"OnClick", [](std::span<Variant> arguments) {
-        arguments[1] = true;
+        arguments[0] = arguments[1] = true;
         return Variant(std::int32_t{7});
     });
-    std::array<Variant, 2> arguments = {std::int32_t{3}, false};
+    std::array<Argument, 2> asked = {Argument{std::int32_t{3}, false}, Argument{false}};
 
+    EXPECT_EQ(form.Notify(u"onclick", asked), Variant(std::int32_t{7}));
+    EXPECT_EQ(asked[0].value, Variant(std::int32_t{3}));
+    EXPECT_EQ(asked[1].value, Variant(true));
+    const std::array<Variant, 2> arguments = {std::int32_t{3}, false};
     EXPECT_EQ(form.Call(u"onclick", arguments), Variant(std::int32_t{7}));
-    EXPECT_EQ(arguments[1], Variant(true));
-    EXPECT_EQ(log.Lines(), (Lines{"Call onclick 3,False"}));
+    EXPECT_EQ(arguments[1], Variant(false));
+    EXPECT_EQ(log.Lines(), (Lines{"Call onclick 3,False", "Call onclick 3,False"}));
 }
 
 TEST_F(SimulatedObjectTest, PropertyWithArgumentsIsAMethod) {

@@ -3,11 +3,14 @@
 #include <dispex.h>
 
 #include <algorithm>
+#include <functional>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "platform/component_error.h"
 #include "platform/windows/call_failure.h"
+#include "platform/windows/passed_arguments.h"
 
 namespace kwo::platform::windows {
 
@@ -16,6 +19,12 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+
+/// The codes by which a callee says that it could not be called with arguments of these types. What it does wrong
+/// itself while it runs, a type mismatch included, is an exception: nothing that has run runs again.
+bool RefusesTypes(HRESULT code) {
+    return code == DISP_E_TYPEMISMATCH || code == DISP_E_BADVARTYPE;
+}
 
 /// One call of a member. A refusal of the arguments' types is returned, every other failure raised.
 HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> arguments, std::span<DISPID> names,
@@ -29,7 +38,7 @@ HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> argu
     const HRESULT code =
         held->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, exception.Out(), &badArgument);
     if (code == DISP_E_EXCEPTION) exception.RaiseIt();
-    if (FAILED(code) && code != DISP_E_TYPEMISMATCH && code != DISP_E_MEMBERNOTFOUND) RaiseFailure(code);
+    if (FAILED(code) && !RefusesTypes(code) && code != DISP_E_MEMBERNOTFOUND) RaiseFailure(code);
     return code;
 }
 
@@ -38,48 +47,56 @@ HRESULT Assign(IDispatch* target, DISPID id, WORD flags, VARIANT& value) {
     return Invoke(target, id, flags, {&value, 1}, {&put, 1}, nullptr);
 }
 
-std::vector<OwnedVariant> ToVariants(std::span<const Variant> values) {
-    std::vector<OwnedVariant> cells;
-    cells.reserve(values.size());
+std::vector<Argument> Arguments(std::span<const Variant> values, bool byReference) {
+    std::vector<Argument> arguments;
     for (const Variant& value : values)
-        cells.emplace_back(ToVariant(value));
-    return cells;
+        arguments.push_back({value, byReference});
+    return arguments;
 }
 
-/// A reference to the cell as it is. What was left out stays visible to an object that does not follow references.
-VARIANT ReferenceToCell(VARIANT& cell) {
-    if (cell.vt == VT_ERROR && cell.scode == DISP_E_PARAMNOTFOUND) return cell;
-    VARIANT reference;
-    ::VariantInit(&reference);
-    reference.vt = VT_BYREF | VT_VARIANT;
-    reference.pvarVal = &cell;
-    return reference;
+/// An object of a script engine. It takes whatever it is passed, but writes into references to variants alone.
+bool IsScripts(IDispatch& object) {
+    ComPtr<IDispatchEx> extended;
+    return SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extended.GetAddressOf())));
 }
 
-/// A reference to what the cell holds, where there are references to such values.
-VARIANT ReferenceToValue(VARIANT& cell) {
-    if (cell.vt == VT_EMPTY || cell.vt == VT_NULL || cell.vt == VT_ERROR || cell.vt == VT_RECORD) {
-        return ReferenceToCell(cell);
+/// One way to pass arguments; nothing when it cannot be gone.
+using Way = std::function<std::optional<PassedTypes>(std::span<const Argument>)>;
+
+Way AsDescribed(IDispatch& object, DISPID method, bool objectsAsValues) {
+    return [&object, method, objectsAsValues](std::span<const Argument> arguments) {
+        return DescribedTypes(object, method, arguments.size(), objectsAsValues);
+    };
+}
+
+std::optional<PassedArguments> Passed(std::span<const Argument> arguments, const PassedTypes& types) {
+    try {
+        return PassedArguments(arguments, types);
+    } catch (const ComponentError&) {
+        return std::nullopt;  // a value that the type does not hold
     }
-    VARIANT reference;
-    ::VariantInit(&reference);
-    reference.vt = static_cast<VARTYPE>(VT_BYREF | cell.vt);
-    reference.byref = cell.vt == VT_DECIMAL ? static_cast<void*>(&cell.decVal) : static_cast<void*>(&cell.llVal);
-    return reference;
 }
 
-/// An object that was not replaced stays what it is to the caller.
-bool HoldsTheSameObject(const VARIANT& cell, const Variant& value) {
-    const auto* const object = std::get_if<HostObjectRef>(&value);
-    if (object == nullptr || *object == nullptr || cell.vt != VT_DISPATCH) return false;
-    const auto* const reference = dynamic_cast<const DispatchReference*>(object->get());
-    return reference != nullptr && reference->Dispatch() == cell.pdispVal;
-}
-
-void ReadBack(const std::vector<OwnedVariant>& cells, std::span<Variant> arguments) {
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (!HoldsTheSameObject(cells[i].Get(), arguments[i])) arguments[i] = FromVariant(cells[i].Get());
+/// Calls in the first way that the callee does not refuse.
+Variant CallInOneOf(std::span<const Way> ways, IDispatch* target, DISPID id, std::span<DISPID> names,
+                    std::span<Argument> arguments) {
+    HRESULT code = DISP_E_TYPEMISMATCH;
+    std::vector<PassedTypes> refused;
+    for (const Way& way : ways) {
+        const std::optional<PassedTypes> types = way(arguments);
+        if (!types || std::ranges::find(refused, *types) != refused.end()) continue;
+        std::optional<PassedArguments> passed = Passed(arguments, *types);
+        if (!passed) continue;
+        OwnedVariant result;
+        code = Invoke(target, id, kRead, passed->Backwards(), names, result.Out());
+        if (SUCCEEDED(code)) {
+            passed->ReadBack(arguments);
+            return FromVariant(result.Get());
+        }
+        if (!RefusesTypes(code)) break;
+        refused.push_back(*types);
     }
+    RaiseFailure(code);
 }
 
 ComPtr<IUnknown> IdentityOf(IDispatch* dispatch) {
@@ -92,12 +109,10 @@ ComPtr<IUnknown> IdentityOf(IDispatch* dispatch) {
 
 Variant DispatchObject::DoGet(TextView member, std::span<const Variant> arguments) {
     const DISPID id = IdsOf(member).front();
-    const std::vector<OwnedVariant> cells = ToVariants(arguments);
-    std::vector<VARIANT> backwards;
-    for (auto cell = cells.rbegin(); cell != cells.rend(); ++cell)
-        backwards.push_back(cell->Get());
+    const std::vector<Argument> given = Arguments(arguments, false);
+    PassedArguments passed(given, Values(given));
     OwnedVariant result;
-    const HRESULT code = Invoke(Dispatch(), id, kRead, backwards, {}, result.Out());
+    const HRESULT code = Invoke(Dispatch(), id, kRead, passed.Backwards(), {}, result.Out());
     if (FAILED(code)) RaiseFailure(code);
     return FromVariant(result.Get());
 }
@@ -119,13 +134,36 @@ void DispatchObject::DoSet(TextView member, const HostObjectRef& value) {
     if (FAILED(code)) RaiseFailure(code);
 }
 
-Variant DispatchObject::DoCall(TextView member, std::span<Variant> arguments) {
-    return CallByReference(IdsOf(member), arguments);
+Variant DispatchObject::DoCall(TextView member, std::span<const Variant> arguments) {
+    return DoGet(member, arguments);
+}
+
+Variant DispatchObject::DoNotify(TextView member, std::span<Argument> arguments) {
+    const DISPID id = IdsOf(member).front();
+    const ComPtr<IDispatch> held(mDispatch);
+    std::vector<Way> ways = {TypesAsGiven,
+                             AsDescribed(*held.Get(), id, false),
+                             AsDescribed(*held.Get(), id, true),
+                             VariantReferences,
+                             TypesWithLongs,
+                             TypedReferences,
+                             LongReferences,
+                             Values};
+    if (IsScripts(*held.Get())) ways.emplace(ways.begin(), VariantReferences);
+    return CallInOneOf(ways, held.Get(), id, {}, arguments);
 }
 
 Variant DispatchObject::DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
     if (names.size() != arguments.size()) RaiseFailure(DISP_E_BADPARAMCOUNT);
-    return CallByReference(IdsOf(member, names), arguments);
+    const Ids ids = IdsOf(member, names);
+    Ids backwards(ids.rbegin(), ids.rend() - 1);
+    const ComPtr<IDispatch> held(mDispatch);
+    const Way ways[] = {VariantReferences, TypedReferences};
+    std::vector<Argument> given = Arguments(arguments, true);
+    Variant result = CallInOneOf(ways, held.Get(), ids.front(), backwards, given);
+    for (std::size_t at = 0; at < given.size(); ++at)
+        arguments[at] = std::move(given[at].value);
+    return result;
 }
 
 bool DispatchObject::DoIsSameAs(const HostObject& other) const {
@@ -190,26 +228,6 @@ DispatchObject::Ids DispatchObject::AskForIds(TextView member, std::span<const T
     if (code == DISP_E_UNKNOWNNAME && ids[0] != DISPID_UNKNOWN && !names.empty()) RaiseFailure(DISP_E_PARAMNOTFOUND);
     if (FAILED(code)) RaiseFailure(code);
     return ids;
-}
-
-Variant DispatchObject::CallByReference(const Ids& ids, std::span<Variant> arguments) {
-    const ComPtr<IDispatch> held(mDispatch);
-    Ids names(ids.rbegin(), ids.rend() - 1);
-    OwnedVariant result;
-    HRESULT code = S_OK;
-    for (const auto reference : {ReferenceToCell, ReferenceToValue}) {
-        std::vector<OwnedVariant> cells = ToVariants(arguments);
-        std::vector<VARIANT> backwards;
-        for (auto cell = cells.rbegin(); cell != cells.rend(); ++cell)
-            backwards.push_back(reference(cell->Get()));
-        code = Invoke(held.Get(), ids.front(), kRead, backwards, names, result.Out());
-        if (SUCCEEDED(code)) {
-            ReadBack(cells, arguments);
-            return FromVariant(result.Get());
-        }
-        if (code != DISP_E_TYPEMISMATCH || arguments.empty()) break;
-    }
-    RaiseFailure(code);
 }
 
 HostObjectRef MakeHostObject(IDispatch* dispatch) {

@@ -33,9 +33,12 @@ private:
     Variant DoGet(TextView member, std::span<const Variant> arguments) override;
     void DoLet(TextView member, const Variant& value) override;
     void DoSet(TextView member, const HostObjectRef& value) override;
-    /// Arguments are references to variants, as scripts pass them. An object that refuses those gets references to
-    /// the types they hold. A failing call leaves the arguments as they were.
-    Variant DoCall(TextView member, std::span<Variant> arguments) override;
+    Variant DoCall(TextView member, std::span<const Variant> arguments) override;
+    /// The arguments go as they are given: values, and references to their types. Script engines' objects write into
+    /// references to variants alone and get those. Who refuses the types gets what its type information asks for, and
+    /// at last what hosts without such information may want. A failing call leaves the arguments as they were.
+    Variant DoNotify(TextView member, std::span<Argument> arguments) override;
+    /// References to variants, then to the types of what the arguments hold.
     Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
     bool DoIsSameAs(const HostObject& other) const override;
     bool DoKnows(TextView member) override;
@@ -43,8 +46,6 @@ private:
 
     Ids IdsOf(TextView member, std::span<const TextView> names = {});
     Ids AskForIds(TextView member, std::span<const TextView> names) const;
-    Variant CallByReference(const Ids& ids, std::span<Variant> arguments);
-
     Microsoft::WRL::ComPtr<IDispatch> mDispatch;
     std::map<Text, Ids, std::less<>> mIds;
 };

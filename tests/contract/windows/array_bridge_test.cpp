@@ -132,8 +132,9 @@ TEST(ArrayBridge, CalleeFillsAnArrayThroughAReferenceToAVariant) {
         return S_OK;
     };
     std::array arguments = {Variant(Texts(10, {u"", u""}))};
+    constexpr std::array kNames = {TextView(u"Second")};
 
-    MakeHostObject(&callee)->Call(u"First", arguments);
+    MakeHostObject(&callee)->CallNamed(u"First", kNames, arguments);
 
     EXPECT_EQ(TextsIn(arguments[0]).items, (std::vector<Text>{u"", u"filled"}));
 }
@@ -146,8 +147,9 @@ TEST(ArrayBridge, CalleeWithATypedArgumentFillsItToo) {
         return S_OK;
     };
     std::array arguments = {Variant(Texts(10, {u"", u""}))};
+    constexpr std::array kNames = {TextView(u"Second")};
 
-    MakeHostObject(&callee)->Call(u"First", arguments);
+    MakeHostObject(&callee)->CallNamed(u"First", kNames, arguments);
 
     EXPECT_EQ(TextsIn(arguments[0]).items, (std::vector<Text>{u"", u"filled"}));
 }
@@ -161,8 +163,9 @@ TEST(ArrayBridge, CalleeMayPutAnotherArrayInThePlace) {
         return S_OK;
     };
     std::array arguments = {Variant(Texts(10, {u"", u""}))};
+    constexpr std::array kNames = {TextView(u"Second")};
 
-    MakeHostObject(&callee)->Call(u"First", arguments);
+    MakeHostObject(&callee)->CallNamed(u"First", kNames, arguments);
 
     EXPECT_EQ(TextsIn(arguments[0]).items, (std::vector<Text>{u"", u"filled", u""}));
 }

@@ -4,6 +4,7 @@
 #include <objidl.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "raised.h"
 #include "recording_dispatch.h"
@@ -163,57 +164,189 @@ TEST_F(DispatchObjectTest, SetFallsBackToThePropertyPutOfAnObjectThatHasNoOther)
     EXPECT_EQ(target.calls.size(), 5u);
 }
 
-TEST_F(DispatchObjectTest, CallPassesReferencesToVariantsAndReadsThemBack) {
+TEST_F(DispatchObjectTest, CallPassesValuesLastOneFirst) {
     target.body = [](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
-        VARIANT& first = *parameters.rgvarg[2].pvarVal;
-        EXPECT_EQ(first.lVal, 7);
-        first.vt = VT_BSTR;
-        first.bstrVal = ::SysAllocString(L"new");
-        parameters.rgvarg[1].pvarVal->boolVal = VARIANT_TRUE;
+        parameters.rgvarg[0].vt = VT_EMPTY;
         result->vt = VT_I2;
         result->iVal = 3;
         return S_OK;
     };
-    Variant arguments[] = {std::int32_t{7}, false, Missing{}};
+    const Variant arguments[] = {1.5f, std::int16_t{2}, Missing{}};
 
     EXPECT_EQ(object->Call(u"First", arguments), Variant(std::int16_t{3}));
 
-    EXPECT_EQ(arguments[0], Variant(Text(u"new")));
-    EXPECT_EQ(arguments[1], Variant(true));
-    EXPECT_EQ(arguments[2], Variant(Missing{}));
     ASSERT_EQ(target.calls.size(), 1u);
     EXPECT_EQ(target.calls[0].flags, kRead);
-    EXPECT_EQ(target.calls[0].types, (std::vector<VARTYPE>{VT_ERROR, kVariantReference, kVariantReference}));
+    EXPECT_EQ(target.calls[0].types, (std::vector<VARTYPE>{VT_ERROR, VT_I2, VT_R4}));
+    FailWith(DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(Raised([&] { object->Call(u"First", arguments); }).number, kMismatch);
+    EXPECT_EQ(target.calls.size(), 2u) << "there is no other way to pass a value";
 }
 
-TEST_F(DispatchObjectTest, CallTriesTypedReferencesWhereThoseToVariantsAreRefused) {
+constexpr VARTYPE kReference = VT_BYREF;
+
+/// What a form is asked: an object, a number as a value, a number and a truth by reference.
+class NotifyTest : public DispatchObjectTest {
+protected:
+    using Types = std::vector<VARTYPE>;
+
+    std::vector<Argument> Asked() { return {{MakeHostObject(&other)}, {std::int16_t{11}, false}, {Date{2}}, {false}}; }
+    /// Calls until the object accepts; the types of each try, the first argument first.
+    std::vector<Types> TriesUntil(const std::function<bool(const Types&)>& accepts) {
+        target.body = [&](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+            Types types;
+            for (UINT at = parameters.cArgs; at > 0; --at)
+                types.push_back(parameters.rgvarg[at - 1].vt);
+            tries.push_back(types);
+            return accepts(types) ? S_OK : DISP_E_TYPEMISMATCH;
+        };
+        std::vector<Argument> arguments = Asked();
+        try {
+            object->Notify(u"First", arguments);
+        } catch (const ComponentError& error) {
+            failure = error.number;
+        }
+        return tries;
+    }
+
+    std::vector<Types> tries;
+    std::int32_t failure = 0;
+};
+
+TEST_F(NotifyTest, TheArgumentsGoFirstAsTheyAreGiven) {
+    TriesUntil([](const Types&) { return true; });
+    EXPECT_EQ(tries,
+              (std::vector<Types>{{kReference | VT_DISPATCH, VT_I2, kReference | VT_DATE, kReference | VT_BOOL}}));
+    EXPECT_EQ(target.calls.at(0).flags, kRead);
+}
+
+TEST_F(NotifyTest, ScriptsGetReferencesToVariantsFirst) {
+    target.hasExtended = true;
+    TriesUntil([](const Types&) { return true; });
+    EXPECT_EQ(tries, (std::vector<Types>{Types(4, kVariantReference)}));
+}
+
+TEST_F(NotifyTest, WhoRefusesTheTypesGetsOthersUntilThereAreNoMore) {
+    TriesUntil([](const Types&) { return false; });
+    EXPECT_EQ(failure, kMismatch);
+    const VARTYPE object = kReference | VT_DISPATCH;
+    const VARTYPE date = kReference | VT_DATE;
+    const VARTYPE truth = kReference | VT_BOOL;
+    EXPECT_EQ(tries, (std::vector<Types>{{object, VT_I2, date, truth},
+                                         Types(4, kVariantReference),
+                                         {object, VT_I4, date, truth},
+                                         {object, kReference | VT_I2, date, truth},
+                                         {object, kReference | VT_I4, date, truth},
+                                         {VT_DISPATCH, VT_I2, VT_DATE, VT_BOOL}}));
+}
+
+TEST_F(NotifyTest, ATypeThatIsNoneIsRefusedLikeAWrongOne) {
     target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
-        if (parameters.rgvarg[0].vt == kVariantReference) return DISP_E_TYPEMISMATCH;
-        ++*parameters.rgvarg[0].plVal;
-        EXPECT_EQ(::SysReAllocString(parameters.rgvarg[1].pbstrVal, L"longer than it was"), TRUE);
-        *parameters.rgvarg[2].pboolVal = VARIANT_TRUE;
+        return parameters.rgvarg[0].vt == kVariantReference ? S_OK : DISP_E_BADVARTYPE;
+    };
+    std::vector<Argument> arguments = Asked();
+    EXPECT_NO_THROW(object->Notify(u"First", arguments));
+    EXPECT_EQ(target.calls.size(), 2u);
+}
+
+TEST_F(NotifyTest, WhatRanIsNotRunAgain) {
+    struct Row {
+        HRESULT code;
+        SCODE scode;
+    };
+    for (const Row& row : {Row{DISP_E_EXCEPTION, static_cast<SCODE>(0x800A000D)},
+                           Row{DISP_E_EXCEPTION, DISP_E_TYPEMISMATCH}, Row{DISP_E_EXCEPTION, DISP_E_BADVARTYPE},
+                           Row{DISP_E_OVERFLOW, 0}, Row{DISP_E_BADPARAMCOUNT, 0}, Row{E_FAIL, 0}}) {
+        target.calls.clear();
+        target.body = [&](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+            exception->scode = row.scode;
+            return row.code;
+        };
+        std::vector<Argument> arguments = Asked();
+        EXPECT_NE(Raised([&] { object->Notify(u"First", arguments); }).number, 0);
+        EXPECT_EQ(target.calls.size(), 1u) << std::hex << row.code << ' ' << row.scode;
+    }
+}
+
+TEST_F(NotifyTest, WhatTheObjectWritesComesBackFromReferencesAlone) {
+    target.body = [](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
+        *parameters.rgvarg[0].pboolVal = VARIANT_TRUE;
+        *parameters.rgvarg[1].pdate = 5;
+        parameters.rgvarg[2].iVal = 99;
         (*parameters.rgvarg[3].ppdispVal)->Release();
         *parameters.rgvarg[3].ppdispVal = nullptr;
+        result->vt = VT_I2;
+        result->iVal = 3;
         return S_OK;
     };
-    Variant arguments[] = {MakeHostObject(&other), false, Text(u"short"), std::int32_t{41}};
+    std::vector<Argument> arguments = Asked();
 
-    object->Call(u"First", arguments);
+    EXPECT_EQ(object->Notify(u"First", arguments), Variant(std::int16_t{3}));
 
-    EXPECT_EQ(arguments[0], Variant(HostObjectRef()));
-    EXPECT_EQ(arguments[1], Variant(true));
-    EXPECT_EQ(arguments[2], Variant(Text(u"longer than it was")));
-    EXPECT_EQ(arguments[3], Variant(std::int32_t{42}));
-    ASSERT_EQ(target.calls.size(), 2u);
-    EXPECT_EQ(target.calls[1].types,
-              (std::vector<VARTYPE>{VT_BYREF | VT_I4, VT_BYREF | VT_BSTR, VT_BYREF | VT_BOOL, VT_BYREF | VT_DISPATCH}));
+    EXPECT_EQ(arguments[0].value, Variant(HostObjectRef()));
+    EXPECT_EQ(arguments[1].value, Variant(std::int16_t{11}));
+    EXPECT_EQ(arguments[2].value, Variant(Date{5}));
+    EXPECT_EQ(arguments[3].value, Variant(true));
+}
+
+TEST_F(NotifyTest, WhatScriptsWriteMayHaveAnotherType) {
+    target.hasExtended = true;
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        VARIANT& truth = *parameters.rgvarg[0].pvarVal;
+        truth.vt = VT_BSTR;
+        truth.bstrVal = ::SysAllocString(L"new");
+        return S_OK;
+    };
+    std::vector<Argument> arguments = Asked();
+
+    object->Notify(u"First", arguments);
+
+    EXPECT_EQ(arguments[3].value, Variant(Text(u"new")));
+}
+
+TEST_F(NotifyTest, AnotherWidthOfANumberComesBackAsTheNumberItWas) {
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        if (parameters.rgvarg[0].vt != (VT_BYREF | VT_I4)) return DISP_E_TYPEMISMATCH;
+        *parameters.rgvarg[0].plVal += 1;
+        return S_OK;
+    };
+    Argument arguments[] = {{std::int16_t{41}}};
+
+    object->Notify(u"First", arguments);
+
+    EXPECT_EQ(arguments[0].value, Variant(std::int16_t{42}));
+}
+
+TEST_F(NotifyTest, RefusedArgumentsStayWhatTheyWere) {
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        if (parameters.cArgs == 0) return DISP_E_TYPEMISMATCH;
+        if (parameters.rgvarg[0].vt == kVariantReference) parameters.rgvarg[0].pvarVal->lVal = 99;
+        return DISP_E_TYPEMISMATCH;
+    };
+    Argument arguments[] = {{std::int32_t{1}}};
+
+    EXPECT_EQ(Raised([&] { object->Notify(u"First", arguments); }).number, kMismatch);
+
+    EXPECT_EQ(arguments[0].value, Variant(std::int32_t{1}));
+    target.calls.clear();
+    EXPECT_EQ(Raised([&] { object->Notify(u"First", {}); }).number, kMismatch);
+    EXPECT_EQ(target.calls.size(), 1u) << "without arguments there is nothing else to try";
+}
+
+TEST_F(NotifyTest, AnObjectThatWasNotReplacedStaysTheVeryReference) {
+    const HostObjectRef argument = MakeHostObject(&other);
+    Argument arguments[] = {{argument}};
+
+    object->Notify(u"First", arguments);
+
+    EXPECT_EQ(std::get<HostObjectRef>(arguments[0].value), argument);
 }
 
 TEST_F(DispatchObjectTest, AnArrayIsFilledThroughATypedReference) {
     VARIANT array = {};
     array.vt = VT_ARRAY | VT_I2;
     array.parray = ::SafeArrayCreateVector(VT_I2, 1, 1);
-    Variant arguments[] = {FromVariant(array)};
+    Argument arguments[] = {{FromVariant(array)}};
     ::VariantClear(&array);
     target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
         if (parameters.rgvarg[0].vt != (VT_BYREF | VT_ARRAY | VT_I2)) return DISP_E_TYPEMISMATCH;
@@ -222,38 +355,13 @@ TEST_F(DispatchObjectTest, AnArrayIsFilledThroughATypedReference) {
         return ::SafeArrayPutElement(*parameters.rgvarg[0].pparray, &index, &value);
     };
 
-    object->Call(u"First", arguments);
+    object->Notify(u"First", arguments);
 
-    const OwnedVariant filled(ToVariant(arguments[0]));
+    const OwnedVariant filled(ToVariant(arguments[0].value));
     LONG index = 1;
     SHORT value = 0;
     ASSERT_EQ(::SafeArrayGetElement(filled.Get().parray, &index, &value), S_OK);
     EXPECT_EQ(value, 1234);
-}
-
-TEST_F(DispatchObjectTest, TypesRefusedTwiceAreAMismatchAndTheArgumentsStay) {
-    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
-        if (parameters.cArgs == 0) return DISP_E_TYPEMISMATCH;
-        if (parameters.rgvarg[0].vt == kVariantReference) parameters.rgvarg[0].pvarVal->lVal = 99;
-        return DISP_E_TYPEMISMATCH;
-    };
-    Variant arguments[] = {std::int32_t{1}};
-
-    EXPECT_EQ(Raised([&] { object->Call(u"First", arguments); }).number, kMismatch);
-
-    EXPECT_EQ(target.calls.size(), 2u);
-    EXPECT_EQ(arguments[0], Variant(std::int32_t{1}));
-    EXPECT_EQ(Raised([&] { object->Call(u"First"); }).number, kMismatch);
-    EXPECT_EQ(target.calls.size(), 3u) << "without arguments there is nothing else to try";
-}
-
-TEST_F(DispatchObjectTest, AnObjectArgumentThatWasNotReplacedStaysTheVeryReference) {
-    const HostObjectRef argument = MakeHostObject(&other);
-    Variant arguments[] = {argument};
-
-    object->Call(u"First", arguments);
-
-    EXPECT_EQ(std::get<HostObjectRef>(arguments[0]), argument);
 }
 
 TEST_F(DispatchObjectTest, NamedArgumentsGoByTheirIdsLastOneFirst) {
@@ -274,6 +382,21 @@ TEST_F(DispatchObjectTest, NamedArgumentsGoByTheirIdsLastOneFirst) {
     EXPECT_EQ(target.calls[0].names, (std::vector<DISPID>{11, 10}));
     EXPECT_EQ(target.calls[0].types, (std::vector<VARTYPE>{kVariantReference, kVariantReference}));
     EXPECT_EQ(arguments[1], Variant(std::int32_t{8}));
+}
+
+TEST_F(DispatchObjectTest, NamedArgumentsGoToTheirTypesWhereReferencesToVariantsAreRefused) {
+    target.body = [](DISPPARAMS& parameters, VARIANT*, EXCEPINFO*) {
+        if (parameters.rgvarg[0].vt == kVariantReference) return DISP_E_TYPEMISMATCH;
+        ++*parameters.rgvarg[0].plVal;
+        return S_OK;
+    };
+    const TextView names[] = {u"Second"};
+    Variant arguments[] = {std::int32_t{41}};
+
+    object->CallNamed(u"First", names, arguments);
+
+    EXPECT_EQ(arguments[0], Variant(std::int32_t{42}));
+    EXPECT_EQ(target.calls.size(), 2u);
 }
 
 TEST_F(DispatchObjectTest, UnknownNamesOfArgumentsAreTheirOwnError) {
@@ -413,10 +536,10 @@ TEST_F(DispatchObjectTest, TheTextsOfAnErrorAreFreed) {
 TEST_F(DispatchObjectTest, AFailingCallLeavesNoReferenceToItsArguments) {
     FailWith(E_FAIL);
     const Variant constant[] = {MakeHostObject(&other)};
-    Variant arguments[] = {constant[0]};
+    Argument arguments[] = {{constant[0]}};
 
     Raised([&] { object->Get(u"First", constant); });
-    Raised([&] { object->Call(u"First", arguments); });
+    Raised([&] { object->Notify(u"First", arguments); });
     Raised([&] { object->Let(u"First", constant[0]); });
 
     EXPECT_EQ(other.References(), 2u);
@@ -428,8 +551,8 @@ TEST_F(DispatchObjectTest, ACallMayLetGoOfTheObjectItself) {
         EXPECT_GE(target.References(), 2u) << "the call itself holds the object";
         return target.calls.back().flags == DISPATCH_PROPERTYPUTREF ? DISP_E_MEMBERNOTFOUND : DISP_E_TYPEMISMATCH;
     };
-    Variant arguments[] = {true};
-    EXPECT_EQ(Raised([&] { object->Call(u"First", arguments); }).number, kMismatch);
+    Argument arguments[] = {{true}};
+    EXPECT_EQ(Raised([&] { object->Notify(u"First", arguments); }).number, kMismatch);
     object = MakeHostObject(&target);
     EXPECT_EQ(Raised([&] { object->Set(u"First", nullptr); }).number, kMismatch);
     object = MakeHostObject(&target);

@@ -317,7 +317,8 @@ TEST(VariantBridgeTest, ObjectsAndValuesThatAreNotTheSystemsDoNotGoOut) {
         Variant DoGet(TextView, std::span<const Variant>) override { return Empty(); }
         void DoLet(TextView, const Variant&) override {}
         void DoSet(TextView, const HostObjectRef&) override {}
-        Variant DoCall(TextView, std::span<Variant>) override { return Empty(); }
+        Variant DoCall(TextView, std::span<const Variant>) override { return Empty(); }
+        Variant DoNotify(TextView, std::span<Argument>) override { return Empty(); }
         Variant DoCallNamed(TextView, std::span<const TextView>, std::span<Variant>) override { return Empty(); }
         bool DoKnows(TextView) override { return false; }
         bool DoIsSameAs(const HostObject&) const override { return false; }
