@@ -87,7 +87,7 @@ void KWOMonthView::ApplyOptions(const CreateOptions& options) {
     if (!platform::IsMissing(options.notifyOnChange)) {
         mNotifyOnChange = isTrue(options.notifyOnChange);
         if (platform::IsObject(options.control)) {
-            mControlWindow = conversions.ToInt32(std::get<HostObjectRef>(options.control)->Get(u"hWnd"));
+            mControlWindow = conversions.To32Bits(std::get<HostObjectRef>(options.control)->Get(u"hWnd"));
         }
     }
     CanSelect = isTrue(options.canChange) || MultiSelect;

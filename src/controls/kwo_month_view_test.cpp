@@ -221,6 +221,8 @@ TEST_F(MonthView, TheControlsWindowIsReadWithTheNotificationArgument) {
     EXPECT_TRUE(desktop.log.Starting("Get control").empty());
     Create(On(2026, 11, 21), {.notifyOnChange = false, .control = HostObjectRef(control)});
     EXPECT_EQ(desktop.log.Starting("Get control"), (Lines{"Get control.hWnd"}));
+    control->SetProperty(u"hWnd", 4294967295.0);
+    EXPECT_TRUE(Create(On(2026, 11, 21), {.notifyOnChange = false, .control = HostObjectRef(control)}));
     EXPECT_TRUE(Create(On(2026, 11, 21), {.notifyOnChange = true, .control = Text(u"no object")}));
 }
 

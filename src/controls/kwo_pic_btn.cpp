@@ -285,7 +285,7 @@ bool KWOPicBtn::Form_KeyDown(std::int16_t& keyCode, std::int16_t& shift) {
     if (mForm == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
     const HostObjectRef active = ObjectProperty(*mForm, u"ActiveControl");
     if (active == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    if (mComponent.platform.conversions.ToInt32(active->Get(u"hWnd")) != mBox.Window()) mBox.SetFocus();
+    if (mComponent.platform.conversions.To32Bits(active->Get(u"hWnd")) != mBox.Window()) mBox.SetFocus();
     std::int16_t click = -1;
     KeyDown(click);
     keyCode = 0;

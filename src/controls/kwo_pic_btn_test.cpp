@@ -509,6 +509,17 @@ TEST_F(ButtonAccess, AFormWithoutAnActiveControlIsAnError) {
     EXPECT_EQ(Raised([&] { Press(code, shift); }).number, 91);
 }
 
+TEST_F(ButtonAccess, TheSameWindowWithoutASignIsTheSame) {
+    const auto active = desktop.MakeObject(u"PictureBox", "active");
+    form->SetProperty(u"ActiveControl", HostObjectRef(active));
+    active->SetProperty(u"hWnd", 4294967295.0);
+    box->SetProperty(u"hWnd", std::int32_t{-1});
+    std::int16_t code = 'S';
+    std::int16_t shift = 4;
+    EXPECT_TRUE(Press(code, shift));
+    EXPECT_EQ(desktop.log.Starting("Call box.SetFocus").size(), 0u);
+}
+
 TEST_F(Button, AHandlerMayReplaceThePictureBox) {
     Create();
     desktop.drawing.clientAreas[600] = {0, 0, 10, 10};

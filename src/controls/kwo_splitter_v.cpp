@@ -67,7 +67,7 @@ public:
         const float height = mOwner.Single(mOwner.mSplitter, u"Height");
         Point start = mOwner.mTwips.Pixels(position, top);
         Point end = mOwner.mTwips.Pixels(position, height + top);
-        const Handle window = mOwner.mComponent.platform.conversions.ToInt32(Required(mOwner.mContainer).Get(u"hWnd"));
+        const Handle window = mOwner.mComponent.platform.conversions.To32Bits(Required(mOwner.mContainer).Get(u"hWnd"));
         mScreen.ClientToScreen(window, start);
         mScreen.ClientToScreen(window, end);
         mScreen.MoveTo(mContext, start);
@@ -117,10 +117,10 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
     mSplitter = splitter;
     mForm = ObjectProperty(*left, u"Parent");
     mContainer = ObjectProperty(Required(splitter), u"Container");
-    const std::int32_t window = conversions.ToInt32(Required(mContainer).Get(u"hWnd"));
+    const std::int32_t window = conversions.To32Bits(Required(mContainer).Get(u"hWnd"));
     for (const HostObjectRef& pane : {left, right}) {
         const HostObjectRef container = ObjectProperty(*pane, u"Container");
-        if (conversions.ToInt32(Required(container).Get(u"hWnd")) != window) pane->Set(u"Container", mContainer);
+        if (conversions.To32Bits(Required(container).Get(u"hWnd")) != window) pane->Set(u"Container", mContainer);
     }
     mUnitsPerPixelX = UnitsPerPixel(u"ScaleX");
     mUnitsPerPixelY = UnitsPerPixel(u"ScaleY");

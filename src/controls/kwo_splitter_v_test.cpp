@@ -67,6 +67,19 @@ KWOSplitterV::Options Margins(float leftMargin, float top, float rightMargin, fl
     return {.marginLeft = leftMargin, .marginTop = top, .marginRight = rightMargin, .marginBottom = bottom};
 }
 
+TEST_F(Splitter, TheContainersWindowIsTakenWithOrWithoutASign) {
+    container->SetProperty(u"hWnd", 4294967295.0);
+    const auto same = MakeContainer(-1, "same");
+    left->SetProperty(u"Container", HostObjectRef(same));
+    desktop.screenDrawing.origins[-1] = {100, 50};
+
+    ASSERT_TRUE(Create());
+
+    EXPECT_EQ(left->Property(u"Container"), Variant(HostObjectRef(same))) << "the same window";
+    EXPECT_NO_THROW(splitter->MouseDown(1, 30));
+    EXPECT_EQ(LinesDrawn(), 1u);
+}
+
 TEST_F(Splitter, CreatePlacesTheBarAndFitsThePanes) {
     EXPECT_TRUE(Create());
     EXPECT_EQ(TakeLog(),

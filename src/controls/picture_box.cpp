@@ -30,11 +30,11 @@ HostObjectRef ObjectProperty(platform::HostObject& object, TextView property) {
 }
 
 Handle PictureBox::Context() const {
-    return mPlatform.conversions.ToInt32(Box().Get(u"hDC"));
+    return mPlatform.conversions.To32Bits(Box().Get(u"hDC"));
 }
 
 Handle PictureBox::Window() const {
-    return mPlatform.conversions.ToInt32(Box().Get(u"hWnd"));
+    return mPlatform.conversions.To32Bits(Box().Get(u"hWnd"));
 }
 
 void PictureBox::Clear() const {
@@ -54,7 +54,7 @@ void PictureBox::SetForeColour(Colour colour) const {
 }
 
 Colour PictureBox::ForeColour() const {
-    return static_cast<Colour>(mPlatform.conversions.ToInt32(Box().Get(u"ForeColor")));
+    return static_cast<Colour>(mPlatform.conversions.To32Bits(Box().Get(u"ForeColor")));
 }
 
 void PictureBox::SetFontBold(bool bold) const {

@@ -34,6 +34,29 @@ TEST_F(PictureBoxTest, TheContextIsReadEachTime) {
     EXPECT_EQ(wrapped.Context(), 78);
 }
 
+TEST_F(PictureBoxTest, HandlesAndColoursAreThirtyTwoBitsWithOrWithoutASign) {
+    PictureBox wrapped(component.platform);
+    wrapped.Assign(box);
+    struct Row {
+        Variant given;
+        std::int32_t expected;
+    };
+    for (const Row& row :
+         {Row{4294967295.0, -1}, Row{2147483648.0, INT32_MIN}, Row{-1.0, -1}, Row{std::int32_t{-5}, -5},
+          Row{Text(u"4294901760"), -65536}, Row{platform::Currency::Whole(3000000000), -1294967296}}) {
+        box->SetProperty(u"hDC", row.given);
+        box->SetProperty(u"hWnd", row.given);
+        box->SetProperty(u"ForeColor", row.given);
+        EXPECT_EQ(wrapped.Context(), row.expected);
+        EXPECT_EQ(wrapped.Window(), row.expected);
+        EXPECT_EQ(wrapped.ForeColour(), static_cast<Colour>(row.expected));
+    }
+    for (const double wide : {4294967296.0, -2147483649.0}) {
+        box->SetProperty(u"hWnd", wide);
+        EXPECT_EQ(Raised([&] { wrapped.Window(); }).number, 6);
+    }
+}
+
 TEST_F(PictureBoxTest, AnotherFontIsTakenAtOnce) {
     PictureBox wrapped(component.platform);
     wrapped.Assign(box);

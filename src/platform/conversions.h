@@ -19,6 +19,8 @@ public:
 
     virtual std::int16_t ToInt16(const Variant& value) = 0;
     virtual std::int32_t ToInt32(const Variant& value) = 0;
+    /// The bits of a handle or a colour: of any whole number that 32 bits hold, with or without a sign.
+    virtual std::int32_t To32Bits(const Variant& value) = 0;
     virtual float ToSingle(const Variant& value) = 0;
     virtual double ToDouble(const Variant& value) = 0;
     virtual bool ToBoolean(const Variant& value) = 0;

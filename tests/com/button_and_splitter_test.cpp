@@ -78,6 +78,17 @@ TEST_F(ButtonClass, PropertiesReadBack) {
     EXPECT_EQ(VARIANT_FALSE, Get(mButton.Get(), L"MultiLine").result.boolVal);
 }
 
+TEST_F(ButtonClass, TakesAWindowAndAContextWithoutASign) {
+    mBox.values[L"hWnd"] = Var::UnsignedLong(0xFFFF0001);
+    CreateButton();
+    mBox.Method(L"hDC", [](MemberObject::Arguments&, VARIANT* result) {
+        result->vt = VT_R8;
+        result->dblVal = 4294901761.0;
+        return S_OK;
+    });
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mButton.Get(), L"LostFocus").status));
+}
+
 TEST_F(ButtonClass, KeysComeBackUsedUp) {
     CreateButton();
     SHORT code = 13;
@@ -229,6 +240,13 @@ TEST_F(SplitterClass, FitsThePanesToTheBar) {
     Let(mSplitter.Get(), L"BottomMargin", Var(0.0));
     Call(mSplitter.Get(), L"Resize");
     EXPECT_EQ((Place{60, 30, 1940, 2970}), mLeft.Place());
+}
+
+TEST_F(SplitterClass, TakesAWindowWithoutASign) {
+    mContainer.values[L"hWnd"] = Var::UnsignedLong(0xFFFF0001);
+    EXPECT_TRUE(CreateSplitter());
+    mContainer.values[L"hWnd"] = Var(0xFFFF0001LL);
+    EXPECT_TRUE(CreateSplitter());
 }
 
 TEST_F(SplitterClass, ALineFollowsThePointerAndLeavesNothing) {

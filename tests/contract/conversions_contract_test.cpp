@@ -60,6 +60,14 @@ TEST_F(ConversionsContract, Int32OverflowsAtItsBounds) {
     EXPECT_EQ(conversions.ToInt32(2147483647.25), INT32_MAX);
     EXPECT_EQ(conversions.ToInt32(Text(u"-2147483648")), INT32_MIN);
     EXPECT_EQ(Raised([&] { conversions.ToInt32(2147483648.0); }), kOverflow);
+    EXPECT_EQ(conversions.To32Bits(2147483647.0), INT32_MAX);
+    EXPECT_EQ(conversions.To32Bits(2147483648.0), INT32_MIN);
+    EXPECT_EQ(conversions.To32Bits(4294967295.0), -1);
+    EXPECT_EQ(conversions.To32Bits(-2147483648.0), INT32_MIN);
+    EXPECT_EQ(conversions.To32Bits(Text(u"4294967295")), -1);
+    EXPECT_EQ(Raised([&] { conversions.To32Bits(4294967296.0); }), kOverflow);
+    EXPECT_EQ(Raised([&] { conversions.To32Bits(-2147483649.0); }), kOverflow);
+    EXPECT_EQ(Raised([&] { conversions.To32Bits(Text(u"window")); }), kMismatch);
     EXPECT_EQ(Raised([&] { conversions.ToInt32(-2147483649.0); }), kOverflow);
     EXPECT_EQ(Raised([&] { conversions.ToInt32(2147483647.5); }), kOverflow);
     EXPECT_EQ(Raised([&] { conversions.ToInt32(Text(u"2147483648")); }), kOverflow);

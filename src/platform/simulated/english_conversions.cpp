@@ -117,6 +117,14 @@ std::int32_t EnglishConversions::ToInt32(const Variant& value) {
     return ToInteger<std::int32_t>(value);
 }
 
+std::int32_t EnglishConversions::To32Bits(const Variant& value) {
+    mWorld.MayRaise("VariantChangeType");
+    const double number = std::nearbyint(std::visit(Number{}, value));
+    const bool fits = number >= double{INT32_MIN} && number <= double{UINT32_MAX};
+    if (!fits) Overflow();
+    return static_cast<std::int32_t>(static_cast<std::int64_t>(number));
+}
+
 float EnglishConversions::ToSingle(const Variant& value) {
     mWorld.MayRaise("VariantChangeType");
     const double number = std::visit(Number{}, value);

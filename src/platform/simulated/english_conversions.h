@@ -12,6 +12,7 @@ public:
 
     std::int16_t ToInt16(const Variant& value) override;
     std::int32_t ToInt32(const Variant& value) override;
+    std::int32_t To32Bits(const Variant& value) override;
     float ToSingle(const Variant& value) override;
     double ToDouble(const Variant& value) override;
     bool ToBoolean(const Variant& value) override;

@@ -11,7 +11,7 @@ public:
     explicit SimulatedPictures(Conversions& conversions) : mConversions(conversions) {}
 
     std::int32_t Type(HostObject& picture) override { return mConversions.ToInt32(picture.Get(u"Type")); }
-    Handle NativeHandle(HostObject& picture) override { return mConversions.ToInt32(picture.Get(u"Handle")); }
+    Handle NativeHandle(HostObject& picture) override { return mConversions.To32Bits(picture.Get(u"Handle")); }
 
 private:
     Conversions& mConversions;

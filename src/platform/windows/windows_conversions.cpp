@@ -71,6 +71,15 @@ std::int32_t WindowsConversions::ToInt32(const Variant& value) {
     return static_cast<std::int32_t>(Changed(value, VT_I4).Get().lVal);
 }
 
+std::int32_t WindowsConversions::To32Bits(const Variant& value) {
+    OwnedVariant source(ToVariant(value));
+    // A handle as wide as a pointer repeats its highest bit, whether its type has a sign or not.
+    const bool isPointer = source.Get().vt == VT_UI8;
+    const LONGLONG number = isPointer ? static_cast<LONGLONG>(source.Get().ullVal) : Changed(value, VT_I8).Get().llVal;
+    if (number < INT32_MIN || number > UINT32_MAX) RaiseRuntime(RuntimeError::Overflow);
+    return static_cast<std::int32_t>(number);
+}
+
 float WindowsConversions::ToSingle(const Variant& value) {
     return Changed(value, VT_R4).Get().fltVal;
 }

@@ -108,6 +108,16 @@ TEST_F(WindowsConversionsTest, ThirtyTwoBitsAndNotOneMore) {
     }
 }
 
+TEST_F(WindowsConversionsTest, ThirtyTwoBitsOfAnyType) {
+    EXPECT_EQ(conversions.To32Bits(Outside(VT_UI4, 0xFFFFFFFF)), -1);
+    EXPECT_EQ(conversions.To32Bits(Outside(VT_UINT, 0x80000000)), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(conversions.To32Bits(Outside(VT_I8, 0xFFFFFFFF)), -1);
+    EXPECT_EQ(conversions.To32Bits(Outside(VT_I8, -1)), -1);
+    EXPECT_EQ(conversions.To32Bits(Outside(VT_UI8, -1)), -1) << "a handle as wide as a pointer";
+    EXPECT_EQ(Raised([&] { conversions.To32Bits(Outside(VT_I8, 0x100000000)); }).number, kOverflow);
+    EXPECT_EQ(Raised([&] { conversions.To32Bits(kNotANumber); }).number, kOverflow);
+}
+
 TEST_F(WindowsConversionsTest, SinglesAndDoubles) {
     EXPECT_EQ(conversions.ToSingle(0.1), 0.1f);
     EXPECT_EQ(conversions.ToSingle(3.4028234663852886e38), std::numeric_limits<float>::max());
