@@ -1,5 +1,7 @@
 #include "tray/kwo_sys_tray.h"
 
+#include <utility>
+
 #include "frame/text_routines.h"
 #include "platform/component_error.h"
 #include "platform/pictures.h"
@@ -31,19 +33,22 @@ KWOSysTray::~KWOSysTray() {
     try {
         Destroy();
     } catch (...) {
-        // A release has no way to tell of it, and the host must live on.
+        // A release has no way to tell of it, and the host must live on. The icon goes with its window.
     }
 }
 
 bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& icon, TextView toolTip) {
     if (mAdded) Destroy();
     if (!IsIcon(icon)) return false;
+    TrayRecord record = {.window = window,
+                         .flags = TrayRecord::kMessage | TrayRecord::kIcon | TrayRecord::kTip,
+                         .callbackMessage = kCallbackMessage,
+                         .icon = mComponent.platform.pictures.NativeHandle(*icon),
+                         .tip = Fitted(toolTip)};
+    // The picture may have called Create itself while it was asked: no icon is left that nobody removes.
+    Destroy();
     mIcon = icon;
-    mRecord = {.window = window,
-               .flags = TrayRecord::kMessage | TrayRecord::kIcon | TrayRecord::kTip,
-               .callbackMessage = kCallbackMessage,
-               .icon = mComponent.platform.pictures.NativeHandle(*icon),
-               .tip = Fitted(toolTip)};
+    mRecord = std::move(record);
     mAdded = mComponent.platform.notificationArea.Add(mRecord);
     return mAdded;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -56,6 +57,62 @@ TEST_F(Tray, CreateAddsTheIcon) {
     EXPECT_EQ(Shown().tip, u"Hello");
     EXPECT_EQ(tray->Tip(), u"Hello");
     EXPECT_EQ(tray->Icon(), icon);
+}
+
+TEST_F(Tray, APictureThatCreatesAnIconItselfLeavesNone) {
+    const auto eager = std::dynamic_pointer_cast<SimulatedObject>(Picture(3, 501));
+    for (int use = 1; use <= 2; ++use) {
+        int uses = 0;
+        eager->whenUsed = [&] {
+            if (++uses == use) tray->Create(kWindow + 1, icon, u"inner");
+        };
+        EXPECT_TRUE(tray->Create(kWindow, eager, u"outer")) << use;
+        EXPECT_EQ(desktop.notificationArea.icons.size(), 1u) << use;
+        EXPECT_EQ(Shown().tip, u"outer") << use;
+        EXPECT_EQ(tray->Icon(), eager) << use;
+        tray->Destroy();
+        EXPECT_TRUE(desktop.notificationArea.icons.empty()) << use;
+    }
+}
+
+/// Has no memory left when it is to remove an icon.
+class FailingArea final : public platform::NotificationArea {
+public:
+    bool Add(const platform::TrayRecord&) override { return true; }
+    bool Modify(const platform::TrayRecord&) override { return true; }
+    bool Delete(const platform::TrayRecord&) override {
+        ++deletions;
+        throw std::bad_alloc();
+    }
+    int deletions = 0;
+};
+
+TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
+    platform::simulated::SimulatedDesktop desktop;
+    FailingArea area;
+    const platform::Platform services = desktop.Services();
+    const platform::Platform failing = {services.clock,       services.components,
+                                        services.conversions, services.debugOutput,
+                                        services.desktop,     services.drawing,
+                                        services.eventLog,    services.files,
+                                        services.host,        services.keyboard,
+                                        services.locale,      services.logFiles,
+                                        services.messages,    area,
+                                        services.pictures,    services.processMemory,
+                                        services.programs,    services.registry,
+                                        services.screen,      services.screenDrawing,
+                                        services.errors,      services.fonts,
+                                        services.metrics,     services.timers};
+    frame::Component component(failing);
+    const auto icon = desktop.MakeObject(u"Picture");
+    icon->SetProperty(u"Type", std::int16_t{3});
+    icon->SetProperty(u"Handle", 4294967295.0);
+    {
+        KWOSysTray tray(component);
+        ASSERT_TRUE(tray.Create(kWindow, icon, u"Hello"));
+        EXPECT_THROW(tray.Destroy(), std::bad_alloc);
+    }
+    EXPECT_EQ(area.deletions, 2);
 }
 
 TEST_F(Tray, CreationLeavesTheProgramNameAlone) {
