@@ -1,6 +1,7 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
 #include "kwoutil.h"
+#include "platform/windows/call_failure.h"
 #include "platform/windows/variant_bridge.h"
 #include "registry/kwo_registry.h"
 
@@ -30,8 +31,9 @@ public:
             VARIANT& found = Required(result);
             const platform::Handle openKey = Required(key);
             const Text name = ToText(Required(valueName));
-            found = platform::windows::ToVariant(
-                mRegistry.KWO_RegGetValueEx(openKey, name, platform::windows::FromVariant(defaultValue)));
+            const auto value =
+                mRegistry.KWO_RegGetValueEx(openKey, name, platform::windows::FromVariant(defaultValue));
+            found = value ? platform::windows::ToVariant(*value) : CopyOf(defaultValue);
         });
     }
     STDMETHODIMP KWO_RegDeleteKey(LONG* root, BSTR* keyName, LONG* status) override {
@@ -72,6 +74,14 @@ public:
     }
 
 private:
+    /// The very value, whatever its type.
+    static VARIANT CopyOf(VARIANT& value) {
+        platform::windows::OwnedVariant copy;
+        const HRESULT result = ::VariantCopyInd(copy.Out(), &value);
+        if (FAILED(result)) platform::windows::RaiseFailure(result);
+        return copy.Detach();
+    }
+
     registry::KWORegistry mRegistry;
 };
 

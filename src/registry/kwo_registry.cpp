@@ -26,8 +26,6 @@ constexpr std::uint32_t kNumberType = 4;
 
 constexpr std::uint32_t kValueCapacity = 1024;
 constexpr std::uint32_t kTextCapacity = 260;
-// A store that asks for more each time it is asked is not followed for ever.
-constexpr std::uint32_t kLargestCapacity = 64u << 20;
 
 /// What the platform reported as the value, without the one zero byte that ends a string and without trailing blanks.
 std::string ReportedBytes(const RegistryStore::Value& value) {
@@ -40,6 +38,7 @@ std::string ReportedBytes(const RegistryStore::Value& value) {
 
 /// Intended: the number is read from what is left of the value's bytes after it was cut like a string, and a byte below
 /// 16 gives one digit instead of two, so that numbers with such a byte or with a high byte of 0x20 read back wrongly.
+/// The digits are those of a 32-bit number: four of them from 8000 on are positive, eight from 80000000 on negative.
 Text NumberText(const std::string& bytes) {
     constexpr std::size_t kMostDigits = 8;
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -68,21 +67,21 @@ bool Fits(std::int32_t number) {
     return number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max();
 }
 
-/// `number` as the type that `like` holds; `like` itself when it does not fit or is of no such type.
-Variant NumberLike(const Variant& like, std::int32_t number) {
+/// `number` as the type that `like` holds; nothing when it does not fit or `like` is of no such type.
+std::optional<Variant> NumberLike(const Variant& like, std::int32_t number) {
     return std::visit(
-        [&](const auto& sample) -> Variant {
+        [&](const auto& sample) -> std::optional<Variant> {
             using Type = std::decay_t<decltype(sample)>;
             if constexpr (std::is_same_v<Type, bool>) {
-                return number != 0;
+                return Variant(number != 0);
             } else if constexpr (std::is_integral_v<Type>) {
-                return Fits<Type>(number) ? Variant(static_cast<Type>(number)) : like;
+                return Fits<Type>(number) ? std::optional(Variant(static_cast<Type>(number))) : std::nullopt;
             } else if constexpr (std::is_floating_point_v<Type>) {
-                return static_cast<Type>(number);
+                return Variant(static_cast<Type>(number));
             } else if constexpr (std::is_same_v<Type, platform::Currency>) {
-                return platform::Currency::Whole(number);
+                return Variant(platform::Currency::Whole(number));
             } else {
-                return like;
+                return std::nullopt;
             }
         },
         like);
@@ -97,7 +96,35 @@ bool IsNumber(const Variant& value) {
         value);
 }
 
+/// The room to ask for after `capacity` bytes were too few; 0 when there is no more.
+std::uint32_t MoreThan(std::uint32_t capacity, std::uint32_t reported) {
+    // What cannot tell its length is asked for twice as much.
+    if (reported > capacity) return reported;
+    return capacity <= std::numeric_limits<std::uint32_t>::max() / 2 ? 2 * capacity : 0;
+}
+
 }  // namespace
+
+/// A key that a member has opened; closing it is the last platform call of the member.
+class KWORegistry::OpenedKey {
+public:
+    OpenedKey(KWORegistry& registry, const RegistryStore::KeyResult& result)
+        : mRegistry(registry), mStatus(registry.KeepKey(result)), mKey(result.key) {}
+    ~OpenedKey() {
+        if (mStatus == RegistryStore::kSuccess) mRegistry.Keep(mRegistry.mStore.CloseKey(mKey));
+    }
+    OpenedKey(const OpenedKey&) = delete;
+    OpenedKey& operator=(const OpenedKey&) = delete;
+
+    Status OpenStatus() const { return mStatus; }
+    bool IsOpen() const { return mStatus == RegistryStore::kSuccess; }
+    Handle Get() const { return mKey; }
+
+private:
+    KWORegistry& mRegistry;
+    Status mStatus;
+    Handle mKey;
+};
 
 KWORegistry::KWORegistry(frame::Component& component)
     : mStore(component.platform.registry),
@@ -106,11 +133,11 @@ KWORegistry::KWORegistry(frame::Component& component)
     component.SetProgramName();
 }
 
-Variant KWORegistry::KWO_RegGetValueEx(Handle key, TextView valueName, const Variant& defaultValue) {
+std::optional<Variant> KWORegistry::KWO_RegGetValueEx(Handle key, TextView valueName, const Variant& defaultValue) {
     if (std::holds_alternative<Text>(defaultValue) || std::holds_alternative<platform::Date>(defaultValue)) {
         return ReadText(key, valueName, defaultValue);
     }
-    return IsNumber(defaultValue) ? ReadNumber(key, valueName, defaultValue) : defaultValue;
+    return IsNumber(defaultValue) ? ReadNumber(key, valueName, defaultValue) : std::nullopt;
 }
 
 KWORegistry::Status KWORegistry::KWO_RegDeleteKey(Handle root, TextView keyName) {
@@ -118,11 +145,8 @@ KWORegistry::Status KWORegistry::KWO_RegDeleteKey(Handle root, TextView keyName)
 }
 
 KWORegistry::Status KWORegistry::KWO_RegDeleteValue(Handle root, TextView keyName, TextView valueName) {
-    const Status opened = KeepKey(mStore.OpenKey(root, keyName, kAllAccess));
-    if (opened != RegistryStore::kSuccess) return opened;
-    const Status deleted = Keep(mStore.DeleteValue(mKey, valueName));
-    Keep(mStore.CloseKey(mKey));
-    return deleted;
+    const OpenedKey key(*this, mStore.OpenKey(root, keyName, kAllAccess));
+    return key.IsOpen() ? Keep(mStore.DeleteValue(key.Get(), valueName)) : key.OpenStatus();
 }
 
 Handle KWORegistry::KWO_RegCreateKey(Handle root, TextView keyName) {
@@ -132,24 +156,23 @@ Handle KWORegistry::KWO_RegCreateKey(Handle root, TextView keyName) {
 }
 
 KWORegistry::Status KWORegistry::KWO_RegSetValue(Handle root, TextView keyName, TextView valueName, TextView value) {
-    const Status created = KeepKey(mStore.CreateKey(root, keyName, kWrite, true));
-    if (created != RegistryStore::kSuccess) return created;
+    const OpenedKey key(*this, mStore.CreateKey(root, keyName, kWrite, true));
+    if (!key.IsOpen()) return key.OpenStatus();
     // Intended: the registry never receives an empty string from here.
     const TextView data = value.empty() ? u" " : value;
-    const Status set = Keep(mStore.SetString(mKey, valueName, data, static_cast<std::uint32_t>(data.size() + 1)));
-    Keep(mStore.CloseKey(mKey));
-    return set;
+    // A character of a multi-byte code page counts as its bytes, so that the terminating zero is always included.
+    const auto characters = static_cast<std::uint32_t>(mConversions.ToAnsi(data).size());
+    return Keep(mStore.SetString(key.Get(), valueName, data, characters + 1));
 }
 
 KWORegistry::Status KWORegistry::KWO_RegGetValue(Handle root, TextView keyName, TextView valueName, Text& value) {
     value.clear();
-    const Status opened = KeepKey(mStore.OpenKey(root, keyName, kQueryValue));
-    if (opened != RegistryStore::kSuccess) return opened;
+    const OpenedKey key(*this, mStore.OpenKey(root, keyName, kQueryValue));
+    if (!key.IsOpen()) return key.OpenStatus();
 
-    const RegistryStore::Value found = mStore.Query(mKey, valueName, kValueCapacity, '\0');
+    const RegistryStore::Value found = mStore.Query(key.Get(), valueName, kValueCapacity, '\0');
     Keep(found.status);
     if (found.status == RegistryStore::kSuccess) value = TextOf(found);
-    Keep(mStore.CloseKey(mKey));
     return found.status;
 }
 
@@ -170,27 +193,27 @@ Text KWORegistry::TextOf(const RegistryStore::Value& value) {
     return {};
 }
 
-Variant KWORegistry::ReadText(Handle key, TextView valueName, const Variant& defaultValue) {
+std::optional<Variant> KWORegistry::ReadText(Handle key, TextView valueName, const Variant& like) {
     RegistryStore::Value found = mStore.Query(key, valueName, kTextCapacity, ' ');
     std::uint32_t capacity = kTextCapacity;
-    while (Keep(found.status) == RegistryStore::kMoreData && capacity < kLargestCapacity) {
-        capacity = std::min(found.length > capacity ? found.length : 2 * capacity, kLargestCapacity);
+    while (Keep(found.status) == RegistryStore::kMoreData) {
+        capacity = MoreThan(capacity, found.length);
+        if (capacity == 0) break;
         found = mStore.Query(key, valueName, capacity, ' ');
     }
-    if (found.status != RegistryStore::kSuccess) return defaultValue;
+    if (found.status != RegistryStore::kSuccess) return std::nullopt;
 
     const std::string bytes = found.bytes.substr(0, found.bytes.find('\0'));
     const Text text = frame::TrimRight(mConversions.FromAnsi(bytes));
-    if (std::holds_alternative<Text>(defaultValue)) return text;
+    if (std::holds_alternative<Text>(like)) return text;
     if (text == u"0") return platform::Date{};
-    const auto date = mConversions.ParseDate(text);
-    return date ? Variant(*date) : defaultValue;
+    return mConversions.ParseDate(text);
 }
 
-Variant KWORegistry::ReadNumber(Handle key, TextView valueName, const Variant& defaultValue) {
+std::optional<Variant> KWORegistry::ReadNumber(Handle key, TextView valueName, const Variant& like) {
     const RegistryStore::Value found = mStore.Query(key, valueName, sizeof(std::int32_t), '\0');
-    if (Keep(found.status) != RegistryStore::kSuccess) return defaultValue;
-    return NumberLike(defaultValue, LittleEndian(found.bytes));
+    if (Keep(found.status) != RegistryStore::kSuccess) return std::nullopt;
+    return NumberLike(like, LittleEndian(found.bytes));
 }
 
 }  // namespace kwo::registry

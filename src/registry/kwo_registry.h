@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "frame/component.h"
 #include "platform/registry_store.h"
@@ -21,9 +22,10 @@ public:
 
     explicit KWORegistry(frame::Component& component);
 
-    /// The value under an open key, as the type of `defaultValue`; `defaultValue` itself when it cannot be read or does
-    /// not convert. The key stays open.
-    platform::Variant KWO_RegGetValueEx(Handle key, TextView valueName, const platform::Variant& defaultValue);
+    /// The value under an open key, as the type of `defaultValue`; nothing, which stands for `defaultValue` itself, when
+    /// it cannot be read or does not convert. The key stays open.
+    std::optional<platform::Variant> KWO_RegGetValueEx(Handle key, TextView valueName,
+                                                       const platform::Variant& defaultValue);
     [[nodiscard]] Status KWO_RegDeleteKey(Handle root, TextView keyName);
     [[nodiscard]] Status KWO_RegDeleteValue(Handle root, TextView keyName, TextView valueName);
     /// The open key, which stays open: the caller owns it and there is no member that closes it.
@@ -35,11 +37,13 @@ public:
     [[nodiscard]] Status KWO_RegGetValue(Handle root, TextView keyName, TextView valueName, Text& value);
 
 private:
+    class OpenedKey;
+
     Status Keep(Status status);
     Status KeepKey(const platform::RegistryStore::KeyResult& result);
     Text TextOf(const platform::RegistryStore::Value& value);
-    platform::Variant ReadText(Handle key, TextView valueName, const platform::Variant& defaultValue);
-    platform::Variant ReadNumber(Handle key, TextView valueName, const platform::Variant& defaultValue);
+    std::optional<platform::Variant> ReadText(Handle key, TextView valueName, const platform::Variant& like);
+    std::optional<platform::Variant> ReadNumber(Handle key, TextView valueName, const platform::Variant& like);
 
     platform::RegistryStore& mStore;
     platform::Conversions& mConversions;

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
 #include <string>
 
+#include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
 
 namespace kwo::registry {
@@ -43,8 +46,20 @@ protected:
         EXPECT_EQ(registry.KWO_RegGetValue(kCurrentUser, kPath, name, value), 0);
         return value;
     }
+    std::string LastLine(std::string_view call) { return desktop.log.Starting(call).back(); }
+    /// The last platform result after `body`, whose key does not close.
+    template <class Body>
+    std::int32_t LastResultWhenTheKeyDoesNotClose(Body&& body) {
+        desktop.FailCall("RegCloseKey", 1, 1016);
+        component.apiResult.last = -1;
+        EXPECT_EQ(body(), 0);
+        return component.apiResult.last;
+    }
     Handle OpenKey() { return registry.KWO_RegCreateKey(kCurrentUser, kPath); }
-    Variant ReadLike(const Variant& like) { return registry.KWO_RegGetValueEx(OpenKey(), u"v", like); }
+    Variant ReadLike(const Variant& like) { return ReadLike(OpenKey(), like); }
+    Variant ReadLike(Handle key, const Variant& like) {
+        return registry.KWO_RegGetValueEx(key, u"v", like).value_or(like);
+    }
 };
 using RegSetValueTest = KWORegistryTest;
 using RegGetValueTest = KWORegistryTest;
@@ -54,6 +69,72 @@ using RegDeleteTest = KWORegistryTest;
 using RegSetValueIntended = KWORegistryTest;
 using RegGetValueIntended = KWORegistryTest;
 using RegCreateKeyIntended = KWORegistryTest;
+using RegResultTest = KWORegistryTest;
+
+TEST_F(KWORegistryTest, SetsTheProgramName) {
+    EXPECT_EQ(component.ProgramName(), u"KWOUtil");
+}
+
+TEST_F(RegResultTest, LastPlatformResultIsThatOfTheLastCallOfEachMember) {
+    const Handle key = OpenKey();
+    Text value;
+    EXPECT_EQ(LastResultWhenTheKeyDoesNotClose(
+                  [&] { return registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"); }),
+              1016);
+    EXPECT_EQ(LastResultWhenTheKeyDoesNotClose(
+                  [&] { return registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value); }),
+              1016);
+    EXPECT_EQ(value, u"text");
+    EXPECT_EQ(
+        LastResultWhenTheKeyDoesNotClose([&] { return registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"); }),
+        1016);
+
+    registry.KWO_RegGetValueEx(key, u"v", Text());
+    EXPECT_EQ(component.apiResult.last, 2);
+    registry.KWO_RegGetValueEx(key, u"v", std::int32_t{0});
+    EXPECT_EQ(component.apiResult.last, 2);
+    StoreNumber(u"v", 1);
+    registry.KWO_RegGetValueEx(key, u"v", std::int32_t{0});
+    EXPECT_EQ(component.apiResult.last, 0);
+    EXPECT_EQ(registry.KWO_RegDeleteKey(kCurrentUser, u"Software\\None"), 2);
+    EXPECT_EQ(component.apiResult.last, 2);
+    registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    EXPECT_EQ(component.apiResult.last, 0);
+    EXPECT_EQ(registry.KWO_RegDeleteValue(kCurrentUser, u"Software\\None", u"v"), 2);
+    EXPECT_EQ(component.apiResult.last, 2);
+    registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    EXPECT_EQ(registry.KWO_RegGetValue(kCurrentUser, u"Software\\None", u"v", value), 2);
+    EXPECT_EQ(component.apiResult.last, 2);
+}
+
+TEST_F(RegResultTest, NoKeyStaysOpenWhenAConversionFails) {
+    Store(u"v", kString, "text");
+    Text value;
+    desktop.FailCall("MultiByteToWideChar", 1, 7);
+    EXPECT_THROW((void)registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value), platform::ComponentError);
+    desktop.FailCall("WideCharToMultiByte", 1, 7);
+    EXPECT_THROW((void)registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), platform::ComponentError);
+
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegResultTest, NoKeyStaysOpenWhenThereIsNoMemoryForTheValue) {
+    Store(u"v", kString, "text");
+    desktop.registry.onQuery = [] { throw std::bad_alloc(); };
+    Text value;
+
+    EXPECT_THROW((void)registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value), std::bad_alloc);
+
+    EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegResultTest, CreatedKeysAreInheritable) {
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 0);
+    EXPECT_NE(LastLine("RegCreateKeyEx").find(" inheritable"), std::string::npos);
+    registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    EXPECT_NE(LastLine("RegCreateKeyEx").find(" inheritable"), std::string::npos);
+    EXPECT_EQ(desktop.log.Starting("RegCreateKeyEx").size(), 2u);
+}
 
 TEST_F(RegSetValueTest, StoresAStringWithItsTerminatorAndCreatesTheKey) {
     EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"), 0);
@@ -61,6 +142,16 @@ TEST_F(RegSetValueTest, StoresAStringWithItsTerminatorAndCreatesTheKey) {
     EXPECT_EQ(desktop.registry.Find(kCurrentUser, kPath, u"v")->type, kString);
     EXPECT_NE(desktop.log.Starting("RegSetValueEx").at(0).find(" length=5 "), std::string::npos);
     EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegSetValueTest, TextOfAMultiByteCodePageIsStoredWhole) {
+    desktop.SetCodePage(platform::simulated::CodePage::Utf8);
+    for (const TextView text : {u"Grüße", u"日本語", u"\xD83D\xDE00", u"a", u"ä"}) {
+        EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", text), 0);
+        EXPECT_EQ(Stored(u"v"), platform::simulated::ToUtf8(text) + '\0');
+        EXPECT_EQ(Read(u"v"), text);
+        EXPECT_EQ(ReadLike(Text()), Variant(Text(text)));
+    }
 }
 
 TEST_F(RegSetValueTest, AsksForWriteAccessOnly) {
@@ -111,6 +202,12 @@ TEST_F(RegGetValueTest, AsksForQueryAccessOnlyAndClosesTheKey) {
     EXPECT_NE(desktop.log.Starting("RegOpenKeyEx").at(0).find("access=0x1 "), std::string::npos);
     EXPECT_NE(desktop.log.Starting("RegQueryValueEx").at(0).find("capacity=1024"), std::string::npos);
     EXPECT_EQ(desktop.registry.OpenKeys(), 0u);
+}
+
+TEST_F(RegGetValueTest, BufferIsOfZeros) {
+    Store(u"v", kString, "x");
+    Read(u"v");
+    EXPECT_NE(LastLine("RegQueryValueEx").find("capacity=1024 fill=0x0 "), std::string::npos);
 }
 
 TEST_F(RegGetValueTest, AMissingKeyOrValueIsStatusTwoAndEmpty) {
@@ -166,6 +263,25 @@ TEST_F(RegGetValueIntended, BytesBelowSixteenAndAHighByteOfABlankReadBackWrongly
     EXPECT_EQ(Read(u"v"), u"8388624");
 }
 
+// A reader would expect the number that was stored, and four digits are never a 16-bit number below 0.
+TEST_F(RegGetValueIntended, FourDigitsFrom8000OnArePositiveAndEightAreNegative) {
+    struct Row {
+        std::string bytes;
+        TextView text;
+    };
+    const Row rows[] = {{"\x41\x80", u"32833"},
+                        {"\xFF\xFF", u"65535"},
+                        {"\x10\x80\xFF", u"16744464"},
+                        {std::string("\x01\0\0\x08", 4), u"32769"},
+                        {std::string("\x11\x80\x20\0", 4), u"32785"},
+                        {"\x11\x11\x11\x80", u"-2146365167"},
+                        {"\xFF\xFF\xFF\x7F", u"2147483647"}};
+    for (const Row& row : rows) {
+        Store(u"v", kNumber, row.bytes);
+        EXPECT_EQ(Read(u"v"), row.text);
+    }
+}
+
 TEST_F(RegGetValueTest, ANumberOfTooManyBytesIsEmpty) {
     Store(u"v", kNumber, std::string(5, '\x7F'));
     EXPECT_EQ(Read(u"v"), u"");
@@ -219,6 +335,31 @@ TEST_F(RegCreateKeyIntended, AFailureReturnsTheKeyOfTheCallBefore) {
     EXPECT_EQ(component.apiResult.last, 5);
 }
 
+// A reader would expect 0, or the key that was created.
+TEST_F(RegCreateKeyIntended, AFailureReturnsTheKeyOfAnyMemberCalledBefore) {
+    const Handle created = registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    Text value;
+    const std::function<void()> calls[] = {
+        [&] { (void)registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"); },
+        [&] { (void)registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value); },
+        [&] { (void)registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"); }};
+    for (const auto& call : calls) {
+        call();
+        const std::string closed = LastLine("RegCloseKey");
+        desktop.FailCall("RegCreateKeyEx", 1, 5);
+
+        const Handle shown = registry.KWO_RegCreateKey(kCurrentUser, kPath);
+
+        EXPECT_NE(shown, created);
+        EXPECT_EQ("RegCloseKey " + platform::simulated::Hex(static_cast<std::uint32_t>(shown)) + " -> 0", closed);
+    }
+    const Handle before = registry.KWO_RegCreateKey(kCurrentUser, kPath);
+    registry.KWO_RegGetValueEx(created, u"v", Text());
+    (void)registry.KWO_RegDeleteKey(kCurrentUser, u"Software\\None");
+    desktop.FailCall("RegCreateKeyEx", 1, 5);
+    EXPECT_EQ(registry.KWO_RegCreateKey(kCurrentUser, kPath), before) << "these two use no key of their own";
+}
+
 TEST_F(RegGetValueExTest, NumbersTakeTheTypeOfTheDefault) {
     StoreNumber(u"v", 200);
     EXPECT_EQ(ReadLike(std::int16_t{1}), Variant(std::int16_t{200}));
@@ -257,8 +398,8 @@ TEST_F(RegGetValueExTest, AnUnreadableValueGivesTheDefault) {
     EXPECT_EQ(ReadLike(text), text);
     Store(u"v", kString, "longer than four");
     EXPECT_EQ(ReadLike(number), number);
-    EXPECT_EQ(registry.KWO_RegGetValueEx(0, u"v", text), text);
-    EXPECT_EQ(registry.KWO_RegGetValueEx(99999, u"v", number), number);
+    EXPECT_EQ(ReadLike(0, text), text);
+    EXPECT_EQ(ReadLike(99999, number), number);
 }
 
 TEST_F(RegGetValueExTest, OtherTypesOfDefaultAreReturnedWithoutReading) {
@@ -266,7 +407,7 @@ TEST_F(RegGetValueExTest, OtherTypesOfDefaultAreReturnedWithoutReading) {
     const Handle key = OpenKey();
     for (const Variant& like : {Variant(platform::Empty{}), Variant(platform::Null{}), Variant(platform::Missing{}),
                                 Variant(platform::ErrorValue{7}), Variant(platform::HostObjectRef{})}) {
-        EXPECT_EQ(registry.KWO_RegGetValueEx(key, u"v", like), like);
+        EXPECT_EQ(registry.KWO_RegGetValueEx(key, u"v", like), std::nullopt);
     }
     EXPECT_EQ(desktop.faults.Calls("RegQueryValueEx"), 0);
 }
@@ -289,6 +430,61 @@ TEST_F(RegGetValueExTest, LongTextIsReadWholeWithASecondQuery) {
         EXPECT_EQ(ReadLike(like), Variant(Text(length, u'x')));
         EXPECT_EQ(desktop.faults.Calls("RegQueryValueEx") - before, length < 260 ? 1 : 2) << length;
     }
+}
+
+TEST_F(RegGetValueExTest, BytesOfAnyStoredTypeAreReadAsTheDefaultsType) {
+    StoreNumber(u"v", 0x00434241);
+    EXPECT_EQ(ReadLike(Text(u"default")), Variant(Text(u"ABC")));
+    StoreNumber(u"v", 0x30);
+    EXPECT_EQ(ReadLike(Date{100}), Variant(Date{0}));
+    Store(u"v", kBinary, "text");
+    EXPECT_EQ(ReadLike(Text(u"default")), Variant(Text(u"text")));
+    Store(u"v", kString, std::string("abc\0", 4));
+    EXPECT_EQ(ReadLike(std::int32_t{7}), Variant(std::int32_t{0x00636261}));
+    EXPECT_EQ(ReadLike(std::int16_t{7}), Variant(std::int16_t{7})) << "it does not fit";
+    Store(u"v", kBinary, std::string("\x01\x02\x03\x04\x05", 5));
+    EXPECT_EQ(ReadLike(std::int32_t{7}), Variant(std::int32_t{7})) << "more than four bytes are no number";
+}
+
+TEST_F(RegGetValueExTest, NumbersOfFewerThanFourBytesAreFilledWithZeros) {
+    Store(u"v", kBinary, "\x01\x82");
+    EXPECT_EQ(ReadLike(std::int32_t{7}), Variant(std::int32_t{0x8201}));
+    Store(u"v", kNumber, "\xFF\xFF\xFF");
+    EXPECT_EQ(ReadLike(1.0), Variant(16777215.0));
+    Store(u"v", kString, "");
+    EXPECT_EQ(ReadLike(std::int32_t{7}), Variant(std::int32_t{0}));
+    EXPECT_NE(LastLine("RegQueryValueEx").find("capacity=4 fill=0x0 "), std::string::npos);
+}
+
+TEST_F(RegGetValueExTest, TextIsReadIntoABufferOfBlanks) {
+    Store(u"v", kBinary, "no end");
+    EXPECT_EQ(ReadLike(Text()), Variant(Text(u"no end")));
+    EXPECT_NE(LastLine("RegQueryValueEx").find("capacity=260 fill=0x20 "), std::string::npos);
+    Store(u"v", kBinary, std::string(300, 'x'));
+    EXPECT_EQ(ReadLike(Text()), Variant(Text(300, u'x')));
+    EXPECT_NE(LastLine("RegQueryValueEx").find("capacity=300 fill=0x20 "), std::string::npos);
+}
+
+TEST_F(RegGetValueExTest, TextThatGrowsBetweenTheQueriesIsFollowed) {
+    std::size_t length = 300;
+    int queries = 0;
+    desktop.registry.onQuery = [&] {
+        Store(u"v", kString, std::string(length, 'x') + '\0');
+        if (++queries < 3) length *= 2;
+    };
+
+    EXPECT_EQ(ReadLike(Text(u"default")), Variant(Text(1'200, u'x')));
+    EXPECT_EQ(queries, 4);
+}
+
+TEST_F(RegGetValueExTest, TextOfMoreThan64MiBIsReadWhole) {
+    constexpr std::size_t kLength = (64u << 20) + 5;
+    Store(u"v", kString, std::string(kLength, 'x'));
+
+    const Variant read = ReadLike(Text(u"default"));
+
+    ASSERT_TRUE(std::holds_alternative<Text>(read));
+    EXPECT_EQ(std::get<Text>(read).size(), kLength);
 }
 
 TEST_F(RegGetValueExTest, AFailingSecondQueryGivesTheDefault) {

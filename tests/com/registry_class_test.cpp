@@ -1,3 +1,6 @@
+#include <cstdlib>
+#include <string>
+
 #include "registry_sandbox.h"
 
 namespace kwo::com_test {
@@ -211,6 +214,21 @@ TEST_F(RegistryClass, TextOfTheUsersCodePageGoesInAndOut) {
 
     EXPECT_EQ(ERROR_SUCCESS, SetValue(L"accent", text));
     EXPECT_EQ(text, TextOf(L"accent"));
+}
+
+TEST_F(RegistryClass, TextOfAMultiByteCodePageIsStoredWhole) {
+    const char* const wanted = std::getenv("KWO_CODE_PAGE");
+    if (wanted != nullptr) ASSERT_EQ(wanted, std::to_string(GetACP())) << "the code page that the environment asks for";
+    CPINFO page = {};
+    ASSERT_TRUE(GetCPInfo(CP_ACP, &page));
+    if (page.MaxCharSize < 2) GTEST_SKIP() << "every character of the code page " << GetACP() << " is one byte";
+    for (const std::wstring& text : {std::wstring(L"\x65E5\x672C\x8A9E"), std::wstring(L"a\x65E5"),
+                                     std::wstring(100, L'\x672C')}) {
+        EXPECT_EQ(ERROR_SUCCESS, SetValue(L"wide", text));
+        EXPECT_EQ(text, TextOf(L"wide"));
+        EXPECT_EQ(text, GetValueEx(L"wide", L"default").Text());
+        EXPECT_EQ('\0', StoredBytes(L"wide").back());
+    }
 }
 
 // KWO_RegDeleteValue, KWO_RegDeleteKey
@@ -442,6 +460,35 @@ TEST_F(RegistryClass, GetValueExReturnsDefaultsOfOtherTypesAsTheyAre) {
     LONG lower = 0;
     EXPECT_EQ(Hex(S_OK), Hex(SafeArrayGetLBound(copy.parray, 1, &lower)));
     EXPECT_EQ(3, lower);
+}
+
+TEST_F(RegistryClass, GetValueExReturnsErrorValuesAsTheVeryNumber) {
+    PutNumber(L"number", 5);
+    for (const SCODE code : {SCODE{0}, SCODE{5}, SCODE{0xFFFF}, SCODE{0x10000}, SCODE{-5},
+                             static_cast<SCODE>(0x800A0005), static_cast<SCODE>(0x800A0000), E_FAIL}) {
+        const Var value = GetValueEx(L"number", Var::Error(code));
+        EXPECT_EQ(VT_ERROR, value.vt);
+        EXPECT_EQ(Hex(code), Hex(value.scode));
+    }
+}
+
+TEST_F(RegistryClass, GetValueExReturnsDefaultsOfEveryTypeAsTheyAre) {
+    Probe probe;
+    {
+        Var unknown(static_cast<IDispatch*>(&probe));
+        unknown.vt = VT_UNKNOWN;
+        const Var object = GetValueEx(L"none", unknown);
+        EXPECT_EQ(VT_UNKNOWN, object.vt);
+        EXPECT_EQ(static_cast<IUnknown*>(&probe), object.punkVal);
+    }
+    EXPECT_EQ(0u, probe.References());
+    Var nothing;
+    nothing.vt = VT_UNKNOWN;
+    EXPECT_EQ(VT_UNKNOWN, GetValueEx(L"none", nothing).vt);
+    Var oddBoolean(true);
+    oddBoolean.boolVal = 5;
+    EXPECT_EQ(5, GetValueEx(L"none", oddBoolean).boolVal);
+    EXPECT_EQ(VT_UI4, GetValueEx(L"none", Var::UnsignedLong(7)).vt);
 }
 
 TEST_F(RegistryClass, GetValueExTakesAVariableAsDefault) {

@@ -189,12 +189,12 @@ char16_t EnglishConversions::ToUpper(char16_t character) {
 
 Text EnglishConversions::FromAnsi(std::string_view bytes) {
     mWorld.MayRaise("MultiByteToWideChar");
-    return simulated::FromAnsi(bytes);
+    return simulated::FromAnsi(bytes, mWorld.codePage);
 }
 
 std::string EnglishConversions::ToAnsi(TextView text) {
     mWorld.MayRaise("WideCharToMultiByte");
-    return simulated::ToAnsi(text);
+    return simulated::ToAnsi(text, mWorld.codePage);
 }
 
 }  // namespace kwo::platform::simulated

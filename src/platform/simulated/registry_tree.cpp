@@ -132,15 +132,17 @@ RegistryStore::Status RegistryTree::DeleteValue(Handle key, TextView name) {
 
 RegistryStore::Value RegistryTree::Query(Handle key, TextView name, std::uint32_t capacity, char fill) {
     const auto fault = mWorld.faults.Enter("RegQueryValueEx");
+    if (onQuery) onQuery();
     Value value =
         fault ? Value{*fault, 0, capacity, std::string(capacity, fill)} : Read(key, AnsiArgument(name), capacity, fill);
-    mWorld.log.Add("RegQueryValueEx " + KeyShown(key, name) + " capacity=" + std::to_string(capacity) + " -> " +
+    mWorld.log.Add("RegQueryValueEx " + KeyShown(key, name) + " capacity=" + std::to_string(capacity) +
+                   " fill=" + Hex(static_cast<unsigned char>(fill)) + " -> " +
                    std::to_string(value.status));
     return value;
 }
 
 RegistryStore::Status RegistryTree::SetString(Handle key, TextView name, TextView value, std::uint32_t length) {
-    std::string bytes = ToAnsi(value);
+    std::string bytes = ToAnsi(value, mWorld.codePage);
     // A string whose terminator stands right behind the given length is stored with it.
     const bool ends = length > 0 && length <= bytes.size() && bytes[length - 1] != '\0' && bytes[length] == '\0';
     bytes.resize(length + (ends ? 1u : 0u), '\0');

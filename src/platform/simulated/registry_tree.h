@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -31,6 +32,9 @@ public:
 
     /// Keys that were opened or created and not closed yet.
     std::size_t OpenKeys() const { return mHandles.size(); }
+
+    /// Runs before each query, as another program may between two of them.
+    std::function<void()> onQuery;
 
     // What follows bypasses handles, rights and the log. Roots are predefined ones.
 

@@ -47,6 +47,8 @@ public:
     void Advance(Milliseconds span) { clock.Advance(span); }
     void Post(std::function<void()> action) { messages.Post(std::move(action)); }
     void PostAt(std::int64_t delayMs, std::function<void()> action) { messages.PostAt(delayMs, std::move(action)); }
+    /// The ANSI code page of what is stored in the registry and of conversions; names stay in Windows-1252.
+    void SetCodePage(CodePage page) { mWorld.codePage = page; }
     void FailCall(std::string_view name, int nth, std::int32_t code) { faults.FailCall(name, nth, code); }
     /// An object of the host's whose calls stand in this desktop's log.
     std::shared_ptr<SimulatedObject> MakeObject(Text typeName = {}, std::string label = {});

@@ -87,6 +87,14 @@ Text FromAnsi(std::string_view bytes) {
     return text;
 }
 
+std::string ToAnsi(TextView text, CodePage page) {
+    return page == CodePage::Utf8 ? ToUtf8(text) : ToAnsi(text);
+}
+
+Text FromAnsi(std::string_view bytes, CodePage page) {
+    return page == CodePage::Utf8 ? FromUtf8(bytes) : FromAnsi(bytes);
+}
+
 std::string AnsiArgument(TextView text) {
     return ToAnsi(UpToZero(text));
 }

@@ -13,6 +13,11 @@ std::string ToAnsi(TextView text);
 /// The five bytes that the code page leaves unused stand for the control characters of the same number.
 Text FromAnsi(std::string_view bytes);
 
+/// The code pages that a desktop may have: Windows-1252, or UTF-8, where one character takes up to four bytes.
+enum class CodePage { Windows1252, Utf8 };
+std::string ToAnsi(TextView text, CodePage page);
+Text FromAnsi(std::string_view bytes, CodePage page);
+
 /// What an ANSI call sees of a text: its bytes up to the first zero.
 std::string AnsiArgument(TextView text);
 /// What a text is after it has gone through an ANSI call and back.

@@ -6,6 +6,7 @@
 #include "platform/component_error.h"
 #include "platform/simulated/faults.h"
 #include "platform/simulated/log.h"
+#include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
 
@@ -14,6 +15,7 @@ struct World {
     Log log;
     Faults faults;
     std::int32_t lastError = 0;
+    CodePage codePage = CodePage::Windows1252;
 
     /// Enters a call whose failures show in the last-error value; true when it has to fail.
     bool Fails(std::string_view call) {
