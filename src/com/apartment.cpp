@@ -45,7 +45,9 @@ void Apartments::ThreadEnded() noexcept {
     const std::unique_ptr<Entry> ended(static_cast<Entry*>(std::exchange(ThreadValue(), nullptr)));
     if (!ended) return;
     TakeOut(*ended);
-    ended->apartment->platform.StopTimers();
+    // Late, for a thread that has not left its apartment: the system loads no library meanwhile. Rows that stay would
+    // hold their timers, and with them the DLL and the host's objects, for ever.
+    ended->apartment->platform.EndThread();
 }
 
 void Apartments::EndAll() noexcept {

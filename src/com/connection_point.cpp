@@ -184,6 +184,12 @@ std::vector<DISPID> ConnectionPoint::IdsOfLateBound(IDispatch& sink) const {
     return ids;
 }
 
+void ConnectionPoint::Close() {
+    mClosed = true;
+    while (!mConnections.empty())
+        Disconnect(mConnections.front().cookie);
+}
+
 bool ConnectionPoint::IsConnected(DWORD cookie) const {
     return std::ranges::any_of(mConnections, [cookie](const auto& one) { return one.cookie == cookie; });
 }
@@ -221,6 +227,7 @@ STDMETHODIMP ConnectionPoint::Point::GetConnectionPointContainer(IConnectionPoin
 STDMETHODIMP ConnectionPoint::Point::Advise(IUnknown* sink, DWORD* cookie) {
     if (sink == nullptr || cookie == nullptr) return E_POINTER;
     *cookie = 0;
+    if (mAll.mClosed) return CONNECT_E_CANNOTCONNECT;
     const ComPtr<IUnknown> given(sink);
     auto called = given.As<IDispatch>(mAll.mInterface);
     const bool isOurs = static_cast<bool>(called);

@@ -31,6 +31,9 @@ public:
     /// fail, and one whose program is gone is let go.
     void Fire(DISPID event, std::span<VARIANT> arguments);
 
+    /// Lets every sink go, for good: the owner ends, and takes no other.
+    void Close();
+
     STDMETHODIMP QueryInterface(REFIID id, void** object) override { return mOwner.QueryInterface(id, object); }
     STDMETHODIMP_(ULONG) AddRef() override { return mOwner.AddRef(); }
     STDMETHODIMP_(ULONG) Release() override { return mOwner.Release(); }
@@ -74,6 +77,7 @@ private:
     const std::span<const Event> mEvents;
     std::vector<Connection> mConnections;
     DWORD mLastCookie = 0;
+    bool mClosed = false;
 };
 
 }  // namespace kwo::com

@@ -55,10 +55,9 @@ public:
 
     void Alarm(std::int32_t& itemData, Date& newDateTime) override {
         PassedTimer timer(mTimer);
-        LONG alarmData = itemData;
-        const HRESULT result = mObject->Alarm(timer.Reference(), &alarmData, &newDateTime.days);
+        PassedNumber alarmData(itemData);
+        const HRESULT result = mObject->Alarm(timer.Reference(), alarmData.Reference(), &newDateTime.days);
         if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOAlarm);
-        itemData = alarmData;
     }
     IDispatch* Given() const override { return mObject.Get(); }
     _IKWOAlarm* Typed() override { return mObject.Get(); }
@@ -99,7 +98,12 @@ public:
     void Alarm(std::int32_t& itemData, Date& newDateTime) override {
         std::array arguments = {Argument{platform::windows::MakeHostObject(&mTimer)}, Argument{itemData},
                                 Argument{newDateTime}};
-        mObject->Notify(u"Alarm", arguments);
+        try {
+            mObject->Notify(u"Alarm", arguments);
+        } catch (...) {
+            KeepTag(arguments[1].value, itemData);
+            throw;
+        }
         itemData = mConversions.ToInt32(arguments[1].value);
         newDateTime = mConversions.ToDate(arguments[2].value);
     }
@@ -110,6 +114,14 @@ public:
     }
 
 private:
+    /// The tag that a failing callee has written; one that is no number leaves it as it was.
+    void KeepTag(const platform::Variant& written, std::int32_t& itemData) noexcept {
+        try {
+            itemData = mConversions.ToInt32(written);
+        } catch (...) {
+        }
+    }
+
     HostObjectRef mObject;
     ComPtr<IDispatch> mGiven;
     ComPtr<_IKWOAlarm> mTyped;  ///< made when first asked for, so that it is the same one each time

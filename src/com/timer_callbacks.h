@@ -7,6 +7,21 @@
 
 namespace kwo::com {
 
+/// A 32-bit number as a by-reference argument of an automation interface: what the callee leaves there counts, also
+/// when it fails.
+class PassedNumber {
+public:
+    explicit PassedNumber(std::int32_t& number) : mNumber(number), mPassed(number) {}
+    ~PassedNumber() { mNumber = mPassed; }
+    PassedNumber(const PassedNumber&) = delete;
+    PassedNumber& operator=(const PassedNumber&) = delete;
+    LONG* Reference() { return &mPassed; }
+
+private:
+    std::int32_t& mNumber;
+    LONG mPassed;
+};
+
 /// A host's object that takes ticks or alarms in place of events.
 template <class Kind, class Interface>
 class HostCallback : public Kind {

@@ -49,6 +49,13 @@ public:
         : ComponentObject(Info()),
           mEvents(static_cast<_KWOTimer&>(*this), DIID___KWOTimer, kEvents),
           mTimer(Component(), *this) {}
+    ~TimerObject() override {
+        // What the host gave may call back when it is let go: it goes while every part is still there.
+        mEnding = true;
+        mEvents.Close();
+        platform::windows::OwnedVariant last;
+        std::swap(last, mItem);
+    }
 
     STDMETHODIMP get_Item(VARIANT* value) override {
         return Run(u".Item (Get)", [&] { RaiseIfFailed(::VariantCopy(&Cleared(Required(value)), &mItem.Get())); });
@@ -112,9 +119,18 @@ public:
             std::int32_t type = tickType != nullptr ? *tickType : 0;
             std::int32_t tag = itemData != nullptr ? *itemData : 0;
             platform::Date date{newDateTime != nullptr ? *newDateTime : 0};
-            mTimer.TimerTick(type, tag, date);
-            if (itemData != nullptr) *itemData = tag;
-            if (newDateTime != nullptr) *newDateTime = date.days;
+            const auto returnBoth = [&] {
+                if (itemData != nullptr) *itemData = tag;
+                if (newDateTime != nullptr) *newDateTime = date.days;
+            };
+            // A handler that fails has written what it wrote.
+            try {
+                mTimer.TimerTick(type, tag, date);
+            } catch (...) {
+                returnBoth();
+                throw;
+            }
+            returnBoth();
         });
     }
     STDMETHODIMP CancelTimers(TimerEventTypes* timerType, LONG* itemData) override {
@@ -140,15 +156,14 @@ private:
         mEvents.Fire(kTickEvent, {&timer, 1});
     }
     void Alarm(std::int32_t& itemData, platform::Date& newDateTime) override {
-        LONG tag = itemData;
+        PassedNumber tag(itemData);
         VARIANT backwards[3];
         backwards[0].vt = VT_BYREF | VT_DATE;
         backwards[0].pdate = &newDateTime.days;
         backwards[1].vt = VT_BYREF | VT_I4;
-        backwards[1].plVal = &tag;
+        backwards[1].plVal = tag.Reference();
         backwards[2] = ThisTimer();
         mEvents.Fire(kAlarmEvent, backwards);
-        itemData = tag;
     }
     void AddShellReference() noexcept override { AddRef(); }
     void ReleaseShell() noexcept override { Release(); }
@@ -170,6 +185,7 @@ private:
         if (FAILED(result)) platform::windows::RaiseFailure(result);
     }
     void KeepItem(VARIANT& value) {
+        if (mEnding) return;
         platform::windows::OwnedVariant kept;
         RaiseIfFailed(::VariantCopyInd(kept.Out(), &value));
         // What was there before may call back when it is let go.
@@ -178,6 +194,7 @@ private:
 
     platform::windows::OwnedVariant mItem;
     LONG mItemData = 0;
+    bool mEnding = false;
     ConnectionPoint mEvents;
     timer::KWOTimer mTimer;
 };

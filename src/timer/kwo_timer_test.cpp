@@ -517,6 +517,18 @@ TEST_F(TimerErrorIntended, AlarmThatFailsEndsAsAMismatch) {
     EXPECT_EQ(timers.Table().ActiveCount(), 0) << "the replaced alarm is gone";
 }
 
+TEST_F(TimerErrorIntended, EveryFailureOfAnAlarmEndsAsAMismatch) {
+    desktop.Advance(platform::Milliseconds{std::numeric_limits<std::int64_t>::max() - desktop.clock.Elapsed().scaled});
+
+    // A reader would expect an overflow (6) or the text of the alarm.
+    desktop.clock.SetNow({kNow});
+    const ComponentError error = Raised([&] { timer.AddAlarm(After(5'000), 5); });
+
+    EXPECT_EQ(error.number, kTypeMismatch);
+    EXPECT_EQ(component.error.Saved().number, 0);
+    EXPECT_EQ(timers.Table().ActiveCount(), 0);
+}
+
 TEST_F(TimerErrorIntended, IntervalThatFailsEndsAsAMismatch) {
     desktop.Advance(platform::Milliseconds{std::numeric_limits<std::int64_t>::max() - desktop.clock.Elapsed().scaled});
     timer.SetEnabled(kTrue);

@@ -59,6 +59,18 @@ public:
 
 using Sink = ClientObject<IDispatch>;
 
+/// Calls back when its last reference is let go.
+template <class Kind>
+class Leaving final : public Kind {
+public:
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = Kind::Release();
+        if (left == 0 && onEnd) onEnd();
+        return left;
+    }
+    std::function<void()> onEnd;
+};
+
 class EarlyTick : public ClientObject<TickSlots> {
 public:
     STDMETHODIMP Tick(IDispatch** timer) override {

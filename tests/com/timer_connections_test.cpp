@@ -174,16 +174,7 @@ TEST_F(TimerConnections, SinkOfTheEventInterfaceAloneIsCalled) {
     EXPECT_EQ(0u, sink.references);
 }
 
-/// Calls back when it is let go for good.
-class LeavingSink final : public ClientObject<IDispatch> {
-public:
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = ClientObject<IDispatch>::Release();
-        if (left == 0 && onEnd) onEnd();
-        return left;
-    }
-    std::function<void()> onEnd;
-};
+using LeavingSink = Leaving<Sink>;
 
 TEST_F(TimerConnections, SinkThatIsLetGoMayConnectAnother) {
     LeavingSink leaving;

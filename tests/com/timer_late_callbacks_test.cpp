@@ -228,6 +228,23 @@ TEST_F(TimerLateCallbacks, RaisingListenerLosesItsRowAndIsKept) {
     EXPECT_EQ("it went wrong", Narrow(Force(kTickEvent).description));
 }
 
+TEST_F(TimerLateCallbacks, TagThatARaisingListenerWroteIsTheOneThatIsCancelled) {
+    Sink& listener = NewListener(L"Alarm");
+    std::vector<LONG> tags;
+    listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO& exception) {
+        tags.push_back(arguments.rgvarg[1].pvarVal->lVal);
+        if (tags.back() != 3) return S_OK;
+        Write(arguments.rgvarg[1], Var(4));
+        return Raising(exception, static_cast<SCODE>(0x800A0009));
+    };
+    AddRelative(10, 3);
+    AddRelative(200, 4);
+    AddRelative(300, 5);
+
+    EXPECT_TRUE(ProcessUntil([&] { return !tags.empty() && tags.back() == 5; }));
+    EXPECT_EQ((std::vector<LONG>{3, 5}), tags);
+}
+
 TEST_F(TimerLateCallbacks, ListenerMayCancelEverythingAndLetTheTimerGo) {
     Sink& listener = NewListener(L"Alarm");
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {

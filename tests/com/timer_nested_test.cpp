@@ -187,6 +187,22 @@ TEST_F(TimerNested, TagThatTheCallbackWritesIsTheTagOfTheNextAlarm) {
     EXPECT_EQ((std::vector<LONG>{3, 4}), tags);
 }
 
+TEST_F(TimerNested, TagThatAFailingCallbackWroteIsTheOneThatIsCancelled) {
+    std::vector<LONG> tags;
+    mAlarm.onAlarm = [&](IDispatch**, LONG* tag, DATE*) {
+        tags.push_back(*tag);
+        if (*tag != 3) return S_OK;
+        *tag = 4;
+        return E_FAIL;
+    };
+    AddRelative(10, 3);
+    AddRelative(200, 4);
+    AddRelative(300, 5);
+
+    EXPECT_TRUE(ProcessUntil([&] { return !tags.empty() && tags.back() == 5; }));
+    EXPECT_EQ((std::vector<LONG>{3, 5}), tags);
+}
+
 TEST_F(TimerNested, CallbacksOfManyTimersAreEachGivenTheirOwn) {
     struct Pair {
         ComPtr<IDispatch> timer;

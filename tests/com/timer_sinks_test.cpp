@@ -102,6 +102,25 @@ TEST_F(TimerSinks, FailingAlarmWithATagLeavesTheOthersAndTheTick) {
     EXPECT_EQ((std::vector<LONG>{4, 5}), tags);
 }
 
+TEST_F(TimerSinks, TagThatAFailingSinkWroteIsTheOneThatIsCancelled) {
+    Sink& sink = NewSink();
+    std::vector<LONG> tags;
+    sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        LONG& tag = *arguments.rgvarg[1].plVal;
+        tags.push_back(tag);
+        if (tag != 3) return S_OK;
+        tag = 4;
+        return E_FAIL;
+    };
+    Connect(sink);
+    AddRelative(10, 3);
+    AddRelative(200, 4);
+    AddRelative(300, 5);
+
+    EXPECT_TRUE(ProcessUntil([&] { return !tags.empty() && tags.back() == 5; }));
+    EXPECT_EQ((std::vector<LONG>{3, 5}), tags);
+}
+
 TEST_F(TimerSinks, SinkThatDisconnectsItselfIsHeldUntilItsCallIsOver) {
     Sink& sink = NewSink();
     DWORD own = 0;

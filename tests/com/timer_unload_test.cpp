@@ -140,6 +140,58 @@ TEST_F(TimerUnloading, UseOfTimersTakesNoMemoryForGood) {
     EXPECT_LT(HeapBlocksInUse(), blocks + 40) << "less than one block a round";
 }
 
+TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerLeavesNothingBehind) {
+    for (const bool leavesItsApartment : {true, false}) {
+        Sink sink;
+        Sink item;
+        Sink late;
+        late.member = L"Alarm";
+        EarlyTick tick;
+        tick.interfaceId = mTickInterface;
+        const Library library;
+        Thread([&] {
+            if (leavesItsApartment) CoInitialize(nullptr);
+            ComPtr<IDispatch> timer = Make(library);
+            Connect(sink, PointOf(timer.Get()).Get());
+            Set(timer.Get(), L"Item", static_cast<IDispatch*>(&item));
+            Set(timer.Get(), L"TimerEvents", static_cast<IDispatch*>(&tick));
+            Set(timer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&late));
+            Let(timer.Get(), L"Interval", 5);
+            Let(timer.Get(), L"Enabled", true);
+            Call(timer.Get(), L"AddRelativeAlarm", {90'000, 1});
+            EXPECT_TRUE(ProcessUntil([&] { return tick.calls >= 2; }));
+            timer.Reset();
+            EXPECT_NE(0u, tick.references) << "the pending tick holds it";
+            if (leavesItsApartment) CoUninitialize();
+        }).Join();
+
+        EXPECT_EQ(0u, sink.references) << leavesItsApartment;
+        EXPECT_EQ(0u, item.references) << leavesItsApartment;
+        EXPECT_EQ(0u, tick.references) << leavesItsApartment;
+        EXPECT_EQ(0u, late.references) << leavesItsApartment;
+        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow())) << leavesItsApartment;
+    }
+}
+
+TEST_F(TimerUnloading, ThreadThatStaysInItsApartmentKeepsItsTicks) {
+    Sink sink;
+    const Library library;
+    ComPtr<IDispatch> timer = Make(library);
+    Connect(sink, PointOf(timer.Get()).Get());
+    Let(timer.Get(), L"Interval", 5);
+    Let(timer.Get(), L"Enabled", true);
+
+    EXPECT_EQ(Hex(S_FALSE), Hex(CoInitialize(nullptr)));
+    CoUninitialize();
+    Thread([] {
+        CoInitialize(nullptr);
+        CoUninitialize();
+    }).Join();
+
+    EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 3; }));
+    Call(timer.Get(), L"CancelTimers");
+}
+
 TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerTakesItsTicksAlong) {
     Sink theirs;
     Sink mine;

@@ -254,6 +254,23 @@ TEST_F(TimerVtable, TimerTickPassesItsVariablesThroughTheEvent) {
     EXPECT_EQ(2.5, date);
 }
 
+TEST_F(TimerVtable, FailingHandlerHasWrittenWhatItWrote) {
+    Sink& sink = NewSink();
+    sink.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        *arguments.rgvarg[1].plVal = 42;
+        *arguments.rgvarg[0].pdate = 2.5;
+        return E_FAIL;
+    };
+    Connect(sink);
+    LONG type = 2;
+    LONG tag = 41;
+    DATE date = 2.0;
+
+    EXPECT_TRUE(FAILED(mSlots->TimerTick(&type, &tag, &date)));
+    EXPECT_EQ(42, tag);
+    EXPECT_EQ(2.5, date);
+}
+
 TEST_F(TimerVtable, FailingHandlerIsRaisedWithTheMembersNameUnlessItGaveOne) {
     Sink& failing = NewSink();
     failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_ACCESSDENIED; };

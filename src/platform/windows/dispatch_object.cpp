@@ -77,6 +77,14 @@ std::optional<PassedArguments> Passed(std::span<const Argument> arguments, const
     }
 }
 
+/// A callee that fails has written what it wrote; what is no value stays as it was.
+void ReadBackWhatCanBeRead(const PassedArguments& passed, std::span<Argument> arguments) noexcept {
+    try {
+        passed.ReadBack(arguments);
+    } catch (...) {
+    }
+}
+
 /// Calls in the first way that the callee does not refuse.
 Variant CallInOneOf(std::span<const Way> ways, IDispatch* target, DISPID id, std::span<DISPID> names,
                     std::span<Argument> arguments) {
@@ -88,7 +96,12 @@ Variant CallInOneOf(std::span<const Way> ways, IDispatch* target, DISPID id, std
         std::optional<PassedArguments> passed = Passed(arguments, *types);
         if (!passed) continue;
         OwnedVariant result;
-        code = Invoke(target, id, kRead, passed->Backwards(), names, result.Out());
+        try {
+            code = Invoke(target, id, kRead, passed->Backwards(), names, result.Out());
+        } catch (...) {
+            ReadBackWhatCanBeRead(*passed, arguments);
+            throw;
+        }
         if (SUCCEEDED(code)) {
             passed->ReadBack(arguments);
             return FromVariant(result.Get());

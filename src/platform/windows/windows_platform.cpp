@@ -101,4 +101,8 @@ void WindowsPlatform::StopTimers() {
     mParts->timers.StopAll();
 }
 
+void WindowsPlatform::EndThread() noexcept {
+    mParts->timers.EndThread();
+}
+
 }  // namespace kwo::platform::windows

@@ -21,6 +21,8 @@ public:
     Platform Services();
     /// Stops what would still call into the module.
     void StopTimers();
+    /// The thread that made this ends: who waits for its timers hears of it.
+    void EndThread() noexcept;
 
 private:
     struct Parts;

@@ -1,6 +1,7 @@
 #include "platform/windows/windows_timer_service.h"
 
 #include <mutex>
+#include <new>
 #include <utility>
 
 #include "platform/windows/lock.h"
@@ -57,21 +58,37 @@ void CALLBACK WindowsTimerService::Fire(HWND, UINT, UINT_PTR timerId, DWORD) {
 std::int32_t WindowsTimerService::Start(std::uint32_t delayMs, TimerHandler& handler) {
     const UINT_PTR id = ::SetTimer(nullptr, 0, delayMs, Fire);
     if (id == 0) return 0;
-    mRunning[static_cast<std::int32_t>(id)] = &handler;
+    const auto timerId = static_cast<std::int32_t>(id);
+    try {
+        mRunning[timerId] = &handler;
+    } catch (const std::bad_alloc&) {
+        ::KillTimer(nullptr, id);
+        return 0;
+    }
     mUse.Begin();
-    return static_cast<std::int32_t>(id);
+    mApartment.Begin();
+    return timerId;
 }
 
 void WindowsTimerService::Stop(std::int32_t timerId) {
     if (mRunning.erase(timerId) == 0) return;
     const auto id = static_cast<UINT_PTR>(static_cast<std::uint32_t>(timerId));
     ::KillTimer(nullptr, id);
+    if (mRunning.empty()) mApartment.End();
     mUse.End();
 }
 
 void WindowsTimerService::StopAll() {
     while (!mRunning.empty())
         Stop(mRunning.begin()->first);
+}
+
+void WindowsTimerService::EndThread() noexcept {
+    while (!mRunning.empty()) {
+        const auto [timerId, handler] = *mRunning.begin();
+        handler->ThreadEnds();
+        Stop(timerId);
+    }
 }
 
 }  // namespace kwo::platform::windows

@@ -5,12 +5,14 @@
 #include <map>
 
 #include "platform/timer_service.h"
+#include "platform/windows/apartment_watch.h"
 #include "platform/windows/module_use.h"
 
 namespace kwo::platform::windows {
 
 /// Timers of the calling thread. The module counts as used from the start of a timer to its end, and while one calls.
-class WindowsTimerService final : public TimerService {
+/// When the thread leaves its apartment the timers end.
+class WindowsTimerService final : public TimerService, private ApartmentUser {
 public:
     explicit WindowsTimerService(ModuleUse& use);
     ~WindowsTimerService() override;
@@ -20,14 +22,18 @@ public:
     std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
     void Stop(std::int32_t timerId) override;
     void StopAll();
+    /// The calling thread ends: the handlers of its timers hear of it, and the timers stop.
+    void EndThread() noexcept;
 
 private:
     static void CALLBACK Fire(HWND, UINT, UINT_PTR timerId, DWORD);
     TimerHandler* HandlerOf(std::int32_t timerId) const;
+    void ApartmentEnds() noexcept override { EndThread(); }
 
     ModuleUse& mUse;
     DWORD mThread;
     WindowsTimerService* mNext = nullptr;
+    ApartmentWatch mApartment{*this};
     std::map<std::int32_t, TimerHandler*> mRunning;
 };
 

@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+
+#include "timer_client.h"
+
+namespace kwo::com_test {
+namespace {
+
+/// Milliseconds of the clock that the component counts with.
+double NowMs() {
+    LARGE_INTEGER count;
+    LARGE_INTEGER frequency;
+    QueryPerformanceCounter(&count);
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(count.QuadPart) * 1'000 / static_cast<double>(frequency.QuadPart);
+}
+
+/// Timers of the system's own in this thread, and how late the worst of them came.
+class PlainTimers {
+public:
+    PlainTimers() { sRunning = this; }
+    ~PlainTimers() {
+        for (const auto& [id, timer] : mTimers)
+            KillTimer(nullptr, id);
+        sRunning = nullptr;
+    }
+    void Once(int delayMs) { Start(delayMs, false); }
+    void Every(int periodMs) { Start(periodMs, true); }
+    double WorstMs() const { return mWorstMs; }
+
+private:
+    struct Timer {
+        double due;
+        int delayMs;
+        bool repeats;
+    };
+    void Start(int delayMs, bool repeats) {
+        const UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(delayMs), Fired);
+        ASSERT_NE(id, 0u);
+        mTimers[id] = {NowMs() + delayMs, delayMs, repeats};
+    }
+    static void CALLBACK Fired(HWND, UINT, UINT_PTR id, DWORD) {
+        const auto found = sRunning->mTimers.find(id);
+        if (found == sRunning->mTimers.end()) return;
+        Timer& timer = found->second;
+        const double now = NowMs();
+        sRunning->mWorstMs = std::max(sRunning->mWorstMs, now - timer.due);
+        timer.due = now + timer.delayMs;
+        if (timer.repeats) return;
+        KillTimer(nullptr, id);
+        sRunning->mTimers.erase(found);
+    }
+
+    inline static PlainTimers* sRunning = nullptr;
+    std::map<UINT_PTR, Timer> mTimers;
+    double mWorstMs = 0;
+};
+
+/// The component's ticks and alarms beside timers of the system's own.
+///
+/// KWO_PUNCTUALITY=long runs it for 45 seconds: `KWO_PUNCTUALITY=long tools/wine64.sh
+/// build/x64/tests/com/com_tests.exe --gtest_filter='TimerPunctuality*'`.
+class TimerPunctuality : public TimerClient {
+protected:
+    static constexpr int kPeriodMs = 50;
+    static constexpr double kSystemTickMs = 15.625;
+    static constexpr double kReadingMs = 0.001;  ///< what one reading of the clock may differ from another's rounding
+
+    struct Form {
+        int ticks;
+        int alarms;
+        int furthestMs;
+    };
+    static Form WantedForm() {
+        const char* const form = std::getenv("KWO_PUNCTUALITY");
+        return form != nullptr && std::string(form) == "long" ? Form{600, 100, 45'000} : Form{60, 12, 3'000};
+    }
+};
+
+TEST_F(TimerPunctuality, NothingComesEarlyOrLaterThanTheSystemsOwnTimersAndOneOfItsTicks) {
+    constexpr int kNearestMs = 500;
+    const Form form = WantedForm();
+    PlainTimers plain;
+    Sink& sink = NewSink();
+    struct Alarm {
+        double earliest = 0;
+        double latest = 0;
+        int came = 0;
+    };
+    std::map<LONG, Alarm> alarms;
+    double begin = 0;
+    double nextTick = 0;
+    int ticks = 0;
+    double worst = 0;
+    double soonest = 1e9;
+    sink.onInvoke = [&](DISPID event, DISPPARAMS& arguments, EXCEPINFO&) {
+        const double now = NowMs();
+        if (event == kTickEvent) {
+            if (++ticks <= form.ticks) {
+                worst = std::max(worst, now - nextTick);
+                soonest = std::min(soonest, now - nextTick);
+            }
+            nextTick = begin + (std::floor((now - begin) / kPeriodMs) + 1) * kPeriodMs;
+            return S_OK;
+        }
+        Alarm& alarm = alarms[*arguments.rgvarg[1].plVal];
+        ++alarm.came;
+        worst = std::max(worst, now - alarm.latest);
+        soonest = std::min(soonest, now - alarm.earliest);
+        return S_OK;
+    };
+    Connect(sink);
+    for (int number = 0; number < form.alarms; ++number) {
+        const int delayMs = kNearestMs + number * (form.furthestMs - kNearestMs) / (form.alarms - 1);
+        Alarm& alarm = alarms[number + 1];
+        alarm.earliest = NowMs() + delayMs;
+        AddRelative(delayMs, number + 1);
+        alarm.latest = NowMs() + delayMs;
+        plain.Once(delayMs);
+    }
+    Let(mTimer.Get(), L"Interval", kPeriodMs);
+    begin = NowMs();
+    nextTick = begin + kPeriodMs;
+    Let(mTimer.Get(), L"Enabled", true);
+    plain.Every(kPeriodMs);
+
+    const double end = NowMs() + form.furthestMs + 1'000;
+    while (NowMs() < end) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        Process();
+    }
+
+    std::printf("soonest %.3f ms, worst %.3f ms after its time; the system's own worst %.3f ms\n", soonest, worst,
+                plain.WorstMs());
+    for (const auto& [tag, alarm] : alarms)
+        EXPECT_EQ(alarm.came, 1) << tag;
+    EXPECT_GE(ticks, form.ticks * 9 / 10);
+    EXPECT_GE(soonest, -kReadingMs);
+    EXPECT_LE(worst, plain.WorstMs() + kSystemTickMs);
+}
+
+}  // namespace
+}  // namespace kwo::com_test
