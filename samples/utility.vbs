@@ -22,9 +22,10 @@ started = Timer
 utility.KWO_Pause 200
 WScript.Echo "paused for at least 0.2 s:", Timer - started >= 0.19
 
-' Started once, activated the second time.
+' Started once, activated the second time. The quotation marks are for folders with a blank in their names: without them
+' Windows would take C:\My.exe for C:\My Tools\tool.exe.
 Dim task
-task = utility.KWO_LoadApp(utility.KWO_SystemDir(True), "notepad.exe", "", NormalWindow, "Untitled - Notepad")
+task = utility.KWO_LoadApp("""" & utility.KWO_SystemDir(True), "notepad.exe""", "", NormalWindow, "Untitled - Notepad")
 WScript.Echo "started:", task > 1
 WScript.Sleep 1500
-WScript.Echo "activated:", utility.KWO_LoadApp(utility.KWO_SystemDir(True), "notepad.exe", "", NormalWindow, "Untitled - Notepad") = 1
+WScript.Echo "activated:", utility.KWO_LoadApp("""" & utility.KWO_SystemDir(True), "notepad.exe""", "", NormalWindow, "Untitled - Notepad") = 1

@@ -146,7 +146,7 @@ TEST_F(Splitter, APaneInSomethingElseStoresNothing) {
     EXPECT_EQ(TakeLog(), Lines{});
     right->SetProperty(u"Container", HostObjectRef());
     EXPECT_FALSE(Create());
-    EXPECT_EQ(Starting("MessageBox"), Lines{});
+    EXPECT_EQ(Starting("Ask"), Lines{});
 }
 
 TEST_F(Splitter, AFailureIsToldByABoxAndFalse) {

@@ -21,6 +21,13 @@ struct TrayRecord {
     Text tip;  ///< up to 64 characters
 };
 
+/// Hears when the taskbar was created anew: all icons have gone from it.
+class TaskbarListener {
+public:
+    virtual ~TaskbarListener() = default;
+    virtual void TaskbarCreated() = 0;
+};
+
 /// The notification area of the taskbar (Shell_NotifyIconA). Each call is false on failure.
 class NotificationArea {
 public:
@@ -29,6 +36,10 @@ public:
     virtual bool Add(const TrayRecord& record) = 0;
     virtual bool Modify(const TrayRecord& record) = 0;
     virtual bool Delete(const TrayRecord& record) = 0;
+
+    /// `listener` hears of every new taskbar until `Unlisten`, from the thread's message loop.
+    virtual void Listen(TaskbarListener& listener) = 0;
+    virtual void Unlisten(TaskbarListener& listener) noexcept = 0;
 };
 
 }  // namespace kwo::platform

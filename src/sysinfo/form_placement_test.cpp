@@ -94,6 +94,10 @@ TEST_F(CenterForm, ValuesAreSingles) {
     const float left = (15'360.0f - 0.1f) / 2;
     EXPECT_EQ(form->Property(u"Top"), Variant(8'388'608.0f));
     EXPECT_EQ(form->Property(u"Left"), Variant(left));
+    desktop.screen.height = 33'554'432;
+    form->SetProperty(u"Height", 16'777'217.0);  // 16777216 as a single
+    Center();
+    EXPECT_EQ(form->Property(u"Top"), Variant(8'388'608.0f));
 }
 
 TEST_F(CenterForm, CentresOverAParentsOuterRectangle) {

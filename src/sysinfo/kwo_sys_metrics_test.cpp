@@ -199,6 +199,9 @@ TEST_F(SysMetrics, ArgumentIsConvertedByTheAutomationRules) {
         EXPECT_EQ(metrics.Dimension(Metric::ScreenX, twips), 1'500);
     for (const Variant& pixels : {Variant(platform::Empty{}), Variant(true), Variant(Text(u"3"))})
         EXPECT_EQ(metrics.Dimension(Metric::ScreenX, pixels), 100);
+    // An empty argument is the number 0, not a missing one.
+    metrics.SetScaleMode(kTwips);
+    EXPECT_EQ(metrics.Dimension(Metric::ScreenX, platform::Empty{}), 100);
     for (const Metric metric : {Metric::ScreenX, Metric::MinSpacingX}) {
         EXPECT_EQ(Raised([&] { metrics.Dimension(metric, Text(u"x")); }), 13);
         EXPECT_EQ(Raised([&] { metrics.Dimension(metric, std::int32_t{32'768}); }), 6);

@@ -32,12 +32,13 @@ std::int16_t ToInt16(std::uint32_t value) {
     return static_cast<std::int16_t>(value);
 }
 
+/// Of a positive number.
 std::int16_t MillisecondsOf(std::int16_t seconds) {
     // Intended: from 100 on the number counts milliseconds, and what is below is multiplied in 16 bits.
     constexpr std::int16_t kFirstMilliseconds = 100;
     if (seconds >= kFirstMilliseconds) return seconds;
     const std::int32_t product = std::int32_t{seconds} * 1000;
-    if (product > INT16_MAX || product < INT16_MIN) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    if (product > INT16_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
     return static_cast<std::int16_t>(product);
 }
 
@@ -48,6 +49,8 @@ KWOUtility::KWOUtility(frame::Component& component) : mComponent(component) {
 }
 
 Text KWOUtility::KWO_FindInPath(TextView fileName) {
+    // No file has such a name, but the system would look for what stands before the character.
+    if (fileName.find(u'\0') != TextView::npos) return {};
     platform::FileSystem& files = mComponent.platform.files;
     if (Text beside = WithSlash(mComponent.platform.host.LibraryFolder()).append(fileName); files.ListsFile(beside)) {
         return beside;
@@ -116,15 +119,16 @@ const platform::HostApplication::Platform& KWOUtility::Version() {
 }
 
 void KWOUtility::KWO_Pause(std::int16_t seconds) {
+    if (seconds <= 0) return;
     platform::Clock& clock = mComponent.platform.clock;
     const std::int16_t delay = MillisecondsOf(seconds);
     // Intended: signed ticks. A wait that begins just before they turn negative lasts until they come round again.
     const auto ticks = [&clock] { return static_cast<std::int32_t>(clock.TickCount()); };
     const std::int64_t sum = std::int64_t{ticks()} + delay;
-    if (sum > INT32_MAX || sum < INT32_MIN) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    if (sum > INT32_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
     const auto end = static_cast<std::int32_t>(sum);
-    while (ticks() < end)
-        mComponent.platform.messages.ProcessPending();
+    while (ticks() < end && mComponent.platform.messages.ProcessPending()) {
+    }
 }
 
 std::int32_t KWOUtility::KWO_LoadApp(TextView appPath, TextView appProg, TextView appParms, std::int16_t winMode,

@@ -34,8 +34,9 @@ public:
     std::int16_t KWO_WinMajorVersion();
     std::int16_t KWO_WinMinorVersion();
 
-    /// Seconds below 100, milliseconds from there on. Messages are processed meanwhile. Raises Overflow for 33 to 99
-    /// and when the tick count would pass its largest value.
+    /// Seconds below 100, milliseconds from there on; returns at once for 0 and less. Messages are processed meanwhile;
+    /// gives up when the program is asked to quit. Raises Overflow for 33 to 99 and when the tick count would pass its
+    /// largest value.
     void KWO_Pause(std::int16_t seconds);
 
     /// 1 when a window with the title `appName` was activated, else the identifier of the task that was started, 0 and

@@ -12,6 +12,8 @@ namespace {
 
 using platform::TrayRecord;
 
+constexpr std::uint32_t kEverything = TrayRecord::kMessage | TrayRecord::kIcon | TrayRecord::kTip;
+
 /// The tip as the record holds it: with its end, cut or filled with blanks.
 // Intended: a tip of 64 characters or more loses its end.
 Text Fitted(TextView toolTip) {
@@ -41,7 +43,7 @@ bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& 
     if (mAdded) Destroy();
     if (!IsIcon(icon)) return false;
     TrayRecord record = {.window = window,
-                         .flags = TrayRecord::kMessage | TrayRecord::kIcon | TrayRecord::kTip,
+                         .flags = kEverything,
                          .callbackMessage = kCallbackMessage,
                          .icon = mComponent.platform.pictures.NativeHandle(*icon),
                          .tip = Fitted(toolTip)};
@@ -50,11 +52,13 @@ bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& 
     mIcon = icon;
     mRecord = std::move(record);
     mAdded = mComponent.platform.notificationArea.Add(mRecord);
+    if (mAdded) mComponent.platform.notificationArea.Listen(*this);
     return mAdded;
 }
 
 void KWOSysTray::Destroy() {
     if (!mAdded) return;
+    mComponent.platform.notificationArea.Unlisten(*this);
     mComponent.platform.notificationArea.Delete(mRecord);
     mAdded = false;
 }
@@ -72,8 +76,8 @@ void KWOSysTray::SetTip(TextView toolTip) {
 
 void KWOSysTray::SetIcon(const platform::HostObjectRef& icon) {
     if (!IsIcon(icon)) return;
-    mIcon = icon;
     mRecord.icon = mComponent.platform.pictures.NativeHandle(*icon);
+    mIcon = icon;
     mRecord.flags = TrayRecord::kIcon;
     // Intended: also without an icon in the area, whereupon the system refuses.
     mComponent.platform.notificationArea.Modify(mRecord);
@@ -89,6 +93,13 @@ std::int32_t KWOSysTray::MouseDownMsg(std::int16_t button) {
 
 std::int32_t KWOSysTray::MouseUpMsg(std::int16_t button) {
     return ForButton(button, 514, 517);
+}
+
+void KWOSysTray::TaskbarCreated() {
+    // The shell refuses when it still has the icon, or is too busy: there is nobody to tell, and the next taskbar is
+    // told again.
+    mRecord.flags = kEverything;
+    mComponent.platform.notificationArea.Add(mRecord);
 }
 
 bool KWOSysTray::IsIcon(const platform::HostObjectRef& picture) {

@@ -13,8 +13,9 @@ using platform::Text;
 using platform::TextView;
 
 /// One icon in the notification area, for a window of the host's. What the mouse does on the icon reaches the window as
-/// the message WM_MOUSEMOVE with the mouse's own message as its parameter. The icon goes when the object goes.
-class KWOSysTray {
+/// the message WM_MOUSEMOVE with the mouse's own message as its parameter. The icon goes when the object goes; while it
+/// is shown, it comes back by itself when the taskbar is created anew.
+class KWOSysTray final : private platform::TaskbarListener {
 public:
     static constexpr std::uint32_t kCallbackMessage = 512;  ///< WM_MOUSEMOVE
 
@@ -24,7 +25,8 @@ public:
     ~KWOSysTray();
 
     /// Takes the place of an icon that is there already. False for a picture that is no icon and when the system adds
-    /// none. Raises NoObjectSet without a picture, and what the picture raises.
+    /// none. Raises NoObjectSet without a picture, and what the picture raises; a picture that is refused in any of
+    /// these ways changes neither Icon nor Tip.
     bool Create(platform::Handle window, const platform::HostObjectRef& icon, TextView toolTip);
     void Destroy();
 
@@ -41,6 +43,7 @@ public:
     static std::int32_t MouseUpMsg(std::int16_t button);
 
 private:
+    void TaskbarCreated() override;
     bool IsIcon(const platform::HostObjectRef& picture);
 
     frame::Component& mComponent;

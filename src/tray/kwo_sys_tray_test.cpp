@@ -84,6 +84,8 @@ public:
         ++deletions;
         throw std::bad_alloc();
     }
+    void Listen(platform::TaskbarListener&) override {}
+    void Unlisten(platform::TaskbarListener&) noexcept override {}
     int deletions = 0;
 };
 
@@ -91,18 +93,12 @@ TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
     platform::simulated::SimulatedDesktop desktop;
     FailingArea area;
     const platform::Platform services = desktop.Services();
-    const platform::Platform failing = {services.clock,       services.components,
-                                        services.conversions, services.debugOutput,
-                                        services.desktop,     services.drawing,
-                                        services.eventLog,    services.files,
-                                        services.host,        services.keyboard,
-                                        services.locale,      services.logFiles,
-                                        services.messages,    area,
-                                        services.pictures,    services.processMemory,
-                                        services.programs,    services.registry,
-                                        services.screen,      services.screenDrawing,
-                                        services.errors,      services.fonts,
-                                        services.metrics,     services.timers};
+    const platform::Platform failing = {
+        services.clock,         services.components,    services.conversions, services.debugOutput, services.desktop,
+        services.drawing,       services.eventLog,      services.files,       services.host,        services.keyboard,
+        services.locale,        services.logFiles,      services.messages,    services.mouse,       area,
+        services.pictures,      services.processMemory, services.programs,    services.registry,    services.screen,
+        services.screenDrawing, services.errors,        services.fonts,       services.metrics,     services.timers};
     frame::Component component(failing);
     const auto icon = desktop.MakeObject(u"Picture");
     icon->SetProperty(u"Type", std::int16_t{3});
@@ -282,6 +278,68 @@ TEST_F(Tray, AFailedChangeIsIgnored) {
     tray->SetIcon(Picture(3, 501));
     tray.reset();
     EXPECT_FALSE(IsShown());
+}
+
+TEST_F(Tray, ShownIconsComeBackWithANewTaskbar) {
+    KWOSysTray second(component);
+    tray->Create(kWindow, icon, u"Hello");
+    second.Create(78, icon, u"Second");
+    tray->SetTip(u"New");
+    tray->SetIcon(Picture(3, 501));
+    desktop.log.Clear();
+    desktop.notificationArea.RecreateTaskbar();
+    ASSERT_EQ(Calls().size(), 2u);
+    EXPECT_EQ(Calls()[0], "NotifyIcon Add 77 flags=7 message=512 icon=501 tip=\"New\\0" + std::string(60, ' ') + '"');
+    EXPECT_EQ(Shown().tip, u"New");
+    EXPECT_EQ(Shown().icon, 501);
+    EXPECT_EQ(Shown().callbackMessage, 512u);
+    EXPECT_EQ(Shown(78).tip, u"Second");
+    tray->Destroy();
+    EXPECT_FALSE(IsShown());
+}
+
+TEST_F(Tray, WithoutAnIconNobodyListensForATaskbar) {
+    const auto listeners = [&] { return desktop.notificationArea.listeners.size(); };
+    EXPECT_EQ(listeners(), 0u);
+    tray->Create(kWindow, bitmap, u"Hello");
+    desktop.FailCall("Shell_NotifyIcon", 1, 5);
+    tray->Create(kWindow, icon, u"Hello");
+    EXPECT_EQ(listeners(), 0u);
+    tray->Create(kWindow, icon, u"Hello");
+    tray->Create(kWindow, icon, u"Again");
+    EXPECT_EQ(listeners(), 1u);
+    tray->Destroy();
+    EXPECT_EQ(listeners(), 0u);
+    tray->Create(kWindow, icon, u"Hello");
+    tray.reset();
+    EXPECT_EQ(listeners(), 0u);
+    desktop.notificationArea.RecreateTaskbar();
+    EXPECT_FALSE(IsShown());
+}
+
+TEST_F(Tray, AnIconThatANewTaskbarDoesNotTakeIsTriedAgainWithTheNext) {
+    tray->Create(kWindow, icon, u"Hello");
+    desktop.FailCall("Shell_NotifyIcon", 1, 5);
+    desktop.notificationArea.RecreateTaskbar();
+    EXPECT_FALSE(IsShown());
+    desktop.notificationArea.RecreateTaskbar();
+    EXPECT_TRUE(IsShown());
+}
+
+TEST_F(Tray, APictureThatIsRefusedChangesNothingOfWhatIsHeld) {
+    tray->Create(kWindow, icon, u"Hello");
+    const auto broken = desktop.MakeObject(u"Picture");
+    broken->SetProperty(u"Type", std::int16_t{3});
+    broken->FailMember(u"Handle", ComponentError{481, u"Host", u"Invalid picture", {}, 0});
+    desktop.log.Clear();
+    EXPECT_EQ(Raised([&] { tray->SetIcon(broken); }), 481);
+    EXPECT_EQ(tray->Icon(), icon);
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_EQ(Raised([&] { tray->Create(78, broken, u"Other"); }), 481);
+    EXPECT_EQ(Raised([&] { tray->Create(78, nullptr, u"Other"); }), 91);
+    EXPECT_FALSE(tray->Create(78, bitmap, u"Other"));
+    EXPECT_EQ(tray->Icon(), icon);
+    EXPECT_EQ(tray->Tip(), u"Hello");
 }
 
 TEST_F(Tray, NoPictureIsNoObject) {

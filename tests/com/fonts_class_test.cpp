@@ -1,8 +1,11 @@
 #include <olectl.h>
 
 #include <cmath>
+#include <cstring>
+#include <optional>
 
 #include "com_test.h"
+#include "replaced_function.h"
 
 namespace kwo::com_test {
 namespace {
@@ -58,6 +61,102 @@ TEST_F(FontsClass, FontsAreThoseOfTheDesktop) {
             << Narrow(row.property);
         EXPECT_EQ(row.expected.lfWeight > 550, bold != FALSE) << Narrow(row.property);
         EXPECT_EQ(row.expected.lfItalic != 0, italic != FALSE) << Narrow(row.property);
+    }
+}
+
+/// A desktop with another font for each purpose, or one that does not tell its fonts.
+NONCLIENTMETRICSA theMetrics;
+bool theMetricsAreTold = true;
+UINT theAction = 0;
+UINT theSize = 0;
+
+BOOL WINAPI TellMetrics(UINT action, UINT, void* record, UINT) {
+    theAction = action;
+    theSize = static_cast<NONCLIENTMETRICSA*>(record)->cbSize;
+    if (theMetricsAreTold) std::memcpy(record, &theMetrics, theSize);
+    return theMetricsAreTold;
+}
+
+void PutFont(LOGFONTA& font, const char* name, LONG height, LONG weight) {
+    font = {};
+    font.lfHeight = height;
+    font.lfWeight = weight;
+    std::strcpy(font.lfFaceName, name);
+}
+
+class FontsOfAnotherDesktop : public FontsClass {
+protected:
+    void SetUp() override {
+        FontsClass::SetUp();
+        theMetricsAreTold = true;
+        PutFont(theMetrics.lfCaptionFont, "Arial", -16, 700);
+        PutFont(theMetrics.lfSmCaptionFont, "Courier New", -12, 400);
+        PutFont(theMetrics.lfMenuFont, "Times New Roman", -20, 400);
+        PutFont(theMetrics.lfStatusFont, "Tahoma", -24, 400);
+        PutFont(theMetrics.lfMessageFont, "Symbol", -32, 400);
+        mReplaced.emplace("SystemParametersInfoA", &TellMetrics);
+    }
+    void MakeFonts() { mFonts = Create(L"KWOSysParams"); }
+    static double SizeOf(IFont* font) {
+        CY size = {};
+        EXPECT_EQ(Hex(S_OK), Hex(font->get_Size(&size)));
+        return static_cast<double>(size.int64) / 10'000;
+    }
+    static bool Has(IFont* font, HRESULT (STDMETHODCALLTYPE IFont::*style)(BOOL*)) {
+        BOOL value = FALSE;
+        EXPECT_EQ(Hex(S_OK), Hex((font->*style)(&value)));
+        return value != FALSE;
+    }
+    std::optional<ReplacedFunction> mReplaced;
+};
+
+TEST_F(FontsOfAnotherDesktop, EachPropertyGivesItsOwn) {
+    MakeFonts();
+    EXPECT_EQ(41u, theAction);
+    EXPECT_EQ(340u, theSize);
+    EXPECT_EQ(L"Arial", NameOf(Font(L"CaptionFont").Get()));
+    EXPECT_EQ(L"Times New Roman", NameOf(Font(L"MenuFont").Get()));
+    EXPECT_EQ(L"Tahoma", NameOf(Font(L"StatusFont").Get()));
+    EXPECT_EQ(L"Symbol", NameOf(Font(L"MessageFont").Get()));
+    EXPECT_TRUE(Has(Font(L"CaptionFont").Get(), &IFont::get_Bold));
+    EXPECT_FALSE(Has(Font(L"MenuFont").Get(), &IFont::get_Bold));
+    EXPECT_LT(SizeOf(Font(L"CaptionFont").Get()), SizeOf(Font(L"MenuFont").Get()));
+    EXPECT_LT(SizeOf(Font(L"StatusFont").Get()), SizeOf(Font(L"MessageFont").Get()));
+    Get(mFonts.Get(), L"SmCaptionFont");
+    EXPECT_EQ(L"Courier New", NameOf(Font(L"CaptionFont").Get()));
+}
+
+TEST_F(FontsOfAnotherDesktop, WhateverIsNotZeroIsAStyle) {
+    theMetrics.lfMenuFont.lfItalic = 255;
+    theMetrics.lfStatusFont.lfUnderline = 2;
+    theMetrics.lfMessageFont.lfStrikeOut = 128;
+    MakeFonts();
+    const struct {
+        const wchar_t* property;
+        bool italic, underline, strikethrough;
+    } rows[] = {{L"CaptionFont", false, false, false},
+                {L"MenuFont", true, false, false},
+                {L"StatusFont", false, true, false},
+                {L"MessageFont", false, false, true}};
+    for (const auto& row : rows) {
+        const ComPtr<IFont> font = Font(row.property);
+        EXPECT_EQ(row.italic, Has(font.Get(), &IFont::get_Italic)) << Narrow(row.property);
+        EXPECT_EQ(row.underline, Has(font.Get(), &IFont::get_Underline)) << Narrow(row.property);
+        EXPECT_EQ(row.strikethrough, Has(font.Get(), &IFont::get_Strikethrough)) << Narrow(row.property);
+    }
+}
+
+TEST_F(FontsOfAnotherDesktop, FontsThatAreNotToldHaveNoNameAndNoSize) {
+    const bool isWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    theMetricsAreTold = false;
+    MakeFonts();
+    for (const wchar_t* const property : {L"CaptionFont", L"MenuFont", L"StatusFont", L"MessageFont"}) {
+        const ComPtr<IFont> font = Font(property);
+        ASSERT_TRUE(font);
+        // Wine's font object tells the font that it would draw with.
+        EXPECT_EQ(isWine, !NameOf(font.Get()).empty()) << Narrow(property);
+        EXPECT_EQ(isWine, SizeOf(font.Get()) != 0) << Narrow(property);
+        EXPECT_FALSE(Has(font.Get(), &IFont::get_Bold)) << Narrow(property);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "com_test.h"
 #include "host_form.h"
+#include "replaced_function.h"
 
 namespace kwo::com_test {
 namespace {
@@ -49,6 +50,49 @@ TEST_F(FormPlacementMembers, AFormIsCentredOnTheRealScreen) {
     EXPECT_EQ(VT_R4, mForm[L"Top"].vt);
     EXPECT_EQ((Names{L"Top", L"Left"}), mForm.told);
     EXPECT_EQ(0u, mForm.References());
+}
+
+int WINAPI TwoMonitors(int metric) {
+    switch (metric) {
+        case SM_XVIRTUALSCREEN:
+            return -1280;
+        case SM_CXVIRTUALSCREEN:
+            return 1280 + 800;
+        case SM_CYVIRTUALSCREEN:
+            return 1024;
+        case SM_CMONITORS:
+            return 2;
+        case SM_CXSCREEN:
+            return 800;
+        case SM_CYSCREEN:
+            return 600;
+        default:
+            return GetSystemMetrics(metric);
+    }
+}
+
+TEST_F(FormPlacementMembers, OfSeveralMonitorsTheScreenIsThePrimaryOne) {
+    const ReplacedFunction metrics("GetSystemMetrics", &TwoMonitors);
+    const float width = mScreenWidth * 800 / static_cast<float>(GetSystemMetrics(SM_CXSCREEN));
+    const float height = mScreenHeight * 600 / static_cast<float>(GetSystemMetrics(SM_CYSCREEN));
+    Do(L"KWO_CenterForm", {&mForm});
+    EXPECT_EQ((height - 3000) / 2, mForm.Single(L"Top"));
+    EXPECT_EQ((width - 5000) / 2, mForm.Single(L"Left"));
+
+    Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), -9000, 0});
+    EXPECT_EQ(0, mForm.Single(L"Left"));
+    Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), 15'000, 0});
+    EXPECT_EQ(width - 5000, mForm.Single(L"Left"));
+}
+
+TEST_F(FormPlacementMembers, ValuesAreSingles) {
+    // Each of these sums is another number in a wider type.
+    PropertyObject parent = MakeForm(16'777'216, 16'777'217, 0, 0);
+    mForm[L"Width"] = Var(0.0);
+    mForm[L"Height"] = Var(-2.0);
+    Do(L"KWO_CenterForm", {&mForm, &parent});
+    EXPECT_EQ(16'777'216, mForm.Single(L"Left"));
+    EXPECT_EQ(16'777'216, mForm.Single(L"Top"));
 }
 
 TEST_F(FormPlacementMembers, AFormIsCentredOverAnother) {

@@ -1,11 +1,16 @@
 #include <olectl.h>
+#include <shellapi.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <utility>
 
 #include "allocation_faults.h"
 #include "com_test.h"
 #include "host_form.h"
+#include "replaced_function.h"
 
 namespace kwo::com_test {
 namespace {
@@ -279,6 +284,173 @@ TEST_F(TrayClass, MessageNumbersAreThoseOfTheMouse) {
     EXPECT_EQ(WM_LBUTTONDBLCLK, number(L"DoubleClickMsg", 1));
     EXPECT_EQ(WM_RBUTTONDBLCLK, number(L"DoubleClickMsg", 2));
     EXPECT_EQ(0, number(L"MouseUpMsg", 3));
+}
+
+/// What the notification area is told, without telling it.
+struct Told {
+    DWORD message;
+    NOTIFYICONDATAA record;
+    std::string Tip() const { return std::string(record.szTip, 64); }
+};
+std::vector<Told> theTold;
+BOOL theAnswer = TRUE;
+
+BOOL WINAPI HearNotifyIcon(DWORD message, NOTIFYICONDATAA* record) {
+    Told told = {message, {}};
+    std::memcpy(&told.record, record, std::min<std::size_t>(record->cbSize, sizeof told.record));
+    theTold.push_back(told);
+    return theAnswer;
+}
+
+BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
+class NotificationAreaIsTold : public TrayClass {
+protected:
+    void SetUp() override {
+        TrayClass::SetUp();
+        theTold.clear();
+        theAnswer = TRUE;
+        mReplaced.emplace("Shell_NotifyIconA", &HearNotifyIcon);
+        mHandle = HandleOf(mIcon.Get());
+    }
+    void TearDown() override { mTray = {}; }
+    static HICON HandleOf(IDispatch* picture) {
+        OLE_HANDLE handle = 0;
+        As<IPicture>(picture, IID_IPicture)->get_Handle(&handle);
+        return reinterpret_cast<HICON>(static_cast<INT_PTR>(static_cast<LONG>(handle)));
+    }
+    static std::string TipOf(std::string text) {
+        text.push_back('\0');
+        text.resize(64, ' ');
+        return text;
+    }
+    /// What the shell does when it is started again.
+    static void RecreateTaskbar() {
+        for (const HWND window : Windows())
+            PostMessageW(window, RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+        ProcessMessages(20);
+    }
+    /// The top-level windows of this thread.
+    static std::vector<HWND> Windows() {
+        std::vector<HWND> windows;
+        EnumThreadWindows(GetCurrentThreadId(), AddWindow, reinterpret_cast<LPARAM>(&windows));
+        return windows;
+    }
+
+    std::optional<ReplacedFunction> mReplaced;
+    HICON mHandle = nullptr;
+};
+
+TEST_F(NotificationAreaIsTold, TheWholeRecordWhenAnIconIsAdded) {
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
+
+    ASSERT_EQ(1u, theTold.size());
+    const NOTIFYICONDATAA& record = theTold[0].record;
+    EXPECT_EQ(static_cast<DWORD>(NIM_ADD), theTold[0].message);
+    EXPECT_EQ(sizeof(void*) == 4 ? 88u : 104u, record.cbSize);
+    EXPECT_EQ(mWindow.Handle(), static_cast<long>(reinterpret_cast<INT_PTR>(record.hWnd)));
+    EXPECT_EQ(static_cast<UINT>(reinterpret_cast<UINT_PTR>(GetModuleHandleW(L"KWOUtil.dll"))), record.uID);
+    EXPECT_EQ(static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP), record.uFlags);
+    EXPECT_EQ(512u, record.uCallbackMessage);
+    EXPECT_EQ(mHandle, record.hIcon);
+    EXPECT_EQ(TipOf("Hello"), theTold[0].Tip());
+}
+
+TEST_F(NotificationAreaIsTold, OnlyWhatChanges) {
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
+    Let(mTray.Get(), L"Tip", L"Changed");
+    const ComPtr<IDispatch> other = MakePicture(PICTYPE_ICON, kGreen);
+    Set(mTray.Get(), L"Icon", other.Get());
+    Call(mTray.Get(), L"Destroy");
+
+    ASSERT_EQ(4u, theTold.size());
+    EXPECT_EQ(static_cast<DWORD>(NIM_MODIFY), theTold[1].message);
+    EXPECT_EQ(static_cast<UINT>(NIF_TIP), theTold[1].record.uFlags);
+    EXPECT_EQ(TipOf("Changed"), theTold[1].Tip());
+    EXPECT_EQ(static_cast<DWORD>(NIM_MODIFY), theTold[2].message);
+    EXPECT_EQ(static_cast<UINT>(NIF_ICON), theTold[2].record.uFlags);
+    EXPECT_EQ(HandleOf(other.Get()), theTold[2].record.hIcon);
+    EXPECT_EQ(static_cast<DWORD>(NIM_DELETE), theTold[3].message);
+    for (const Told& told : theTold) {
+        EXPECT_EQ(theTold[0].record.cbSize, told.record.cbSize);
+        EXPECT_EQ(theTold[0].record.hWnd, told.record.hWnd);
+        EXPECT_EQ(theTold[0].record.uID, told.record.uID);
+    }
+}
+
+TEST_F(NotificationAreaIsTold, ATipOf64BytesWithoutAnEnd) {
+    Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(63, L'x'));
+    Let(mTray.Get(), L"Tip", std::wstring(64, L'y'));
+    Let(mTray.Get(), L"Tip", std::wstring(70, L'z'));
+
+    ASSERT_EQ(3u, theTold.size());
+    EXPECT_EQ(TipOf(std::string(63, 'x')), theTold[0].Tip());
+    EXPECT_EQ(std::string(64, 'y'), theTold[1].Tip());
+    EXPECT_EQ(std::string(64, 'z'), theTold[2].Tip());
+}
+
+TEST_F(NotificationAreaIsTold, CharactersThatTheCodePageLacksAreReplaced) {
+    Creates(mTray.Get(), mWindow, mIcon.Get(), L"a\u4E00b");
+
+    ASSERT_EQ(1u, theTold.size());
+    char expected[10] = "";
+    WideCharToMultiByte(CP_ACP, 0, L"a\u4E00b", -1, expected, 10, nullptr, nullptr);
+    EXPECT_EQ(TipOf(expected), theTold[0].Tip());
+    EXPECT_EQ(L"a\u4E00b", Tip());
+}
+
+TEST_F(NotificationAreaIsTold, OfShownIconsAgainWhenTheTaskbarIsCreatedAnew) {
+    const CallerWindow otherWindow;
+    const ComPtr<IDispatch> other = Create(L"KWOSysTray");
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
+    ASSERT_TRUE(Creates(other.Get(), otherWindow, mIcon.Get(), L"Other"));
+    Let(mTray.Get(), L"Tip", L"Changed");
+    const std::vector<Told> before = std::exchange(theTold, {});
+
+    RecreateTaskbar();
+
+    ASSERT_EQ(2u, theTold.size());
+    EXPECT_EQ(TipOf("Changed"), theTold[0].Tip());
+    EXPECT_EQ(TipOf("Other"), theTold[1].Tip());
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(static_cast<DWORD>(NIM_ADD), theTold[i].message);
+        EXPECT_EQ(before[i].record.hWnd, theTold[i].record.hWnd);
+        EXPECT_EQ(before[i].record.uID, theTold[i].record.uID);
+        EXPECT_EQ(static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP), theTold[i].record.uFlags);
+        EXPECT_EQ(512u, theTold[i].record.uCallbackMessage);
+        EXPECT_EQ(mHandle, theTold[i].record.hIcon);
+    }
+
+    // An icon that the shell would not take is still the object's: the next taskbar gets it.
+    theAnswer = FALSE;
+    RecreateTaskbar();
+    theAnswer = TRUE;
+    Call(other.Get(), L"Destroy");
+    theTold.clear();
+    RecreateTaskbar();
+    EXPECT_EQ(1u, theTold.size());
+}
+
+TEST_F(NotificationAreaIsTold, OfNoIconThatIsNotShown) {
+    const std::size_t windows = Windows().size();
+    theAnswer = FALSE;
+    EXPECT_FALSE(Creates(mTray.Get(), mWindow, mIcon.Get()));
+    theAnswer = TRUE;
+    EXPECT_EQ(windows, Windows().size());
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
+    EXPECT_EQ(windows + 1, Windows().size());
+    Call(mTray.Get(), L"Destroy");
+    EXPECT_EQ(windows, Windows().size());
+    ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
+    mTray = {};
+    EXPECT_EQ(windows, Windows().size());
+
+    theTold.clear();
+    RecreateTaskbar();
+    EXPECT_EQ(0u, theTold.size());
 }
 
 /// What is on the screen.

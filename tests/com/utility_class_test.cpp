@@ -4,6 +4,7 @@
 #include "box_answerer.h"
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "replaced_function.h"
 #include "temporary_folder.h"
 #include "type_library_dump.h"
 
@@ -199,6 +200,56 @@ TEST_F(FindInPathOfFolders, NoNameIsAnError) {
         EXPECT_EQ(L"", Find(name)) << name.size();
 }
 
+TEST_F(FindInPathOfFolders, ANameWithAZeroCharacterIsNotFound) {
+    mFolder.MakeFile(L"a\\one.txt");
+    const EnvironmentVariable path(L"PATH", mA);
+    EXPECT_EQ(mA + L"\\one.txt", Find(L"one.txt"));
+    EXPECT_EQ(L"", Find(std::wstring(L"one.txt\0.bak", 12)));
+    EXPECT_EQ(L"", Find(std::wstring(L"one.txt\0", 8)));
+}
+
+std::vector<DWORD> theErrorModes;
+
+HANDLE WINAPI NoteErrorMode(const wchar_t* name, WIN32_FIND_DATAW* entry) {
+    theErrorModes.push_back(GetThreadErrorMode());
+    return FindFirstFileW(name, entry);
+}
+
+TEST_F(FindInPathOfFolders, ADriveWithoutADiskIsNotAskedFor) {
+    const EnvironmentVariable path(L"PATH", mA);
+    DWORD before = 0;
+    ASSERT_TRUE(SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, &before));
+    theErrorModes.clear();
+    const ReplacedFunction search("FindFirstFileW", &NoteErrorMode);
+    Find(L"one.txt");
+
+    ASSERT_EQ(2u, theErrorModes.size());
+    for (const DWORD mode : theErrorModes)
+        EXPECT_EQ(static_cast<DWORD>(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX), mode);
+    EXPECT_EQ(static_cast<DWORD>(SEM_NOGPFAULTERRORBOX), GetThreadErrorMode());
+    SetThreadErrorMode(before, nullptr);
+}
+
+DWORD Handles() {
+    DWORD count = 0;
+    EXPECT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &count));
+    return count;
+}
+
+TEST_F(FindInPathOfFolders, NoSearchLeavesAHandle) {
+    // So many that the system does not read the folder in one go.
+    for (int i = 0; i < 300; ++i)
+        mFolder.MakeFile(L"a\\" + std::wstring(50, L'x') + std::to_wstring(i) + L".txt");
+    const EnvironmentVariable path(L"PATH", mA);
+    Find(L"*.txt");
+    const DWORD before = Handles();
+    for (int i = 0; i < 50; ++i) {
+        EXPECT_EQ(mA + L"\\*.txt", Find(L"*.txt"));
+        EXPECT_EQ(L"", Find(L"*.none"));
+    }
+    EXPECT_LT(Handles(), before + 10);
+}
+
 TEST_F(UtilityClass, DirectoriesAreThoseOfTheSystem) {
     const struct {
         const wchar_t* member;
@@ -222,6 +273,13 @@ TEST_F(UtilityClass, DirectoriesAreThoseOfTheSystem) {
         const Outcome outcome = Call(mUtility.Get(), row.member, {L"perhaps"});
         EXPECT_EQ(Hex(kTypeMismatch), Hex(outcome.scode));
         EXPECT_EQ(std::wstring(L"KWOUtility.") + row.member, outcome.source);
+        Probe stranger;
+        for (const Var& bad : {Var(L""), Var(static_cast<IDispatch*>(nullptr)), Var(&stranger),
+                               Var::Error(DISP_E_OVERFLOW), Var::Error(static_cast<SCODE>(0x800A0005))}) {
+            const Outcome refused = Call(mUtility.Get(), row.member, {bad});
+            EXPECT_TRUE(FAILED(refused.status)) << bad.vt;
+        }
+        EXPECT_EQ(0u, stranger.References());
     }
 }
 
@@ -259,11 +317,21 @@ TEST_F(UtilityClass, APauseIsNeverTooShort) {
     EXPECT_GE(MillisecondsOf(mUtility.Get(), 1), 1000u);
     EXPECT_GE(MillisecondsOf(mUtility.Get(), 100), 100u);
     EXPECT_LT(MillisecondsOf(mUtility.Get(), 0), 1000u);
-    EXPECT_LT(MillisecondsOf(mUtility.Get(), -32), 1000u);
+    for (const int seconds : {-1, -32, -33, -100, -32'768})
+        EXPECT_LT(MillisecondsOf(mUtility.Get(), seconds), 1000u) << seconds;
+}
+
+TEST_F(UtilityClass, APauseGivesUpWhenTheProgramIsAskedToQuit) {
+    PostQuitMessage(7);
+    EXPECT_LT(MillisecondsOf(mUtility.Get(), 20), 10'000u);
+
+    MSG message = {};
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(7u, message.wParam);
 }
 
 TEST_F(UtilityClass, From33To99SecondsAnOverflowComesBeforeAnyWait) {
-    for (const int seconds : {33, 99, -33}) {
+    for (const int seconds : {33, 99}) {
         const DWORD before = GetTickCount();
         const Outcome outcome = Call(mUtility.Get(), L"KWO_Pause", {seconds});
         EXPECT_EQ(Hex(kOverflow), Hex(outcome.scode)) << seconds;
@@ -338,6 +406,11 @@ protected:
         }
         return {};
     }
+    /// The same without waiting.
+    std::string ReportAtOnce() const {
+        Sleep(500);
+        return GetFileAttributesW(mReport.c_str()) == INVALID_FILE_ATTRIBUTES ? std::string() : Report();
+    }
     static HWND WindowOf(const wchar_t* title) { return FindWindowW(L"KWOSecondProgram", title); }
     /// Another program's window takes its time, and on a busy screen the focus may be lost on the way: it is asked for
     /// again from time to time.
@@ -404,6 +477,108 @@ TEST_F(StartOrActivate, ARunningInstanceComesToTheFrontInstead) {
     DestroyWindow(own);
 }
 
+TEST_F(StartOrActivate, AMinimisedInstanceIsRestored) {
+    for (const short mode : std::initializer_list<short>{SW_SHOWMINNOACTIVE, SW_SHOWMINIMIZED}) {
+        const std::wstring title = L"Minimised " + std::to_wstring(mode);
+        LoadSecond(L"\"" + title + L"\"", mode);
+        ASSERT_NE("", Report());
+        const HWND window = WindowOf(title.c_str());
+        ASSERT_TRUE(IsIconic(window));
+
+        EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, title));
+
+        for (int i = 0; i < 1000 && IsIconic(window); ++i)
+            Sleep(10);
+        EXPECT_FALSE(IsIconic(window)) << mode;
+    }
+    EXPECT_EQ(nullptr, WindowOf(L"Other"));
+}
+
+TEST_F(StartOrActivate, AMaximisedInstanceStaysMaximised) {
+    LoadSecond(L"Maximised", SW_SHOWMAXIMIZED);
+    ASSERT_NE("", Report());
+    EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, L"Maximised"));
+    Sleep(200);
+    EXPECT_TRUE(IsZoomed(WindowOf(L"Maximised")));
+}
+
+TEST_F(StartOrActivate, AHiddenInstanceIsNotTakenForARunningOne) {
+    const long first = LoadSecond(L"Hidden", SW_HIDE);
+    ASSERT_NE("", Report());
+    ASSERT_FALSE(IsWindowVisible(WindowOf(L"Hidden")));
+
+    const long second = LoadSecond(L"Second", SW_SHOWNORMAL, L"Hidden");
+    EXPECT_LT(1, second);
+    EXPECT_NE(first, second);
+    ASSERT_NE("", Report());
+}
+
+HWND theCloakedWindow = nullptr;
+bool cloakingIsKnown = true;
+
+HRESULT WINAPI TellWhatIsCloaked(HWND window, DWORD attribute, void* value, DWORD size) {
+    if (attribute != 14 || size != sizeof(DWORD) || !cloakingIsKnown) return E_INVALIDARG;
+    *static_cast<DWORD*>(value) = window == theCloakedWindow ? 2 : 0;
+    return S_OK;
+}
+
+TEST_F(StartOrActivate, ACloakedInstanceIsNotTakenForARunningOne) {
+    const ReplacedFunction cloaks("DwmGetWindowAttribute", &TellWhatIsCloaked);
+    LoadSecond(L"Cloaked");
+    ASSERT_NE("", Report());
+    cloakingIsKnown = true;
+    theCloakedWindow = nullptr;
+    EXPECT_EQ(1, LoadSecond(L"Second", SW_SHOWNORMAL, L"Cloaked"));
+    theCloakedWindow = WindowOf(L"Cloaked");
+    ASSERT_NE(nullptr, theCloakedWindow);
+
+    EXPECT_LT(1, LoadSecond(L"Second", SW_SHOWNORMAL, L"Cloaked"));
+    ASSERT_NE("", Report());
+    // Where the system cannot tell, what is visible counts.
+    cloakingIsKnown = false;
+    EXPECT_EQ(1, LoadSecond(L"Third", SW_SHOWNORMAL, L"Cloaked"));
+}
+
+TEST_F(StartOrActivate, NoStartLeavesAHandle) {
+    LoadSecond(L"First");
+    ASSERT_NE("", Report());
+    const DWORD before = Handles();
+    for (int i = 0; i < 10; ++i) {
+        LoadSecond(L"Again", SW_HIDE);
+        ASSERT_NE("", Report());
+    }
+    EXPECT_LT(Handles(), before + 5);
+}
+
+TEST_F(StartOrActivate, ALongCommandLineIsRefusedAtOnce) {
+    BoxAnswerer user;
+    std::wstring blanks;
+    while (blanks.size() < 65'536)
+        blanks += L"x ";
+    const DWORD before = GetTickCount();
+    EXPECT_EQ(0, Load(L"", blanks, L"", 1, L""));
+    EXPECT_LT(GetTickCount() - before, 5000u);
+
+    const std::wstring program = L"\"" + mProgramFolder + kProgram + L"\"";
+    const std::size_t room = 32'766 - program.size() - 1;
+    EXPECT_EQ(0, Load(L"", program, std::wstring(room + 1, L'x'), 1, L""));
+    EXPECT_EQ(0, Load(L"", program, std::wstring(L"a\0b", 3), 1, L""));
+    EXPECT_EQ(3u, user.boxes.size());
+    EXPECT_EQ("", ReportAtOnce());
+    EXPECT_NE(0, Load(L"", program, std::wstring(room, L'x'), 1, L""));
+    EXPECT_NE("", Report());
+}
+
+TEST_F(StartOrActivate, AFolderWithABlankIsQuoted) {
+    const std::wstring tools = mFolder.MakeFolder(L"My Tools") + L"\\";
+    const std::wstring program = mProgramFolder + kProgram;
+    ASSERT_TRUE(CopyFileW(program.c_str(), (tools + L"tool.exe").c_str(), TRUE));
+    ASSERT_TRUE(CopyFileW(program.c_str(), (mFolder.Path() + L"\\My.exe").c_str(), TRUE));
+
+    EXPECT_NE(0, Load(L"\"" + tools, L"tool.exe\"", L"/quiet Quoted", 1, L""));
+    EXPECT_EQ(Narrow(L"\"" + tools + L"tool.exe\" /quiet Quoted\n1\n"), Report());
+}
+
 TEST_F(StartOrActivate, OnlyTheWholeTitleCounts) {
     LoadSecond(L"\"Exact Title\"");
     ASSERT_NE("", Report());
@@ -432,6 +607,7 @@ TEST_F(StartOrActivate, AMissingProgramIsToldByABoxAndZero) {
     EXPECT_NE(std::wstring::npos, user.boxes[0].text.find(L"none.exe")) << Narrow(user.boxes[0].text);
     EXPECT_NE(std::wstring::npos, user.boxes[0].text.find(L"C:\\No Such Folder\\")) << Narrow(user.boxes[0].text);
     EXPECT_TRUE(user.boxes[0].hasIcon);
+    EXPECT_EQ(L"com_tests", user.boxes[0].title);
     EXPECT_EQ(1, user.boxes[0].buttons);
 }
 

@@ -55,6 +55,11 @@ public:
     /// The user presses the mouse's left button over the window, which was made here.
     virtual void PressMouse(Handle window) = 0;
     virtual void ReleaseMouse() = 0;
+    virtual void Hide(Handle window) = 0;
+    /// The shell is started again: the taskbar it makes has no icons yet.
+    virtual void RecreateTaskbar() = 0;
+    /// Windows of this thread that hear what the shell tells all programs.
+    virtual std::size_t TopLevelWindows() = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;
 

@@ -21,7 +21,6 @@ public:
     bool TakeQuitRequest() override { return mDesktop.messages.QuitRequested(); }
     Handle MakeWindow(TextView title) override {
         mDesktop.windows.windows[++mLastWindow] = {Text(title)};
-        mDesktop.programs.titles.insert(Text(title));
         mDesktop.drawing.clientAreas[mLastWindow] = {0, 0, 190, 80};
         mDesktop.screenDrawing.origins[mLastWindow] = {15, 30};
         return mLastWindow;
@@ -32,6 +31,11 @@ public:
     void Minimise(Handle window) override { mDesktop.windows.windows.at(window).minimised = true; }
     void PressMouse(Handle) override { MoveMouseButton(true); }
     void ReleaseMouse() override { MoveMouseButton(false); }
+    void RecreateTaskbar() override { mDesktop.notificationArea.RecreateTaskbar(); }
+    std::size_t TopLevelWindows() override {
+        return mDesktop.windows.windows.size() + (mDesktop.notificationArea.listeners.empty() ? 0 : 1);
+    }
+    void Hide(Handle window) override { mDesktop.windows.windows.at(window).hidden = true; }
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
     Text InstalledClass() override {
         mDesktop.components.Install(u"Test.Counter", [this] {

@@ -125,6 +125,18 @@ private:
     void* mHandler = nullptr;
 };
 
+BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
+/// The top-level windows of this thread.
+std::vector<HWND> ThreadWindows() {
+    std::vector<HWND> windows;
+    EnumThreadWindows(GetCurrentThreadId(), AddWindow, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
 class WindowsUnderTest final : public PlatformUnderTest {
 public:
     WindowsUnderTest() {
@@ -176,6 +188,14 @@ public:
         MoveMouseButton(true);
     }
     void ReleaseMouse() override { MoveMouseButton(false); }
+    void RecreateTaskbar() override {
+        // What is in the real taskbar stays there: the test takes it out itself.
+        for (const HWND window : ThreadWindows())
+            PostMessageW(window, RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+        mServices.messages.ProcessPending();
+    }
+    std::size_t TopLevelWindows() override { return ThreadWindows().size(); }
+    void Hide(Handle window) override { ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_HIDE); }
     void AnswerNextBox(std::int32_t button) override { mAnswer.Arm(button); }
     Text InstalledClass() override { return u"Scripting.Dictionary"; }
     Text ExistingFile() override {

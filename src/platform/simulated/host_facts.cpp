@@ -67,8 +67,8 @@ std::uint32_t HostFacts::WindowsDirectory(std::string& buffer) {
 std::uint32_t HostFacts::Directory(std::string_view call, const std::string& directory, std::string& buffer) {
     mWorld.log.Add(std::string(call) + " " + std::to_string(buffer.size()));
     if (mWorld.Fails(call)) return 0;
-    const std::size_t needed = directory.size() + 1;
-    if (needed > buffer.size()) return static_cast<std::uint32_t>(needed);
+    const std::size_t needed = directory.size() + (directoryNeedsNoEnd ? 0 : 1);
+    if (needed > buffer.size()) return static_cast<std::uint32_t>(directory.size() + 1);
     std::copy(directory.c_str(), directory.c_str() + needed, buffer.begin());
     return static_cast<std::uint32_t>(directory.size());
 }

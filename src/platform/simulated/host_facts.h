@@ -44,6 +44,8 @@ public:
     std::map<Text, Text> environment;
     std::string systemDirectory = "C:\\WINDOWS\\system32";
     std::string windowsDirectory = "C:\\WINDOWS";
+    /// A directory that just fits into the buffer is put there without its terminating zero.
+    bool directoryNeedsNoEnd = false;
 
 private:
     std::uint32_t Directory(std::string_view call, const std::string& directory, std::string& buffer);

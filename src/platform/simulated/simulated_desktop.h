@@ -70,7 +70,7 @@ public:
     SimulatedTray notificationArea{mWorld};
     SimulatedPictures pictures{conversions};
     MemoryCounters processMemory{mWorld, host};
-    SimulatedPrograms programs{mWorld};
+    SimulatedPrograms programs{mWorld, windows};
     RegistryTree registry{mWorld};
     ScreenState screen{mWorld};
     RecordedScreenDrawing screenDrawing{mWorld};

@@ -1,29 +1,36 @@
 #pragma once
 
 #include <set>
+#include <vector>
 
 #include "platform/programs.h"
+#include "platform/simulated/window_list.h"
 #include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
 
-/// Programs that can be started and windows that can be activated.
+/// Programs that can be started, and the desktop's windows, which can be activated.
 class SimulatedPrograms final : public Programs {
 public:
     static constexpr std::int32_t kFirstTask = 5001;
 
-    explicit SimulatedPrograms(World& world) : mWorld(world) {}
+    SimulatedPrograms(World& world, WindowList& windows) : mWorld(world), mWindows(windows) {}
 
     void Activate(TextView title) override;
     std::int32_t Start(TextView commandLine, std::int16_t windowMode) override;
 
-    /// Programs by the first word of their command lines.
+    /// The full names of the programs that there are.
     std::set<Text> installed;
-    /// Titles of the windows that there are.
-    std::set<Text> titles;
+    /// Those that were started, in their order.
+    std::vector<Text> started;
 
 private:
+    /// The quoted name at the start; without quotation marks the first program that there is up to some blank, with
+    /// `.exe` behind it where that is missing. Empty when there is none.
+    Text ProgramOf(TextView commandLine) const;
+
     World& mWorld;
+    WindowList& mWindows;
     std::int32_t mNextTask = kFirstTask;
 };
 

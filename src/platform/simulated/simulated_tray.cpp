@@ -1,5 +1,6 @@
 #include "platform/simulated/simulated_tray.h"
 
+#include <algorithm>
 #include <string>
 
 #include "platform/simulated/text_codec.h"
@@ -33,6 +34,13 @@ bool SimulatedTray::Modify(const TrayRecord& record) {
 
 bool SimulatedTray::Delete(const TrayRecord& record) {
     return Enter("Delete", record) && icons.erase(record.window) != 0;
+}
+
+void SimulatedTray::RecreateTaskbar() {
+    icons.clear();
+    for (TaskbarListener* const listener : std::vector(listeners)) {
+        if (std::ranges::find(listeners, listener) != listeners.end()) listener->TaskbarCreated();
+    }
 }
 
 bool SimulatedTray::Enter(std::string_view call, const TrayRecord& record) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <vector>
 
 #include "platform/notification_area.h"
 #include "platform/simulated/world.h"
@@ -16,6 +17,13 @@ public:
     bool Modify(const TrayRecord& record) override;
     bool Delete(const TrayRecord& record) override;
 
+    void Listen(TaskbarListener& listener) override { listeners.push_back(&listener); }
+    void Unlisten(TaskbarListener& listener) noexcept override { std::erase(listeners, &listener); }
+
+    /// What happens when the shell is started again.
+    void RecreateTaskbar();
+
+    std::vector<TaskbarListener*> listeners;
     /// What is shown, by the handle of the window. The tips are as their readers see them.
     std::map<Handle, TrayRecord> icons;
 

@@ -16,6 +16,7 @@ public:
         Text title;
         bool minimised = false;
         int flashes = 0;  ///< calls that inverted the caption
+        bool hidden = false;
     };
     struct Question {
         Handle owner = 0;

@@ -1,10 +1,12 @@
 #include "platform/windows/windows_log_files.h"
 
 #include "platform/windows/ansi.h"
+#include "platform/windows/quiet_drives.h"
 
 namespace kwo::platform::windows {
 
 LogFiles::File WindowsLogFiles::CreateNew(TextView path) {
+    const QuietDrives quiet;
     const HANDLE file = mLastError.After(::CreateFileW(ToWide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                                        CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     return file == INVALID_HANDLE_VALUE ? 0 : reinterpret_cast<File>(file);
@@ -26,6 +28,7 @@ void WindowsLogFiles::Close(File file) {
 }
 
 bool WindowsLogFiles::Delete(TextView path) {
+    const QuietDrives quiet;
     return mLastError.After(::DeleteFileW(ToWide(path).c_str())) != FALSE;
 }
 

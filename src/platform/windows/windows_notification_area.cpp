@@ -29,6 +29,29 @@ bool WindowsNotificationArea::Delete(const TrayRecord& record) {
     return Notify(NIM_DELETE, record);
 }
 
+void WindowsNotificationArea::Listen(TaskbarListener& listener) {
+    if (mTaskbar == nullptr) mTaskbar = std::make_unique<TaskbarWindow>(static_cast<TaskbarListener&>(*this));
+    mListeners.push_back(&listener);
+}
+
+void WindowsNotificationArea::Unlisten(TaskbarListener& listener) noexcept {
+    std::erase(mListeners, &listener);
+    if (mListeners.empty()) mTaskbar.reset();
+}
+
+void WindowsNotificationArea::TaskbarCreated() noexcept {
+    mUse.Begin();
+    try {
+        // While one tells the shell of its icon, messages may run that take others away.
+        for (TaskbarListener* const listener : std::vector(mListeners)) {
+            if (std::ranges::find(mListeners, listener) != mListeners.end()) listener->TaskbarCreated();
+        }
+    } catch (...) {
+        // Nobody is there to hear of it: the icon stays away.
+    }
+    mUse.End();
+}
+
 bool WindowsNotificationArea::Notify(DWORD message, const TrayRecord& record) {
     auto* const function = mLastError.After(mShell.Find<NotifyFunction>("Shell_NotifyIconA"));
     if (function == nullptr) return false;

@@ -30,7 +30,7 @@ namespace kwo::platform::windows {
 
 struct WindowsPlatform::Parts {
     Parts(HINSTANCE module, ModuleUse& use)
-        : host(module, lastError, network, versions), notificationArea(module, lastError, shell), timers(use) {}
+        : host(module, lastError, network, versions), notificationArea(module, lastError, shell, use), timers(use) {}
 
     LastError lastError;
     SystemLibrary internet{L"wininet.dll"};
@@ -38,6 +38,7 @@ struct WindowsPlatform::Parts {
     SystemLibrary counters{L"psapi.dll"};
     SystemLibrary shell{L"shell32.dll"};
     SystemLibrary versions{L"version.dll"};
+    SystemLibrary composition{L"dwmapi.dll"};
     WindowsClock clock{lastError};
     WindowsComponentFactory components;
     WindowsConversions conversions;
@@ -55,7 +56,7 @@ struct WindowsPlatform::Parts {
     WindowsNotificationArea notificationArea;
     WindowsPictures pictures;
     WindowsProcessMemory processMemory{lastError, counters};
-    WindowsPrograms programs{lastError};
+    WindowsPrograms programs{lastError, composition};
     WindowsRegistryStore registry{lastError};
     WindowsScreen screen;
     WindowsScreenDrawing screenDrawing{lastError};

@@ -6,15 +6,27 @@
 
 #include "platform/component_error.h"
 #include "platform/windows/ansi.h"
+#include "platform/windows/quiet_drives.h"
 
 namespace kwo::platform::windows {
 
 namespace {
 
+using WindowAttribute = HRESULT WINAPI(HWND window, DWORD attribute, void* value, DWORD size);
+
 struct Search {
     std::wstring title;
+    WindowAttribute* attribute = nullptr;  ///< null where the system cloaks no windows
     HWND found = nullptr;
 };
+
+/// A cloaked window has all that belongs to a visible one, but nobody sees it: programs that the system keeps ready,
+/// and those of another virtual desktop.
+bool IsCloaked(HWND window, WindowAttribute* attribute) {
+    constexpr DWORD kCloaked = 14;
+    DWORD cloaked = 0;
+    return attribute != nullptr && SUCCEEDED(attribute(window, kCloaked, &cloaked, sizeof cloaked)) && cloaked != 0;
+}
 
 /// The title as the system keeps it. Asking the window itself would wait for a program that does not answer.
 bool HasTitle(HWND window, const std::wstring& title) {
@@ -27,6 +39,7 @@ bool HasTitle(HWND window, const std::wstring& title) {
 BOOL CALLBACK Look(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<Search*>(parameter);
     if (!::IsWindowVisible(window) || !HasTitle(window, search.title)) return TRUE;
+    if (IsCloaked(window, search.attribute)) return TRUE;
     search.found = window;
     return FALSE;
 }
@@ -34,13 +47,21 @@ BOOL CALLBACK Look(HWND window, LPARAM parameter) {
 }  // namespace
 
 void WindowsPrograms::Activate(TextView title) {
-    Search search{ToWide(title)};
+    Search search{ToWide(title), mComposition.Find<WindowAttribute>("DwmGetWindowAttribute")};
     ::EnumWindows(Look, reinterpret_cast<LPARAM>(&search));
     if (search.found == nullptr) RaiseRuntime(RuntimeError::InvalidProcedureCall);
+    // Its own program does it: a direct call would wait for one that does not answer.
+    if (::IsIconic(search.found)) ::ShowWindowAsync(search.found, SW_RESTORE);
     mLastError.After(::SetForegroundWindow(search.found));
 }
 
 std::int32_t WindowsPrograms::Start(TextView commandLine, std::int16_t windowMode) {
+    // What is too long, the system would look for up to each blank before it refuses; behind a zero character it would
+    // stop reading.
+    if (commandLine.size() > kLongestCommandLine || commandLine.find(u'\0') != TextView::npos) {
+        RaiseRuntime(RuntimeError::FileNotFound);
+    }
+    const QuietDrives quiet;
     // The system writes into the command line while it looks for the program.
     std::wstring writable = ToWide(commandLine);
     STARTUPINFOW start = {};

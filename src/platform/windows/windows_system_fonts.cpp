@@ -36,8 +36,16 @@ bool WindowsSystemFonts::QueryNonClient(NonClientFonts& fonts) {
 }
 
 HostObjectRef WindowsSystemFonts::MakeFont() {
+    // Nothing but what a font must have: without a description the system would make one of its own choice.
+    wchar_t noName[] = L"";
+    FONTDESC description = {};
+    description.cbSizeofstruct = sizeof description;
+    description.lpstrName = noName;
+    description.sWeight = FW_NORMAL;
+    description.sCharset = DEFAULT_CHARSET;
     Microsoft::WRL::ComPtr<IDispatch> font;
-    const HRESULT code = ::OleCreateFontIndirect(nullptr, IID_IDispatch, reinterpret_cast<void**>(font.GetAddressOf()));
+    const HRESULT code =
+        ::OleCreateFontIndirect(&description, IID_IDispatch, reinterpret_cast<void**>(font.GetAddressOf()));
     if (FAILED(code)) RaiseFailure(code);
     auto object = std::make_shared<DispatchObject>(*font.Get());
     object->SetKnownId(u"Name", DISPID_FONT_NAME);

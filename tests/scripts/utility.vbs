@@ -1,0 +1,70 @@
+' The example of docs/utility.md with a program in a folder that has a blank in its name, beside a program that an
+' unquoted command line would start.
+Option Explicit
+
+Dim checks
+Sub Check(name, good)
+    checks = checks + 1
+    If good Then WScript.Echo "ok " & name Else WScript.Echo "not ok " & name
+End Sub
+
+Dim files, utility, folder, path, answer, task
+Set files = CreateObject("Scripting.FileSystemObject")
+Set utility = CreateObject("KWOUtil.KWOUtility")
+folder = files.GetSpecialFolder(2).Path & "\" & files.GetTempName()
+files.CreateFolder folder
+files.CreateFolder folder & "\My Tools"
+path = folder & "\My Tools\tool.exe"
+answer = folder & "\answer.txt"
+files.CopyFile WScript.FullName, path
+files.CopyFile WScript.FullName, folder & "\My.exe"
+
+' Both programs are this host; the script that they run says which one it is.
+Dim script, stream
+script = folder & "\tell.vbs"
+Set stream = files.CreateTextFile(script)
+stream.Write "Set files = CreateObject(""Scripting.FileSystemObject"")" & vbCrLf & _
+    "Set stream = files.CreateTextFile(""" & answer & ".new"")" & vbCrLf & _
+    "stream.Write WScript.FullName" & vbCrLf & "stream.Close" & vbCrLf & _
+    "files.MoveFile """ & answer & ".new"", """ & answer & """" & vbCrLf
+stream.Close
+
+' What the started program says; empty when it says nothing.
+Function Told()
+    Dim waited, text
+    For waited = 1 To 200
+        If files.FileExists(answer) Then
+            Set text = files.OpenTextFile(answer, 1)
+            Told = text.ReadAll
+            text.Close
+            files.DeleteFile answer
+            Exit Function
+        End If
+        WScript.Sleep 50
+    Next
+End Function
+
+' The line of the page, with a parameter of this test.
+Dim page, line, example
+Set page = files.OpenTextFile(files.GetParentFolderName(WScript.ScriptFullName) & "\..\..\docs\utility.md", 1)
+Do Until page.AtEndOfStream
+    line = page.ReadLine
+    If example = "" And InStr(line, "utility.KWO_LoadApp(") > 0 Then example = line
+Loop
+page.Close
+Check "the page starts what it has found", InStr(example, "If path <> """" Then task = ") = 1
+example = Replace(example, """/quiet""", """"""""" & script & """"""""")
+example = Replace(example, """My Tool""", """""")
+Execute example
+Check "a task was started", task > 1
+Check "it is the program in the folder with a blank", LCase(Told()) = LCase(path)
+
+task = utility.KWO_LoadApp("""" & folder & "\My Tools\", "tool.exe""", """" & script & """", 1, "")
+Check "a task was started from path and name", task > 1
+Check "it is that program again", LCase(Told()) = LCase(path)
+
+' A program that has not quite ended yet cannot be deleted.
+WScript.Sleep 500
+On Error Resume Next
+files.DeleteFolder folder, True
+WScript.Echo "done " & checks
