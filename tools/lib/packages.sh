@@ -21,7 +21,8 @@ KWO_WINE_PACKAGES=(
     'fonts-wine /usr/share/wine/fonts/tahoma.ttf'
     'fonts-liberation /usr/share/fonts/truetype/liberation'
     'xdotool xdotool'
-    'imagemagick convert'
+    'imagemagick identify'
+    'locales /usr/share/i18n/locales/ja_JP'
 )
 # Only the 32-bit Wine tree needs them, and it may be missing.
 KWO_WINE32_PACKAGES=(
