@@ -1046,6 +1046,8 @@ TEST_F(SpinButtons, RepeatsAtNegativeTicksAndAcrossZero) {
     for (const std::uint32_t start : {0x80001000u, 0xFFFFFE0Cu}) {
         Ready(On(2026, 11, 21), {});
         desktop.clock.SetTickCount(start);
+        // Between the step at 450, before the tick 0, and the one at 600 behind it.
+        desktop.PostAt(470, [] {});
         desktop.PostAt(1000, [&] { view->MouseUp(); });
         view->MouseDown(1, kNext, kInside);
         EXPECT_EQ(Visible(), IntPair(6, 2027)) << start;
