@@ -160,7 +160,7 @@ TEST_F(ChangingControlVariables, TheCalendarsFocusDateIsTheOneTaken) {
     const ComPtr<IDispatch> view = Create(L"KWOMonthView");
     Var box(static_cast<IDispatch*>(&mBox));
     Var focus = Var::Date(46347.25);
-    mBox.Method(L"Cls", [this](MemberObject::Arguments&, VARIANT*) {
+    mBox.Method(L"Refresh", [this](MemberObject::Arguments&, VARIANT*) {
         ChangeAll();
         return S_OK;
     });

@@ -191,10 +191,10 @@ TEST(InvokeConversions, ANullObjectMayArriveAsEmpty) {
     EXPECT_EQ(Hex(S_OK), Hex(Set(timer.Get(), L"TimerEvents", Var()).status));
     EXPECT_EQ(nullptr, Get(timer.Get(), L"TimerEvents").result.pdispVal);
 
-    const ComPtr<IDispatch> button = Create(L"KWOPicBtn");
+    const ComPtr<IDispatch> tray = Create(L"KWOSysTray");
     Var empty;
-    EXPECT_EQ("0x800A005B", Hex(Call(button.Get(), L"Create", {Var(), L"x"}).scode));
-    EXPECT_EQ("0x800A005B", Hex(Call(button.Get(), L"Create", {Var::Ref(&empty), L"x"}).scode));
+    EXPECT_EQ("0x800A005B", Hex(Call(tray.Get(), L"Create", {0, Var(), L"x"}).scode));
+    EXPECT_EQ("0x800A005B", Hex(Call(tray.Get(), L"Create", {0, Var::Ref(&empty), L"x"}).scode));
     EXPECT_EQ(VT_EMPTY, empty.vt) << "nothing was written";
 }
 
