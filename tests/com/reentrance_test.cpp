@@ -62,6 +62,7 @@ public:
         mIntrusion.Use();
         return Object::Invoke(id, iid, locale, flags, parameters, result, info, bad);
     }
+    void* operator new(std::size_t size) { return ::operator new(size); }
     void operator delete(void* block, std::size_t size) {
         std::memset(block, 0xDD, size);
         ::operator delete(block);

@@ -218,7 +218,9 @@ TEST_F(RegistryClass, TextOfTheUsersCodePageGoesInAndOut) {
 
 TEST_F(RegistryClass, TextOfAMultiByteCodePageIsStoredWhole) {
     const char* const wanted = std::getenv("KWO_CODE_PAGE");
-    if (wanted != nullptr) ASSERT_EQ(wanted, std::to_string(GetACP())) << "the code page that the environment asks for";
+    if (wanted != nullptr) {
+        ASSERT_EQ(wanted, std::to_string(GetACP())) << "the code page that the environment asks for";
+    }
     CPINFO page = {};
     ASSERT_TRUE(GetCPInfo(CP_ACP, &page));
     if (page.MaxCharSize < 2) GTEST_SKIP() << "every character of the code page " << GetACP() << " is one byte";

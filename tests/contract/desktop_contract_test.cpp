@@ -90,7 +90,6 @@ TEST_F(DesktopContract, ActiveFormIsAWindowOrNone) {
 }
 
 TEST_F(DesktopContract, TheScreenHasASizeInTwips) {
-    platform::Screen& screen = platform().screen;
     const double twipsX = std::nearbyint(screen.TwipsPerPixelX());
     const double twipsY = std::nearbyint(screen.TwipsPerPixelY());
     EXPECT_GE(screen.Width(), 640 * twipsX);

@@ -98,7 +98,7 @@ HRESULT ConvertElement(SAFEARRAY* to, VARTYPE type, SAFEARRAY* from, LONG place,
     const bool fromVariants = type != VT_VARIANT;
     VARTYPE fromType = VT_EMPTY;
     HRESULT result = ::SafeArrayGetVartype(from, &fromType);
-    element.vt = fromVariants ? VT_EMPTY : fromType;
+    element.vt = fromVariants ? static_cast<VARTYPE>(VT_EMPTY) : fromType;
     if (SUCCEEDED(result)) {
         result = ::SafeArrayGetElement(
             from, &place, fromVariants ? static_cast<void*>(&element) : static_cast<void*>(&element.llVal));

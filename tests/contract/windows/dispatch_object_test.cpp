@@ -229,14 +229,14 @@ TEST_F(NotifyTest, ScriptsGetReferencesToVariantsFirst) {
 TEST_F(NotifyTest, WhoRefusesTheTypesGetsOthersUntilThereAreNoMore) {
     TriesUntil([](const Types&) { return false; });
     EXPECT_EQ(failure, kMismatch);
-    const VARTYPE object = kReference | VT_DISPATCH;
+    const VARTYPE form = kReference | VT_DISPATCH;
     const VARTYPE date = kReference | VT_DATE;
     const VARTYPE truth = kReference | VT_BOOL;
-    EXPECT_EQ(tries, (std::vector<Types>{{object, VT_I2, date, truth},
+    EXPECT_EQ(tries, (std::vector<Types>{{form, VT_I2, date, truth},
                                          Types(4, kVariantReference),
-                                         {object, VT_I4, date, truth},
-                                         {object, kReference | VT_I2, date, truth},
-                                         {object, kReference | VT_I4, date, truth},
+                                         {form, VT_I4, date, truth},
+                                         {form, kReference | VT_I2, date, truth},
+                                         {form, kReference | VT_I4, date, truth},
                                          {VT_DISPATCH, VT_I2, VT_DATE, VT_BOOL}}));
 }
 

@@ -48,7 +48,9 @@ TEST(TaskbarWindowTest, IsNotSeen) {
     const TaskbarWindow window(ear);
     ASSERT_EQ(Windows().size(), before.size() + 1);
     for (const HWND each : Windows()) {
-        if (std::find(before.begin(), before.end(), each) == before.end()) EXPECT_FALSE(::IsWindowVisible(each));
+        if (std::find(before.begin(), before.end(), each) == before.end()) {
+            EXPECT_FALSE(::IsWindowVisible(each));
+        }
     }
 }
 
