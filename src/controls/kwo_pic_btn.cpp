@@ -166,10 +166,10 @@ void KWOPicBtn::MouseMove(float x, float y) {
                 mShownPressed = isInside;
             }
         }
-        if (mDblClickPending) {
-            // Movements that arrive during the click complete nothing any more.
-            mDblClickPending = false;
+        // Movements that arrive during the click complete nothing any more.
+        if (mDblClickPending && !mNotifying) {
             MouseUp(x, y);
+            mDblClickPending = false;
         }
     });
 }

@@ -180,6 +180,7 @@ TEST_F(ReenteredMonthView, WhileTheBoxHasAnotherFont) {
 
 class ReenteredButton : public Reentrance {
 protected:
+    ReenteredButton() { desktop.drawing.clientAreas[kWindow] = {0, 0, 100, 40}; }
     /// Each caption is longer than the one before, so that it takes another place in memory.
     void Create() {
         const Text caption = mCaption += Text(40, u'x');

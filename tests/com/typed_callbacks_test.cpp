@@ -1,3 +1,5 @@
+#include <dispex.h>
+
 #include "timer_client.h"
 #include "timer_slots.h"
 
@@ -20,6 +22,8 @@ protected:
     Sink& NewListener(const wchar_t* member) {
         Sink& listener = NewSink();
         listener.member = member;
+        // An object of a script engine is known by this; none of its own members is called here.
+        listener.interfaceId = __uuidof(IDispatchEx);
         const wchar_t* const property = lstrcmpiW(member, L"Tick") == 0 ? L"TimerEvents" : L"AlarmEvents";
         EXPECT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&listener)).status));
         return listener;

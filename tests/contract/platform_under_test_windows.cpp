@@ -10,6 +10,7 @@
 
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
+#include "windows/thread_windows.h"
 
 namespace kwo::contract {
 namespace {
@@ -124,18 +125,6 @@ private:
     static inline std::vector<std::string> sHeard;
     void* mHandler = nullptr;
 };
-
-BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
-    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-    return TRUE;
-}
-
-/// The top-level windows of this thread.
-std::vector<HWND> ThreadWindows() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), AddWindow, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
 
 class WindowsUnderTest final : public PlatformUnderTest {
 public:

@@ -6,8 +6,12 @@
 #include <memory>
 #include <vector>
 
+#include "windows/thread_windows.h"
+
 namespace kwo::platform::windows {
 namespace {
+
+using contract::ThreadWindows;
 
 class Ear final : public TaskbarListener {
 public:
@@ -15,20 +19,8 @@ public:
     int heard = 0;
 };
 
-BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
-    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-    return TRUE;
-}
-
-/// The top-level windows of this thread.
-std::vector<HWND> Windows() {
-    std::vector<HWND> windows;
-    ::EnumThreadWindows(::GetCurrentThreadId(), AddWindow, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
 void TellAll(UINT message) {
-    for (const HWND window : Windows())
+    for (const HWND window : ThreadWindows())
         ::PostMessageW(window, message, 0, 0);
     MSG next;
     while (::PeekMessageW(&next, nullptr, 0, 0, PM_REMOVE))
@@ -44,10 +36,10 @@ const UINT kCreated = ::RegisterWindowMessageW(L"TaskbarCreated");
 
 TEST(TaskbarWindowTest, IsNotSeen) {
     Ear ear;
-    const std::vector<HWND> before = Windows();
+    const std::vector<HWND> before = ThreadWindows();
     const TaskbarWindow window(ear);
-    ASSERT_EQ(Windows().size(), before.size() + 1);
-    for (const HWND each : Windows()) {
+    ASSERT_EQ(ThreadWindows().size(), before.size() + 1);
+    for (const HWND each : ThreadWindows()) {
         if (std::find(before.begin(), before.end(), each) == before.end()) {
             EXPECT_FALSE(::IsWindowVisible(each));
         }
@@ -74,15 +66,15 @@ TEST(TaskbarWindowTest, StaysWhenAllWindowsAreAskedToClose) {
 
 TEST(TaskbarWindowTest, HearsNothingMoreAfterItsEndOnAnotherThread) {
     Ear ear;
-    const std::size_t before = Windows().size();
+    const std::size_t before = ThreadWindows().size();
     auto window = std::make_unique<TaskbarWindow>(ear);
-    ASSERT_EQ(Windows().size(), before + 1);
+    ASSERT_EQ(ThreadWindows().size(), before + 1);
     const HANDLE thread = ::CreateThread(nullptr, 0, End, &window, 0, nullptr);
     ::WaitForSingleObject(thread, INFINITE);
     ::CloseHandle(thread);
     TellAll(kCreated);
     EXPECT_EQ(ear.heard, 0);
-    EXPECT_EQ(Windows().size(), before);
+    EXPECT_EQ(ThreadWindows().size(), before);
 }
 
 }  // namespace

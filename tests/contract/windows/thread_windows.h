@@ -1,0 +1,24 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+#include <vector>
+
+namespace kwo::contract {
+
+/// The top-level windows of this thread. The one for input methods that the system adds to a thread's first does not
+/// count.
+inline std::vector<HWND> ThreadWindows() {
+    std::vector<HWND> windows;
+    const auto add = [](HWND window, LPARAM list) -> BOOL {
+        wchar_t name[16] = {};
+        ::GetClassNameW(window, name, 16);
+        if (std::wstring_view(name) != L"IME") reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+        return TRUE;
+    };
+    ::EnumThreadWindows(::GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+}  // namespace kwo::contract
