@@ -89,9 +89,9 @@ protected:
     void SetUp() override {
         FontsClass::SetUp();
         theMetricsAreTold = true;
-        PutFont(theMetrics.lfCaptionFont, "Arial", -16, 700);
-        PutFont(theMetrics.lfSmCaptionFont, "Courier New", -12, 400);
-        PutFont(theMetrics.lfMenuFont, "Times New Roman", -20, 400);
+        PutFont(theMetrics.lfCaptionFont, "Wingdings", -16, 700);
+        PutFont(theMetrics.lfSmCaptionFont, "Webdings", -12, 400);
+        PutFont(theMetrics.lfMenuFont, "Marlett", -20, 400);
         PutFont(theMetrics.lfStatusFont, "Tahoma", -24, 400);
         PutFont(theMetrics.lfMessageFont, "Symbol", -32, 400);
         mReplaced.emplace("SystemParametersInfoA", &TellMetrics);
@@ -114,8 +114,8 @@ TEST_F(FontsOfAnotherDesktop, EachPropertyGivesItsOwn) {
     MakeFonts();
     EXPECT_EQ(41u, theAction);
     EXPECT_EQ(340u, theSize);
-    EXPECT_EQ(L"Arial", NameOf(Font(L"CaptionFont").Get()));
-    EXPECT_EQ(L"Times New Roman", NameOf(Font(L"MenuFont").Get()));
+    EXPECT_EQ(L"Wingdings", NameOf(Font(L"CaptionFont").Get()));
+    EXPECT_EQ(L"Marlett", NameOf(Font(L"MenuFont").Get()));
     EXPECT_EQ(L"Tahoma", NameOf(Font(L"StatusFont").Get()));
     EXPECT_EQ(L"Symbol", NameOf(Font(L"MessageFont").Get()));
     EXPECT_TRUE(Has(Font(L"CaptionFont").Get(), &IFont::get_Bold));
@@ -123,7 +123,7 @@ TEST_F(FontsOfAnotherDesktop, EachPropertyGivesItsOwn) {
     EXPECT_LT(SizeOf(Font(L"CaptionFont").Get()), SizeOf(Font(L"MenuFont").Get()));
     EXPECT_LT(SizeOf(Font(L"StatusFont").Get()), SizeOf(Font(L"MessageFont").Get()));
     Get(mFonts.Get(), L"SmCaptionFont");
-    EXPECT_EQ(L"Courier New", NameOf(Font(L"CaptionFont").Get()));
+    EXPECT_EQ(L"Webdings", NameOf(Font(L"CaptionFont").Get()));
 }
 
 TEST_F(FontsOfAnotherDesktop, WhateverIsNotZeroIsAStyle) {
@@ -188,7 +188,7 @@ TEST_F(FontsClass, AFontOutlivesTheObject) {
 TEST_F(FontsClass, TheSmallCaptionFontIsNoneAndNamesTheCaptionFont) {
     // Another name than the caption's own shows what happens.
     const ComPtr<IFont> caption = Font(L"CaptionFont");
-    const Bstr other(L"Courier New");
+    const Bstr other(L"Webdings");
     caption->put_Name(other.Get());
 
     const Outcome outcome = Get(mFonts.Get(), L"SmCaptionFont");

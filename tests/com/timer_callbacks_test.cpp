@@ -1,3 +1,5 @@
+#include <dispex.h>
+
 #include "timer_client.h"
 
 namespace kwo::com_test {
@@ -21,6 +23,8 @@ protected:
     }
     void UseLate(Sink& object, const wchar_t* member, const wchar_t* property) {
         object.member = member;
+        // An object of a script engine is known by this; none of its own members is called here.
+        object.interfaceId = __uuidof(IDispatchEx);
         ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&object)).status));
     }
 
