@@ -7,17 +7,18 @@
 
 namespace kwo::contract {
 
+inline BOOL CALLBACK AddThreadWindow(HWND window, LPARAM list) {
+    wchar_t name[16] = {};
+    ::GetClassNameW(window, name, 16);
+    if (std::wstring_view(name) != L"IME") reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
 /// The top-level windows of this thread. The one for input methods that the system adds to a thread's first does not
 /// count.
 inline std::vector<HWND> ThreadWindows() {
     std::vector<HWND> windows;
-    const auto add = [](HWND window, LPARAM list) -> BOOL {
-        wchar_t name[16] = {};
-        ::GetClassNameW(window, name, 16);
-        if (std::wstring_view(name) != L"IME") reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-        return TRUE;
-    };
-    ::EnumThreadWindows(::GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&windows));
+    ::EnumThreadWindows(::GetCurrentThreadId(), AddThreadWindow, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 
