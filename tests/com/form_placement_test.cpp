@@ -57,15 +57,15 @@ int WINAPI TwoMonitors(int metric) {
         case SM_XVIRTUALSCREEN:
             return -1280;
         case SM_CXVIRTUALSCREEN:
-            return 1280 + 800;
+            return 1280 + 1600;
         case SM_CYVIRTUALSCREEN:
             return 1024;
         case SM_CMONITORS:
             return 2;
         case SM_CXSCREEN:
-            return 800;
+            return 1600;
         case SM_CYSCREEN:
-            return 600;
+            return 1200;
         default:
             return GetSystemMetrics(metric);
     }
@@ -73,15 +73,15 @@ int WINAPI TwoMonitors(int metric) {
 
 TEST_F(FormPlacementMembers, OfSeveralMonitorsTheScreenIsThePrimaryOne) {
     const ReplacedFunction metrics("GetSystemMetrics", &TwoMonitors);
-    const float width = mScreenWidth * 800 / static_cast<float>(GetSystemMetrics(SM_CXSCREEN));
-    const float height = mScreenHeight * 600 / static_cast<float>(GetSystemMetrics(SM_CYSCREEN));
+    const float width = mScreenWidth * 1600 / static_cast<float>(GetSystemMetrics(SM_CXSCREEN));
+    const float height = mScreenHeight * 1200 / static_cast<float>(GetSystemMetrics(SM_CYSCREEN));
     Do(L"KWO_CenterForm", {&mForm});
     EXPECT_EQ((height - 3000) / 2, mForm.Single(L"Top"));
     EXPECT_EQ((width - 5000) / 2, mForm.Single(L"Left"));
 
     Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), -9000, 0});
     EXPECT_EQ(0, mForm.Single(L"Left"));
-    Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), 15'000, 0});
+    Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), 30'000, 0});
     EXPECT_EQ(width - 5000, mForm.Single(L"Left"));
 }
 
