@@ -4,7 +4,7 @@
 kwo_passed=0
 kwo_failed=0
 kwo_trouble=''
-KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-180}
+KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-600}
 
 group_begins() {
     kwo_trouble=''
