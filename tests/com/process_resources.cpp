@@ -51,10 +51,19 @@ long long CommittedBytes() {
 
 }  // namespace
 
+long HandlesInUse() {
+    constexpr ULONG_PTR kStep = 4;
+    constexpr ULONG_PTR kHighest = 0x8000;
+    long count = 0;
+    for (ULONG_PTR value = kStep; value < kHighest; value += kStep) {
+        DWORD flags = 0;
+        if (GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) ++count;
+    }
+    return count;
+}
+
 Resources ResourcesInUse() {
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    return {SlotsInUse(), static_cast<long>(handles), HeapBytesInUse(), CommittedBytes()};
+    return {SlotsInUse(), HandlesInUse(), HeapBytesInUse(), CommittedBytes()};
 }
 
 }  // namespace kwo::com_test

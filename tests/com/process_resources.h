@@ -16,5 +16,7 @@ struct Resources {
 };
 
 Resources ResourcesInUse();
+/// Handles are looked for one by one: Wine's GetProcessHandleCount always says 0.
+long HandlesInUse();
 
 }  // namespace kwo::com_test

@@ -2,6 +2,7 @@
 
 #include "allocation_count.h"
 #include "dll_under_test.h"
+#include "process_resources.h"
 #include "thread.h"
 #include "timer_client.h"
 
@@ -113,17 +114,14 @@ TEST_F(TimerUnloading, AHundredRoundsOfArmedTimersLeaveNothingBehind) {
     };
     for (int i = 0; i < 3; ++i)
         round();
-    DWORD before = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &before);
+    const long before = HandlesInUse();
     for (int i = 0; i < 100; ++i) {
         round();
         ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll")) << "round " << i;
         ASSERT_FALSE(HasFailure()) << "round " << i;
     }
-    DWORD after = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &after);
 
-    EXPECT_LT(after, before + 20);
+    EXPECT_LT(HandlesInUse(), before + 20);
 }
 
 TEST_F(TimerUnloading, UseOfTimersTakesNoMemoryForGood) {

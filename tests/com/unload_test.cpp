@@ -1,5 +1,6 @@
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "process_resources.h"
 #include "thread.h"
 #include "type_library_dump.h"
 
@@ -209,17 +210,14 @@ TEST_F(Unloading, AHundredRoundsOfLoadingAndUseLeaveNoHandleBehind) {
     };
     for (int i = 0; i < 3; ++i)
         round();
-    DWORD before = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &before);
+    const long before = HandlesInUse();
 
     for (int i = 0; i < 100; ++i) {
         round();
         ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll")) << "round " << i;
     }
 
-    DWORD after = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &after);
-    EXPECT_LT(after, before + 20);
+    EXPECT_LT(HandlesInUse(), before + 20);
 }
 
 TEST_F(Unloading, AThreadThatIsOlderThanTheDllUsesItToo) {

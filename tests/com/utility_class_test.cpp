@@ -4,6 +4,7 @@
 #include "box_answerer.h"
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "process_resources.h"
 #include "replaced_function.h"
 #include "temporary_folder.h"
 #include "type_library_dump.h"
@@ -230,24 +231,18 @@ TEST_F(FindInPathOfFolders, ADriveWithoutADiskIsNotAskedFor) {
     SetThreadErrorMode(before, nullptr);
 }
 
-DWORD Handles() {
-    DWORD count = 0;
-    EXPECT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &count));
-    return count;
-}
-
 TEST_F(FindInPathOfFolders, NoSearchLeavesAHandle) {
     // So many that the system does not read the folder in one go.
     for (int i = 0; i < 300; ++i)
         mFolder.MakeFile(L"a\\" + std::wstring(50, L'x') + std::to_wstring(i) + L".txt");
     const EnvironmentVariable path(L"PATH", mA);
     Find(L"*.txt");
-    const DWORD before = Handles();
+    const long before = HandlesInUse();
     for (int i = 0; i < 50; ++i) {
         EXPECT_EQ(mA + L"\\*.txt", Find(L"*.txt"));
         EXPECT_EQ(L"", Find(L"*.none"));
     }
-    EXPECT_LT(Handles(), before + 10);
+    EXPECT_LT(HandlesInUse(), before + 10);
 }
 
 TEST_F(UtilityClass, DirectoriesAreThoseOfTheSystem) {
@@ -416,7 +411,9 @@ protected:
     /// again from time to time.
     bool ComesToTheFront(HWND window) {
         for (int i = 0; i < 1000 && GetForegroundWindow() != window; ++i) {
-            if (i % 100 == 99) EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, L"The Running One"));
+            if (i % 100 == 99) {
+                EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, L"The Running One"));
+            }
             MSG message;
             while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
                 DispatchMessageW(&message);
@@ -542,12 +539,12 @@ TEST_F(StartOrActivate, ACloakedInstanceIsNotTakenForARunningOne) {
 TEST_F(StartOrActivate, NoStartLeavesAHandle) {
     LoadSecond(L"First");
     ASSERT_NE("", Report());
-    const DWORD before = Handles();
+    const long before = HandlesInUse();
     for (int i = 0; i < 10; ++i) {
         LoadSecond(L"Again", SW_HIDE);
         ASSERT_NE("", Report());
     }
-    EXPECT_LT(Handles(), before + 5);
+    EXPECT_LT(HandlesInUse(), before + 5);
 }
 
 TEST_F(StartOrActivate, ALongCommandLineIsRefusedAtOnce) {
