@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/simulated/simulated_desktop.h"
-#include "timer/time_double.h"
-#include "timer/timer_registry.h"
+#include "timers/time_double.h"
+#include "timers/timer_registry.h"
 
 // The timer registry beside two event loops and the heap that one would write by hand. Each keeps SIZE alarms pending
 // far ahead at random times; measured is one operation, of a batch, on top of them:
@@ -22,7 +22,7 @@
 //   Fire      one that is due, its callback included
 //   NextDue   when the next one is due
 
-namespace kwo::timer {
+namespace kwo::timers {
 namespace {
 
 constexpr int kBatch = 1'000;
@@ -98,7 +98,7 @@ private:
     StillClock mClock;
     StillTimers mTimers;
     std::unique_ptr<Owner> mOwner;
-    frame::Component mComponent{WithTime(mDesktop.Services(), mClock, mTimers)};
+    component::Component mComponent{WithTime(mDesktop.Services(), mClock, mTimers)};
     std::int32_t mTag = 0;
     std::int32_t mFirst = 0;
 };
@@ -320,10 +320,10 @@ void RegisterFor(const std::string& subject, std::int64_t size) {
 }
 
 }  // namespace
-}  // namespace kwo::timer
+}  // namespace kwo::timers
 
 int main(int argc, char** argv) {
-    using namespace kwo::timer;
+    using namespace kwo::timers;
     benchmark::Initialize(&argc, argv);
     for (const std::int64_t size : {1, 100, 10'000, 100'000, 1'000'000}) {
         RegisterFor<Registry>("registry", size);

@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/simulated/simulated_desktop.h"
 #include "platform/simulated/text_codec.h"
 
@@ -103,7 +103,7 @@ struct Traced {
     MachineClock clock;
     MachineConversions conversions{desktop.conversions};
     MachineFiles files{Folder() / "trace.log"};
-    Component component{Services()};
+    component::Component component{Services()};
     CallTrace* trace = &component.trace;
 
     platform::Platform Services() {

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/windows/lock.h"
 #include "platform/windows/windows_platform.h"
 
@@ -16,7 +16,7 @@ struct Apartment {
         : platform(module, use), component(platform.Services()) {}
 
     platform::windows::WindowsPlatform platform;
-    frame::Component component;
+    component::Component component;
 };
 
 /// The apartments that use the loaded DLL. Ready before anything runs, and never ended as an object: at the end of the

@@ -15,7 +15,7 @@ protected:
     explicit ComponentObject(ClassInfo& info)
         : AutomationObject<Interface>(info), mApartment(Apartments::Instance().Current()) {}
 
-    frame::Component& Component() { return mApartment->component; }
+    component::Component& Component() { return mApartment->component; }
 
     /// Runs a member's body with the member on the call trace.
     template <class Body>

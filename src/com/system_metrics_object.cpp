@@ -16,7 +16,7 @@ constexpr MemberThunk kMembers[] = {
 #define DIMENSION(order, member, index, constant, axis) Member<&_KWOSysMetrics::member>,
 #define FLAG(order, member, index, constant) Member<&_KWOSysMetrics::member>,
 #define NUMBER(order, type, member, index, constant) Member<&_KWOSysMetrics::member>,
-#include "sysinfo/metrics.def"
+#include "platform/metrics.def"
 #undef DIMENSION
 #undef FLAG
 #undef NUMBER
@@ -50,7 +50,7 @@ public:
     STDMETHODIMP member(type* value) override {             \
         return Number(u"." #member, Metric::member, value); \
     }
-#include "sysinfo/metrics.def"
+#include "platform/metrics.def"
 #undef DIMENSION
 #undef FLAG
 #undef NUMBER

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
 
@@ -77,7 +77,7 @@ protected:
     }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     std::shared_ptr<SimulatedObject> form;
     std::shared_ptr<SimulatedObject> font;
     std::shared_ptr<SimulatedObject> box;

@@ -17,7 +17,7 @@ constexpr Date kNone{};
 
 }  // namespace
 
-KWOMonthView::KWOMonthView(frame::Component& component)
+KWOMonthView::KWOMonthView(component::Component& component)
     : mComponent(component),
       mTwips(TwipsPerPixel::Of(component.platform.screen)),
       mBox(component.platform),

@@ -3,11 +3,11 @@
 #include <array>
 #include <cstdint>
 
+#include "component/component.h"
 #include "controls/month_drawing.h"
 #include "controls/month_layout.h"
 #include "controls/picture_box.h"
 #include "controls/selected_days.h"
-#include "frame/component.h"
 
 namespace kwo::controls {
 
@@ -26,7 +26,7 @@ public:
         Variant canChange = platform::Missing();
     };
 
-    explicit KWOMonthView(frame::Component& component);
+    explicit KWOMonthView(component::Component& component);
 
     /// False for what is no picture box and when the host raises something, which replaces the saved error. A
     /// `focusDate` of 0 becomes today.
@@ -103,7 +103,7 @@ private:
     bool ToggleFocusDay();
     std::int32_t Ticks() const;
 
-    frame::Component& mComponent;
+    component::Component& mComponent;
     TwipsPerPixel mTwips;
     PictureBox mBox;
     MonthDrawing mDrawing;

@@ -67,7 +67,7 @@ Rect Offset(const Rect& area, std::int32_t by) {
 
 }  // namespace
 
-KWOPicBtn::KWOPicBtn(frame::Component& component)
+KWOPicBtn::KWOPicBtn(component::Component& component)
     : mComponent(component),
       mBox(component.platform),
       mFormat(kVCenter | kWordBreak | kSingleLine | kEndEllipsis),

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "component/component.h"
 #include "controls/picture_box.h"
-#include "frame/component.h"
 #include "platform/geometry.h"
 
 namespace kwo::controls {
@@ -14,7 +14,7 @@ namespace kwo::controls {
 /// Members raise what the host raises, under their own name as the source; before Create most of them find no box (91).
 class KWOPicBtn {
 public:
-    explicit KWOPicBtn(frame::Component& component);
+    explicit KWOPicBtn(component::Component& component);
 
     /// Ignores what is no picture box. Tells nobody whether it succeeded: clients must not ask.
     void Create(const HostObjectRef& pictureBox, TextView caption);
@@ -48,7 +48,7 @@ private:
     void Click();
     Text StepText(std::int32_t message);
 
-    frame::Component& mComponent;
+    component::Component& mComponent;
     PictureBox mBox;
     HostObjectRef mForm;
     Text mCaption;

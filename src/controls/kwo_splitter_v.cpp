@@ -84,7 +84,7 @@ private:
     Handle mSavedBrush;
 };
 
-KWOSplitterV::KWOSplitterV(frame::Component& component)
+KWOSplitterV::KWOSplitterV(component::Component& component)
     : mComponent(component), mTwips(TwipsPerPixel::Of(component.platform.screen)) {
     mComponent.SetProgramName();
 }

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
+#include "component/component.h"
 #include "controls/picture_box.h"
 #include "controls/pixels.h"
-#include "frame/component.h"
 
 namespace kwo::controls {
 
@@ -23,7 +23,7 @@ public:
         Variant marginBottom = platform::Missing();
     };
 
-    explicit KWOSplitterV(frame::Component& component);
+    explicit KWOSplitterV(component::Component& component);
 
     /// False, after an application-error box, when the host raises something; false for panes in other things than
     /// containers, which stores nothing.
@@ -52,7 +52,7 @@ private:
     /// Where the bar may be.
     float Clamped(float position) const;
 
-    frame::Component& mComponent;
+    component::Component& mComponent;
     TwipsPerPixel mTwips;
     HostObjectRef mLeftPane;
     HostObjectRef mRightPane;

@@ -130,7 +130,7 @@ TEST_F(MonthDrawingTest, MonthsOfEveryLengthOnEveryWeekdayForEveryFirstDay) {
     int months = 0;
     for (int first = 0; first < 7; ++first) {
         desktop.locale.settings[4108] = Text(1, static_cast<char16_t>(u'0' + first));
-        frame::Component fresh(desktop.Services());
+        component::Component fresh(desktop.Services());
         KWOMonthView shown(fresh);
         for (int year = 2020; year <= 2027; ++year) {
             for (unsigned month = 1; month <= 12; ++month) {

@@ -117,7 +117,7 @@ TEST_F(TraceStartTest, AFolderThatIsMissingRaisesThePlatformsError) {
 
 TEST_F(TraceStartTest, AFileOfATraceThatGoesAwayIsClosed) {
     {
-        Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.trace.KWO_TraceStart(0, 0, true);
         EXPECT_EQ(desktop.logFiles.OpenFiles(), 1u);
     }

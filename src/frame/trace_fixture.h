@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/simulated/simulated_desktop.h"
 
 namespace kwo::frame {
@@ -65,7 +65,7 @@ protected:
     Lines Boxes() { return desktop.log.Starting("Ask"); }
 
     platform::simulated::SimulatedDesktop desktop;
-    Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     Trace& trace = component.trace;
 };
 

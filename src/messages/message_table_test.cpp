@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
 
@@ -75,7 +75,7 @@ protected:
     Text Get(std::int32_t number, std::vector<Variant> args = {}) { return messages.KWO_GetMsg(number, args); }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     MessageTable& messages = component.messages;
 
     Variant sizeResult = true;
@@ -178,7 +178,7 @@ TEST_F(Messages, MarkersAreReplacedByNumber) {
     };
     for (const Case& row : cases) {
         texts[0] = row.text;
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.messages.KWOInitialize();
         EXPECT_EQ(other.messages.KWO_GetMsg(kFirst, row.args), row.filled);
     }
@@ -235,7 +235,7 @@ TEST_F(Messages, MissingFileLeavesTheTableEmptyAndTheBuiltInTexts) {
 TEST_F(Messages, AnyTrueResultIsASuccess) {
     for (const Variant& result : {Variant(std::int32_t{1}), Variant(std::int16_t{-1}), Variant(Text(u"True"))}) {
         sizeResult = result;
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.messages.KWOInitialize();
         EXPECT_EQ(other.messages.KWO_GetMsg(kFirst), u"first");
         EXPECT_EQ(other.apiResult.last, -1);
@@ -289,7 +289,7 @@ TEST_F(DevelopmentPathIntended, FallsBackToTheNextReleaseAndThenToAFixedDrive) {
     const Text beside = desktop.host.folder + u"\\KWOInit.nls";
     const Text next = desktop.host.folder + u"\\..\\nextrelease\\KWOInit.nls";
     const auto asked = [&] {
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.messages.KWOInitialize();
         return askedPath;
     };
@@ -329,7 +329,7 @@ TEST_F(Messages, ProgramNameInDevelopmentLacksItsFirstTwoCharacters) {
     };
     for (const Case& row : {Case{u"~dAccounts", u"Accounts"}, Case{u"abc", u"c"}, Case{u"ab", u""}, Case{u"a", u""}}) {
         desktop.host.executableName = row.executable;
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.messages.KWOInitialize();
         EXPECT_EQ(askedName, row.asked);
     }
@@ -342,7 +342,7 @@ TEST_F(Messages, TwoProgramsReadTheMessagesOfTheirCounterparts) {
     for (const Case& row : {Case{u"Belloc", u"Daxter"}, Case{u"BELLOC", u"Daxter"}, Case{u"belwin", u"Daxwin"},
                             Case{u"Belwin2", u"Belwin2"}, Case{u"Bell", u"Bell"}}) {
         desktop.host.executableName = row.executable;
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.messages.KWOInitialize();
         EXPECT_EQ(askedName, row.asked);
     }
@@ -409,7 +409,7 @@ TEST_F(Messages, AnotherFileIsTriedAfterAFailure) {
 
 TEST_F(Messages, MachineWithoutTheCompanionCannotLoad) {
     platform::simulated::SimulatedDesktop bare;
-    frame::Component other(bare.Services());
+    component::Component other(bare.Services());
 
     EXPECT_EQ(Raised([&] { other.messages.KWOInitialize(); }).number, 429);
     EXPECT_EQ(other.messages.LoadedMessage(kFirst), std::nullopt);

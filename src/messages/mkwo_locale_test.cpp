@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
 
@@ -25,7 +25,7 @@ protected:
     /// The record of a user with one setting of another kind.
     LocaleRecord With(std::uint32_t type, TextView text) {
         desktop.locale.settings[type] = text;
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.locale.KWOLocaleInit();
         return other.locale.Record();
     }
@@ -40,7 +40,7 @@ protected:
     }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     MKWOLocale& locale = component.locale;
 };
 

@@ -126,7 +126,7 @@ private:
     Handle mKey;
 };
 
-KWORegistry::KWORegistry(frame::Component& component)
+KWORegistry::KWORegistry(component::Component& component)
     : mStore(component.platform.registry),
       mConversions(component.platform.conversions),
       mApiResult(component.apiResult) {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/registry_store.h"
 #include "platform/variant.h"
 
@@ -20,7 +20,7 @@ class KWORegistry {
 public:
     using Status = platform::RegistryStore::Status;
 
-    explicit KWORegistry(frame::Component& component);
+    explicit KWORegistry(component::Component& component);
 
     /// The value under an open key, as the type of `defaultValue`; nothing, which stands for `defaultValue` itself, when
     /// it cannot be read or does not convert. The key stays open.

@@ -25,7 +25,7 @@ constexpr std::uint32_t kNumber = 4;
 class KWORegistryTest : public testing::Test {
 protected:
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     KWORegistry registry{component};
 
     void Store(TextView name, std::uint32_t type, std::string bytes) {

@@ -28,7 +28,7 @@ constexpr Row kRows[] = {
 #define DIMENSION(order, member, index, constant, axis) {index, axis},
 #define FLAG(order, member, index, constant) {index, Kind::Flag},
 #define NUMBER(order, type, member, index, constant) {index, Kind::Number},
-#include "sysinfo/metrics.def"
+#include "platform/metrics.def"
 #undef DIMENSION
 #undef FLAG
 #undef NUMBER
@@ -46,7 +46,7 @@ std::int32_t Product(std::int32_t pixels, std::int32_t twipsPerPixel) {
 
 }  // namespace
 
-KWOSysMetrics::KWOSysMetrics(frame::Component& component)
+KWOSysMetrics::KWOSysMetrics(component::Component& component)
     : mComponent(component),
       mTwipsPerPixelX(static_cast<std::int32_t>(std::nearbyint(component.platform.screen.TwipsPerPixelX()))),
       mTwipsPerPixelY(static_cast<std::int32_t>(std::nearbyint(component.platform.screen.TwipsPerPixelY()))) {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/variant.h"
 
 namespace kwo::sysinfo {
@@ -12,7 +12,7 @@ enum class Metric : std::size_t {
 #define DIMENSION(order, member, index, constant, axis) member,
 #define FLAG(order, member, index, constant) member,
 #define NUMBER(order, type, member, index, constant) member,
-#include "sysinfo/metrics.def"
+#include "platform/metrics.def"
 #undef DIMENSION
 #undef FLAG
 #undef NUMBER
@@ -24,7 +24,7 @@ public:
     static constexpr std::int16_t kTwips = 1;
     static constexpr std::int16_t kPixels = 3;
 
-    explicit KWOSysMetrics(frame::Component& component);
+    explicit KWOSysMetrics(component::Component& component);
 
     std::int16_t ScaleMode() const { return mScaleMode; }
     void SetScaleMode(std::int16_t value);
@@ -37,7 +37,7 @@ public:
     std::int32_t Long(Metric metric) const;
 
 private:
-    frame::Component& mComponent;
+    component::Component& mComponent;
     std::int16_t mScaleMode = kPixels;
     std::int16_t mEffectiveMode = kPixels;
     std::int32_t mTwipsPerPixelX;

@@ -122,7 +122,7 @@ protected:
     }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     KWOSysMetrics metrics{component};
 };
 

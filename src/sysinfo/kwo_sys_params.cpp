@@ -37,7 +37,7 @@ double PointSize(const FontRecord& font, std::int32_t twipsPerPixel) {
 
 }  // namespace
 
-KWOSysParams::KWOSysParams(frame::Component& component) {
+KWOSysParams::KWOSysParams(component::Component& component) {
     component.SetProgramName();
     const platform::Platform& services = component.platform;
     mTwipsPerPixelY = ToInt16(services.screen.TwipsPerPixelY());

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/system_fonts.h"
 #include "platform/variant.h"
 
@@ -13,7 +13,7 @@ namespace kwo::sysinfo {
 /// to the next one.
 class KWOSysParams {
 public:
-    explicit KWOSysParams(frame::Component& component);
+    explicit KWOSysParams(component::Component& component);
 
     platform::HostObjectRef CaptionFont() const { return mFonts[kCaption]; }
     /// A null object; it gives the caption font the name of the small caption font.

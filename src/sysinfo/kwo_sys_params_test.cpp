@@ -50,7 +50,7 @@ protected:
     }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
 };
 
 TEST_F(SystemFonts, EachPropertyGivesItsFont) {

@@ -44,7 +44,7 @@ std::int16_t MillisecondsOf(std::int16_t seconds) {
 
 }  // namespace
 
-KWOUtility::KWOUtility(frame::Component& component) : mComponent(component) {
+KWOUtility::KWOUtility(component::Component& component) : mComponent(component) {
     mComponent.SetProgramName();
 }
 

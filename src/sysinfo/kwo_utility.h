@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/host_application.h"
 #include "platform/text.h"
 #include "platform/variant.h"
@@ -15,7 +15,7 @@ using platform::TextView;
 /// Odds and ends for desktop programs.
 class KWOUtility {
 public:
-    explicit KWOUtility(frame::Component& component);
+    explicit KWOUtility(component::Component& component);
 
     /// The full name of the first file of that name beside the library, else along the search path; empty when there
     /// is none. Never raises.
@@ -53,7 +53,7 @@ private:
     std::int32_t Start(TextView commandLine, std::int16_t winMode);
     void TellFailedStart(TextView appPath, TextView appProg);
 
-    frame::Component& mComponent;
+    component::Component& mComponent;
     platform::HostApplication::Platform mVersion;
 };
 

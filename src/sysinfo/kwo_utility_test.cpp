@@ -32,7 +32,7 @@ protected:
     }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     KWOUtility utility{component};
 };
 

@@ -16,7 +16,7 @@ constexpr std::int32_t kRelativeAlarmMessage = 1929;
 
 }  // namespace
 
-KWOTimer::KWOTimer(frame::Component& component, TimerShell& shell) : mComponent(component), mShell(shell) {
+KWOTimer::KWOTimer(component::Component& component, TimerShell& shell) : mComponent(component), mShell(shell) {
     mComponent.SetProgramName();
     mComponent.timers.AdjustTimerCount(+1);
 }

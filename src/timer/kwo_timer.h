@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "frame/component.h"
-#include "timer/timer_owner.h"
+#include "component/component.h"
+#include "timers/timer_owner.h"
 
 namespace kwo::timer {
 
@@ -32,12 +32,12 @@ public:
 /// Recurring ticks and any number of tagged alarms, delivered to a callback object or as events.
 ///
 /// A tick runs only while it is enabled and the interval is above 0; the two are set in either order.
-class KWOTimer final : private TimerOwner {
+class KWOTimer final : private timers::TimerOwner {
 public:
     enum EventType : std::int32_t { TimerEvent = 1, AlarmEvent = 2 };
 
     /// `shell` is where events go to; it outlives the timer.
-    KWOTimer(frame::Component& component, TimerShell& shell);
+    KWOTimer(component::Component& component, TimerShell& shell);
     ~KWOTimer();
 
     std::int16_t Enabled() const { return mEnabled; }
@@ -67,7 +67,7 @@ private:
     [[noreturn]] void RaiseAsTimerError(const platform::ComponentError& error, platform::TextView text,
                                         platform::TextView source);
 
-    frame::Component& mComponent;
+    component::Component& mComponent;
     TimerShell& mShell;
     std::int32_t mInterval = 0;
     std::int16_t mEnabled = 0;

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/component_error.h"
-#include "timer/timer_fixture.h"
+#include "timers/timer_fixture.h"
 
 namespace kwo::timer {
 namespace {
@@ -12,6 +12,9 @@ namespace {
 using platform::ComponentError;
 using platform::Date;
 using platform::Text;
+using timers::RecordingOwner;
+using timers::RowType;
+using timers::TimerTest;
 
 constexpr std::int16_t kTrue = -1;
 constexpr std::int32_t kTick = KWOTimer::TimerEvent;
@@ -563,7 +566,7 @@ TEST_F(TimerErrorIntended, TextThatIsAFlagTellsWhetherTheErrorIsReplaced) {
     EXPECT_EQ(attached.source, u"before;KWOTimer.AddAlarm");
 
     made.reset();
-    frame::Component other(desktop.Services());
+    component::Component other(desktop.Services());
     other.error.KWO_SaveError({5, {}, u"an earlier one", {}, 0}, {.source = u"before", .replace = true});
     InstallMessage(u"1");
     KWOTimer second(other, shell);

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/notification_area.h"
 #include "platform/text.h"
 #include "platform/variant.h"
@@ -19,7 +19,7 @@ class KWOSysTray final : private platform::TaskbarListener {
 public:
     static constexpr std::uint32_t kCallbackMessage = 512;  ///< WM_MOUSEMOVE
 
-    explicit KWOSysTray(frame::Component& component) : mComponent(component) {}
+    explicit KWOSysTray(component::Component& component) : mComponent(component) {}
     KWOSysTray(const KWOSysTray&) = delete;
     KWOSysTray& operator=(const KWOSysTray&) = delete;
     ~KWOSysTray();
@@ -46,7 +46,7 @@ private:
     void TaskbarCreated() override;
     bool IsIcon(const platform::HostObjectRef& picture);
 
-    frame::Component& mComponent;
+    component::Component& mComponent;
     platform::HostObjectRef mIcon;
     platform::TrayRecord mRecord;
     bool mAdded = false;

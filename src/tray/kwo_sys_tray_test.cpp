@@ -44,7 +44,7 @@ protected:
     bool IsShown(platform::Handle window = kWindow) const { return desktop.notificationArea.icons.contains(window); }
 
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     std::optional<KWOSysTray> tray{std::in_place, component};
     HostObjectRef icon = Picture(3, 500);
     HostObjectRef bitmap = Picture(1, 600);
@@ -99,7 +99,7 @@ TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
         services.locale,        services.logFiles,      services.messages,    services.mouse,       area,
         services.pictures,      services.processMemory, services.programs,    services.registry,    services.screen,
         services.screenDrawing, services.errors,        services.fonts,       services.metrics,     services.timers};
-    frame::Component component(failing);
+    component::Component component(failing);
     const auto icon = desktop.MakeObject(u"Picture");
     icon->SetProperty(u"Type", std::int16_t{3});
     icon->SetProperty(u"Handle", 4294967295.0);

@@ -2,7 +2,7 @@
 #include <regex>
 
 #include "contract_test.h"
-#include "frame/component.h"
+#include "component/component.h"
 #include "frame/fixed_digits.h"
 
 namespace kwo::contract {
@@ -10,7 +10,7 @@ namespace {
 
 class TraceContract : public ContractTest {
 protected:
-    frame::Component component{platform()};
+    component::Component component{platform()};
     frame::Trace& trace = component.trace;
 
     std::vector<std::string> File() {

@@ -1,8 +1,8 @@
 // The first example of docs/trace.md.
-#include "frame/component.h"
+#include "component/component.h"
 
 void DoTheWork();
 
-void Traced(kwo::frame::Component& component) {
+void Traced(kwo::component::Component& component) {
 //@example
 }

@@ -8,7 +8,7 @@ namespace kwo::platform::windows {
 #define DIMENSION(order, member, index, constant, axis) static_assert((constant) == (index));
 #define FLAG(order, member, index, constant) static_assert((constant) == (index));
 #define NUMBER(order, type, member, index, constant) static_assert((constant) == (index));
-#include "sysinfo/metrics.def"
+#include "platform/metrics.def"
 #undef DIMENSION
 #undef FLAG
 #undef NUMBER

@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/windows/windows_platform.h"
 
@@ -41,7 +41,7 @@ protected:
     HANDLE mContext = INVALID_HANDLE_VALUE;
     ULONG_PTR mCookie = 0;
     WindowsPlatform mPlatform{GetModuleHandleW(nullptr)};
-    frame::Component mComponent{mPlatform.Services()};
+    component::Component mComponent{mPlatform.Services()};
 };
 
 TEST_F(ShippedMessages, AreLoadedAndTakeThePlaceOfTheBuiltInOnes) {

@@ -1,4 +1,4 @@
-#include "timer/due_index.h"
+#include "timers/due_index.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <random>
 #include <stdexcept>
 
-namespace kwo::timer {
+namespace kwo::timers {
 namespace {
 
 TEST(DueIndex, KnowsNothingBeforeItGrows) {
@@ -87,4 +87,4 @@ TEST(DueIndex, AgreesWithALookAtEveryPlace) {
 }
 
 }  // namespace
-}  // namespace kwo::timer
+}  // namespace kwo::timers

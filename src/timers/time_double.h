@@ -2,7 +2,7 @@
 
 #include "platform/platform.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 /// The services with another clock and other timers.
 inline platform::Platform WithTime(const platform::Platform& from, platform::Clock& clock,
@@ -34,4 +34,4 @@ inline platform::Platform WithTime(const platform::Platform& from, platform::Clo
             .timers = timers};
 }
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

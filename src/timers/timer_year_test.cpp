@@ -6,14 +6,14 @@
 #include <random>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/simulated/simulated_desktop.h"
-#include "timer/time_double.h"
-#include "timer/timer_registry.h"
+#include "timers/time_double.h"
+#include "timers/timer_registry.h"
 
 // A year of a program that has many timers.
 
-namespace kwo::timer {
+namespace kwo::timers {
 namespace {
 
 using platform::Date;
@@ -164,7 +164,7 @@ TEST(TimerYear, NoTimerIsLostEarlyTwiceOrLate) {
     YearClock clock;
     OneTimer platformTimer(clock);
     platform::simulated::SimulatedDesktop desktop;
-    frame::Component component(WithTime(desktop.Services(), clock, platformTimer));
+    component::Component component(WithTime(desktop.Services(), clock, platformTimer));
     std::mt19937 random(20261121);
     const auto between = [&random](std::int64_t low, std::int64_t high) {
         return std::uniform_int_distribution<std::int64_t>(low, high)(random);
@@ -219,4 +219,4 @@ TEST(TimerYear, NoTimerIsLostEarlyTwiceOrLate) {
 }
 
 }  // namespace
-}  // namespace kwo::timer
+}  // namespace kwo::timers

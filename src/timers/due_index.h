@@ -5,7 +5,7 @@
 #include <limits>
 #include <vector>
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 /// A due time for each place, and which is the earliest and the first that is due, in logarithmic time.
 ///
@@ -35,4 +35,4 @@ private:
     std::vector<std::vector<std::int64_t>> mLevels;
 };
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

@@ -1,6 +1,6 @@
-#include "frame/component.h"
+#include "component/component.h"
 
-namespace kwo::frame {
+namespace kwo::component {
 
 Component::Component(const platform::Platform& services)
     : platform(services),
@@ -18,4 +18,4 @@ Component::Component(const platform::Platform& services)
     error.SetMessages(&messages);
 }
 
-}  // namespace kwo::frame
+}  // namespace kwo::component

@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "platform/values.h"
-#include "timer/due_index.h"
-#include "timer/timer_owner.h"
+#include "timers/due_index.h"
+#include "timers/timer_owner.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 enum class RowType : std::int32_t { Free = 0, Tick = 1, Alarm = 2 };
 
@@ -77,4 +77,4 @@ private:
     std::vector<std::int32_t> mHashHeads;  ///< a power of two
 };
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

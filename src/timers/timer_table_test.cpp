@@ -1,11 +1,11 @@
-#include "timer/timer_table.h"
+#include "timers/timer_table.h"
 
 #include <new>
 
 #include "platform/simulated/failing_memory.h"
-#include "timer/timer_fixture.h"
+#include "timers/timer_fixture.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 namespace {
 
 using platform::Milliseconds;
@@ -69,4 +69,4 @@ TEST_F(TimerTableTest, TakingARowChangesNothingWhenThereIsNoMemory) {
 }
 
 }  // namespace
-}  // namespace kwo::timer
+}  // namespace kwo::timers

@@ -9,9 +9,9 @@
 #include "platform/host_application.h"
 #include "platform/timer_service.h"
 #include "platform/values.h"
-#include "timer/timer_table.h"
+#include "timers/timer_table.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 /// The pending ticks and alarms of all timers of a component, and the one platform timer that serves them.
 ///
@@ -78,4 +78,4 @@ private:
     bool mInTimerProc = false;
 };
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

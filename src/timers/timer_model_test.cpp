@@ -8,15 +8,15 @@
 #include <random>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
-#include "timer/time_double.h"
-#include "timer/timer_registry.h"
+#include "timers/time_double.h"
+#include "timers/timer_registry.h"
 
 // The registry against a table that follows the rules one by one and looks at every row every time.
 
-namespace kwo::timer {
+namespace kwo::timers {
 namespace {
 
 using platform::Date;
@@ -190,7 +190,7 @@ void Side::Called(int owner, std::int32_t& type, std::int32_t& tag, Date& newDat
 class RegistrySide final : public Side {
 public:
     RegistrySide() {
-        mComponent = std::make_unique<frame::Component>(WithTime(mDesktop.Services(), clock, timers));
+        mComponent = std::make_unique<component::Component>(WithTime(mDesktop.Services(), clock, timers));
         for (int number = 0; number < kOwners; ++number)
             mOwners.push_back(std::make_unique<Owner>(*this, number));
         Timers().AdjustTimerCount(+1);
@@ -245,7 +245,7 @@ private:
 
     platform::simulated::SimulatedDesktop mDesktop;
     std::vector<std::unique_ptr<Owner>> mOwners;
-    std::unique_ptr<frame::Component> mComponent;
+    std::unique_ptr<component::Component> mComponent;
 };
 
 /// The rules one by one.
@@ -452,4 +452,4 @@ TEST(TimerModel, RegistryAgreesWithTheRulesTakenLiterally) {
 }
 
 }  // namespace
-}  // namespace kwo::timer
+}  // namespace kwo::timers

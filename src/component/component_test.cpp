@@ -1,11 +1,11 @@
-#include "frame/component.h"
+#include "component/component.h"
 
 #include <gtest/gtest.h>
 
 #include "platform/simulated/simulated_desktop.h"
 #include "registry/kwo_registry.h"
 
-namespace kwo::frame {
+namespace kwo::component {
 namespace {
 
 TEST(ComponentTest, HasNoProgramNameUntilAClassIsCreated) {
@@ -17,9 +17,9 @@ TEST(ComponentTest, HasNoProgramNameUntilAClassIsCreated) {
 }
 
 TEST(ComponentTest, TheErrorNumbersAreThoseThatClientsKnow) {
-    EXPECT_EQ(kCantCreateTimer, -2147191504);
-    EXPECT_EQ(kNoErrorSaved, -2147220494);
-    EXPECT_EQ(kObjectError, static_cast<std::int32_t>(0x80040000));
+    EXPECT_EQ(frame::kCantCreateTimer, -2147191504);
+    EXPECT_EQ(frame::kNoErrorSaved, -2147220494);
+    EXPECT_EQ(frame::kObjectError, static_cast<std::int32_t>(0x80040000));
 }
 
 TEST(ComponentTest, UntracedRoutinesLeaveNoMark) {
@@ -33,4 +33,4 @@ TEST(ComponentTest, UntracedRoutinesLeaveNoMark) {
 }
 
 }  // namespace
-}  // namespace kwo::frame
+}  // namespace kwo::component

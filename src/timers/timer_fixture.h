@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "frame/component.h"
+#include "component/component.h"
 #include "platform/simulated/simulated_desktop.h"
-#include "timer/timer_registry.h"
+#include "timers/timer_registry.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 /// An owner that writes down what it is told.
 class RecordingOwner final : public TimerOwner {
@@ -96,8 +96,8 @@ protected:
     // Before the component: its rows hold them.
     RecordingOwner a{told, "a"};
     RecordingOwner b{told, "b"};
-    frame::Component component{desktop.Services()};
+    component::Component component{desktop.Services()};
     MKWOTimer& timers = component.timers;
 };
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

@@ -1,4 +1,4 @@
-#include "timer/timer_registry.h"
+#include "timers/timer_registry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "frame/rounding.h"
 #include "platform/component_error.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 namespace {
 
@@ -232,4 +232,4 @@ void MKWOTimer::LogUnexpected(TextView description) noexcept {
     }
 }
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

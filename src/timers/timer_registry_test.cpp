@@ -1,12 +1,12 @@
-#include "timer/timer_registry.h"
+#include "timers/timer_registry.h"
 
 #include <limits>
 
 #include "platform/component_error.h"
-#include "timer/time_double.h"
-#include "timer/timer_fixture.h"
+#include "timers/time_double.h"
+#include "timers/timer_fixture.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 namespace {
 
 using platform::Date;
@@ -866,7 +866,7 @@ private:
 
 TEST_F(TimerRegistry, DispatchThatFailsIsLoggedAndTheNextOneGoesOn) {
     FailingClock clock(desktop.clock);
-    frame::Component failing(WithTime(desktop.Services(), clock, desktop.timers));
+    component::Component failing(WithTime(desktop.Services(), clock, desktop.timers));
     failing.timers.AddTick(a, 100);
 
     clock.onRead = [] { platform::Raise(5, u"x", u"the clock is broken"); };
@@ -888,7 +888,7 @@ TEST_F(TimerRegistry, DispatchThatFailsIsLoggedAndTheNextOneGoesOn) {
 
 TEST_F(TimerRegistry, ComponentThatGoesStopsItsTimer) {
     {
-        frame::Component other(desktop.Services());
+        component::Component other(desktop.Services());
         other.timers.AddTick(a, 100);
         EXPECT_EQ(desktop.timers.Running(), 1u);
         other.timers.CancelEntries(a, 0, 0);
@@ -900,4 +900,4 @@ TEST_F(TimerRegistry, ComponentThatGoesStopsItsTimer) {
 }
 
 }  // namespace
-}  // namespace kwo::timer
+}  // namespace kwo::timers

@@ -1,8 +1,8 @@
-#include "timer/due_index.h"
+#include "timers/due_index.h"
 
 #include <algorithm>
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 void DueIndex::Grow(std::size_t size) {
     if (!mLevels.empty() && size <= mLevels.front().size()) return;
@@ -53,4 +53,4 @@ std::int64_t DueIndex::Minimum(const std::vector<std::int64_t>& level, std::size
     return *std::min_element(first, first + kFan);
 }
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

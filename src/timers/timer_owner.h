@@ -5,7 +5,7 @@
 
 #include "platform/values.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 /// Who owns rows of the timer registry: a timer as the registry sees it, with a counted reference to the whole object.
 class TimerOwner {
@@ -56,4 +56,4 @@ private:
     TimerOwner* mOwner = nullptr;
 };
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

@@ -1,4 +1,4 @@
-#include "timer/timer_table.h"
+#include "timers/timer_table.h"
 
 #include <algorithm>
 #include <functional>
@@ -7,7 +7,7 @@
 
 #include "platform/component_error.h"
 
-namespace kwo::timer {
+namespace kwo::timers {
 
 void TimerTable::Grow() {
     constexpr std::size_t kStep = 2;
@@ -125,4 +125,4 @@ void TimerTable::GrowHash() {
     }
 }
 
-}  // namespace kwo::timer
+}  // namespace kwo::timers

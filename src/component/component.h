@@ -14,9 +14,9 @@
 #include "messages/message_table.h"
 #include "messages/mkwo_locale.h"
 #include "platform/platform.h"
-#include "timer/timer_registry.h"
+#include "timers/timer_registry.h"
 
-namespace kwo::frame {
+namespace kwo::component {
 
 /// What all objects of one loaded component share: the platform, the modules and the program name. Created with the
 /// first object of an apartment and kept until the component is unloaded. Not thread-safe: one user-interface thread.
@@ -32,18 +32,18 @@ public:
         mProgramName = u"KWOUtil";
         messages.ForgetFailure();
     }
-    const Text& ProgramName() const { return mProgramName; }
+    const platform::Text& ProgramName() const { return mProgramName; }
 
     const platform::Platform platform;
-    ApiResult apiResult;
-    HostIdentity identity;
-    MillisecondClock clock;
-    MessageWait wait;
-    Trace trace;
-    EventLogWriter eventLog;
-    MessageBoxes messageBoxes;
-    MKWOError error;
-    MKWORoutines routines;
+    frame::ApiResult apiResult;
+    frame::HostIdentity identity;
+    frame::MillisecondClock clock;
+    frame::MessageWait wait;
+    frame::Trace trace;
+    frame::EventLogWriter eventLog;
+    frame::MessageBoxes messageBoxes;
+    frame::MKWOError error;
+    frame::MKWORoutines routines;
 
     /// Twips in a pixel, as the newest picture button found them.
     struct ButtonScale {
@@ -54,10 +54,10 @@ public:
 
     messages::MKWOLocale locale;
     messages::MessageTable messages;
-    timer::MKWOTimer timers;
+    timers::MKWOTimer timers;
 
 private:
-    Text mProgramName;
+    platform::Text mProgramName;
 };
 
-}  // namespace kwo::frame
+}  // namespace kwo::component
