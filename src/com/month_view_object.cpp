@@ -2,7 +2,7 @@
 #include "com/component_object.h"
 #include "com/host_objects.h"
 #include "com/server/com_text.h"
-#include "controls/kwo_month_view.h"
+#include "controls/month_view.h"
 #include "kwoutil.h"
 
 namespace kwo::com {

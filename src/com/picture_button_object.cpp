@@ -2,7 +2,7 @@
 #include "com/component_object.h"
 #include "com/host_objects.h"
 #include "com/server/com_text.h"
-#include "controls/kwo_pic_btn.h"
+#include "controls/pic_btn.h"
 #include "kwoutil.h"
 
 namespace kwo::com {

@@ -3,7 +3,7 @@
 #include "kwoutil.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/variant_bridge.h"
-#include "registry/kwo_registry.h"
+#include "registry/registry.h"
 
 namespace kwo::com {
 

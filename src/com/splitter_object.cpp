@@ -2,7 +2,7 @@
 #include "com/component_object.h"
 #include "com/host_objects.h"
 #include "com/server/com_text.h"
-#include "controls/kwo_splitter_v.h"
+#include "controls/splitter_v.h"
 #include "kwoutil.h"
 
 namespace kwo::com {

@@ -2,7 +2,7 @@
 #include "com/component_object.h"
 #include "com/host_objects.h"
 #include "kwoutil.h"
-#include "sysinfo/kwo_sys_params.h"
+#include "sysinfo/sys_params.h"
 
 namespace kwo::com {
 

@@ -2,7 +2,7 @@
 #include "com/component_object.h"
 #include "kwoutil.h"
 #include "platform/windows/variant_bridge.h"
-#include "sysinfo/kwo_sys_metrics.h"
+#include "sysinfo/sys_metrics.h"
 
 namespace kwo::com {
 

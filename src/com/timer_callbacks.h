@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "kwoutil.h"
-#include "timer/kwo_timer.h"
+#include "timer/timer.h"
 
 namespace kwo::com {
 

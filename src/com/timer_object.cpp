@@ -5,7 +5,7 @@
 #include "kwoutil.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/variant_bridge.h"
-#include "timer/kwo_timer.h"
+#include "timer/timer.h"
 
 namespace kwo::com {
 

@@ -3,7 +3,7 @@
 #include "com/host_objects.h"
 #include "com/server/com_text.h"
 #include "kwoutil.h"
-#include "tray/kwo_sys_tray.h"
+#include "tray/sys_tray.h"
 
 namespace kwo::com {
 

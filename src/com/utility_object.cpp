@@ -4,7 +4,7 @@
 #include "com/server/com_text.h"
 #include "kwoutil.h"
 #include "sysinfo/form_placement.h"
-#include "sysinfo/kwo_utility.h"
+#include "sysinfo/utility.h"
 
 namespace kwo::com {
 

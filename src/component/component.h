@@ -11,8 +11,8 @@
 #include "frame/millisecond_clock.h"
 #include "frame/routines.h"
 #include "frame/trace.h"
+#include "messages/locale.h"
 #include "messages/message_table.h"
-#include "messages/mkwo_locale.h"
 #include "platform/platform.h"
 #include "timers/timer_registry.h"
 

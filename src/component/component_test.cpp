@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/simulated/simulated_desktop.h"
-#include "registry/kwo_registry.h"
+#include "registry/registry.h"
 
 namespace kwo::component {
 namespace {

@@ -7,7 +7,7 @@
 #include "controls/month_dates.h"
 #include "controls/month_layout.h"
 #include "controls/picture_box.h"
-#include "messages/mkwo_locale.h"
+#include "messages/locale.h"
 #include "platform/drawing.h"
 
 namespace kwo::controls {

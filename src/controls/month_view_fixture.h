@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "controls/controls_fixture.h"
-#include "controls/kwo_month_view.h"
+#include "controls/month_view.h"
 #include "platform/simulated/calendar.h"
 
 namespace kwo::controls {

@@ -2,9 +2,9 @@
 #include <optional>
 
 #include "controls/controls_fixture.h"
-#include "controls/kwo_month_view.h"
-#include "controls/kwo_pic_btn.h"
-#include "controls/kwo_splitter_v.h"
+#include "controls/month_view.h"
+#include "controls/pic_btn.h"
+#include "controls/splitter_v.h"
 #include "platform/message_loop.h"
 
 namespace kwo::controls {

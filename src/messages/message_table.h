@@ -9,7 +9,7 @@
 #include "frame/host_identity.h"
 #include "frame/message_lookup.h"
 #include "frame/routines.h"
-#include "messages/mkwo_locale.h"
+#include "messages/locale.h"
 #include "platform/component_error.h"
 #include "platform/platform.h"
 #include "platform/variant.h"

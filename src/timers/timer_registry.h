@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "frame/millisecond_clock.h"
-#include "messages/mkwo_locale.h"
+#include "messages/locale.h"
 #include "platform/clock.h"
 #include "platform/conversions.h"
 #include "platform/host_application.h"

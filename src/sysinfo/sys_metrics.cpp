@@ -1,4 +1,4 @@
-#include "sysinfo/kwo_sys_metrics.h"
+#include "sysinfo/sys_metrics.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "controls/kwo_splitter_v.h"
+#include "controls/splitter_v.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "messages/mkwo_locale.h"
+#include "messages/locale.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "tray/kwo_sys_tray.h"
+#include "tray/sys_tray.h"
 
 #include <gtest/gtest.h>
 

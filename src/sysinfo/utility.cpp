@@ -1,4 +1,4 @@
-#include "sysinfo/kwo_utility.h"
+#include "sysinfo/utility.h"
 
 #include <algorithm>
 #include <string>

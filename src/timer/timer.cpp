@@ -1,4 +1,4 @@
-#include "timer/kwo_timer.h"
+#include "timer/timer.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "controls/kwo_pic_btn.h"
+#include "controls/pic_btn.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "sysinfo/kwo_sys_params.h"
+#include "sysinfo/sys_params.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "controls/kwo_month_view.h"
+#include "controls/month_view.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "registry/kwo_registry.h"
+#include "registry/registry.h"
 
 #include <algorithm>
 #include <limits>
