@@ -224,8 +224,8 @@ TEST_F(RegistryClass, TextOfAMultiByteCodePageIsStoredWhole) {
     CPINFO page = {};
     ASSERT_TRUE(GetCPInfo(CP_ACP, &page));
     if (page.MaxCharSize < 2) GTEST_SKIP() << "every character of the code page " << GetACP() << " is one byte";
-    for (const std::wstring& text : {std::wstring(L"\x65E5\x672C\x8A9E"), std::wstring(L"a\x65E5"),
-                                     std::wstring(100, L'\x672C')}) {
+    for (const std::wstring& text :
+         {std::wstring(L"\x65E5\x672C\x8A9E"), std::wstring(L"a\x65E5"), std::wstring(100, L'\x672C')}) {
         EXPECT_EQ(ERROR_SUCCESS, SetValue(L"wide", text));
         EXPECT_EQ(text, TextOf(L"wide"));
         EXPECT_EQ(text, GetValueEx(L"wide", L"default").Text());

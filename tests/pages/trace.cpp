@@ -4,5 +4,5 @@
 void DoTheWork();
 
 void Traced(kwo::component::Component& component) {
-//@example
+    //@example
 }

@@ -5,7 +5,7 @@
 namespace kwo::frame {
 
 void AddAlarm(CallTrace& trace, std::int64_t ms) {
-//@example
+    //@example
 }
 
 }  // namespace kwo::frame

@@ -24,6 +24,13 @@ KWO_WINE_PACKAGES=(
     'imagemagick identify'
     'locales /usr/share/i18n/locales/ja_JP'
 )
+KWO_LINT_PACKAGES=(
+    'git git'
+    'clang clang++'
+    'clang-format clang-format'
+    'clang-tidy clang-tidy'
+    'shellcheck shellcheck'
+)
 # Only the 32-bit Wine tree needs them, and it may be missing.
 KWO_WINE32_PACKAGES=(
     'debootstrap /usr/sbin/debootstrap'

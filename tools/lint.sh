@@ -1,0 +1,107 @@
+#!/usr/bin/env bash
+# Checks the sources without running them; the last line is `N passed, M failed`.
+#   lint.sh [--all]     clang-tidy reads what the last commit and the working tree change, or every source
+# shellcheck source-path=SCRIPTDIR
+source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
+
+everything=no
+case ${1:-} in
+    '') ;;
+    --all) everything=yes ;;
+    *) die 'usage: lint.sh [--all]' ;;
+esac
+cd "$KWO_ROOT"
+
+passed=0
+failed=0
+# check NAME COMMAND...: what it prints is shown when it fails.
+check() {
+    local name=$1 said
+    shift
+    if said=$("$@" 2>&1); then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        printf 'not ok: %s\n%s\n' "$name" "$said"
+    fi
+}
+
+# of_kind PATTERN...: the files of the working tree, new ones included, that are not deleted.
+of_kind() {
+    local file
+    git ls-files --cached --others --exclude-standard -- "$@" | while read -r file; do
+        [[ ! -f $file ]] || printf '%s\n' "$file"
+    done
+}
+cpp_files() { of_kind '*.cpp' '*.h' '*.c'; }
+
+is_formatted() { cpp_files | xargs -P 2 -n 64 clang-format --dry-run -Werror; }
+
+# What is sourced sets variables for others and reads theirs.
+scripts_are_clean() {
+    of_kind run test bench .ci/run ':(glob)tools/*.sh' 'tests/*/run_*' | xargs shellcheck -x &&
+        of_kind 'tools/lib/*.sh' | xargs shellcheck -e SC2034,SC2154
+}
+
+# What the link between floors cannot see: the logic has no header of Windows, and no test double outside the tests.
+includes_stay_on_their_side() {
+    local hits
+    hits=$(cpp_files | grep '^src/' | grep -vE '^src/(com|platform/windows)/|_test\.cpp$|_fixture\.h$|^src/platform/simulated/' |
+        xargs grep -nE '#include (<(windows|ole[a-z0-9]*|oaidl|ocidl|wrl/.*|comdef|shl[a-z]*)\.h>|"platform/(simulated|windows)/)')
+    [[ -z $hits ]] || { printf '%s\n' "$hits" && return 1; }
+}
+
+# Every header begins with `#pragma once`.
+headers_are_guarded() {
+    local file bare=0
+    while read -r file; do
+        [[ $(head -n 1 "$file") == '#pragma once' ]] || { printf '%s\n' "$file" && bare=1; }
+    done < <(of_kind 'src/*.h' 'companion/*.h' 'kwohost/*.h' 'tests/*.h' 'benchmarks/*.h')
+    return "$bare"
+}
+
+texts_are_tidy() {
+    local hits
+    hits=$(of_kind '*.cpp' '*.h' '*.md' '*.sh' '*.cmake' '*CMakeLists.txt' '*.idl' '*.vbs' '*.js' test run bench |
+        xargs grep -nIE '[[:blank:]]+$' || true)
+    [[ -z $hits ]] || { printf 'blanks at the end of the line:\n%s\n' "$hits" && return 1; }
+}
+
+# Subjects of this branch's newest commits.
+subjects_are_short() {
+    local subject long=0
+    while read -r subject; do
+        if ((${#subject} > 72)) || [[ $subject == 'Merge branch'* ]]; then printf '%s\n' "$subject" && long=1; fi
+    done < <(git log --max-count=20 --format=%s 2>/dev/null)
+    return "$long"
+}
+
+# clang-tidy reads sources by the commands that build them natively.
+tidy_sources() {
+    local -A built=()
+    local file
+    while read -r file; do built[$file]=yes; done < <(sed -n "s|^  \"file\": \"$KWO_ROOT/\(.*\)\".*|\1|p" "$commands/compile_commands.json")
+    if [[ $everything == yes ]] || ! git rev-parse -q --verify HEAD~1 >/dev/null; then
+        cpp_files
+    else
+        { git diff --name-only HEAD~1 && git ls-files --others --exclude-standard; } | sort -u
+    fi | while read -r file; do [[ -z ${built[$file]:-} || ! -f $file ]] || printf '%s\n' "$file"; done
+}
+is_tidy() {
+    tidy_sources | xargs -r -P 2 -n 4 clang-tidy --quiet -p "$commands" 2>/dev/null
+}
+
+check 'the sources are formatted (clang-format)' is_formatted
+check 'shell scripts are clean (shellcheck)' scripts_are_clean
+check 'includes stay on their side' includes_stay_on_their_side
+check 'headers are guarded' headers_are_guarded
+check 'no blanks at the end of a line' texts_are_tidy
+check 'subjects of commits are short' subjects_are_short
+commands=$KWO_ROOT/build/clang
+if [[ -f $commands/compile_commands.json ]] || cmake --preset clang >"$(log_of configure)" 2>&1; then
+    check 'nothing that clang-tidy finds' is_tidy
+else
+    check 'clang can be configured' false
+fi
+printf '%d passed, %d failed\n' "$passed" "$failed"
+((failed == 0))
