@@ -59,8 +59,8 @@ density() {
 }
 
 picture month-view month_view
-picture picture-button picture_button
-picture splitter splitter
+picture pic-btn pic_btn
+picture splitter-v splitter_v
 run_sample tour --play "$(wine_path "$scratch")"
 taken tour "$scratch/tour-3-days.bmp"
 density 192
@@ -71,10 +71,10 @@ scheme 'ButtonFace 45 45 48' 'ButtonText 240 240 240' 'ButtonHilight 90 90 94' '
     'WindowFrame 90 90 94' 'Hilight 0 102 180' 'HilightText 255 255 255' 'ActiveTitle 28 28 30' \
     'GradientActiveTitle 28 28 30' 'TitleText 240 240 240'
 picture month-view-dark month_view
-picture picture-button-dark picture_button
+picture pic-btn-dark pic_btn
 scheme 'ButtonFace 0 0 0' 'ButtonText 255 255 255' 'ButtonHilight 255 255 255' 'ButtonLight 192 192 192' \
     'ButtonShadow 128 128 128' 'ButtonDkShadow 255 255 255' 'GrayText 63 242 63' 'Window 0 0 0' \
     'WindowText 255 255 255' 'WindowFrame 255 255 255' 'Hilight 26 235 255' 'HilightText 0 0 0' 'ActiveTitle 55 0 110' \
     'GradientActiveTitle 55 0 110' 'TitleText 255 255 255'
 picture month-view-contrast month_view
-picture picture-button-contrast picture_button
+picture pic-btn-contrast pic_btn

@@ -1,4 +1,4 @@
-' The example of docs/splitter.md in a wide and in a tall form: dragged, enlarged, and always as high as its panes.
+' The example of docs/splitter-v.md in a wide and in a tall form: dragged, enlarged, and always as high as its panes.
 Dim count
 count = 0
 Sub Check(name, good)

@@ -19,9 +19,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class SystemFontsObject final : public ComponentObject<_KWOSysParams> {
+class SysParamsObject final : public ComponentObject<_KWOSysParams> {
 public:
-    SystemFontsObject() : ComponentObject(Info()), mParams(Component()) {}
+    SysParamsObject() : ComponentObject(Info()), mParams(Component()) {}
 
     STDMETHODIMP get_CaptionFont(IFontDisp** font) override {
         return Font(u".CaptionFont (Get)", font, [&] { return mParams.CaptionFont(); });
@@ -55,7 +55,7 @@ private:
 }  // namespace
 
 ClassEntry SysParamsClass() {
-    return {CLSID_KWOSysParams, u"KWOSysParams", &Make<SystemFontsObject>};
+    return {CLSID_KWOSysParams, u"KWOSysParams", &Make<SysParamsObject>};
 }
 
 }  // namespace kwo::com

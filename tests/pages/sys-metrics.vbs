@@ -1,4 +1,4 @@
-' The example of docs/metrics.md.
+' The example of docs/sys-metrics.md.
 ' expect-output: ^[1-9][0-9]+ pixels$
 ' expect-output: ^[1-9][0-9]+ twips$
 Dim count

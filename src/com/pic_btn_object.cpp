@@ -35,9 +35,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class PictureButtonObject final : public ComponentObject<_KWOPicBtn> {
+class PicBtnObject final : public ComponentObject<_KWOPicBtn> {
 public:
-    PictureButtonObject() : ComponentObject(Info()), mButton(Component()) {}
+    PicBtnObject() : ComponentObject(Info()), mButton(Component()) {}
 
     STDMETHODIMP Create(IDispatch** pictureBox, BSTR* caption, VARIANT_BOOL* created) override {
         return Run(u".Create", [&] {
@@ -121,7 +121,7 @@ private:
 }  // namespace
 
 ClassEntry PicBtnClass() {
-    return {CLSID_KWOPicBtn, u"KWOPicBtn", &Make<PictureButtonObject>};
+    return {CLSID_KWOPicBtn, u"KWOPicBtn", &Make<PicBtnObject>};
 }
 
 }  // namespace kwo::com

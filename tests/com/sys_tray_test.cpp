@@ -101,7 +101,7 @@ void ProcessMessages(DWORD milliseconds) {
 constexpr COLORREF kMagenta = RGB(255, 0, 255);
 constexpr COLORREF kGreen = RGB(0, 255, 0);
 
-class TrayClass : public ::testing::Test {
+class SysTrayClass : public ::testing::Test {
 protected:
     void SetUp() override {
         mTray = Create(L"KWOSysTray");
@@ -124,7 +124,7 @@ protected:
     ComPtr<IDispatch> mIcon;
 };
 
-TEST_F(TrayClass, AnEndWithoutMemoryIsLeftByTheHostAlive) {
+TEST_F(SysTrayClass, AnEndWithoutMemoryIsLeftByTheHostAlive) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
     {
         const AllocationFaults faults(1);
@@ -135,7 +135,7 @@ TEST_F(TrayClass, AnEndWithoutMemoryIsLeftByTheHostAlive) {
     EXPECT_EQ(1u, mIcon->Release()) << "the object is gone for all that";
 }
 
-TEST_F(TrayClass, AnIconIsAddedChangedAndRemoved) {
+TEST_F(SysTrayClass, AnIconIsAddedChangedAndRemoved) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
     EXPECT_EQ(L"Hello", Tip());
     EXPECT_EQ(mIcon.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
@@ -153,7 +153,7 @@ TEST_F(TrayClass, AnIconIsAddedChangedAndRemoved) {
     EXPECT_TRUE(Creates(second.Get(), mWindow, mIcon.Get()));
 }
 
-TEST_F(TrayClass, TheIconGoesWithTheObject) {
+TEST_F(SysTrayClass, TheIconGoesWithTheObject) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
     EXPECT_EQ(0u, mTray.Reset());
 
@@ -161,7 +161,7 @@ TEST_F(TrayClass, TheIconGoesWithTheObject) {
     EXPECT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
 }
 
-TEST_F(TrayClass, TwoWindowsHaveTheirOwnIcons) {
+TEST_F(SysTrayClass, TwoWindowsHaveTheirOwnIcons) {
     const CallerWindow otherWindow;
     const ComPtr<IDispatch> other = Create(L"KWOSysTray");
     EXPECT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"one"));
@@ -170,7 +170,7 @@ TEST_F(TrayClass, TwoWindowsHaveTheirOwnIcons) {
     EXPECT_EQ(L"two", Get(other.Get(), L"Tip").result.Text());
 }
 
-TEST_F(TrayClass, ABitmapIsRefusedAndTakesTheIconAway) {
+TEST_F(SysTrayClass, ABitmapIsRefusedAndTakesTheIconAway) {
     const ComPtr<IDispatch> bitmap = MakePicture(PICTYPE_BITMAP, kGreen);
     ASSERT_TRUE(bitmap);
     EXPECT_FALSE(Creates(mTray.Get(), mWindow, bitmap.Get()));
@@ -184,7 +184,7 @@ TEST_F(TrayClass, ABitmapIsRefusedAndTakesTheIconAway) {
     EXPECT_EQ(mIcon.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
 }
 
-TEST_F(TrayClass, HandlesCrossAsWhateverNumberHoldsThem) {
+TEST_F(SysTrayClass, HandlesCrossAsWhateverNumberHoldsThem) {
     for (const Var& window : {Var(mWindow.Handle()), Var(static_cast<long long>(mWindow.Handle())),
                               Var(static_cast<double>(mWindow.Handle())), Var(std::to_wstring(mWindow.Handle()))}) {
         const Outcome outcome = Call(mTray.Get(), L"Create", {window, mIcon.Get(), L"tip"});
@@ -193,7 +193,7 @@ TEST_F(TrayClass, HandlesCrossAsWhateverNumberHoldsThem) {
     }
 }
 
-TEST_F(TrayClass, ATipIsCutTo64Characters) {
+TEST_F(SysTrayClass, ATipIsCutTo64Characters) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(63, L'x')));
     EXPECT_EQ(std::wstring(63, L'x'), Tip());
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(70, L'y')));
@@ -202,12 +202,12 @@ TEST_F(TrayClass, ATipIsCutTo64Characters) {
     EXPECT_EQ(std::wstring(64, L'z'), Tip());
 }
 
-TEST_F(TrayClass, ATipBeforeTheIconIsDropped) {
+TEST_F(SysTrayClass, ATipBeforeTheIconIsDropped) {
     EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", L"early").status));
     EXPECT_EQ(L"", Tip());
 }
 
-TEST_F(TrayClass, WhatIsNoPictureIsRefused) {
+TEST_F(SysTrayClass, WhatIsNoPictureIsRefused) {
     const Outcome none = CreateIcon(mTray.Get(), mWindow, nullptr, L"tip");
     EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A005B)), Hex(none.scode));
     EXPECT_EQ(L"KWOSysTray.Create", none.source);
@@ -253,7 +253,7 @@ private:
     OLE_HANDLE mHandle;
 };
 
-TEST_F(TrayClass, PicturesAreReachedByTheirDispatchIdentifiers) {
+TEST_F(SysTrayClass, PicturesAreReachedByTheirDispatchIdentifiers) {
     const ComPtr<IPicture> native = As<IPicture>(mIcon.Get(), IID_IPicture);
     OLE_HANDLE handle = 0;
     native->get_Handle(&handle);
@@ -273,7 +273,7 @@ TEST_F(TrayClass, PicturesAreReachedByTheirDispatchIdentifiers) {
     EXPECT_EQ(0u, picture.References());
 }
 
-TEST_F(TrayClass, MessageNumbersAreThoseOfTheMouse) {
+TEST_F(SysTrayClass, MessageNumbersAreThoseOfTheMouse) {
     const auto number = [&](const wchar_t* property, short button) {
         return Get(mTray.Get(), property, {Var(button)}).result.lVal;
     };
@@ -307,10 +307,10 @@ BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
     return TRUE;
 }
 
-class NotificationAreaIsTold : public TrayClass {
+class NotificationAreaIsTold : public SysTrayClass {
 protected:
     void SetUp() override {
-        TrayClass::SetUp();
+        SysTrayClass::SetUp();
         theTold.clear();
         theAnswer = TRUE;
         mReplaced.emplace("Shell_NotifyIconA", &HearNotifyIcon);
@@ -534,7 +534,7 @@ void Press(DWORD down, DWORD up) {
     }
 }
 
-TEST_F(TrayClass, TheIconIsOnTheScreenAndReportsThePointer) {
+TEST_F(SysTrayClass, TheIconIsOnTheScreenAndReportsThePointer) {
     Move({500, 500});
     POINT place = {};
     ASSERT_FALSE(ScreenShot().Find(kMagenta, place)) << "something else has the colour of the icon";

@@ -1,4 +1,4 @@
-' The example of docs/tray.md: the mouse's messages are sent to the form as the taskbar does it.
+' The example of docs/sys-tray.md: the mouse's messages are sent to the form as the taskbar does it.
 ' expect-output: ^opened$
 Dim count
 count = 0

@@ -1,4 +1,4 @@
-' The example of docs/picture-button.md on a form: clicked, missed, by the keys, and painted again.
+' The example of docs/pic-btn.md on a form: clicked, missed, by the keys, and painted again.
 Dim count
 count = 0
 Sub Check(name, good)

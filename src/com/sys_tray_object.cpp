@@ -31,9 +31,9 @@ platform::HostObjectRef PictureOf(IPictureDisp* picture) {
     return platform::windows::MakeHostObject(picture);
 }
 
-class TrayIconObject final : public ComponentObject<_KWOSysTray> {
+class SysTrayObject final : public ComponentObject<_KWOSysTray> {
 public:
-    TrayIconObject() : ComponentObject(Info()), mTray(Component()) {}
+    SysTrayObject() : ComponentObject(Info()), mTray(Component()) {}
 
     STDMETHODIMP Create(LONG* window, IPictureDisp** icon, BSTR* toolTip, VARIANT_BOOL* added) override {
         return Run(u".Create", [&] {
@@ -81,7 +81,7 @@ private:
 }  // namespace
 
 ClassEntry SysTrayClass() {
-    return {CLSID_KWOSysTray, u"KWOSysTray", &Make<TrayIconObject>};
+    return {CLSID_KWOSysTray, u"KWOSysTray", &Make<SysTrayObject>};
 }
 
 }  // namespace kwo::com

@@ -24,9 +24,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class SplitterObject final : public ComponentObject<_KWOSplitterV> {
+class SplitterVObject final : public ComponentObject<_KWOSplitterV> {
 public:
-    SplitterObject() : ComponentObject(Info()), mSplitter(Component()) {}
+    SplitterVObject() : ComponentObject(Info()), mSplitter(Component()) {}
 
     STDMETHODIMP get_LeftMargin(float* value) override {
         return Run(u".LeftMargin (Get)", [&] { Required(value) = mSplitter.LeftMargin; });
@@ -94,7 +94,7 @@ private:
 }  // namespace
 
 ClassEntry SplitterVClass() {
-    return {CLSID_KWOSplitterV, u"KWOSplitterV", &Make<SplitterObject>};
+    return {CLSID_KWOSplitterV, u"KWOSplitterV", &Make<SplitterVObject>};
 }
 
 }  // namespace kwo::com

@@ -27,9 +27,9 @@ ClassInfo& Info() {
     return info;
 }
 
-class SystemMetricsObject final : public ComponentObject<_KWOSysMetrics> {
+class SysMetricsObject final : public ComponentObject<_KWOSysMetrics> {
 public:
-    SystemMetricsObject() : ComponentObject(Info()), mMetrics(Component()) {}
+    SysMetricsObject() : ComponentObject(Info()), mMetrics(Component()) {}
 
     STDMETHODIMP get_ScaleMode(short* value) override {
         return Run(u".ScaleMode (Get)", [&] { Required(value) = mMetrics.ScaleMode(); });
@@ -80,7 +80,7 @@ private:
 }  // namespace
 
 ClassEntry SysMetricsClass() {
-    return {CLSID_KWOSysMetrics, u"KWOSysMetrics", &Make<SystemMetricsObject>};
+    return {CLSID_KWOSysMetrics, u"KWOSysMetrics", &Make<SysMetricsObject>};
 }
 
 }  // namespace kwo::com

@@ -1,4 +1,4 @@
-' The example of docs/fonts.md with a label.
+' The example of docs/sys-params.md with a label.
 Dim count
 count = 0
 Sub Check(name, good)

@@ -95,7 +95,7 @@ int TwipsPerPixel(int axis) {
     return twips;
 }
 
-class MetricsClass : public ::testing::Test {
+class SysMetricsClass : public ::testing::Test {
 protected:
     void SetUp() override {
         mMetrics = Create(L"KWOSysMetrics");
@@ -104,7 +104,7 @@ protected:
     ComPtr<IDispatch> mMetrics;
 };
 
-TEST_F(MetricsClass, TheDisplayHasTheDensityOfThisRun) {
+TEST_F(SysMetricsClass, TheDisplayHasTheDensityOfThisRun) {
     wchar_t wanted[8] = L"96";
     GetEnvironmentVariableW(L"KWO_DPI", wanted, 8);
     const int dots = static_cast<int>(std::wcstol(wanted, nullptr, 10));
@@ -112,7 +112,7 @@ TEST_F(MetricsClass, TheDisplayHasTheDensityOfThisRun) {
     EXPECT_EQ(MulDiv(1440, 1, dots), TwipsPerPixel(LOGPIXELSY));
 }
 
-TEST_F(MetricsClass, EveryMemberIsWhatTheSystemSays) {
+TEST_F(SysMetricsClass, EveryMemberIsWhatTheSystemSays) {
     for (const Row& row : kRows) {
         const int value = GetSystemMetrics(row.index);
         const Outcome outcome = Call(mMetrics.Get(), row.member);
@@ -136,7 +136,7 @@ TEST_F(MetricsClass, EveryMemberIsWhatTheSystemSays) {
     }
 }
 
-TEST_F(MetricsClass, DimensionsAreInTwipsByArgumentAndByProperty) {
+TEST_F(SysMetricsClass, DimensionsAreInTwipsByArgumentAndByProperty) {
     const auto expectTwips = [&](const std::vector<Var>& arguments) {
         for (const Row& row : kRows) {
             if (row.expect != Expect::X && row.expect != Expect::Y && row.expect != Expect::Pixels) continue;
@@ -155,7 +155,7 @@ TEST_F(MetricsClass, DimensionsAreInTwipsByArgumentAndByProperty) {
     EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), Call(mMetrics.Get(), L"ScreenX", {3}).result.lVal);
 }
 
-TEST_F(MetricsClass, ModeThatIsNoneSticks) {
+TEST_F(SysMetricsClass, ModeThatIsNoneSticks) {
     EXPECT_EQ(3, Get(mMetrics.Get(), L"ScaleMode").result.iVal);
     Let(mMetrics.Get(), L"ScaleMode", 2);
     Let(mMetrics.Get(), L"ScaleMode", 1);
@@ -163,7 +163,7 @@ TEST_F(MetricsClass, ModeThatIsNoneSticks) {
     EXPECT_EQ(2, Get(mMetrics.Get(), L"ScaleMode").result.iVal);
 }
 
-TEST_F(MetricsClass, ArgumentThatIsNoModeIsAnError) {
+TEST_F(SysMetricsClass, ArgumentThatIsNoModeIsAnError) {
     Outcome outcome = Call(mMetrics.Get(), L"BorderX", {L"wide"});
     EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A000D)), Hex(outcome.scode));
     EXPECT_EQ(L"KWOSysMetrics.BorderX", outcome.source);

@@ -10,7 +10,7 @@
 namespace kwo::com_test {
 namespace {
 
-class FontsClass : public ::testing::Test {
+class SysParamsClass : public ::testing::Test {
 protected:
     void SetUp() override {
         mFonts = Create(L"KWOSysParams");
@@ -36,7 +36,7 @@ protected:
     NONCLIENTMETRICSA mMetrics = {};
 };
 
-TEST_F(FontsClass, FontsAreThoseOfTheDesktop) {
+TEST_F(SysParamsClass, FontsAreThoseOfTheDesktop) {
     const struct {
         const wchar_t* property;
         const LOGFONTA& expected;
@@ -84,10 +84,10 @@ void PutFont(LOGFONTA& font, const char* name, LONG height, LONG weight) {
     std::strcpy(font.lfFaceName, name);
 }
 
-class FontsOfAnotherDesktop : public FontsClass {
+class FontsOfAnotherDesktop : public SysParamsClass {
 protected:
     void SetUp() override {
-        FontsClass::SetUp();
+        SysParamsClass::SetUp();
         theMetricsAreTold = true;
         PutFont(theMetrics.lfCaptionFont, "Wingdings", -16, 700);
         PutFont(theMetrics.lfSmCaptionFont, "Webdings", -12, 400);
@@ -160,14 +160,14 @@ TEST_F(FontsOfAnotherDesktop, FontsThatAreNotToldHaveNoNameAndNoSize) {
     }
 }
 
-TEST_F(FontsClass, AFontAnswersLateBoundCallers) {
+TEST_F(SysParamsClass, AFontAnswersLateBoundCallers) {
     const Outcome outcome = Get(mFonts.Get(), L"MenuFont");
     ASSERT_EQ(VT_DISPATCH, outcome.result.vt);
     for (const wchar_t* const property : {L"Name", L"Size", L"Bold", L"Italic", L"Underline", L"Strikethrough"})
         EXPECT_EQ(Hex(S_OK), Hex(Get(outcome.result.pdispVal, property).status)) << Narrow(property);
 }
 
-TEST_F(FontsClass, AFontIsSharedWithAllWhoGetIt) {
+TEST_F(SysParamsClass, AFontIsSharedWithAllWhoGetIt) {
     const ComPtr<IFont> first = Font(L"StatusFont");
     ASSERT_TRUE(first);
     EXPECT_EQ(Hex(S_OK), Hex(first->put_Strikethrough(TRUE)));
@@ -179,13 +179,13 @@ TEST_F(FontsClass, AFontIsSharedWithAllWhoGetIt) {
     EXPECT_EQ(first.Get(), second.Get());
 }
 
-TEST_F(FontsClass, AFontOutlivesTheObject) {
+TEST_F(SysParamsClass, AFontOutlivesTheObject) {
     const ComPtr<IFont> font = Font(L"CaptionFont");
     mFonts = {};
     EXPECT_EQ(Wide(mMetrics.lfCaptionFont.lfFaceName), NameOf(font.Get()));
 }
 
-TEST_F(FontsClass, TheSmallCaptionFontIsNoneAndNamesTheCaptionFont) {
+TEST_F(SysParamsClass, TheSmallCaptionFontIsNoneAndNamesTheCaptionFont) {
     // Another name than the caption's own shows what happens.
     const ComPtr<IFont> caption = Font(L"CaptionFont");
     const Bstr other(L"Webdings");

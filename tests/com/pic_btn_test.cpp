@@ -1,0 +1,157 @@
+#include "com_test.h"
+#include "host_box.h"
+
+namespace kwo::com_test {
+namespace {
+
+class PicBtnClass : public ::testing::Test {
+protected:
+    void SetUp() override {
+        mForm.Method(L"OnButtonClick", [this](MemberObject::Arguments& given, VARIANT*) {
+            ++mClicks;
+            mBoxGiven = given[0]->vt == VT_DISPATCH ? given[0]->pdispVal : nullptr;
+            if (mOnClick) mOnClick(*given[0]);
+            return S_OK;
+        });
+        mForm.Property(L"ActiveControl", Var(static_cast<IDispatch*>(&mBox)));
+        mButton = Create(L"KWOPicBtn");
+        ASSERT_TRUE(mButton);
+    }
+    void TearDown() override { mForm.values.clear(); }
+    void CreateButton(const wchar_t* caption = L"&Save") {
+        const Outcome outcome = Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), caption});
+        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal) << "in every case";
+    }
+    Outcome Mouse(const wchar_t* member, int x = 300, int y = 150) {
+        return Call(mButton.Get(), member, {1, 0, Var(static_cast<double>(x)), Var(static_cast<double>(y))});
+    }
+
+    MemberObject mForm;
+    HostBox mBox{80, 30, &mForm};
+    ComPtr<IDispatch> mButton;
+    int mClicks = 0;
+    IDispatch* mBoxGiven = nullptr;
+    std::function<void(VARIANT&)> mOnClick;
+};
+
+/// A button by the system's own calls.
+void DrawExpected(HostBox& box, bool pressed, bool framed) {
+    RECT area = {0, 0, 80, 30};
+    RECT text = pressed ? RECT{3, 3, 79, 29} : RECT{2, 2, 78, 28};
+    box.Fill(area, 0);
+    DrawEdge(box.Context(), &area, pressed ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT);
+    if (framed) FrameRect(box.Context(), &area, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    box.values[L"ForeColor"] = Var(0x00FF00);
+    DrawTextA(box.Context(), "&Save", 5, &text, 0x8035);
+}
+
+TEST_F(PicBtnClass, ThePictureIsThatOfTheSystemsOwnCalls) {
+    mBox.values[L"ForeColor"] = Var(0x00FF00);
+    CreateButton();
+    HostBox expected(80, 30, &mForm);
+    DrawExpected(expected, false, false);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    Mouse(L"MouseDown");
+    DrawExpected(expected, true, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    Mouse(L"MouseUp");
+    DrawExpected(expected, false, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    EXPECT_EQ(1, mClicks);
+    EXPECT_EQ(&mBox, mBoxGiven);
+}
+
+TEST_F(PicBtnClass, PropertiesReadBack) {
+    EXPECT_EQ(Hex(S_OK), Hex(Let(mButton.Get(), L"Caption", L"x\u00E4&").status));
+    EXPECT_EQ(L"x\u00E4&", Get(mButton.Get(), L"Caption").result.Text());
+    for (const wchar_t* const name : {L"TextAlignment", L"PicAlignment"}) {
+        Let(mButton.Get(), name, 3);
+        EXPECT_EQ(3, Get(mButton.Get(), L"TextAlignment").result.iVal);
+        EXPECT_EQ(3, Get(mButton.Get(), L"PicAlignment").result.iVal);
+        Let(mButton.Get(), name, 0);
+        EXPECT_EQ(2, Get(mButton.Get(), name).result.iVal);
+    }
+    EXPECT_EQ(VARIANT_TRUE, Get(mButton.Get(), L"MultiLine").result.boolVal);
+    Let(mButton.Get(), L"MultiLine", false);
+    EXPECT_EQ(VARIANT_FALSE, Get(mButton.Get(), L"MultiLine").result.boolVal);
+}
+
+TEST_F(PicBtnClass, TakesAWindowAndAContextWithoutASign) {
+    mBox.values[L"hWnd"] = Var::UnsignedLong(0xFFFF0001);
+    CreateButton();
+    mBox.Method(L"hDC", [](MemberObject::Arguments&, VARIANT* result) {
+        result->vt = VT_R8;
+        result->dblVal = 4294901761.0;
+        return S_OK;
+    });
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mButton.Get(), L"LostFocus").status));
+}
+
+TEST_F(PicBtnClass, KeysComeBackUsedUp) {
+    CreateButton();
+    SHORT code = 13;
+    EXPECT_EQ(Hex(S_OK), Hex(Call(mButton.Get(), L"KeyDown", {Var::Ref(&code), 0}).status));
+    EXPECT_EQ(0, code);
+    EXPECT_EQ(1, mClicks);
+    code = 'S';
+    SHORT shift = 4;
+    Outcome outcome = Call(mButton.Get(), L"Form_KeyDown", {Var::Ref(&code), Var::Ref(&shift)});
+    EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal);
+    EXPECT_EQ(0, code);
+    EXPECT_EQ(0, shift);
+    EXPECT_EQ(2, mClicks);
+    code = 'S';
+    shift = 6;
+    outcome = Call(mButton.Get(), L"Form_KeyDown", {Var::Ref(&code), Var::Ref(&shift)});
+    EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal);
+    EXPECT_EQ('S', code);
+}
+
+TEST_F(PicBtnClass, ErrorsHaveTheMembersName) {
+    const Outcome missing = Call(mButton.Get(), L"LostFocus");
+    EXPECT_EQ("0x800A005B", Hex(missing.scode));
+    EXPECT_EQ(L"KWOPicBtn.LostFocus", missing.source);
+    CreateButton();
+    mForm.failing = L"OnButtonClick";
+    Mouse(L"MouseDown");
+    const Outcome failed = Mouse(L"MouseUp");
+    EXPECT_EQ("0x800A04D2", Hex(failed.scode));
+    EXPECT_EQ(L"KWOPicBtn.MouseUp", failed.source);
+    EXPECT_EQ(0u, failed.description.find(L"refused\r\n")) << Narrow(failed.description);
+    mForm.failing.clear();
+    mBox.failing = L"Cls";
+    EXPECT_EQ(L"KWOPicBtn.Create", Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), L"x"}).source);
+}
+
+TEST_F(PicBtnClass, AHandlerMayReplaceTheBox) {
+    CreateButton();
+    HostBox other(80, 30, &mForm);
+    {
+        mOnClick = [&](VARIANT& given) {
+            VariantClear(&given);
+            given.vt = VT_DISPATCH;
+            given.pdispVal = &other;
+            other.AddRef();
+        };
+        Mouse(L"MouseDown");
+        EXPECT_EQ(Hex(S_OK), Hex(Mouse(L"MouseUp").status));
+        const int before = other.refreshes;
+        Call(mButton.Get(), L"LostFocus");
+        EXPECT_EQ(before + 1, other.refreshes);
+    }
+    mButton.Reset();
+    EXPECT_EQ(0u, other.references);
+}
+
+TEST_F(PicBtnClass, AHandlerMayLetGoOfTheButton) {
+    CreateButton();
+    IDispatch* const raw = mButton.Get();
+    mOnClick = [this](VARIANT&) { mButton.Reset(); };
+    Mouse(L"MouseDown");
+    EXPECT_EQ(Hex(S_OK), Hex(Call(raw, L"MouseUp", {1, 0, Var(300.0), Var(150.0)}).status));
+    EXPECT_FALSE(mButton);
+}
+
+}  // namespace
+}  // namespace kwo::com_test
