@@ -172,5 +172,8 @@ is 'an example outside a fence' "$(extracted "$mark" "$fence" "$end" '    Set a 
     $'run good.vbs\nwrong: page.md:4: an example outside a fence\nexit 1'
 is 'a script that no example uses' "$(extracted 'text')" $'wrong: tests/pages/good.vbs drives no example\nexit 1'
 
+# The map of the house shows the floors as they are built.
+is 'the picture of the floors' "$("$KWO_ROOT/tools/draw_floors.sh" --check 2>&1)" ''
+
 printf '%d passed, %d failed\n' "$passed" "$failed"
 ((failed == 0))
