@@ -1,0 +1,70 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kwo::com_support {
+
+/// The characters of an automation string, zero characters included. Null is the empty string. The view is valid as
+/// long as the string is.
+inline std::wstring_view View(BSTR string) {
+    return {string != nullptr ? string : L"", ::SysStringLen(string)};
+}
+/// A copy of the same characters.
+inline std::u16string ToText(BSTR string) {
+    const std::wstring_view characters = View(string);
+    return {characters.begin(), characters.end()};
+}
+
+/// A new automation string that the caller owns, never null. Raises std::bad_alloc.
+[[nodiscard]] BSTR NewString(std::wstring_view text);
+[[nodiscard]] BSTR NewString(std::u16string_view text);
+
+/// Owns an automation string, or none: null.
+class Bstr {
+public:
+    Bstr() = default;
+    /// A copy of `text`. Raises std::bad_alloc.
+    explicit Bstr(std::wstring_view text) : mString(NewString(text)) {}
+    explicit Bstr(std::u16string_view text) : mString(NewString(text)) {}
+    Bstr(Bstr&& other) noexcept : mString(other.Detach()) {}
+    Bstr& operator=(Bstr other) noexcept {
+        std::swap(mString, other.mString);
+        return *this;
+    }
+    ~Bstr() { ::SysFreeString(mString); }
+
+    /// Takes over a string that the caller owns.
+    static Bstr Adopt(BSTR string) {
+        Bstr owner;
+        owner.mString = string;
+        return owner;
+    }
+
+    BSTR Get() const { return mString; }
+    std::wstring_view View() const { return com_support::View(mString); }
+    std::wstring Text() const { return std::wstring(View()); }
+
+    /// Where a call puts a string that it hands over. Frees what was held.
+    BSTR* Out() {
+        ::SysFreeString(Detach());
+        return &mString;
+    }
+    /// Where a call finds a string and may replace it.
+    BSTR* InOut() { return &mString; }
+    /// Hands the string over to the caller and is null from then on.
+    [[nodiscard]] BSTR Detach() { return std::exchange(mString, nullptr); }
+
+private:
+    BSTR mString = nullptr;
+};
+
+/// Puts a copy of `text` where `string` points and frees what was there. Raises std::bad_alloc; `string` is unchanged
+/// then.
+void Replace(BSTR& string, std::u16string_view text);
+
+}  // namespace kwo::com_support
