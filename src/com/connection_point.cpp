@@ -97,11 +97,9 @@ bool IsGone(HRESULT result) {
 }
 
 bool DescribesMember(ITypeInfo& info, DISPID id) {
-    BSTR name = nullptr;
+    Bstr name;
     UINT count = 0;
-    const bool found = SUCCEEDED(info.GetNames(id, &name, 1, &count)) && count != 0;
-    ::SysFreeString(name);
-    return found;
+    return SUCCEEDED(info.GetNames(id, name.Out(), 1, &count)) && count != 0;
 }
 
 /// What a late-bound sink calls an event: its own identifier of that name, else the event's where it says that it has

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "com/server/com_ptr.h"
+#include "com/server/com_values.h"
 
 namespace kwo::com {
 

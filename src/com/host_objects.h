@@ -3,8 +3,9 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include "com/server/com_ptr.h"
+#include "com/server/com_values.h"
 #include "com/server/error_report.h"
+#include "com_support/variant_references.h"
 #include "platform/component_error.h"
 #include "platform/variant.h"
 #include "platform/windows/call_failure.h"
@@ -38,10 +39,8 @@ inline platform::Variant OptionalValue(const VARIANT* argument) {
 /// Puts `value` where a caller left an optional argument out: into the variable that `argument` is or refers to. A
 /// reference to an error has no room for it.
 inline void FillIn(VARIANT& argument, const VARIANT& value) {
-    VARIANT* variable = &argument;
-    while (variable->vt == (VT_BYREF | VT_VARIANT))
-        variable = variable->pvarVal;
-    if (variable->vt == VT_ERROR) *variable = value;
+    VARIANT* const variable = com_support::Innermost(&argument);
+    if (variable != nullptr && variable->vt == VT_ERROR) *variable = value;
 }
 
 }  // namespace kwo::com

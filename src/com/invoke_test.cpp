@@ -10,6 +10,7 @@
 #include "com/server/class_info.h"
 #include "com/server/error_report.h"
 #include "com/server/invoke.h"
+#include "com_support/exception_info.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
@@ -196,14 +197,9 @@ struct LeftError {
     DWORD helpContext = 0;
 };
 LeftError TakeError() {
-    EXCEPINFO info;
+    com_support::ExceptionInfo info;
     FillExceptionInfo(E_FAIL, info);
-    LeftError left{ToText(info.bstrSource), ToText(info.bstrDescription), ToText(info.bstrHelpFile),
-                   info.dwHelpContext};
-    ::SysFreeString(info.bstrSource);
-    ::SysFreeString(info.bstrDescription);
-    ::SysFreeString(info.bstrHelpFile);
-    return left;
+    return {ToText(info.bstrSource), ToText(info.bstrDescription), ToText(info.bstrHelpFile), info.dwHelpContext};
 }
 
 TEST(ErrorReport, OutOfMemoryAndAnythingUnknownHaveTheirOwnCodesAndTexts) {

@@ -12,7 +12,7 @@
 
 #include "com/apartment.h"
 #include "com/class_objects.h"
-#include "com/server/com_ptr.h"
+#include "com/server/com_values.h"
 #include "kwoutil.h"
 
 namespace kwo::com {

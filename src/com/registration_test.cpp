@@ -9,6 +9,9 @@
 #include <vector>
 
 #include "com/server/server_description.h"
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
+#include "com_support/module_path.h"
 
 namespace kwo::com {
 namespace {
@@ -209,11 +212,7 @@ protected:
     }
     static Snapshot Now() { return SnapshotOf(HKEY_CURRENT_USER, kScratch); }
 
-    static std::wstring ThisProgram() {
-        wchar_t path[MAX_PATH];
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        return path;
-    }
+    static std::wstring ThisProgram() { return com_support::ModulePath(nullptr); }
     static std::wstring ClassIdOf(const std::wstring& name) { return At(L"KWOUtil." + name + L"\\CLSID"); }
 
     HINSTANCE mModule = GetModuleHandleW(nullptr);
@@ -642,19 +641,17 @@ TEST(MachineRegistration, TheSystemFindsClassesAndTypeLibrary) {
     if (registered == E_ACCESSDENIED) GTEST_SKIP() << "registering for the machine takes an administrator's rights";
     ASSERT_EQ(registered, S_OK);
 
-    BSTR path = nullptr;
-    const HRESULT pathFound = QueryPathOfRegTypeLib(libraryId, 4, 5, 0, &path);
+    com_support::Bstr path;
+    const HRESULT pathFound = QueryPathOfRegTypeLib(libraryId, 4, 5, 0, path.Out());
     const HRESULT classFound = CLSIDFromProgID(L"KWOUtil.KWOTimer", &classId);
-    ITypeLib* library = nullptr;
-    const HRESULT loaded = LoadRegTypeLib(libraryId, 4, 5, 0, &library);
+    com_support::ComPtr<ITypeLib> library;
+    const HRESULT loaded = LoadRegTypeLib(libraryId, 4, 5, 0, library.Out());
     EXPECT_EQ(Unregister(module, Scope::kMachine), S_OK);
 
     EXPECT_EQ(classFound, S_OK);
     EXPECT_EQ(pathFound, S_OK);
-    EXPECT_EQ(path == nullptr ? std::wstring() : std::wstring(path), server.modulePath);
+    EXPECT_EQ(path.Text(), server.modulePath);
     EXPECT_EQ(loaded, S_OK);
-    if (library != nullptr) library->Release();
-    SysFreeString(path);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "com/server/com_ptr.h"
+#include "com/server/com_values.h"
 #include "kwoutil.h"
 #include "platform/variant.h"
 

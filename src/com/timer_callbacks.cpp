@@ -3,7 +3,7 @@
 #include <array>
 
 #include "com/script_callbacks.h"
-#include "com/server/com_ptr.h"
+#include "com/server/com_values.h"
 #include "platform/component_error.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/variant_bridge.h"

@@ -1,7 +1,7 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
 #include "com/host_objects.h"
-#include "com/server/com_text.h"
+#include "com/server/com_values.h"
 #include "kwoutil.h"
 #include "sysinfo/form_placement.h"
 #include "sysinfo/utility.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "com/server/com_text.h"
+#include "com/server/com_values.h"
 #include "kwoinit/message_errors.h"
 
 namespace kwo::kwoinit {

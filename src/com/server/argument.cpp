@@ -3,24 +3,20 @@
 #include <cstring>
 #include <utility>
 
+#include "com_support/owned_array.h"
+#include "com_support/owned_variant.h"
+#include "com_support/variant_conversion.h"
+#include "com_support/variant_references.h"
+
 namespace kwo::com {
 
 namespace {
 
-constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
-constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
-/// Booleans become "True" and "False" where a text is wanted, as everywhere in the component.
-constexpr USHORT kAsWords = VARIANT_ALPHABOOL;
+using com_support::Innermost;
+using com_support::OwnedArray;
+using com_support::OwnedVariant;
 
-/// Follows references to variants; null when they lead nowhere.
-VARIANT* Innermost(VARIANT* variant) {
-    constexpr int kDeepest = 4;
-    for (int depth = 0; variant != nullptr && variant->vt == kVariantReference; ++depth) {
-        if (depth == kDeepest) return nullptr;
-        variant = variant->pvarVal;
-    }
-    return variant;
-}
+constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
 
 /// True for a type that the automation functions can be trusted with, whatever a caller has put there.
 bool IsUsable(const VARIANT& value) {
@@ -33,11 +29,6 @@ bool IsUsable(const VARIANT& value) {
     if ((flags & VT_ARRAY) != 0) return isNumberOrText || base == VT_VARIANT;
     if (isNumberOrText) return true;
     return flags == 0 && (base == VT_EMPTY || base == VT_NULL);
-}
-
-bool IsMissing(const VARIANT& value) {
-    if (value.vt == VT_ERROR) return value.scode == DISP_E_PARAMNOTFOUND;
-    return value.vt == (VT_BYREF | VT_ERROR) && value.pscode != nullptr && *value.pscode == DISP_E_PARAMNOTFOUND;
 }
 
 /// False for an array whose own description contradicts the type that it is passed as. There may be no array yet.
@@ -75,35 +66,30 @@ HRESULT ConversionResult(HRESULT result) {
     return DISP_E_TYPEMISMATCH;
 }
 
-HRESULT Convert(VARIANT& converted, VARIANT& value, VARTYPE type, LCID locale) {
+HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
     ::VariantInit(&converted);
-    const VARTYPE base = value.vt & VT_TYPEMASK;
-    if (base == VT_DISPATCH || base == VT_UNKNOWN) {
-        IUnknown* const object = (value.vt & VT_BYREF) != 0 ? *value.ppunkVal : value.punkVal;
-        if (object == nullptr) return DISP_E_TYPEMISMATCH;
-    }
-    const HRESULT changed = ::VariantChangeTypeEx(&converted, &value, locale, kAsWords, type);
+    const HRESULT changed = com_support::Convert(converted, value, type, locale);
     if (type != VT_DATE || changed != DISP_E_OVERFLOW) return ConversionResult(changed);
     // A number is a date whatever it is: what a member makes of days that no calendar has is the member's to say, as it
     // is for callers that pass a date.
-    const HRESULT number = ::VariantChangeTypeEx(&converted, &value, locale, 0, VT_R8);
+    const HRESULT number = com_support::Convert(converted, value, VT_R8, locale);
     if (SUCCEEDED(number)) converted.vt = VT_DATE;
     return ConversionResult(number);
 }
 
 /// The element at `place` of either array as the element of the other, which is of variants.
 HRESULT ConvertElement(SAFEARRAY* to, VARTYPE type, SAFEARRAY* from, LONG place, LCID locale) {
-    VARIANT element;
-    ::VariantInit(&element);
+    OwnedVariant element;
+    element.llVal = 0;
     const bool fromVariants = type != VT_VARIANT;
     VARTYPE fromType = VT_EMPTY;
     HRESULT result = ::SafeArrayGetVartype(from, &fromType);
-    element.vt = fromVariants ? static_cast<VARTYPE>(VT_EMPTY) : fromType;
     if (SUCCEEDED(result)) {
+        if (!fromVariants) element.vt = fromType;
         result = ::SafeArrayGetElement(
             from, &place, fromVariants ? static_cast<void*>(&element) : static_cast<void*>(&element.llVal));
     }
-    if (SUCCEEDED(result) && fromVariants) result = ::VariantChangeTypeEx(&element, &element, locale, 0, type);
+    if (SUCCEEDED(result) && fromVariants) result = com_support::Convert(element, element, type, locale);
     if (SUCCEEDED(result)) {
         const bool isPointer = type == VT_BSTR || type == VT_DISPATCH || type == VT_UNKNOWN;
         void* const value = !fromVariants ? static_cast<void*>(&element)
@@ -111,7 +97,6 @@ HRESULT ConvertElement(SAFEARRAY* to, VARTYPE type, SAFEARRAY* from, LONG place,
                                           : static_cast<void*>(&element.llVal);
         result = ::SafeArrayPutElement(to, &place, value);
     }
-    ::VariantClear(&element);
     return ConversionResult(result);
 }
 
@@ -121,16 +106,14 @@ HRESULT ConvertArray(VARIANT& converted, const VARIANT& array, VARTYPE type, LCI
     SAFEARRAY* const from = array.parray;
     if (from == nullptr || from->cDims != 1) return DISP_E_TYPEMISMATCH;
     SAFEARRAYBOUND bound = from->rgsabound[0];
-    SAFEARRAY* const to = ::SafeArrayCreate(type, 1, &bound);
-    if (to == nullptr) return E_OUTOFMEMORY;
+    OwnedArray to = OwnedArray::Adopt(::SafeArrayCreate(type, 1, &bound));
+    if (to.Get() == nullptr) return E_OUTOFMEMORY;
     for (ULONG at = 0; at < bound.cElements; ++at) {
-        const HRESULT result = ConvertElement(to, type, from, bound.lLbound + static_cast<LONG>(at), locale);
-        if (SUCCEEDED(result)) continue;
-        ::SafeArrayDestroy(to);
-        return result;
+        const HRESULT result = ConvertElement(to.Get(), type, from, bound.lLbound + static_cast<LONG>(at), locale);
+        if (FAILED(result)) return result;
     }
     converted.vt = static_cast<VARTYPE>(VT_ARRAY | type);
-    converted.parray = to;
+    converted.parray = to.Detach();
     return S_OK;
 }
 
@@ -145,22 +128,10 @@ void* PlaceOfValue(const Parameter& parameter, VARIANT& value) {
     return parameter.type == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
 }
 
-/// A handle is the low 32 bits of any whole number that 32 bits hold, with or without a sign.
-HRESULT ConvertHandle(VARIANT& converted, VARIANT& value, LCID locale) {
-    VARIANT wide;
-    const bool isPointerSized = value.vt == VT_UI8;
-    HRESULT result = S_OK;
-    if (isPointerSized) {
-        wide.vt = VT_I8;
-        wide.llVal = static_cast<LONGLONG>(value.ullVal);
-    } else {
-        result = Convert(wide, value, VT_I8, locale);
-    }
-    if (FAILED(result)) return result;
-    if (wide.llVal < INT32_MIN || wide.llVal > UINT32_MAX) return DISP_E_OVERFLOW;
+HRESULT ConvertHandle(VARIANT& converted, const VARIANT& value, LCID locale) {
+    const HRESULT result = com_support::To32Bits(converted.lVal, value, locale);
     converted.vt = VT_I4;
-    converted.lVal = static_cast<LONG>(wide.llVal);
-    return S_OK;
+    return ConversionResult(result);
 }
 
 }  // namespace
@@ -175,7 +146,7 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
     if (held == nullptr) return DISP_E_TYPEMISMATCH;
     if (!IsUsable(*held)) return DISP_E_BADVARTYPE;
     const bool inVariable = held != source;
-    if (IsMissing(*held)) {
+    if (com_support::IsMissing(*held)) {
         const HRESULT prepared = PrepareMissing(parameter);
         // A member may fill in what is missing.
         const bool canBeFilled = inVariable && held->vt == VT_ERROR && parameter.byReference;
@@ -301,25 +272,10 @@ bool PassedArgument::HasChanged() const noexcept {
         }
         case VT_DECIMAL:
             return std::memcmp(&mValue.decVal.Hi32, &mBefore.decVal.Hi32, 12) != 0;
-        case VT_UI1:
-        case VT_I1:
-            return mValue.bVal != mBefore.bVal;
-        case VT_I2:
-        case VT_UI2:
-        case VT_BOOL:
-            return mValue.iVal != mBefore.iVal;
-        case VT_I4:
-        case VT_UI4:
-        case VT_INT:
-        case VT_UINT:
-        case VT_ERROR:
-        case VT_R4:
-            return mValue.lVal != mBefore.lVal;
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return mValue.punkVal != mBefore.punkVal;
-        default:
-            return mValue.llVal != mBefore.llVal;
+        default: {
+            const std::size_t size = com_support::StorageSize(mValue.vt);
+            return std::memcmp(&mValue.llVal, &mBefore.llVal, size != 0 ? size : sizeof mValue.llVal) != 0;
+        }
     }
 }
 
@@ -354,42 +310,8 @@ void PassedArgument::WriteBack() noexcept {
     }
     // Objects may have run code of the caller's while they were converted.
     if (variable->vt != mVariableType) return;
-    if ((variable->vt & VT_ARRAY) != 0) {
-        std::swap(*variable->pparray, mValue.parray);
-        return;
-    }
-    switch (variable->vt & ~VT_BYREF) {
-        case VT_UI1:
-        case VT_I1:
-            *variable->pbVal = mValue.bVal;
-            break;
-        case VT_I2:
-        case VT_UI2:
-        case VT_BOOL:
-            *variable->piVal = mValue.iVal;
-            break;
-        case VT_I4:
-        case VT_UI4:
-        case VT_INT:
-        case VT_UINT:
-        case VT_ERROR:
-        case VT_R4:
-            *variable->plVal = mValue.lVal;
-            break;
-        case VT_DECIMAL: {
-            mValue.decVal.wReserved = 0;
-            *variable->pdecVal = mValue.decVal;
-            break;
-        }
-        case VT_BSTR:
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            std::swap(*static_cast<void**>(variable->byref), mValue.byref);
-            break;
-        default:
-            *variable->pllVal = mValue.llVal;
-            break;
-    }
+    // What was there is freed with this.
+    com_support::ExchangeReferred(*variable, mValue);
 }
 
 }  // namespace kwo::com

@@ -5,7 +5,7 @@
 
 #include <span>
 
-#include "com/server/com_text.h"
+#include "com/server/com_values.h"
 
 namespace kwo::com {
 

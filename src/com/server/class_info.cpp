@@ -1,10 +1,10 @@
 #include "com/server/class_info.h"
 
 #include <mutex>
-#include <string>
 #include <utility>
 
 #include "com/server/module.h"
+#include "com_support/module_path.h"
 #include "platform/component_error.h"
 #include "platform/windows/lock.h"
 
@@ -12,25 +12,13 @@ namespace kwo::com {
 
 namespace {
 
-std::wstring ModulePath() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(2 * path.size());
-    }
-}
-
 /// Guards all tables, and the list of the classes that have one: apartments may create their first objects at once.
 constinit platform::windows::Lock gLock;
 constinit ClassInfo* gFirstWithTable = nullptr;
 
 /// From the DLL itself, so that it works unregistered and never meets another version's.
 HRESULT LoadOwnTypeLib(ITypeLib** library) {
-    return ::LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, library);
+    return ::LoadTypeLibEx(com_support::ModulePath(ThisModule()).c_str(), REGKIND_NONE, library);
 }
 
 }  // namespace

@@ -1,13 +1,17 @@
 #include "com/server/dispatch_table.h"
 
 #include <algorithm>
-#include <memory>
+#include <array>
+#include <iterator>
 
+#include "com_support/type_description.h"
 #include "platform/component_error.h"
 
 namespace kwo::com {
 
 namespace {
+
+using com_support::TypeAttributes;
 
 /// The longest name of any member or argument; a longer one asked for is unknown.
 constexpr std::size_t kLongestName = 64;
@@ -20,8 +24,8 @@ constexpr OLECHAR Fold(OLECHAR c) {
     return c >= L'a' && c <= L'z' ? static_cast<OLECHAR>(c - L'a' + L'A') : c;
 }
 
-Text FoldedName(BSTR name) {
-    Text folded = ToText(name);
+Text FoldedName(const Bstr& name) {
+    Text folded = ToText(name.Get());
     std::ranges::transform(folded, folded.begin(), [](char16_t c) { return static_cast<char16_t>(Fold(c)); });
     return folded;
 }
@@ -46,52 +50,24 @@ private:
     std::size_t mLength = 0;
 };
 
-/// Type information that is given back to the object that handed it out.
-template <class Description, void (STDMETHODCALLTYPE ITypeInfo::*Release)(Description*)>
-class Released {
-public:
-    explicit Released(ITypeInfo* owner) : mOwner(owner) {}
-    ~Released() {
-        if (mDescription != nullptr) (mOwner->*Release)(mDescription);
-    }
-    Released(const Released&) = delete;
-    Released& operator=(const Released&) = delete;
-    Description** Out() { return &mDescription; }
-    Description* operator->() const { return mDescription; }
-    Description& operator*() const { return *mDescription; }
+/// The name of a member and those of its arguments.
+using Names = std::array<Bstr, DispatchTable::kMostArguments + 1>;
 
-private:
-    ITypeInfo* mOwner;
-    Description* mDescription = nullptr;
-};
-using FunctionDescription = Released<FUNCDESC, &ITypeInfo::ReleaseFuncDesc>;
-using TypeAttributes = Released<TYPEATTR, &ITypeInfo::ReleaseTypeAttr>;
-
-class Names {
-public:
-    ~Names() {
-        for (const BSTR name : mNames)
-            ::SysFreeString(name);
-    }
-    Names() = default;
-    Names(const Names&) = delete;
-    Names& operator=(const Names&) = delete;
-    void Read(ITypeInfo* info, MEMBERID id) {
-        UINT count = 0;
-        Check(info->GetNames(id, mNames, DispatchTable::kMostArguments + 1, &count),
-              u"The names of a member cannot be read");
-    }
-    BSTR operator[](std::size_t at) const { return mNames[at]; }
-
-private:
-    BSTR mNames[DispatchTable::kMostArguments + 1] = {};
-};
+Names NamesOf(ITypeInfo& info, MEMBERID id) {
+    BSTR raw[DispatchTable::kMostArguments + 1] = {};
+    UINT count = 0;
+    const HRESULT read = info.GetNames(id, raw, static_cast<UINT>(std::size(raw)), &count);
+    Names names;
+    std::ranges::transform(raw, names.begin(), &Bstr::Adopt);
+    Check(read, u"The names of a member cannot be read");
+    return names;
+}
 
 void DescribeUserType(ITypeInfo* info, HREFTYPE reference, Parameter& parameter) {
     ComPtr<ITypeInfo> referred;
     Check(info->GetRefTypeInfo(reference, referred.Out()), u"A type of an argument cannot be found");
-    TypeAttributes attributes(referred.Get());
-    Check(referred->GetTypeAttr(attributes.Out()), u"A type of an argument cannot be read");
+    const TypeAttributes attributes(*referred);
+    Check(attributes.Status(), u"A type of an argument cannot be read");
     switch (attributes->typekind) {
         case TKIND_ENUM:
             parameter.type = VT_I4;
@@ -140,8 +116,8 @@ DispatchTable::DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const Mem
     Check(mTypeInfo->GetRefTypeOfImplType(kVirtualTable, &reference), u"An interface is not dual");
     ComPtr<ITypeInfo> virtualInfo;
     Check(mTypeInfo->GetRefTypeInfo(reference, virtualInfo.Out()), u"An interface has no virtual table");
-    TypeAttributes attributes(virtualInfo.Get());
-    Check(virtualInfo->GetTypeAttr(attributes.Out()), u"An interface cannot be read");
+    const TypeAttributes attributes(*virtualInfo);
+    Check(attributes.Status(), u"An interface cannot be read");
     if (attributes->cFuncs != members.size()) Check(TYPE_E_ELEMENTNOTFOUND, u"The type library has other members");
 
     mMembers.reserve(members.size());
@@ -154,14 +130,13 @@ DispatchTable::DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const Mem
 }
 
 void DispatchTable::AddMember(ITypeInfo* virtualInfo, UINT index, const MemberThunk& thunk) {
-    FunctionDescription function(virtualInfo);
-    Check(virtualInfo->GetFuncDesc(index, function.Out()), u"A member cannot be read");
+    const com_support::FunctionDescription function(*virtualInfo, index);
+    Check(function.Status(), u"A member cannot be read");
     const auto count = static_cast<std::size_t>(function->cParams);
     if (count != thunk.argumentCount || count > kMostArguments) {
         Check(TYPE_E_ELEMENTNOTFOUND, u"A member has other arguments in the type library");
     }
-    Names names;
-    names.Read(virtualInfo, function->memid);
+    const Names names = NamesOf(*virtualInfo, function->memid);
 
     DispatchMember member;
     member.id = function->memid;

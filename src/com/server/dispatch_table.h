@@ -8,8 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "com/server/com_ptr.h"
-#include "com/server/com_text.h"
+#include "com/server/com_values.h"
 #include "com/server/member_list.h"
 
 namespace kwo::com {

@@ -1,6 +1,6 @@
 #include "com/server/error_report.h"
 
-#include "com/server/com_ptr.h"
+#include "com/server/com_values.h"
 
 namespace kwo::com {
 
@@ -8,38 +8,25 @@ namespace {
 
 constexpr std::uint32_t kRuntimeErrors = 0x800A0000;
 
-BSTR StringOrNull(TextView text) noexcept {
+/// Null for no text, and when there is no memory for it.
+Bstr StringOrNull(TextView text) noexcept {
     try {
-        return text.empty() ? nullptr : NewString(text);
+        return text.empty() ? Bstr() : Bstr(text);
     } catch (const std::bad_alloc&) {
-        return nullptr;
+        return {};
     }
 }
 
-/// A string that is freed where a reporting call has copied it.
-class PassedString {
-public:
-    explicit PassedString(TextView text) noexcept : mString(StringOrNull(text)) {}
-    ~PassedString() { ::SysFreeString(mString); }
-    PassedString(const PassedString&) = delete;
-    PassedString& operator=(const PassedString&) = delete;
-    operator BSTR() const { return mString; }
-
-private:
-    BSTR mString;
-};
-
 /// True when there is an error object with all its parts in the thread's place for one.
-bool SetErrorObject(const platform::ComponentError& error, const PassedString& source,
-                    const IID& interfaceId) noexcept {
+bool SetErrorObject(const platform::ComponentError& error, TextView source, const IID& interfaceId) noexcept {
     ComPtr<ICreateErrorInfo> made;
     if (FAILED(::CreateErrorInfo(made.Out()))) return false;
     made->SetGUID(interfaceId);
-    made->SetSource(source);
-    made->SetDescription(PassedString(error.description));
-    made->SetHelpFile(PassedString(error.helpFile));
+    made->SetSource(StringOrNull(source).Get());
+    made->SetDescription(StringOrNull(error.description).Get());
+    made->SetHelpFile(StringOrNull(error.helpFile).Get());
     made->SetHelpContext(static_cast<DWORD>(error.helpContext));
-    const auto info = made.As<IErrorInfo>(IID_IErrorInfo);
+    const auto info = made.As<IErrorInfo>();
     return info && SUCCEEDED(::SetErrorInfo(0, info.Get()));
 }
 
@@ -55,7 +42,7 @@ HRESULT ToHresult(std::int32_t number) {
 HRESULT ReportToCaller(const platform::ComponentError& error, const MemberName& member) noexcept {
     try {
         const Text source = error.source.empty() ? Text(member.className) + Text(member.member) : error.source;
-        if (!SetErrorObject(error, PassedString(source), *member.interfaceId)) ::SetErrorInfo(0, nullptr);
+        if (!SetErrorObject(error, source, *member.interfaceId)) ::SetErrorInfo(0, nullptr);
     } catch (const std::bad_alloc&) {
         ::SetErrorInfo(0, nullptr);
     }

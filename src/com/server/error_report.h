@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "com/server/com_text.h"
+#include "com/server/com_values.h"
 #include "platform/component_error.h"
 
 namespace kwo::com {

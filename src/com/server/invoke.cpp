@@ -1,7 +1,11 @@
 #include "com/server/invoke.h"
 
+#include <algorithm>
+
 #include "com/server/argument.h"
 #include "com/server/error_report.h"
+#include "com_support/exception_info.h"
+#include "com_support/variant_references.h"
 
 namespace kwo::com {
 
@@ -12,9 +16,8 @@ constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 /// A client that sends both kinds of assignment leaves the choice to the value.
 WORD ChosenFlags(WORD flags, const DISPPARAMS& arguments) {
     if ((flags & kPuts) != kPuts || arguments.cArgs == 0) return flags;
-    const VARIANT* value = &arguments.rgvarg[0];
-    if (value->vt == (VT_BYREF | VT_VARIANT) && value->pvarVal != nullptr) value = value->pvarVal;
-    const VARTYPE base = value->vt & ~VT_BYREF;
+    const VARIANT* const value = com_support::Innermost(&arguments.rgvarg[0]);
+    const VARTYPE base = value != nullptr ? value->vt & ~VT_BYREF : VT_EMPTY;
     return base == VT_DISPATCH || base == VT_UNKNOWN ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
 }
 
@@ -107,13 +110,8 @@ private:
 HRESULT Called(const DispatchMember& member, void* interfacePointer, void* const* pointers, EXCEPINFO* exception) {
     const HRESULT called = member.thunk.call(interfacePointer, pointers);
     if (SUCCEEDED(called)) return S_OK;
-    EXCEPINFO unwanted;
+    com_support::ExceptionInfo unwanted;
     FillExceptionInfo(called, exception != nullptr ? *exception : unwanted);
-    if (exception == nullptr) {
-        ::SysFreeString(unwanted.bstrSource);
-        ::SysFreeString(unwanted.bstrDescription);
-        ::SysFreeString(unwanted.bstrHelpFile);
-    }
     return DISP_E_EXCEPTION;
 }
 
@@ -133,19 +131,16 @@ bool IsValid(const DISPPARAMS* arguments) {
 
 /// True when the result's place is an argument, or what one refers to: `x = object.Member(x)` with the very same x.
 bool IsAnArgument(const VARIANT* place, const DISPPARAMS& arguments) {
-    constexpr int kDeepest = 4;
-    for (UINT at = 0; at < arguments.cArgs; ++at) {
-        const VARIANT* argument = &arguments.rgvarg[at];
-        for (int depth = 0; argument != nullptr && depth <= kDeepest; ++depth) {
-            if (argument == place) return true;
-            const auto* const referred =
-                static_cast<const char*>((argument->vt & VT_BYREF) != 0 ? argument->byref : nullptr);
-            const auto* const first = reinterpret_cast<const char*>(place);
-            if (referred >= first && referred < first + sizeof *place) return true;
-            argument = argument->vt == (VT_BYREF | VT_VARIANT) ? argument->pvarVal : nullptr;
-        }
-    }
-    return false;
+    const auto* const first = reinterpret_cast<const char*>(place);
+    const auto isThePlace = [&](const VARIANT& argument) {
+        if (&argument == place) return true;
+        if ((argument.vt & VT_BYREF) == 0) return false;
+        const auto* const referred = static_cast<const char*>(argument.byref);
+        return referred >= first && referred < first + sizeof *place;
+    };
+    return std::any_of(arguments.rgvarg, arguments.rgvarg + arguments.cArgs, [&](const VARIANT& argument) {
+        return com_support::FirstReferred(&argument, isThePlace) != nullptr;
+    });
 }
 
 /// Where a member puts its result.

@@ -2,9 +2,11 @@
 
 #include <oleauto.h>
 
-#include <memory>
-
 #include "com/server/registration_failure.h"
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
+#include "com_support/module_path.h"
+#include "com_support/type_description.h"
 
 namespace kwo::com {
 namespace {
@@ -12,16 +14,8 @@ namespace {
 constexpr wchar_t kTypeLibraryMarshaler[] = L"{00020424-0000-0000-C000-000000000046}";
 constexpr wchar_t kDispatchMarshaler[] = L"{00020420-0000-0000-C000-000000000046}";
 
-struct Releaser {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Releaser>;
-
-struct StringFreer {
-    void operator()(OLECHAR* text) const { SysFreeString(text); }
-};
-using OwnedString = std::unique_ptr<OLECHAR, StringFreer>;
+using com_support::Bstr;
+using com_support::ComPtr;
 
 std::wstring RegistryForm(REFGUID id) {
     wchar_t text[39];
@@ -35,34 +29,21 @@ std::wstring Hexadecimal(unsigned long number) {
     return text;
 }
 
-std::wstring Text(const OwnedString& text) {
-    return text ? std::wstring(text.get(), SysStringLen(text.get())) : L"";
-}
-
 std::wstring PathOf(HINSTANCE module) {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
-        if (length == 0) ThrowIfStatus(static_cast<LSTATUS>(GetLastError()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(path.size() * 2);
-    }
+    std::wstring path = com_support::ModulePath(module);
+    if (path.empty()) ThrowIfStatus(static_cast<LSTATUS>(GetLastError()));
+    return path;
 }
 
 std::wstring NameOf(ITypeInfo& type) {
-    BSTR name = nullptr;
-    ThrowIfFailed(type.GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr));
-    return Text(OwnedString(name));
+    Bstr name;
+    ThrowIfFailed(type.GetDocumentation(MEMBERID_NIL, name.Out(), nullptr, nullptr, nullptr));
+    return name.Text();
 }
 
 void DescribeType(ITypeInfo& type, const std::wstring& libraryName, ServerDescription& server) {
-    TYPEATTR* raw = nullptr;
-    ThrowIfFailed(type.GetTypeAttr(&raw));
-    const auto release = [&type](TYPEATTR* attributes) { type.ReleaseTypeAttr(attributes); };
-    const std::unique_ptr<TYPEATTR, decltype(release)> attributes(raw, release);
+    const com_support::TypeAttributes attributes(type);
+    ThrowIfFailed(attributes.Status());
 
     const std::wstring id = RegistryForm(attributes->guid);
     if (attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & TYPEFLAG_FCANCREATE) != 0) {
@@ -75,10 +56,8 @@ void DescribeType(ITypeInfo& type, const std::wstring& libraryName, ServerDescri
 }
 
 void DescribeLibrary(ITypeLib& library, ServerDescription& server) {
-    TLIBATTR* raw = nullptr;
-    ThrowIfFailed(library.GetLibAttr(&raw));
-    const auto release = [&library](TLIBATTR* attributes) { library.ReleaseTLibAttr(attributes); };
-    const std::unique_ptr<TLIBATTR, decltype(release)> attributes(raw, release);
+    const com_support::LibraryAttributes attributes(library);
+    ThrowIfFailed(attributes.Status());
 
     server.libraryId = RegistryForm(attributes->guid);
     server.version = Hexadecimal(attributes->wMajorVerNum) + L"." + Hexadecimal(attributes->wMinorVerNum);
@@ -95,23 +74,19 @@ ServerDescription DescribeServer(HINSTANCE module) {
     server.modulePath = PathOf(module);
     server.moduleFolder = server.modulePath.substr(0, server.modulePath.find_last_of(L'\\'));
 
-    ITypeLib* loaded = nullptr;
-    ThrowIfFailed(LoadTypeLibEx(server.modulePath.c_str(), REGKIND_NONE, &loaded));
-    const Owned<ITypeLib> library(loaded);
+    ComPtr<ITypeLib> library;
+    ThrowIfFailed(LoadTypeLibEx(server.modulePath.c_str(), REGKIND_NONE, library.Out()));
     DescribeLibrary(*library, server);
 
-    BSTR name = nullptr;
-    BSTR text = nullptr;
-    ThrowIfFailed(library->GetDocumentation(-1, &name, &text, nullptr, nullptr));
-    const OwnedString libraryName(name);
-    const OwnedString libraryText(text);
-    server.libraryText = Text(libraryText);
+    Bstr name;
+    Bstr text;
+    ThrowIfFailed(library->GetDocumentation(-1, name.Out(), text.Out(), nullptr, nullptr));
+    server.libraryText = text.Text();
 
     for (UINT index = 0; index < library->GetTypeInfoCount(); ++index) {
-        ITypeInfo* type = nullptr;
-        ThrowIfFailed(library->GetTypeInfo(index, &type));
-        const Owned<ITypeInfo> owner(type);
-        DescribeType(*type, Text(libraryName), server);
+        ComPtr<ITypeInfo> type;
+        ThrowIfFailed(library->GetTypeInfo(index, type.Out()));
+        DescribeType(*type, name.Text(), server);
     }
     return server;
 }
