@@ -15,6 +15,7 @@ namespace {
 
 using platform::ComponentError;
 using platform::Drawing;
+using platform::Key;
 using platform::Rect;
 
 constexpr std::uint32_t kLeft = 0;
@@ -26,6 +27,8 @@ constexpr std::uint32_t kSingleLine = 0x20;
 constexpr std::uint32_t kEndEllipsis = 0x8000;
 constexpr std::int32_t kBlackBrush = 4;
 constexpr std::int16_t kLeftButton = 1;
+/// Stands for the access key among the key codes.
+constexpr std::int16_t kAccessKey = -1;
 
 /// Runs a member's body; what it raises goes on under the member's name, with a description of its own choice.
 template <class Body, class Describe>
@@ -241,21 +244,21 @@ void KWOPicBtn::Resize() {
 
 void KWOPicBtn::KeyDown(std::int16_t& keyCode) {
     switch (keyCode) {
-        case 13:
+        case Key::kEnter:
             keyCode = 0;
             Click();
             break;
-        case 32:
-        case -1:
+        case Key::kSpace:
+        case kAccessKey:
             Click();
             break;
-        case 37:
-        case 38:
+        case Key::kLeft:
+        case Key::kUp:
             keyCode = 0;
             mComponent.platform.keyboard.SendTab(true);
             break;
-        case 39:
-        case 40:
+        case Key::kRight:
+        case Key::kDown:
             keyCode = 0;
             mComponent.platform.keyboard.SendTab(false);
             break;
@@ -286,7 +289,7 @@ bool KWOPicBtn::Form_KeyDown(std::int16_t& keyCode, std::int16_t& shift) {
     const HostObjectRef active = ObjectProperty(*mForm, u"ActiveControl");
     if (active == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
     if (mComponent.platform.conversions.To32Bits(active->Get(u"hWnd")) != mBox.Window()) mBox.SetFocus();
-    std::int16_t click = -1;
+    std::int16_t click = kAccessKey;
     KeyDown(click);
     keyCode = 0;
     shift = 0;
