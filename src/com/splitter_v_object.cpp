@@ -29,28 +29,28 @@ public:
     SplitterVObject() : ComponentObject(Info()), mSplitter(Component()) {}
 
     STDMETHODIMP get_LeftMargin(float* value) override {
-        return Run(u".LeftMargin (Get)", [&] { Required(value) = mSplitter.LeftMargin; });
+        return Run(u".LeftMargin (Get)", [&] { Required(value) = mSplitter.LeftMargin(); });
     }
     STDMETHODIMP put_LeftMargin(float value) override {
-        return Run(u".LeftMargin (Let)", [&] { mSplitter.LeftMargin = value; });
+        return Run(u".LeftMargin (Let)", [&] { mSplitter.SetLeftMargin(value); });
     }
     STDMETHODIMP get_TopMargin(float* value) override {
-        return Run(u".TopMargin (Get)", [&] { Required(value) = mSplitter.TopMargin; });
+        return Run(u".TopMargin (Get)", [&] { Required(value) = mSplitter.TopMargin(); });
     }
     STDMETHODIMP put_TopMargin(float value) override {
-        return Run(u".TopMargin (Let)", [&] { mSplitter.TopMargin = value; });
+        return Run(u".TopMargin (Let)", [&] { mSplitter.SetTopMargin(value); });
     }
     STDMETHODIMP get_RightMargin(float* value) override {
-        return Run(u".RightMargin (Get)", [&] { Required(value) = mSplitter.RightMargin; });
+        return Run(u".RightMargin (Get)", [&] { Required(value) = mSplitter.RightMargin(); });
     }
     STDMETHODIMP put_RightMargin(float value) override {
-        return Run(u".RightMargin (Let)", [&] { mSplitter.RightMargin = value; });
+        return Run(u".RightMargin (Let)", [&] { mSplitter.SetRightMargin(value); });
     }
     STDMETHODIMP get_BottomMargin(float* value) override {
-        return Run(u".BottomMargin (Get)", [&] { Required(value) = mSplitter.BottomMargin; });
+        return Run(u".BottomMargin (Get)", [&] { Required(value) = mSplitter.BottomMargin(); });
     }
     STDMETHODIMP put_BottomMargin(float value) override {
-        return Run(u".BottomMargin (Let)", [&] { mSplitter.BottomMargin = value; });
+        return Run(u".BottomMargin (Let)", [&] { mSplitter.SetBottomMargin(value); });
     }
     STDMETHODIMP Create(IDispatch** left, IDispatch** right, IDispatch** splitter, VARIANT* size, VARIANT* marginLeft,
                         VARIANT* marginTop, VARIANT* marginRight, VARIANT* marginBottom,

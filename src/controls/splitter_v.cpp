@@ -129,20 +129,20 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
         if (!platform::IsMissing(option)) value = conversions.ToSingle(option);
     };
     replace(mSplitterSizeInPixels, options.splitterSizeInPixels);
-    replace(LeftMargin, options.marginLeft);
-    replace(TopMargin, options.marginTop);
-    replace(RightMargin, options.marginRight);
-    replace(BottomMargin, options.marginBottom);
+    replace(mLeftMargin, options.marginLeft);
+    replace(mTopMargin, options.marginTop);
+    replace(mRightMargin, options.marginRight);
+    replace(mBottomMargin, options.marginBottom);
 
     const float width = mUnitsPerPixelX * mSplitterSizeInPixels;
-    const float limit = Single(mContainer, u"ScaleWidth") - RightMargin - width;
+    const float limit = Single(mContainer, u"ScaleWidth") - mRightMargin - width;
     float position = Single(mSplitter, u"Left");
     if (position > limit) {
         position = limit;
-    } else if (position < LeftMargin) {
-        position = LeftMargin;
+    } else if (position < mLeftMargin) {
+        position = mLeftMargin;
     }
-    Move(mSplitter, position, TopMargin, width, Single(mContainer, u"ScaleHeight") - TopMargin - BottomMargin);
+    Move(mSplitter, position, mTopMargin, width, Single(mContainer, u"ScaleHeight") - mTopMargin - mBottomMargin);
 }
 
 void KWOSplitterV::Resize() {
@@ -153,16 +153,16 @@ void KWOSplitterV::Resize() {
     });
     if (isMinimised) return;
     Try([&] {
-        const float limit = Single(mContainer, u"ScaleWidth") - RightMargin - mSplitterSizeInPixels * mUnitsPerPixelX;
+        const float limit = Single(mContainer, u"ScaleWidth") - mRightMargin - mSplitterSizeInPixels * mUnitsPerPixelX;
         if (Single(mSplitter, u"Left") >= limit) Required(mSplitter).Let(u"Left", limit);
     });
     Try([&] {
-        Move(mLeftPane, LeftMargin, TopMargin, Single(mSplitter, u"Left") - LeftMargin,
-             Single(mContainer, u"ScaleHeight") - TopMargin - BottomMargin);
+        Move(mLeftPane, mLeftMargin, mTopMargin, Single(mSplitter, u"Left") - mLeftMargin,
+             Single(mContainer, u"ScaleHeight") - mTopMargin - mBottomMargin);
     });
     Try([&] {
         const float edge = Single(mSplitter, u"Left") + Single(mSplitter, u"Width");
-        Move(mRightPane, edge, TopMargin, Single(mContainer, u"ScaleWidth") - edge - LeftMargin - RightMargin,
+        Move(mRightPane, edge, mTopMargin, Single(mContainer, u"ScaleWidth") - edge - mLeftMargin - mRightMargin,
              Single(mLeftPane, u"Height"));
     });
 }
@@ -198,15 +198,15 @@ void KWOSplitterV::MouseUp(float x) {
     }
     const float position = Clamped(Single(mSplitter, u"Left") + x - mDownX);
     // Intended: the width by the screen's factor, unlike at the beginning, and the height from the container's width.
-    Move(mSplitter, position, TopMargin, static_cast<float>(mTwips.x) * mSplitterSizeInPixels,
-         Single(mContainer, u"ScaleWidth") - TopMargin - BottomMargin);
+    Move(mSplitter, position, mTopMargin, static_cast<float>(mTwips.x) * mSplitterSizeInPixels,
+         Single(mContainer, u"ScaleWidth") - mTopMargin - mBottomMargin);
     Resize();
 }
 
 float KWOSplitterV::Clamped(float position) const {
-    if (position < LeftMargin) return LeftMargin;
+    if (position < mLeftMargin) return mLeftMargin;
     // Intended: the left margin is taken off at the right as well.
-    const float most = Single(mContainer, u"ScaleWidth") - LeftMargin - RightMargin - Single(mSplitter, u"Width");
+    const float most = Single(mContainer, u"ScaleWidth") - mLeftMargin - mRightMargin - Single(mSplitter, u"Width");
     return position > most ? most : position;
 }
 

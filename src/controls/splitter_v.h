@@ -35,11 +35,15 @@ public:
     void MouseMove(float x);
     void MouseUp(float x);
 
-    // In the units of the container.
-    float LeftMargin = 0;
-    float TopMargin = 0;
-    float RightMargin = 0;
-    float BottomMargin = 0;
+    /// Between the panes and the container's edges, in the container's units. The next arrangement uses them.
+    float LeftMargin() const { return mLeftMargin; }
+    void SetLeftMargin(float margin) { mLeftMargin = margin; }
+    float TopMargin() const { return mTopMargin; }
+    void SetTopMargin(float margin) { mTopMargin = margin; }
+    float RightMargin() const { return mRightMargin; }
+    void SetRightMargin(float margin) { mRightMargin = margin; }
+    float BottomMargin() const { return mBottomMargin; }
+    void SetBottomMargin(float margin) { mBottomMargin = margin; }
 
 private:
     class TrackingLine;
@@ -59,6 +63,10 @@ private:
     HostObjectRef mSplitter;
     HostObjectRef mContainer;
     HostObjectRef mForm;
+    float mLeftMargin = 0;
+    float mTopMargin = 0;
+    float mRightMargin = 0;
+    float mBottomMargin = 0;
     float mDownX = 0;
     float mLastLinePos = 0;
     float mSplitterSizeInPixels = 4;

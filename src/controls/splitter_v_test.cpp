@@ -95,15 +95,15 @@ TEST_F(Splitter, MarginsAndSizeCount) {
     EXPECT_EQ(Starting("Call bar.Move"), (Lines{"Call bar.Move 2000,200,90,3400"}));
     EXPECT_EQ(Starting("Call left.Move"), (Lines{"Call left.Move 100,200,1900,3400"}));
     EXPECT_EQ(Starting("Call right.Move"), (Lines{"Call right.Move 2090,200,3510,3400"}));
-    EXPECT_EQ(splitter->LeftMargin, 100);
-    EXPECT_EQ(splitter->TopMargin, 200);
-    EXPECT_EQ(splitter->RightMargin, 300);
-    EXPECT_EQ(splitter->BottomMargin, 400);
+    EXPECT_EQ(splitter->LeftMargin(), 100);
+    EXPECT_EQ(splitter->TopMargin(), 200);
+    EXPECT_EQ(splitter->RightMargin(), 300);
+    EXPECT_EQ(splitter->BottomMargin(), 400);
 }
 
 TEST_F(Splitter, WhatIsLeftOutStaysAsItWas) {
-    splitter->LeftMargin = 50;
-    splitter->BottomMargin = 70;
+    splitter->SetLeftMargin(50);
+    splitter->SetBottomMargin(70);
     EXPECT_TRUE(Create({.marginTop = 20.0f}));
     EXPECT_EQ(Starting("Call left.Move"), (Lines{"Call left.Move 50,20,1950,3910"}));
 }
