@@ -36,8 +36,6 @@ struct TwipsPerPixel {
         return {Rounded<std::int16_t>(screen.TwipsPerPixelX()), Rounded<std::int16_t>(screen.TwipsPerPixelY())};
     }
 
-    std::int32_t PixelsX(double twips) const { return Rounded<std::int32_t>(twips / x); }
-    std::int32_t PixelsY(double twips) const { return Rounded<std::int32_t>(twips / y); }
     platform::Point Pixels(float twipsX, float twipsY) const {
         return {Rounded<std::int32_t>(twipsX / static_cast<float>(x)),
                 Rounded<std::int32_t>(twipsY / static_cast<float>(y))};
