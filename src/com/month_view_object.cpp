@@ -67,70 +67,70 @@ public:
     MonthViewObject() : ComponentObject(Info()), mView(Component()) {}
 
     STDMETHODIMP get_CanSelect(VARIANT_BOOL* value) override {
-        return Run(u".CanSelect (Get)", [&] { Required(value) = mView.CanSelect ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".CanSelect (Get)", [&] { Required(value) = mView.CanSelect() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_CanSelect(VARIANT_BOOL value) override {
-        return Run(u".CanSelect (Let)", [&] { mView.CanSelect = value != VARIANT_FALSE; });
+        return Run(u".CanSelect (Let)", [&] { mView.SetCanSelect(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_MultiSelect(VARIANT_BOOL* value) override {
-        return Run(u".MultiSelect (Get)", [&] { Required(value) = mView.MultiSelect ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".MultiSelect (Get)", [&] { Required(value) = mView.MultiSelect() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_MultiSelect(VARIANT_BOOL value) override {
-        return Run(u".MultiSelect (Let)", [&] { mView.MultiSelect = value != VARIANT_FALSE; });
+        return Run(u".MultiSelect (Let)", [&] { mView.SetMultiSelect(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_CaptionFontBold(VARIANT_BOOL* value) override {
         return Run(u".CaptionFontBold (Get)",
-                   [&] { Required(value) = mView.style.captionBold ? VARIANT_TRUE : VARIANT_FALSE; });
+                   [&] { Required(value) = mView.CaptionFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_CaptionFontBold(VARIANT_BOOL value) override {
-        return Run(u".CaptionFontBold (Let)", [&] { mView.style.captionBold = value != VARIANT_FALSE; });
+        return Run(u".CaptionFontBold (Let)", [&] { mView.SetCaptionFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_DayHdrFontBold(VARIANT_BOOL* value) override {
         return Run(u".DayHdrFontBold (Get)",
-                   [&] { Required(value) = mView.style.headerBold ? VARIANT_TRUE : VARIANT_FALSE; });
+                   [&] { Required(value) = mView.DayHdrFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_DayHdrFontBold(VARIANT_BOOL value) override {
-        return Run(u".DayHdrFontBold (Let)", [&] { mView.style.headerBold = value != VARIANT_FALSE; });
+        return Run(u".DayHdrFontBold (Let)", [&] { mView.SetDayHdrFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_DayFontBold(VARIANT_BOOL* value) override {
         return Run(u".DayFontBold (Get)",
-                   [&] { Required(value) = mView.style.dayBold ? VARIANT_TRUE : VARIANT_FALSE; });
+                   [&] { Required(value) = mView.DayFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_DayFontBold(VARIANT_BOOL value) override {
-        return Run(u".DayFontBold (Let)", [&] { mView.style.dayBold = value != VARIANT_FALSE; });
+        return Run(u".DayFontBold (Let)", [&] { mView.SetDayFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_SelDayFontBold(VARIANT_BOOL* value) override {
         return Run(u".SelDayFontBold (Get)",
-                   [&] { Required(value) = mView.style.selectedBold ? VARIANT_TRUE : VARIANT_FALSE; });
+                   [&] { Required(value) = mView.SelDayFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_SelDayFontBold(VARIANT_BOOL value) override {
-        return Run(u".SelDayFontBold (Let)", [&] { mView.style.selectedBold = value != VARIANT_FALSE; });
+        return Run(u".SelDayFontBold (Let)", [&] { mView.SetSelDayFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_CaptionFontColor(LONG* value) override {
-        return Run(u".CaptionFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.captionColour); });
+        return Run(u".CaptionFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.CaptionFontColor()); });
     }
     STDMETHODIMP put_CaptionFontColor(LONG value) override {
         return Run(u".CaptionFontColor (Let)",
-                   [&] { mView.style.captionColour = static_cast<platform::Colour>(value); });
+                   [&] { mView.SetCaptionFontColor(static_cast<platform::Colour>(value)); });
     }
     STDMETHODIMP get_DayHdrFontColor(LONG* value) override {
-        return Run(u".DayHdrFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.headerColour); });
+        return Run(u".DayHdrFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.DayHdrFontColor()); });
     }
     STDMETHODIMP put_DayHdrFontColor(LONG value) override {
-        return Run(u".DayHdrFontColor (Let)", [&] { mView.style.headerColour = static_cast<platform::Colour>(value); });
+        return Run(u".DayHdrFontColor (Let)", [&] { mView.SetDayHdrFontColor(static_cast<platform::Colour>(value)); });
     }
     STDMETHODIMP get_DayFontColor(LONG* value) override {
-        return Run(u".DayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.dayColour); });
+        return Run(u".DayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.DayFontColor()); });
     }
     STDMETHODIMP put_DayFontColor(LONG value) override {
-        return Run(u".DayFontColor (Let)", [&] { mView.style.dayColour = static_cast<platform::Colour>(value); });
+        return Run(u".DayFontColor (Let)", [&] { mView.SetDayFontColor(static_cast<platform::Colour>(value)); });
     }
     STDMETHODIMP get_SelDayFontColor(LONG* value) override {
-        return Run(u".SelDayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.style.selectedColour); });
+        return Run(u".SelDayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.SelDayFontColor()); });
     }
     STDMETHODIMP put_SelDayFontColor(LONG value) override {
         return Run(u".SelDayFontColor (Let)",
-                   [&] { mView.style.selectedColour = static_cast<platform::Colour>(value); });
+                   [&] { mView.SetSelDayFontColor(static_cast<platform::Colour>(value)); });
     }
     STDMETHODIMP ShowMonth(short* month, short* year) override {
         return Run(u".ShowMonth", [&] { mView.ShowMonth(Required(month), Required(year)); });

@@ -24,33 +24,49 @@ void MonthDrawing::SpinButton(const MonthLayout& layout, std::size_t which, bool
                                        arrow + (pressed ? Drawing::kPushed : 0));
 }
 
-void MonthDrawing::Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthContent& content,
+void MonthDrawing::Caption(const MonthLayout& layout, const MonthModel& model) const {
+    const Date focus = model.Focus();
+    mBox.FillBox(mTwips.Twips(layout.caption), MonthStyle::kButtonFace);
+    Write(CaptionText(focus), layout.caption);
+}
+
+bool MonthDrawing::Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model,
                             bool plain) const {
-    const Text caption = CaptionText(content.focusDate);
+    try {
+        DrawAll(layout, style, model, plain);
+        return true;
+    } catch (const platform::ComponentError&) {
+        return false;
+    }
+}
+
+void MonthDrawing::DrawAll(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model,
+                           bool plain) const {
+    const Date focus = model.Focus();
+    const std::int16_t framedDay = model.FramedDay();
+    const Text caption = CaptionText(focus);
     Edge(layout.caption, style.captionBevel.edge, style.captionBevel.flags);
     Write(caption, layout.caption, style.captionColour, style.captionBold);
     Header(layout, style);
 
-    const MonthGrid grid(content.focusDate, FirstDayOfWeek());
+    const MonthGrid grid(focus, FirstDayOfWeek(mLocale));
     for (std::size_t row = 0; row < MonthLayout::kRows; ++row) {
         for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
             const Rect& cell = layout.DayCell(column, row);
             Edge(cell, style.dayBevel.edge, style.dayBevel.flags);
-            if (const std::int16_t day = grid.DayAt(column, row)) Day(cell, day, style, content, plain);
+            const std::int16_t day = grid.DayAt(column, row);
+            if (day == 0) continue;
+            Day(cell, day, style, !plain && model.IsSelected(model.VisibleDate(day)));
+            if (day == framedDay) FocusFrame(cell);
         }
     }
     mBox.Refresh();
 }
 
-void MonthDrawing::Caption(const MonthLayout& layout, Date focusDate) const {
-    mBox.FillBox(mTwips.Twips(layout.caption), MonthStyle::kButtonFace);
-    Write(CaptionText(focusDate), layout.caption);
-}
-
 void MonthDrawing::Header(const MonthLayout& layout, const MonthStyle& style) const {
     mBox.SetForeColour(style.headerColour);
     mBox.SetFontBold(style.headerBold);
-    const std::int32_t first = FirstDayOfWeek();
+    const std::int32_t first = FirstDayOfWeek(mLocale);
     for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
         Edge(layout.headerCells[column], style.headerBevel.edge, style.headerBevel.flags);
         const std::size_t day = (column + static_cast<std::size_t>(first)) % MonthLayout::kColumns;
@@ -58,14 +74,15 @@ void MonthDrawing::Header(const MonthLayout& layout, const MonthStyle& style) co
     }
 }
 
-void MonthDrawing::Day(const Rect& cell, std::int16_t day, const MonthStyle& style, const MonthContent& content,
-                       bool plain) const {
-    const bool isSelected = !plain && content.isSelected(day);
+void MonthDrawing::Day(const Rect& cell, std::int16_t day, const MonthStyle& style, bool isSelected) const {
     if (isSelected) SelectedGround(cell, style);
     Write(frame::Decimal(day), cell, isSelected ? style.selectedColour : style.dayColour,
           isSelected ? style.selectedBold : style.dayBold);
+}
+
+void MonthDrawing::FocusFrame(const Rect& cell) const {
     constexpr std::int32_t kInset = 2;
-    if (day == content.focusDay) mPlatform.drawing.DrawFocusRect(mBox.Context(), Shrunk(cell, kInset));
+    mPlatform.drawing.DrawFocusRect(mBox.Context(), Shrunk(cell, kInset));
 }
 
 void MonthDrawing::SelectedGround(const Rect& cell, const MonthStyle& style) const {
@@ -78,14 +95,8 @@ void MonthDrawing::SelectedGround(const Rect& cell, const MonthStyle& style) con
     mBox.FillBox(mTwips.Twips(box), MonthStyle::kHighlight);
 }
 
-std::int32_t MonthDrawing::FirstDayOfWeek() const {
-    mLocale.KWOLocaleInit();
-    const std::int32_t first = mLocale.Record().LocaleFirstDayOfWeek;
-    return first >= 0 && first < static_cast<std::int32_t>(MonthLayout::kColumns) ? first : 0;
-}
-
-Text MonthDrawing::CaptionText(Date focusDate) const {
-    return mPlatform.conversions.FormatDate(focusDate, u"Mmmm, yyyy");
+Text MonthDrawing::CaptionText(Date focus) const {
+    return mPlatform.conversions.FormatDate(focus, u"Mmmm, yyyy");
 }
 
 void MonthDrawing::Edge(const Rect& area, std::uint32_t edge, std::uint32_t flags) const {

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 
 #include "controls/month_bevels.h"
-#include "controls/month_dates.h"
 #include "controls/month_layout.h"
+#include "controls/month_model.h"
 #include "controls/picture_box.h"
 #include "messages/locale.h"
 #include "platform/drawing.h"
@@ -35,37 +34,33 @@ struct MonthStyle {
     static constexpr Colour kWindowText = 0x80000008;
 };
 
-/// What a calendar shows.
-struct MonthContent {
-    Date focusDate;
-    std::int16_t focusDay = 0;
-    std::function<bool(std::int16_t day)> isSelected;
-};
-
-/// Draws a calendar on its picture box, whose device context is read before each call. Raises what the host raises.
+/// Draws a calendar on its picture box, whose device context is read before each call.
+///
+/// The host may call the calendar again from any of these calls. The focus is taken once, at the beginning of a
+/// drawing; layout, style and selection are read where they are used.
 class MonthDrawing {
 public:
     MonthDrawing(const PictureBox& box, const platform::Platform& services, messages::MKWOLocale& locale,
                  const TwipsPerPixel& twips)
         : mBox(box), mPlatform(services), mLocale(locale), mTwips(twips) {}
 
+    /// Raises what the host raises.
     void SpinButton(const MonthLayout& layout, std::size_t which, bool pressed) const;
-    /// With `plain`, every day is drawn as one that is not selected.
-    void Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthContent& content, bool plain) const;
-    /// The caption alone, on a fresh ground.
-    void Caption(const MonthLayout& layout, Date focusDate) const;
-
-    /// 0 is Monday.
-    std::int32_t FirstDayOfWeek() const;
+    /// The caption alone, on a fresh ground. Raises what the host raises.
+    void Caption(const MonthLayout& layout, const MonthModel& model) const;
+    /// False when the host raises something; the rest is not drawn then. With `plain`, no day is drawn as selected.
+    bool Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model,
+                  bool plain = false) const;
 
 private:
-    Text CaptionText(Date focusDate) const;
+    void DrawAll(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model, bool plain) const;
+    Text CaptionText(Date focus) const;
     void Edge(const Rect& area, std::uint32_t edge, std::uint32_t flags) const;
     void Write(TextView text, const Rect& area) const;
     void Write(TextView text, const Rect& area, Colour colour, bool bold) const;
     void Header(const MonthLayout& layout, const MonthStyle& style) const;
-    void Day(const Rect& cell, std::int16_t day, const MonthStyle& style, const MonthContent& content,
-             bool plain) const;
+    void Day(const Rect& cell, std::int16_t day, const MonthStyle& style, bool isSelected) const;
+    void FocusFrame(const Rect& cell) const;
     void SelectedGround(const Rect& cell, const MonthStyle& style) const;
 
     const PictureBox& mBox;

@@ -192,7 +192,7 @@ TEST_F(MonthDrawingTest, AWeekThatBeginsOnNoDayBeginsOnMonday) {
 
 TEST_F(MonthDrawingTest, AllBevels) {
     Show(On(2026, 11, 21));
-    view->style.selectedColour = 0x0000FF;
+    view->SetSelDayFontColor(0x0000FF);
     const struct {
         std::int16_t number;
         const char* edge;
@@ -250,7 +250,7 @@ TEST_F(HighlightIntended, SelectedDaysHaveABoxNearerToTheTopLeft) {
 
 TEST_F(MonthDrawingTest, AnotherSelectedColourGivesASunkenEdge) {
     Show(On(2026, 11, 1));
-    view->style.selectedColour = 0x8000000F;
+    view->SetSelDayFontColor(0x8000000F);
     Picture picture;
     picture.focusDay = 1;
     picture.selected = {1};
@@ -261,15 +261,15 @@ TEST_F(MonthDrawingTest, AnotherSelectedColourGivesASunkenEdge) {
 
 TEST_F(MonthDrawingTest, ColoursAndWeightsAreThoseOfTheirTexts) {
     Show(On(2026, 11, 1));
-    view->style.captionColour = 1;
-    view->style.headerColour = 2;
-    view->style.dayColour = 3;
-    view->style.selectedColour = 4;
+    view->SetCaptionFontColor(1);
+    view->SetDayHdrFontColor(2);
+    view->SetDayFontColor(3);
+    view->SetSelDayFontColor(4);
     for (int which = 0; which < 4; ++which) {
-        view->style.captionBold = which == 0;
-        view->style.headerBold = which == 1;
-        view->style.dayBold = which == 2;
-        view->style.selectedBold = which == 3;
+        view->SetCaptionFontBold(which == 0);
+        view->SetDayHdrFontBold(which == 1);
+        view->SetDayFontBold(which == 2);
+        view->SetSelDayFontBold(which == 3);
         Picture picture;
         picture.focusDay = 1;
         picture.selected = {1};
@@ -306,13 +306,16 @@ TEST_F(MonthDrawingTest, APlainCalendarShowsNoDayAsSelected) {
     style.headerColour = MonthStyle::kGreyText;
     style.dayColour = MonthStyle::kWindowText;
     style.selectedColour = MonthStyle::kHighlightText;
-    const MonthContent content = {On(2026, 11, 21), 21, [](std::int16_t day) { return day < 8; }};
+    MonthModel model;
+    model.SetFocus(On(2026, 11, 21));
+    for (unsigned day = 1; day < 8; ++day)
+        model.Select(On(2026, 11, day));
     const MonthLayout layout = MonthLayout::Of(195, 2000, 3000, twips);
     Picture picture;
-    drawing.Calendar(layout, style, content, true);
+    EXPECT_TRUE(drawing.Calendar(layout, style, model, true));
     EXPECT_EQ(TakeLog(), picture.Drawn());
     picture.selected = {1, 2, 3, 4, 5, 6, 7};
-    drawing.Calendar(layout, style, content, false);
+    EXPECT_TRUE(drawing.Calendar(layout, style, model, false));
     EXPECT_EQ(TakeLog(), picture.Drawn());
 }
 

@@ -1,12 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <utility>
 
 #include "controls/month_dates.h"
 #include "controls/month_layout.h"
+#include "messages/locale.h"
 
 namespace kwo::controls {
+
+/// The user's first day of the week: 0 is Monday, also for a setting that names no day. Read anew for each use; the
+/// locale reads the system's settings once.
+inline std::int32_t FirstDayOfWeek(messages::MKWOLocale& locale) {
+    locale.KWOLocaleInit();
+    const std::int32_t first = locale.Record().LocaleFirstDayOfWeek;
+    return first >= 0 && first < static_cast<std::int32_t>(MonthLayout::kColumns) ? first : 0;
+}
 
 /// Which cells of the calendar have days.
 class MonthGrid {

@@ -5,16 +5,18 @@
 
 #include "component/component.h"
 #include "controls/month_drawing.h"
+#include "controls/month_form.h"
 #include "controls/month_layout.h"
+#include "controls/month_model.h"
 #include "controls/picture_box.h"
-#include "controls/selected_days.h"
 
 namespace kwo::controls {
 
 /// A calendar of one month on a picture box of the caller's, who forwards the box's events.
 ///
-/// The box's form is asked before the month ("OnChangeMonth", on request) or the selection ("OnChangeDate") changes and
-/// may refuse. Members raise what the host raises.
+/// The model keeps the dates, the layout the places; the drawing shows both and input asks both. The box's form is
+/// asked before the month ("OnChangeMonth", on request) or the selection ("OnChangeDate") changes and may refuse.
+/// Members raise what the host raises.
 class KWOMonthView {
 public:
     struct CreateOptions {
@@ -32,10 +34,37 @@ public:
     /// `focusDate` of 0 becomes today.
     bool Create(const HostObjectRef& pictureBox, Date& focusDate, const CreateOptions& options);
 
-    /// Plain values; the next drawing uses them.
-    bool CanSelect = false;
-    bool MultiSelect = false;
-    MonthStyle style;
+    /// Whether the user can select days with mouse and keys.
+    bool CanSelect() const { return mCanSelect; }
+    void SetCanSelect(bool canSelect) { mCanSelect = canSelect; }
+    bool MultiSelect() const { return mModel.MultiSelect(); }
+    void SetMultiSelect(bool multiSelect) { mModel.SetMultiSelect(multiSelect); }
+
+    // The next drawing uses them.
+    bool CaptionFontBold() const { return mStyle.captionBold; }
+    void SetCaptionFontBold(bool bold) { mStyle.captionBold = bold; }
+    bool DayHdrFontBold() const { return mStyle.headerBold; }
+    void SetDayHdrFontBold(bool bold) { mStyle.headerBold = bold; }
+    bool DayFontBold() const { return mStyle.dayBold; }
+    void SetDayFontBold(bool bold) { mStyle.dayBold = bold; }
+    bool SelDayFontBold() const { return mStyle.selectedBold; }
+    void SetSelDayFontBold(bool bold) { mStyle.selectedBold = bold; }
+    Colour CaptionFontColor() const { return mStyle.captionColour; }
+    void SetCaptionFontColor(Colour colour) { mStyle.captionColour = colour; }
+    Colour DayHdrFontColor() const { return mStyle.headerColour; }
+    void SetDayHdrFontColor(Colour colour) { mStyle.headerColour = colour; }
+    Colour DayFontColor() const { return mStyle.dayColour; }
+    void SetDayFontColor(Colour colour) { mStyle.dayColour = colour; }
+    Colour SelDayFontColor() const { return mStyle.selectedColour; }
+    void SetSelDayFontColor(Colour colour) { mStyle.selectedColour = colour; }
+
+    /// 0 bump, 1 raised, 2 sunken, 3 etched. Setting one redraws.
+    std::int16_t CaptionBevel() const { return mStyle.captionBevel.Number(); }
+    std::int16_t DayHdrBevel() const { return mStyle.headerBevel.Number(); }
+    std::int16_t DayBevel() const { return mStyle.dayBevel.Number(); }
+    void SetCaptionBevel(std::int16_t number) { SetBevel(mStyle.captionBevel, number); }
+    void SetDayHdrBevel(std::int16_t number) { SetBevel(mStyle.headerBevel, number); }
+    void SetDayBevel(std::int16_t number) { SetBevel(mStyle.dayBevel, number); }
 
     /// Moves the focus to the month's first day when it is in another month, also when the month is then refused.
     void ShowMonth(std::int16_t month, std::int16_t year);
@@ -50,25 +79,17 @@ public:
 
     void SelDaysAdd(Date date);
     void SelDaysRemove(Date date);
-    void SelDaysClear() { mSelected.Clear(); }
-    Date SelDay() const { return mSelected.First(); }
-    bool IsSelected(Date date) const;
+    void SelDaysClear() { mModel.DeselectAll(); }
+    Date SelDay() const { return mModel.FirstSelected(); }
+    bool IsSelected(Date date) const { return mModel.IsSelected(date); }
 
     /// Limits of the months that the user can reach; 0 is none.
-    Date MinDate() const { return mMinDate; }
+    Date MinDate() const { return mModel.MinDate(); }
     void SetMinDate(Date date);
-    Date MaxDate() const { return mMaxDate; }
+    Date MaxDate() const { return mModel.MaxDate(); }
     void SetMaxDate(Date date);
-    std::int16_t VisibleMonth() const { return mVisibleMonth; }
-    std::int16_t VisibleYear() const { return mVisibleYear; }
-
-    /// 0 bump, 1 raised, 2 sunken, 3 etched. Setting one redraws.
-    std::int16_t CaptionBevel() const { return style.captionBevel.Number(); }
-    std::int16_t DayHdrBevel() const { return style.headerBevel.Number(); }
-    std::int16_t DayBevel() const { return style.dayBevel.Number(); }
-    void SetCaptionBevel(std::int16_t number) { SetBevel(style.captionBevel, number); }
-    void SetDayHdrBevel(std::int16_t number) { SetBevel(style.headerBevel, number); }
-    void SetDayBevel(std::int16_t number) { SetBevel(style.dayBevel, number); }
+    std::int16_t VisibleMonth() const { return mModel.VisibleMonth(); }
+    std::int16_t VisibleYear() const { return mModel.VisibleYear(); }
 
 private:
     struct SpinState {
@@ -81,17 +102,10 @@ private:
     void ApplyOptions(const CreateOptions& options);
     Date DateIn(const Variant& value) const;
     void SetBevel(Bevel& bevel, std::int16_t number);
-    void SetFocusDate(Date date);
-    Date VisibleDate(std::int32_t day) const { return DateOf(mVisibleYear, mVisibleMonth, day); }
-
-    void ChangeMonth(std::int32_t offset, Date target = {});
-    bool FormRefusesMonth(Date target);
-    bool FormRefusesDate(Date date);
-    template <class... Arguments>
-    bool FormRefuses(TextView notification, Arguments... asked);
+    void ChangeMonth(Date target);
 
     void ComputeLayout();
-    bool Draw();
+    bool Draw() { return mDrawing.Calendar(mLayout, mStyle, mModel); }
     void DrawSpinButton(std::size_t which, bool pressed) { mDrawing.SpinButton(mLayout, which, pressed); }
 
     void Spin(std::size_t which);
@@ -100,28 +114,22 @@ private:
     bool ClickDays(platform::Point point);
     bool ClickDay(std::int16_t day);
     void MoveFocus(std::int32_t days);
-    bool ToggleFocusDay();
+    bool ToggleFocus();
     std::int32_t Ticks() const;
 
     component::Component& mComponent;
     TwipsPerPixel mTwips;
     PictureBox mBox;
+    MonthForm mForm;
     MonthDrawing mDrawing;
-    HostObjectRef mParentForm;
+    MonthModel mModel;
+    MonthLayout mLayout;
+    MonthStyle mStyle;
     bool mCreated = false;
+    bool mCanSelect = false;
     std::int16_t mSpinInterval = 0;
     bool mNotifyOnChange = false;
     Handle mControlWindow = 0;
-    Date mFocusDate;
-    std::int16_t mFocusDay = 0;
-    std::int16_t mVisibleYear = 0;
-    std::int16_t mVisibleMonth = 0;
-    SelectedDays mSelected;
-    Date mMinDate;
-    Date mMaxDate;
-    Date mMinMonthStart;
-    Date mMaxMonthEnd;
-    MonthLayout mLayout;
     std::array<SpinState, 2> mSpin;
     std::int16_t mLastButton = 0;
     float mLastX = 0;

@@ -6,6 +6,7 @@
 #include "platform/clock.h"
 #include "platform/component_error.h"
 #include "platform/desktop.h"
+#include "platform/keyboard.h"
 #include "platform/message_loop.h"
 #include "platform/mouse.h"
 
@@ -13,8 +14,9 @@ namespace kwo::controls {
 
 namespace {
 
+using platform::Key;
+
 constexpr std::int16_t kLeftButton = 1;
-constexpr Date kNone{};
 
 /// A press on a window, from the call that tells of it. One that no real button has made, as scripts do, is never over.
 class HeldPress {
@@ -51,10 +53,8 @@ void KWOMonthView::MouseDown(std::int16_t button, float x, float y) {
     mLastButton = button;
     if (button != kLeftButton) return;
     const platform::Point point = mTwips.Pixels(x, y);
-    for (std::size_t which = 0; which < mSpin.size(); ++which) {
-        if (mLayout.spinButtons[which].Contains(point)) return Spin(which);
-    }
-    if (CanSelect && ClickDays(point)) Draw();
+    if (const auto which = mLayout.SpinButtonAt(point)) return Spin(*which);
+    if (mCanSelect && ClickDays(point)) Draw();
 }
 
 /// A step at once and one after each interval, while the button is held and the pointer is on it. The release arrives
@@ -70,7 +70,7 @@ void KWOMonthView::Spin(std::size_t which) {
     std::int32_t due = Ticks();
     while (button.active) {
         if (Ticks() >= due) {
-            if (button.pressed) ChangeMonth(step);
+            if (button.pressed) ChangeMonth(mModel.MonthsFromFocus(step));
             due = Checked(std::int64_t{Ticks()} + mSpinInterval);
         }
         press.Look();
@@ -102,9 +102,9 @@ Handle KWOMonthView::BoxWindow() const {
     }
 }
 
-/// False when the form has refused the change.
+/// False when the form has refused the change. It may have changed the layout as well, so every cell is looked at.
 bool KWOMonthView::ClickDays(platform::Point point) {
-    const MonthGrid grid(mFocusDate, mDrawing.FirstDayOfWeek());
+    const MonthGrid grid(mModel.Focus(), FirstDayOfWeek(mComponent.locale));
     if (!mLayout.dayArea.Contains(point)) return true;
     for (std::size_t row = 0; row < MonthLayout::kRows; ++row) {
         for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
@@ -117,18 +117,11 @@ bool KWOMonthView::ClickDays(platform::Point point) {
 }
 
 bool KWOMonthView::ClickDay(std::int16_t day) {
-    const Date clicked = VisibleDate(day);
-    const bool refused = FormRefusesDate(clicked);
-    mFocusDay = day;
-    if (refused) return false;
-    if (MultiSelect) {
-        if (!mSelected.Remove(clicked)) mSelected.Add(clicked);
-    } else {
-        mSelected.Remove(mFocusDate);
-        mSelected.Add(clicked);
-    }
-    mFocusDate = clicked;
-    return true;
+    const Date clicked = mModel.VisibleDate(day);
+    const bool isRefused = mForm.RefusesDate(clicked);
+    mModel.FrameDay(day);
+    if (!isRefused) mModel.ClickDay(clicked);
+    return !isRefused;
 }
 
 void KWOMonthView::MouseMove(float x, float y) {
@@ -175,23 +168,24 @@ void KWOMonthView::Resize() {
 }
 
 void KWOMonthView::KeyDown(std::int16_t& keyCode) {
-    if (mFocusDate == kNone) return;
+    constexpr std::int32_t kWeek = 7;
+    if (!mModel.HasFocus()) return;
     switch (keyCode) {
-        case 38:
-            return MoveFocus(-7);
-        case 40:
-            return MoveFocus(7);
-        case 37:
+        case Key::kUp:
+            return MoveFocus(-kWeek);
+        case Key::kDown:
+            return MoveFocus(kWeek);
+        case Key::kLeft:
             return MoveFocus(-1);
-        case 39:
+        case Key::kRight:
             return MoveFocus(1);
-        case 33:
-            return ChangeMonth(-1);
-        case 34:
-            return ChangeMonth(1);
-        case 13:
-        case 32:
-            if (ToggleFocusDay()) keyCode = 0;
+        case Key::kPageUp:
+            return ChangeMonth(mModel.MonthsFromFocus(-1));
+        case Key::kPageDown:
+            return ChangeMonth(mModel.MonthsFromFocus(1));
+        case Key::kEnter:
+        case Key::kSpace:
+            if (ToggleFocus()) keyCode = 0;
             return;
         default:
             return;
@@ -199,22 +193,19 @@ void KWOMonthView::KeyDown(std::int16_t& keyCode) {
 }
 
 void KWOMonthView::MoveFocus(std::int32_t days) {
-    const Date target = InCalendar({mFocusDate.days + days});
-    if (DayOf(target).month != DayOf(mFocusDate).month) return ChangeMonth(0, target);
-    if (target == kNone) return;
-    mFocusDate = target;
-    mFocusDay = DayOf(target).day;
+    const Date target = mModel.DaysFromFocus(days);
+    // The date 0 is no target: the month that has the focus is shown again, or nothing happens.
+    if (!mModel.IsInFocusMonth(target)) return ChangeMonth(target == Date{} ? mModel.Focus() : target);
+    if (target == Date{}) return;
+    mModel.MoveFocusInMonth(target);
     Draw();
 }
 
 /// False when the user cannot select.
-bool KWOMonthView::ToggleFocusDay() {
-    if (!CanSelect) return false;
-    if (FormRefusesDate(mFocusDate)) return true;
-    if (!mSelected.Remove(mFocusDate)) {
-        if (!MultiSelect) mSelected.Clear();
-        mSelected.Add(mFocusDate);
-    }
+bool KWOMonthView::ToggleFocus() {
+    if (!mCanSelect) return false;
+    if (mForm.RefusesDate(mModel.Focus())) return true;
+    mModel.ToggleFocus();
     Draw();
     return true;
 }

@@ -62,6 +62,7 @@ protected:
     int AtEveryUse(const Action& prepare, const Action& member, const Action& intrusion) {
         for (int place = 1;; ++place) {
             mIntrusion = nullptr;
+            desktop.log.Clear();
             prepare();
             mIntrusion = intrusion;
             mUses = 0;
@@ -116,7 +117,7 @@ protected:
         AtEveryUse([this] { Prepare(); }, member,
                    [this] {
                        view->SetMinDate({46'400});
-                       view->style.captionBold = !view->style.captionBold;
+                       view->SetCaptionFontBold(!view->CaptionFontBold());
                        view->SetCaptionBevel(1);
                    });
         EXPECT_TRUE(Create());

@@ -1,0 +1,91 @@
+#include "controls/month_model.h"
+
+namespace kwo::controls {
+
+using platform::ComponentError;
+
+void MonthModel::SetFocus(Date day) {
+    mVisible = DayOf(day);
+    mFocus = day;
+}
+
+void MonthModel::ShowMonth(std::int16_t month, std::int16_t year) {
+    const CalendarDay focus = DayOf(mFocus);
+    if (month != focus.month || year != focus.year) {
+        mFocus = InCalendar(DateOf(year, month, 1));
+        mVisible.day = 1;
+    }
+    mVisible.year = year;
+    mVisible.month = month;
+}
+
+void MonthModel::MoveFocusInMonth(Date day) {
+    mVisible.day = DayOf(day).day;
+    mFocus = day;
+}
+
+bool MonthModel::SetMinDate(Date date) {
+    mMinDate = InCalendar(WholeDays(date));
+    // Intended: no month, as before the first focus, is earlier than any limit, and than no limit.
+    const Date start = mMinDate.days <= 0 ? kNone : FirstOfMonth(mMinDate);
+    if (!(VisibleDate(1) < start)) return false;
+    SetFocus(mMinDate);
+    return true;
+}
+
+bool MonthModel::SetMaxDate(Date date) {
+    mMaxDate = InCalendar(WholeDays(date));
+    // Intended: no mirror of the other limit. It also acts in the maximum's own month, and always when it is cleared.
+    constexpr std::int32_t kInNextMonth = 32;
+    const Date end = mMaxDate.days <= 0 ? kNone : LastOfMonth(mMaxDate);
+    if (!(VisibleDate(kInNextMonth) > end)) return false;
+    SetFocus(mMaxDate);
+    return true;
+}
+
+bool MonthModel::Allows(Date day) const {
+    if (mMinDate.days > 0 && day < FirstOfMonth(mMinDate)) return false;
+    return !(mMaxDate.days > 0 && day > LastOfMonth(mMaxDate));
+}
+
+bool MonthModel::IsSelected(Date date) const {
+    try {
+        return mSelected.Has(date);
+    } catch (const ComponentError&) {
+        return false;
+    }
+}
+
+void MonthModel::Select(Date date) {
+    try {
+        mSelected.Add(date);
+    } catch (const ComponentError&) {
+        // An invalid date is ignored.
+    }
+}
+
+void MonthModel::Deselect(Date date) {
+    try {
+        mSelected.Remove(date);
+    } catch (const ComponentError&) {
+        // An invalid date is never selected.
+    }
+}
+
+void MonthModel::ClickDay(Date day) {
+    if (mMultiSelect) {
+        if (!mSelected.Remove(day)) mSelected.Add(day);
+    } else {
+        mSelected.Remove(mFocus);
+        mSelected.Add(day);
+    }
+    mFocus = day;
+}
+
+void MonthModel::ToggleFocus() {
+    if (mSelected.Remove(mFocus)) return;
+    if (!mMultiSelect) mSelected.Clear();
+    mSelected.Add(mFocus);
+}
+
+}  // namespace kwo::controls
