@@ -6,6 +6,7 @@
 #include "com_test.h"
 #include "host_box.h"
 #include "overwritten_memory.h"
+#include "type_library_dump.h"
 
 namespace kwo::com_test {
 namespace {
@@ -238,6 +239,62 @@ TEST_F(Reentrance, OfATrayIcon) {
     for (const Action& member : {create, set}) {
         for (const Action& intrusion : {create, set, Action([this] { mObject.Reset(); })})
             EXPECT_GE(mIntrusion.AtEveryUse(prepare, member, intrusion), 2);
+    }
+}
+
+TEST_F(Reentrance, OfATimersCallbacks) {
+    const auto callback = [this](const wchar_t* member) {
+        const auto object = New<MemberObject>();
+        object->Method(member, [](MemberObject::Arguments&, VARIANT*) { return S_OK; });
+        return Given(object);
+    };
+    const Action others = [&] {
+        if (mObject) Set(mObject.Get(), L"TimerEvents", callback(L"Tick"));
+        if (mObject) Set(mObject.Get(), L"AlarmEvents", callback(L"Alarm"));
+    };
+    const Action prepare = [&] {
+        mObject = Create(L"KWOTimer");
+        others();
+    };
+    const Action none = [this] { CallIfThere(L"CancelTimers", {}); };
+    for (const Action& member : {others, Member(L"TimerTick", {1, 0}), Member(L"TimerTick", {2, 7})}) {
+        for (const Action& intrusion : {others, none, Action([this] { mObject.Reset(); })})
+            EXPECT_GE(mIntrusion.AtEveryUse(prepare, member, intrusion), 1);
+    }
+}
+
+TEST_F(Reentrance, OfATimersSinks) {
+    const IID events = TypeAttributes(TypeInfoOf(TypeLibraryOfTheDll().Get(), L"__KWOTimer").Get())->guid;
+    std::vector<DWORD> cookies;
+    const auto point = [&] {
+        ComPtr<IConnectionPoint> found;
+        const auto container = As<IConnectionPointContainer>(mObject.Get(), IID_IConnectionPointContainer);
+        container->FindConnectionPoint(events, found.Out());
+        return found;
+    };
+    const Action connect = [&] {
+        if (!mObject) return;
+        const auto sink = New<MemberObject>();
+        for (const wchar_t* const name : {L"Tick", L"Alarm"})
+            sink->Method(name, [](MemberObject::Arguments&, VARIANT*) { return S_OK; });
+        DWORD cookie = 0;
+        point()->Advise(sink.Get(), &cookie);
+        cookies.push_back(cookie);
+    };
+    const Action disconnect = [&] {
+        for (const DWORD cookie : std::exchange(cookies, {})) {
+            if (mObject) point()->Unadvise(cookie);
+        }
+    };
+    const Action prepare = [&] {
+        cookies.clear();
+        mObject = Create(L"KWOTimer");
+        connect();
+        connect();
+    };
+    for (const Action& member : {connect, Member(L"TimerTick", {1, 0}), Member(L"TimerTick", {2, 7})}) {
+        for (const Action& intrusion : {connect, disconnect, Action([this] { mObject.Reset(); })})
+            EXPECT_GE(mIntrusion.AtEveryUse(prepare, member, intrusion), 1);
     }
 }
 
