@@ -4,8 +4,10 @@
 
 namespace kwo::frame {
 
-/// What the last platform call of the component returned, where a routine keeps it for whoever looks next.
+/// The result of the component's last platform call. The routines that make such calls set it: the registry class its
+/// status codes, the event log and the message table a success flag.
 struct ApiResult {
+    /// As the platform returned it; 0 before the first call.
     std::int32_t last = 0;
 };
 

@@ -8,28 +8,33 @@
 
 namespace kwo::frame {
 
-/// The routines entered and not left yet, the outermost at depth 1.
+/// The routines that were entered and not yet left. Depth 1 is the outermost routine, depth 0 means none.
 class CallStack {
 public:
+    /// One routine on the stack.
     struct Level {
-        platform::Text routine;
-        bool traced = false;
-        platform::Milliseconds entered;
+        platform::Text routine;          ///< class and member, "KWOTimer.AddAlarm"
+        bool traced = false;             ///< its entry and exit are in the log
+        platform::Milliseconds entered;  ///< on the millisecond clock
     };
 
-    /// Room for the first levels; nothing when there is room already.
+    /// Makes room for 32 levels. Does nothing if there is room already. Raises nothing but lack of memory.
     void Create();
-    /// Whether a level that is added with this mode is traced. `mode` is CallTrace's: inherited, 0 for not traced,
-    /// anything else for traced.
+    /// Whether a level that is pushed now with `mode` would be traced. kInherit takes the mode of the level on top, and
+    /// true on an empty stack; 0 means no, any other value yes.
     bool Traced(std::int16_t mode) const;
+    /// Puts a routine on top, entered at `now`. Grows by 32 levels when there is no more room.
     void Push(platform::TextView routine, std::int16_t mode, platform::Milliseconds now);
-    /// Drops the levels above `depth`.
+    /// Drops the levels above `depth`, which must be between 0 and Depth().
     void ReturnTo(std::int32_t depth) { mDepth = depth; }
 
+    /// The number of routines on the stack.
     std::int32_t Depth() const { return mDepth; }
+    /// How many levels there is room for. It never shrinks.
     std::int32_t Capacity() const { return static_cast<std::int32_t>(mLevels.size()); }
-    /// Levels are counted from 1; there is one up to the depth.
+    /// The level at `depth`, which must be between 1 and Depth().
     const Level& At(std::int32_t depth) const { return mLevels[static_cast<std::size_t>(depth - 1)]; }
+    /// The innermost routine. The stack must not be empty.
     const Level& Top() const { return At(mDepth); }
 
 private:

@@ -9,31 +9,37 @@ namespace kwo::frame {
 using platform::Text;
 using platform::TextView;
 
-/// The call trace as the routines see it that leave their marks there. While no trace was started every call costs one
-/// branch and does nothing.
+/// The call trace as routines see it: they mark themselves and write lines, but cannot start it. Until the trace is
+/// started, each call costs one branch and does nothing. No call raises anything but lack of memory.
 class CallTrace {
 public:
+    /// The trace mode of a routine that does as the routine around it does.
     static constexpr std::int16_t kInherit = -2;
 
     virtual ~CallTrace() = default;
 
-    /// Enters a routine; returns the depth reached, 0 when nothing is traced.
+    /// Enters a routine and returns its depth, counted from 1; 0 if the trace has not been started. `traceMode` is
+    /// kInherit, 0 to keep this routine out of the log, or any other value to have it in. A routine that is entered
+    /// must be left with KWO_RoutinePop; TracedRoutine does both.
     std::int32_t KWO_RoutinePush(TextView routine, std::int16_t traceMode = kInherit) {
         return mOn ? Push(routine, traceMode) : 0;
     }
-    /// Leaves the routine on top; a positive `level` goes back to that level.
+    /// Leaves a routine: the one on top or, with a positive `level`, the one at that depth. Levels above it are dropped
+    /// without a line in the log. A `level` above the depth does nothing. An empty stack shows the application-error
+    /// box.
     void KWO_RoutinePop(std::int32_t level = 0) {
         if (mOn) Pop(level);
     }
-    /// The routine on top; empty when nothing is traced.
+    /// The routine on top, "KWOTimer.AddAlarm". Empty if the stack is empty or the trace has not been started.
     Text KWO_CurrentRoutine() const { return mOn ? Top() : Text(); }
-    /// Writes one entry to the file or ring, if there is either.
+    /// Writes one entry to the file or, without a file, to the ring; nothing if there is neither. `indent` indents it
+    /// below the routine on top. `save` false keeps it out of the ring.
     void KWO_TraceWrite(TextView text, bool indent, bool save) {
         if (mOn) Write(text, indent, save);
     }
-    /// True from the first start on.
+    /// True from the first start on, even after the trace is closed.
     bool IsOn() const { return mOn; }
-    /// True while a file is open or a ring is kept.
+    /// True while a file is open or a ring exists: only then does it pay to compose an entry.
     bool IsRecording() const { return mOn && Recording(); }
 
 protected:
@@ -47,14 +53,16 @@ private:
     virtual bool Recording() const = 0;
 };
 
-/// A routine on the call trace for as long as the scope lasts.
+/// Keeps a routine on the call trace for as long as the scope lasts. The trace must outlive it.
 class TracedRoutine {
 public:
+    /// `routine` is class and member: "KWOTimer.AddAlarm".
     TracedRoutine(CallTrace& trace, TextView routine) : mTrace(trace), mLevel(mTrace.KWO_RoutinePush(routine)) {}
-    /// "KWOTimer" and ".AddAlarm"; they are put together only when a trace was started.
+    /// Class and member apart: "KWOTimer" and ".AddAlarm". They are joined only if the trace has been started.
     TracedRoutine(CallTrace& trace, TextView className, TextView member)
         : mTrace(trace), mLevel(mTrace.IsOn() ? mTrace.KWO_RoutinePush(Text(className) + Text(member)) : 0) {}
-    /// Leaves what the routine left open as well, and nothing when the trace was started since.
+    /// Also leaves the routines above it that were not left. Does nothing if the trace was started after the routine
+    /// was entered.
     ~TracedRoutine() {
         if (mLevel == 0) return;
         try {

@@ -4,7 +4,9 @@
 
 namespace kwo::frame {
 
-/// "h:nn:ss", with a whole day or more "d:hh:nn:ss"; the sign is dropped. Rounded to whole seconds.
+/// The text of a span in days: "h:nn:ss" or, from a whole day on, "d:hh:nn:ss". The sign is dropped. The span is
+/// rounded to whole seconds first, so the text never shows 60 seconds. The time separator is the one of the user's
+/// locale.
 platform::Text KWO_FormatDuration(platform::Conversions& conversions, platform::Date duration);
 
 }  // namespace kwo::frame

@@ -9,18 +9,22 @@
 
 namespace kwo::frame {
 
+/// The system's own numbers for the types of an entry.
 enum class EventType : std::int32_t { Error = 1, Warning = 2, Information = 4 };
 
-/// Entries in the system's event log under the component's source name.
+/// Writes entries into the system's event log under the component's source name.
 class EventLogWriter {
 public:
+    /// Keeps references to all of these; they must outlive it.
     EventLogWriter(platform::EventLog& log, HostIdentity& identity, CallTrace& trace, ApiResult& apiResult)
         : mLog(log), mIdentity(identity), mTrace(trace), mApiResult(apiResult) {}
 
-    /// On the NT family only; failures are swallowed. The type crosses to the platform as 16 bits.
+    /// Writes one entry and a line on the call trace. Line ends in `text` become blanks. `eventType` is an EventType;
+    /// only its low 16 bits count. Failures raise nothing: the success flag is in ApiResult. Does nothing on a system
+    /// that is not of the NT family.
     void KWO_LogEvent(TextView text, std::int32_t eventType, std::int32_t eventId);
 
-    /// The source that entries are written under; "KWOMsg" unless set.
+    /// Sets the source name of later entries. An empty name means "KWOMsg".
     void SetSourceName(TextView name) { mSourceName = name; }
 
 private:

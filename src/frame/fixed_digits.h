@@ -5,11 +5,12 @@
 
 namespace kwo::frame {
 
-/// What stands between a number's whole part and its fraction in the user's locale.
+/// The decimal separator of the user's locale, between a number's whole part and its fraction.
 platform::Text DecimalPoint(platform::Conversions& conversions);
 
-/// Puts `value` behind `text` with at least `wholeDigits` before the point and `places` (1 to 4) behind it, halves away
-/// from zero: the text that the conversions give for patterns such as "#0.000" and "000.00", at a fraction of the cost.
+/// Appends `value` to `text`, with at least `wholeDigits` digits before the point and exactly `places` (1 to 4) after
+/// it, rounded half away from zero. `point` is what DecimalPoint returned. The result is that of the patterns "#0.000"
+/// or "000.00" of Conversions::FormatNumber, at a fraction of the cost.
 void AppendFixedDigits(platform::Text& text, platform::Currency value, int wholeDigits, int places,
                        platform::TextView point);
 

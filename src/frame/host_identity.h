@@ -7,15 +7,19 @@
 
 namespace kwo::frame {
 
-/// Who the host is and where it runs. Each answer is asked of the platform once and kept, a failed one too.
+/// Who the host is and where it runs. It asks the platform for each fact once and keeps the answer, even a failure.
 class HostIdentity {
 public:
+    /// `host` must outlive it.
     explicit HostIdentity(platform::HostApplication& host) : mHost(host) {}
 
+    /// The name of the machine. Empty if the system does not tell.
     const Text& KWO_ComputerName();
+    /// The name of the user on the network, else on this machine. Empty if the system tells neither.
     const Text& KWO_UserName();
-    /// False while the component runs inside a development environment that can host it.
+    /// False while the component runs inside a development environment, which the name of the executable tells.
     bool KWO_IsCompiled();
+    /// True on the NT family of Windows. False if the system does not tell.
     bool KWO_IsWinNT();
 
 private:

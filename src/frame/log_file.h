@@ -9,32 +9,39 @@
 
 namespace kwo::frame {
 
-/// A numbered file of a log: 8-bit text in the system's code page.
+/// One file of a log: 8-bit text in the system's ANSI code page. An existing file is never overwritten or appended to.
 class LogFile {
 public:
+    /// Keeps references to all of these; they must outlive it.
     LogFile(platform::LogFiles& files, platform::FileSystem& names, platform::Conversions& conversions)
         : mFiles(files), mNames(names), mConversions(conversions) {}
+    /// Closes the file.
     ~LogFile() { Close(); }
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    /// The name of the next file as long as it is not taken.
+    /// Sets Name to `program`.log in `folder` without opening it: the name to show when a file cannot be opened.
     void SetName(platform::TextView folder, platform::TextView program);
-    /// Opens the first of program.log, program1.log, program2.log ... that is no file or folder yet. False when there
-    /// can be none, the platform's last error says why; `Name` is then what was tried.
+    /// Creates the first of program.log, program1.log, program2.log ... that does not exist, neither as a file nor as a
+    /// folder. Returns false if none can be created. Name is then the name tried last, and the platform's last error
+    /// says why.
     bool Open(platform::TextView folder, platform::TextView program, platform::SystemErrors& errors);
+    /// True from a successful Open until Close.
     bool IsOpen() const { return mFile != 0; }
-    /// Of the file that is open, or was last; with its folder.
+    /// The name, with its folder, of the file that is open or was open last.
     const platform::Text& Name() const { return mName; }
 
-    /// In one piece. False when it could not be written, the platform's last error says why.
+    /// Writes `text` in one piece, after conversion to the ANSI code page. The file must be open. Returns false if it
+    /// could not be written; the platform's last error says why.
     bool Write(platform::TextView text);
-    /// In bytes, since the file was opened or the count was set to nothing.
+    /// The bytes written since the file was opened or ForgetWritten was called.
     std::int64_t Written() const { return mWritten; }
+    /// Sets the count of Written to 0.
     void ForgetWritten() { mWritten = 0; }
 
+    /// Closes the file. Does nothing if none is open.
     void Close();
-    /// Of the file that was open last.
+    /// Deletes the file that was open last. A failure is ignored.
     void Delete() { mFiles.Delete(mName); }
 
 private:

@@ -8,12 +8,13 @@
 
 namespace kwo::frame {
 
-/// The numbered, translated texts as the frame asks for them; the message table implements it.
+/// The numbered, translated texts, as the frame asks for them. MessageTable implements it.
 class MessageLookup {
 public:
     virtual ~MessageLookup() = default;
 
-    /// The text with its placeholders filled; nothing while no table is loaded.
+    /// The text of `number` with its placeholders filled with `values`. Nothing while no table is loaded, so that the
+    /// caller can use its own text. Loads nothing itself.
     virtual std::optional<platform::Text> LoadedMessage(std::int32_t number,
                                                         std::span<const platform::Text> values = {}) = 0;
 };

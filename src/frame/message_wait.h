@@ -8,18 +8,19 @@
 
 namespace kwo::frame {
 
-/// Waiting on the user-interface thread without freezing it.
+/// Waits on the user-interface thread without freezing it.
 class MessageWait {
 public:
+    /// Keeps references to all of these; they must outlive it.
     MessageWait(platform::MessageLoop& messages, MillisecondClock& clock, HostIdentity& identity)
         : mMessages(messages), mClock(clock), mIdentity(identity) {}
 
-    /// Returns after `milliseconds`, at once for 0 or less. What is pending at the start is processed in any case, what
-    /// arrives later only with `pumpMessages`: timers and forwarded events then run inside. False when the wait was
-    /// given up because the program has been asked to quit.
+    /// Waits `milliseconds`; returns at once for 0 or less. Pending messages are processed at the start. Later ones are
+    /// processed only with `pumpMessages`; timers and events of the host then run inside the call, which may release
+    /// objects. Returns false if the wait ended early because the program was asked to quit.
     bool KWO_Wait(std::int32_t milliseconds, bool pumpMessages);
 
-    /// Returns when a message arrives, which stays in the queue, and after `timeoutMs` at the latest.
+    /// Returns when a message arrives, without processing it, and after `timeoutMs` milliseconds at the latest.
     void WaitForInput(std::uint32_t timeoutMs);
 
 private:

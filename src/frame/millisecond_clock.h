@@ -8,13 +8,15 @@
 
 namespace kwo::frame {
 
-/// The component's one clock for spans and due times.
+/// The component's one clock for spans and due times. It has nothing to do with the time of day.
 class MillisecondClock {
 public:
+    /// `clock` must outlive it.
     explicit MillisecondClock(platform::Clock& clock) : mClock(clock) {}
 
-    /// Milliseconds since some fixed moment, with four decimals; never decreases. The high-resolution counter in exact
-    /// arithmetic where the platform has one, else the tick count carried on past its wrap.
+    /// Milliseconds since a fixed moment, with four decimals. Never decreases and does not wrap. The source is the
+    /// high-resolution counter (QueryPerformanceCounter) or, where there is none, the tick count (GetTickCount),
+    /// continued beyond its 32 bits.
     platform::Milliseconds KWO_TimerMs();
 
 private:

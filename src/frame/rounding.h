@@ -6,7 +6,7 @@
 
 namespace kwo::frame {
 
-/// To the nearest whole number, halves to even, as automation rounds everywhere.
+/// The nearest whole number; halves go to the even neighbour, as automation rounds everywhere.
 constexpr std::int64_t RoundHalfEven(platform::Currency value) {
     constexpr std::int64_t kScale = platform::Currency::kScale;
     const std::int64_t whole = value.scaled / kScale;

@@ -9,22 +9,27 @@
 
 namespace kwo::frame {
 
-/// The general routines that report through the error module.
+/// The general routines that report failures through the error module.
 class MKWORoutines {
 public:
+    /// Keeps references to all of these; they must outlive it.
     MKWORoutines(platform::FileSystem& files, platform::SystemErrors& system, HostIdentity& identity, MKWOError& error)
         : mFiles(files), mSystem(system), mIdentity(identity), mError(error) {}
 
-    /// True when there is a file of that name; a folder does not count. `attributes` becomes what the platform says of
-    /// it, -1 when there is nothing: the platform's error is then saved, and raised with `raiseErrors`, or with
-    /// `returnError` its number is the result as an error value.
+    /// Returns true if `path` is a file, and false for a folder. `attributes` receives the platform's file attributes.
+    ///
+    /// If there is nothing at `path`, `attributes` is -1 and the platform's error becomes the saved error. It is then
+    /// raised (`raiseErrors`), or its number is returned as an error value (`returnError`), or the result is false.
     platform::Variant KWO_PathExists(const Text& path, bool returnError, std::int32_t& attributes, bool raiseErrors);
 
-    /// False when `result` is 0 or -1, the platform's ways to say failure. With `useLastError` such a result raises the
-    /// platform's last error, or 6 (invalid handle) when there is none.
+    /// Returns false if `result` is 0 or -1, which is how platform calls report failure. With `useLastError` it raises
+    /// the platform's last error instead, or 6 (invalid handle) if there is none. `source` and `text` are those of
+    /// MKWOError::KWO_RaiseError.
     bool KWO_CheckAPIResult(std::int32_t result, bool useLastError, TextView source, TextView text);
 
-    /// The number that hexadecimal digits write; 0 for none. More digits than 32 bits hold raise Overflow.
+    /// The number that a text of hexadecimal digits stands for, in capital or small letters; 0 for an empty text. Eight
+    /// digits from 80000000 on give a negative number. Raises kInvalidHexDigit for any other character, and Overflow
+    /// for a number that does not fit 32 bits.
     std::int32_t KWO_HexToLong(TextView text);
 
 private:

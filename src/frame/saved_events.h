@@ -7,21 +7,24 @@
 
 namespace kwo::frame {
 
-/// The last few entries of a trace that goes to no file, in a ring.
+/// The last entries of a trace, kept in memory in a ring. Slots and indexes count from 1.
 class SavedEvents {
 public:
-    /// An empty ring of `size` slots, at least 1; what was in the ring before is gone.
+    /// Makes an empty ring of `size` slots; `size` is at least 1. The old ring is lost.
     void Create(std::int32_t size);
+    /// True once Create was called.
     bool Exists() const { return mWriteIndex != 0; }
-    /// Nothing where there is no ring.
+    /// Puts an entry into the next slot, over the oldest one if the ring is full. Does nothing without a ring.
     void Save(platform::TextView entry);
 
-    /// Slots are counted from 1; empty when nothing was saved there yet.
+    /// The entry in slot `index`. Empty if there is none, also for an index outside the ring. Valid until the next Save
+    /// or Create.
     platform::TextView Slot(std::int32_t index) const;
+    /// The number of slots.
     std::int32_t Size() const { return mSize; }
-    /// The next slot to be written, once the ring is full the one of the oldest entry; 0 when there is no ring.
+    /// The slot that is written next; in a full ring it holds the oldest entry. 0 without a ring.
     std::int32_t WriteIndex() const { return mWriteIndex; }
-    /// Pushed on by the write index when that reaches it.
+    /// Starts at 1. When the write index reaches it, it moves on by one.
     std::int32_t OldestIndex() const { return mOldestIndex; }
 
 private:

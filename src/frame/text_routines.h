@@ -12,29 +12,34 @@ using platform::TextView;
 
 inline constexpr TextView kCrLf = u"\r\n";
 
-/// Without leading and trailing blanks.
+/// `text` without leading and trailing blanks. Tabs and line ends are not blanks.
 Text Trim(TextView text);
-/// Without trailing blanks.
+/// `text` without trailing blanks.
 Text TrimRight(TextView text);
-/// The plain letters A to Z only, whatever the user's language.
+/// `text` with a to z as capitals. Other letters stay as they are, whatever the user's language.
 Text AsciiUpper(TextView text);
+/// `text` with A to Z as small letters. Other letters stay as they are.
 Text AsciiLower(TextView text);
+/// The number in decimal digits, with a minus sign if it is negative and no grouping.
 Text Decimal(std::int64_t number);
-/// Every occurrence, left to right; what is put in is not searched again. An empty `from` changes nothing.
+/// `text` with every `from` replaced by `to`, from left to right. Inserted text is not searched again. An empty `from`
+/// changes nothing.
 Text ReplaceAll(TextView text, TextView from, TextView to);
 
-/// The name behind the last backslash (or, when there is none, the last "/"); empty for a drive root.
+/// The name after the last backslash or, without one, after the last "/". Blanks around the path and a backslash at its
+/// end are ignored. Empty for a drive root such as "C:\".
 Text KWO_FileNamePart(TextView path);
-/// `path` with `separator` behind it, unless it ends with one or with either slash.
+/// `path` followed by `separator`, unless it already ends with that or with a slash or backslash.
 Text KWO_AddSeparator(TextView path, TextView separator);
-/// The text before the first zero character.
+/// The text before the first zero character, or all of it.
 Text KWO_CutAtNul(TextView text);
-/// The first `marker` in `text` replaced by `value`, in single quotes on request. Where there is no marker the value
-/// goes behind the text after a blank. Empty when `text` or `marker` is empty.
+/// `text` with its first `marker` replaced by `value`. If it has no marker, a blank and the value follow the text.
+/// `quote` puts single quotes around the value. Empty if `text` or `marker` is empty.
 Text KWO_InsertValue(TextView text, TextView value, TextView marker, bool quote);
-/// Fills "%1", "%2" ... by number when the template has a "%1", else each "|" in turn. A value without a marker goes
-/// behind the text after a blank.
+/// Fills a template with values. If it has a "%1", value n replaces the first "%n"; otherwise each value replaces the
+/// next "|". A value without a marker follows the text after a blank.
 Text KWO_FillTemplate(TextView text, std::span<const Text> values);
+/// The low 16 bits, as a number from 0 to 65535.
 constexpr std::int32_t KWO_LowWord(std::int32_t value) {
     return value & 0xFFFF;
 }

@@ -16,29 +16,35 @@
 
 namespace kwo::frame {
 
-/// The call trace that can be switched on, with its log. Nothing in the component starts it.
+/// The call trace with its log file and its ring. Nothing in the component starts it: a developer does, see
+/// docs/trace.md.
 ///
-/// Writing an entry never raises: what goes wrong is shown in the application-error box, and the file is then closed.
-/// The platform's last-error value is the same before and after.
+/// Writing an entry never raises. If it fails, the application-error box shows the failure and the file is closed. The
+/// platform's last-error value is the same before and after.
 class Trace final : public CallTrace {
 public:
-    /// What is passed by reference may be constructed later, but before the first call.
+    /// Keeps references to all of these. They may be constructed later, but before the first call, and must outlive the
+    /// trace.
     Trace(const platform::Platform& platform, HostIdentity& identity, MillisecondClock& clock, MKWOError& error,
           MessageBoxes& boxes);
 
-    /// Starts a log file, or with `savedEvents` above 0 a ring of that many entries in memory instead. Nothing while a
-    /// file is open. `echo` other than 0 also sends every line to the debug output, `trackMemory` writes what changes
-    /// in the memory of the process from now on; without it nothing changes in that. A file that cannot be made raises
-    /// the platform's error.
+    /// Starts the trace. Does nothing while a file is open.
+    ///
+    /// With `savedEvents` 0 or less it creates a log file, and raises the platform's error if that fails. With a
+    /// positive number it makes a ring of that many entries in memory. `echo` other than 0 also sends every line to the
+    /// debug output. `trackMemory` writes how the memory use of the process changes; false leaves that as it is.
     void KWO_TraceStart(std::int16_t echo, std::int32_t savedEvents, bool trackMemory);
-    /// Ends the file. With `askDelete` the user is asked whether to delete it, unless nobody is there to ask. A ring
-    /// stays and goes on.
+    /// Writes the last lines and closes the file. `askDelete` asks the user whether to delete it, unless in unattended
+    /// mode. A ring stays, and receives entries again.
     void KWO_TraceClose(bool askDelete);
-    /// Where the next file goes; empty for the host's own folder.
+    /// Sets the folder of the next file. Empty means the folder of the host's executable.
     void SetTraceFolder(TextView folder) { mFolder = folder; }
 
+    /// The name, with its folder, of the file that is open or was open last.
     const Text& FileName() const { return mFile.Name(); }
+    /// The entries in memory, to look at in a debugger.
     const SavedEvents& Ring() const { return mRing; }
+    /// The routines that are entered now.
     const CallStack& Stack() const { return mStack; }
 
 private:
