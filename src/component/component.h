@@ -18,20 +18,26 @@
 
 namespace kwo::component {
 
-/// What all objects of one loaded component share: the platform, the modules and the program name. Created with the
-/// first object of an apartment and kept until the component is unloaded. Not thread-safe: one user-interface thread.
+/// What all objects of one apartment thread share: the platform, the modules and the program name.
+///
+/// It is created with the first object of the thread and lives until the thread ends and its last object is gone. It is
+/// not thread-safe: everything runs on that one thread. The modules keep references to each other; their order here is
+/// the order in which they are constructed.
 class Component {
 public:
+    /// The services behind `services` must outlive the component.
     explicit Component(const platform::Platform& services);
     Component(const Component&) = delete;
     Component& operator=(const Component&) = delete;
 
-    /// What the creation of most classes does before anything else, so that every message is asked for by this name.
-    /// Messages that could not be loaded are loaded again when the next one is asked for.
+    /// Sets the program name to "KWOUtil". Every class but the tray icon does so first when an object is created, so
+    /// that messages are asked for by this name. If loading the messages failed before, they are loaded again at the
+    /// next request.
     void SetProgramName() {
         mProgramName = u"KWOUtil";
         messages.ForgetFailure();
     }
+    /// The name by which messages are asked for; empty until somebody sets it.
     const platform::Text& ProgramName() const { return mProgramName; }
 
     const platform::Platform platform;
@@ -45,7 +51,7 @@ public:
     frame::MKWOError error;
     frame::MKWORoutines routines;
 
-    /// Twips in a pixel, as the newest picture button found them.
+    /// The twips per pixel of the screen, as the picture button that was created last found them. All buttons use it.
     struct ButtonScale {
         std::int16_t twipsPerPixelX = 15;
         std::int16_t twipsPerPixelY = 15;

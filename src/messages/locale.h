@@ -14,20 +14,20 @@ namespace kwo::messages {
 using platform::Text;
 using platform::TextView;
 
-/// The user's locale settings, as they were when they were first needed.
+/// The user's locale settings, as they were when they were first needed. The names are those of the system's settings.
 struct LocaleRecord {
     std::int32_t LocaleLanguage = 0;         ///< the language identifier
     std::int32_t LocalePrimaryLanguage = 0;  ///< its low 10 bits
     std::int32_t LocaleSubLanguage = 0;      ///< the bits above
-    bool Locale24Hour = false;
+    bool Locale24Hour = false;               ///< false: 12 hours with AM and PM
     Text LocaleTimeSep;
     Text LocaleThousandSep;
     Text LocaleDecimalSep;
-    std::int16_t LocaleDigits = 0;
-    std::int16_t LocaleCurrDigits = 0;
-    bool LocaleLeadingZero = false;
-    std::int16_t LocaleNegNumber = 0;
-    std::int16_t LocaleNegCurr = 0;
+    std::int16_t LocaleDigits = 0;          ///< digits after the decimal separator
+    std::int16_t LocaleCurrDigits = 0;      ///< the same for currency
+    bool LocaleLeadingZero = false;         ///< 0.7 rather than .7
+    std::int16_t LocaleNegNumber = 0;       ///< the system's number for the format of negative numbers
+    std::int16_t LocaleNegCurr = 0;         ///< the same for currency
     std::int32_t LocaleFirstDayOfWeek = 0;  ///< 0 is Monday, 6 is Sunday
     std::array<Text, 7> LocaleDayAbbrev;    ///< from Monday to Sunday
 };
@@ -35,21 +35,26 @@ struct LocaleRecord {
 /// The component's one copy of the user's locale settings and time zone.
 class MKWOLocale {
 public:
+    /// Keeps references to all of these; they must outlive it.
     MKWOLocale(platform::LocaleSource& source, platform::Clock& clock, platform::SystemErrors& system,
                frame::MKWOError& error, frame::MKWORoutines& routines)
         : mSource(source), mClock(clock), mSystem(system), mError(error), mRoutines(routines) {}
 
-    /// Reads the settings unless that was done before. What the platform does not tell, also because it does not fit
-    /// the buffer, is empty or 0. Raises nothing.
+    /// Reads the settings and the time zone at the first call; later calls do nothing. A setting that the system does
+    /// not tell, or that does not fit its small buffer, is empty or 0. Raises nothing.
     void KWOLocaleInit();
+    /// True once KWOLocaleInit was called.
     bool LocaleLoaded() const { return mLocaleLoaded; }
 
+    /// The settings; empty or 0 before KWOLocaleInit.
     const LocaleRecord& Record() const { return mRecord; }
+    /// The user's time zone; empty before KWOLocaleInit.
     const platform::LocaleSource::TimeZone& TimeZoneInfo() const { return mTimeZoneInfo; }
+    /// Whether daylight-saving time was in force: the result of GetTimeZoneInformation.
     std::uint32_t TimeZoneId() const { return mTimeZoneId; }
 
-    /// Milliseconds from 1601-01-01 to the date, which is what a file time is when it is read as this type; 0 for the
-    /// date 0. Raises Overflow for what the type does not hold, and the platform's error when `localToUtc` fails.
+    /// The milliseconds from 1601-01-01 to `dateTime`; 0 for the date 0. With `localToUtc`, `dateTime` is local time
+    /// and the result is UTC. Raises Overflow for a date out of range, and the platform's error if it cannot convert.
     platform::Milliseconds KWO_DateToFILETIME(platform::Date dateTime, bool localToUtc);
 
 private:

@@ -16,32 +16,35 @@
 
 namespace kwo::messages {
 
-/// The numbered texts for the user, in the user's language. A companion component reads them from a file once; until
-/// then, and where there is no file, every number is undefined.
+/// The numbered texts for the user, in the user's language. A companion component reads them from a file, once. Until
+/// then, and without a file, every number is undefined.
 class MessageTable final : public frame::MessageLookup {
 public:
-    /// `programName` is the name that the messages are asked for by. It is chosen here if nobody has set it.
+    /// `programName` is the name by which messages are asked for; the first load sets it if it is empty. Keeps
+    /// references to all of these; they must outlive the table.
     MessageTable(const platform::Platform& services, frame::HostIdentity& identity, frame::MKWORoutines& routines,
                  MKWOLocale& locale, frame::ApiResult& apiResult, Text& programName);
 
-    /// Loads the table unless that was done before. A missing file leaves it empty. Raises what making or calling the
-    /// companion raises, and TypeMismatch, Overflow or 9 for a malformed answer; later calls raise the same error
-    /// without another try.
+    /// Loads the table at the first call; later calls do nothing. A missing file leaves the table empty.
+    ///
+    /// Raises what creating or calling the companion raises, and TypeMismatch, Overflow or 9 for a malformed answer.
+    /// Later calls raise the same error without another try, until ForgetFailure.
     void KWOInitialize();
-    /// After a failure the next call of KWOInitialize tries again.
+    /// Makes the next KWOInitialize try again after a failure.
     void ForgetFailure() { mFailure.reset(); }
-    /// The text of a number, "Undefined Message" when it has none, with every "%1", "%2" ... replaced by the values.
-    /// Raises TypeMismatch for a value that has no text.
+    /// The text of `msgNo` with every "%1", "%2" ... replaced by the values; "Undefined Message" if there is none.
+    /// Loads nothing. Raises TypeMismatch for a value that cannot be converted to text.
     Text KWO_GetMsg(std::int32_t msgNo, std::span<const platform::Variant> args = {}) const;
 
-    /// Nothing while no file was loaded.
+    /// As KWO_GetMsg, but nothing as long as no file was loaded.
     std::optional<Text> LoadedMessage(std::int32_t number, std::span<const Text> values = {}) override;
 
-    /// The message file; chosen at the first loading unless it is set before.
+    /// Sets the path of the message file, before the first load. Without it the load chooses the path.
     void SetMsgFilePath(TextView path) {
         mMsgFilePath = path;
         ForgetFailure();
     }
+    /// The path of the message file; empty until it is set or chosen.
     const Text& MsgFilePath() const { return mMsgFilePath; }
 
 private:

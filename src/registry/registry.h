@@ -13,27 +13,34 @@ using platform::Handle;
 using platform::Text;
 using platform::TextView;
 
-/// Keys and string values of the platform's registry. A root is a predefined root (0x80000001 ...) or any open key.
+/// Reads and writes keys and string values of the system's registry.
 ///
-/// Members answer with the platform's status code, 0 for success, and raise nothing.
+/// A root is the number of a predefined root (0x80000001 ...) or of any open key. Text is passed in the ANSI code page.
+/// Members return the system's status code, 0 for success, and raise nothing but lack of memory.
 class KWORegistry {
 public:
     using Status = platform::RegistryStore::Status;
 
+    /// `component` must outlive the object.
     explicit KWORegistry(component::Component& component);
 
-    /// The value under an open key, as the type of `defaultValue`; nothing, which stands for `defaultValue` itself, when
-    /// it cannot be read or does not convert. The key stays open.
+    /// Reads a value of the open key `key`, as the type of `defaultValue`: text of any length, a date in the user's
+    /// locale, or a number of up to 32 bits. Returns nothing if the value cannot be read or does not fit the type; the
+    /// caller then uses `defaultValue`. The key stays open.
     std::optional<platform::Variant> KWO_RegGetValueEx(Handle key, TextView valueName,
                                                        const platform::Variant& defaultValue);
+    /// Deletes a key. The system refuses if the key has keys below it.
     [[nodiscard]] Status KWO_RegDeleteKey(Handle root, TextView keyName);
+    /// Deletes a value. An empty `valueName` is the key's default value.
     [[nodiscard]] Status KWO_RegDeleteValue(Handle root, TextView keyName, TextView valueName);
-    /// The open key, which stays open: the caller owns it and there is no member that closes it.
+    /// Opens a key, and creates it if necessary. The caller owns the open key; no member closes it. After a failure the
+    /// result is the key that this object used last, or 0.
     Handle KWO_RegCreateKey(Handle root, TextView keyName);
-    /// Stores a string, and creates the key where there is none. An empty value is stored as one blank.
+    /// Stores a string, and creates the key if necessary. An empty `value` is stored as one blank.
     [[nodiscard]] Status KWO_RegSetValue(Handle root, TextView keyName, TextView valueName, TextView value);
-    /// Reads a string without its trailing blanks, or a 32-bit number as decimal text; `value` is empty when there is
-    /// neither.
+    /// Reads a value of up to 1,024 bytes into `value`: a string without its trailing blanks, or a 32-bit number as
+    /// decimal text. `value` is empty for any other type, and whenever the status is not 0. Numbers with a byte below
+    /// 16 or a high byte of 32 are read wrongly, which is intended.
     [[nodiscard]] Status KWO_RegGetValue(Handle root, TextView keyName, TextView valueName, Text& value);
 
 private:

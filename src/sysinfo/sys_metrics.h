@@ -7,7 +7,7 @@
 
 namespace kwo::sysinfo {
 
-/// The members of the class, in the order of their slots.
+/// The members of the class, in the order of the interface's slots, from platform/metrics.def.
 enum class Metric : std::size_t {
 #define DIMENSION(order, member, index, constant, axis) member,
 #define FLAG(order, member, index, constant) member,
@@ -18,22 +18,30 @@ enum class Metric : std::size_t {
 #undef NUMBER
 };
 
-/// The system's metrics. Dimensions are in pixels or twips; every scale mode but 1 means pixels.
+/// The sizes and settings of the desktop. Each call asks the system again. Sizes are in pixels or twips, by the scale
+/// mode: 1 means twips, every other value pixels.
 class KWOSysMetrics {
 public:
     static constexpr std::int16_t kTwips = 1;
     static constexpr std::int16_t kPixels = 3;
 
+    /// Reads the twips per pixel of the screen, once. `component` must outlive the object.
     explicit KWOSysMetrics(component::Component& component);
 
+    /// The scale mode for calls that give none; 3 at first.
     std::int16_t ScaleMode() const { return mScaleMode; }
+    /// Sets the scale mode while the old one is 1 or 3; any other value stays for good.
     void SetScaleMode(std::int16_t value);
 
-    /// In the scale mode given, or in the stored one when that is missing. Raises Overflow and TypeMismatch.
+    /// A width or height, in `scaleMode` or, if that is missing, in the stored scale mode. Raises Overflow for a size
+    /// that does not fit 32 bits or a scale mode that does not fit 16, and TypeMismatch for a scale mode that is not a
+    /// number.
     std::int32_t Dimension(Metric metric, const platform::Variant& scaleMode);
+    /// A setting that is true or false; for Network the first bit.
     bool Flag(Metric metric) const;
-    /// Raises Overflow for what 16 bits do not hold.
+    /// A count. Raises Overflow if it does not fit 16 bits.
     std::int16_t Short(Metric metric) const;
+    /// A number as the system returns it.
     std::int32_t Long(Metric metric) const;
 
 private:

@@ -9,17 +9,23 @@
 
 namespace kwo::sysinfo {
 
-/// The fonts of the desktop as they were when the object was made. Each is shared with all who get it: a change shows
-/// to the next one.
+/// The fonts of the desktop, as they were when the object was created. Each getter returns the same font object each
+/// time: a caller who changes it changes it for all.
 class KWOSysParams {
 public:
+    /// Reads the fonts. If the system does not tell them, the fonts have empty names and the size 0. Raises what
+    /// creating a font object raises, and Overflow for a size out of range.
     explicit KWOSysParams(component::Component& component);
 
+    /// The font of window captions.
     platform::HostObjectRef CaptionFont() const { return mFonts[kCaption]; }
-    /// A null object; it gives the caption font the name of the small caption font.
+    /// Returns the null object, and gives the caption font the name of the small caption font. Intended.
     platform::HostObjectRef SmCaptionFont();
+    /// The font of menus.
     platform::HostObjectRef MenuFont() const { return mFonts[kMenu]; }
+    /// The font of status bars.
     platform::HostObjectRef StatusFont() const { return mFonts[kStatus]; }
+    /// The font of message boxes.
     platform::HostObjectRef MessageFont() const { return mFonts[kMessage]; }
 
 private:

@@ -8,57 +8,80 @@
 
 namespace kwo::timer {
 
-/// A host's object for ticks.
+/// An object of the host that receives ticks.
 class TickCallback {
 public:
     virtual ~TickCallback() = default;
+    /// One tick. Raises what the object raises.
     virtual void Tick() = 0;
 };
 
-/// A host's object for alarms. What it writes into the arguments reaches the registry.
+/// An object of the host that receives alarms.
 class AlarmCallback {
 public:
     virtual ~AlarmCallback() = default;
+    /// One alarm with its tag. The timer uses what is written into the arguments, even if the call fails: a date other
+    /// than 0 adds the alarm again. Raises what the object raises.
     virtual void Alarm(std::int32_t& itemData, platform::Date& newDateTime) = 0;
 };
 
-/// The object around a timer: its counted references and the sinks of its events.
+/// The automation object around a timer: it counts the references and passes ticks and alarms on as events.
 class TimerShell : public TickCallback, public AlarmCallback {
 public:
+    /// Keeps the object, and the timer in it, alive until ReleaseShell.
     virtual void AddShellReference() noexcept = 0;
+    /// Ends one AddShellReference. The last one destroys the object and the timer.
     virtual void ReleaseShell() noexcept = 0;
 };
 
-/// Recurring ticks and any number of tagged alarms, delivered to a callback object or as events.
+/// A recurring tick and any number of alarms with tags, delivered to a callback object or as events.
 ///
-/// A tick runs only while it is enabled and the interval is above 0; the two are set in either order.
+/// Ticks arrive while the timer is enabled and the interval is above 0; the two may be set in either order. A timer
+/// with pending ticks or alarms keeps its shell alive. Every member runs on the thread that created the timer.
 class KWOTimer final : private timers::TimerOwner {
 public:
+    /// What CancelTimers and TimerTick mean by a type; 0 stands for both in CancelTimers.
     enum EventType : std::int32_t { TimerEvent = 1, AlarmEvent = 2 };
 
-    /// `shell` is where events go to; it outlives the timer.
+    /// `shell` contains this timer and receives the events. Raises Overflow if there are more timers than 32 bits
+    /// count.
     KWOTimer(component::Component& component, TimerShell& shell);
+    /// Releases the callback objects and cancels everything, without raising.
     ~KWOTimer();
 
+    /// The value set last, whatever 16-bit number it was; 0 at first. CancelTimers does not change it.
     std::int16_t Enabled() const { return mEnabled; }
+    /// Starts the tick (any value but 0) or cancels it (0), if the interval is above 0. The value it already has does
+    /// nothing. Raises what AddTick raises.
     void SetEnabled(std::int16_t value);
 
-    /// Milliseconds.
+    /// Milliseconds between ticks; 0 at first.
     std::int32_t Interval() const { return mInterval; }
+    /// A value above 0 starts the tick anew if the timer is enabled. A value of 0 or less disables the timer and
+    /// cancels the tick. Raises TypeMismatch if the tick cannot be started.
     void SetInterval(std::int32_t value);
 
-    /// Null means that the events are fired.
+    /// The callback object for alarms; null if alarms are fired as events.
     const std::shared_ptr<AlarmCallback>& AlarmEvents() const { return mAlarmEvents; }
+    /// Keeps `callback` and releases the previous one, which may run code of the host. Null brings the events back. A
+    /// timer that is ending releases it at once.
     void SetAlarmEvents(std::shared_ptr<AlarmCallback> callback);
+    /// The callback object for ticks; null if ticks are fired as events.
     const std::shared_ptr<TickCallback>& TimerEvents() const { return mTimerEvents; }
+    /// As SetAlarmEvents, for ticks.
     void SetTimerEvents(std::shared_ptr<TickCallback> callback);
 
+    /// Adds an alarm at a local date and time with the tag `itemData`; see MKWOTimer::AddAlarmEntry. Raises
+    /// TypeMismatch for every failure.
     void AddAlarm(platform::Date dateTime, std::int32_t itemData);
+    /// Adds an alarm in `intervalMs` milliseconds; 0 or less means at once. Raises TypeMismatch for every failure, or
+    /// the error of loading the message table.
     void AddRelativeAlarm(std::int32_t intervalMs, std::int32_t itemData);
-    /// Type 0 lets go of the callback objects and then stands for every row, those too that the objects add at their
-    /// end; tag 0 stands for alarms of every tag.
+    /// Cancels everything (type 0), the tick (1), or the alarms with the tag `itemData` (2; the tag 0 means all
+    /// alarms). Type 0 first releases the callback objects, so that it also cancels what they add while they end.
     void CancelTimers(std::int32_t timerType = 0, std::int32_t itemData = 0);
-    /// Delivers one occurrence; a type that is none does nothing.
+    /// Delivers a tick (1) or an alarm (2) now, to the callback object or as an event. Other types do nothing. Raises
+    /// what the handler raises. What the handler writes is in the arguments afterwards.
     void TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) override;
 
 private:

@@ -7,22 +7,26 @@
 
 namespace kwo::timers {
 
-/// A due time for each place, and which is the earliest and the first that is due, in logarithmic time.
+/// Finds the earliest of many due times, and the first place that is due, in logarithmic time.
 ///
-/// A tree of minima, eight to a node, so that a node is what one line of the processor's cache holds.
+/// A place is a number from 0; a due time is any 64-bit number. The index is a tree of minima with eight values to a
+/// node, so that a node fills one line of the processor's cache.
 class DueIndex {
 public:
+    /// The due time of a place that is never due.
     static constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
+    /// No place.
     static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-    /// Makes room for places 0 to `size` - 1; new ones are never due. It does not shrink. Changes
-    /// nothing when it fails.
+    /// Makes room for the places 0 to `size` - 1. New places are never due. The index never shrinks. If memory runs
+    /// out, nothing changes.
     void Grow(std::size_t size);
+    /// Sets the due time of a place that there is room for. Allocates no memory.
     void Set(std::size_t place, std::int64_t due);
 
-    /// The earliest due time; kNever when there is none.
+    /// The earliest due time of all places; kNever if there is none.
     std::int64_t Earliest() const { return mLevels.empty() ? kNever : mLevels.back()[0]; }
-    /// The first place that is due at `now`; kNone when none is.
+    /// The lowest place whose due time is `now` or before; kNone if there is none.
     std::size_t FirstDue(std::int64_t now) const;
 
 private:

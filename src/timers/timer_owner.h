@@ -7,19 +7,23 @@
 
 namespace kwo::timers {
 
-/// Who owns rows of the timer registry: a timer as the registry sees it, with a counted reference to the whole object.
+/// A timer as the registry sees it: what it calls when a row is due, and how it keeps the timer alive.
+///
+/// The owner may be a part of a larger object; the references count for that object.
 class TimerOwner {
 public:
     TimerOwner() = default;
     TimerOwner(const TimerOwner&) = delete;
     TimerOwner& operator=(const TimerOwner&) = delete;
 
-    /// One of the owner's rows is due. What the callee writes reaches the registry; a new date that is not 0 sets an
-    /// alarm again. A failure costs the owner the row.
+    /// One of the owner's rows is due. `tickType` is a RowType, `itemData` the tag of the alarm, `newDateTime` is 0.
+    /// The registry uses what is written into them: a new date other than 0 adds an alarm with the tag `itemData`
+    /// again. If the call raises anything, the owner's rows of that type and tag are cancelled.
     virtual void TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) = 0;
 
+    /// Keeps the owner alive until ReleaseOwner.
     virtual void AddOwnerReference() noexcept = 0;
-    /// The last one may end the owner.
+    /// Ends one AddOwnerReference. The last one may destroy the owner.
     virtual void ReleaseOwner() noexcept = 0;
 
 protected:
@@ -32,10 +36,11 @@ private:
     std::int32_t mFirstAlarmRow = 0;
 };
 
-/// A counted reference to an owner.
+/// A counted reference to an owner. Destroying the last one may destroy the owner, and with that run code of the host.
 class OwnerRef {
 public:
     OwnerRef() = default;
+    /// Adds a reference.
     explicit OwnerRef(TimerOwner& owner) : mOwner(&owner) { owner.AddOwnerReference(); }
     OwnerRef(const OwnerRef& other) : mOwner(other.mOwner) {
         if (mOwner != nullptr) mOwner->AddOwnerReference();
@@ -49,7 +54,9 @@ public:
         if (mOwner != nullptr) mOwner->ReleaseOwner();
     }
 
+    /// The owner; null for an empty reference.
     TimerOwner* Get() const { return mOwner; }
+    /// The owner. The reference must not be empty.
     TimerOwner& operator*() const { return *mOwner; }
 
 private:

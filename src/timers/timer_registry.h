@@ -15,39 +15,52 @@ namespace kwo::timers {
 
 /// The pending ticks and alarms of all timers of a component, and the one platform timer that serves them.
 ///
-/// A used row holds a reference to its owner. All calls come from the component's one thread; callees of a dispatch may
-/// call back into every member.
+/// A used row holds a reference to its owner, so an owner lives at least as long as its rows. All calls come from the
+/// component's one thread. While a row is delivered, its owner may call any member of the registry.
 class MKWOTimer final : private platform::TimerHandler {
 public:
+    /// Keeps references to all of these; they must outlive it.
     MKWOTimer(platform::TimerService& service, frame::MillisecondClock& clock, platform::Clock& wallClock,
               platform::Conversions& conversions, messages::MKWOLocale& locale, platform::HostApplication& host);
+    /// Stops the platform timer.
     ~MKWOTimer() override;
     MKWOTimer(const MKWOTimer&) = delete;
     MKWOTimer& operator=(const MKWOTimer&) = delete;
 
-    /// A timer comes (+1) or goes (-1). When the last one goes every row is freed. Raises Overflow.
+    /// Counts the timers: +1 when one is created, -1 when one ends. When the last one ends, all rows are freed. Raises
+    /// Overflow if the count does not fit 32 bits.
     void AdjustTimerCount(std::int16_t delta);
 
-    /// The owner's one tick, every `intervalMs` (above 0) from now; replaces an earlier one.
+    /// Adds the owner's one tick, which replaces an earlier one. It is due every `intervalMs` milliseconds (above 0)
+    /// from now. Ticks missed while the program was busy are delivered once. Raises Overflow for a due time out of
+    /// range.
     void AddTick(TimerOwner& owner, std::int32_t intervalMs);
-    /// An alarm at `relativeDue` on the millisecond clock or, when that is 0, at `dateTime`. It replaces the owner's
-    /// alarm with the same tag; with tag 0 it replaces all of the owner's alarms. A time of day means today; what is
-    /// past or less than a second ahead comes in a second; what is further ahead than 60 days comes at the midnight of
-    /// that day. Raises what a date that is none raises: the alarms to be replaced are then gone.
+    /// Adds an alarm with the tag `itemData`. It is due at `relativeDue` on the millisecond clock or, if that is 0, at
+    /// the local date and time `dateTime`:
+    ///
+    /// A time of day without a date means today. A moment that has passed, or is less than a second ahead, becomes one
+    /// second from now. A moment more than 60 days ahead becomes the midnight of the 60th day.
+    ///
+    /// The alarm replaces the owner's alarm with the same tag; with the tag 0 it replaces all alarms of the owner.
+    /// Raises TypeMismatch for an invalid date; the alarms to be replaced are then already cancelled.
     void AddAlarmEntry(TimerOwner& owner, platform::Date dateTime, std::int32_t itemData,
                        platform::Milliseconds relativeDue);
-    /// Frees the owner's rows: all (type 0), its tick (1), its alarms with that tag, or all of them for tag 0 (2).
+    /// Frees rows of the owner: all of them (type 0), its tick (1), or its alarms with that tag (2; the tag 0 means all
+    /// alarms). Other types do nothing. May end the owner.
     void CancelEntries(TimerOwner& owner, std::int32_t timerType, std::int32_t itemData);
 
-    /// The thread ends, or its messages do: every row is freed, whoever owns it.
+    /// Frees all rows of all owners. For the end of the thread, after which no row can be delivered.
     void CancelAll();
 
-    /// Arms the platform timer when rows wait and none runs, because the platform had none left.
+    /// Starts the platform timer if rows wait and none runs, because the platform had no timer left before. Raises
+    /// nothing.
     void AskAgainForARefusedTimer() noexcept;
 
+    /// The rows, to look at.
     const TimerTable& Table() const { return mTimerTable; }
+    /// The number of timers that exist.
     std::int32_t InstanceCount() const { return mInstanceCount; }
-    /// The platform timer that runs; 0 is none.
+    /// The identifier of the platform timer that runs; 0 if none runs.
     std::int32_t TimerId() const { return mTimerId; }
 
 private:

@@ -9,47 +9,56 @@
 
 namespace kwo::timers {
 
+/// What a row holds. The numbers are those of the public enumeration TimerEventTypes.
 enum class RowType : std::int32_t { Free = 0, Tick = 1, Alarm = 2 };
 
-/// One pending occurrence, or a place for one.
+/// One pending tick or alarm, or a free place for one.
 struct TimerRow {
     RowType type = RowType::Free;
-    std::int32_t interval = 0;  ///< milliseconds; 0 for an alarm
-    std::int32_t itemData = 0;  ///< the alarm's tag; 0 for a tick
-    OwnerRef timer;
-    platform::Milliseconds due;
+    std::int32_t interval = 0;   ///< milliseconds between ticks; 0 for an alarm
+    std::int32_t itemData = 0;   ///< the alarm's tag; 0 for a tick
+    OwnerRef timer;              ///< keeps the owner alive while the row is used
+    platform::Milliseconds due;  ///< on the millisecond clock
 };
 
 /// The rows of the timer registry, numbered from 1 to SlotCount.
 ///
-/// Beside the rows stand indexes by due time, by owner and by tag: no operation but the freeing of many rows looks at
-/// every row. An owner has at most one tick row and at most one alarm row of each tag; the caller sees to that.
+/// Indexes by due time, by owner and by tag keep every operation fast, however many rows there are. An owner has at
+/// most one tick row and at most one alarm row for each tag; the caller sees to that.
 class TimerTable {
 public:
+    /// No row.
     static constexpr std::int32_t kNoRow = 0;
 
+    /// The number of rows, used and free. It never shrinks.
     std::int32_t SlotCount() const { return static_cast<std::int32_t>(mRows.size()); }
+    /// The number of used rows.
     std::int32_t ActiveCount() const { return mActiveCount; }
+    /// The row with this number, which must be between 1 and SlotCount. Valid until the table changes.
     const TimerRow& Row(std::int32_t row) const { return mRows[Index(row)].row; }
 
     /// Adds two free rows.
     void Grow();
-    /// Fills the first free row, a new one when there is none. Changes nothing when it fails.
+    /// Puts `row` into the first free place, or a new one. If memory runs out, nothing changes.
     void Take(TimerRow row);
-    /// Gives the row's reference to its owner to the caller: letting go of it may end the owner.
+    /// Frees a used row and returns its reference to the owner. Destroy the reference last: it may end the owner and
+    /// call back.
     [[nodiscard]] OwnerRef Free(std::int32_t row);
+    /// Sets the due time of a used row.
     void SetDue(std::int32_t row, platform::Milliseconds due);
 
-    /// The first row that is due at `now`.
+    /// The used row with the lowest number that is due at `now`; kNoRow if none is.
     std::int32_t FirstDue(platform::Milliseconds now) const;
-    /// The earliest due time of all used rows; DueIndex::kNever when none is used.
+    /// The earliest due time of all used rows, in ten-thousandths of a millisecond; DueIndex::kNever if no row is used.
     std::int64_t EarliestDue() const { return mDue.Earliest(); }
 
+    /// The owner's tick row; kNoRow if it has none.
     static std::int32_t TickOf(const TimerOwner& owner) { return owner.mTickRow; }
-    /// Any one of the owner's alarms.
+    /// Any one of the owner's alarm rows; kNoRow if it has none.
     static std::int32_t FirstAlarmOf(const TimerOwner& owner) { return owner.mFirstAlarmRow; }
+    /// The owner's alarm row with this tag; kNoRow if it has none.
     std::int32_t AlarmOf(const TimerOwner& owner, std::int32_t itemData) const;
-    /// Any row that is used, for whoever empties the table.
+    /// Any used row, to empty the table; kNoRow if there is none.
     std::int32_t FirstUsed() const { return FirstDue({DueIndex::kNever - 1}); }
 
 private:
