@@ -7,17 +7,17 @@
 
 namespace kwo::platform {
 
-/// The one kind of failure inside the component. It crosses no interface: the automation shell turns it into what
-/// the caller's way of calling shows.
+/// The one kind of failure inside the component, thrown as an exception. It never crosses an interface: the automation
+/// shell turns it into an HRESULT and an error object.
 struct ComponentError {
-    std::int32_t number = 0;  ///< never 0 when thrown
-    Text source;
+    std::int32_t number = 0;  ///< as in docs/errors.md; never 0 when thrown
+    Text source;              ///< class and member, "KWOTimer.AddAlarm"; empty takes the member that was called
     Text description;
-    Text helpFile;
+    Text helpFile;  ///< empty and 0 if there is no help
     std::int32_t helpContext = 0;
 };
 
-/// Numbers that automation clients know as the errors of the language's own run-time.
+/// The numbers that automation clients know as the errors of the language's own run-time.
 enum class RuntimeError : std::int32_t {
     InvalidProcedureCall = 5,
     Overflow = 6,
@@ -30,9 +30,10 @@ enum class RuntimeError : std::int32_t {
     NoSuchMember = 438,
 };
 
+/// Throws a ComponentError.
 [[noreturn]] void Raise(std::int32_t number, TextView source, TextView description);
 
-/// Raises `error` with its usual English description.
+/// Throws a ComponentError with the usual English description of `error`.
 [[noreturn]] void RaiseRuntime(RuntimeError error, TextView source = {});
 
 }  // namespace kwo::platform

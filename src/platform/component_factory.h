@@ -5,12 +5,13 @@
 
 namespace kwo::platform {
 
-/// Other automation components of the machine.
+/// Creates objects of other automation components on this machine.
 class ComponentFactory {
 public:
     virtual ~ComponentFactory() = default;
 
-    /// A new object of the class with that programmatic identifier. Raises CannotCreateObject.
+    /// Creates an object of the class with this programmatic identifier. Raises CannotCreateObject if there is no such
+    /// class or it cannot create one.
     virtual HostObjectRef Create(TextView programmaticId) = 0;
 };
 

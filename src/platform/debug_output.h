@@ -9,7 +9,7 @@ class DebugOutput {
 public:
     virtual ~DebugOutput() = default;
 
-    /// OutputDebugStringA. Nobody has to be listening.
+    /// Writes one line, without a line end (OutputDebugStringA). Does nothing if nobody listens.
     virtual void Write(TextView line) = 0;
 };
 

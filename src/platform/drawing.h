@@ -8,14 +8,17 @@
 
 namespace kwo::platform {
 
-/// Drawing on a device context that a host object hands out. A call that fails draws nothing and says nothing.
+/// Draws on a device context that a host object supplies. All places are pixels. A call that fails draws nothing and
+/// reports nothing.
 class Drawing {
 public:
+    /// Edges of DrawEdge.
     static constexpr std::uint32_t kEdgeRaised = 5;
     static constexpr std::uint32_t kEdgeEtched = 6;
     static constexpr std::uint32_t kEdgeBump = 9;
     static constexpr std::uint32_t kEdgeSunken = 10;
 
+    /// The type and the states of DrawFrameControl for the arrow of a scroll bar.
     static constexpr std::uint32_t kScrollFrame = 3;  ///< DFC_SCROLL
     static constexpr std::uint32_t kScrollLeft = 2;
     static constexpr std::uint32_t kScrollRight = 3;
@@ -23,35 +26,53 @@ public:
 
     virtual ~Drawing() = default;
 
-    /// GetClientRect; `area` is left as it was when there is no such window.
+    /// Sets `area` to the client area of `window`, with left and top 0 (GetClientRect). Leaves it as it was if there is
+    /// no such window.
     virtual void ClientRect(Handle window, Rect& area) = 0;
+    /// Draws the edges of `area` and, with the right flag, its middle (DrawEdge). `edge` is one of the constants above,
+    /// `flags` the system's BF_ flags.
     virtual void DrawEdge(Handle context, const Rect& area, std::uint32_t edge, std::uint32_t flags) = 0;
+    /// Draws a part of the system's own controls (DrawFrameControl).
     virtual void DrawFrameControl(Handle context, const Rect& area, std::uint32_t type, std::uint32_t state) = 0;
-    /// DrawTextA, with the text's length in bytes.
+    /// Draws `text` into `area` (DrawTextA). `format` is the system's DT_ flags. The text is passed in the ANSI code
+    /// page.
     virtual void DrawText(Handle context, TextView text, const Rect& area, std::uint32_t format) = 0;
+    /// Draws or removes the dotted focus frame: drawing it twice restores the picture.
     virtual void DrawFocusRect(Handle context, const Rect& area) = 0;
+    /// Draws a frame of one pixel along the inside of `area`.
     virtual void FrameRect(Handle context, const Rect& area, Handle brush) = 0;
+    /// One of the system's own pens, brushes or fonts (GetStockObject). It must not be deleted.
     virtual Handle StockObject(std::int32_t which) = 0;
 };
 
-/// The whole screen as a surface to draw lines on, across all windows.
+/// Draws lines on the whole screen, across all windows. All places are pixels of the screen. A call that fails draws
+/// nothing and reports nothing.
 class ScreenDrawing {
 public:
     virtual ~ScreenDrawing() = default;
 
-    /// CreateDCA("DISPLAY"); 0 on failure.
+    /// A device context for the whole screen (CreateDCA "DISPLAY"); 0 on failure. The caller deletes it with
+    /// DeleteContext.
     virtual Handle CreateDisplayContext() = 0;
+    /// Ends a context of CreateDisplayContext.
     virtual void DeleteContext(Handle context) = 0;
+    /// A pen; 0 on failure. `style` is the system's PS_ number, `width` in pixels. The caller deletes it with
+    /// DeleteObject, after it has selected another pen.
     virtual Handle CreatePen(std::int32_t style, std::int32_t width, Colour colour) = 0;
-    /// The mode before.
+    /// Sets how lines combine with the screen (SetROP2), and returns the mode before.
     virtual std::int32_t SetRasterOperation(Handle context, std::int32_t mode) = 0;
-    /// The object that was selected before.
+    /// Makes a pen or brush the current one, and returns the one before.
     virtual Handle SelectObject(Handle context, Handle object) = 0;
+    /// Deletes a pen of CreatePen.
     virtual void DeleteObject(Handle object) = 0;
+    /// As Drawing::StockObject.
     virtual Handle StockObject(std::int32_t which) = 0;
-    /// `point` is left as it was when there is no such window.
+    /// Converts a point of the window's client area to a point of the screen. Leaves it as it was if there is no such
+    /// window.
     virtual void ClientToScreen(Handle window, Point& point) = 0;
+    /// Sets where the next line begins.
     virtual void MoveTo(Handle context, Point point) = 0;
+    /// Draws a line from there to `point`, which is itself not drawn.
     virtual void LineTo(Handle context, Point point) = 0;
 };
 

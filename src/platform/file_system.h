@@ -10,16 +10,18 @@ namespace kwo::platform {
 class FileSystem {
 public:
     static constexpr std::int32_t kNoAttributes = -1;
-    static constexpr std::int32_t kFolder = 0x10;
+    static constexpr std::int32_t kFolder = 0x10;  ///< the bit of Attributes that says folder
 
     virtual ~FileSystem() = default;
 
-    /// GetFileAttributesW; kNoAttributes when there is nothing of that name.
+    /// The attributes of a file or folder (GetFileAttributesW); kNoAttributes if there is none, and then the last-error
+    /// value says why.
     virtual std::int32_t Attributes(TextView path) = 0;
-    /// GetFileAttributesA: the same with the name in the system's code page.
+    /// The same with the name in the ANSI code page (GetFileAttributesA), for systems that have no other call.
     virtual std::int32_t AttributesAnsi(TextView path) = 0;
-    /// Whether the folder's listing has a plain file that matches `pattern`, in which the name may hold wildcards: one
-    /// that is no folder, not hidden and no system file.
+    /// Whether there is a file that matches `pattern`, a path whose name may contain wildcards. Folders, hidden files
+    /// and system files do not count. False for a name that no file can have and for a drive without a disk; no box is
+    /// shown.
     virtual bool ListsFile(TextView pattern) = 0;
 };
 

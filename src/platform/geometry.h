@@ -4,6 +4,7 @@
 
 namespace kwo::platform {
 
+/// A point in pixels.
 struct Point {
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -11,7 +12,7 @@ struct Point {
     friend constexpr bool operator==(Point, Point) = default;
 };
 
-/// In pixels; right and bottom are outside.
+/// A rectangle in pixels. The right and bottom edges are outside. It may be empty or inverted.
 struct Rect {
     std::int32_t left = 0;
     std::int32_t top = 0;
@@ -20,7 +21,7 @@ struct Rect {
 
     friend constexpr bool operator==(const Rect&, const Rect&) = default;
 
-    /// PtInRect.
+    /// Whether the point is inside (PtInRect). An empty or inverted rectangle contains no point.
     constexpr bool Contains(Point point) const {
         return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
     }

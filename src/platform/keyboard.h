@@ -16,12 +16,13 @@ struct Key {
     static constexpr std::int16_t kDown = 40;
 };
 
-/// Keys as if the user had pressed them.
+/// Presses keys in place of the user.
 class Keyboard {
 public:
     virtual ~Keyboard() = default;
 
-    /// The key that moves the focus to the next control, with Shift to the one before.
+    /// Presses the Tab key, which moves the focus to the next control, or with `backwards` Shift+Tab, which moves it to
+    /// the previous one. The program with the focus receives the keys.
     virtual void SendTab(bool backwards) = 0;
 };
 

@@ -10,18 +10,18 @@ namespace kwo::platform {
 /// The user's locale settings and time zone.
 class LocaleSource {
 public:
-    /// A day of the year in the way of the platform's time-zone record: the `day`th `dayOfWeek` of the month, or a date
-    /// where `year` is not 0.
+    /// When daylight-saving time begins or ends, as the system's time-zone record says it: the `day`th `dayOfWeek` of
+    /// the month or, if `year` is not 0, a date.
     struct ChangeDate {
         std::uint16_t year = 0;
         std::uint16_t month = 0;
-        std::uint16_t dayOfWeek = 0;
+        std::uint16_t dayOfWeek = 0;  ///< 0 is Sunday
         std::uint16_t day = 0;
         std::uint16_t hour = 0;
         std::uint16_t minute = 0;
         friend bool operator==(const ChangeDate&, const ChangeDate&) = default;
     };
-    /// Biases are minutes to add to local time for UTC.
+    /// A time zone. Biases are minutes: local time plus the bias is UTC.
     struct TimeZone {
         std::int32_t bias = 0;
         Text standardName;
@@ -34,10 +34,11 @@ public:
 
     virtual ~LocaleSource() = default;
 
-    /// GetLocaleInfoA of the user's default locale with a buffer of `capacity` characters, the terminating zero
-    /// included. Nothing when the platform fails and when the buffer is too small.
+    /// A setting of the user's locale (GetLocaleInfoA). `type` is the system's LCTYPE. Returns nothing if the text and
+    /// its terminating zero do not fit `capacity` bytes, or if the call fails.
     virtual std::optional<Text> Setting(std::uint32_t type, std::uint32_t capacity) = 0;
-    /// GetTimeZoneInformation: fills the record; the result tells which part of the year it is.
+    /// Fills `zone` (GetTimeZoneInformation). Returns 1 in standard time, 2 in daylight-saving time, 0 if the zone has
+    /// none.
     virtual std::uint32_t QueryTimeZone(TimeZone& zone) = 0;
 };
 

@@ -2,14 +2,14 @@
 
 namespace kwo::platform {
 
-/// The button of the user's mouse that acts as the left one.
+/// The button of the user's mouse that acts as the left one, also if the user has swapped the buttons.
 class Mouse {
 public:
     virtual ~Mouse() = default;
 
-    /// Whether the user holds the button at this moment, whatever has become of its messages.
+    /// Whether the user holds the button down now. Messages about it may still be on their way.
     virtual bool IsHeld() = 0;
-    /// Whether the messages that this thread has taken from its queue so far leave the button down.
+    /// Whether the button is down after the messages that this thread has taken from its queue so far.
     virtual bool WasPressed() = 0;
 };
 

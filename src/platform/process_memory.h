@@ -12,7 +12,7 @@ class ProcessMemory {
 public:
     static constexpr std::uint32_t kQueryInformation = 0x400;
 
-    /// In bytes, the faults are a count.
+    /// Page faults are a count, everything else is bytes.
     struct Counters {
         std::uint32_t pageFaults = 0;
         std::uint64_t workingSet = 0;
@@ -25,10 +25,11 @@ public:
 
     virtual ~ProcessMemory() = default;
 
-    /// OpenProcess; 0 on failure.
+    /// Opens a process (OpenProcess); 0 on failure. The caller closes it.
     virtual Handle Open(std::uint32_t access, bool inherit, std::uint32_t processId) = 0;
-    /// GetProcessMemoryInfo; nothing on failure, also on a system that has no such call.
+    /// The counters of now (GetProcessMemoryInfo). Nothing on failure and on systems without that call.
     virtual std::optional<Counters> Query(Handle process) = 0;
+    /// Ends a successful Open.
     virtual void Close(Handle process) = 0;
 };
 

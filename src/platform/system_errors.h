@@ -7,15 +7,17 @@
 
 namespace kwo::platform {
 
-/// The platform's last-error value and its texts for error codes. The texts are what the platform wrote into the
-/// buffer, cut nowhere; every call but `SetLast` may change the last-error value.
+/// The system's last-error value, and its texts for error codes. Every call but SetLast may change the last-error
+/// value. The texts are as the system wrote them: they may contain line ends and zero characters.
 class SystemErrors {
 public:
+    /// What the server said about the last internet error.
     struct InternetResponse {
         bool succeeded = false;
-        std::uint32_t length = 0;  ///< of the response, also when the buffer was too small for it
+        std::uint32_t length = 0;  ///< characters of the response, even if the buffer was too small
         Text text;
     };
+    /// What the network provider said about the last network error.
     struct NetworkError {
         Text text;
         Text provider;
@@ -23,17 +25,18 @@ public:
 
     virtual ~SystemErrors() = default;
 
-    /// The last-error value as the last platform call of this component left it.
+    /// The last-error value, as this component's last platform call left it (GetLastError).
     virtual std::int32_t Last() = 0;
+    /// Sets the last-error value (SetLastError).
     virtual void SetLast(std::int32_t code) = 0;
 
-    /// FormatMessageA from the system's texts, at most 255 characters; empty when there is none.
+    /// The system's own text for a code, at most 255 characters (FormatMessageA). Empty if there is none.
     virtual Text SystemText(std::int32_t code) = 0;
-    /// The same from the texts of a loaded module; empty when it is not loaded or has none.
+    /// The text for a code in a module that is loaded. Empty if the module is not loaded or has none.
     virtual Text ModuleText(TextView module, std::int32_t code) = 0;
-    /// InternetGetLastResponseInfoA with a buffer of `capacity` characters.
+    /// The response to the last internet call, in a buffer of `capacity` characters (InternetGetLastResponseInfoA).
     virtual InternetResponse LastInternetResponse(std::uint32_t capacity) = 0;
-    /// WNetGetLastErrorA.
+    /// The last error of the network (WNetGetLastErrorA).
     virtual NetworkError LastNetworkError() = 0;
 };
 

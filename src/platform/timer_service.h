@@ -9,21 +9,22 @@ class TimerHandler {
 public:
     virtual ~TimerHandler() = default;
 
-    /// Runs on the thread that started the timer, while that thread dispatches messages; nothing may be raised.
+    /// The timer fires. Runs on the thread that started the timer, while that thread dispatches messages. Must not
+    /// raise.
     virtual void TimerProc() noexcept = 0;
-    /// Runs on that thread when it ends, or leaves its apartment, while the timer runs: it will not fire again.
+    /// The thread ends, or leaves its apartment, while the timer runs. Runs on that thread. The timer has stopped.
     virtual void ThreadEnds() noexcept {}
 };
 
-/// The thread's platform timers without a window.
+/// The platform timers of the calling thread. They need no window.
 class TimerService {
 public:
     virtual ~TimerService() = default;
 
-    /// SetTimer: calls `handler` every `delayMs` until Stop, at most once for periods that were missed. Returns the
-    /// timer's identifier, 0 when the platform has none left.
+    /// Calls `handler` every `delayMs` milliseconds until Stop (SetTimer). Missed periods fire once. Returns the
+    /// identifier of the timer, or 0 if the system has no timer left. `handler` must live until Stop.
     virtual std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) = 0;
-    /// KillTimer. An identifier that is none is left alone.
+    /// Stops a timer (KillTimer). Does nothing for an identifier that is not running.
     virtual void Stop(std::int32_t timerId) = 0;
 };
 
