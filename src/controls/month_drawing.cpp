@@ -9,7 +9,7 @@ namespace {
 
 using platform::Drawing;
 
-/// Centred both ways on a single line, with an ellipsis where it is too long.
+/// Centred both ways on one line, with an ellipsis if the text is too long.
 constexpr std::uint32_t kTextFormat = 0x8025;
 
 Rect Shrunk(const Rect& area, std::int32_t by) {
@@ -90,7 +90,7 @@ void MonthDrawing::SelectedGround(const Rect& cell, const MonthStyle& style) con
         Edge(cell, Drawing::kEdgeSunken, style.dayBevel.selectedFlags);
         return;
     }
-    // Intended: nearer to the cell's top left than to its bottom right.
+    // Intended: closer to the top left of its cell than to the bottom right.
     const Rect box = {cell.left + 2, cell.top + 2, cell.right - 4, cell.bottom - 4};
     mBox.FillBox(mTwips.Twips(box), MonthStyle::kHighlight);
 }

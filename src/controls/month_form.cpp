@@ -13,7 +13,7 @@ bool MonthForm::RefusesMonth(Date day) const {
 }
 
 bool MonthForm::RefusesDate(Date date) const {
-    // Intended: the switch for notifications governs the months alone.
+    // Intended: sent even if notifications are off; the switch is for months only.
     Argument arguments[] = {{mBox.Object()}, {date}, {false}};
     return Refuses(u"OnChangeDate", arguments);
 }

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::int32_t kGap = 4;
 
-/// Sizes with which no sum below leaves 32 bits.
+/// Sizes for which no sum below exceeds 32 bits.
 std::int32_t Size(double pixels) {
     constexpr std::int32_t kLargest = 1'000'000'000;
     const std::int32_t size = Rounded<std::int32_t>(pixels);
@@ -35,7 +35,7 @@ MonthLayout MonthLayout::Of(double textHeight, double width, double height, cons
     const std::int32_t daysTop = layout.dayHeader.bottom + kGap;
     layout.dayArea = {kGap, daysTop, next.right, daysTop + static_cast<std::int32_t>(kRows) * layout.cellHeight};
 
-    // What the columns leave over widens the first ones, a pixel each.
+    // The pixels that are left over widen the first columns, one each.
     std::int32_t spare = (next.right - kGap) - kShares * layout.cellWidth;
     std::int32_t left = kGap;
     for (std::size_t column = 0; column < kColumns; ++column) {

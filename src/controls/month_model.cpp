@@ -35,7 +35,8 @@ bool MonthModel::SetMinDate(Date date) {
 
 bool MonthModel::SetMaxDate(Date date) {
     mMaxDate = InCalendar(WholeDays(date));
-    // Intended: no mirror of the other limit. It also acts in the maximum's own month, and always when it is cleared.
+    // Intended: not the mirror of the other limit. It also acts in the month of the maximum, and always if the maximum
+    // is cleared.
     constexpr std::int32_t kInNextMonth = 32;
     const Date end = mMaxDate.days <= 0 ? kNone : LastOfMonth(mMaxDate);
     if (!(VisibleDate(kInNextMonth) > end)) return false;

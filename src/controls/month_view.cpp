@@ -79,7 +79,7 @@ void KWOMonthView::ApplyOptions(const CreateOptions& options) {
     const auto isTrue = [&](const Variant& option) {
         return !platform::IsMissing(option) && conversions.ToBoolean(option);
     };
-    // Intended: the interval is taken as it comes; a test of its size has always let every number pass.
+    // Intended: every number is accepted.
     if (!platform::IsMissing(options.spinInterval)) mSpinInterval = conversions.ToInt16(options.spinInterval);
     SetMultiSelect(isTrue(options.canMultiSelect));
     if (!platform::IsMissing(options.notifyOnChange)) {
@@ -91,7 +91,7 @@ void KWOMonthView::ApplyOptions(const CreateOptions& options) {
     mCanSelect = isTrue(options.canChange) || MultiSelect();
 }
 
-/// The date 0 for what is no date.
+/// The date 0 if the value is not a date.
 Date KWOMonthView::DateIn(const Variant& value) const {
     if (const auto* const date = std::get_if<Date>(&value)) return *date;
     const auto* const text = std::get_if<Text>(&value);
@@ -112,7 +112,7 @@ void KWOMonthView::SetMaxDate(Date date) {
 }
 
 void KWOMonthView::ShowMonth(std::int16_t month, std::int16_t year) {
-    // Intended: the month is stored before anything can refuse it, a limit, the form or the missing box.
+    // Intended: the month is stored before a limit, the form or the missing box can refuse it.
     mModel.ShowMonth(month, year);
     ChangeMonth(mModel.Focus());
 }

@@ -18,21 +18,22 @@ using platform::Key;
 
 constexpr std::int16_t kLeftButton = 1;
 
-/// A press on a window, from the call that tells of it. One that no real button has made, as scripts do, is never over.
+/// A press of the mouse button on a window, from the MouseDown that reports it. If no real button was pressed, as when
+/// a script calls MouseDown, the press is never over.
 class HeldPress {
 public:
-    /// `window` is 0 where there is none to watch.
+    /// `window` is 0 if there is no window to watch.
     HeldPress(const platform::Platform& services, platform::Handle window)
         : mMouse(services.mouse), mDesktop(services.desktop), mWindow(window), mWasDown(mMouse.WasPressed()) {
         Look();
     }
 
-    /// To be called before messages are processed: the release of a button that is up is then among them.
+    /// Call it before messages are processed: if the button is up, its release is then among them.
     void Look() {
         mIsDown = mMouse.IsHeld();
         mWasDown = mWasDown || mIsDown;
     }
-    /// Whether the button was down and is up.
+    /// True if the button was down and is up now.
     bool IsOver() const { return mWasDown && !mIsDown; }
     bool WindowIsGone() const { return mWindow != 0 && !mDesktop.WindowExists(mWindow); }
 
@@ -57,8 +58,8 @@ void KWOMonthView::MouseDown(std::int16_t button, float x, float y) {
     if (mCanSelect && ClickDays(point)) Draw();
 }
 
-/// A step at once and one after each interval, while the button is held and the pointer is on it. The release arrives
-/// while messages are processed here; one that went astray is noticed.
+/// Steps at once and then after each interval, while the button is held and the pointer is on it. The release arrives
+/// while messages are processed here. A release that never arrives is noticed.
 void KWOMonthView::Spin(std::size_t which) {
     SpinState& button = mSpin[which];
     HeldPress press(mComponent.platform, BoxWindow());
@@ -66,7 +67,7 @@ void KWOMonthView::Spin(std::size_t which) {
     button.active = true;
     button.pressed = true;
     const std::int32_t step = which == 0 ? -1 : 1;
-    // Intended: signed ticks, whose sum with the interval may overflow.
+    // Intended: tick counts are signed, and their sum with the interval may overflow.
     std::int32_t due = Ticks();
     while (button.active) {
         if (Ticks() >= due) {
@@ -74,7 +75,7 @@ void KWOMonthView::Spin(std::size_t which) {
             due = Checked(std::int64_t{Ticks()} + mSpinInterval);
         }
         press.Look();
-        // A program that ends and a window that is gone get no release any more.
+        // If the program ends or the window is gone, no release will arrive.
         if (!mComponent.platform.messages.ProcessPending() || press.WindowIsGone()) {
             button = {};
         } else if (button.active && press.IsOver()) {
@@ -85,14 +86,14 @@ void KWOMonthView::Spin(std::size_t which) {
     }
 }
 
-/// Returns early for a message, and now and then to look whether a release went astray.
+/// Returns at `due`, when a message arrives, and from time to time, to look for a release that never arrived.
 void KWOMonthView::WaitUntil(std::int32_t due) {
     constexpr std::int64_t kLongestMs = 100;
     const std::int64_t left = std::int64_t{due} - Ticks();
     mComponent.wait.WaitForInput(static_cast<std::uint32_t>(std::clamp<std::int64_t>(left, 0, kLongestMs)));
 }
 
-/// 0 for a box without a window that the system knows.
+/// 0 if the box has no window that the system knows.
 Handle KWOMonthView::BoxWindow() const {
     try {
         const Handle window = mBox.Window();
@@ -102,7 +103,7 @@ Handle KWOMonthView::BoxWindow() const {
     }
 }
 
-/// False when the form has refused the change. It may have changed the layout as well, so every cell is looked at.
+/// False if the form refuses the change. The form may change the layout too, so every cell is tested.
 bool KWOMonthView::ClickDays(platform::Point point) {
     const MonthGrid grid(mModel.Focus(), FirstDayOfWeek(mComponent.locale));
     if (!mLayout.dayArea.Contains(point)) return true;
@@ -146,7 +147,7 @@ void KWOMonthView::MouseUp() {
     if (!mCreated) return;
     for (std::size_t which = 0; which < mSpin.size(); ++which) {
         if (!mSpin[which].active) continue;
-        // Whatever the host makes of the drawing, the button is released.
+        // The button is released even if drawing fails.
         mSpin[which] = {};
         DrawSpinButton(which, false);
         Draw();
@@ -194,14 +195,14 @@ void KWOMonthView::KeyDown(std::int16_t& keyCode) {
 
 void KWOMonthView::MoveFocus(std::int32_t days) {
     const Date target = mModel.DaysFromFocus(days);
-    // The date 0 is no target: the month that has the focus is shown again, or nothing happens.
+    // The date 0 is not a target: the month of the focus is shown again, or nothing happens.
     if (!mModel.IsInFocusMonth(target)) return ChangeMonth(target == Date{} ? mModel.Focus() : target);
     if (target == Date{}) return;
     mModel.MoveFocusInMonth(target);
     Draw();
 }
 
-/// False when the user cannot select.
+/// False if the user may not select.
 bool KWOMonthView::ToggleFocus() {
     if (!mCanSelect) return false;
     if (mForm.RefusesDate(mModel.Focus())) return true;

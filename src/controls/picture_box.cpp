@@ -9,7 +9,7 @@ namespace kwo::controls {
 
 namespace {
 
-/// Colours cross as signed numbers.
+/// Hosts expect colours as signed numbers.
 Variant ToVariant(Colour colour) {
     return static_cast<std::int32_t>(colour);
 }
@@ -60,8 +60,8 @@ Colour PictureBox::ForeColour() const {
 void PictureBox::SetFontBold(bool bold) const {
     HostObjectRef font = ObjectProperty(Box(), u"Font");
     if (font == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    // The same font is the same object here as well: it knows its members' names by then. While it is compared, the
-    // box may get another font, or be exchanged itself.
+    // The same font stays the same object here, which already knows the ids of its members. While the fonts are
+    // compared, the host may give the box another font, or this object another box.
     const HostObjectRef known = mFont;
     if (known != nullptr && known->IsSameAs(*font)) {
         font = known;

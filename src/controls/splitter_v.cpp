@@ -20,7 +20,7 @@ platform::HostObject& Required(const HostObjectRef& object) {
     return *object;
 }
 
-/// One statement with errors suppressed.
+/// Runs one statement and ignores an error.
 template <class Statement>
 void Try(Statement&& statement) {
     try {
@@ -36,7 +36,8 @@ bool IsContainer(const HostObjectRef& object) {
 
 }  // namespace
 
-/// The inverted line on the screen, drawn and erased by the same call. The screen's context lives as long as this.
+/// The inverted line on the screen; drawing it again erases it. The screen's device context lives as long as this
+/// object.
 class KWOSplitterV::TrackingLine {
 public:
     explicit TrackingLine(const KWOSplitterV& splitter)
@@ -180,7 +181,7 @@ void KWOSplitterV::MouseDown(std::int16_t button, float x) {
 
 void KWOSplitterV::MouseMove(float x) {
     if (!mCreated || !mDragging) return;
-    // Intended: the line runs at the pointer; where the bar was grabbed counts at its release alone.
+    // Intended: the line follows the pointer; the offset at which the bar was grabbed counts only at the release.
     const float position = Clamped(Single(mSplitter, u"Left") + x);
     if (position == mLastLinePos) return;
     const TrackingLine line(*this);
@@ -197,7 +198,8 @@ void KWOSplitterV::MouseUp(float x) {
         mDragging = false;
     }
     const float position = Clamped(Single(mSplitter, u"Left") + x - mDownX);
-    // Intended: the width by the screen's factor, unlike at the beginning, and the height from the container's width.
+    // Intended: the width comes from the screen's twips per pixel, unlike in Create, and the height from the
+    // container's width.
     Move(mSplitter, position, mTopMargin, static_cast<float>(mTwips.x) * mSplitterSizeInPixels,
          Single(mContainer, u"ScaleWidth") - mTopMargin - mBottomMargin);
     Resize();
@@ -205,7 +207,7 @@ void KWOSplitterV::MouseUp(float x) {
 
 float KWOSplitterV::Clamped(float position) const {
     if (position < mLeftMargin) return mLeftMargin;
-    // Intended: the left margin is taken off at the right as well.
+    // Intended: the left margin is subtracted at the right too.
     const float most = Single(mContainer, u"ScaleWidth") - mLeftMargin - mRightMargin - Single(mSplitter, u"Width");
     return position > most ? most : position;
 }

@@ -6,7 +6,7 @@ namespace kwo::frame {
 
 platform::Text KWO_FormatDuration(platform::Conversions& conversions, platform::Date duration) {
     constexpr double kSecondsPerDay = 86'400;
-    // Rounded before it is cut in two, so that the last half second of a day does not lose that day.
+    // Rounded before it is split, so that the last half second of a day counts as the next day.
     const double seconds = std::nearbyint(std::fabs(duration.days) * kSecondsPerDay);
     const double days = std::floor(seconds / kSecondsPerDay);
     const platform::Date timeOfDay{(seconds - days * kSecondsPerDay) / kSecondsPerDay};

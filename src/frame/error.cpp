@@ -9,7 +9,7 @@ namespace {
 
 constexpr TextView kAutomationError = u"automation error";
 constexpr TextView kSupportSearch = u"https://support.microsoft.com/search";
-// Errors that keep coming without ever being replaced must not eat the host's memory.
+// Limits the memory of the host that errors take which are attached again and again.
 constexpr std::size_t kLongestSavedText = 8'192;
 
 constexpr std::int32_t kBufferTooSmall = 122;
@@ -96,7 +96,7 @@ void MKWOError::KWO_SaveError(const ComponentError& current, const SaveErrorRequ
     const ComponentError raised = request.raiseNow ? mSaved : ComponentError();
     if (request.writeTrace && mSaved.number != 0 && mTrace.IsRecording()) {
         const bool elsewhere = mSaved.source != mTrace.KWO_CurrentRoutine();
-        // Intended: all three values also where the template has two places, the source then stands behind the text.
+        // Intended: three values even if the template has two places; the source then follows the text.
         const std::array values = {Decimal(mSaved.number), mSaved.description, mSaved.source};
         mTrace.KWO_TraceWrite(
             KWO_FillTemplate(elsewhere ? u"Attached error #%1: %2; Source=%3" : u"Attached error #%1: %2", values),
@@ -143,8 +143,8 @@ void MKWOError::KWO_RaiseError(std::int32_t code, TextView source, TextView text
     if (mTrace.IsRecording()) {
         const bool elsewhere = raisedSource != mTrace.KWO_CurrentRoutine();
         const std::array values = {Decimal(number), description, raisedSource};
-        // Intended: no blank behind the colon, unlike the line of a re-raised error, and the source stands behind the
-        // text even where the template has no place for it.
+        // Intended: no blank after the colon, unlike the line of an error that is raised again. If the template has no
+        // place for the source, it follows the text.
         mTrace.KWO_TraceWrite(
             KWO_FillTemplate(elsewhere ? u"Raising error #|:|; Source=|" : u"Raising error #|:|", values), true, true);
     }

@@ -19,8 +19,8 @@ void LineStamp::ReadLocale() {
 }
 
 void LineStamp::SetNow() {
-    // A date cannot hold every second exactly: one that is nearly over counts as over. Nothing is rounded up, so that a
-    // day does not end early.
+    // A date cannot hold every second exactly, so a second that is nearly over counts as over. Nothing is rounded up: a
+    // day must not end early.
     constexpr double kNearly = 0.0005;
     const auto seconds = static_cast<std::int64_t>(std::floor(mClock.Now().days * kSecondsPerDay + kNearly));
     mToday = seconds / kSecondsPerDay - (seconds % kSecondsPerDay < 0 ? 1 : 0);

@@ -28,13 +28,13 @@ bool LogFile::Open(TextView folder, TextView program, platform::SystemErrors& er
     return IsOpen();
 }
 
-/// After a file of that name could not be made. The last error stays as it is.
+/// Whether CreateNew failed because the name is taken. Keeps the last error.
 bool LogFile::IsTaken(platform::SystemErrors& errors) {
     constexpr std::int32_t kAccessDenied = 5;
     constexpr std::int32_t kFileExists = 80;
 
     const std::int32_t code = errors.Last();
-    // Where a folder has the name some systems say that access is denied.
+    // If a folder has the name, some systems report that access is denied.
     if (code != kAccessDenied) return code == kFileExists;
     const std::int32_t attributes = mNames.Attributes(mName);
     errors.SetLast(code);

@@ -18,7 +18,7 @@ EventType EventTypeOf(std::int32_t buttons) {
     return (buttons & kAnyWarningIcon) != 0 ? EventType::Warning : EventType::Information;
 }
 
-/// The default pointer while a box is up.
+/// Shows the default pointer while a box is shown.
 class DefaultPointer {
 public:
     explicit DefaultPointer(Screen& screen) : mScreen(screen), mBefore(screen.MousePointer()) {
@@ -33,7 +33,7 @@ private:
     std::intptr_t mBefore;
 };
 
-/// Another help context on a form while a box is up; nothing without a form.
+/// Sets another help context on a form while a box is shown. Does nothing without a form.
 class BorrowedHelpContext {
 public:
     BorrowedHelpContext(Screen& screen, Handle form, std::int32_t context) : mScreen(screen), mForm(form) {

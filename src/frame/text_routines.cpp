@@ -78,7 +78,7 @@ Text KWO_InsertValue(TextView text, TextView value, TextView marker, bool quote)
 
     const auto at = text.find(marker);
     Text result(text.substr(0, at));
-    // Intended: a value is never lost, also where the text has no place for it.
+    // Intended: a value without a marker is added to the text.
     if (at == TextView::npos) return result + u" " + shown;
     result += shown;
     result += text.substr(at + marker.size());

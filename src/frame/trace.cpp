@@ -131,7 +131,7 @@ bool Trace::UserWantsFileDeleted() {
 
 std::int32_t Trace::Push(TextView routine, std::int16_t traceMode) {
     const Milliseconds entered = mClock.KWO_TimerMs();
-    // The line is the enclosing routine's: its depth, and its name in the box when the line cannot be written.
+    // The line belongs to the enclosing routine: its depth, and its name in the box if the line cannot be written.
     if (Recording() && mStack.Traced(traceMode)) Entry(u"Push " + Text(routine), true, true);
     mStack.Push(routine, traceMode, entered);
     return mStack.Depth();
@@ -204,7 +204,7 @@ void Trace::ReportFailure(std::int32_t number, TextView description) {
                                 mFile.Name() + u":\r\n\r\n" + Text(description),
                             kStopIcon, false, true);
     } catch (...) {
-        // A log that cannot be written is no reason for the caller's routine to fail, not even when nobody can be told.
+        // The traced routine must not fail because the log cannot be written, not even if nobody can be told.
     }
     mFile.Close();
 }
@@ -219,7 +219,7 @@ void Trace::WriteLine(TextView text, bool indent, bool save) {
     if (const Text rule = mStamp.RuleOfNewDay(); !rule.empty()) Emit(rule, save);
     if (const Text change = mMemory.ChangeLine(); !change.empty()) Emit(change, save);
 
-    // The room of the last line is used again.
+    // Reuses the memory of the last line.
     Text line = std::move(mRoom);
     line.clear();
     mStamp.AppendTime(line);
@@ -242,7 +242,7 @@ void Trace::Split() {
     if (!Close(false)) return;
     mStamp.ForgetDay();
     mMemory.Forget();
-    // Intended: the new file echoes to the debug output, also where the one before did not.
+    // Intended: the new file echoes to the debug output even if the previous one did not.
     KWO_TraceStart(1, 0, trackMemory);
 }
 
@@ -259,7 +259,7 @@ void Trace::WriteToFile(TextView piece) {
     const std::int32_t code = mPlatform.errors.Last();
     Text description = mError.KWO_SystemErrorText(code);
     if (description.empty()) description = u"Unknown error.";
-    // Not by way of KWO_RaiseError: its own line would go to the file that just failed.
+    // KWO_RaiseError would write a line to the file that has just failed.
     platform::Raise(-code, {}, description);
 }
 

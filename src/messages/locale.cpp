@@ -18,7 +18,7 @@ constexpr std::uint32_t kLargeBuffer = 32;
 constexpr std::uint32_t kFirstDayName = 49;
 constexpr std::uint32_t kDayNameCapacity = 4;
 
-/// The number that the text writes, which has no more digits than the small buffers hold; 0 for any other text.
+/// The number in the text, which has no more digits than the small buffers hold; 0 for any other text.
 template <class Number>
 Number ToNumber(TextView text) {
     const bool negative = text.starts_with(u'-');
@@ -31,7 +31,7 @@ Number ToNumber(TextView text) {
     return static_cast<Number>(negative ? -value : value);
 }
 
-/// A setting of the platform, the buffer that it is given, and what becomes of the text.
+/// A setting of the system, the size of its buffer, and where its text goes.
 struct Field {
     std::uint32_t type;
     std::uint32_t capacity;

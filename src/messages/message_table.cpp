@@ -26,7 +26,7 @@ constexpr TextView kFileName = u"\\KWOInit.nls";
 constexpr TextView kNextRelease = u"\\..\\nextrelease\\KWOInit.nls";
 constexpr TextView kLastResort = u"H:\\Corvath\\nextrelease\\KWOInit.nls";
 
-/// No file of ours comes near; a companion that claims more is broken.
+/// No real file comes near this number; a companion that reports more is broken.
 constexpr std::int64_t kMostMessages = 16'000'000;
 
 /// Programs that read the messages of another one.
@@ -53,7 +53,7 @@ std::shared_ptr<const TextArray> TextsIn(const Variant& value) {
     platform::RaiseRuntime(RuntimeError::TypeMismatch);
 }
 
-/// From left to right; what is put in is not looked at again. "%10" is "%1" and a zero.
+/// Fills the markers from left to right. Inserted text is not searched again. "%10" is "%1" followed by a zero.
 Text Filled(const Text& text, std::span<const Text> values) {
     Text filled;
     for (std::size_t at = 0; at < text.size();) {
@@ -89,7 +89,7 @@ MessageTable::MessageTable(const platform::Platform& services, frame::HostIdenti
 
 void MessageTable::KWOInitialize() {
     if (mInitialised) return;
-    // A button asks for a text at every step of a release: a file that cannot be used is not read each time.
+    // A button asks for a text at every step of a release. A file that cannot be used must not be read each time.
     if (mFailure) throw platform::ComponentError(*mFailure);
     mLocale.KWOLocaleInit();
     if (mMsgFilePath.empty()) mMsgFilePath = DefaultFilePath();
@@ -111,7 +111,7 @@ void MessageTable::LoadByCompanion() {
 
 Text MessageTable::DefaultFilePath() {
     const Text beside = mHost.Folder() + Text(kFileName);
-    // Intended: inside the development environment the last place is taken without a look.
+    // Intended: inside the development environment the last place is used without a check.
     if (mIdentity.KWO_IsCompiled() || IsFile(beside)) return beside;
     const Text next = mHost.Folder() + Text(kNextRelease);
     return IsFile(next) ? next : Text(kLastResort);
@@ -123,7 +123,7 @@ bool MessageTable::IsFile(const Text& path) {
 }
 
 void MessageTable::ChooseProgramName() {
-    // What the environment puts before the name of a program that is being developed.
+    // The characters that the environment puts before the name of a program under development.
     constexpr std::size_t kPrefix = 2;
     if (mProgramName.empty()) {
         const Text name = mHost.ExecutableName();

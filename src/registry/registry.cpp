@@ -27,7 +27,8 @@ constexpr std::uint32_t kNumberType = 4;
 constexpr std::uint32_t kValueCapacity = 1024;
 constexpr std::uint32_t kTextCapacity = 260;
 
-/// What the platform reported as the value, without the one zero byte that ends a string and without trailing blanks.
+/// The bytes of the value that the system reported, without the one zero byte that ends a string and without trailing
+/// blanks.
 std::string ReportedBytes(const RegistryStore::Value& value) {
     if (value.status != RegistryStore::kSuccess || value.length == 0) return {};
     std::string bytes = value.bytes.substr(0, value.length);
@@ -36,9 +37,9 @@ std::string ReportedBytes(const RegistryStore::Value& value) {
     return bytes;
 }
 
-/// Intended: the number is read from what is left of the value's bytes after it was cut like a string, and a byte below
-/// 16 gives one digit instead of two, so that numbers with such a byte or with a high byte of 0x20 read back wrongly.
-/// The digits are those of a 32-bit number: four of them from 8000 on are positive, eight from 80000000 on negative.
+/// Intended: the bytes are cut like a string before they are read as a number, and a byte below 16 gives one digit
+/// instead of two. So a number with such a byte, or with a high byte of 0x20, is read wrongly. The digits are those of
+/// a 32-bit number: four digits from 8000 on are positive, eight digits from 80000000 on are negative.
 Text NumberText(const std::string& bytes) {
     constexpr std::size_t kMostDigits = 8;
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -67,7 +68,7 @@ bool Fits(std::int32_t number) {
     return number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max();
 }
 
-/// `number` as the type that `like` holds; nothing when it does not fit or `like` is of no such type.
+/// `number` as the type that `like` holds. Nothing if it does not fit, or if `like` holds something else.
 std::optional<Variant> NumberLike(const Variant& like, std::int32_t number) {
     return std::visit(
         [&](const auto& sample) -> std::optional<Variant> {
@@ -96,16 +97,16 @@ bool IsNumber(const Variant& value) {
         value);
 }
 
-/// The room to ask for after `capacity` bytes were too few; 0 when there is no more.
+/// The buffer size to try after `capacity` bytes were too few; 0 if there is no larger one.
 std::uint32_t MoreThan(std::uint32_t capacity, std::uint32_t reported) {
-    // What cannot tell its length is asked for twice as much.
+    // If the system does not report a larger size, the buffer is doubled.
     if (reported > capacity) return reported;
     return capacity <= std::numeric_limits<std::uint32_t>::max() / 2 ? 2 * capacity : 0;
 }
 
 }  // namespace
 
-/// A key that a member has opened; closing it is the last platform call of the member.
+/// A key that a member has opened. It is closed last, after all other calls of the member.
 class KWORegistry::OpenedKey {
 public:
     OpenedKey(KWORegistry& registry, const RegistryStore::KeyResult& result)
@@ -151,7 +152,7 @@ KWORegistry::Status KWORegistry::KWO_RegDeleteValue(Handle root, TextView keyNam
 
 Handle KWORegistry::KWO_RegCreateKey(Handle root, TextView keyName) {
     KeepKey(mStore.CreateKey(root, keyName, kCreatedKeyAccess, true));
-    // Intended: after a failure this is the key of the call before, open or not.
+    // Intended: after a failure this is the key of the previous call, open or not.
     return mKey;
 }
 

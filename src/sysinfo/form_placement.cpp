@@ -18,7 +18,7 @@ using platform::TextView;
 constexpr std::int16_t kNormal = 0;
 constexpr std::int16_t kMinimised = 1;
 
-/// One statement with errors suppressed: one that fails has no effect.
+/// Runs one statement; if it fails, it has no effect.
 template <class Statement>
 void Try(Statement&& statement) {
     try {
@@ -58,7 +58,7 @@ private:
     platform::Conversions& mConversions;
 };
 
-/// What a form has to fit into.
+/// The area that a form must fit into.
 struct Bounds {
     float left = 0;
     float top = 0;
@@ -110,7 +110,7 @@ void FitVertically(const Form& form, const Bounds& bounds) {
     }
 }
 
-/// Also for what is no number.
+/// 0 for a negative value, and for a value that is not a number.
 float AtLeastZero(float value) {
     return value >= 0 ? value : 0;
 }
@@ -155,7 +155,7 @@ void FormPlacement::KWO_SetFormPosition(const HostObjectRef& formObject, const F
 
     const std::pair<TextView, const Variant&> places[] = {
         {u"Left", position.left}, {u"Top", position.top}, {u"Width", position.width}, {u"Height", position.height}};
-    // Intended: an empty place is assigned like any other, while an empty window state is none.
+    // Intended: an empty position or size is assigned like any other; an empty window state is ignored.
     for (const auto& [property, value] : places) {
         if (!platform::IsMissing(value)) Try([&] { form.Let(property, value); });
     }

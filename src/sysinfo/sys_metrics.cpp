@@ -11,7 +11,7 @@ namespace kwo::sysinfo {
 
 namespace {
 
-/// What becomes of a value that the system gave.
+/// How a value of the system is returned.
 enum class Kind { X, Y, None, Flag, Number };
 
 struct Row {
@@ -21,7 +21,7 @@ struct Row {
 
 constexpr Kind X = Kind::X;
 constexpr Kind Y = Kind::Y;
-// Intended: MinSpacingX stays in pixels, whatever the mode, unlike its partner.
+// Intended: MinSpacingX is in pixels whatever the scale mode, unlike MinSpacingY.
 constexpr Kind NONE = Kind::None;
 
 constexpr Row kRows[] = {
@@ -54,7 +54,7 @@ KWOSysMetrics::KWOSysMetrics(component::Component& component)
 }
 
 void KWOSysMetrics::SetScaleMode(std::int16_t value) {
-    // Intended: the guard looks at the stored mode. One odd value is taken and stays for ever.
+    // Intended: the guard looks at the stored mode, so one odd value is accepted and then stays.
     if (mScaleMode == kTwips || mScaleMode == kPixels) mScaleMode = value;
 }
 
@@ -73,7 +73,7 @@ std::int32_t KWOSysMetrics::Dimension(Metric metric, const platform::Variant& sc
 }
 
 bool KWOSysMetrics::Flag(Metric metric) const {
-    // The other bits say which networks there are.
+    // The other bits tell which networks there are.
     if (metric == Metric::Network) return (Long(metric) & 1) != 0;
     return Long(metric) != 0;
 }

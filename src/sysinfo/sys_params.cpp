@@ -54,8 +54,8 @@ KWOSysParams::KWOSysParams(component::Component& component) {
 }
 
 platform::HostObjectRef KWOSysParams::SmCaptionFont() {
-    // Intended: the small caption font is assigned to the default property of the caption font, its name, and nobody
-    // gets it.
+    // Intended: the caption font gets the name of the small caption font, through its default property, and no font is
+    // returned.
     CaptionFont()->Let(u"Name", mFonts[kSmallCaption]->Get(u"Name"));
     return nullptr;
 }

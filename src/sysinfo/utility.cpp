@@ -32,9 +32,9 @@ std::int16_t ToInt16(std::uint32_t value) {
     return static_cast<std::int16_t>(value);
 }
 
-/// Of a positive number.
+/// `seconds` must be positive.
 std::int16_t MillisecondsOf(std::int16_t seconds) {
-    // Intended: from 100 on the number counts milliseconds, and what is below is multiplied in 16 bits.
+    // Intended: a number from 100 on is milliseconds; a smaller one is multiplied by 1000 in 16 bits.
     constexpr std::int16_t kFirstMilliseconds = 100;
     if (seconds >= kFirstMilliseconds) return seconds;
     const std::int32_t product = std::int32_t{seconds} * 1000;
@@ -49,7 +49,7 @@ KWOUtility::KWOUtility(component::Component& component) : mComponent(component) 
 }
 
 Text KWOUtility::KWO_FindInPath(TextView fileName) {
-    // No file has such a name, but the system would look for what stands before the character.
+    // No file can have such a name, but the system would look for the part before the zero character.
     if (fileName.find(u'\0') != TextView::npos) return {};
     platform::FileSystem& files = mComponent.platform.files;
     if (Text beside = WithSlash(mComponent.platform.host.LibraryFolder()).append(fileName); files.ListsFile(beside)) {
@@ -85,13 +85,13 @@ Text KWOUtility::Directory(DirectoryQuery query, Variant& slashAtEnd) {
         if (length == 0) return {};
     } while (length > buffer.size());
     Text directory = conversions.FromAnsi(std::string_view(buffer).substr(0, length));
-    // Intended: appended unconditionally; a root directory ends in two.
+    // Intended: appended even to a root directory, which then ends in two backslashes.
     if (!std::holds_alternative<Null>(slashAtEnd) && conversions.ToBoolean(slashAtEnd)) directory += u'\\';
     return directory;
 }
 
 bool KWOUtility::KWO_IsWin32() {
-    // Intended: true on the other family alone, whatever the name says.
+    // Intended: true on the family that is not NT, despite the name.
     constexpr std::uint32_t kWindows95Family = 1;
     return Version().platformId == kWindows95Family;
 }
@@ -122,7 +122,7 @@ void KWOUtility::KWO_Pause(std::int16_t seconds) {
     if (seconds <= 0) return;
     platform::Clock& clock = mComponent.platform.clock;
     const std::int16_t delay = MillisecondsOf(seconds);
-    // Intended: signed ticks. A wait that begins just before they turn negative lasts until they come round again.
+    // Intended: tick counts are signed. If they turn negative during a wait, it lasts until they come round again.
     const auto ticks = [&clock] { return static_cast<std::int32_t>(clock.TickCount()); };
     const std::int64_t sum = std::int64_t{ticks()} + delay;
     if (sum > INT32_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
@@ -134,7 +134,7 @@ void KWOUtility::KWO_Pause(std::int16_t seconds) {
 std::int32_t KWOUtility::KWO_LoadApp(TextView appPath, TextView appProg, TextView appParms, std::int16_t winMode,
                                      TextView appName) {
     if (!appName.empty()) {
-        // Intended: 1 tells that a window was activated, while a start gives the task's identifier.
+        // Intended: 1 for an activated window, the identifier of the task for a started program.
         constexpr std::int32_t kActivated = 1;
         const bool activated = Activates(appName);
         mComponent.platform.messages.ProcessPending();
@@ -168,7 +168,7 @@ void KWOUtility::TellFailedStart(TextView appPath, TextView appProg) {
     try {
         mComponent.messages.KWOInitialize();
     } catch (const ComponentError&) {
-        // A failed start is told by the box alone; without a table the text is the one for undefined messages.
+        // Without a message table the box shows the text for undefined messages.
     }
     const Variant values[] = {Text(appPath), Text(appProg)};
     const Text prompt = mComponent.messages.KWO_GetMsg(kCannotStart, values);

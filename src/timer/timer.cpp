@@ -89,18 +89,18 @@ void KWOTimer::AddRelativeAlarm(std::int32_t intervalMs, std::int32_t itemData) 
 
 void KWOTimer::CancelTimers(std::int32_t timerType, std::int32_t itemData) {
     if (timerType == 0) {
-        // Both are taken out before either ends: their end may call back.
+        // Both are taken out before either is released: a release may call back.
         const auto timerEvents = std::exchange(mTimerEvents, nullptr);
         const auto alarmEvents = std::exchange(mAlarmEvents, nullptr);
     }
-    // Intended: the settings stay as they are, so that Enabled reads true where no tick is left.
+    // Intended: Enabled and Interval do not change, so Enabled reads true although no tick is left.
     mComponent.timers.CancelEntries(*this, timerType, itemData);
 }
 
 void KWOTimer::TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) {
     if (tickType != TimerEvent && tickType != AlarmEvent) return;
     mComponent.timers.AskAgainForARefusedTimer();
-    // A callback object may be taken away by its own call.
+    // A call may make the timer release the callback object.
     if (tickType == TimerEvent) {
         const std::shared_ptr<TickCallback> callback = mTimerEvents;
         (callback != nullptr ? *callback : mShell).Tick();
@@ -111,8 +111,8 @@ void KWOTimer::TimerTick(std::int32_t& tickType, std::int32_t& itemData, platfor
 }
 
 void KWOTimer::RaiseAsTimerError(const ComponentError& error, TextView text, TextView source) {
-    // Intended: the text stands where a flag is expected. Only a number, True or False is one; any other text ends here
-    // as a type mismatch, which is what callers know.
+    // Intended: the text is passed where a flag is expected. Only a number, True or False can be converted; any other
+    // text raises a type mismatch here, which callers rely on.
     const bool replace = mComponent.platform.conversions.ToBoolean(Text(text));
     mComponent.error.KWO_SaveError(error, {.source = source, .replace = replace});
     mComponent.error.KWO_RaiseSavedError();

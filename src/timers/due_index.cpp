@@ -7,7 +7,7 @@ namespace kwo::timers {
 void DueIndex::Grow(std::size_t size) {
     if (!mLevels.empty() && size <= mLevels.front().size()) return;
     const std::size_t before = mLevels.empty() ? 0 : mLevels.front().size();
-    // Built aside: what there is must still be found when there is no memory for more.
+    // Built aside, so that nothing is lost if there is no memory for more.
     std::vector<std::vector<std::int64_t>> levels(1);
     levels[0].reserve(WholeNodes(std::max(size, 2 * before)));
     if (before > 0) levels[0] = mLevels.front();

@@ -20,7 +20,7 @@ using platform::RuntimeError;
 using platform::Text;
 using platform::TextView;
 
-/// The type's largest whole number of milliseconds stands for no due time at all.
+/// The largest whole number of milliseconds of the type means that nothing is due.
 constexpr Milliseconds kNoDue{0x7FFFFFFFFFFFE950};
 constexpr Milliseconds kSoonestAlarm = Milliseconds::Whole(1'000);
 constexpr Milliseconds kLongestDelay = Milliseconds::Whole(30'000);
@@ -38,7 +38,7 @@ Milliseconds Sum(Milliseconds a, Milliseconds b) {
     return {a.scaled + b.scaled};
 }
 
-/// The first due time after `now` in the row's rhythm: what was missed is left out.
+/// The first due time after `now` in the row's rhythm. Missed ones are skipped.
 Milliseconds NextDue(const TimerRow& row, Milliseconds now) {
     const std::int64_t period = Milliseconds::Whole(row.interval).scaled;
     return {row.due.scaled + ((now.scaled - row.due.scaled) / period + 1) * period};
@@ -75,7 +75,7 @@ void MKWOTimer::AddTick(TimerOwner& owner, std::int32_t intervalMs) {
 }
 
 void MKWOTimer::AddAlarmEntry(TimerOwner& owner, Date dateTime, std::int32_t itemData, Milliseconds relativeDue) {
-    // Intended: an alarm replaces the one with its tag, and with tag 0 all of its owner's.
+    // Intended: an alarm replaces the one with its tag; with the tag 0 it replaces all alarms of its owner.
     CancelEntries(owner, static_cast<std::int32_t>(RowType::Alarm), itemData);
     const Milliseconds due = relativeDue.scaled != 0 ? relativeDue : DueOf(dateTime);
     mTimerTable.Take({RowType::Alarm, 0, itemData, OwnerRef(owner), due});
@@ -86,7 +86,7 @@ void MKWOTimer::CancelEntries(TimerOwner& owner, std::int32_t timerType, std::in
     const bool everything = timerType == kAllTypes;
     const bool ticks = everything || timerType == static_cast<std::int32_t>(RowType::Tick);
     const bool alarms = everything || timerType == static_cast<std::int32_t>(RowType::Alarm);
-    // The owner may end with its last row, after everything else is done.
+    // Destroyed last: the owner may end with its last row.
     OwnerRef last;
     if (ticks) Free(TimerTable::TickOf(owner), last);
     if (alarms && (everything || itemData == kAllTags)) {
@@ -111,13 +111,14 @@ void MKWOTimer::CancelAll() {
 
 void MKWOTimer::TimerProc() noexcept {
     if (mInTimerProc) {
-        // A callee of the dispatch that is running processes messages: it arms the timer again at its end.
+        // A handler that is running processes messages. The end of that dispatch arms the timer again.
         StopPlatformTimer();
         return;
     }
     mInTimerProc = true;
     try {
-        // The firing came too early: its delay was rounded, or the row is far off. What is left is measured again.
+        // If nothing was due, the timer fired early: its delay was rounded, or the row is far ahead. The rest is
+        // measured again.
         if (!DispatchDueRows()) mLastDue = {};
     } catch (const platform::ComponentError& error) {
         LogUnexpected(error.description);
@@ -129,8 +130,9 @@ void MKWOTimer::TimerProc() noexcept {
 }
 
 bool MKWOTimer::DispatchDueRows() {
-    // Intended: from the first row again after each one, for callees may have added and cancelled rows. A tick whose
-    // handler takes longer than its interval is due again each time, and the rows below it wait until it is cancelled.
+    // Intended: starts at the first row again after each one, because handlers may add and cancel rows. If the handler
+    // of a tick takes longer than the interval, the tick is due again each time, and the rows below it wait until it is
+    // cancelled.
     for (bool any = false;; any = true) {
         const Milliseconds now = mClock.KWO_TimerMs();
         const std::int32_t row = mTimerTable.FirstDue(now);
@@ -157,7 +159,7 @@ void MKWOTimer::Dispatch(std::int32_t row, Milliseconds now) {
     } catch (...) {
         failed = true;
     }
-    // What fails from here on has nobody to hear of it.
+    // Nobody can be told of a failure from here on.
     try {
         if (failed) {
             CancelEntries(*owner, type, itemData);
@@ -189,7 +191,7 @@ void MKWOTimer::Rearm() {
     const Milliseconds wait{earliest > now ? earliest.scaled - now.scaled : 0};
     std::uint32_t delayMs = 1;
     if (wait > kLongestDelay) {
-        // Intended: a running timer is left alone whatever its period, and keeps firing for an empty table.
+        // Intended: a running timer is not changed, whatever its period, and keeps firing for an empty table.
         if (mTimerId != 0) return;
         delayMs = static_cast<std::uint32_t>(frame::RoundHalfEven(kLongestDelay));
     } else if (earliest > now) {
@@ -197,7 +199,8 @@ void MKWOTimer::Rearm() {
     }
     StopPlatformTimer();
     if (earliest == kNoDue) return;
-    // Intended: a platform that has no timer left is no error. The rows wait until the next call that arms the timer.
+    // Intended: if the platform has no timer left, no error is raised. The rows wait until the next call that arms the
+    // timer.
     mTimerId = mService.Start(delayMs, *this);
 }
 
@@ -211,14 +214,14 @@ Milliseconds MKWOTimer::DueOf(Date dateTime) {
     const Date now = mWallClock.Now();
     const Date today{std::floor(now.days)};
     if (IsTimeOfDay(dateTime)) dateTime.days += today.days;
-    // Intended: what is further ahead is pulled in. The owner may move it on when it comes.
+    // Intended: a later date becomes this one. The owner may set the alarm again when it arrives.
     dateTime.days = std::min(dateTime.days, today.days + kFurthestDays);
     const Milliseconds then = mLocale.KWO_DateToFILETIME(dateTime, false);
     const Milliseconds difference = Sum(then, Milliseconds{-mLocale.KWO_DateToFILETIME(now, false).scaled});
     return Sum(mClock.KWO_TimerMs(), std::max(difference, kSoonestAlarm));
 }
 
-/// Asks the text that the date has: it is rounded to seconds, and there is none for what is no date.
+/// Decides by the date's text, which is rounded to seconds. Raises TypeMismatch for an invalid date, which has no text.
 bool MKWOTimer::IsTimeOfDay(Date dateTime) const {
     const auto date = mConversions.ParseDate(mConversions.ToText(dateTime));
     if (!date) platform::RaiseRuntime(RuntimeError::TypeMismatch);

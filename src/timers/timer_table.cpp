@@ -16,7 +16,7 @@ void TimerTable::Grow() {
     if (size > kMost) platform::RaiseRuntime(platform::RuntimeError::Overflow);
     mDue.Grow(size);
     if (mHashHeads.size() < size) GrowHash();
-    // Freeing must not need memory.
+    // So that freeing needs no memory.
     if (mFree.capacity() < size) mFree.reserve(2 * size);
     mRows.resize(size);
     PutFree(static_cast<std::int32_t>(size - 1));
@@ -72,7 +72,7 @@ std::int32_t TimerTable::AlarmOf(const TimerOwner& owner, std::int32_t itemData)
 }
 
 std::size_t TimerTable::Bucket(const TimerOwner& owner, std::int32_t itemData) const {
-    // Tags come in runs and owners at round addresses: both are spread over all bits.
+    // Tags are often consecutive and owners lie at round addresses: this spreads both over all bits.
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
     constexpr int kHigh = 32;
     const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&owner));

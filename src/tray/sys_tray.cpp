@@ -14,8 +14,8 @@ using platform::TrayRecord;
 
 constexpr std::uint32_t kEverything = TrayRecord::kMessage | TrayRecord::kIcon | TrayRecord::kTip;
 
-/// The tip as the record holds it: with its end, cut or filled with blanks.
-// Intended: a tip of 64 characters or more loses its end.
+/// The tip as the record holds it: with a zero character at its end, cut or padded with blanks.
+// Intended: a tip of 64 characters or more has no zero character at its end.
 Text Fitted(TextView toolTip) {
     constexpr std::size_t kTipSize = 64;
     Text fitted(toolTip);
@@ -35,7 +35,7 @@ KWOSysTray::~KWOSysTray() {
     try {
         Destroy();
     } catch (...) {
-        // A release has no way to tell of it, and the host must live on. The icon goes with its window.
+        // A release cannot report a failure, and the host must go on. The icon is removed with its window.
     }
 }
 
@@ -47,7 +47,7 @@ bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& 
                          .callbackMessage = kCallbackMessage,
                          .icon = mComponent.platform.pictures.NativeHandle(*icon),
                          .tip = Fitted(toolTip)};
-    // The picture may have called Create itself while it was asked: no icon is left that nobody removes.
+    // The picture may have called Create while it was asked. Its icon must not stay behind.
     Destroy();
     mIcon = icon;
     mRecord = std::move(record);
@@ -79,7 +79,7 @@ void KWOSysTray::SetIcon(const platform::HostObjectRef& icon) {
     mRecord.icon = mComponent.platform.pictures.NativeHandle(*icon);
     mIcon = icon;
     mRecord.flags = TrayRecord::kIcon;
-    // Intended: also without an icon in the area, whereupon the system refuses.
+    // Intended: called even if no icon is shown; the system then refuses.
     mComponent.platform.notificationArea.Modify(mRecord);
 }
 
@@ -96,8 +96,8 @@ std::int32_t KWOSysTray::MouseUpMsg(std::int16_t button) {
 }
 
 void KWOSysTray::TaskbarCreated() {
-    // The shell refuses when it still has the icon, or is too busy: there is nobody to tell, and the next taskbar is
-    // told again.
+    // The shell refuses if it still has the icon or is too busy. Nobody can be told; the next taskbar gets the icon
+    // again.
     mRecord.flags = kEverything;
     mComponent.platform.notificationArea.Add(mRecord);
 }
