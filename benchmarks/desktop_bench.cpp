@@ -6,6 +6,7 @@
 
 #include "kwoutil.h"
 #include "measure.h"
+#include "process_resources.h"
 
 // What asking the desktop costs beside the system's own calls, and what objects leave behind. KWOUtil must be
 // registered.
@@ -13,6 +14,7 @@
 namespace {
 
 using namespace kwo::bench;
+namespace com_test = kwo::com_test;
 
 void MeasureMetric(const wchar_t* name, DISPID id, int index, int callsPerRound) {
     constexpr DISPID kScaleMode = 0x6803001C;
@@ -84,28 +86,21 @@ void MeasureSearch() {
 }
 
 struct Use {
-    DWORD handles = 0;
-    DWORD drawingObjects = 0;
-    DWORD userObjects = 0;
-    long long heapBytes = 0;
+    com_test::Resources process = com_test::ResourcesInUse();
+    long drawingObjects = static_cast<long>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
+    long userObjects = static_cast<long>(::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
 };
 
-Use Now() {
-    Use use;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &use.handles);
-    use.drawingObjects = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
-    use.userObjects = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
-    HANDLE heaps[64];
-    const DWORD count = ::GetProcessHeaps(64, heaps);
-    for (DWORD at = 0; at < count && at < 64; ++at) {
-        PROCESS_HEAP_ENTRY entry = {};
-        ::HeapLock(heaps[at]);
-        while (::HeapWalk(heaps[at], &entry)) {
-            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) use.heapBytes += entry.cbData;
-        }
-        ::HeapUnlock(heaps[at]);
-    }
-    return use;
+/// What counts nothing finds no leak: it must see a block and a handle.
+void ProveTheCounting() {
+    const Use before;
+    void* const block = ::HeapAlloc(::GetProcessHeap(), 0, 12'345);
+    const HANDLE handle = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    const com_test::Resources more = Use().process - before.process;
+    Must(more.heapBytes >= 12'345 ? S_OK : E_UNEXPECTED, "counting the heap");
+    Must(more.handles == 1 ? S_OK : E_UNEXPECTED, "counting handles");
+    ::CloseHandle(handle);
+    ::HeapFree(::GetProcessHeap(), 0, block);
 }
 
 void MeasureLeaks() {
@@ -113,10 +108,7 @@ void MeasureLeaks() {
     constexpr const wchar_t* kClasses[] = {L"KWORegistry",  L"KWOUtility", L"KWOSplitterV",  L"KWOPicBtn",
                                            L"KWOSysParams", L"KWOSysTray", L"KWOSysMetrics", L"KWOMonthView",
                                            L"KWOTimer",     L"IKWOTimer",  L"IKWOAlarm"};
-    const Use empty = Now();
-    void* const known = ::HeapAlloc(::GetProcessHeap(), 0, 12'345);
-    Must(Now().heapBytes - empty.heapBytes >= 12'345 ? S_OK : E_UNEXPECTED, "counting the heap");
-    ::HeapFree(::GetProcessHeap(), 0, known);
+    ProveTheCounting();
     std::printf("\n%d objects of each class created and released: what is left\n", kObjects);
     for (const wchar_t* const name : kClasses) {
         void* made = nullptr;
@@ -133,13 +125,13 @@ void MeasureLeaks() {
         };
         // What is made once and kept is no leak.
         make(100);
-        const Use before = Now();
+        const Use before;
         make(kObjects);
-        const Use after = Now();
+        const Use after;
+        const com_test::Resources left = after.process - before.process;
         std::printf("  %-16ls %6ld handles %6ld drawing objects %6ld windows and menus %8lld bytes\n", name,
-                    static_cast<long>(after.handles - before.handles),
-                    static_cast<long>(after.drawingObjects - before.drawingObjects),
-                    static_cast<long>(after.userObjects - before.userObjects), after.heapBytes - before.heapBytes);
+                    left.handles, after.drawingObjects - before.drawingObjects, after.userObjects - before.userObjects,
+                    left.heapBytes);
         factory->Release();
     }
 }
