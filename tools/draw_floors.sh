@@ -19,9 +19,19 @@ graph() {
     sed -nE 's|^.* -> .*// (\S+) -> (\S+)$|\1 \2|p' "$folder/$name.dot"
 }
 
-# A floor's library is called kwo_ and its folder. Beside the floors only the DLL is drawn.
+# folder_of LIBRARY: that of kwo_com_server is com/server, that of kwo_com_support com_support.
+folder_of() {
+    local name=${1#kwo_}
+    [[ $name == KWOUtil || -d $KWO_ROOT/src/$name ]] || name=${name//_//}
+    printf '%s' "$name"
+}
+
+# Beside the floors only the DLL is drawn.
 floors_of() {
-    grep -E '^(kwo_[a-z_]+|KWOUtil) kwo_[a-z_]+$' | grep -v kwo_options | sed 's/kwo_//g; y|_|/|' | LC_ALL=C sort -u
+    local user used
+    grep -E '^(kwo_[a-z_]+|KWOUtil) kwo_[a-z_]+$' | grep -v kwo_options | LC_ALL=C sort -u | while read -r user used; do
+        printf '%s %s\n' "$(folder_of "$user")" "$(folder_of "$used")"
+    done
 }
 
 draw() {
@@ -58,6 +68,7 @@ draw() {
         return users ? sum / users : -1
     }
     function y(r) { return margin + (top - r) * rowHeight }
+    function isGround(node) { return row(node) == 0 && rowSize[0] == 1 }  # as wide as the house
     function label(node) { return node == "KWOUtil" ? "KWOUtil.dll" : node }
     { from[++edges] = $1; to[edges] = $2; if (!seen[$1]++) names[++nodes] = $1; if (!seen[$2]++) names[++nodes] = $2 }
     END {
@@ -93,14 +104,14 @@ draw() {
         printf "<rect width=\"100%%\" height=\"100%%\" fill=\"#ffffff\"/>\n"
         for (i = 1; i <= edges; ++i) {
             if (needless(i)) continue
-            ground = row(to[i]) == 0 ? x[from[i]] : x[to[i]]
+            ground = isGround(to[i]) ? x[from[i]] : x[to[i]]
             printf "<line x1=\"%d\" y1=\"%d\" x2=\"%d\" y2=\"%d\" stroke=\"#606060\"/>\n", x[from[i]], y(row(from[i])) + boxHeight, ground, y(row(to[i]))
         }
         for (r = top; r >= 0; --r)
             for (i = 1; i <= nodes; ++i) {
                 if (row(names[i]) != r) continue
-                w = r == 0 ? width - 2 * margin : boxWidth
-                c = r == 0 ? width / 2 : x[names[i]]
+                w = isGround(names[i]) ? width - 2 * margin : boxWidth
+                c = isGround(names[i]) ? width / 2 : x[names[i]]
                 printf "<rect x=\"%d\" y=\"%d\" width=\"%d\" height=\"%d\" rx=\"4\" fill=\"#eef3fa\" stroke=\"#30507a\"/>\n", c - w / 2, y(r), w, boxHeight
                 printf "<text x=\"%d\" y=\"%d\" text-anchor=\"middle\">%s</text>\n", c, y(r) + 22, label(names[i])
             }
