@@ -6,13 +6,13 @@
 
 namespace kwo::controls {
 
-/// The edge of an element of the calendar.
+/// The edge of an element of the calendar, as the arguments of Drawing::DrawEdge.
 struct Bevel {
     std::uint32_t edge = 0;
     std::uint32_t flags = 0;
-    std::uint32_t selectedFlags = 0;  ///< of a selected day
+    std::uint32_t selectedFlags = 0;  ///< the flags for a selected day
 
-    /// 1 raised, 2 sunken, 3 etched, anything else a bump, which reads 0.
+    /// The edge for a number of the public properties: 1 raised, 2 sunken, 3 etched, any other a bump.
     static constexpr Bevel Of(std::int16_t number) {
         constexpr std::uint32_t kRectangle = 0x000F;
         constexpr std::uint32_t kMiddle = 0x0800;
@@ -30,6 +30,7 @@ struct Bevel {
                 return {platform::Drawing::kEdgeBump, kFilled + kFlat, kFilled};
         }
     }
+    /// The number of this edge; 0 for a bump.
     constexpr std::int16_t Number() const {
         switch (edge) {
             case platform::Drawing::kEdgeRaised:

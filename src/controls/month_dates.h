@@ -11,24 +11,24 @@ namespace kwo::controls {
 
 using platform::Date;
 
-/// The date without its time of day: what comes before day 0 counts its time away from it.
+/// The date without its time of day.
 inline Date WholeDays(Date date) {
     return {std::trunc(date.days)};
 }
 
-/// A calendar day.
+/// A day of the calendar.
 struct CalendarDay {
     std::int16_t year = 0;
     std::int16_t month = 0;
     std::int16_t day = 0;
 };
 
-/// Automation dates count from 1899-12-30.
+/// Automation dates count from 1899-12-30; the calendar has the years 100 to 9999.
 inline constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};
 inline constexpr double kFirstDate = -657434;  ///< 100-01-01
 inline constexpr double kLastDate = 2958465;   ///< 9999-12-31
 
-/// Raises InvalidProcedureCall for what the calendar of automation does not have.
+/// Returns `date`. Raises InvalidProcedureCall if it is outside the calendar.
 inline Date InCalendar(Date date) {
     if (!(date.days > kFirstDate - 1 && date.days < kLastDate + 1)) {
         platform::RaiseRuntime(platform::RuntimeError::InvalidProcedureCall);
@@ -36,6 +36,7 @@ inline Date InCalendar(Date date) {
     return date;
 }
 
+/// Year, month and day of a date. Raises InvalidProcedureCall outside the calendar.
 inline CalendarDay DayOf(Date date) {
     const auto days = static_cast<std::int32_t>(InCalendar(WholeDays(date)).days);
     const std::chrono::year_month_day calendar{kDayZero + std::chrono::days{days}};
@@ -44,7 +45,8 @@ inline CalendarDay DayOf(Date date) {
             static_cast<std::int16_t>(static_cast<unsigned>(calendar.day()))};
 }
 
-/// Days and months beyond their ends run on into the next. May lie outside of the calendar.
+/// The date of a day. Days and months beyond their ends continue into the next or the previous month or year. The
+/// result may be outside the calendar. Raises InvalidProcedureCall for a year beyond 30,000.
 inline Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {
     const std::int32_t months = year * 12 + month - 1;
     const std::int32_t wholeYears = months >= 0 ? months / 12 : (months - 11) / 12;
@@ -57,17 +59,19 @@ inline Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {
     return {static_cast<double>((first - kDayZero).count() + day - 1)};
 }
 
+/// The first day of the date's month. Raises InvalidProcedureCall outside the calendar.
 inline Date FirstOfMonth(Date date) {
     const CalendarDay day = DayOf(date);
     return DateOf(day.year, day.month, 1);
 }
 
+/// The last day of the date's month. Raises InvalidProcedureCall outside the calendar.
 inline Date LastOfMonth(Date date) {
     const CalendarDay day = DayOf(date);
     return DateOf(day.year, day.month + 1, 0);
 }
 
-/// The same day of another month, or the last one of a month that is too short.
+/// The same day of another month, or the last day of a shorter month. Raises InvalidProcedureCall outside the calendar.
 inline Date MovedByMonths(Date date, std::int32_t months) {
     const CalendarDay day = DayOf(date);
     const Date first = InCalendar(DateOf(day.year, day.month + months, 1));
@@ -76,7 +80,7 @@ inline Date MovedByMonths(Date date, std::int32_t months) {
     return same < last ? same : last;
 }
 
-/// 0 is Monday.
+/// The day of the week; 0 is Monday.
 inline std::int32_t WeekdayOf(Date date) {
     const auto days = static_cast<std::int32_t>(WholeDays(date).days);
     return static_cast<std::int32_t>(std::chrono::weekday{kDayZero + std::chrono::days{days}}.iso_encoding()) - 1;

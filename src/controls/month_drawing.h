@@ -11,7 +11,7 @@
 
 namespace kwo::controls {
 
-/// The colours and weights of a calendar's texts.
+/// Weights, colours and edges of a calendar.
 struct MonthStyle {
     bool captionBold = false;
     bool headerBold = false;
@@ -25,7 +25,7 @@ struct MonthStyle {
     Bevel headerBevel;
     Bevel dayBevel;
 
-    /// System colours. A selected colour that is this one goes with a highlighted box.
+    /// System colours. If the selected colour is kHighlightText, selected days have a highlighted box.
     static constexpr Colour kHighlightText = 0x8000000E;
     static constexpr Colour kHighlight = 0x8000000D;
     static constexpr Colour kButtonFace = 0x8000000F;
@@ -34,21 +34,23 @@ struct MonthStyle {
     static constexpr Colour kWindowText = 0x80000008;
 };
 
-/// Draws a calendar on its picture box, whose device context is read before each call.
+/// Draws a calendar on its picture box. The device context is read again before each call.
 ///
-/// The host may call the calendar again from any of these calls. The focus is taken once, at the beginning of a
-/// drawing; layout, style and selection are read where they are used.
+/// Each call may run code of the host, which may call the calendar again. The focus is read once, at the beginning;
+/// layout, style and selection are read where they are used.
 class MonthDrawing {
 public:
+    /// Keeps references to all of these; they must outlive it.
     MonthDrawing(const PictureBox& box, const platform::Platform& services, messages::MKWOLocale& locale,
                  const TwipsPerPixel& twips)
         : mBox(box), mPlatform(services), mLocale(locale), mTwips(twips) {}
 
-    /// Raises what the host raises.
+    /// Draws one arrow: 0 leads to the previous month, 1 to the next. Raises what the host raises.
     void SpinButton(const MonthLayout& layout, std::size_t which, bool pressed) const;
-    /// The caption alone, on a fresh ground. Raises what the host raises.
+    /// Draws month and year on a fresh ground. Raises what the host raises.
     void Caption(const MonthLayout& layout, const MonthModel& model) const;
-    /// False when the host raises something; the rest is not drawn then. With `plain`, no day is drawn as selected.
+    /// Draws everything. Returns false if the host raises an error; the rest is then not drawn. With `plain` no day is
+    /// drawn as selected.
     bool Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model,
                   bool plain = false) const;
 

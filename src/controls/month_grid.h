@@ -8,23 +8,23 @@
 
 namespace kwo::controls {
 
-/// The user's first day of the week: 0 is Monday, also for a setting that names no day. Read anew for each use; the
-/// locale reads the system's settings once.
+/// The first day of the week in the user's locale: 0 is Monday, which also stands for an invalid setting.
 inline std::int32_t FirstDayOfWeek(messages::MKWOLocale& locale) {
     locale.KWOLocaleInit();
     const std::int32_t first = locale.Record().LocaleFirstDayOfWeek;
     return first >= 0 && first < static_cast<std::int32_t>(MonthLayout::kColumns) ? first : 0;
 }
 
-/// Which cells of the calendar have days.
+/// Which day is in which cell of the calendar.
 class MonthGrid {
 public:
-    /// Of the date's month; `firstDayOfWeek` 0 is Monday.
+    /// For the month of `date`. `firstDayOfWeek` is that of the first column; 0 is Monday. Raises InvalidProcedureCall
+    /// outside the calendar.
     MonthGrid(Date date, std::int32_t firstDayOfWeek)
         : mFirstColumn((WeekdayOf(FirstOfMonth(date)) - firstDayOfWeek + 7) % 7),
           mLastDay(DayOf(LastOfMonth(date)).day) {}
 
-    /// 0 for an empty cell.
+    /// The day of the month in a cell; 0 if the cell is empty. Columns and rows count from 0.
     std::int16_t DayAt(std::size_t column, std::size_t row) const {
         const auto place = static_cast<std::int32_t>(row * MonthLayout::kColumns + column);
         const std::int32_t day = place - mFirstColumn + 1;

@@ -11,22 +11,23 @@ namespace kwo::controls {
 
 using platform::Rect;
 
-/// Where everything of a calendar lies in its picture box, in pixels.
+/// The places of everything in a calendar, in pixels of its picture box.
 struct MonthLayout {
     static constexpr std::size_t kColumns = 7;
     static constexpr std::size_t kRows = 6;
 
-    std::array<Rect, 2> spinButtons;
+    std::array<Rect, 2> spinButtons;  ///< 0 leads to the previous month, 1 to the next
     Rect caption;
     Rect dayHeader;
     Rect dayArea;
     std::int32_t cellWidth = 0;
     std::int32_t cellHeight = 0;
     std::array<Rect, kColumns> headerCells;
-    std::array<Rect, kColumns * kRows> dayCells;  ///< column by column
+    std::array<Rect, kColumns * kRows> dayCells;  ///< column by column; use DayCell
 
+    /// The cell in a column (0 to 6) and a row (0 to 5).
     const Rect& DayCell(std::size_t column, std::size_t row) const { return dayCells[column * kRows + row]; }
-    /// Which spin button, if any, lies at the point. The first one wins where they overlap.
+    /// The spin button at a point; nothing if there is none. The first one wins if they overlap.
     std::optional<std::size_t> SpinButtonAt(platform::Point point) const {
         for (std::size_t which = 0; which < spinButtons.size(); ++which) {
             if (spinButtons[which].Contains(point)) return which;
@@ -34,7 +35,7 @@ struct MonthLayout {
         return std::nullopt;
     }
 
-    /// Of a box of that size, whose font has texts of that height; all in twips. Raises Overflow.
+    /// The layout for a box of this size whose font has texts of this height. All three are in twips. Raises Overflow.
     static MonthLayout Of(double textHeight, double width, double height, const TwipsPerPixel& twips);
 };
 

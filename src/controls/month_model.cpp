@@ -26,7 +26,8 @@ void MonthModel::MoveFocusInMonth(Date day) {
 
 bool MonthModel::SetMinDate(Date date) {
     mMinDate = InCalendar(WholeDays(date));
-    // Intended: no month, as before the first focus, is earlier than any limit, and than no limit.
+    // Intended: before the first focus there is no visible month. It counts as earlier than any limit, and even than no
+    // limit.
     const Date start = mMinDate.days <= 0 ? kNone : FirstOfMonth(mMinDate);
     if (!(VisibleDate(1) < start)) return false;
     SetFocus(mMinDate);

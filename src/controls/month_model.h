@@ -7,60 +7,74 @@
 
 namespace kwo::controls {
 
-/// What a calendar remembers: the focus, the visible month, the limits and the selected days. It knows no form, no
-/// picture and no layout.
+/// The dates of a calendar: focus, visible month, limits and selected days. It knows no form, no picture and no layout.
 ///
-/// The date 0 means "none": no focus, no limit. Members that take a day or lead to one raise InvalidProcedureCall
-/// outside the years 100 to 9999, and then change nothing.
+/// The date 0 means none: no focus, no limit. Members that take a day or move to one raise InvalidProcedureCall outside
+/// the years 100 to 9999, and then change nothing.
 class MonthModel {
 public:
-    /// The day that keys start from, without a time of day. Its month is the one that is drawn.
+    /// The day with the focus, without a time of day. The calendar shows its month.
     Date Focus() const { return mFocus; }
+    /// False until a focus is set, and while it is the date 0.
     bool HasFocus() const { return mFocus != kNone; }
-    /// The focus and everything that follows it: the visible month and the framed day.
+    /// Sets the focus, the visible month and the framed day.
     void SetFocus(Date day);
 
-    /// Both are 0 until there is a focus. ShowMonth leaves its numbers here as they were given, until the next focus.
+    /// The month and year that callers read; 0 before there is a focus. ShowMonth stores its numbers here as they are.
     std::int16_t VisibleMonth() const { return mVisible.month; }
+    /// See VisibleMonth.
     std::int16_t VisibleYear() const { return mVisible.year; }
-    /// A day of the visible month; one beyond its end runs on into the next month.
+    /// A day of the visible month. A day beyond its end is in the next month.
     Date VisibleDate(std::int32_t day) const { return DateOf(mVisible.year, mVisible.month, day); }
-    /// The day of the month that wears the focus frame. A click that the form refuses moves it away from the focus.
+    /// The day of the month that has the focus frame. If the form refuses a click, it differs from the focus.
     std::int16_t FramedDay() const { return mVisible.day; }
+    /// Sets the framed day.
     void FrameDay(std::int16_t day) { mVisible.day = day; }
 
-    /// In another month than the focus is, the focus moves to the first day. No limit is asked.
+    /// Sets the visible month. If the focus is in another month, it moves to the first day. The limits do not count
+    /// here.
     void ShowMonth(std::int16_t month, std::int16_t year);
-    /// The same day of a month before or behind, or the last one of a shorter month.
+    /// The day of the focus in another month, or the last day of a shorter month.
     Date MonthsFromFocus(std::int32_t months) const { return MovedByMonths(mFocus, months); }
+    /// The focus plus a number of days.
     Date DaysFromFocus(std::int32_t days) const { return InCalendar({mFocus.days + days}); }
+    /// Whether `day` has the same month as the focus, in any year.
     bool IsInFocusMonth(Date day) const { return DayOf(day).month == DayOf(mFocus).month; }
-    /// To a day of the same month.
+    /// Moves the focus to a day of its own month.
     void MoveFocusInMonth(Date day);
 
-    /// As they were set, without their times of day.
+    /// The limits as they were set, without their times of day.
     Date MinDate() const { return mMinDate; }
+    /// See MinDate.
     Date MaxDate() const { return mMaxDate; }
-    /// True when the focus has moved to the limit, so that its month is to be shown. A limit of 0 or less is none.
+    /// Sets a limit; 0 or less means no limit. Returns true if the focus moved to the limit, so that its month must be
+    /// shown.
     bool SetMinDate(Date date);
+    /// As SetMinDate. It also moves the focus if the visible month is that of the limit, and always if the limit is
+    /// cleared.
     bool SetMaxDate(Date date);
-    /// Whether a month may be shown. Limits are whole months: every day of a limit's own month is allowed.
+    /// Whether the limits allow the month of `day`. They are whole months.
     bool Allows(Date day) const;
 
-    /// Whether clicks and keys toggle days one by one.
+    /// True if each click toggles a day; false if there is one selected day.
     bool MultiSelect() const { return mMultiSelect; }
+    /// Changes the mode; selected days stay.
     void SetMultiSelect(bool multiSelect) { mMultiSelect = multiSelect; }
-    /// Dates are rounded to the nearest day. An invalid date is never selected.
+    /// Whether the date, rounded to the nearest day, is selected. An invalid date is not.
     bool IsSelected(Date date) const;
+    /// Adds a day to the selection; an invalid date is ignored.
     void Select(Date date);
+    /// Removes a day from the selection, if it is there.
     void Deselect(Date date);
+    /// Empties the selection.
     void DeselectAll() { mSelected.Clear(); }
-    /// The date that was selected first, as it was given; 0 when none is.
+    /// The day that was selected first, as it was given; 0 if none is selected.
     Date FirstSelected() const { return mSelected.First(); }
 
-    /// Selects the day, or toggles it, and moves the focus there. Without MultiSelect the focus loses its selection.
+    /// Selects the day, or toggles it in MultiSelect, and moves the focus there. Without MultiSelect the old focus is
+    /// deselected.
     void ClickDay(Date day);
-    /// Without MultiSelect a newly selected focus is the only selected day.
+    /// Selects the focus or deselects it. Without MultiSelect it becomes the only selected day.
     void ToggleFocus();
 
 private:

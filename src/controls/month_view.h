@@ -12,13 +12,14 @@
 
 namespace kwo::controls {
 
-/// A calendar of one month on a picture box of the caller's, who forwards the box's events.
+/// A calendar of one month on the caller's picture box. The caller forwards the events of the box.
 ///
-/// The model keeps the dates, the layout the places; the drawing shows both and input asks both. The box's form is
-/// asked before the month ("OnChangeMonth", on request) or the selection ("OnChangeDate") changes and may refuse.
-/// Members raise what the host raises.
+/// The model keeps the dates, the layout the places; drawing and input use both. The box's form is asked before the
+/// month ("OnChangeMonth", if wanted) or the selection ("OnChangeDate") changes, and may refuse. Members raise what the
+/// host raises; a call into the host may call any member again.
 class KWOMonthView {
 public:
+    /// What Create may be told besides the box. docs/month-view.md describes the values.
     struct CreateOptions {
         Variant selDate = platform::Missing();
         Variant canMultiSelect = platform::Missing();
@@ -28,19 +29,21 @@ public:
         Variant canChange = platform::Missing();
     };
 
+    /// Reads the twips per pixel of the screen, once. `component` must outlive the object.
     explicit KWOMonthView(component::Component& component);
 
-    /// False for what is no picture box and when the host raises something, which replaces the saved error. A
-    /// `focusDate` of 0 becomes today.
+    /// Takes the picture box and draws the calendar. `focusDate` loses its time of day; 0 becomes today. Returns false
+    /// if the object is not a picture box, or if the host raises an error, which then replaces the saved error.
     bool Create(const HostObjectRef& pictureBox, Date& focusDate, const CreateOptions& options);
 
-    /// Whether the user can select days with mouse and keys.
+    /// Whether the user can select days with the mouse and keys. Create sets it.
     bool CanSelect() const { return mCanSelect; }
     void SetCanSelect(bool canSelect) { mCanSelect = canSelect; }
+    /// Whether each click toggles a day. Create sets it.
     bool MultiSelect() const { return mModel.MultiSelect(); }
     void SetMultiSelect(bool multiSelect) { mModel.SetMultiSelect(multiSelect); }
 
-    // The next drawing uses them.
+    /// Weights and colours of the texts. The next drawing uses a new value.
     bool CaptionFontBold() const { return mStyle.captionBold; }
     void SetCaptionFontBold(bool bold) { mStyle.captionBold = bold; }
     bool DayHdrFontBold() const { return mStyle.headerBold; }
@@ -58,7 +61,7 @@ public:
     Colour SelDayFontColor() const { return mStyle.selectedColour; }
     void SetSelDayFontColor(Colour colour) { mStyle.selectedColour = colour; }
 
-    /// 0 bump, 1 raised, 2 sunken, 3 etched. Setting one redraws.
+    /// Edges: 0 bump, 1 raised, 2 sunken, 3 etched; any other number means 0. Setting one redraws.
     std::int16_t CaptionBevel() const { return mStyle.captionBevel.Number(); }
     std::int16_t DayHdrBevel() const { return mStyle.headerBevel.Number(); }
     std::int16_t DayBevel() const { return mStyle.dayBevel.Number(); }
@@ -66,28 +69,41 @@ public:
     void SetDayHdrBevel(std::int16_t number) { SetBevel(mStyle.headerBevel, number); }
     void SetDayBevel(std::int16_t number) { SetBevel(mStyle.dayBevel, number); }
 
-    /// Moves the focus to the month's first day when it is in another month, also when the month is then refused.
+    /// Shows a month. If the focus is in another month, it moves to the first day, even if the form or a limit then
+    /// refuses the month. Raises NoObjectSet before Create, after it has stored the month.
     void ShowMonth(std::int16_t month, std::int16_t year);
-    /// On an arrow: returns after the release, or when there will be none.
+    /// A press at a place in twips. Only `button` 1 (left) acts: it selects a day, or steps through the months while it
+    /// holds an arrow. In the latter case the call returns after the release, or when no release can arrive any more.
     void MouseDown(std::int16_t button, float x, float y);
+    /// A movement of the pointer, in twips.
     void MouseMove(float x, float y);
+    /// A release. It ends the MouseDown of a held arrow.
     void MouseUp();
+    /// The second press of a double click.
     void DblClick();
+    /// Computes the layout again and redraws.
     void Resize();
-    /// `keyCode` becomes 0 when the key was used up.
+    /// Moves the focus or selects. `keyCode` becomes 0 if Enter or Space was used.
     void KeyDown(std::int16_t& keyCode);
 
+    /// Adds a day to the selection. Redraws only if the day is already selected. Does nothing before Create.
     void SelDaysAdd(Date date);
+    /// Removes a day from the selection, without redrawing. Does nothing before Create.
     void SelDaysRemove(Date date);
+    /// Empties the selection, without redrawing.
     void SelDaysClear() { mModel.DeselectAll(); }
+    /// The day that was selected first; the date 0 if there is none.
     Date SelDay() const { return mModel.FirstSelected(); }
+    /// Whether a day is selected.
     bool IsSelected(Date date) const { return mModel.IsSelected(date); }
 
-    /// Limits of the months that the user can reach; 0 is none.
+    /// Limits of the months that the user can reach; 0 means no limit. Setting one may move the focus and show its
+    /// month.
     Date MinDate() const { return mModel.MinDate(); }
     void SetMinDate(Date date);
     Date MaxDate() const { return mModel.MaxDate(); }
     void SetMaxDate(Date date);
+    /// The month and year that are shown; 0 before Create. After a refused ShowMonth they differ from the picture.
     std::int16_t VisibleMonth() const { return mModel.VisibleMonth(); }
     std::int16_t VisibleYear() const { return mModel.VisibleYear(); }
 

@@ -18,38 +18,51 @@ using platform::Text;
 using platform::TextView;
 using platform::Variant;
 
-/// Whether the object is a picture box: by the name of its type, or, without type information, by what it answers to.
+/// Whether the object is a picture box. The name of its type decides; without type information, the members that it
+/// has. False for null.
 bool IsPictureBox(const HostObjectRef& object);
 
-/// The property as an object; null when it holds none.
+/// The object in a property; null if the property holds none.
 HostObjectRef ObjectProperty(platform::HostObject& object, TextView property);
 
-/// The caller's picture box. Every call goes to the host; nothing of what it answers is kept. Each raises what the host
-/// raises, and NoObjectSet while there is no box.
+/// The caller's picture box. Each call goes to the host, and no answer is kept. A call raises what the host raises, and
+/// NoObjectSet without a box. It may run any code of the host, which may even assign another box.
 class PictureBox {
 public:
+    /// `services` must outlive the object.
     explicit PictureBox(const platform::Platform& services) : mPlatform(services) {}
 
+    /// Sets the box; null for none.
     void Assign(HostObjectRef box) {
         mBox = std::move(box);
         mFont = nullptr;
     }
+    /// The box that was assigned; null before.
     const HostObjectRef& Object() const { return mBox; }
 
-    /// The device context: to be read again before each drawing call.
+    /// The device context to draw on. The host may change it at any time: read it again before each drawing call.
     Handle Context() const;
+    /// The handle of the box's window.
     Handle Window() const;
+    /// Empties the picture.
     void Clear() const;
+    /// Shows what was drawn.
     void Refresh() const;
+    /// Gives the box the keyboard focus.
     void SetFocus() const;
+    /// Sets the colour of the texts that are drawn from now on.
     void SetForeColour(Colour colour) const;
+    /// The colour that texts are drawn in.
     Colour ForeColour() const;
+    /// Makes the box's font bold or not.
     void SetFontBold(bool bold) const;
+    /// Assigns a value to any other property.
     void Let(TextView property, const Variant& value) const;
-    /// In the box's own units.
+    /// A property as a number, in the box's own units.
     double Number(TextView property) const;
+    /// The height of a line of text in the box's font, in the box's own units.
     double TextHeight(TextView text) const;
-    /// A filled box from corner to corner, in twips.
+    /// Fills a rectangle from corner to corner, in twips.
     void FillBox(const platform::Rect& corners, Colour colour) const;
 
 private:

@@ -8,18 +8,19 @@
 
 namespace kwo::controls {
 
-/// The selected days, in the order of their selection. Dates that round to the same day are one. Raises Overflow for
-/// what is no day at all.
+/// The selected days, in the order in which they were selected. Dates that round to the same day are one. Raises
+/// Overflow for a date that does not fit 32 bits.
 class SelectedDays {
 public:
+    /// Whether the day is selected.
     bool Has(platform::Date date) const { return mPlaces.contains(KeyOf(date)); }
-    /// False when it is there already.
+    /// Adds a day; false if it is already there.
     bool Add(platform::Date date) {
         if (!mPlaces.emplace(KeyOf(date), mNext).second) return false;
         mDates.emplace(mNext++, date);
         return true;
     }
-    /// False when it was not there.
+    /// Removes a day; false if it is not there.
     bool Remove(platform::Date date) {
         const auto found = mPlaces.find(KeyOf(date));
         if (found == mPlaces.end()) return false;
@@ -31,7 +32,7 @@ public:
         mPlaces.clear();
         mDates.clear();
     }
-    /// The date 0 when there is none.
+    /// The day that was added first, as it was given; the date 0 if there is none.
     platform::Date First() const { return mDates.empty() ? platform::Date{} : mDates.begin()->second; }
 
 private:

@@ -8,31 +8,39 @@
 
 namespace kwo::controls {
 
-/// A vertical bar between two panes of the caller's form, who forwards the bar's mouse events and the form's resize
-/// event. While it is dragged, an inverted line on the screen shows where it will be.
+/// A vertical bar between two panes of the caller's form. The caller forwards the mouse events of the bar and the
+/// resize event of the form. While the user drags the bar, an inverted line on the screen shows where it will be.
 ///
-/// Nothing happens before Create has succeeded. Members raise what the host raises; Resize passes it over.
+/// Before Create has succeeded, nothing happens. Members raise what the host raises.
 class KWOSplitterV {
 public:
-    /// What Create may be told besides the controls; what is missing stays as it is.
+    /// What Create may be told besides the controls. A missing value changes nothing.
     struct Options {
-        Variant splitterSizeInPixels = platform::Missing();
-        Variant marginLeft = platform::Missing();
+        Variant splitterSizeInPixels = platform::Missing();  ///< the width of the bar; 4 at first
+        Variant marginLeft = platform::Missing();            ///< this and the others: in the units of the container
         Variant marginTop = platform::Missing();
         Variant marginRight = platform::Missing();
         Variant marginBottom = platform::Missing();
     };
 
+    /// Reads the twips per pixel of the screen, once. `component` must outlive the object.
     explicit KWOSplitterV(component::Component& component);
 
-    /// False, after an application-error box, when the host raises something; false for panes in other things than
-    /// containers, which stores nothing.
+    /// Takes the two panes and the bar, puts the panes into the bar's container, places the bar and fits the panes.
+    ///
+    /// Returns false, and stores nothing, if a pane is in something that is not a container. If the host raises an
+    /// error, an application-error box shows it and the result is false.
     bool Create(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
                 const Options& options);
+    /// Fits the panes to the bar, unless the form is minimised. Skips what the host refuses. Does not change the bar's
+    /// height.
     void Resize();
-    /// `x` is in the units of the bar itself.
+    /// Starts a drag if `button` is 1 (left). `x` is in the units of the bar, from its left edge.
     void MouseDown(std::int16_t button, float x);
+    /// Moves the line on the screen while the bar is dragged.
     void MouseMove(float x);
+    /// Ends a drag: moves the bar and fits the panes. The bar's height then comes from the container's width, which is
+    /// intended.
     void MouseUp(float x);
 
     /// Between the panes and the container's edges, in the container's units. The next arrangement uses them.
@@ -53,7 +61,7 @@ private:
     float Single(const HostObjectRef& object, TextView property) const;
     void Move(const HostObjectRef& object, float left, float top, float width, float height) const;
     float UnitsPerPixel(TextView conversion) const;
-    /// Where the bar may be.
+    /// The nearest position that the bar may have.
     float Clamped(float position) const;
 
     component::Component& mComponent;
