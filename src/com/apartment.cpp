@@ -10,7 +10,7 @@ namespace kwo::com {
 
 namespace {
 
-/// The DLL stays loaded while the system may call into it.
+/// Keeps the DLL loaded while the system may call into it.
 class LocksModule final : public platform::windows::ModuleUse {
 public:
     void Begin() noexcept override { Module::Instance().Lock(); }
@@ -45,8 +45,8 @@ void Apartments::ThreadEnded() noexcept {
     const std::unique_ptr<Entry> ended(static_cast<Entry*>(std::exchange(ThreadValue(), nullptr)));
     if (!ended) return;
     TakeOut(*ended);
-    // Late, for a thread that has not left its apartment: the system loads no library meanwhile. Rows that stay would
-    // hold their timers, and with them the DLL and the host's objects, for ever.
+    // The thread has not left its apartment; this is late, because the system loads no library any more. Rows that
+    // stayed would keep their timers alive for ever, and with them the DLL and the host's objects.
     ended->apartment->platform.EndThread();
 }
 

@@ -10,7 +10,7 @@
 
 namespace kwo::com {
 
-/// What the objects of one apartment thread share. Two apartments never share state, so nothing in here is guarded.
+/// What the objects of one apartment thread share. Two apartments never share state, so it needs no locks.
 struct Apartment {
     Apartment(HINSTANCE module, platform::windows::ModuleUse& use)
         : platform(module, use), component(platform.Services()) {}
@@ -19,22 +19,23 @@ struct Apartment {
     component::Component component;
 };
 
-/// The apartments that use the loaded DLL. Ready before anything runs, and never ended as an object: at the end of the
-/// process they stay as they are.
+/// All apartments that use the DLL. It is initialised before any code runs and never destroyed: at the end of the
+/// process it stays as it is.
 class Apartments {
 public:
     static Apartments& Instance();
 
     constexpr Apartments() = default;
 
-    /// The calling thread's apartment, made at its first object and kept until the thread ends or the DLL goes.
+    /// The apartment of the calling thread. It is created at the first call and kept until the thread ends or the DLL
+    /// is unloaded.
     std::shared_ptr<Apartment> Current();
     void ThreadEnded() noexcept;
-    /// The DLL is unloaded while the process goes on.
+    /// Ends all apartments. Called when the DLL is unloaded and the process goes on.
     void EndAll() noexcept;
 
 private:
-    /// One per thread, in a list; the thread's own value leads to it.
+    /// One for each thread, in a list. ThreadValue leads a thread to its own.
     struct Entry;
 
     Entry* TakeFirst() noexcept;

@@ -9,7 +9,7 @@ namespace {
 constexpr MemberThunk kTimerMembers[] = {Member<&_IKWOTimer::Tick>};
 constexpr MemberThunk kAlarmMembers[] = {Member<&_IKWOAlarm::Alarm>};
 
-/// Hosts implement these two interfaces themselves; the objects made here are the patterns, and do nothing.
+/// Hosts implement these two interfaces. The objects here are empty reference implementations.
 class TimerCallbackObject final : public ComponentObject<_IKWOTimer> {
 public:
     TimerCallbackObject() : ComponentObject(TimerCallbackInfo()) {}

@@ -17,7 +17,7 @@ ClassEntry TimerClass();
 ClassEntry TimerCallbackClass();
 ClassEntry AlarmCallbackClass();
 
-/// What is common to all objects with the callback interfaces.
+/// What all objects with a callback interface share.
 ClassInfo& TimerCallbackInfo();
 ClassInfo& AlarmCallbackInfo();
 

@@ -8,7 +8,7 @@
 
 namespace kwo::com {
 
-/// An automation object over the component of its apartment.
+/// An automation object that uses the component of its apartment, and keeps the apartment alive.
 template <class Interface>
 class ComponentObject : public AutomationObject<Interface> {
 protected:
@@ -17,7 +17,7 @@ protected:
 
     component::Component& Component() { return mApartment->component; }
 
-    /// Runs a member's body with the member on the call trace.
+    /// Runs the body of a member and marks the member on the call trace.
     template <class Body>
     HRESULT Run(TextView member, Body&& body) noexcept {
         return AutomationObject<Interface>::Run(member, [&] {

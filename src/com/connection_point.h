@@ -10,28 +10,28 @@
 
 namespace kwo::com {
 
-/// One event of an interface; sinks that are called by name find it by this one.
+/// One event of an interface. Late-bound sinks are asked for it by this name.
 struct Event {
     DISPID id;
     const wchar_t* name;
 };
 
-/// The sinks of one object's events, and the way to them that clients know. A part of the object: its references are
-/// the object's own.
+/// The sinks of one object's events, and the connection point by which clients add them. It is a part of the object and
+/// counts references with the object.
 class ConnectionPoint final : public IConnectionPointContainer {
 public:
-    /// `owner` holds this.
+    /// `owner` contains this object.
     ConnectionPoint(IUnknown& owner, const IID& eventInterface, std::span<const Event> events)
         : mOwner(owner), mPoint(*this), mInterface(eventInterface), mEvents(events) {}
     ConnectionPoint(const ConnectionPoint&) = delete;
     ConnectionPoint& operator=(const ConnectionPoint&) = delete;
 
-    /// Calls every sink in the order in which they came; `arguments` stand backwards, as automation passes them. All
-    /// sinks are called whatever one of them does; then the first failure is raised. A sink without that event does not
-    /// fail, and one whose program is gone is let go.
+    /// Calls every sink, in the order in which they connected. `arguments` are in reverse order, as automation passes
+    /// them. If a sink fails, the others are still called; then the first failure is raised. A sink that lacks the
+    /// event does not fail. A sink whose program has ended is disconnected.
     void Fire(DISPID event, std::span<VARIANT> arguments);
 
-    /// Lets every sink go, for good: the owner ends, and takes no other.
+    /// Disconnects all sinks; no other can connect. Called when the owner ends.
     void Close();
 
     STDMETHODIMP QueryInterface(REFIID id, void** object) override { return mOwner.QueryInterface(id, object); }
@@ -41,7 +41,7 @@ public:
     STDMETHODIMP FindConnectionPoint(REFIID id, IConnectionPoint** point) override;
 
 private:
-    /// The point itself: an identity of its own with the owner's references.
+    /// The point itself. It is an object of its own, but counts references with the owner.
     class Point final : public IConnectionPoint {
     public:
         explicit Point(ConnectionPoint& all) : mAll(all) {}

@@ -1,4 +1,4 @@
-// What the system asks of this DLL in particular.
+// The classes of this DLL, and what it does when a thread ends or the DLL is unloaded.
 
 #include "com/apartment.h"
 #include "com/class_objects.h"

@@ -13,8 +13,8 @@
 
 namespace kwo::com {
 
-/// An interface of an automation object, with a reference for the caller; null for the null object. Raises what the
-/// object answers when it does not have it.
+/// An interface of an automation object; the caller owns the reference. Null for the null object. If the object lacks
+/// the interface, raises what QueryInterface returned.
 template <class Interface>
 Interface* NewReference(const platform::HostObjectRef& object) {
     const auto* const known = dynamic_cast<const platform::windows::DispatchReference*>(object.get());
@@ -25,19 +25,19 @@ Interface* NewReference(const platform::HostObjectRef& object) {
     return found;
 }
 
-/// Raises E_POINTER when one of the arguments of an early-bound call is null, also one that the member has no use for.
+/// Raises E_POINTER if an argument of an early-bound call is null, even one that the member does not use.
 template <class... Types>
 void RequireAll(Types*... arguments) {
     (static_cast<void>(Required(arguments)), ...);
 }
 
-/// An optional argument: what is not there, also as a null pointer, is Missing.
+/// An optional argument; a null pointer counts as Missing.
 inline platform::Variant OptionalValue(const VARIANT* argument) {
     return argument != nullptr ? platform::windows::FromVariant(*argument) : platform::Missing();
 }
 
-/// Puts `value` where a caller left an optional argument out: into the variable that `argument` is or refers to. A
-/// reference to an error has no room for it.
+/// Writes `value` where the caller left out an optional argument: into the variable that `argument` is or refers to.
+/// Does nothing for a reference to an error value, which has no room.
 inline void FillIn(VARIANT& argument, const VARIANT& value) {
     VARIANT* const variable = com_support::Innermost(&argument);
     if (variable != nullptr && variable->vt == VT_ERROR) *variable = value;

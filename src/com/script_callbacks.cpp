@@ -19,7 +19,7 @@ Variant TimerArgument(_KWOTimer** timer) {
     return platform::windows::MakeHostObject(Required(timer));
 }
 
-/// The callee may have put another timer, or none, in the place of the one it was called with.
+/// The callee may have replaced the timer by another one or by nothing.
 void TakeTimerBack(const Variant& argument, _KWOTimer** timer) {
     const auto* const object = std::get_if<HostObjectRef>(&argument);
     if (object == nullptr) platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);

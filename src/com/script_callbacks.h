@@ -6,8 +6,8 @@
 
 namespace kwo::com {
 
-/// The callback interfaces over a script's object, which has only a member of the callback's name: what compiled
-/// callers get to call. An object of its own, with an identity of its own, that holds `script`.
+/// The callback interfaces for a script's object, which has only a procedure of the callback's name. Compiled programs
+/// call them. The result is an object of its own and holds `script`.
 ComPtr<_IKWOTimer> MakeScriptTick(platform::HostObjectRef script);
 ComPtr<_IKWOAlarm> MakeScriptAlarm(platform::HostObjectRef script);
 

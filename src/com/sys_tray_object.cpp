@@ -26,7 +26,7 @@ ClassInfo& Info() {
     return info;
 }
 
-/// A picture object is reached by its dispatch identifiers, whatever else it may be.
+/// Picture objects are called by their dispatch identifiers, whatever other interfaces they have.
 platform::HostObjectRef PictureOf(IPictureDisp* picture) {
     return platform::windows::MakeHostObject(picture);
 }
@@ -55,7 +55,7 @@ public:
         return Run(u".Icon (Get)", [&] {
             IPictureDisp*& answer = Required(icon);
             answer = nullptr;
-            // The interface of pictures has no members of its own.
+            // IPictureDisp has no members of its own.
             answer = static_cast<IPictureDisp*>(NewReference<IDispatch>(mTray.Icon()));
         });
     }

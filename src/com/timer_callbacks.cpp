@@ -17,7 +17,7 @@ using platform::Date;
 using platform::HostObjectRef;
 using platform::TextView;
 
-/// The timer as a by-reference argument: whatever the callee leaves there is let go.
+/// The timer as a by-reference argument. What the callee leaves there is released.
 class PassedTimer {
 public:
     explicit PassedTimer(_KWOTimer& timer) : mPassed(&timer) { mPassed->AddRef(); }
@@ -114,7 +114,7 @@ public:
     }
 
 private:
-    /// The tag that a failing callee has written; one that is no number leaves it as it was.
+    /// Keeps the tag that a failing callee has written. If it is not a number, the tag stays as it was.
     void KeepTag(const platform::Variant& written, std::int32_t& itemData) noexcept {
         try {
             itemData = mConversions.ToInt32(written);

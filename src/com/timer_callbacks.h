@@ -7,8 +7,7 @@
 
 namespace kwo::com {
 
-/// A 32-bit number as a by-reference argument of an automation interface: what the callee leaves there counts, also
-/// when it fails.
+/// A 32-bit number as a by-reference argument. What the callee writes is used, even if the call fails.
 class PassedNumber {
 public:
     explicit PassedNumber(std::int32_t& number) : mNumber(number), mPassed(number) {}
@@ -22,23 +21,23 @@ private:
     LONG mPassed;
 };
 
-/// A host's object that takes ticks or alarms in place of events.
+/// An object of the host that receives ticks or alarms in place of events.
 template <class Kind, class Interface>
 class HostCallback : public Kind {
 public:
-    /// The very object that was given, as late-bound callers read it; without a reference.
+    /// The object that was given, which late-bound callers read. The caller owns no reference.
     virtual IDispatch* Given() const = 0;
-    /// The same as its interface, which compiled callers call: the object itself where it implements that, else one
-    /// that stands for it. Without a reference.
+    /// The same as an interface that compiled callers can call: the object's own, or that of a stand-in. The caller
+    /// owns no reference.
     virtual Interface* Typed() = 0;
 };
 
 using HostTickCallback = HostCallback<timer::TickCallback, _IKWOTimer>;
 using HostAlarmCallback = HostCallback<timer::AlarmCallback, _IKWOAlarm>;
 
-/// `object` implements the callback interface, or its IDispatch knows the callback's member by name, as script objects
-/// do; anything else raises TypeMismatch. Null gives null. `timer` is what the callee is handed; it outlives the
-/// result.
+/// Makes a callback of an object that implements the callback interface, or whose IDispatch knows the callback's member
+/// by name, as script objects do. Raises TypeMismatch for any other object. Null gives null. `timer` is passed to the
+/// callee; it must outlive the result.
 std::shared_ptr<HostTickCallback> MakeTickCallback(IUnknown* object, _KWOTimer& timer);
 std::shared_ptr<HostAlarmCallback> MakeAlarmCallback(IUnknown* object, _KWOTimer& timer,
                                                      platform::Conversions& conversions);

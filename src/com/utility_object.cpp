@@ -29,7 +29,7 @@ ClassInfo& Info() {
     return info;
 }
 
-/// An argument of an operation that passes over what it cannot use.
+/// An argument of a member that ignores what it cannot use.
 platform::Variant UsableValue(const VARIANT* argument) {
     try {
         return OptionalValue(argument);

@@ -18,7 +18,7 @@ using com_support::OwnedVariant;
 
 constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
 
-/// True for a type that the automation functions can be trusted with, whatever a caller has put there.
+/// True for a type that the automation functions handle safely, whatever a caller has put there.
 bool IsUsable(const VARIANT& value) {
     const VARTYPE base = value.vt & VT_TYPEMASK;
     const VARTYPE flags = static_cast<VARTYPE>(value.vt & ~VT_TYPEMASK);
@@ -31,13 +31,13 @@ bool IsUsable(const VARIANT& value) {
     return flags == 0 && (base == VT_EMPTY || base == VT_NULL);
 }
 
-/// False for an array whose own description contradicts the type that it is passed as. There may be no array yet.
+/// False if the array's own description contradicts the type that it is passed as. The array may be null.
 bool IsArrayOf(SAFEARRAY* array, VARTYPE element) {
     VARTYPE type = VT_EMPTY;
     return array == nullptr || (SUCCEEDED(::SafeArrayGetVartype(array, &type)) && type == element);
 }
 
-/// True when a member may change a copy of the bits without the original noticing.
+/// True if a member may change a copy of the bits and the original does not notice.
 bool OwnsNothing(VARTYPE type) {
     switch (type) {
         case VT_BSTR:
@@ -58,7 +58,7 @@ HRESULT Copy(VARIANT& copy, VARIANT& original) {
     return ::VariantCopyInd(&copy, &original);
 }
 
-/// The conversion failures that automation knows; anything else is a value of the wrong type.
+/// The conversion failures that automation knows. Anything else is a type mismatch.
 HRESULT ConversionResult(HRESULT result) {
     if (SUCCEEDED(result) || result == DISP_E_OVERFLOW || result == E_OUTOFMEMORY || result == DISP_E_BADVARTYPE) {
         return result;
@@ -70,14 +70,14 @@ HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID loc
     ::VariantInit(&converted);
     const HRESULT changed = com_support::Convert(converted, value, type, locale);
     if (type != VT_DATE || changed != DISP_E_OVERFLOW) return ConversionResult(changed);
-    // A number is a date whatever it is: what a member makes of days that no calendar has is the member's to say, as it
-    // is for callers that pass a date.
+    // Every number is accepted as a date. The member decides about one outside the calendar, as it does for compiled
+    // callers.
     const HRESULT number = com_support::Convert(converted, value, VT_R8, locale);
     if (SUCCEEDED(number)) converted.vt = VT_DATE;
     return ConversionResult(number);
 }
 
-/// The element at `place` of either array as the element of the other, which is of variants.
+/// Copies the element at `place` from one array to the other and converts it; one of the two is an array of variants.
 HRESULT ConvertElement(SAFEARRAY* to, VARTYPE type, SAFEARRAY* from, LONG place, LCID locale) {
     OwnedVariant element;
     element.llVal = 0;
@@ -100,8 +100,8 @@ HRESULT ConvertElement(SAFEARRAY* to, VARTYPE type, SAFEARRAY* from, LONG place,
     return ConversionResult(result);
 }
 
-/// Between an array of variants and one of `type`, of one dimension. `converted` may be `array` itself, which it does
-/// not end.
+/// Converts between an array of variants and one of `type`, of one dimension. `converted` may be `array` itself, which
+/// stays the caller's.
 HRESULT ConvertArray(VARIANT& converted, const VARIANT& array, VARTYPE type, LCID locale) {
     SAFEARRAY* const from = array.parray;
     if (from == nullptr || from->cDims != 1) return DISP_E_TYPEMISMATCH;
@@ -117,13 +117,13 @@ HRESULT ConvertArray(VARIANT& converted, const VARIANT& array, VARTYPE type, LCI
     return S_OK;
 }
 
-/// True for a value that a by-value argument can be called with where it stands.
+/// True if a by-value argument can be passed without a copy.
 bool FitsAsItIs(const Parameter& parameter, const VARIANT& held) {
     if (parameter.type == VT_VARIANT) return true;
     return held.vt == parameter.type && (parameter.anyInterface || held.pdispVal == nullptr);
 }
 
-/// Where in `value` the member finds its argument.
+/// Where in `value` the member reads its argument.
 void* PlaceOfValue(const Parameter& parameter, VARIANT& value) {
     return parameter.type == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
 }
@@ -148,7 +148,7 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
     const bool inVariable = held != source;
     if (com_support::IsMissing(*held)) {
         const HRESULT prepared = PrepareMissing(parameter);
-        // A member may fill in what is missing.
+        // A member may write a missing argument.
         const bool canBeFilled = inVariable && held->vt == VT_ERROR && parameter.byReference;
         return SUCCEEDED(prepared) && canBeFilled ? Remember(source) : prepared;
     }
@@ -184,7 +184,7 @@ HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT& held, 
     const auto element = static_cast<VARTYPE>(parameter.type & ~VT_ARRAY);
     const bool isReference = (held.vt & VT_BYREF) != 0;
     const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
-    // Scripts have no arrays but those of variants: the member gets one of its own type.
+    // Scripts have only arrays of variants: the member gets a copy of its own type.
     const bool ofVariants = type == kArrayOfVariants;
     if (!ofVariants && type != parameter.type) return DISP_E_TYPEMISMATCH;
     SAFEARRAY** const array = isReference ? held.pparray : &held.parray;
@@ -200,12 +200,12 @@ HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT& held, 
     if (FAILED(copied)) return ConversionResult(copied);
     mOwnsValue = true;
     mPointer = &mValue.parray;
-    // What the member does to an array passed by value is not the caller's.
+    // Changes that the member makes to an array passed by value do not reach the caller.
     if (isReference || &held != source) WriteBackAlways(source);
     return S_OK;
 }
 
-/// Makes mValue what the member takes, from what `held` is or refers to.
+/// Sets mValue to what the member accepts, from the value that `held` is or refers to.
 HRESULT PassedArgument::CopyFor(const Parameter& parameter, VARIANT& held, LCID locale) noexcept {
     const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
     if (parameter.type == VT_DISPATCH) return CopyObject(parameter, held);
@@ -217,7 +217,7 @@ HRESULT PassedArgument::CopyObject(const Parameter& parameter, VARIANT& held) no
     const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
     mValue.vt = VT_DISPATCH;
     mValue.pdispVal = nullptr;
-    // How scripts and other languages without a null object of their own say it.
+    // Languages without a null object of their own pass these.
     if (type == VT_EMPTY || type == VT_NULL) return S_OK;
     if (type != VT_DISPATCH && type != VT_UNKNOWN) return DISP_E_TYPEMISMATCH;
 
@@ -233,10 +233,10 @@ HRESULT PassedArgument::CopyObject(const Parameter& parameter, VARIANT& held) no
     return SUCCEEDED(object->QueryInterface(IID_IDispatch, place)) ? S_OK : DISP_E_TYPEMISMATCH;
 }
 
-/// What is changed after this goes back to the caller's variable.
+/// Changes after this are written back to the caller's variable.
 HRESULT PassedArgument::Remember(VARIANT* source) noexcept {
     if ((mValue.vt & VT_ARRAY) != 0) {
-        // Another array is a change; what stands in one is not compared, so it is not copied either.
+        // Only another array counts as a change. Elements are not compared, so they need no copy.
         mBefore.vt = VT_PTR;
         mBefore.parray = mValue.parray;
     } else if (const HRESULT copied = Copy(mBefore, mValue); FAILED(copied)) {
@@ -281,7 +281,7 @@ bool PassedArgument::HasChanged() const noexcept {
 
 HRESULT PassedArgument::ConvertBack(LCID locale) noexcept {
     if (mSource == nullptr || !HasChanged()) return S_OK;
-    // The variable is looked at anew: it may hold something else than before the call.
+    // The variable is read again: it may hold something else than before the call.
     const VARIANT* const variable = Innermost(mSource);
     if (variable == nullptr) return DISP_E_TYPEMISMATCH;
     if (!IsUsable(*variable)) return DISP_E_BADVARTYPE;
@@ -308,9 +308,9 @@ void PassedArgument::WriteBack() noexcept {
         std::swap(*variable, mValue);
         return;
     }
-    // Objects may have run code of the caller's while they were converted.
+    // Converting may have run code of the caller.
     if (variable->vt != mVariableType) return;
-    // What was there is freed with this.
+    // The old value is freed with this object.
     com_support::ExchangeReferred(*variable, mValue);
 }
 

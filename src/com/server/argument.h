@@ -7,26 +7,27 @@
 
 namespace kwo::com {
 
-/// One argument of a late-bound call on its way to a member and back.
+/// One argument of a late-bound call, on its way to a member and back.
 ///
-/// What comes from a variable of the caller's is always copied, and a changed copy is written back after the call: the
-/// caller's code may run meanwhile and give the variable another value or another type. Alone an array behind a
-/// reference of its own type is used where it stands, for it may be one that cannot be replaced.
+/// A value in a variable of the caller is always copied, and a changed copy is written back after the call: the
+/// caller's code may run meanwhile and give the variable another value or type. Only an array behind a reference of its
+/// own type is used in place, because it may be one that cannot be replaced.
 ///
-/// Left uninitialised until Prepare, so that a frame of many costs nothing; Clear ends what Prepare began.
+/// It is uninitialised until Prepare, so that a frame of many arguments costs nothing.
 class PassedArgument {
 public:
-    /// `source` is what the caller sent, null for an argument left out. Returns a standard automation error when it
-    /// does not fit `parameter`; nothing needs to be cleared then.
+    /// Converts what the caller sent for `parameter`; a null `source` means that the argument was left out. If it does
+    /// not fit, returns a standard automation error, and Clear need not be called.
     HRESULT Prepare(const Parameter& parameter, VARIANT* source, LCID locale) noexcept;
+    /// Frees what Prepare took.
     void Clear() noexcept;
 
-    /// What the member is called with.
+    /// The pointer that the member is called with.
     void* Value() const { return mPointer; }
 
     /// After the call: converts a changed value to the type that the caller's variable has now.
     HRESULT ConvertBack(LCID locale) noexcept;
-    /// Puts it there. Cannot fail.
+    /// Writes that value into the variable. Cannot fail.
     void WriteBack() noexcept;
 
 private:

@@ -13,10 +13,10 @@
 
 namespace kwo::com {
 
-/// What every object of an automation DLL is to its host: a dual interface, error information and class information.
+/// What every object of an automation DLL provides: a dual interface, error information and class information.
 ///
-/// `Interface` is the class's dual interface; a derived class implements its members and nothing else of COM. Objects
-/// belong to one apartment, so their counts are plain.
+/// `Interface` is the dual interface of the class; a derived class implements its members and nothing else of COM. An
+/// object belongs to one apartment, so its count needs no lock.
 template <class Interface>
 class AutomationObject : public Interface, public ISupportErrorInfo, public IProvideClassInfo2 {
 public:
@@ -43,7 +43,7 @@ public:
     STDMETHODIMP_(ULONG) Release() override {
         const ULONG left = --mReferences;
         if (left == 0) {
-            // What the end lets go may call back: that must not end the object again.
+            // A release at the end may call back; that must not end the object again.
             mReferences = kEnding;
             delete this;
         }
@@ -73,7 +73,7 @@ public:
             return InvokeMember(mTable, static_cast<Interface*>(this), member, locale, flags, arguments, result,
                                 exception, badArgument);
         }
-        // The arguments may be objects of the host's that run its code while they are converted.
+        // Converting arguments may call objects of the host, which may run any code.
         const SelfReference hold(*this);
         return InvokeMember(mTable, static_cast<Interface*>(this), member, locale, flags, arguments, result, exception,
                             badArgument);
@@ -97,7 +97,8 @@ protected:
 
     TextView ClassName() const { return mInfo.name; }
 
-    /// Runs a member's body. The object lives until the member returns, whatever the host does in between.
+    /// Runs the body of a member and turns what it raises into an HRESULT. Keeps the object alive until the member
+    /// returns.
     template <class Body>
     HRESULT Run(TextView member, Body&& body) noexcept {
         const SelfReference hold(*this);
@@ -116,7 +117,7 @@ private:
         AutomationObject& mObject;
     };
 
-    /// A further interface of the derived class, without a reference of its own; null when there is none.
+    /// Another interface of the derived class, without adding a reference; null if there is none.
     virtual void* MoreInterface(REFIID) { return nullptr; }
 
     static constexpr ULONG kEnding = 0x40000000;

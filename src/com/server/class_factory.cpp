@@ -9,7 +9,7 @@ namespace kwo::com {
 
 namespace {
 
-/// A class object. COM may hand it from thread to thread, so its count is guarded.
+/// A class object. Several threads may use it, so its count is atomic.
 class ClassObject final : public IClassFactory {
 public:
     explicit ClassObject(const ClassEntry& entry) : mEntry(entry) {}

@@ -9,7 +9,7 @@
 
 namespace kwo::com {
 
-/// A creatable class: its identifier, its name and what makes an object of it.
+/// A creatable class: its identifier, its name, and the function that creates an object.
 struct ClassEntry {
     const CLSID& classId;
     TextView name;
@@ -17,10 +17,10 @@ struct ClassEntry {
 };
 using ClassSource = ClassEntry (*)();
 
-/// The classes of this DLL, for as long as it is loaded. Each DLL defines it for itself.
+/// The classes of this DLL. Each DLL defines this function.
 std::span<const ClassSource> Classes();
 
-/// A new object, as the interface asked for. Raises what its constructor raises.
+/// Creates an object and returns the interface asked for. Raises what the constructor raises.
 template <class Object>
 HRESULT Make(REFIID interfaceId, void** object) {
     Object* const made = new Object();

@@ -12,11 +12,11 @@ namespace kwo::com {
 
 namespace {
 
-/// Guards all tables, and the list of the classes that have one: apartments may create their first objects at once.
+/// Guards all tables and the list of classes that have one: several apartments may create their first objects at once.
 constinit platform::windows::Lock gLock;
 constinit ClassInfo* gFirstWithTable = nullptr;
 
-/// From the DLL itself, so that it works unregistered and never meets another version's.
+/// Reads it from the DLL itself, so that it works unregistered and never reads another version.
 HRESULT LoadOwnTypeLib(ITypeLib** library) {
     return ::LoadTypeLibEx(com_support::ModulePath(ThisModule()).c_str(), REGKIND_NONE, library);
 }

@@ -9,7 +9,7 @@
 
 namespace kwo::com {
 
-/// What is the same for all objects of one class. One static object per class, ready before anything runs.
+/// What all objects of one class share. There is one static object for each class, initialised before any code runs.
 class ClassInfo {
 public:
     constexpr ClassInfo(const CLSID& ofClass, const IID& ofInterface, const IID* ofSource, TextView className,
@@ -21,12 +21,13 @@ public:
     const IID* const sourceId;  ///< the event interface, null when the class has none
     const TextView name;
 
-    /// Made at the first object. Raises ComponentError when the type library does not describe the class.
+    /// The table of members; read from the type library at the first call. Raises ComponentError if the type library
+    /// does not describe the class.
     const DispatchTable& Table();
-    /// The class itself as the type library describes it.
+    /// The type information of the class itself.
     HRESULT CoClass(ITypeInfo** info) const noexcept;
 
-    /// Lets the tables of all classes go. No object is left.
+    /// Frees the tables of all classes. No object may exist any more.
     static void ForgetTables() noexcept;
 
 private:

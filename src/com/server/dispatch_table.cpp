@@ -13,7 +13,7 @@ namespace {
 
 using com_support::TypeAttributes;
 
-/// The longest name of any member or argument; a longer one asked for is unknown.
+/// The longest name of a member or argument. Longer names are unknown.
 constexpr std::size_t kLongestName = 64;
 
 void Check(HRESULT result, TextView what) {
@@ -30,7 +30,7 @@ Text FoldedName(const Bstr& name) {
     return folded;
 }
 
-/// A name as asked for, folded into a buffer; empty when it is none that a member could have.
+/// A name that a caller asks for, case-folded in a buffer; empty if no member can have it.
 class AskedName {
 public:
     explicit AskedName(const OLECHAR* name) {
@@ -87,8 +87,8 @@ void DescribeUserType(ITypeInfo* info, HREFTYPE reference, Parameter& parameter)
     }
 }
 
-/// Takes the pointers off an argument's type: the innermost one of an interface is the interface itself, one more
-/// around it, or any around a value, is a reference.
+/// Removes the pointers from an argument's type. The innermost pointer to an interface is the interface itself; any
+/// further one, and any pointer to a value, means by reference.
 Parameter Describe(ITypeInfo* info, const TYPEDESC& outer) {
     Parameter parameter;
     int pointers = 0;

@@ -13,7 +13,7 @@
 
 namespace kwo::com {
 
-/// What the type library says of one argument.
+/// What the type library says about one argument.
 struct Parameter {
     VARTYPE type = VT_EMPTY;  ///< the automation type, VT_DISPATCH for every interface, VT_ARRAY | the elements' type
     bool byReference = false;
@@ -34,20 +34,21 @@ struct DispatchMember {
     std::uint8_t requiredCount = 0;     ///< parameters that are not optional
 };
 
-/// Names, ids and arguments of a dual interface, from its type information; made once per class and then only read.
+/// Names, ids and arguments of a dual interface, from its type information. Created once for each class and then only
+/// read.
 class DispatchTable {
 public:
     static constexpr std::size_t kMostArguments = 16;
 
-    /// `members` lists the interface's members in the order of its virtual table. Raises ComponentError when the two do
-    /// not match.
+    /// `members` lists the members of the interface in the order of its virtual table. Raises ComponentError if the two
+    /// do not match.
     DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const MemberThunk> members);
 
     ITypeInfo* TypeInfo() const { return mTypeInfo.Get(); }
 
-    /// IDispatch::GetIDsOfNames: a member's name, then names of its arguments.
+    /// IDispatch::GetIDsOfNames: the ids of a member and of its arguments, by their names.
     HRESULT IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept;
-    /// Null when there is no member of that id.
+    /// The member with this id and kind of access; null if there is none.
     const DispatchMember* Find(DISPID id, WORD flags) const noexcept;
 
 private:
@@ -71,7 +72,7 @@ inline const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const no
     for (; place < mIds.size() && mIds[place] == id; ++place) {
         const DispatchMember* const at = &mMembers[place];
         if ((at->kind & flags) != 0) return at;
-        // A script without an assignment for references sends the one for values, and the other way round.
+        // Some script languages send an assignment of a value where a reference is meant, and the other way round.
         constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
         if ((at->kind & kPuts) != 0 && (flags & kPuts) != 0) other = at;
     }

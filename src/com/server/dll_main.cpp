@@ -1,5 +1,5 @@
-// The loader's way into every DLL of ours. What is reached from here runs under the loader's lock: it waits for nobody,
-// and leaves nothing behind in the host.
+// The loader's entry into each of our DLLs. Code called from here runs under the loader's lock: it must not wait and
+// must leave nothing behind in the host.
 
 #include <windows.h>
 

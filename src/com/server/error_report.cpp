@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::uint32_t kRuntimeErrors = 0x800A0000;
 
-/// Null for no text, and when there is no memory for it.
+/// Null for an empty text, and if there is no memory.
 Bstr StringOrNull(TextView text) noexcept {
     try {
         return text.empty() ? Bstr() : Bstr(text);
@@ -17,7 +17,7 @@ Bstr StringOrNull(TextView text) noexcept {
     }
 }
 
-/// True when there is an error object with all its parts in the thread's place for one.
+/// Sets the thread's error object. False if it is not there with all its parts.
 bool SetErrorObject(const platform::ComponentError& error, TextView source, const IID& interfaceId) noexcept {
     ComPtr<ICreateErrorInfo> made;
     if (FAILED(::CreateErrorInfo(made.Out()))) return false;

@@ -11,25 +11,27 @@
 
 namespace kwo::com {
 
-/// Where a failure is reported from: "KWOTimer" and ".AddAlarm".
+/// The member that reports a failure: "KWOTimer" and ".AddAlarm".
 struct MemberName {
     TextView className;
     TextView member;
     const IID* interfaceId;
 };
 
-/// The HRESULT that automation clients show as `number`: small positive numbers are the run-time's own.
+/// The HRESULT that automation clients show as this number. Small positive numbers are errors of the language's
+/// run-time.
 HRESULT ToHresult(std::int32_t number);
 
-/// Leaves `error` in the thread's error object and returns its HRESULT. An error without a source gets the member's.
+/// Stores `error` as the thread's error object and returns its HRESULT. An error without a source gets the member as
+/// source.
 HRESULT ReportToCaller(const platform::ComponentError& error, const MemberName& member) noexcept;
 HRESULT ReportToCaller(HRESULT failure, TextView description, const MemberName& member) noexcept;
 
-/// Moves the thread's error object into what late-bound callers receive.
+/// Moves the thread's error object into the EXCEPINFO of a late-bound caller.
 void FillExceptionInfo(HRESULT failure, EXCEPINFO& info) noexcept;
 
-/// Runs a member's body: the one place where exceptions become what a caller of an interface sees. `name` makes the
-/// MemberName, which only a failure needs.
+/// Runs the body of a member. This is the one place where exceptions become an HRESULT and an error object. `name`
+/// returns the MemberName and is called only after a failure.
 template <class Name, class Body>
 HRESULT Guarded(Name&& name, Body&& body) noexcept {
     try {
@@ -44,7 +46,7 @@ HRESULT Guarded(Name&& name, Body&& body) noexcept {
     }
 }
 
-/// Raises E_POINTER when an early-bound caller passed null where a value is read or written.
+/// The value behind a pointer. Raises E_POINTER if an early-bound caller passed null.
 template <class Type>
 Type& Required(Type* pointer) {
     if (pointer == nullptr) platform::Raise(E_POINTER, {}, u"A pointer that is needed is null");

@@ -13,7 +13,7 @@ namespace {
 
 constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
-/// A client that sends both kinds of assignment leaves the choice to the value.
+/// If a client sends both kinds of assignment, the value decides.
 WORD ChosenFlags(WORD flags, const DISPPARAMS& arguments) {
     if ((flags & kPuts) != kPuts || arguments.cArgs == 0) return flags;
     const VARIANT* const value = com_support::Innermost(&arguments.rgvarg[0]);
@@ -70,7 +70,7 @@ private:
         return result;
     }
 
-    /// Finds the caller's argument for every parameter; null stands for one left out.
+    /// Finds the caller's argument for each parameter; null if it was left out.
     HRESULT Match(UINT* badArgument) {
         const std::size_t count = mMember.parameters.size();
         if (mArguments.cArgs > count || mArguments.cNamedArgs > mArguments.cArgs) return DISP_E_BADPARAMCOUNT;
@@ -129,7 +129,7 @@ bool IsValid(const DISPPARAMS* arguments) {
            (arguments->cNamedArgs == 0 || arguments->rgdispidNamedArgs != nullptr);
 }
 
-/// True when the result's place is an argument, or what one refers to: `x = object.Member(x)` with the very same x.
+/// True if the place for the result is an argument too, or what an argument refers to, as in `x = object.Member(x)`.
 bool IsAnArgument(const VARIANT* place, const DISPPARAMS& arguments) {
     const auto* const first = reinterpret_cast<const char*>(place);
     const auto isThePlace = [&](const VARIANT& argument) {
@@ -143,14 +143,14 @@ bool IsAnArgument(const VARIANT* place, const DISPPARAMS& arguments) {
     });
 }
 
-/// Where a member puts its result.
+/// Where a member writes its result.
 void* ResultPlace(const DispatchMember& member, VARIANT& value) {
     value.vt = VT_EMPTY;
     value.llVal = 0;
     return member.resultType == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
 }
 
-/// A member without arguments, which is what is called most.
+/// Calls a member without arguments, the most frequent call.
 HRESULT Read(const DispatchMember& member, void* interfacePointer, VARIANT* result, EXCEPINFO* exception) {
     VARIANT value;
     void* const pointers[] = {ResultPlace(member, value)};
@@ -164,8 +164,8 @@ HRESULT Read(const DispatchMember& member, void* interfacePointer, VARIANT* resu
 HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
                      DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
     const bool isValid = IsValid(arguments);
-    // A place for the result holds nothing yet, unless it is an argument's as well: that one keeps its value until
-    // there is a result, and what it held is freed then.
+    // The place for the result holds nothing yet, unless it is an argument too: then it keeps its value until there is
+    // a result, and that value is freed afterwards.
     const bool isShared = result != nullptr && isValid && IsAnArgument(result, *arguments);
     if (result != nullptr && !isShared) result->vt = VT_EMPTY;
     if (!isValid) return E_INVALIDARG;

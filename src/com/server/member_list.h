@@ -10,13 +10,12 @@
 
 namespace kwo::com {
 
-/// One member of a class as dispatch calls it: every argument, the result last, is reached through a pointer to its
-/// value.
+/// One member of a class as dispatch calls it. Each argument is passed as a pointer to its value, the result last.
 struct MemberThunk {
     HRESULT (*call)(void* interfacePointer, void* const* arguments);
     std::uint8_t argumentCount;
-    /// Bit n is set when argument n is a handle of the platform, which callers pass as any 32-bit number, signed or
-    /// not.
+    /// Bit n says that argument n is a handle of the system, which callers pass as any 32-bit number, signed or
+    /// unsigned.
     std::uint8_t handleArguments;
 };
 
@@ -27,7 +26,7 @@ struct IsInterfacePointer : std::false_type {};
 template <class Type>
 struct IsInterfacePointer<Type*> : std::is_base_of<IUnknown, Type> {};
 
-/// A by-reference argument is the pointer itself, a by-value one is read through it.
+/// A by-reference argument is the pointer itself; a by-value one is read through it.
 template <class Type>
 Type Argument(void* value) {
     static_assert(!std::is_same_v<Type, SAFEARRAY*>, "an array is passed by reference");

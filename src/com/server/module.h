@@ -6,10 +6,10 @@
 
 namespace kwo::com {
 
-/// The DLL (or program) that this code is linked into.
+/// The module, a DLL or a program, that this code is linked into.
 HINSTANCE ThisModule();
 
-/// What keeps the DLL loaded.
+/// Counts what keeps the DLL loaded: objects, locks of class factories, running timers and hidden windows.
 class Module {
 public:
     static Module& Instance();
@@ -22,13 +22,13 @@ private:
     std::atomic<long> mLocks = 0;
 };
 
-/// What each DLL does, besides what all of ours do, when a thread of the process has ended.
+/// What a DLL does in addition when a thread of the process ends. Each DLL defines it.
 void OnThreadEnd() noexcept;
-/// The same when the DLL is unloaded and the process goes on. At the end of the process nobody is told: its other
-/// threads are gone by then, whatever they held, and the system takes back everything.
+/// The same when the DLL is unloaded and the process goes on. It is not called at the end of the process: the other
+/// threads are gone then, whatever they held, and the system takes everything back.
 void OnUnload() noexcept;
 
-/// Keeps the DLL loaded for as long as it lives.
+/// Keeps the DLL loaded while this object exists.
 class ModuleLock {
 public:
     ModuleLock() { Module::Instance().Lock(); }

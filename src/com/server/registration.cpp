@@ -12,7 +12,7 @@ namespace kwo::com {
 namespace {
 
 constexpr wchar_t kClassesKey[] = L"Software\\Classes";
-/// Which of the keys that all software shares did not exist before us, so that they can go again.
+/// Which shared keys did not exist before, so that unregistering can remove them.
 constexpr wchar_t kKeysMade[] = L"KeysMade";
 /// The class that a programmatic identifier named before it named ours.
 constexpr wchar_t kReplaced[] = L"Replaced";
@@ -22,7 +22,7 @@ struct Value {
     std::wstring text;
 };
 
-/// A key with the values it is to hold. Lists of them name a parent before its children.
+/// A key with the values to write. Lists name a parent before its children.
 struct Key {
     std::wstring path;
     std::vector<Value> values;
@@ -57,7 +57,7 @@ public:
     [[nodiscard]] std::wstring ModulePathKey(const ServerDescription::Class& one) const {
         return ClassPath(one) + L"\\InprocServer32";
     }
-    /// Where another vendor's server of the same class would run as a program of its own.
+    /// Where another vendor's server of the same class is registered as a program.
     [[nodiscard]] std::wstring ProgramPathKey(const ServerDescription::Class& one) const {
         return ClassPath(one) + L"\\LocalServer32";
     }
@@ -105,15 +105,15 @@ private:
     std::wstring mClasses;
 };
 
-/// A key that all software shares, relative to the key of all classes, with the name it has in our record. The system
-/// keeps two of some of them, one for each bitness.
+/// A key that other software uses too, relative to the key of all classes, with its name in our record. Some of these
+/// keys exist twice, once for each bitness.
 struct SharedKey {
     std::wstring path;
     std::wstring recordName;
     bool perBitness;
 };
 
-/// Children before parents: the order in which they can go.
+/// In the order of removal: children before parents.
 std::vector<SharedKey> SharedKeys(const std::wstring& platform) {
     return {{L"CLSID", L"CLSID " + platform, true},
             {L"Interface", L"Interface " + platform, true},
@@ -142,18 +142,18 @@ bool Contains(const std::vector<std::wstring>& names, const std::wstring& name) 
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// The text of a value, empty when there is none.
+/// The text of a value; empty if there is none.
 std::wstring TextAt(RegistrationStore& store, const std::wstring& path, const std::wstring& name = L"") {
     StoredValue value;
     return store.GetValue(path, name, value) == ERROR_SUCCESS ? value.Text() : L"";
 }
 
-/// As the registry and the file system compare: without case.
+/// Compares as the registry and the file system do, without regard to case.
 bool AreSame(const std::wstring& one, const std::wstring& other) {
     return CompareStringOrdinal(one.c_str(), -1, other.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-/// Whether a registration names this file, or none: then it is the rest of one that was damaged.
+/// True if a registration names this file, or no file, which is the rest of a damaged one.
 bool OursOrNobodys(const std::wstring& registered, const ServerDescription& server) {
     return registered.empty() || AreSame(registered, server.modulePath);
 }
@@ -177,7 +177,7 @@ void RecordKeysMade(RegistryChanges& changes, RegistrationStore& store, const La
     changes.SetValue(layout.VersionPath(), kKeysMade, StoredValue::OfText(JoinRecord(made)));
 }
 
-/// The listed values go where they are as they were written, then each key that has nothing else in it.
+/// Removes each listed value that still reads as it was written, and then each key that is empty.
 void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vector<Key>& keys) {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
         for (const Value& value : key->values) {
@@ -187,7 +187,7 @@ void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vecto
     }
 }
 
-/// A class of another vendor's that had the programmatic identifier before gets it back when ours goes.
+/// Remembers the class that had the programmatic identifier before, so that it gets it back when ours is unregistered.
 void RememberReplaced(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
                       const ServerDescription::Class& one) {
     const std::wstring before = TextAt(store, layout.ProgIdClassKey(one));
@@ -208,7 +208,7 @@ void RestoreReplaced(RegistryChanges& changes, RegistrationStore& store, const s
     changes.DeleteValue(key, kReplaced);
 }
 
-/// What another class has taken over by now stays as it is.
+/// If another class has the identifier by now, nothing is changed.
 void RemoveProgId(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
                   const ServerDescription::Class& one) {
     const std::wstring classKey = layout.ProgIdClassKey(one);
@@ -247,8 +247,8 @@ bool IsMissing(RegistrationStore& store, const std::wstring& path) {
     return store.IsEmpty(path, empty) == ERROR_FILE_NOT_FOUND;
 }
 
-/// Takes this bitness's library away, and all of it when the other bitness is not there, with the shared keys that we
-/// made and nobody uses.
+/// Removes the library of this bitness. If the other bitness is not registered, removes the whole library, and the
+/// shared keys that we created and nobody uses.
 void RemoveLibrary(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
     const std::vector<std::wstring> made = SplitRecord(TextAt(store, layout.VersionPath(), kKeysMade));
     Remove(changes, store, layout.PlatformKeys());

@@ -13,16 +13,15 @@ enum class Scope {
     kUser      ///< for the user who calls
 };
 
-/// Makes the classes of the type library inside `module` known to the system. A registration that fails takes back
-/// everything it did and gives the reason. A programmatic identifier that names another vendor's class is taken over;
-/// the other class gets it back when ours is unregistered.
+/// Registers the classes of the type library inside `module`. If it fails, it undoes everything and returns the reason.
+/// It takes over a programmatic identifier of another vendor's class; unregistering gives the identifier back.
 HRESULT Register(HINSTANCE module, Scope scope) noexcept;
 
-/// Removes what Register wrote for this very file and leaves everything else: another copy's registration, another
-/// version's, the other bitness's. A removal that fails takes back everything, too.
+/// Removes what Register wrote for this file. Leaves the registration of another copy, another version or the other
+/// bitness. If it fails, it undoes everything.
 HRESULT Unregister(HINSTANCE module, Scope scope) noexcept;
 
-/// The same in any store, below the key `classes` ("Software\Classes").
+/// The same in any store, below the key `classes`, which is "Software\Classes" in the registry.
 HRESULT Register(HINSTANCE module, RegistrationStore& store, const std::wstring& classes) noexcept;
 HRESULT Unregister(HINSTANCE module, RegistrationStore& store, const std::wstring& classes) noexcept;
 

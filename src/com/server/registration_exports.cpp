@@ -13,7 +13,7 @@ using kwo::com::ThisModule;
 
 namespace {
 
-/// Nothing for a word that is not known: a slip of the pen must not register for everyone.
+/// Nothing for an unknown word: a typing mistake must not register for all users.
 std::optional<kwo::com::Scope> ScopeOf(LPCWSTR commandLine) {
     if (commandLine == nullptr || *commandLine == L'\0') return kwo::com::Scope::kMachine;
     const auto is = [commandLine](LPCWSTR word) {
@@ -34,8 +34,8 @@ STDAPI DllUnregisterServer() {
     return kwo::com::Unregister(ThisModule(), kwo::com::Scope::kMachine);
 }
 
-/// regsvr32 /n /i:user registers for the caller alone, which takes no rights; /i:machine and /i are for the whole
-/// computer.
+/// regsvr32 /n /i:user registers for the current user and needs no rights; /i:machine and /i register for the whole
+/// machine.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {
     const std::optional<kwo::com::Scope> scope = ScopeOf(commandLine);
     if (!scope) return E_INVALIDARG;

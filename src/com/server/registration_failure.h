@@ -4,7 +4,7 @@
 
 namespace kwo::com {
 
-/// What stops a registration; it ends at the entry points, as their result.
+/// Stops a registration. The entry points return its code.
 struct RegistrationFailure {
     HRESULT reason;
 };

@@ -44,7 +44,7 @@ std::wstring StoredValue::Text() const {
 LSTATUS WindowsRegistrationStore::CreateKey(const std::wstring& path, bool& created) {
     HKEY key = nullptr;
     DWORD disposition = 0;
-    // No more access than opening needs: the parents belong to others, who may forbid writing into them.
+    // Only the access that opening needs: the parents belong to others, who may forbid writing.
     const LSTATUS status = RegCreateKeyExW(mRoot, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_QUERY_VALUE,
                                            nullptr, &key, &disposition);
     if (status != ERROR_SUCCESS) return status;
@@ -74,7 +74,7 @@ LSTATUS WindowsRegistrationStore::GetValue(const std::wstring& path, const std::
     StoredValue found;
     DWORD size = 0;
     LSTATUS status = RegQueryValueExW(key.Get(), name.c_str(), nullptr, &found.type, nullptr, &size);
-    // Another process may let the value grow between the two questions.
+    // Another process may make the value longer between the two calls.
     do {
         if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return status;
         found.bytes.resize(size);

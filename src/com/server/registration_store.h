@@ -13,18 +13,18 @@ struct StoredValue {
     std::vector<BYTE> bytes;
 
     static StoredValue OfText(const std::wstring& text);
-    /// The text up to the first terminator; empty for every type that is no text.
+    /// The text up to the first terminator; empty if the value is not a text.
     [[nodiscard]] std::wstring Text() const;
 };
 
-/// The registry as registration reads and writes it. Paths start below one root key and know no other separator than
-/// the backslash; the name of a key's default value is empty. Results are Windows status codes.
+/// The registry, as registration reads and writes it. Paths start below one root key and use backslashes. An empty name
+/// is the default value of a key. Results are Windows status codes.
 class RegistrationStore {
 public:
     virtual ~RegistrationStore() = default;
-    /// Opens or creates the last key of `path`; its parent exists. `created` is written on success only.
+    /// Opens or creates the last key of `path`. Its parent must exist. `created` is set on success only.
     [[nodiscard]] virtual LSTATUS CreateKey(const std::wstring& path, bool& created) = 0;
-    /// The key has no subkeys; its values go with it.
+    /// Deletes a key with its values. The key must have no subkeys.
     [[nodiscard]] virtual LSTATUS DeleteKey(const std::wstring& path) = 0;
     /// Whether the key has neither subkeys nor values.
     [[nodiscard]] virtual LSTATUS IsEmpty(const std::wstring& path, bool& empty) = 0;
@@ -32,11 +32,11 @@ public:
     [[nodiscard]] virtual LSTATUS SetValue(const std::wstring& path, const std::wstring& name,
                                            const StoredValue& value) = 0;
     [[nodiscard]] virtual LSTATUS DeleteValue(const std::wstring& path, const std::wstring& name) = 0;
-    /// Whether processes of the other bitness see this key. On 32-bit Windows there is but one view of it.
+    /// Whether programs of the other bitness see this key. 32-bit Windows has only one view.
     [[nodiscard]] virtual bool OtherBitnessHas(const std::wstring& path) = 0;
 };
 
-/// The real one, below a root key that stays open as long as the store lives.
+/// The registry itself, below a root key that stays open while this object exists.
 class WindowsRegistrationStore final : public RegistrationStore {
 public:
     explicit WindowsRegistrationStore(HKEY root) : mRoot(root) {}

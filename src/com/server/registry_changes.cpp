@@ -9,7 +9,7 @@ RegistryChanges::~RegistryChanges() {
         try {
             (*undo)();
         } catch (...) {
-            // What caused the end is what matters; the other changes are still taken back.
+            // The first failure is the one that is reported. The other changes are still undone.
         }
     }
 }
@@ -57,7 +57,8 @@ void RegistryChanges::DeleteKeyIfEmpty(const std::wstring& path) {
 
 void RegistryChanges::CreateOneKey(const std::wstring& path) {
     if (mPresent.contains(path)) return;
-    // Everything that can run out of memory comes before the key: a key that exists is always on the list.
+    // Everything that may run out of memory is done before the key is created, so that a created key is always on the
+    // list.
     mPresent.insert(path);
     mUndo.emplace_back([] {});
     std::function<void()> undo = [this, path] { static_cast<void>(mStore.DeleteKey(path)); };

@@ -9,8 +9,8 @@
 
 namespace kwo::com {
 
-/// Changes that are taken back, the last one first, unless they are kept: created keys are deleted, deleted ones
-/// created, values get back what they held. Every member throws RegistrationFailure when the store refuses.
+/// Changes that are undone, the last one first, unless they are kept: created keys are deleted, deleted keys created,
+/// and values restored. Every member throws RegistrationFailure if the store refuses.
 class RegistryChanges {
 public:
     explicit RegistryChanges(RegistrationStore& store) : mStore(store) {}
@@ -20,9 +20,9 @@ public:
 
     /// Creates the key and its missing parents.
     void CreateKey(const std::wstring& path);
-    /// The key exists.
+    /// The key must exist.
     void SetValue(const std::wstring& path, const std::wstring& name, const StoredValue& value);
-    /// Nothing happens where there is no such value or key.
+    /// Does nothing if there is no such value or key.
     void DeleteValue(const std::wstring& path, const std::wstring& name);
     void DeleteKeyIfEmpty(const std::wstring& path);
     [[nodiscard]] bool Created(const std::wstring& path) const { return mCreated.contains(path); }

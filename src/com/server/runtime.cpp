@@ -1,5 +1,5 @@
-// What the compiler's run-time takes from the process and never gives back, taken here in a way that can be given back:
-// a host that loads and unloads the DLL for days must not run out of anything (docs/architecture.md).
+// The compiler's run-time takes things from the process and never gives them back. Here they are taken in a way that
+// can be undone: a host that loads and unloads the DLL for days must not run out of anything (docs/architecture.md).
 
 #include "com/server/runtime.h"
 
@@ -9,8 +9,8 @@
 
 #include <atomic>
 
-// The run-time's own: the start of the module's thread-local data as it was linked, and the number that the loader has
-// given it.
+// Defined by the run-time: the start of the module's thread-local data as it was linked, and the index that the loader
+// gave it.
 extern "C" {
 extern char* _tls_start;
 extern ULONG _tls_index;
@@ -24,13 +24,13 @@ namespace kwo::com {
 
 namespace {
 
-/// What the C++ run-time knows about the exceptions of one thread, as its binary interface lays it out.
+/// What the C++ run-time keeps about the exceptions of a thread, as its binary interface lays it out.
 struct ThreadExceptions {
     void* caught;
     unsigned uncaught;
 };
 
-/// One of these per thread. The loader makes and frees it, so it needs no slot of the host's and cannot fail.
+/// One for each thread. The loader creates and frees it, so it needs no slot of the host and cannot fail.
 struct ThreadData {
     ThreadExceptions exceptions;
     void* value;
@@ -51,7 +51,7 @@ ThreadData& OfThisThread() {
 }
 
 #ifndef _WIN64
-/// The 32-bit unwinder has one lock with a semaphore, which it makes when the module is loaded and never closes.
+/// The 32-bit unwinder has one lock with a semaphore, which it creates when the module is loaded and never closes.
 constinit std::atomic<HANDLE> gUnwinderSemaphore = nullptr;
 
 HANDLE WINAPI MakeUnwinderSemaphore(SECURITY_ATTRIBUTES* security, LONG first, LONG most, const wchar_t* name) {
@@ -79,7 +79,7 @@ void GiveBackRuntime() {
 
 // In place of the run-time's own functions of the same names.
 
-/// The run-time's would keep what it knows in a slot of the host's that it never frees.
+/// The run-time's own function would keep its data in a slot of the host that it never frees.
 extern "C" abi::__cxa_eh_globals* abi::__cxa_get_globals() noexcept {
     return reinterpret_cast<abi::__cxa_eh_globals*>(&kwo::com::OfThisThread().exceptions);
 }

@@ -1,6 +1,6 @@
-// The locks of the compiler's run-time, in place of its own functions of the same names: those make a semaphore for
-// each lock, and most locks are never ended, so that every load of the DLL would cost the host some. These are made of
-// the system's slim lock, which is nothing but the place of the semaphore's handle.
+// The locks of the compiler's run-time. They replace its own functions of the same names, which create a semaphore for
+// each lock and close few of them, so that each load of the DLL would cost the host some. These use the system's slim
+// lock, which fits into the place of the semaphore's handle.
 
 #include <windows.h>
 
@@ -21,7 +21,7 @@ void Take(__gthread_recursive_mutex_t* lock) {
     lock->depth = 1;
 }
 
-/// Only the owner itself can find its own number there.
+/// Only the owner can find its own number there.
 bool IsMine(const __gthread_recursive_mutex_t* lock) {
     return __atomic_load_n(&lock->owner, __ATOMIC_RELAXED) == ::GetCurrentThreadId();
 }

@@ -49,7 +49,7 @@ void DescribeType(ITypeInfo& type, const std::wstring& libraryName, ServerDescri
     if (attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & TYPEFLAG_FCANCREATE) != 0) {
         server.classes.push_back({id, libraryName + L"." + NameOf(type)});
     } else if (attributes->typekind == TKIND_DISPATCH) {
-        // A dual interface marshals by its whole table, one without a table only as IDispatch.
+        // A dual interface is marshalled by its virtual table, one without a virtual table as IDispatch.
         const bool dual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
         server.interfaces.push_back({id, NameOf(type), dual ? kTypeLibraryMarshaler : kDispatchMarshaler});
     }
@@ -62,7 +62,7 @@ void DescribeLibrary(ITypeLib& library, ServerDescription& server) {
     server.libraryId = RegistryForm(attributes->guid);
     server.version = Hexadecimal(attributes->wMajorVerNum) + L"." + Hexadecimal(attributes->wMinorVerNum);
     server.locale = Hexadecimal(attributes->lcid);
-    // That there is a file is a fact of this loading, not of the library.
+    // This flag tells how the library was loaded, not what it is.
     server.flags = std::to_wstring(attributes->wLibFlags & ~LIBFLAG_FHASDISKIMAGE);
     server.platform = attributes->syskind == SYS_WIN64 ? L"win64" : L"win32";
 }

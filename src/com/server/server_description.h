@@ -7,7 +7,7 @@
 
 namespace kwo::com {
 
-/// What registration has to know of a module, read from the type library inside it. Identifiers are in registry form.
+/// What registration needs to know about a module, from the type library inside it. Identifiers are in registry form.
 struct ServerDescription {
     struct Class {
         std::wstring clsid;
@@ -16,7 +16,7 @@ struct ServerDescription {
     struct Interface {
         std::wstring iid;
         std::wstring name;
-        /// The marshaler in the system that reads this interface's type information.
+        /// The system's marshaller that reads this interface's type information.
         std::wstring proxyStub;
     };
 
@@ -32,7 +32,7 @@ struct ServerDescription {
     std::vector<Interface> interfaces;
 };
 
-/// Throws RegistrationFailure when the module has no type library that can be read.
+/// Throws RegistrationFailure if the module has no readable type library.
 ServerDescription DescribeServer(HINSTANCE module);
 
 }  // namespace kwo::com
