@@ -118,13 +118,13 @@ DISPID IdOfLateBound(IDispatch& sink, const Event& event) {
 /// Returns false when the sink is gone. Raises what its handler raised.
 bool Deliver(IDispatch& sink, DISPID event, std::span<VARIANT> arguments) {
     DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-    platform::windows::ExceptionInfo exception;
+    com_support::ExceptionInfo exception;
     UINT badArgument = 0;
     const HRESULT result = sink.Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                                       exception.Out(), &badArgument);
+                                       &exception, &badArgument);
     if (SUCCEEDED(result) || result == DISP_E_MEMBERNOTFOUND || result == E_NOTIMPL) return true;
     if (IsGone(result)) return false;
-    if (result == DISP_E_EXCEPTION) exception.RaiseIt();
+    if (result == DISP_E_EXCEPTION) platform::windows::RaiseException(exception);
     platform::windows::RaiseFailure(result);
 }
 

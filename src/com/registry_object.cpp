@@ -31,8 +31,7 @@ public:
             VARIANT& found = Required(result);
             const platform::Handle openKey = Required(key);
             const Text name = ToText(Required(valueName));
-            const auto value =
-                mRegistry.KWO_RegGetValueEx(openKey, name, platform::windows::FromVariant(defaultValue));
+            const auto value = mRegistry.KWO_RegGetValueEx(openKey, name, platform::windows::FromVariant(defaultValue));
             found = value ? platform::windows::ToVariant(*value) : CopyOf(defaultValue);
         });
     }
@@ -76,8 +75,8 @@ public:
 private:
     /// The very value, whatever its type.
     static VARIANT CopyOf(VARIANT& value) {
-        platform::windows::OwnedVariant copy;
-        const HRESULT result = ::VariantCopyInd(copy.Out(), &value);
+        com_support::OwnedVariant copy;
+        const HRESULT result = ::VariantCopyInd(&copy, &value);
         if (FAILED(result)) platform::windows::RaiseFailure(result);
         return copy.Detach();
     }

@@ -53,12 +53,12 @@ public:
         // What the host gave may call back when it is let go: it goes while every part is still there.
         mEnding = true;
         mEvents.Close();
-        platform::windows::OwnedVariant last;
+        com_support::OwnedVariant last;
         std::swap(last, mItem);
     }
 
     STDMETHODIMP get_Item(VARIANT* value) override {
-        return Run(u".Item (Get)", [&] { RaiseIfFailed(::VariantCopy(&Cleared(Required(value)), &mItem.Get())); });
+        return Run(u".Item (Get)", [&] { RaiseIfFailed(::VariantCopy(&Cleared(Required(value)), &mItem)); });
     }
     STDMETHODIMP put_Item(VARIANT value) override {
         return Run(u".Item (Let)", [&] { KeepItem(value); });
@@ -186,13 +186,13 @@ private:
     }
     void KeepItem(VARIANT& value) {
         if (mEnding) return;
-        platform::windows::OwnedVariant kept;
-        RaiseIfFailed(::VariantCopyInd(kept.Out(), &value));
+        com_support::OwnedVariant kept;
+        RaiseIfFailed(::VariantCopyInd(&kept, &value));
         // What was there before may call back when it is let go.
         std::swap(kept, mItem);
     }
 
-    platform::windows::OwnedVariant mItem;
+    com_support::OwnedVariant mItem;
     LONG mItemData = 0;
     bool mEnding = false;
     ConnectionPoint mEvents;

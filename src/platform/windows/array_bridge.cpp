@@ -4,52 +4,32 @@
 #include <new>
 #include <utility>
 
+#include "com_support/bstr.h"
+#include "com_support/owned_array.h"
+
 namespace kwo::platform::windows {
 
 namespace {
 
-/// An array of the system while its elements are read or written.
+using com_support::OwnedArray;
+
+/// Access to the elements, which is refused only when there is no memory for it.
 template <class Element>
-class AccessedArray {
+class AccessedArray : public com_support::ArrayElements<Element> {
 public:
-    explicit AccessedArray(SAFEARRAY* array) : mArray(array) {
-        if (FAILED(::SafeArrayAccessData(array, reinterpret_cast<void**>(&mElements)))) throw std::bad_alloc();
+    explicit AccessedArray(SAFEARRAY* array) : com_support::ArrayElements<Element>(array) {
+        if (FAILED(this->Status())) throw std::bad_alloc();
     }
-    ~AccessedArray() { ::SafeArrayUnaccessData(mArray); }
-    AccessedArray(const AccessedArray&) = delete;
-    AccessedArray& operator=(const AccessedArray&) = delete;
-    Element* Elements() const { return mElements; }
-
-private:
-    SAFEARRAY* mArray;
-    Element* mElements = nullptr;
 };
 
-/// An array for the caller unless something is raised on the way.
-class NewArray {
-public:
-    NewArray(VARTYPE type, std::int32_t lowerBound, std::size_t size) {
-        SAFEARRAYBOUND bound = {static_cast<ULONG>(size), lowerBound};
-        mArray = ::SafeArrayCreate(type, 1, &bound);
-        if (mArray == nullptr) throw std::bad_alloc();
-    }
-    ~NewArray() {
-        if (mArray != nullptr) ::SafeArrayDestroy(mArray);
-    }
-    NewArray(const NewArray&) = delete;
-    NewArray& operator=(const NewArray&) = delete;
-    SAFEARRAY* Get() const { return mArray; }
-    VARIANT Detach(VARTYPE type) {
-        VARIANT value;
-        ::VariantInit(&value);
-        value.vt = static_cast<VARTYPE>(VT_ARRAY | type);
-        value.parray = std::exchange(mArray, nullptr);
-        return value;
-    }
-
-private:
-    SAFEARRAY* mArray = nullptr;
-};
+/// The array as a value that the caller owns.
+VARIANT Value(OwnedArray array, VARTYPE element) {
+    VARIANT value;
+    ::VariantInit(&value);
+    value.vt = static_cast<VARTYPE>(VT_ARRAY | element);
+    value.parray = array.Detach();
+    return value;
+}
 
 /// True for an array that can be read as one of that kind. What it is passed as and what it is are two statements of
 /// whoever made it, and nothing else keeps an array of numbers from being read as one of pointers.
@@ -72,25 +52,21 @@ std::shared_ptr<Array> WithBoundsOf(const SAFEARRAY& source) {
 }  // namespace
 
 VARIANT ToArray(const Int16Array& array) {
-    NewArray made(VT_I2, array.lowerBound, array.items.size());
-    std::ranges::copy(array.items, AccessedArray<std::int16_t>(made.Get()).Elements());
-    return made.Detach(VT_I2);
+    OwnedArray made(VT_I2, array.lowerBound, static_cast<ULONG>(array.items.size()));
+    std::ranges::copy(array.items, AccessedArray<std::int16_t>(made.Get()).First());
+    return Value(std::move(made), VT_I2);
 }
 
 VARIANT ToArray(const TextArray& array) {
-    NewArray made(VT_BSTR, array.lowerBound, array.items.size());
+    OwnedArray made(VT_BSTR, array.lowerBound, static_cast<ULONG>(array.items.size()));
     {
         const AccessedArray<BSTR> accessed(made.Get());
         for (std::size_t i = 0; i < array.items.size(); ++i) {
             const Text& text = array.items[i];
-            if (text.empty()) continue;
-            BSTR& string = accessed.Elements()[i];
-            string = ::SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
-            if (string == nullptr) throw std::bad_alloc();
-            std::ranges::copy(text, string);
+            if (!text.empty()) accessed[i] = com_support::NewString(text);
         }
     }
-    return made.Detach(VT_BSTR);
+    return Value(std::move(made), VT_BSTR);
 }
 
 ForeignRef FromArray(const VARIANT& value) {
@@ -100,15 +76,13 @@ ForeignRef FromArray(const VARIANT& value) {
     if (!Holds(*value.parray, element)) return nullptr;
     if (element == VT_I2) {
         auto array = WithBoundsOf<Int16Array>(*value.parray);
-        std::copy_n(AccessedArray<std::int16_t>(value.parray).Elements(), array->items.size(), array->items.begin());
+        std::copy_n(AccessedArray<std::int16_t>(value.parray).First(), array->items.size(), array->items.begin());
         return array;
     }
     auto array = WithBoundsOf<TextArray>(*value.parray);
     const AccessedArray<BSTR> accessed(value.parray);
-    for (std::size_t i = 0; i < array->items.size(); ++i) {
-        const BSTR string = accessed.Elements()[i];
-        array->items[i].assign(string, string + ::SysStringLen(string));
-    }
+    for (std::size_t i = 0; i < array->items.size(); ++i)
+        array->items[i] = com_support::ToText(accessed[i]);
     return array;
 }
 

@@ -1,14 +1,15 @@
 #include "platform/windows/call_failure.h"
 
-#include <wrl/client.h>
-
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
 #include "platform/windows/variant_bridge.h"
 
 namespace kwo::platform::windows {
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
+using com_support::Bstr;
+using com_support::ToText;
 
 constexpr std::int32_t kNoNamedArguments = 446;
 constexpr std::int32_t kNoSuchArgument = 448;
@@ -29,28 +30,9 @@ Text SystemText(HRESULT code) {
     return text;
 }
 
-Text ToText(BSTR string) {
-    return Text(string, string + ::SysStringLen(string));
-}
-
-/// A string that a call hands over.
-class ReceivedString {
-public:
-    ReceivedString() = default;
-    ReceivedString(const ReceivedString&) = delete;
-    ReceivedString& operator=(const ReceivedString&) = delete;
-    ~ReceivedString() { ::SysFreeString(mString); }
-    BSTR* Out() { return &mString; }
-    Text Get() const { return ToText(mString); }
-
-private:
-    BSTR mString = nullptr;
-};
-
 bool LeavesErrorObjects(IUnknown& object, const IID& interfaceId) {
-    ComPtr<ISupportErrorInfo> support;
-    return SUCCEEDED(object.QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(support.GetAddressOf()))) &&
-           support->InterfaceSupportsErrorInfo(interfaceId) == S_OK;
+    const auto support = com_support::As<ISupportErrorInfo>(&object);
+    return support && support->InterfaceSupportsErrorInfo(interfaceId) == S_OK;
 }
 
 }  // namespace
@@ -78,34 +60,28 @@ void RaiseFailure(HRESULT code) {
 }
 
 void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId) {
-    ComPtr<IErrorInfo> info;
-    const bool told = ::GetErrorInfo(0, info.GetAddressOf()) == S_OK;
+    com_support::ComPtr<IErrorInfo> info;
+    const bool told = ::GetErrorInfo(0, info.Out()) == S_OK;
     if (!told || !LeavesErrorObjects(object, interfaceId)) RaiseFailure(code);
-    ReceivedString source;
-    ReceivedString description;
-    ReceivedString helpFile;
+    Bstr source;
+    Bstr description;
+    Bstr helpFile;
     DWORD helpContext = 0;
     info->GetSource(source.Out());
     info->GetDescription(description.Out());
     info->GetHelpFile(helpFile.Out());
     info->GetHelpContext(&helpContext);
-    throw ComponentError{ErrorNumber(code), source.Get(), description.Get(), helpFile.Get(),
+    throw ComponentError{ErrorNumber(code), ToText(source.Get()), ToText(description.Get()), ToText(helpFile.Get()),
                          static_cast<std::int32_t>(helpContext)};
 }
 
-ExceptionInfo::~ExceptionInfo() {
-    ::SysFreeString(mInfo.bstrSource);
-    ::SysFreeString(mInfo.bstrDescription);
-    ::SysFreeString(mInfo.bstrHelpFile);
-}
-
-void ExceptionInfo::RaiseIt() {
+void RaiseException(com_support::ExceptionInfo& exception) {
     // Some objects compose their texts only for callers that want them.
-    if (mInfo.pfnDeferredFillIn != nullptr) mInfo.pfnDeferredFillIn(&mInfo);
-    SCODE code = mInfo.scode != 0 ? mInfo.scode : mInfo.wCode;
+    exception.Complete();
+    SCODE code = exception.scode != 0 ? exception.scode : exception.wCode;
     if (code == 0) code = DISP_E_EXCEPTION;
-    throw ComponentError{ErrorNumber(code), ToText(mInfo.bstrSource), ToText(mInfo.bstrDescription),
-                         ToText(mInfo.bstrHelpFile), static_cast<std::int32_t>(mInfo.dwHelpContext)};
+    throw ComponentError{ErrorNumber(code), ToText(exception.bstrSource), ToText(exception.bstrDescription),
+                         ToText(exception.bstrHelpFile), static_cast<std::int32_t>(exception.dwHelpContext)};
 }
 
 }  // namespace kwo::platform::windows

@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include "com_support/exception_info.h"
 #include "platform/component_error.h"
 
 namespace kwo::platform::windows {
@@ -15,20 +16,7 @@ namespace kwo::platform::windows {
 /// the interface, else the failure code.
 [[noreturn]] void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId);
 
-/// What an object tells about a failure of its own.
-class ExceptionInfo {
-public:
-    ExceptionInfo() = default;
-    ExceptionInfo(const ExceptionInfo&) = delete;
-    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
-    ~ExceptionInfo();
-
-    EXCEPINFO* Out() { return &mInfo; }
-    /// With the object's own number, source and description.
-    [[noreturn]] void RaiseIt();
-
-private:
-    EXCEPINFO mInfo = {};
-};
+/// Raises what an object told about a failure of its own, with its number, source and description.
+[[noreturn]] void RaiseException(com_support::ExceptionInfo& exception);
 
 }  // namespace kwo::platform::windows

@@ -4,10 +4,11 @@
 
 #include <algorithm>
 #include <functional>
-#include <new>
 #include <optional>
 #include <string>
 
+#include "com_support/bstr.h"
+#include "com_support/exception_info.h"
 #include "platform/component_error.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/passed_arguments.h"
@@ -16,7 +17,8 @@ namespace kwo::platform::windows {
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
+using com_support::ComPtr;
+using com_support::OwnedVariant;
 
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 
@@ -33,11 +35,11 @@ HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> argu
     const ComPtr<IDispatch> held(target);
     DISPPARAMS parameters = {arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
                              static_cast<UINT>(names.size())};
-    ExceptionInfo exception;
+    com_support::ExceptionInfo exception;
     UINT badArgument = 0;
     const HRESULT code =
-        held->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, exception.Out(), &badArgument);
-    if (code == DISP_E_EXCEPTION) exception.RaiseIt();
+        held->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, &badArgument);
+    if (code == DISP_E_EXCEPTION) RaiseException(exception);
     if (FAILED(code) && !RefusesTypes(code) && code != DISP_E_MEMBERNOTFOUND) RaiseFailure(code);
     return code;
 }
@@ -56,8 +58,7 @@ std::vector<Argument> Arguments(std::span<const Variant> values, bool byReferenc
 
 /// An object of a script engine. It takes whatever it is passed, but writes into references to variants alone.
 bool IsScripts(IDispatch& object) {
-    ComPtr<IDispatchEx> extended;
-    return SUCCEEDED(object.QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extended.GetAddressOf())));
+    return static_cast<bool>(com_support::As<IDispatchEx>(&object));
 }
 
 /// One way to pass arguments; nothing when it cannot be gone.
@@ -97,25 +98,19 @@ Variant CallInOneOf(std::span<const Way> ways, IDispatch* target, DISPID id, std
         if (!passed) continue;
         OwnedVariant result;
         try {
-            code = Invoke(target, id, kRead, passed->Backwards(), names, result.Out());
+            code = Invoke(target, id, kRead, passed->Backwards(), names, &result);
         } catch (...) {
             ReadBackWhatCanBeRead(*passed, arguments);
             throw;
         }
         if (SUCCEEDED(code)) {
             passed->ReadBack(arguments);
-            return FromVariant(result.Get());
+            return FromVariant(result);
         }
         if (!RefusesTypes(code)) break;
         refused.push_back(*types);
     }
     RaiseFailure(code);
-}
-
-ComPtr<IUnknown> IdentityOf(IDispatch* dispatch) {
-    ComPtr<IUnknown> identity;
-    dispatch->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(identity.GetAddressOf()));
-    return identity;
 }
 
 }  // namespace
@@ -125,25 +120,25 @@ Variant DispatchObject::DoGet(TextView member, std::span<const Variant> argument
     const std::vector<Argument> given = Arguments(arguments, false);
     PassedArguments passed(given, Values(given));
     OwnedVariant result;
-    const HRESULT code = Invoke(Dispatch(), id, kRead, passed.Backwards(), {}, result.Out());
+    const HRESULT code = Invoke(Dispatch(), id, kRead, passed.Backwards(), {}, &result);
     if (FAILED(code)) RaiseFailure(code);
-    return FromVariant(result.Get());
+    return FromVariant(result);
 }
 
 void DispatchObject::DoLet(TextView member, const Variant& value) {
     const DISPID id = IdsOf(member).front();
-    OwnedVariant cell(ToVariant(value));
-    const HRESULT code = Assign(Dispatch(), id, DISPATCH_PROPERTYPUT, cell.Get());
+    OwnedVariant cell = OwnedVariant::Adopt(ToVariant(value));
+    const HRESULT code = Assign(Dispatch(), id, DISPATCH_PROPERTYPUT, cell);
     if (FAILED(code)) RaiseFailure(code);
 }
 
 void DispatchObject::DoSet(TextView member, const HostObjectRef& value) {
     const DISPID id = IdsOf(member).front();
-    OwnedVariant cell(ToVariant(value));
+    OwnedVariant cell = OwnedVariant::Adopt(ToVariant(value));
     const ComPtr<IDispatch> held(Dispatch());
-    HRESULT code = Assign(held.Get(), id, DISPATCH_PROPERTYPUTREF, cell.Get());
+    HRESULT code = Assign(held.Get(), id, DISPATCH_PROPERTYPUTREF, cell);
     // Many objects have one accessor for both ways.
-    if (code == DISP_E_MEMBERNOTFOUND) code = Assign(held.Get(), id, DISPATCH_PROPERTYPUT, cell.Get());
+    if (code == DISP_E_MEMBERNOTFOUND) code = Assign(held.Get(), id, DISPATCH_PROPERTYPUT, cell);
     if (FAILED(code)) RaiseFailure(code);
 }
 
@@ -183,18 +178,16 @@ bool DispatchObject::DoIsSameAs(const HostObject& other) const {
     const auto* const reference = dynamic_cast<const DispatchReference*>(&other);
     if (reference == nullptr) return false;
     if (reference->Dispatch() == Dispatch()) return true;
-    const ComPtr<IUnknown> identity = IdentityOf(Dispatch());
-    return identity.Get() != nullptr && identity.Get() == IdentityOf(reference->Dispatch()).Get();
+    const auto identity = com_support::As<IUnknown>(Dispatch());
+    return identity && identity.Get() == com_support::As<IUnknown>(reference->Dispatch()).Get();
 }
 
 Text DispatchObject::DoTypeName() const {
     ComPtr<ITypeInfo> info;
-    if (FAILED(mDispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.GetAddressOf())) || info.Get() == nullptr) return {};
-    OwnedVariant name;
-    name.Get().bstrVal = nullptr;
-    if (FAILED(info->GetDocumentation(MEMBERID_NIL, &name.Get().bstrVal, nullptr, nullptr, nullptr))) return {};
-    name.Get().vt = VT_BSTR;
-    return std::get<Text>(FromVariant(name.Get()));
+    if (FAILED(mDispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Out())) || !info) return {};
+    com_support::Bstr name;
+    if (FAILED(info->GetDocumentation(MEMBERID_NIL, name.Out(), nullptr, nullptr, nullptr))) return {};
+    return com_support::ToText(name.Get());
 }
 
 bool DispatchObject::DoKnows(TextView member) {
@@ -229,14 +222,11 @@ DispatchObject::Ids DispatchObject::AskForIds(TextView member, std::span<const T
     Ids ids(texts.size(), DISPID_UNKNOWN);
     HRESULT code = held->GetIDsOfNames(IID_NULL, pointers.data(), static_cast<UINT>(pointers.size()),
                                        LOCALE_USER_DEFAULT, ids.data());
-    ComPtr<IDispatchEx> extended;
     // Script engines' class instances know names by their extended interface alone, and no arguments' names.
-    if (code == E_NOTIMPL && SUCCEEDED(held.As(&extended))) {
+    const auto extended = code == E_NOTIMPL ? held.As<IDispatchEx>() : nullptr;
+    if (extended) {
         if (!names.empty()) RaiseFailure(DISP_E_NONAMEDARGS);
-        const BSTR name = ::SysAllocStringLen(texts[0].data(), static_cast<UINT>(texts[0].size()));
-        if (name == nullptr) throw std::bad_alloc();
-        code = extended->GetDispID(name, fdexNameCaseInsensitive, ids.data());
-        ::SysFreeString(name);
+        code = extended->GetDispID(com_support::Bstr(texts[0]).Get(), fdexNameCaseInsensitive, ids.data());
     }
     if (code == DISP_E_UNKNOWNNAME && ids[0] != DISPID_UNKNOWN && !names.empty()) RaiseFailure(DISP_E_PARAMNOTFOUND);
     if (FAILED(code)) RaiseFailure(code);

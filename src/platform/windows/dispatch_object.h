@@ -2,11 +2,11 @@
 
 #include <windows.h>
 #include <oleauto.h>
-#include <wrl/client.h>
 
 #include <map>
 #include <vector>
 
+#include "com_support/com_ptr.h"
 #include "platform/windows/variant_bridge.h"
 
 namespace kwo::platform::windows {
@@ -46,7 +46,7 @@ private:
 
     Ids IdsOf(TextView member, std::span<const TextView> names = {});
     Ids AskForIds(TextView member, std::span<const TextView> names) const;
-    Microsoft::WRL::ComPtr<IDispatch> mDispatch;
+    com_support::ComPtr<IDispatch> mDispatch;
     std::map<Text, Ids, std::less<>> mIds;
 };
 

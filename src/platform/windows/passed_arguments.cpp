@@ -1,22 +1,25 @@
 #include "platform/windows/passed_arguments.h"
 
-#include <wrl/client.h>
-
 #include <algorithm>
-#include <new>
 
+#include "com_support/com_ptr.h"
+#include "com_support/type_description.h"
+#include "com_support/variant_conversion.h"
+#include "com_support/variant_references.h"
 #include "platform/component_error.h"
 
 namespace kwo::platform::windows {
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
-
-constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
+using com_support::ComPtr;
+using com_support::FunctionDescription;
+using com_support::kVariantReference;
+using com_support::OwnedVariant;
+using com_support::TypeAttributes;
 
 VARTYPE TypeOf(const Argument& argument) {
-    return OwnedVariant(ToVariant(argument.value)).Get().vt;
+    return OwnedVariant::Adopt(ToVariant(argument.value)).vt;
 }
 
 /// There are no references to what is no value.
@@ -39,11 +42,7 @@ PassedTypes ForEach(std::span<const Argument> arguments, TypeFor&& typeFor) {
 
 OwnedVariant Converted(const VARIANT& value, VARTYPE type) {
     OwnedVariant converted;
-    // The function only reads its source, it is declared without saying so.
-    const HRESULT result = ::VariantChangeTypeEx(converted.Out(), const_cast<VARIANT*>(&value), LOCALE_USER_DEFAULT,
-                                                 VARIANT_ALPHABOOL, type);
-    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
-    if (FAILED(result)) RaiseRuntime(result == DISP_E_OVERFLOW ? RuntimeError::Overflow : RuntimeError::TypeMismatch);
+    RaiseIfNotConverted(com_support::Convert(converted, value, type, LOCALE_USER_DEFAULT));
     return converted;
 }
 
@@ -67,37 +66,6 @@ bool HoldsTheSameObject(const VARIANT& cell, const Variant& value) {
     return reference != nullptr && reference->Dispatch() == cell.pdispVal;
 }
 
-/// Type information with its attributes, or with one of its functions, for as long as this lives.
-class TypeAttributes {
-public:
-    explicit TypeAttributes(ITypeInfo& info) : mInfo(info) { mInfo.GetTypeAttr(&mAttributes); }
-    ~TypeAttributes() {
-        if (mAttributes != nullptr) mInfo.ReleaseTypeAttr(mAttributes);
-    }
-    TypeAttributes(const TypeAttributes&) = delete;
-    TypeAttributes& operator=(const TypeAttributes&) = delete;
-    const TYPEATTR* Get() const { return mAttributes; }
-
-private:
-    ITypeInfo& mInfo;
-    TYPEATTR* mAttributes = nullptr;
-};
-
-class Function {
-public:
-    Function(ITypeInfo& info, UINT index) : mInfo(info) { mInfo.GetFuncDesc(index, &mFunction); }
-    ~Function() {
-        if (mFunction != nullptr) mInfo.ReleaseFuncDesc(mFunction);
-    }
-    Function(const Function&) = delete;
-    Function& operator=(const Function&) = delete;
-    const FUNCDESC* Get() const { return mFunction; }
-
-private:
-    ITypeInfo& mInfo;
-    FUNCDESC* mFunction = nullptr;
-};
-
 /// The type of a variant for a parameter of that type; VT_VOID for what no variant holds.
 class ParameterTypes {
 public:
@@ -117,16 +85,16 @@ public:
 private:
     static ComPtr<ITypeInfo> Named(ITypeInfo& info, const TYPEDESC& type) {
         ComPtr<ITypeInfo> named;
-        if (type.vt == VT_USERDEFINED) info.GetRefTypeInfo(type.hreftype, named.GetAddressOf());
+        if (type.vt == VT_USERDEFINED) info.GetRefTypeInfo(type.hreftype, named.Out());
         return named;
     }
     /// VT_DISPATCH for an interface that is named.
     static VARTYPE ObjectType(ITypeInfo& info, const TYPEDESC& type) {
         const ComPtr<ITypeInfo> named = Named(info, type);
-        if (named.Get() == nullptr) return VT_VOID;
-        const TypeAttributes attributes(*named.Get());
-        if (attributes.Get() == nullptr) return VT_VOID;
-        const TYPEKIND kind = attributes.Get()->typekind;
+        if (!named) return VT_VOID;
+        const TypeAttributes attributes(*named);
+        if (!attributes) return VT_VOID;
+        const TYPEKIND kind = attributes->typekind;
         const bool isObject = kind == TKIND_INTERFACE || kind == TKIND_DISPATCH || kind == TKIND_COCLASS;
         return static_cast<VARTYPE>(isObject ? VT_DISPATCH : VT_VOID);
     }
@@ -134,12 +102,12 @@ private:
         switch (type.vt) {
             case VT_USERDEFINED: {
                 const ComPtr<ITypeInfo> named = Named(info, type);
-                if (named.Get() == nullptr) return VT_VOID;
-                const TypeAttributes attributes(*named.Get());
-                if (attributes.Get() == nullptr) return VT_VOID;
-                if (attributes.Get()->typekind == TKIND_ENUM) return VT_I4;
-                if (attributes.Get()->typekind != TKIND_ALIAS) return VT_VOID;
-                return ValueType(*named.Get(), attributes.Get()->tdescAlias);
+                if (!named) return VT_VOID;
+                const TypeAttributes attributes(*named);
+                if (!attributes) return VT_VOID;
+                if (attributes->typekind == TKIND_ENUM) return VT_I4;
+                if (attributes->typekind != TKIND_ALIAS) return VT_VOID;
+                return ValueType(*named, attributes->tdescAlias);
             }
             case VT_I2:
             case VT_I4:
@@ -205,14 +173,13 @@ PassedTypes Values(std::span<const Argument> arguments) {
 
 std::optional<PassedTypes> DescribedTypes(IDispatch& object, DISPID method, std::size_t count, bool objectsAsValues) {
     ComPtr<ITypeInfo> info;
-    if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.GetAddressOf())) || info.Get() == nullptr) return {};
-    const TypeAttributes attributes(*info.Get());
-    if (attributes.Get() == nullptr) return {};
-    const ParameterTypes parameters(*info.Get(), objectsAsValues);
-    for (UINT index = 0; index < attributes.Get()->cFuncs; ++index) {
-        const Function function(*info.Get(), index);
-        const FUNCDESC* const found = function.Get();
-        if (found == nullptr || found->memid != method || found->invkind != INVOKE_FUNC) continue;
+    if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Out())) || !info) return {};
+    const TypeAttributes attributes(*info);
+    if (!attributes) return {};
+    const ParameterTypes parameters(*info, objectsAsValues);
+    for (UINT index = 0; index < attributes->cFuncs; ++index) {
+        const FunctionDescription found(*info, index);
+        if (!found || found->memid != method || found->invkind != INVOKE_FUNC) continue;
         if (found->cParams < 0 || static_cast<std::size_t>(found->cParams) < count) return {};
         PassedTypes types;
         for (std::size_t at = 0; at < count; ++at)
@@ -226,14 +193,14 @@ std::optional<PassedTypes> DescribedTypes(IDispatch& object, DISPID method, std:
 PassedArguments::PassedArguments(std::span<const Argument> arguments, const PassedTypes& types) {
     mCells.reserve(arguments.size());
     for (std::size_t at = 0; at < arguments.size(); ++at) {
-        OwnedVariant cell(ToVariant(arguments[at].value));
+        OwnedVariant cell = OwnedVariant::Adopt(ToVariant(arguments[at].value));
         const auto type = static_cast<VARTYPE>(types[at] & ~VT_BYREF);
-        const bool converts = type != VT_VARIANT && type != cell.Get().vt;
-        mOriginalTypes.push_back(converts ? cell.Get().vt : static_cast<VARTYPE>(VT_EMPTY));
-        mCells.push_back(converts ? Converted(cell.Get(), type) : std::move(cell));
+        const bool converts = type != VT_VARIANT && type != cell.vt;
+        mOriginalTypes.push_back(converts ? cell.vt : static_cast<VARTYPE>(VT_EMPTY));
+        mCells.push_back(converts ? Converted(cell, type) : std::move(cell));
     }
     for (std::size_t at = mCells.size(); at-- > 0;) {
-        VARIANT& cell = mCells[at].Get();
+        VARIANT& cell = mCells[at];
         mBackwards.push_back((types[at] & VT_BYREF) != 0 ? ReferenceTo(cell, types[at]) : cell);
     }
 }
@@ -241,12 +208,12 @@ PassedArguments::PassedArguments(std::span<const Argument> arguments, const Pass
 void PassedArguments::ReadBack(std::span<Argument> arguments) const {
     std::vector<Variant> values;
     for (std::size_t at = 0; at < arguments.size(); ++at) {
-        const VARIANT& cell = mCells[at].Get();
+        const VARIANT& cell = mCells[at];
         const bool stays = !arguments[at].byReference || HoldsTheSameObject(cell, arguments[at].value);
         if (stays) {
             values.push_back(arguments[at].value);
         } else if (mOriginalTypes[at] != VT_EMPTY) {
-            values.push_back(FromVariant(Converted(cell, mOriginalTypes[at]).Get()));
+            values.push_back(FromVariant(Converted(cell, mOriginalTypes[at])));
         } else {
             values.push_back(FromVariant(cell));
         }

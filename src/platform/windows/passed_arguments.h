@@ -45,7 +45,7 @@ public:
     void ReadBack(std::span<Argument> arguments) const;
 
 private:
-    std::vector<OwnedVariant> mCells;
+    std::vector<com_support::OwnedVariant> mCells;
     std::vector<VARTYPE> mOriginalTypes;  ///< VT_EMPTY where the argument was not converted
     std::vector<VARIANT> mBackwards;
 };

@@ -1,12 +1,10 @@
 #include "platform/windows/variant_bridge.h"
 
-#include <wrl/client.h>
-
-#include <algorithm>
-#include <cstring>
 #include <new>
-#include <type_traits>
 
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
+#include "com_support/variant_references.h"
 #include "platform/component_error.h"
 #include "platform/windows/array_bridge.h"
 
@@ -14,7 +12,7 @@ namespace kwo::platform::windows {
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
+using com_support::OwnedVariant;
 
 constexpr SCODE kRuntimeErrors = static_cast<SCODE>(0x800A0000);
 constexpr std::int32_t kLastRuntimeError = 0xFFFF;
@@ -36,9 +34,7 @@ VARIANT ErrorVariant(SCODE code) {
 OwnedVariant Copied(const VARIANT& source) {
     OwnedVariant copy;
     // VariantCopy only reads its source, it is declared without saying so.
-    const HRESULT result = ::VariantCopy(copy.Out(), const_cast<VARIANT*>(&source));
-    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
-    if (FAILED(result)) RaiseRuntime(RuntimeError::TypeMismatch);
+    RaiseIfNotConverted(::VariantCopy(&copy, const_cast<VARIANT*>(&source)));
     return copy;
 }
 
@@ -78,9 +74,7 @@ struct AsVariant {
     }
     VARIANT operator()(const Text& text) const {
         VARIANT value = Tagged(VT_BSTR);
-        value.bstrVal = ::SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
-        if (value.bstrVal == nullptr) throw std::bad_alloc();
-        std::copy(text.begin(), text.end(), value.bstrVal);
+        value.bstrVal = com_support::NewString(text);
         return value;
     }
     VARIANT operator()(bool truth) const {
@@ -117,87 +111,23 @@ struct AsVariant {
     }
 };
 
-/// The size of what a reference of this type points to; 0 when there are no such references.
-std::size_t ReferredSize(VARTYPE type) {
-    if (type & VT_ARRAY) return sizeof(SAFEARRAY*);
-    switch (type) {
-        case VT_I1:
-        case VT_UI1:
-            return 1;
-        case VT_I2:
-        case VT_UI2:
-        case VT_BOOL:
-            return 2;
-        case VT_I4:
-        case VT_UI4:
-        case VT_INT:
-        case VT_UINT:
-        case VT_R4:
-        case VT_ERROR:
-            return 4;
-        case VT_I8:
-        case VT_UI8:
-        case VT_R8:
-        case VT_CY:
-        case VT_DATE:
-            return 8;
-        case VT_BSTR:
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return sizeof(void*);
-        default:
-            return 0;
-    }
-}
-
-/// The value behind a reference, seen without copying what it owns.
-VARIANT Referred(const VARIANT& reference) {
-    const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
-    if (type == VT_RECORD) {  // a record is held by a pointer in either case
-        VARIANT value = reference;
-        value.vt = VT_RECORD;
-        return value;
-    }
-    if (reference.byref == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
-    VARIANT value = Tagged(type);
-    if (type == VT_DECIMAL) {
-        value.decVal = *reference.pdecVal;
-        value.vt = VT_DECIMAL;  // the tag lies inside the decimal, where it is unused
-        return value;
-    }
-    const std::size_t size = ReferredSize(type);
-    if (size == 0) RaiseRuntime(RuntimeError::TypeMismatch);
-    std::memcpy(&value.llVal, reference.byref, size);
-    return value;
-}
-
-/// Follows references to variants until there is none. Nobody nests them on purpose; a variant that refers to itself
-/// would have no end.
-const VARIANT& Innermost(const VARIANT& value) {
-    constexpr int kDeepest = 16;
-    const VARIANT* inner = &value;
-    for (int depth = 0; inner->vt == (VT_BYREF | VT_VARIANT); ++depth) {
-        if (inner->pvarVal == nullptr || depth == kDeepest) RaiseRuntime(RuntimeError::TypeMismatch);
-        inner = inner->pvarVal;
-    }
-    return *inner;
-}
-
 Variant Foreign(const VARIANT& value) {
     return std::make_shared<const WindowsForeignValue>(Copied(value));
 }
 
 Variant FromUnknown(const VARIANT& value) {
     if (value.punkVal == nullptr) return HostObjectRef();
-    ComPtr<IDispatch> dispatch;
-    if (FAILED(value.punkVal->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(dispatch.GetAddressOf()))) ||
-        dispatch.Get() == nullptr) {
-        return Foreign(value);
-    }
-    return MakeHostObject(dispatch.Get());
+    const auto dispatch = com_support::As<IDispatch>(value.punkVal);
+    return dispatch ? Variant(MakeHostObject(dispatch.Get())) : Foreign(value);
 }
 
 }  // namespace
+
+void RaiseIfNotConverted(HRESULT result) {
+    if (SUCCEEDED(result)) return;
+    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+    RaiseRuntime(result == DISP_E_OVERFLOW ? RuntimeError::Overflow : RuntimeError::TypeMismatch);
+}
 
 std::int32_t ErrorNumber(SCODE code) {
     const auto number = static_cast<std::int32_t>(code & kLastRuntimeError);
@@ -209,8 +139,12 @@ VARIANT ToVariant(const Variant& value) {
 }
 
 Variant FromVariant(const VARIANT& value) {
-    const VARIANT& inner = Innermost(value);
-    if (inner.vt & VT_BYREF) return FromVariant(Referred(inner));
+    const VARIANT* const innermost = com_support::Innermost(&value);
+    if (innermost == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
+    VARIANT inner = *innermost;
+    if ((inner.vt & VT_BYREF) != 0 && !com_support::SeeReferred(*innermost, inner)) {
+        RaiseRuntime(RuntimeError::TypeMismatch);
+    }
     switch (inner.vt) {
         case VT_EMPTY:
             return Empty();
@@ -229,7 +163,7 @@ Variant FromVariant(const VARIANT& value) {
         case VT_DATE:
             return Date{inner.date};
         case VT_BSTR:
-            return Text(inner.bstrVal, inner.bstrVal + ::SysStringLen(inner.bstrVal));
+            return com_support::ToText(inner.bstrVal);
         case VT_BOOL:
             return inner.boolVal != VARIANT_FALSE;
         case VT_UI1:

@@ -6,52 +6,19 @@
 #include <cstdint>
 #include <utility>
 
+#include "com_support/owned_variant.h"
 #include "platform/variant.h"
 
 namespace kwo::platform::windows {
 
-/// A VARIANT together with the ownership of what it holds.
-class OwnedVariant {
-public:
-    OwnedVariant() { ::VariantInit(&mValue); }
-    /// Takes over what `value` owns.
-    explicit OwnedVariant(const VARIANT& value) : mValue(value) {}
-    OwnedVariant(OwnedVariant&& other) noexcept : mValue(other.Detach()) {}
-    OwnedVariant& operator=(OwnedVariant&& other) noexcept {
-        if (this != &other) {
-            ::VariantClear(&mValue);
-            mValue = other.Detach();
-        }
-        return *this;
-    }
-    ~OwnedVariant() { ::VariantClear(&mValue); }
-
-    VARIANT& Get() { return mValue; }
-    const VARIANT& Get() const { return mValue; }
-    /// Where a call puts a value that it hands over.
-    VARIANT* Out() {
-        ::VariantClear(&mValue);
-        return &mValue;
-    }
-    /// Hands the value over to the caller.
-    VARIANT Detach() {
-        const VARIANT value = mValue;
-        ::VariantInit(&mValue);
-        return value;
-    }
-
-private:
-    VARIANT mValue;
-};
-
 /// A copied VARIANT of a kind that the logic has no use for.
 class WindowsForeignValue final : public ForeignValue {
 public:
-    explicit WindowsForeignValue(OwnedVariant value) : mValue(std::move(value)) {}
-    const VARIANT& Get() const { return mValue.Get(); }
+    explicit WindowsForeignValue(com_support::OwnedVariant value) : mValue(std::move(value)) {}
+    const VARIANT& Get() const { return mValue; }
 
 private:
-    OwnedVariant mValue;
+    com_support::OwnedVariant mValue;
 };
 
 /// A host object that is an automation object.
@@ -64,6 +31,10 @@ public:
 /// A host object with a reference of its own to `dispatch`; the null object for null. It is made where such objects
 /// are: values hold objects and objects take values, so one of the two is known here by declaration alone.
 HostObjectRef MakeHostObject(IDispatch* dispatch);
+
+/// Raises what a failed conversion or copy of a value means to the logic: Overflow, std::bad_alloc or, for any other
+/// failure, TypeMismatch. Does nothing on success.
+void RaiseIfNotConverted(HRESULT result);
 
 /// What automation clients show for a failure code: the run-time's own errors are 0x800A0000 + their number.
 std::int32_t ErrorNumber(SCODE code);

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 #include <objbase.h>
-#include <wrl/client.h>
 
+#include "com_support/com_ptr.h"
 #include "platform/component_error.h"
 #include "platform/windows/ansi.h"
 #include "platform/windows/variant_bridge.h"
@@ -12,11 +12,9 @@ namespace kwo::platform::windows {
 
 HostObjectRef WindowsComponentFactory::Create(TextView programmaticId) {
     CLSID classId;
-    Microsoft::WRL::ComPtr<IDispatch> object;
+    com_support::ComPtr<IDispatch> object;
     if (FAILED(::CLSIDFromProgID(ToWide(programmaticId).c_str(), &classId)) ||
-        FAILED(::CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch,
-                                  reinterpret_cast<void**>(object.GetAddressOf()))) ||
-        object.Get() == nullptr) {
+        FAILED(::CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch, object.OutVoid())) || !object) {
         RaiseRuntime(RuntimeError::CannotCreateObject);
     }
     return MakeHostObject(object.Get());

@@ -4,8 +4,10 @@
 #include <oleauto.h>
 
 #include <cmath>
-#include <new>
 
+#include "com_support/bstr.h"
+#include "com_support/owned_variant.h"
+#include "com_support/variant_conversion.h"
 #include "platform/component_error.h"
 #include "platform/windows/ansi.h"
 #include "platform/windows/variant_bridge.h"
@@ -14,11 +16,7 @@ namespace kwo::platform::windows {
 
 namespace {
 
-void RaiseIfFailed(HRESULT result) {
-    if (SUCCEEDED(result)) return;
-    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
-    RaiseRuntime(result == DISP_E_OVERFLOW ? RuntimeError::Overflow : RuntimeError::TypeMismatch);
-}
+using com_support::OwnedVariant;
 
 bool IsNotANumber(const VARIANT& value) {
     return (value.vt == VT_R8 && std::isnan(value.dblVal)) || (value.vt == VT_R4 && std::isnan(value.fltVal)) ||
@@ -32,68 +30,69 @@ bool IsWithinCalendar(double days) {
     return days > kBeforeFirstDay && days < kBehindLastDay;
 }
 
-OwnedVariant Changed(const Variant& value, VARTYPE type) {
-    OwnedVariant source(ToVariant(value));
+/// The value for the system, which converts it to `type` next. Raises for what it would convert in its own way.
+OwnedVariant Convertible(const Variant& value, VARTYPE type) {
+    OwnedVariant source = OwnedVariant::Adopt(ToVariant(value));
     // An array of bytes would become a text, and numbers would be read up to a zero character.
-    if (source.Get().vt & VT_ARRAY) RaiseRuntime(RuntimeError::TypeMismatch);
+    if (source.vt & VT_ARRAY) RaiseRuntime(RuntimeError::TypeMismatch);
     if (const auto* const text = std::get_if<Text>(&value); text != nullptr && text->find(u'\0') != Text::npos) {
         RaiseRuntime(RuntimeError::TypeMismatch);
     }
     // The comparisons that are to find an overflow let it through, as any number.
-    if (type != VT_BSTR && type != VT_R4 && type != VT_R8 && type != VT_BOOL && IsNotANumber(source.Get())) {
+    if (type != VT_BSTR && type != VT_R4 && type != VT_R8 && type != VT_BOOL && IsNotANumber(source)) {
         RaiseRuntime(RuntimeError::Overflow);
     }
     // Not every system looks at the sign when an unsigned number becomes a signed one of its size.
-    if (type == VT_I4 && (source.Get().vt == VT_UI4 || source.Get().vt == VT_UINT) && source.Get().lVal < 0) {
+    if (type == VT_I4 && (source.vt == VT_UI4 || source.vt == VT_UINT) && source.lVal < 0) {
         RaiseRuntime(RuntimeError::Overflow);
     }
+    return source;
+}
+
+OwnedVariant Changed(const Variant& value, VARTYPE type) {
+    const OwnedVariant source = Convertible(value, type);
     OwnedVariant changed;
-    RaiseIfFailed(::VariantChangeTypeEx(changed.Out(), &source.Get(), LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+    RaiseIfNotConverted(com_support::Convert(changed, source, type, LOCALE_USER_DEFAULT));
     return changed;
 }
 
 Text Formatted(VARIANT value, TextView pattern) {
     std::wstring format = ToWide(pattern);
-    OwnedVariant text;
-    text.Get().bstrVal = nullptr;
-    RaiseIfFailed(::VarFormat(&value, format.data(), 0, 0, 0, &text.Get().bstrVal));
-    text.Get().vt = VT_BSTR;
-    return std::get<Text>(FromVariant(text.Get()));
+    com_support::Bstr text;
+    RaiseIfNotConverted(::VarFormat(&value, format.data(), 0, 0, 0, text.Out()));
+    return com_support::ToText(text.Get());
 }
 
 }  // namespace
 
 std::int16_t WindowsConversions::ToInt16(const Variant& value) {
-    return Changed(value, VT_I2).Get().iVal;
+    return Changed(value, VT_I2).iVal;
 }
 
 std::int32_t WindowsConversions::ToInt32(const Variant& value) {
-    return static_cast<std::int32_t>(Changed(value, VT_I4).Get().lVal);
+    return static_cast<std::int32_t>(Changed(value, VT_I4).lVal);
 }
 
 std::int32_t WindowsConversions::To32Bits(const Variant& value) {
-    OwnedVariant source(ToVariant(value));
-    // A handle as wide as a pointer repeats its highest bit, whether its type has a sign or not.
-    const bool isPointer = source.Get().vt == VT_UI8;
-    const LONGLONG number = isPointer ? static_cast<LONGLONG>(source.Get().ullVal) : Changed(value, VT_I8).Get().llVal;
-    if (number < INT32_MIN || number > UINT32_MAX) RaiseRuntime(RuntimeError::Overflow);
-    return static_cast<std::int32_t>(number);
+    LONG bits = 0;
+    RaiseIfNotConverted(com_support::To32Bits(bits, Convertible(value, VT_I8), LOCALE_USER_DEFAULT));
+    return bits;
 }
 
 float WindowsConversions::ToSingle(const Variant& value) {
-    return Changed(value, VT_R4).Get().fltVal;
+    return Changed(value, VT_R4).fltVal;
 }
 
 double WindowsConversions::ToDouble(const Variant& value) {
-    return Changed(value, VT_R8).Get().dblVal;
+    return Changed(value, VT_R8).dblVal;
 }
 
 bool WindowsConversions::ToBoolean(const Variant& value) {
-    return Changed(value, VT_BOOL).Get().boolVal != VARIANT_FALSE;
+    return Changed(value, VT_BOOL).boolVal != VARIANT_FALSE;
 }
 
 Date WindowsConversions::ToDate(const Variant& value) {
-    const Date date{Changed(value, VT_DATE).Get().date};
+    const Date date{Changed(value, VT_DATE).date};
     // A date is taken as it stands, whatever it holds.
     if (!IsWithinCalendar(date.days)) RaiseRuntime(RuntimeError::Overflow);
     return date;
@@ -101,7 +100,7 @@ Date WindowsConversions::ToDate(const Variant& value) {
 
 Text WindowsConversions::ToText(const Variant& value) {
     if (const auto* const text = std::get_if<Text>(&value)) return *text;
-    return std::get<Text>(FromVariant(Changed(value, VT_BSTR).Get()));
+    return com_support::ToText(Changed(value, VT_BSTR).bstrVal);
 }
 
 std::optional<Date> WindowsConversions::ParseDate(TextView text) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "com_support/module_path.h"
 #include "platform/windows/ansi.h"
 #include "platform/windows/program_path.h"
 #include "platform/windows/version_resource.h"
@@ -12,21 +13,8 @@ namespace {
 
 using WNetGetUserAFunction = DWORD WINAPI(const char* name, char* user, DWORD* length);
 
-/// Of the executable for null.
-std::wstring PathOf(HMODULE module) {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(2 * path.size());
-    }
-}
-
 std::wstring ExecutablePath() {
-    return PathOf(nullptr);
+    return com_support::ModulePath(nullptr);
 }
 
 }  // namespace
@@ -100,7 +88,7 @@ std::uint32_t WindowsHostApplication::ProcessId() {
 }
 
 Text WindowsHostApplication::LibraryFolder() {
-    return FromWide(FolderOf(PathOf(mModule)));
+    return FromWide(FolderOf(com_support::ModulePath(mModule)));
 }
 
 Text WindowsHostApplication::EnvironmentVariable(TextView name) {

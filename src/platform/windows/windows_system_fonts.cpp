@@ -1,11 +1,11 @@
 #include "platform/windows/windows_system_fonts.h"
 
 #include <olectl.h>
-#include <wrl/client.h>
 
 #include <algorithm>
 #include <cstddef>
 
+#include "com_support/com_ptr.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/dispatch_object.h"
 
@@ -43,11 +43,10 @@ HostObjectRef WindowsSystemFonts::MakeFont() {
     description.lpstrName = noName;
     description.sWeight = FW_NORMAL;
     description.sCharset = DEFAULT_CHARSET;
-    Microsoft::WRL::ComPtr<IDispatch> font;
-    const HRESULT code =
-        ::OleCreateFontIndirect(&description, IID_IDispatch, reinterpret_cast<void**>(font.GetAddressOf()));
+    com_support::ComPtr<IDispatch> font;
+    const HRESULT code = ::OleCreateFontIndirect(&description, IID_IDispatch, font.OutVoid());
     if (FAILED(code)) RaiseFailure(code);
-    auto object = std::make_shared<DispatchObject>(*font.Get());
+    auto object = std::make_shared<DispatchObject>(*font);
     object->SetKnownId(u"Name", DISPID_FONT_NAME);
     object->SetKnownId(u"Size", DISPID_FONT_SIZE);
     object->SetKnownId(u"Bold", DISPID_FONT_BOLD);

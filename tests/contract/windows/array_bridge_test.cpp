@@ -1,15 +1,18 @@
 #include "platform/windows/array_bridge.h"
 
 #include <gtest/gtest.h>
-#include <wrl/client.h>
 
 #include <array>
 
+#include "com_support/com_ptr.h"
+#include "com_support/owned_variant.h"
 #include "platform/windows/variant_bridge.h"
 #include "recording_dispatch.h"
 
 namespace kwo::platform::windows {
 namespace {
+
+using com_support::OwnedVariant;
 
 template <class Array, class Items>
 ForeignRef Made(std::int32_t lowerBound, Items items) {
@@ -30,15 +33,15 @@ const TextArray& TextsIn(const Variant& value) {
 TEST(ArrayBridge, TextsKeepTheirBoundsAndCharacters) {
     const std::vector<Text> items = {u"first", u"", Text(u"a\0b", 3), u"\u00E4\u20AC"};
     for (const std::int32_t lower : {0, 1, 1899, -5}) {
-        const OwnedVariant outside(ToVariant(Texts(lower, items)));
-        ASSERT_EQ(outside.Get().vt, VT_ARRAY | VT_BSTR);
+        const OwnedVariant outside = OwnedVariant::Adopt(ToVariant(Texts(lower, items)));
+        ASSERT_EQ(outside.vt, VT_ARRAY | VT_BSTR);
         LONG bound = 0;
-        ASSERT_EQ(SafeArrayGetLBound(outside.Get().parray, 1, &bound), S_OK);
+        ASSERT_EQ(SafeArrayGetLBound(outside.parray, 1, &bound), S_OK);
         EXPECT_EQ(bound, lower);
-        ASSERT_EQ(SafeArrayGetUBound(outside.Get().parray, 1, &bound), S_OK);
+        ASSERT_EQ(SafeArrayGetUBound(outside.parray, 1, &bound), S_OK);
         EXPECT_EQ(bound, lower + 3);
 
-        const Variant inside = FromVariant(outside.Get());
+        const Variant inside = FromVariant(outside);
         EXPECT_EQ(TextsIn(inside).lowerBound, lower);
         EXPECT_EQ(TextsIn(inside).items, items);
     }
@@ -46,19 +49,19 @@ TEST(ArrayBridge, TextsKeepTheirBoundsAndCharacters) {
 
 TEST(ArrayBridge, NumbersKeepTheirBounds) {
     const ForeignRef numbers = Made<Int16Array>(1, std::vector<std::int16_t>{-32'768, 0, 32'767});
-    const OwnedVariant outside(ToVariant(numbers));
-    ASSERT_EQ(outside.Get().vt, VT_ARRAY | VT_I2);
+    const OwnedVariant outside = OwnedVariant::Adopt(ToVariant(numbers));
+    ASSERT_EQ(outside.vt, VT_ARRAY | VT_I2);
 
-    const Variant inside = FromVariant(outside.Get());
+    const Variant inside = FromVariant(outside);
     const auto& back = dynamic_cast<const Int16Array&>(*std::get<ForeignRef>(inside));
     EXPECT_EQ(back.lowerBound, 1);
     EXPECT_EQ(back.items, (std::vector<std::int16_t>{-32'768, 0, 32'767}));
 }
 
 TEST(ArrayBridge, ArrayWithoutElementsStaysOne) {
-    const OwnedVariant outside(ToVariant(Texts(3, {})));
+    const OwnedVariant outside = OwnedVariant::Adopt(ToVariant(Texts(3, {})));
 
-    const Variant inside = FromVariant(outside.Get());
+    const Variant inside = FromVariant(outside);
     EXPECT_EQ(TextsIn(inside).lowerBound, 3);
     EXPECT_TRUE(TextsIn(inside).items.empty());
 }
@@ -68,17 +71,17 @@ TEST(ArrayBridge, ArraysOfOtherKindsAreCarriedAsTheyAre) {
     VARIANT square = {};
     square.vt = VT_ARRAY | VT_BSTR;
     square.parray = SafeArrayCreate(VT_BSTR, 2, bounds);
-    const OwnedVariant twoDimensions(square);
+    const OwnedVariant twoDimensions = OwnedVariant::Adopt(square);
     VARIANT longs = {};
     longs.vt = VT_ARRAY | VT_I4;
     longs.parray = SafeArrayCreate(VT_I4, 1, bounds);
-    const OwnedVariant otherElements(longs);
+    const OwnedVariant otherElements = OwnedVariant::Adopt(longs);
 
     for (const OwnedVariant* outside : {&twoDimensions, &otherElements}) {
-        EXPECT_EQ(FromArray(outside->Get()), nullptr);
-        const OwnedVariant back(ToVariant(FromVariant(outside->Get())));
-        EXPECT_EQ(back.Get().vt, outside->Get().vt);
-        EXPECT_EQ(SafeArrayGetDim(back.Get().parray), SafeArrayGetDim(outside->Get().parray));
+        EXPECT_EQ(FromArray(*outside), nullptr);
+        const OwnedVariant back = OwnedVariant::Adopt(ToVariant(FromVariant(*outside)));
+        EXPECT_EQ(back.vt, outside->vt);
+        EXPECT_EQ(SafeArrayGetDim(back.parray), SafeArrayGetDim(outside->parray));
     }
 }
 
@@ -104,9 +107,9 @@ TEST(ArrayBridge, ArrayThatIsNotThereIsCarriedOnly) {
     VARIANT none = {};
     none.vt = VT_ARRAY | VT_BSTR;
     EXPECT_EQ(FromArray(none), nullptr);
-    const OwnedVariant back(ToVariant(FromVariant(none)));
-    EXPECT_EQ(back.Get().vt, VT_ARRAY | VT_BSTR);
-    EXPECT_EQ(back.Get().parray, nullptr);
+    const OwnedVariant back = OwnedVariant::Adopt(ToVariant(FromVariant(none)));
+    EXPECT_EQ(back.vt, VT_ARRAY | VT_BSTR);
+    EXPECT_EQ(back.parray, nullptr);
 
     // Bounds without elements behind them.
     none.vt = VT_ARRAY | VT_I2;
@@ -274,11 +277,11 @@ public:
             const_cast<OLECHAR*>(L"Load"), parameters, 5, kSlotsOfDispatch, CC_STDCALL, 3, DISPATCH_METHOD, VT_EMPTY};
         static INTERFACEDATA members = {&method, 1};
         // What is made is a class of one interface, and Wine calls through the interface alone.
-        Microsoft::WRL::ComPtr<ITypeInfo> madeClass;
+        com_support::ComPtr<ITypeInfo> madeClass;
         HREFTYPE interfaceOfClass = 0;
-        EXPECT_EQ(CreateDispTypeInfo(&members, LOCALE_SYSTEM_DEFAULT, madeClass.GetAddressOf()), S_OK);
+        EXPECT_EQ(CreateDispTypeInfo(&members, LOCALE_SYSTEM_DEFAULT, madeClass.Out()), S_OK);
         EXPECT_EQ(madeClass->GetRefTypeOfImplType(0, &interfaceOfClass), S_OK);
-        EXPECT_EQ(madeClass->GetRefTypeInfo(interfaceOfClass, mInfo.GetAddressOf()), S_OK);
+        EXPECT_EQ(madeClass->GetRefTypeInfo(interfaceOfClass, mInfo.Out()), S_OK);
     }
 
     STDMETHODIMP QueryInterface(REFIID id, void** object) override {
@@ -315,7 +318,7 @@ public:
     SHORT number = 0;
 
 private:
-    Microsoft::WRL::ComPtr<ITypeInfo> mInfo;
+    com_support::ComPtr<ITypeInfo> mInfo;
 };
 
 TEST(DualInterface, MemberTypedForArraysFillsThem) {

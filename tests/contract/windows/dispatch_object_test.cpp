@@ -12,6 +12,8 @@
 namespace kwo::platform::windows {
 namespace {
 
+using com_support::OwnedVariant;
+
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
 
@@ -357,10 +359,10 @@ TEST_F(DispatchObjectTest, AnArrayIsFilledThroughATypedReference) {
 
     object->Notify(u"First", arguments);
 
-    const OwnedVariant filled(ToVariant(arguments[0].value));
+    const OwnedVariant filled = OwnedVariant::Adopt(ToVariant(arguments[0].value));
     LONG index = 1;
     SHORT value = 0;
-    ASSERT_EQ(::SafeArrayGetElement(filled.Get().parray, &index, &value), S_OK);
+    ASSERT_EQ(::SafeArrayGetElement(filled.parray, &index, &value), S_OK);
     EXPECT_EQ(value, 1234);
 }
 

@@ -14,6 +14,8 @@
 namespace kwo::platform::windows {
 namespace {
 
+using com_support::OwnedVariant;
+
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const double kNotANumber = std::nan("");
 
@@ -149,7 +151,7 @@ TEST_F(WindowsConversionsTest, WhatIsNoNumberIsAMismatch) {
     VARIANT bytes = {};
     bytes.vt = VT_ARRAY | VT_UI1;
     bytes.parray = ::SafeArrayCreateVector(VT_UI1, 0, 2);
-    const OwnedVariant owner(bytes);
+    const OwnedVariant owner = OwnedVariant::Adopt(bytes);
     for (const Variant& value : {Variant(Missing()), Variant(Null()), Variant(ErrorValue{5}), Variant(HostObjectRef()),
                                  Variant(Text()), Variant(Text(u" ")), Variant(Text(u"abc")), Variant(Text(u"1 x")),
                                  Variant(Text(u"12\0", 3)), FromVariant(bytes)}) {
