@@ -6,8 +6,8 @@
 
 namespace kwohost {
 
-/// Identity and life time of an object with one interface, for the thread that it is created on. It starts with
-/// one reference and lives on the heap: see MakeObject.
+/// Identity and lifetime of an object with one interface, used on the thread that created it. It starts with one
+/// reference and lives on the heap: see MakeObject.
 template <class Interface>
 class ComObject : public Interface {
 public:
@@ -33,7 +33,7 @@ protected:
     ComObject() = default;
     virtual ~ComObject() = default;
 
-    /// A further identifier under which the same interface is asked for.
+    /// Whether callers may ask for the same interface by this identifier too.
     virtual bool AlsoAnswers(REFIID) const { return false; }
 
 private:

@@ -59,13 +59,13 @@ LRESULT Control::OnMessage(UINT message, WPARAM first, LPARAM second) {
         EndPaint(Window(), &painting);
         return 0;
     }
-    // What is painted covers everything.
+    // Painting covers everything.
     if (message == WM_ERASEBKGND) return 1;
     return HostWindow::OnMessage(message, first, second);
 }
 
 void Control::OnGone() {
-    // The form holds its controls and they their form and container.
+    // The form holds its controls, and each control holds its form and container.
     mContainer.Reset();
     mForm.Reset();
 }

@@ -37,7 +37,7 @@ private:
 
 /// Type is PictureBox, Label or Panel; error 429 for another.
 ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name);
-/// The object as a container of controls; error 425 when it is none.
+/// The object as a container of controls. Raises error 425 if it is not one.
 HostWindow& ContainerOf(IDispatch* object);
 
 }  // namespace kwohost

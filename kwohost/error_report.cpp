@@ -7,7 +7,7 @@ namespace kwohost {
 
 namespace {
 
-/// A run-time error of the languages travels as 0x800A0000 + number, and authors know it by the number alone.
+/// A run-time error of a script language is passed as 0x800A0000 + number; authors know it by the number.
 long ShownNumber(HRESULT code) {
     return FAILED(code) && HRESULT_FACILITY(code) == FACILITY_CONTROL ? HRESULT_CODE(code) : code;
 }
@@ -18,7 +18,7 @@ std::wstring Hexadecimal(HRESULT code) {
     return text;
 }
 
-/// The codes that the members of automation objects fail with. Not every system has its own words for them.
+/// Codes that members of automation objects return. Not every system has texts for them.
 struct AutomationText {
     HRESULT code;
     const wchar_t* text;

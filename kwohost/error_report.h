@@ -20,7 +20,7 @@ struct ErrorReport {
 /// a missing description is the system's text for the code.
 std::wstring Format(const ErrorReport& report);
 
-/// The system's words for a code, without a line end; empty when it has none.
+/// The system's text for a code, without a line end; empty if it has none.
 std::wstring SystemText(DWORD code);
 
 }  // namespace kwohost

@@ -6,7 +6,7 @@ namespace kwohost {
 
 namespace {
 
-/// 0 for what cannot be stored through a reference.
+/// The size of a value of this type; 0 if it cannot be stored through a reference.
 std::size_t SizeOf(VARTYPE type) {
     if (type & VT_ARRAY) return sizeof(SAFEARRAY*);
     switch (type) {
@@ -58,7 +58,7 @@ void Store(const VARIANT& target, Variant& value) {
     Variant replaced;
     std::memcpy(&replaced.byref, target.byref, size);
     std::memcpy(target.byref, &converted.byref, size);
-    // What was there is given up last: an object may call back from its end.
+    // The old value is released last: an object may call back when it ends.
     replaced.vt = type;
     converted.Detach();
 }

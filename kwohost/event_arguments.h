@@ -6,15 +6,15 @@
 
 namespace kwohost {
 
-/// The arguments of an event on their way through a script: what came by reference, of whatever type, is handed on as
-/// a reference to a variant, the only kind of reference that a script assigns to.
+/// The arguments of an event on their way through a script. A by-reference argument of any type is passed on as a
+/// reference to a variant, the only kind that a script assigns to.
 class EventArguments {
 public:
     explicit EventArguments(const DISPPARAMS& original);
 
     DISPPARAMS& ForScript() { return mParams; }
-    /// Stores what the script assigned, in the types of the event's source. The failure of a conversion is returned
-    /// after the other arguments have been stored.
+    /// Stores what the script assigned, in the types of the event's source. If a conversion fails, the other arguments
+    /// are still stored; then the failure is returned.
     [[nodiscard]] HRESULT WriteBack();
 
 private:

@@ -18,10 +18,10 @@ public:
     EventConnections& operator=(const EventConnections&) = delete;
     ~EventConnections() { DisconnectAll(); }
 
-    /// Events arrive at `prefix_Name`, also when the prefix is given with its underscore. Takes the place of an
-    /// earlier connection of the same object. Raises 459 for an object without events, 5 for an empty prefix.
+    /// Events call `prefix_Name`; the prefix may end with its underscore. Replaces an earlier connection of the same
+    /// object. Raises 459 for an object without events, 5 for an empty prefix.
     void Connect(IDispatch* object, std::wstring prefix);
-    /// No effect on an object that is not connected.
+    /// Does nothing for an object that is not connected.
     void Disconnect(IDispatch* object);
     void DisconnectAll();
 

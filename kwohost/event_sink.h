@@ -8,16 +8,16 @@
 
 namespace kwohost {
 
-/// Takes an event by its procedure's name.
+/// Handles an event; gets the name of its procedure.
 using EventHandler = std::function<void(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result)>;
 
-/// Receives the events of one object and hands each on under its prefix and name.
+/// Receives the events of one object and passes each one on under its prefix and name.
 class EventSink : public ComObject<IDispatch> {
 public:
     EventSink(EventInterface events, std::wstring prefix, EventHandler handler)
         : mEvents(std::move(events)), mPrefix(std::move(prefix)), mHandler(std::move(handler)) {}
 
-    /// The object may keep the sink and call it for ever: from now on nothing happens.
+    /// Ignores all further events: the object may keep the sink and call it for ever.
     void Silence() { mHandler = nullptr; }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;

@@ -51,7 +51,7 @@ std::map<DISPID, std::wstring> NamesOf(ITypeInfo* type) {
     const Attributes attributes(type);
     for (UINT i = 0; i < attributes->cFuncs; ++i) {
         FUNCDESC* function = nullptr;
-        // A member that cannot be described must not silence the others.
+        // If one member cannot be described, the others must still work.
         if (FAILED(type->GetFuncDesc(i, &function))) continue;
         const MEMBERID id = function->memid;
         type->ReleaseFuncDesc(function);

@@ -14,7 +14,7 @@ struct EventInterface {
     std::map<DISPID, std::wstring> names;
 };
 
-/// The default source interface of an object's class; nothing when the object does not say, or has none.
+/// The default source interface of an object's class. Nothing if the object does not tell or has none.
 std::optional<EventInterface> FindEventInterface(IUnknown* object);
 
 }  // namespace kwohost

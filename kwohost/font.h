@@ -25,7 +25,7 @@ public:
         Check(mFont->QueryInterface(IID_PPV_ARGS(object.Receive())));
         return object;
     }
-    /// Error 13 for what is no font.
+    /// Uses another font object. Raises error 13 if it is not a font.
     void Share(IDispatch* object) {
         ComPtr<IFont> font;
         if (FAILED(object->QueryInterface(IID_IFont, font.ReceiveAny())))
@@ -33,7 +33,7 @@ public:
         mFont = font;
         CountInTwips();
     }
-    /// As it is now; the font object keeps it.
+    /// The font as it is now. The font object owns the handle.
     HFONT Handle() const {
         HFONT handle = nullptr;
         Check(mFont->get_hFont(&handle));
@@ -41,7 +41,7 @@ public:
     }
 
 private:
-    /// A point is twenty of the twips that everything else is counted in.
+    /// Makes a point 20 twips, in the twips that everything else is counted in.
     void CountInTwips() {
         constexpr LONG kTwipsPerInch = 1440;
         constexpr LONG kHimetricPerInch = 2540;

@@ -9,7 +9,7 @@ namespace kwohost {
 
 class Control;
 
-/// All forms of the script, in the order of their making.
+/// All forms of the script, in the order of their creation.
 using Forms = std::vector<Form*>;
 
 /// A window of its own, a child of an MDI form, or an MDI form. Members that it does not have are procedures of the
@@ -18,10 +18,10 @@ class Form : public HostWindow {
 public:
     enum class Kind { Plain, MdiParent, MdiChild };
 
-    /// `parent` is the MDI form of a child. To be followed by Open.
+    /// `parent` is the MDI form of a child. Call Open next.
     Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* parent);
     void Open();
-    /// Destroys the window without a question.
+    /// Destroys the window without raising Unload.
     void End();
 
     HWND MdiClient() const { return mMdiClient; }

@@ -6,7 +6,7 @@ namespace kwohost {
 
 namespace {
 
-/// A console takes no more than some 64 KB in one call.
+/// A console accepts no more than some 64 KB in one call.
 constexpr std::size_t kConsoleChunk = 8192;
 
 std::string ToUtf8(std::wstring_view text) {

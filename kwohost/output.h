@@ -12,7 +12,7 @@ public:
     /// `which` is STD_OUTPUT_HANDLE or STD_ERROR_HANDLE.
     explicit Output(DWORD which);
 
-    /// False when the other end is gone or the disk is full. A process that has no such output writes to nowhere.
+    /// False if the other end is gone or the disk is full. A process without this output writes nowhere and succeeds.
     bool Write(std::wstring_view text);
 
 private:

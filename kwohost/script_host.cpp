@@ -88,7 +88,7 @@ HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAM
     if (SUCCEEDED(called)) {
         const HRESULT stored = arguments.WriteBack();
         if (SUCCEEDED(stored)) return stored;
-        // The procedure has run. A code that told of types that do not fit would make its caller try others.
+        // The procedure has run. A code that means wrong types would make the caller try others.
         Report(procedure, stored, kCannotStore);
     } else if (mErrorCount == errorsBefore) {
         Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? raised.scode : called,
@@ -115,7 +115,7 @@ void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& pa
     const Bstr source(exception.bstrSource);
     const Bstr description(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
-    // An engine that has reported an error itself returns a failure without content.
+    // An engine that has reported an error itself returns a failure without details.
     if (FAILED(called) && mErrorCount == errorsBefore)
         Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? exception.scode : called,
                Text(description.Get()));

@@ -23,7 +23,7 @@ public:
     LONG Whole(int index) const;
     double Number(int index) const;
     bool Truth(int index) const;
-    /// Raises 424 for what is no object, 91 for none.
+    /// Raises 424 if the argument is not an object, 91 for the null object.
     ComPtr<IDispatch> Object(int index) const;
 
     void ReturnText(std::wstring_view text);
@@ -51,7 +51,7 @@ private:
 /// the standard automation codes; a ScriptFailure becomes the error that the script sees.
 class ScriptObject : public ComObject<IDispatch> {
 public:
-    /// An object of this program as what it is; null for one of anybody else's.
+    /// The object as a class of this program; null for any other object.
     template <class Object>
     static Object* Own(IDispatch* object) {
         return dynamic_cast<Object*>(OwnObject(object));

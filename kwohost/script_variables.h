@@ -4,8 +4,8 @@
 
 namespace kwohost {
 
-/// Empties the global variables of a script, so that it lets go of its objects although it is still running.
-/// `script` is the engine's own object for the script, which describes them in its type information: VBScript's does.
+/// Empties the global variables of a script that is still running, so that it releases their objects. `script` is the
+/// engine's object for the script, whose type information describes the variables, as in VBScript.
 void EmptyVariables(IDispatch* script);
 
 }  // namespace kwohost

@@ -11,7 +11,7 @@ namespace {
 /// Enough to write one line.
 constexpr ULONG kReservedBytes = 64 * 1024;
 
-/// An exception handler has no other way to its data.
+/// Global, because an exception handler has no other way to its data.
 struct Guard {
     std::wstring report;
     Output errors{STD_ERROR_HANDLE};
@@ -21,7 +21,7 @@ Guard* guard = nullptr;
 
 LONG CALLBACK OnException(EXCEPTION_POINTERS* pointers) {
     if (pointers->ExceptionRecord->ExceptionCode != EXCEPTION_STACK_OVERFLOW) return EXCEPTION_CONTINUE_SEARCH;
-    // The engine's calls cannot be unwound from here, and nothing that an object does on its release has a stack.
+    // The engine's calls cannot be unwound from here, and code that runs when an object is released has no stack left.
     guard->errors.Write(guard->report);
     TerminateProcess(GetCurrentProcess(), guard->exitCode);
     return EXCEPTION_CONTINUE_SEARCH;

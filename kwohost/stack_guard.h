@@ -4,9 +4,8 @@
 
 namespace kwohost {
 
-/// Turns the end of the calling thread's stack, as a script reaches it that calls itself without end, into `report` on
-/// standard error and the end of the process with `exitCode`. An engine that has a limit of its own raises its own
-/// error before.
+/// If a script calls itself without end and uses up the stack of the calling thread, writes `report` to standard error
+/// and ends the process with `exitCode`. An engine with a limit of its own raises its own error first.
 void GuardStack(std::wstring report, int exitCode);
 
 }  // namespace kwohost

@@ -14,7 +14,7 @@ public:
 
     HDC Context() const { return mContext; }
     HBITMAP Bitmap() const { return mBitmap; }
-    /// Makes it that large; what was drawn stays where it fits, the rest gets the colour. The context stays the same.
+    /// Changes the size. The picture stays where it fits; new area gets the colour. The context stays the same.
     void Resize(SIZE size, COLORREF colour);
     void Drop();
 

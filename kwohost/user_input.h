@@ -6,17 +6,17 @@
 
 namespace kwohost {
 
-/// Input as the user's own pointer and keyboard make it. Each returns when its messages have been processed.
+/// Input as from the user's own pointer and keyboard. Each function returns when its messages have been processed.
 void MovePointer(POINT onScreen);
 /// 1 left, 2 right, 4 middle.
 void PressButton(LONG button);
 void ReleaseButton(LONG button);
-/// Down and up at once, before anybody sees either: an event that waits for the release gets it.
+/// Presses and releases at once, before any event runs: an event that waits for the release gets it.
 void ClickButton(LONG button);
-/// The release comes by itself after that time, also while an event waits for it.
+/// Presses now and releases after that time, even while an event waits for the release.
 void HoldButton(LONG button, DWORD milliseconds);
-/// Plain characters and {TAB} {ENTER} {LEFT} {RIGHT} {UP} {DOWN} {PGUP} {PGDN} {ESC} {SPACE}; + before a key is shift,
-/// % is Alt. Raises error 5 for a name that is none of these.
+/// Plain characters and {TAB} {ENTER} {LEFT} {RIGHT} {UP} {DOWN} {PGUP} {PGDN} {ESC} {SPACE}; + before a key is Shift,
+/// % is Alt. Raises error 5 for any other name.
 void TypeKeys(std::wstring_view keys);
 
 }  // namespace kwohost

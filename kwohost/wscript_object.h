@@ -9,7 +9,7 @@
 
 namespace kwohost {
 
-/// What scripts know as `WScript`. The host and the connections outlive it.
+/// The object that scripts know as `WScript`. The host and the connections must outlive it.
 ComPtr<IDispatch> MakeWScriptObject(ScriptHost& host, EventConnections& connections,
                                     const std::vector<std::wstring>& arguments);
 

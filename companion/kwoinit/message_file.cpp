@@ -22,7 +22,7 @@ constexpr std::uint16_t kDefaultSublanguage = 0x400;
     Raise(error, kSource, Text(u"The message file ") + Text(name) + u" cannot be used: " + Text(reason));
 }
 
-/// Upper and lower case of the alphabets in which programs are named.
+/// Makes upper and lower case the same, in the alphabets of program names.
 char16_t Fold(char16_t c) {
     struct Range {
         char16_t first, last, distance;
@@ -62,8 +62,8 @@ bool HasControls(TextView text) {
     return std::ranges::any_of(text, [](char16_t c) { return (c < 0x20 && c != u'\t') || c == 0x7F; });
 }
 
-/// For a line that cannot be read. It is taken for a header when a bracket comes before any equals sign and it begins
-/// neither like a comment nor like a text; what is no plain character may have got in front of it.
+/// Whether a bad line counts as a damaged header: it has a bracket before any equals sign and begins neither like a
+/// comment nor like a text. Characters other than plain ones may stand in front.
 bool LooksLikeHeader(std::string_view line) {
     const auto isPlain = [](char c) { return c > ' ' && c < 0x7F; };
     const auto first = std::ranges::find_if(line, isPlain);
@@ -74,7 +74,7 @@ bool LooksLikeHeader(std::string_view line) {
 
 }  // namespace
 
-/// Reads line by line into a file's sections and messages.
+/// Reads a file line by line into sections and messages.
 class MessageFile::Reader {
 public:
     Reader(MessageFile& file, TextView name) : mFile(file), mName(name) {}
@@ -116,7 +116,7 @@ private:
         if (bytes.empty()) return;
         Line line = LineOf(bytes);
         if (const auto* const bad = std::get_if<BadLine>(&line)) {
-            // What follows a damaged header is no part of the section before it.
+            // The texts after a damaged header belong to no section.
             if (LooksLikeHeader(bytes)) mSection.reset();
             Skip(number, bad->reason);
         } else if (const auto* const section = std::get_if<SectionLine>(&line)) {
@@ -167,7 +167,7 @@ private:
         mFile.mMessages.push_back({*mSection, number, line, std::move(message.text)});
     }
 
-    /// Of several texts for one number the first stays.
+    /// If a number has several texts, the first one stays.
     void Sort() {
         auto& messages = mFile.mMessages;
         const auto place = [](const Message& message) { return std::pair(message.section, message.number); };

@@ -22,9 +22,8 @@ public:
     static constexpr std::size_t kMostSections = 10'000;
     static constexpr std::size_t kMostProblems = 100;  ///< that are reported one by one
 
-    /// Reads UTF-8 text, with or without a mark in front. Bad lines are reported under `name` and skipped; a bad line
-    /// that looks like a header ends the section before it. What is no message file as a whole is reported as well, and
-    /// raises ComponentError.
+    /// Reads UTF-8 text, with or without a byte order mark. Reports bad lines under `name` and skips them; a damaged
+    /// header ends the section before it. A file that is refused as a whole is reported and raises ComponentError.
     MessageFile(std::string_view bytes, TextView name, ProblemReport& report);
 
     struct Extent {
@@ -32,7 +31,7 @@ public:
         std::int32_t highest = 0;
         std::int32_t characters = 0;
     };
-    /// Over all languages of the program; nothing when there is no text for it.
+    /// The lowest and the highest number in any language of the program; nothing if there is no text for it.
     std::optional<Extent> ExtentOf(TextView program) const;
 
 private:
@@ -47,7 +46,7 @@ private:
         Text text;
     };
     class Reader;
-    /// Those that hold a text; KWOUtil's for a program that has none.
+    /// The sections of the program that contain a text, or those of KWOUtil if the program has none.
     std::vector<std::uint32_t> SectionsOf(TextView program) const;
     bool HasTexts(std::uint32_t section) const;
     TextView Find(std::uint32_t section, std::int32_t number) const;
@@ -56,10 +55,10 @@ private:
     std::vector<Message> mMessages;  ///< by section and number
 
 public:
-    /// The texts of one program in one language. Lives no longer than the file.
+    /// The texts of one program in one language. The file must outlive them.
     class Texts {
     public:
-        /// Empty when there is none, in any language that may stand in.
+        /// The text of a number; empty if no suitable language has one.
         TextView operator[](std::int32_t number) const;
 
     private:
@@ -70,8 +69,8 @@ public:
         const MessageFile& mFile;
         std::vector<std::uint32_t> mSections;  ///< the best first
     };
-    /// Each text is of the language itself, else of its primary language (the neutral one, the default one, any), else
-    /// of the section without a language. A program that has no text at all is served KWOUtil's.
+    /// Each text comes from the language itself, else from its primary language (the neutral one, the default one, any
+    /// other), else from the section without a language. A program without any text is served KWOUtil's.
     Texts In(TextView program, std::uint16_t language) const;
 };
 

@@ -63,13 +63,13 @@ Line ParseHeader(TextView line) {
     return SectionLine{Text(program), *identifier};
 }
 
-/// Nothing when there is an escape that means nothing where it stands.
+/// The text with its escapes replaced. Nothing if an escape means nothing in its place.
 std::optional<Text> WithoutEscapes(TextView text) {
     std::size_t inner = 0;
     std::size_t end = text.size();
     while (text.substr(inner).starts_with(u"\\s"))
         inner += 2;
-    // A blank at the end is one only where its backslash is not the second of two.
+    // "\s" at the end is a blank only if its backslash is not the second of two.
     const auto isBlankAt = [&](std::size_t at) {
         const std::size_t before = text.substr(0, at).find_last_not_of(u'\\');
         const std::size_t slashes = at - (before == TextView::npos ? 0 : before + 1);

@@ -4,7 +4,7 @@
 
 namespace kwo::kwoinit {
 
-/// Takes what is wrong with a message file and was skipped.
+/// Receives the problems in a message file that were skipped.
 class ProblemReport {
 public:
     virtual ~ProblemReport() = default;

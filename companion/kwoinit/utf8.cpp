@@ -18,7 +18,7 @@ struct Form {
 constexpr Form kForms[] = {
     {0x80, 0x00, 1, 0x0}, {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
 
-/// Takes one character off the front; kNone when there is none.
+/// Removes the first character and returns it; kNone if there is none.
 std::uint32_t Next(std::string_view& bytes) {
     const auto first = static_cast<unsigned char>(bytes[0]);
     for (const Form& form : kForms) {

@@ -6,8 +6,8 @@
 
 namespace kwo::kwoinit {
 
-/// Makes `text` what the bytes write. False when they are not well-formed UTF-8 (also for surrogates and forms longer
-/// than needed); `text` is then of no use.
+/// Converts UTF-8 bytes to text. Returns false if they are not well-formed UTF-8 (surrogates and overlong forms are
+/// not); `text` is then undefined.
 bool FromUtf8(std::string_view bytes, platform::Text& text);
 
 }  // namespace kwo::kwoinit

@@ -6,7 +6,7 @@
 
 namespace kwo::kwoinit {
 
-/// Problems go to whoever listens to the process's debug output.
+/// Writes problems to the debug output of the process.
 class DebuggerReport final : public ProblemReport {
 public:
     void Problem(platform::TextView text) override {

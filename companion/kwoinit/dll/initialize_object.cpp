@@ -56,7 +56,7 @@ public:
     }
 
 private:
-    /// Nothing when there is no file, or nothing for the program in it; no file is kept then.
+    /// Nothing if there is no file, or no text for the program in it; the file is then not kept.
     std::optional<MessageFile::Extent> Open(TextView path) {
         mFile.reset();
         DebuggerReport report;

@@ -7,14 +7,14 @@
 
 namespace kwo::kwoinit {
 
-/// Raises ComponentError when `array` is not one of one dimension with elements of the type `element`.
+/// The array. Raises ComponentError unless it has one dimension and elements of the type `element`.
 SAFEARRAY* CheckedArray(SAFEARRAY** array, VARTYPE element, platform::TextView name);
 
-/// Every element becomes the text of its index, empty where there is none.
+/// Sets each element to the text of its index, or to an empty text.
 void FillTexts(SAFEARRAY* array, const MessageFile::Texts& texts);
 
-/// One element for each of `textArray`, the same index for the first, 1 where there is a text and 0 where there is
-/// none. An array of fixed size, or one that is in use, stays as it is.
+/// Gives `array` the bounds of `textArray` and sets each element to 1 if there is a text, else to 0. An array of fixed
+/// size, or one in use, is not changed.
 void FillIndex(SAFEARRAY* array, SAFEARRAY* textArray);
 
 }  // namespace kwo::kwoinit

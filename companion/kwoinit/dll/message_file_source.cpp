@@ -35,7 +35,7 @@ platform::Text About(const platform::Text& path, platform::TextView reason) {
     return u"The message file " + path + u" cannot be used: " + platform::Text(reason);
 }
 
-/// A folder, a device or nothing at all is no file.
+/// False for a folder, for a device, and if there is nothing.
 bool IsFile(const platform::Text& path) {
     const DWORD attributes = ::GetFileAttributesW(reinterpret_cast<const wchar_t*>(path.c_str()));
     return attributes != INVALID_FILE_ATTRIBUTES &&
@@ -43,11 +43,11 @@ bool IsFile(const platform::Text& path) {
 }
 
 std::optional<FoundFile> Read(const platform::Text& path) {
-    // A zero character would end the path early for the system.
+    // For the system a zero character would end the path.
     if (path.empty() || path.find(u'\0') != platform::Text::npos || !IsFile(path)) return std::nullopt;
     const OpenFile file(path);
     if (!file) Raise(MessageError::FileUnreadable, kSource, About(path, u"it cannot be opened"));
-    // Real systems give pipes the attributes of files.
+    // Windows gives pipes the attributes of files.
     if (::GetFileType(file.Get()) != FILE_TYPE_DISK) return std::nullopt;
     LARGE_INTEGER size{};
     if (!::GetFileSizeEx(file.Get(), &size))

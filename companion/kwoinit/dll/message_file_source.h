@@ -7,14 +7,14 @@
 
 namespace kwo::kwoinit {
 
-/// A message file as it was found.
+/// The path and the bytes of a message file.
 struct FoundFile {
     platform::Text path;
     std::string bytes;
 };
 
-/// The file at `path`, else the one of the same name beside this DLL; nothing when there is neither. Raises
-/// ComponentError for a file that cannot be read or is too large to be one of messages.
+/// The file at `path`, else the file of the same name beside this DLL. Nothing if there is neither. Raises
+/// ComponentError for a file that cannot be read or is too large.
 std::optional<FoundFile> FindMessageFile(platform::TextView path);
 
 }  // namespace kwo::kwoinit
