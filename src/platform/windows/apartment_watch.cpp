@@ -8,7 +8,7 @@ namespace kwo::platform::windows {
 
 namespace {
 
-/// What the system asks before and after each CoInitialize and CoUninitialize of its thread.
+/// The system calls it before and after each CoInitialize and CoUninitialize of its thread.
 class Spy final : public IInitializeSpy {
 public:
     explicit Spy(ApartmentUser& user) : mUser(user) {}
@@ -32,7 +32,7 @@ public:
     STDMETHODIMP PreUninitialize(DWORD entered) override {
         constexpr DWORD kLast = 1;
         if (entered != kLast) return S_OK;
-        // The user ends the watch, and with it the system's reference.
+        // The user may end the watch, which releases the system's reference.
         AddRef();
         mUser.ApartmentEnds();
         Release();

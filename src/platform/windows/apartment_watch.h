@@ -4,7 +4,7 @@
 
 namespace kwo::platform::windows {
 
-/// Who hears that its thread leaves its apartment.
+/// Is told when its thread leaves its apartment.
 class ApartmentUser {
 public:
     virtual void ApartmentEnds() noexcept = 0;
@@ -13,9 +13,9 @@ protected:
     ~ApartmentUser() = default;
 };
 
-/// Tells its user when the thread is about to leave its apartment, while objects can still be called.
+/// Tells its user that the thread is about to leave its apartment, while objects can still be called.
 ///
-/// Begins and ends on one and the same thread; the module must stay loaded in between.
+/// Begin and End run on the same thread. The module must stay loaded in between.
 class ApartmentWatch {
 public:
     explicit ApartmentWatch(ApartmentUser& user) : mUser(user) {}
@@ -23,7 +23,7 @@ public:
     ApartmentWatch(const ApartmentWatch&) = delete;
     ApartmentWatch& operator=(const ApartmentWatch&) = delete;
 
-    /// Nothing is watched on a thread that is in no apartment, or that is watched already.
+    /// Does nothing on a thread that is in no apartment, or that is already watched.
     void Begin() noexcept;
     void End() noexcept;
 

@@ -6,9 +6,8 @@
 
 namespace kwo::platform::windows {
 
-/// The platform's last-error value as the component's last platform call left it. Shared by all services, so that what
-/// the system itself does between two of the component's steps cannot disturb it. Calls that cannot fail leave it
-/// alone.
+/// The last-error value, as this component's last platform call left it. All services share it, so that what the system
+/// does between two steps of the component cannot change it. Calls that cannot fail do not change it.
 class LastError {
 public:
     std::int32_t Get() const { return mCode; }
@@ -16,7 +15,7 @@ public:
         mCode = code;
         ::SetLastError(static_cast<DWORD>(code));
     }
-    /// To be called right behind a platform call; passes its result through.
+    /// Call it directly after a platform call; it returns the call's result.
     template <class Result>
     Result After(Result result) {
         mCode = static_cast<std::int32_t>(::GetLastError());

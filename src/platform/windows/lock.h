@@ -4,8 +4,8 @@
 
 namespace kwo::platform::windows {
 
-/// A lock for std::lock_guard: this compiler's library has none of its own. Ready without construction, gone without
-/// destruction, so that one may be global.
+/// A lock for std::lock_guard, because this compiler's library has none. It needs no construction and no destruction,
+/// so it may be global.
 class Lock {
 public:
     constexpr Lock() = default;

@@ -2,17 +2,17 @@
 
 namespace kwo::platform::windows {
 
-/// Hears for how long the system may call into the module that holds the component: it must stay loaded meanwhile.
+/// Is told while the system may call into the module that holds the component. The module must stay loaded meanwhile.
 class ModuleUse {
 public:
     virtual void Begin() noexcept {}
     virtual void End() noexcept {}
 
-    /// For modules that nobody unloads.
+    /// For a module that is never unloaded.
     static ModuleUse& Nobody();
 
 protected:
-    /// Nobody owns one; without an end of its own it may be a global that needs none.
+    /// Nobody owns one. Its destructor does nothing, so it may be global.
     ~ModuleUse() = default;
 };
 

@@ -12,8 +12,8 @@ inline std::wstring NameOf(std::wstring path) {
     return path;
 }
 
-/// The file's folder; empty where the path has none. A drive alone would be the drive's current folder: its root keeps
-/// the separator.
+/// The folder of the file; empty if the path has none. For the root of a drive the separator stays, because a drive
+/// alone would mean the drive's current folder.
 inline std::wstring FolderOf(std::wstring path) {
     const auto separator = path.find_last_of(L"\\/");
     if (separator == std::wstring::npos) return {};

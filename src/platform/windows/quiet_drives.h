@@ -4,8 +4,8 @@
 
 namespace kwo::platform::windows {
 
-/// While it lives, a drive without a disk in it is an error of the calls on this thread. Otherwise the system shows a
-/// box that asks the user for the disk, and the call waits for the answer.
+/// While it exists, calls of this thread report a drive without a disk as an error. Otherwise the system shows a box
+/// that asks for the disk, and the call waits for the answer.
 class QuietDrives {
 public:
     QuietDrives() { mSet = ::SetThreadErrorMode(::GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &mBefore); }

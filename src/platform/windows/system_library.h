@@ -6,17 +6,16 @@
 
 namespace kwo::platform::windows {
 
-/// A system library that is loaded when it is first needed, from the system's directory and nowhere else.
+/// A system library. It is loaded from the system's directory when it is first needed.
 ///
-/// It stays loaded: the end of the one who asked for it may come while the loader holds its lock, when nothing can be
-/// unloaded safely.
+/// It stays loaded: its user may end while the loader holds its lock, when nothing can be unloaded safely.
 class SystemLibrary {
 public:
     explicit SystemLibrary(const wchar_t* name) : mName(name) {}
     SystemLibrary(const SystemLibrary&) = delete;
     SystemLibrary& operator=(const SystemLibrary&) = delete;
 
-    /// Null where the system has no such library or function; the system's last-error value says why.
+    /// A function of the library. Null if the system lacks the library or the function; the last-error value says why.
     template <class Function>
     Function* Find(const char* function) {
         if (!std::exchange(mAsked, true)) mHandle = Load(mName);

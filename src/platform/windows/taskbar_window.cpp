@@ -5,7 +5,8 @@ namespace kwo::platform::windows {
 TaskbarWindow::TaskbarWindow(TaskbarListener& listener)
     : mListener(listener),
       mCreated(::RegisterWindowMessageW(L"TaskbarCreated")),
-      // A class of the system's: one of our own would have to go before the module does, on whatever thread.
+      // A window class of the system: one of our own would have to be removed before the module is unloaded, on
+      // whatever thread.
       mWindow(::CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr,
                                 nullptr, nullptr, nullptr)) {
     if (mWindow == nullptr) return;
@@ -19,13 +20,13 @@ TaskbarWindow::TaskbarWindow(TaskbarListener& listener)
 TaskbarWindow::~TaskbarWindow() {
     if (mWindow == nullptr) return;
     ::SetWindowLongPtrW(mWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(mInherited));
-    // Only its own thread may destroy a window; another one leaves it the request.
+    // Only its own thread may destroy a window; another thread posts the request.
     if (!::DestroyWindow(mWindow)) ::PostMessageW(mWindow, WM_CLOSE, 0, 0);
 }
 
 LRESULT CALLBACK TaskbarWindow::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     const auto* const self = reinterpret_cast<TaskbarWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    // All windows of a program may be asked to close, and the program go on nevertheless.
+    // The system may ask all windows of a program to close although the program goes on.
     if (message == WM_CLOSE) return 0;
     if (message != self->mCreated) return ::CallWindowProcW(self->mInherited, window, message, first, second);
     self->mListener.TaskbarCreated();

@@ -6,15 +6,15 @@
 
 namespace kwo::platform::windows {
 
-/// A hidden window of the calling thread's that hears what the shell tells all programs when it has made a new taskbar:
-/// top-level windows alone do.
+/// A hidden window of the calling thread. It receives the message that the shell sends when the taskbar was created
+/// again; only top-level windows receive it.
 class TaskbarWindow {
 public:
-    /// Where no window can be made, nothing is heard. What `listener` does then may destroy this, but must not throw.
+    /// If the window cannot be created, nothing is received. `listener` may destroy this object, but must not throw.
     explicit TaskbarWindow(TaskbarListener& listener);
     TaskbarWindow(const TaskbarWindow&) = delete;
     TaskbarWindow& operator=(const TaskbarWindow&) = delete;
-    /// On any thread.
+    /// May run on any thread.
     ~TaskbarWindow();
 
 private:

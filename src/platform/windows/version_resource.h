@@ -8,10 +8,10 @@
 
 namespace kwo::platform::windows {
 
-/// What a file tells about itself; empty texts and zeros where it tells nothing.
+/// The version resource of a file; empty texts and zeros if it has none.
 class VersionResource {
 public:
-    /// `versions` is the system's version.dll; without it every file tells nothing.
+    /// `versions` is the system's version.dll; without it every file counts as one without the resource.
     VersionResource(SystemLibrary& versions, const std::wstring& path);
 
     /// The file's version; the revision is its fourth part.

@@ -26,7 +26,7 @@ Date WindowsClock::Now() {
     SYSTEMTIME now;
     ::GetLocalTime(&now);
     const double milliseconds = now.wMilliseconds;
-    // The conversion knows whole seconds only.
+    // The conversion handles whole seconds only.
     now.wMilliseconds = 0;
     Date date;
     ::SystemTimeToVariantTime(&now, &date.days);

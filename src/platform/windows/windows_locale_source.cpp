@@ -24,8 +24,8 @@ std::optional<Text> WindowsLocaleSource::Setting(std::uint32_t type, std::uint32
     std::string buffer(capacity, '\0');
     const int written =
         mLastError.After(::GetLocaleInfoA(LOCALE_USER_DEFAULT, type, buffer.data(), static_cast<int>(buffer.size())));
-    // After a failure there may be the beginning of the text in the buffer. Asked for nothing the platform says how
-    // much room it wants.
+    // After a failure the buffer may hold the beginning of the text. With the capacity 0 the call reports the size it
+    // needs.
     if (written <= 0 || capacity == 0) return std::nullopt;
     return FromAnsi(std::string_view(buffer).substr(0, static_cast<std::size_t>(written) - 1));
 }

@@ -6,7 +6,7 @@ namespace kwo::platform::windows {
 
 namespace {
 
-/// The key codes are those of the buttons as they are built; the user may have swapped them.
+/// The key codes are for the physical buttons; the user may have swapped them.
 int LeftButton() {
     return ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
 }
@@ -18,7 +18,7 @@ bool WindowsMouse::IsHeld() {
 }
 
 bool WindowsMouse::WasPressed() {
-    // The messages know the button by what it acts as.
+    // Messages name the button after its function.
     return ::GetKeyState(VK_LBUTTON) < 0;
 }
 

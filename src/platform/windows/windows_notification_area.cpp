@@ -42,12 +42,12 @@ void WindowsNotificationArea::Unlisten(TaskbarListener& listener) noexcept {
 void WindowsNotificationArea::TaskbarCreated() noexcept {
     mUse.Begin();
     try {
-        // While one tells the shell of its icon, messages may run that take others away.
+        // While one listener calls the shell, messages may run that remove others.
         for (TaskbarListener* const listener : std::vector(mListeners)) {
             if (std::ranges::find(mListeners, listener) != mListeners.end()) listener->TaskbarCreated();
         }
     } catch (...) {
-        // Nobody is there to hear of it: the icon stays away.
+        // Nobody can be told: the icon is not shown again.
     }
     mUse.End();
 }
@@ -62,7 +62,7 @@ bool WindowsNotificationArea::Notify(DWORD message, const TrayRecord& record) {
     data.uFlags = record.flags;
     data.uCallbackMessage = record.callbackMessage;
     data.hIcon = ToNative<HICON>(record.icon);
-    // In the first version of the record the tip has 64 bytes; a longer one goes without an end.
+    // In the first version of the record the tip has 64 bytes; a longer one has no terminating zero.
     const std::string tip = ToAnsi(record.tip);
     std::copy_n(tip.begin(), std::min(tip.size(), kTipSize), data.szTip);
     return mLastError.After(function(message, &data)) != FALSE;

@@ -9,19 +9,19 @@
 
 namespace kwo::platform::windows {
 
-/// The platform's services on Windows. One per thread that hosts a component.
+/// The services on Windows. There is one for each thread that hosts a component.
 class WindowsPlatform {
 public:
-    /// `module` is the one that holds the component; `use` hears when the system has to find it loaded.
+    /// `module` holds the component. `use` is told while the system may call into it.
     explicit WindowsPlatform(HINSTANCE module, ModuleUse& use = ModuleUse::Nobody());
     ~WindowsPlatform();
     WindowsPlatform(const WindowsPlatform&) = delete;
     WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
     Platform Services();
-    /// Stops what would still call into the module.
+    /// Stops everything that would still call into the module.
     void StopTimers();
-    /// The thread that made this ends: who waits for its timers hears of it.
+    /// The thread that created this ends: tells the handlers of its timers.
     void EndThread() noexcept;
 
 private:

@@ -19,7 +19,7 @@ Handle WindowsProcessMemory::Open(std::uint32_t access, bool inherit, std::uint3
 
 std::optional<ProcessMemory::Counters> WindowsProcessMemory::Query(Handle process) {
     auto* const function = mLastError.After(mCounters.Find<GetProcessMemoryInfoFunction>("GetProcessMemoryInfo"));
-    // 40 bytes in a 32-bit process; a 64-bit one has wider counters and accepts no other size.
+    // 40 bytes in a 32-bit process. A 64-bit process has wider counters and accepts no other size.
     PROCESS_MEMORY_COUNTERS counters = {};
     if (function == nullptr || !mLastError.After(function(ToNative<HANDLE>(process), &counters, sizeof counters))) {
         return std::nullopt;

@@ -20,15 +20,14 @@ struct Search {
     HWND found = nullptr;
 };
 
-/// A cloaked window has all that belongs to a visible one, but nobody sees it: programs that the system keeps ready,
-/// and those of another virtual desktop.
+/// A cloaked window counts as visible, but nobody sees it: suspended apps, and windows on another virtual desktop.
 bool IsCloaked(HWND window, WindowAttribute* attribute) {
     constexpr DWORD kCloaked = 14;
     DWORD cloaked = 0;
     return attribute != nullptr && SUCCEEDED(attribute(window, kCloaked, &cloaked, sizeof cloaked)) && cloaked != 0;
 }
 
-/// The title as the system keeps it. Asking the window itself would wait for a program that does not answer.
+/// The title as the system stores it. Asking the window would wait for a program that does not answer.
 bool HasTitle(HWND window, const std::wstring& title) {
     std::wstring text(title.size() + 2, L'\0');
     const int length = ::InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
@@ -50,14 +49,14 @@ void WindowsPrograms::Activate(TextView title) {
     Search search{ToWide(title), mComposition.Find<WindowAttribute>("DwmGetWindowAttribute")};
     ::EnumWindows(Look, reinterpret_cast<LPARAM>(&search));
     if (search.found == nullptr) RaiseRuntime(RuntimeError::InvalidProcedureCall);
-    // Its own program does it: a direct call would wait for one that does not answer.
+    // The window's program restores it: a direct call would wait for a program that does not answer.
     if (::IsIconic(search.found)) ::ShowWindowAsync(search.found, SW_RESTORE);
     mLastError.After(::SetForegroundWindow(search.found));
 }
 
 std::int32_t WindowsPrograms::Start(TextView commandLine, std::int16_t windowMode) {
-    // What is too long, the system would look for up to each blank before it refuses; behind a zero character it would
-    // stop reading.
+    // For a line that is too long, the system would try each part up to a blank before it refuses. At a zero character
+    // it would stop reading.
     if (commandLine.size() > kLongestCommandLine || commandLine.find(u'\0') != TextView::npos) {
         RaiseRuntime(RuntimeError::FileNotFound);
     }

@@ -40,7 +40,7 @@ RegistryStore::Value WindowsRegistryStore::Query(Handle key, TextView name, std:
     auto* const buffer = reinterpret_cast<BYTE*>(value.bytes.data());
     value.status = mLastError.After(
         ::RegQueryValueExA(ToNative<HKEY>(key), ToAnsi(name).c_str(), nullptr, &type, buffer, &length));
-    // What a failed call left in the buffer may be part of a value that has changed meanwhile.
+    // After a failure the buffer may hold a part of a value that has changed meanwhile.
     if (value.status != kSuccess) value.bytes.assign(capacity, fill);
     value.type = type;
     value.length = length;

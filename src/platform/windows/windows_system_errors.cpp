@@ -25,14 +25,14 @@ Text WindowsSystemErrors::ModuleText(TextView module, std::int32_t code) {
 
 Text WindowsSystemErrors::Formatted(DWORD flags, HMODULE module, std::int32_t code) {
     char buffer[kTextBuffer] = "";
-    // A text that asks for inserts cannot be given: the call then fails, as there are none.
+    // A text with placeholders makes the call fail, because there are no values for them.
     const DWORD length = mLastError.After(
         ::FormatMessageA(flags, module, static_cast<DWORD>(code), 0, buffer, kTextBuffer - 1, nullptr));
     return FromBuffer(buffer, length);
 }
 
 SystemErrors::InternetResponse WindowsSystemErrors::LastInternetResponse(std::uint32_t capacity) {
-    // Loaded where the host has not done so: there is then no response, and that is what the library says itself.
+    // Loaded if the host has not loaded it: then there is no response, which the library itself reports.
     auto* const function =
         mLastError.After(mInternet.Find<InternetGetLastResponseInfoAFunction>("InternetGetLastResponseInfoA"));
     if (function == nullptr) return {};

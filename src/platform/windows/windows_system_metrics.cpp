@@ -4,7 +4,7 @@
 
 namespace kwo::platform::windows {
 
-// The list of members states the indexes as numbers, since it serves code without the system's headers as well.
+// The list of members gives the indexes as numbers, because code without the system's headers uses it too.
 #define DIMENSION(order, member, index, constant, axis) static_assert((constant) == (index));
 #define FLAG(order, member, index, constant) static_assert((constant) == (index));
 #define NUMBER(order, type, member, index, constant) static_assert((constant) == (index));

@@ -10,8 +10,8 @@ namespace kwo::platform::windows {
 
 namespace {
 
-/// Guards the list of all services: the system tells its callback nothing but the timer's identifier, and two threads
-/// may have the same. Each service is used by its own thread alone.
+/// Guards the list of all services: the system passes its callback only the timer's identifier, and two threads may
+/// have the same one. Each service is used by its own thread only.
 constinit Lock gLock;
 constinit WindowsTimerService* gFirst = nullptr;
 
@@ -37,7 +37,7 @@ TimerHandler* WindowsTimerService::HandlerOf(std::int32_t timerId) const {
 }
 
 void CALLBACK WindowsTimerService::Fire(HWND, UINT, UINT_PTR timerId, DWORD) {
-    // The message of a timer that was stopped in the meantime may still have been in the queue.
+    // The queue may still hold a message of a timer that was stopped.
     const DWORD thread = ::GetCurrentThreadId();
     TimerHandler* handler = nullptr;
     ModuleUse* use = nullptr;

@@ -10,8 +10,8 @@
 
 namespace kwo::platform::windows {
 
-/// Timers of the calling thread. The module counts as used from the start of a timer to its end, and while one calls.
-/// When the thread leaves its apartment the timers end.
+/// The timers of the calling thread. The module counts as used from the start of a timer to its end, and while a
+/// handler runs. When the thread leaves its apartment, the timers end.
 class WindowsTimerService final : public TimerService, private ApartmentUser {
 public:
     explicit WindowsTimerService(ModuleUse& use);
@@ -22,7 +22,7 @@ public:
     std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
     void Stop(std::int32_t timerId) override;
     void StopAll();
-    /// The calling thread ends: the handlers of its timers hear of it, and the timers stop.
+    /// The calling thread ends: stops its timers and tells their handlers.
     void EndThread() noexcept;
 
 private:
