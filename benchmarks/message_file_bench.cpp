@@ -1,4 +1,4 @@
-// What the companion needs for files of the largest size that it reads, whatever is in them: a host waits for it.
+// The time that the companion needs for files of the largest size that it reads; a host waits for it.
 
 #include <benchmark/benchmark.h>
 

@@ -28,11 +28,11 @@ public:
     /// Fires to every connection; the arguments stand in the order of the event.
     void Fire(DISPID event, std::vector<VARIANT> arguments, VARIANT* result = nullptr);
     std::size_t Connected() const;
-    /// Runs whenever a connection is given up.
+    /// Runs when a connection ends.
     std::function<void()> onUnadvise;
     /// Runs when the object ends.
     std::function<void()> onEnd;
-    /// Keeps sinks that have been given up and fires to them as well, as a careless object would.
+    /// Keeps sinks that have disconnected and fires to them too, as a careless object would.
     bool firesToTheGone = false;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;

@@ -26,7 +26,7 @@ VARIANT Reference(VARTYPE type, void* target) {
     return reference;
 }
 
-/// One script beside one source of events, which it finds as `Source`. What the script notes stands in `notes`.
+/// One script and one source of events, which the script finds as `Source`. `notes` contains what the script notes.
 class EventsTest : public testing::Test {
 protected:
     explicit EventsTest(Language language = Language::VBScript) : mLanguage(language) {

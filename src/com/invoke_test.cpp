@@ -1,4 +1,4 @@
-// Calls of members that do what no member of the component does, with the type library's own descriptions.
+// Calls members that do what no member of the component does, with the type library's own descriptions.
 
 #include <windows.h>
 // after <windows.h>
@@ -130,7 +130,7 @@ HRESULT NeverCalled(void*, void* const*) {
     return E_NOTIMPL;
 }
 
-/// Changes its argument to what is no number, and has a text as its result.
+/// Changes its argument to something that is not a number, and returns a text.
 HRESULT FindsText(void*, void* const* arguments) {
     Replace(*static_cast<BSTR*>(arguments[0]), u"no number");
     *static_cast<BSTR*>(arguments[1]) = NewString(u"the result");

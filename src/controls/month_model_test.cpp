@@ -260,7 +260,7 @@ TEST(MonthModelTest, AMillionRandomOperationsAgreeWithTheRules) {
     };
     int clicks = 0, refusals = 0;
     for (int round = 0; round < kRounds; ++round) {
-        // By turns around today and around the date 0, which stands for no date at all.
+        // In turn around today and around the date 0, which means no date.
         if (round % 1000 == 0) {
             restart(round % 2000 == 0 ? On(2026, 11, 21).days : 40);
             model.SetMinDate({0});

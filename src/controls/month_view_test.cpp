@@ -960,7 +960,7 @@ protected:
         desktop.windows.windows[kWindow] = {};
         desktop.PostAt(kMuchLater, [this] { view->MouseUp(); });
     }
-    /// Holds the arrow and tells for how many milliseconds.
+    /// Holds the arrow for this many milliseconds.
     std::int64_t Held() {
         const std::int64_t before = desktop.clock.Elapsed().scaled;
         view->MouseDown(1, kNext, kInside);

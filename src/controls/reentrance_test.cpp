@@ -167,7 +167,7 @@ TEST_F(ReenteredMonthView, WhileTheBoxHasAnotherFont) {
         Date focus{46'347};
         ASSERT_TRUE(view->Create(made, focus, {}));
     };
-    // A box that is taken anew is asked for its font anew.
+    // After another Create the box is asked for its font again.
     const auto create = [&] {
         Date focus{46'347};
         view->Create(kept, focus, {});

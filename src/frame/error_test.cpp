@@ -13,7 +13,7 @@ protected:
         desktop.errors.system[5] = u"Access is denied.\r\n";
         desktop.errors.system[2] = u"File not found.\r\n";
     }
-    /// One message table for those who ask for it.
+    /// A message table with one text.
     struct Table final : MessageLookup {
         std::optional<Text> LoadedMessage(std::int32_t number, std::span<const Text>) override {
             return u"message " + Decimal(number);

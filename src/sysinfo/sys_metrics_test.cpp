@@ -22,7 +22,7 @@ struct Row {
     Expect expect;
 };
 
-// Typed apart from the list that makes the members: this is what they have to be.
+// Typed by hand, apart from the list that makes the members: this is what the members must be.
 constexpr Row kRows[] = {
     {Metric::ScreenX, 0, Expect::X},
     {Metric::ScreenY, 1, Expect::Y},

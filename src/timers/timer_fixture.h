@@ -13,7 +13,7 @@
 
 namespace kwo::timers {
 
-/// An owner that writes down what it is told.
+/// An owner that records its ticks and alarms.
 class RecordingOwner final : public TimerOwner {
 public:
     using Handler = std::function<void(std::int32_t& type, std::int32_t& itemData, platform::Date& newDateTime)>;

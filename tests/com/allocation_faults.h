@@ -6,8 +6,8 @@ namespace kwo::com_test {
 /// strings that it makes itself. What the system allocates for it does not fail. The DLL must be loaded.
 class AllocationFaults {
 public:
-    /// The allocation of that number fails, counted from 1. Not those behind it: the compiler's run-time needs memory
-    /// itself to raise.
+    /// The allocation with this number fails, counted from 1. Later ones succeed: the compiler's run-time needs
+    /// memory itself to raise.
     explicit AllocationFaults(long which);
     AllocationFaults(const AllocationFaults&) = delete;
     AllocationFaults& operator=(const AllocationFaults&) = delete;

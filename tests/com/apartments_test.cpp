@@ -124,7 +124,7 @@ TEST_F(OtherApartments, TwoThreadsHaveAComponentEach) {
 }
 
 TEST_F(OtherApartments, APlainPointerUsedOnAnotherThreadIsStillAnswered) {
-    // Against the rules of COM, and done all the same: numbers are read and written, and nobody crashes.
+    // Against the rules of COM, but hosts do it: numbers are read and written, and nothing crashes.
     EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Interval", 12).status));
     IDispatch* const timer = mTimer.Get();
     OnThread(COINIT_MULTITHREADED, [timer] {

@@ -12,8 +12,8 @@
 namespace kwo::com_test {
 namespace {
 
-// A host may load and unload a DLL, or start and end a thread, many times a minute for weeks: whatever one round loses,
-// all of them lose. The reference is a component of the system's own, used in the same way in the same program.
+// A host may load and unload a DLL, or start and end a thread, many times a minute for weeks. Whatever one round loses
+// is lost again in each round.
 
 /// What a round loads and uses.
 struct Subject {
@@ -146,7 +146,7 @@ void ExpectNoMoreThan(const Resources& reference, const Resources& growth, int r
 
 class Endurance : public ::testing::Test {
 protected:
-    /// ./test runs these in a process of their own, where nobody does.
+    /// ./test runs these in a process of their own, without other tests.
     void SetUp() override {
         if (!LetTheDllGo()) GTEST_SKIP() << "an earlier test of this process still holds the DLL";
     }

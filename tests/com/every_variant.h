@@ -15,7 +15,7 @@ struct ArgumentStorage {
     ArgumentStorage& operator=(const ArgumentStorage&) = delete;
     ~ArgumentStorage() { Clean(); }
 
-    /// Frees what the argument and its variables own; afterwards nobody may hold the probe.
+    /// Frees what the argument and its variables own. Nothing may hold the probe afterwards.
     void Clean();
 
     Probe probe;

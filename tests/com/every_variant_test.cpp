@@ -88,19 +88,19 @@ protected:
         RegistrySandbox::TearDown();
     }
 
-    /// A program of the probe's name counts as running, so that nothing is started and no box tells of a failure.
+    /// A window with the probe's name counts as running, so that no program is started and no box shows a failure.
     void ShowWindowToActivate() {
         mWindow = CreateWindowExW(0, L"STATIC", mText.Get(), WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr,
                                   GetModuleHandleW(nullptr), nullptr);
         ASSERT_NE(nullptr, mWindow);
     }
-    /// The arguments that must stay what they are, for no box to come up; they are converted like the others.
+    /// Arguments that must keep their values so that no box is shown; they are converted like the others.
     static bool MustStay(const std::vector<std::string>& names, UINT position) {
         return position + 1 < names.size() &&
                (names[position + 1] == "AppName" || names[position + 1] == "LeftControl");
     }
 
-    /// What stands in the other places: nothing that waits, shows a window or leaves the sandbox.
+    /// The other arguments: nothing that waits, shows a window or leaves the sandbox.
     void Surround(VARIANT& argument, const std::string& name, const ELEMDESC& parameter) {
         VARTYPE type = parameter.tdesc.vt;
         if (type == VT_PTR) type = parameter.tdesc.lptdesc->vt;
@@ -181,7 +181,7 @@ protected:
         EXPECT_EQ(0u, storage.probe.References()) << theRunningCall;
     }
 
-    /// What stands in place `at`, as a variable of exactly the member's type.
+    /// The argument at `at`, as a variable of exactly the member's type.
     Var VariableFor(const Function& function, const std::vector<std::string>& names, UINT at) {
         const ELEMDESC& parameter = function->lprgelemdescParam[at];
         VARIANT surrounding;
@@ -234,7 +234,7 @@ protected:
                 for (const ArgumentCase& hostile : AllArgumentCases()) {
                     const std::string call = names[0] + " argument " + std::to_string(position) + ", " + hostile.name;
                     theRunningCall = call.c_str();
-                    // A second try tells a leak from what is kept once for later.
+                    // A second try distinguishes a leak from something that is kept once.
                     for (int attempt = 0; attempt < 2; ++attempt) {
                         const long before = memory.InUse();
                         CallWith(function, names, position, hostile);
@@ -243,7 +243,7 @@ protected:
                         if (attempt == 1) ADD_FAILURE() << call << " keeps " << after - before << " blocks";
                     }
                     if (HasFailure()) ++mFailedCalls;
-                    // The first few tell the story.
+                    // The first few are enough to see what is wrong.
                     ASSERT_LT(mFailedCalls, 40);
                 }
             }

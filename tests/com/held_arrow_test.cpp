@@ -97,7 +97,7 @@ protected:
         EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"MouseDown", {1, 0, Var(x), Var(10 * 15.0)}).status));
         return GetTickCount() - before;
     }
-    /// The user's own button over a window that nobody forwards anything of.
+    /// The user's own button over a window whose events nobody forwards.
     void MoveButton(bool down) {
         mIsDown = down;
         INPUT input = {};

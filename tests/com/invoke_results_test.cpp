@@ -1,4 +1,4 @@
-// What comes back from a late-bound call, and where it goes.
+// What a late-bound call returns, and where it is stored.
 
 #include "allocation_count.h"
 #include "registry_sandbox.h"

@@ -163,7 +163,7 @@ TEST_F(MonthViewClass, WhatTheHostRaisesReachesTheCaller) {
 
 TEST_F(MonthViewClass, NamesOfTheHostsMembersAreResolvedOnce) {
     ASSERT_TRUE(CreateView());
-    // One object asks for what it uses; whether it is a picture box at all is asked before that.
+    // The calendar asks for the members that it uses. Whether the object is a picture box is asked before.
     mBox.asked.clear();
     for (int round = 0; round < 5; ++round) {
         Call(mView.Get(), L"Resize");
@@ -250,7 +250,7 @@ TEST_F(MonthViewClass, ThePictureIsThatOfTheSystemsOwnCalls) {
     HostBox expected(kWidth, kHeight, &mForm);
     DrawNovember(expected, 21, 11);
     EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
-    // The picture tells days apart.
+    // Different days give different pictures.
     DrawNovember(expected, 22, 11);
     EXPECT_FALSE(expected.Pixels() == mBox.Pixels());
 }

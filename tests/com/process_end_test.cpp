@@ -14,7 +14,7 @@ constexpr UINT kWasReleased = 77;
 
 bool theProcessEnds = false;
 
-/// At the end of a process the objects of the host's are gone, or were used by threads that are: nobody may call them.
+/// At the end of a process the host's objects are gone, or belonged to threads that are gone: nobody may call them.
 class LastingSink final : public Sink {
 public:
     STDMETHODIMP_(ULONG) Release() override {

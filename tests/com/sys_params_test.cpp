@@ -64,7 +64,7 @@ TEST_F(SysParamsClass, FontsAreThoseOfTheDesktop) {
     }
 }
 
-/// A desktop with another font for each purpose, or one that does not tell its fonts.
+/// A desktop with another font for each purpose, or one that does not supply its fonts.
 NONCLIENTMETRICSA theMetrics;
 bool theMetricsAreTold = true;
 UINT theAction = 0;
@@ -153,7 +153,7 @@ TEST_F(FontsOfAnotherDesktop, FontsThatAreNotToldHaveNoNameAndNoSize) {
     for (const wchar_t* const property : {L"CaptionFont", L"MenuFont", L"StatusFont", L"MessageFont"}) {
         const ComPtr<IFont> font = Font(property);
         ASSERT_TRUE(font);
-        // Wine's font object tells the font that it would draw with.
+        // Wine's font object returns the name of the font that it would draw with.
         EXPECT_EQ(isWine, !NameOf(font.Get()).empty()) << Narrow(property);
         EXPECT_EQ(isWine, SizeOf(font.Get()) != 0) << Narrow(property);
         EXPECT_FALSE(Has(font.Get(), &IFont::get_Bold)) << Narrow(property);

@@ -286,7 +286,7 @@ TEST_F(SysTrayClass, MessageNumbersAreThoseOfTheMouse) {
     EXPECT_EQ(0, number(L"MouseUpMsg", 3));
 }
 
-/// What the notification area is told, without telling it.
+/// Records what the notification area would be told.
 struct Told {
     DWORD message;
     NOTIFYICONDATAA record;

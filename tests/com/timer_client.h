@@ -59,7 +59,7 @@ public:
 
 using Sink = ClientObject<IDispatch>;
 
-/// Calls back when its last reference is let go.
+/// Calls back when its last reference is released.
 template <class Kind>
 class Leaving final : public Kind {
 public:
@@ -117,7 +117,7 @@ protected:
             EXPECT_EQ(0u, sink.references);
     }
 
-    /// A sink that outlives the timer; at the end nobody may hold it.
+    /// A sink that outlives the timer. At the end nothing may hold it.
     Sink& NewSink() { return mSinks.emplace_back(); }
 
     IID IdOfType(const wchar_t* name) { return TypeAttributes(TypeInfoOf(mLibrary.Get(), name).Get())->guid; }

@@ -152,7 +152,7 @@ TEST_F(TimerConnections, CookieIsNeverGivenTwice) {
     EXPECT_EQ(Hex(CONNECT_E_NOCONNECTION), Hex(Disconnect(second)));
 }
 
-/// Answers for the event interface and not for IDispatch, though what it gives is called as one.
+/// Has the event interface but not IDispatch, although its interface is called as one.
 class EventsOnly final : public ClientObject<IDispatch> {
 public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {

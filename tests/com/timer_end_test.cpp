@@ -63,7 +63,7 @@ TEST_F(TimerEnd, EverythingThatTheHostGaveMayUseTheTimerThatEnds) {
     IDispatch* const timer = mTimer.Get();
     Leaving<Sink> sink;
     Leaving<Sink> item;
-    // They are given to the timer at its end, and nobody may keep them.
+    // They are given to the timer while it ends, and must not be kept.
     Sink lateSink;
     Sink lateItem;
     EarlyTick lateTick;

@@ -38,7 +38,7 @@ protected:
         EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetAlarmEvents(reinterpret_cast<IDispatch**>(alarm.Out()))));
         return alarm;
     }
-    /// The timer as an in-out argument; whatever is left there is let go at the end.
+    /// The timer as an in-out argument. What is left there is released at the end.
     struct Passed {
         explicit Passed(IDispatch* timer) : object(timer) {
             if (object != nullptr) object->AddRef();

@@ -531,7 +531,7 @@ TEST_F(StartOrActivate, ACloakedInstanceIsNotTakenForARunningOne) {
 
     EXPECT_LT(1, LoadSecond(L"Second", SW_SHOWNORMAL, L"Cloaked"));
     ASSERT_NE("", Report());
-    // Where the system cannot tell, what is visible counts.
+    // If the system cannot tell, a visible window counts.
     cloakingIsKnown = false;
     EXPECT_EQ(1, LoadSecond(L"Third", SW_SHOWNORMAL, L"Cloaked"));
 }

@@ -51,7 +51,7 @@ TEST_F(ClockContract, TimeBeforeTheFirstFileTimeCannotBecomeUtc) {
     platform().errors.SetLast(0);
     const auto utc = clock.LocalFileTimeToUtc(-1);
 
-    // Wine converts whatever it is given.
+    // Wine converts every value.
     EXPECT_EQ(utc.has_value(), outside().IsWine());
     EXPECT_EQ(platform().errors.Last(), outside().IsWine() ? 0 : 87);
 }

@@ -40,7 +40,7 @@ public:
     virtual ~PlatformUnderTest() = default;
 
     virtual platform::Platform& Services() = 0;
-    /// True where Wine stands in for Windows.
+    /// True if Wine is used in place of Windows.
     virtual bool IsWine() const { return false; }
 
     /// Puts an action into the thread's message queue.
@@ -58,7 +58,7 @@ public:
     virtual void Hide(Handle window) = 0;
     /// The shell is started again: the taskbar it makes has no icons yet.
     virtual void RecreateTaskbar() = 0;
-    /// Windows of this thread that hear what the shell tells all programs.
+    /// The windows of this thread that receive what the shell sends to all programs.
     virtual std::size_t TopLevelWindows() = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;

@@ -86,7 +86,7 @@ TEST_F(WindowsPlatformTest, KeyHandleIsInheritableAsAsked) {
         ASSERT_EQ(made.status, 0);
         DWORD flags = 0;
         EXPECT_TRUE(::GetHandleInformation(reinterpret_cast<HANDLE>(static_cast<INT_PTR>(made.key)), &flags));
-        // Wine does not look at what a key is to be created with.
+        // Wine ignores the access with which a key is created.
         EXPECT_EQ((flags & HANDLE_FLAG_INHERIT) != 0, inheritable && !mIsWine);
         EXPECT_EQ(registry.CloseKey(made.key), 0);
     }
