@@ -15,7 +15,7 @@ namespace kwo::com {
 
 namespace {
 
-/// The enumerators of COM over a list that was copied when they were made.
+/// A COM enumerator over a copy of a list.
 template <class Interface, const IID& InterfaceId, class Item>
 class Enumerator final : public Interface {
 public:
@@ -89,7 +89,7 @@ struct ConnectionItem {
 using PointEnumerator = Enumerator<IEnumConnectionPoints, IID_IEnumConnectionPoints, PointItem>;
 using ConnectionEnumerator = Enumerator<IEnumConnections, IID_IEnumConnections, ConnectionItem>;
 
-/// The sink's program is gone.
+/// True if the sink's program has ended.
 bool IsGone(HRESULT result) {
     constexpr HRESULT kServerUnavailable = static_cast<HRESULT>(0x800706BA);
     return result == RPC_E_DISCONNECTED || result == RPC_E_SERVER_DIED || result == RPC_E_SERVER_DIED_DNE ||
@@ -102,8 +102,8 @@ bool DescribesMember(ITypeInfo& info, DISPID id) {
     return SUCCEEDED(info.GetNames(id, name.Out(), 1, &count)) && count != 0;
 }
 
-/// What a late-bound sink calls an event: its own identifier of that name, else the event's where it says that it has
-/// it, or where it knows no names at all and says nothing. DISPID_UNKNOWN for an event that it does not have.
+/// The id of an event for a late-bound sink: its own id of that name; the event's id if the sink says that it has the
+/// event, or if it knows no names at all. DISPID_UNKNOWN if it lacks the event.
 DISPID IdOfLateBound(IDispatch& sink, const Event& event) {
     auto* name = const_cast<wchar_t*>(event.name);
     DISPID id = DISPID_UNKNOWN;
@@ -115,7 +115,7 @@ DISPID IdOfLateBound(IDispatch& sink, const Event& event) {
     return DescribesMember(*info, event.id) ? event.id : DISPID_UNKNOWN;
 }
 
-/// Returns false when the sink is gone. Raises what its handler raised.
+/// Returns false if the sink's program has ended. Raises what the handler raised.
 bool Deliver(IDispatch& sink, DISPID event, std::span<VARIANT> arguments) {
     DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
     com_support::ExceptionInfo exception;
@@ -131,7 +131,8 @@ bool Deliver(IDispatch& sink, DISPID event, std::span<VARIANT> arguments) {
 }  // namespace
 
 void ConnectionPoint::Fire(DISPID event, std::span<VARIANT> arguments) {
-    // Sinks come and go while others are called: the list is copied, and looked at again before each call.
+    // Sinks may connect and disconnect while others are called, so the list is copied and checked again before each
+    // call.
     const std::vector<Connection> connections = mConnections;
     const std::size_t place = PlaceOf(event);
     std::optional<platform::ComponentError> failure;
@@ -195,7 +196,7 @@ bool ConnectionPoint::IsConnected(DWORD cookie) const {
 bool ConnectionPoint::Disconnect(DWORD cookie) {
     const auto found = std::ranges::find_if(mConnections, [cookie](const auto& one) { return one.cookie == cookie; });
     if (found == mConnections.end()) return false;
-    // The sink may call back when it is let go.
+    // The sink may call back when it is released.
     const ComPtr<IDispatch> last = std::move(found->sink);
     mConnections.erase(found);
     return true;
@@ -233,7 +234,7 @@ STDMETHODIMP ConnectionPoint::Point::Advise(IUnknown* sink, DWORD* cookie) {
     if (!called) return CONNECT_E_CANNOTCONNECT;
     try {
         std::vector<DISPID> ids = isOurs ? mAll.OwnIds() : mAll.IdsOfLateBound(*called);
-        // An object that has none of the events was connected by mistake: its owner would wait for ever.
+        // An object with none of the events was connected by mistake: its owner would wait for ever.
         if (std::ranges::all_of(ids, [](DISPID id) { return id == DISPID_UNKNOWN; })) return CONNECT_E_CANNOTCONNECT;
         mAll.mConnections.push_back({mAll.mLastCookie + 1, std::move(called), std::move(ids)});
     } catch (const std::bad_alloc&) {

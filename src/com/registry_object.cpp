@@ -73,7 +73,7 @@ public:
     }
 
 private:
-    /// The very value, whatever its type.
+    /// The value itself, whatever its type.
     static VARIANT CopyOf(VARIANT& value) {
         com_support::OwnedVariant copy;
         const HRESULT result = ::VariantCopyInd(&copy, &value);

@@ -11,8 +11,8 @@ namespace kwo::com {
 
 namespace {
 
-// Late-bound callers read the callback object as it was given, a script's too; compiled ones something that they can
-// call.
+// Late-bound callers read the callback object as it was given, even a script's. Compiled callers read an interface that
+// they can call.
 HRESULT LateAlarmEvents(void* timer, void* const* arguments);
 HRESULT LateTimerEvents(void* timer, void* const* arguments);
 
@@ -33,7 +33,7 @@ ClassInfo& Info() {
     return info;
 }
 
-/// Gives a callback object back, with a reference for the caller.
+/// Returns a callback object to the caller, with a reference.
 template <class Callback, class Interface, class Kept, class Read>
 void HandOver(Interface** place, const std::shared_ptr<Kept>& callback, Read read) {
     Interface*& value = Required(place);
@@ -50,7 +50,7 @@ public:
           mEvents(static_cast<_KWOTimer&>(*this), DIID___KWOTimer, kEvents),
           mTimer(Component(), *this) {}
     ~TimerObject() override {
-        // What the host gave may call back when it is let go: it goes while every part is still there.
+        // The host's objects may call back when they are released, so they are released while every part still exists.
         mEnding = true;
         mEvents.Close();
         com_support::OwnedVariant last;
@@ -123,7 +123,7 @@ public:
                 if (itemData != nullptr) *itemData = tag;
                 if (newDateTime != nullptr) *newDateTime = date.days;
             };
-            // A handler that fails has written what it wrote.
+            // Even a handler that fails may have written into the arguments.
             try {
                 mTimer.TimerTick(type, tag, date);
             } catch (...) {
@@ -168,7 +168,7 @@ private:
     void AddShellReference() noexcept override { AddRef(); }
     void ReleaseShell() noexcept override { Release(); }
 
-    /// A sink that wants to keep it counts a reference of its own.
+    /// The timer as an argument, without a reference: a sink that keeps it adds its own.
     VARIANT ThisTimer() {
         VARIANT timer;
         ::VariantInit(&timer);
@@ -188,7 +188,7 @@ private:
         if (mEnding) return;
         com_support::OwnedVariant kept;
         RaiseIfFailed(::VariantCopyInd(&kept, &value));
-        // What was there before may call back when it is let go.
+        // The old value may call back when it is released.
         std::swap(kept, mItem);
     }
 

@@ -74,7 +74,7 @@ private:
 template <class Interface>
 ComPtr<Interface> As(IUnknown* object, REFIID id = __uuidof(Interface)) {
     void* found = nullptr;
-    // What a failing call may have left there is nobody's reference.
+    // After a failure the pointer is not a reference, whatever the call wrote.
     if (object == nullptr || FAILED(object->QueryInterface(id, &found))) return nullptr;
     return ComPtr<Interface>::Adopt(static_cast<Interface*>(found));
 }

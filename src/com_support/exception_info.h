@@ -7,7 +7,7 @@
 
 namespace kwo::com_support {
 
-/// What a called object tells about its failure. Owns the texts in it.
+/// What an object reports about its failure. Owns the texts in it.
 class ExceptionInfo : public EXCEPINFO {
 public:
     ExceptionInfo() noexcept : EXCEPINFO{} {}
@@ -19,7 +19,7 @@ public:
         ::SysFreeString(bstrHelpFile);
     }
 
-    /// Asks the object for the texts where it composes them only for callers that want them.
+    /// Asks the object for the texts if it composes them only on request.
     void Complete() {
         if (const auto compose = std::exchange(pfnDeferredFillIn, nullptr)) compose(this);
     }

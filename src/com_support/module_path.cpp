@@ -6,7 +6,7 @@ std::wstring ModulePath(HMODULE module) {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length = ::GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
-        // A path that does not fit fills the whole room.
+        // A path that does not fit fills the whole buffer.
         if (length < path.size()) {
             path.resize(length);
             return path;

@@ -5,7 +5,7 @@
 
 namespace kwo::com_support {
 
-/// A part of a type library that its owner lends out and wants back. `owner` must outlive it.
+/// A part of a type library, returned to its owner at the end. `owner` must outlive it.
 template <class Owner, class Description, auto Take, auto GiveBack>
 class Lent {
 public:
@@ -18,9 +18,9 @@ public:
         if (mDescription != nullptr) (mOwner.*GiveBack)(mDescription);
     }
 
-    /// What the owner answered when it was asked for the part.
+    /// The result of asking the owner for the part.
     HRESULT Status() const { return mStatus; }
-    /// False when there is no such part: nothing else may be asked then.
+    /// False if there is no such part; then nothing else may be called.
     explicit operator bool() const { return mDescription != nullptr; }
     const Description* operator->() const { return mDescription; }
 

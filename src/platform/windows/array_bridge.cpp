@@ -13,7 +13,7 @@ namespace {
 
 using com_support::OwnedArray;
 
-/// Access to the elements, which is refused only when there is no memory for it.
+/// Access to the elements. It fails only without memory.
 template <class Element>
 class AccessedArray : public com_support::ArrayElements<Element> {
 public:
@@ -31,8 +31,8 @@ VARIANT Value(OwnedArray array, VARTYPE element) {
     return value;
 }
 
-/// True for an array that can be read as one of that kind. What it is passed as and what it is are two statements of
-/// whoever made it, and nothing else keeps an array of numbers from being read as one of pointers.
+/// True if the array can be read as one of this type. The caller states the type twice, in the VARIANT and in the
+/// array, and only this check keeps numbers from being read as pointers.
 bool Holds(const SAFEARRAY& array, VARTYPE element) {
     constexpr USHORT kOwning = FADF_BSTR | FADF_UNKNOWN | FADF_DISPATCH | FADF_VARIANT | FADF_RECORD;
     const bool isText = element == VT_BSTR;

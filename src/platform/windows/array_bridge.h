@@ -11,7 +11,7 @@ namespace kwo::platform::windows {
 VARIANT ToArray(const Int16Array& array);
 VARIANT ToArray(const TextArray& array);
 
-/// The elements of an array of one dimension whose kind the logic knows; null for any other.
+/// The elements of an array of one dimension, if the logic knows their type; null for any other array.
 ForeignRef FromArray(const VARIANT& value);
 
 }  // namespace kwo::platform::windows

@@ -8,15 +8,15 @@
 
 namespace kwo::platform::windows {
 
-/// Raises what automation clients show for a failure code: the run-time's own errors for the standard ones, else the
-/// code with the system's text.
+/// Raises the error that automation clients show for a failure code: the errors of the language's run-time for the
+/// standard codes, else the code with the system's text.
 [[noreturn]] void RaiseFailure(HRESULT code);
 
-/// Raises the failure of an early-bound call: what `object` left as the thread's error object, if it leaves such for
-/// the interface, else the failure code.
+/// Raises the failure of an early-bound call: the thread's error object if `object` supports one for the interface,
+/// else the failure code.
 [[noreturn]] void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId);
 
-/// Raises what an object told about a failure of its own, with its number, source and description.
+/// Raises the failure that an object described, with its number, source and description.
 [[noreturn]] void RaiseException(com_support::ExceptionInfo& exception);
 
 }  // namespace kwo::platform::windows

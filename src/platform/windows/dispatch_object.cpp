@@ -22,16 +22,16 @@ using com_support::OwnedVariant;
 
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 
-/// The codes by which a callee says that it could not be called with arguments of these types. What it does wrong
-/// itself while it runs, a type mismatch included, is an exception: nothing that has run runs again.
+/// True if the callee refused the types of the arguments before it ran. A failure while it runs, even a type mismatch,
+/// is an exception: a procedure that has run must not run again.
 bool RefusesTypes(HRESULT code) {
     return code == DISP_E_TYPEMISMATCH || code == DISP_E_BADVARTYPE;
 }
 
-/// One call of a member. A refusal of the arguments' types is returned, every other failure raised.
+/// Calls a member once. Returns a refusal of the arguments' types; raises every other failure.
 HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> arguments, std::span<DISPID> names,
                VARIANT* result) {
-    // The caller's object may let go of the last reference to itself in the middle of the call.
+    // The object may release the last reference to itself during the call.
     const ComPtr<IDispatch> held(target);
     DISPPARAMS parameters = {arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
                              static_cast<UINT>(names.size())};
@@ -56,12 +56,12 @@ std::vector<Argument> Arguments(std::span<const Variant> values, bool byReferenc
     return arguments;
 }
 
-/// An object of a script engine. It takes whatever it is passed, but writes into references to variants alone.
+/// True for an object of a script engine. It accepts every argument but writes only into references to variants.
 bool IsScripts(IDispatch& object) {
     return static_cast<bool>(com_support::As<IDispatchEx>(&object));
 }
 
-/// One way to pass arguments; nothing when it cannot be gone.
+/// One way to pass the arguments; nothing if it is impossible for them.
 using Way = std::function<std::optional<PassedTypes>(std::span<const Argument>)>;
 
 Way AsDescribed(IDispatch& object, DISPID method, bool objectsAsValues) {
@@ -78,7 +78,7 @@ std::optional<PassedArguments> Passed(std::span<const Argument> arguments, const
     }
 }
 
-/// A callee that fails has written what it wrote; what is no value stays as it was.
+/// A callee that fails may have written into its arguments. What cannot be read stays as it was.
 void ReadBackWhatCanBeRead(const PassedArguments& passed, std::span<Argument> arguments) noexcept {
     try {
         passed.ReadBack(arguments);
@@ -86,7 +86,7 @@ void ReadBackWhatCanBeRead(const PassedArguments& passed, std::span<Argument> ar
     }
 }
 
-/// Calls in the first way that the callee does not refuse.
+/// Makes the call in the first way that the callee does not refuse.
 Variant CallInOneOf(std::span<const Way> ways, IDispatch* target, DISPID id, std::span<DISPID> names,
                     std::span<Argument> arguments) {
     HRESULT code = DISP_E_TYPEMISMATCH;
@@ -137,7 +137,7 @@ void DispatchObject::DoSet(TextView member, const HostObjectRef& value) {
     OwnedVariant cell = OwnedVariant::Adopt(ToVariant(value));
     const ComPtr<IDispatch> held(Dispatch());
     HRESULT code = Assign(held.Get(), id, DISPATCH_PROPERTYPUTREF, cell);
-    // Many objects have one accessor for both ways.
+    // Many objects have one accessor for both kinds of assignment.
     if (code == DISP_E_MEMBERNOTFOUND) code = Assign(held.Get(), id, DISPATCH_PROPERTYPUT, cell);
     if (FAILED(code)) RaiseFailure(code);
 }
@@ -204,7 +204,7 @@ DispatchObject::Ids DispatchObject::IdsOf(TextView member, std::span<const TextV
     for (const TextView name : names)
         key.append(1, u'\0').append(name);
     if (const auto known = mIds.find(key); known != mIds.end()) return known->second;
-    // An object may call back, through this very object, while it looks a name up: nothing is kept across the call.
+    // The object may call back through this host object while it looks up a name: keep no iterator across the call.
     Ids ids = AskForIds(member, names);
     mIds.insert_or_assign(std::move(key), ids);
     return ids;
@@ -222,7 +222,7 @@ DispatchObject::Ids DispatchObject::AskForIds(TextView member, std::span<const T
     Ids ids(texts.size(), DISPID_UNKNOWN);
     HRESULT code = held->GetIDsOfNames(IID_NULL, pointers.data(), static_cast<UINT>(pointers.size()),
                                        LOCALE_USER_DEFAULT, ids.data());
-    // Script engines' class instances know names by their extended interface alone, and no arguments' names.
+    // Class instances of script engines know names only by their extended interface, and no names of arguments.
     const auto extended = code == E_NOTIMPL ? held.As<IDispatchEx>() : nullptr;
     if (extended) {
         if (!names.empty()) RaiseFailure(DISP_E_NONAMEDARGS);

@@ -23,7 +23,7 @@ public:
 
     IDispatch* Dispatch() const override { return mDispatch.Get(); }
 
-    /// For objects whose identifiers are part of the platform: spares asking for the name, which can be dear.
+    /// For objects whose identifiers the system fixes: asking for the name can take long.
     void SetKnownId(TextView member, DISPID id) { mIds.insert_or_assign(Text(member), Ids{id}); }
 
 private:
@@ -34,11 +34,12 @@ private:
     void DoLet(TextView member, const Variant& value) override;
     void DoSet(TextView member, const HostObjectRef& value) override;
     Variant DoCall(TextView member, std::span<const Variant> arguments) override;
-    /// The arguments go as they are given: values, and references to their types. Script engines' objects write into
-    /// references to variants alone and get those. Who refuses the types gets what its type information asks for, and
-    /// at last what hosts without such information may want. A failing call leaves the arguments as they were.
+    /// Passes the arguments as they are given: values, and references to their types. Objects of script engines get
+    /// references to variants, because they write into no others. An object that refuses the types gets those of its
+    /// type information, and at last those that hosts without such information may expect. If the call fails, the
+    /// arguments stay as they were.
     Variant DoNotify(TextView member, std::span<Argument> arguments) override;
-    /// References to variants, then to the types of what the arguments hold.
+    /// Passes references to variants and, if those are refused, references to the types of the values.
     Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
     bool DoIsSameAs(const HostObject& other) const override;
     bool DoKnows(TextView member) override;

@@ -22,7 +22,7 @@ VARTYPE TypeOf(const Argument& argument) {
     return OwnedVariant::Adopt(ToVariant(argument.value)).vt;
 }
 
-/// There are no references to what is no value.
+/// The type of a reference to a value of this type; a reference to a variant for types that no reference leads to.
 VARTYPE ReferenceTo(VARTYPE type) {
     const bool isValue = type != VT_EMPTY && type != VT_NULL && type != VT_ERROR && type != VT_RECORD;
     return static_cast<VARTYPE>(VT_BYREF | (isValue ? type : static_cast<VARTYPE>(VT_VARIANT)));
@@ -58,7 +58,7 @@ VARIANT ReferenceTo(VARIANT& cell, VARTYPE type) {
     return reference;
 }
 
-/// An object that was not replaced stays what it is to the caller.
+/// True if the callee has not replaced the object: the caller then keeps it as it is.
 bool HoldsTheSameObject(const VARIANT& cell, const Variant& value) {
     const auto* const object = std::get_if<HostObjectRef>(&value);
     if (object == nullptr || *object == nullptr || cell.vt != VT_DISPATCH) return false;
@@ -66,7 +66,7 @@ bool HoldsTheSameObject(const VARIANT& cell, const Variant& value) {
     return reference != nullptr && reference->Dispatch() == cell.pdispVal;
 }
 
-/// The type of a variant for a parameter of that type; VT_VOID for what no variant holds.
+/// The VARIANT type for a parameter; VT_VOID if no VARIANT can hold it.
 class ParameterTypes {
 public:
     ParameterTypes(ITypeInfo& info, bool objectsAsValues) : mInfo(info), mObjectsAsValues(objectsAsValues) {}
@@ -88,7 +88,7 @@ private:
         if (type.vt == VT_USERDEFINED) info.GetRefTypeInfo(type.hreftype, named.Out());
         return named;
     }
-    /// VT_DISPATCH for an interface that is named.
+    /// VT_DISPATCH for an interface that the library names.
     static VARTYPE ObjectType(ITypeInfo& info, const TYPEDESC& type) {
         const ComPtr<ITypeInfo> named = Named(info, type);
         if (!named) return VT_VOID;

@@ -11,37 +11,37 @@
 
 namespace kwo::platform::windows {
 
-/// How the arguments of a call go out, first one first: a value of a type, a reference to one (VT_BYREF | type), or a
-/// reference to a variant (VT_BYREF | VT_VARIANT).
+/// How to pass the arguments of a call, the first one first: as a value of a type, as a reference to one (VT_BYREF |
+/// type), or as a reference to a variant (VT_BYREF | VT_VARIANT).
 using PassedTypes = std::vector<VARTYPE>;
 
-/// Exactly as `Argument` says: values, and references to the types of what they hold.
+/// As each Argument says: values, and references to the types of the values.
 PassedTypes TypesAsGiven(std::span<const Argument> arguments);
 /// The same with 32 bits for whole numbers.
 PassedTypes TypesWithLongs(std::span<const Argument> arguments);
-/// References to variants. What was left out goes as a value, for callees that do not follow references.
+/// References to variants. A missing argument goes as a value, for callees that do not follow references.
 PassedTypes VariantReferences(std::span<const Argument> arguments);
-/// References to the types of what the arguments hold.
+/// References to the types of the values.
 PassedTypes TypedReferences(std::span<const Argument> arguments);
 /// The same with 32 bits for whole numbers.
 PassedTypes LongReferences(std::span<const Argument> arguments);
 PassedTypes Values(std::span<const Argument> arguments);
 
-/// What the object's type information says that the first `count` parameters of the method are; nothing when it does
-/// not say or has fewer. Objects by reference are told as such, or as values for a callee that wants an interface of
-/// its own.
+/// The types of the first `count` parameters of the method, from the object's type information; nothing if that does
+/// not say or has fewer. An object by reference is reported as such, or as a value for a callee that wants an interface
+/// of its own.
 std::optional<PassedTypes> DescribedTypes(IDispatch& object, DISPID method, std::size_t count, bool objectsAsValues);
 
 /// The arguments of one call.
 class PassedArguments {
 public:
-    /// Raises TypeMismatch or Overflow when an argument is not what its type can hold.
+    /// Converts the arguments. Raises TypeMismatch or Overflow if one does not fit its type.
     PassedArguments(std::span<const Argument> arguments, const PassedTypes& types);
 
-    /// As automation takes them: the last one first.
+    /// The arguments in reverse order, as automation passes them.
     std::span<VARIANT> Backwards() { return mBackwards; }
-    /// Gives back what the callee left in those by reference. Raises TypeMismatch or Overflow, and changes nothing,
-    /// when that does not fit.
+    /// Reads back what the callee wrote into the arguments by reference. If a value does not fit, raises TypeMismatch
+    /// or Overflow and changes nothing.
     void ReadBack(std::span<Argument> arguments) const;
 
 private:

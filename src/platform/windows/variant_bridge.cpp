@@ -30,10 +30,10 @@ VARIANT ErrorVariant(SCODE code) {
     return value;
 }
 
-/// Copies what `source` owns or refers to.
+/// Copies the value that `source` owns or refers to.
 OwnedVariant Copied(const VARIANT& source) {
     OwnedVariant copy;
-    // VariantCopy only reads its source, it is declared without saying so.
+    // VariantCopy only reads its source, although it is not declared const.
     RaiseIfNotConverted(::VariantCopy(&copy, const_cast<VARIANT*>(&source)));
     return copy;
 }

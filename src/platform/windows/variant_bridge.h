@@ -11,7 +11,7 @@
 
 namespace kwo::platform::windows {
 
-/// A copied VARIANT of a kind that the logic has no use for.
+/// A copy of a VARIANT that the logic only passes on.
 class WindowsForeignValue final : public ForeignValue {
 public:
     explicit WindowsForeignValue(com_support::OwnedVariant value) : mValue(std::move(value)) {}
@@ -24,27 +24,27 @@ private:
 /// A host object that is an automation object.
 class DispatchReference : public HostObject {
 public:
-    /// Never null; the object keeps its reference.
+    /// The automation object, never null. The caller gets no reference of its own.
     virtual IDispatch* Dispatch() const = 0;
 };
 
-/// A host object with a reference of its own to `dispatch`; the null object for null. It is made where such objects
-/// are: values hold objects and objects take values, so one of the two is known here by declaration alone.
+/// A host object for `dispatch`, with a reference of its own; the null object for null.
 HostObjectRef MakeHostObject(IDispatch* dispatch);
 
-/// Raises what a failed conversion or copy of a value means to the logic: Overflow, std::bad_alloc or, for any other
-/// failure, TypeMismatch. Does nothing on success.
+/// Raises the error of a failed conversion or copy: Overflow, std::bad_alloc or, for any other failure, TypeMismatch.
+/// Does nothing on success.
 void RaiseIfNotConverted(HRESULT result);
 
-/// What automation clients show for a failure code: the run-time's own errors are 0x800A0000 + their number.
+/// The number that automation clients show for a failure code. The errors of the language's run-time are 0x800A0000 +
+/// number.
 std::int32_t ErrorNumber(SCODE code);
 
-/// The value for the outside, which the caller owns: text copied, objects with a reference counted for the caller.
-/// Raises std::bad_alloc, and TypeMismatch for an object that is no automation object.
+/// The value as a VARIANT, which the caller owns. Raises std::bad_alloc, and TypeMismatch for an object that is not an
+/// automation object.
 VARIANT ToVariant(const Variant& value);
 
-/// A value from the outside, which stays the caller's. References are followed, also those to a variant that is one
-/// itself. Raises TypeMismatch for a null reference and for what automation cannot copy.
+/// The value of a VARIANT, which the caller keeps. References are followed, even several levels of them. Raises
+/// TypeMismatch for a null reference and for a value that automation cannot copy.
 Variant FromVariant(const VARIANT& value);
 
 }  // namespace kwo::platform::windows

@@ -23,26 +23,27 @@ bool IsNotANumber(const VARIANT& value) {
            (value.vt == VT_DATE && std::isnan(value.date));
 }
 
-/// False for what is not a number, too.
+/// False for a value that is not a number, too.
 bool IsWithinCalendar(double days) {
     constexpr double kBeforeFirstDay = -657435;  // 0099-12-31
     constexpr double kBehindLastDay = 2958466;   // 10000-01-01
     return days > kBeforeFirstDay && days < kBehindLastDay;
 }
 
-/// The value for the system, which converts it to `type` next. Raises for what it would convert in its own way.
+/// The value that the system converts to `type` next. Raises an error for values that the system would convert in its
+/// own way.
 OwnedVariant Convertible(const Variant& value, VARTYPE type) {
     OwnedVariant source = OwnedVariant::Adopt(ToVariant(value));
-    // An array of bytes would become a text, and numbers would be read up to a zero character.
+    // The system would convert an array of bytes to text, and read a number up to a zero character.
     if (source.vt & VT_ARRAY) RaiseRuntime(RuntimeError::TypeMismatch);
     if (const auto* const text = std::get_if<Text>(&value); text != nullptr && text->find(u'\0') != Text::npos) {
         RaiseRuntime(RuntimeError::TypeMismatch);
     }
-    // The comparisons that are to find an overflow let it through, as any number.
+    // The system's comparisons for an overflow let a value pass that is not a number.
     if (type != VT_BSTR && type != VT_R4 && type != VT_R8 && type != VT_BOOL && IsNotANumber(source)) {
         RaiseRuntime(RuntimeError::Overflow);
     }
-    // Not every system looks at the sign when an unsigned number becomes a signed one of its size.
+    // Some systems ignore the sign when they convert an unsigned number to a signed one of the same size.
     if (type == VT_I4 && (source.vt == VT_UI4 || source.vt == VT_UINT) && source.lVal < 0) {
         RaiseRuntime(RuntimeError::Overflow);
     }
@@ -93,7 +94,7 @@ bool WindowsConversions::ToBoolean(const Variant& value) {
 
 Date WindowsConversions::ToDate(const Variant& value) {
     const Date date{Changed(value, VT_DATE).date};
-    // A date is taken as it stands, whatever it holds.
+    // The system does not check a value that is a date already.
     if (!IsWithinCalendar(date.days)) RaiseRuntime(RuntimeError::Overflow);
     return date;
 }
@@ -112,8 +113,8 @@ std::optional<Date> WindowsConversions::ParseDate(TextView text) {
 }
 
 Text WindowsConversions::FormatNumber(double value, TextView pattern) {
-    // Without places behind the point not every system rounds what lies between -1 and 1: a half stays "0", and
-    // what is nearly nothing keeps its sign as "-0".
+    // For a pattern without decimals some systems do not round values between -1 and 1: a half stays "0", and a tiny
+    // negative value becomes "-0".
     if (std::fabs(value) < 1 && pattern.find(u'.') == TextView::npos) value = std::round(value) + 0.0;
     VARIANT number;
     ::VariantInit(&number);
