@@ -40,16 +40,16 @@ public:
     /// The name by which messages are asked for; empty until somebody sets it.
     const platform::Text& ProgramName() const { return mProgramName; }
 
-    const platform::Platform platform;
-    frame::ApiResult apiResult;
-    frame::HostIdentity identity;
-    frame::MillisecondClock clock;
-    frame::MessageWait wait;
-    frame::Trace trace;
-    frame::EventLogWriter eventLog;
-    frame::MessageBoxes messageBoxes;
-    frame::MKWOError error;
-    frame::MKWORoutines routines;
+    const platform::Platform platform;  ///< the services of the system
+    frame::ApiResult apiResult;         ///< the result of the last platform call
+    frame::HostIdentity identity;       ///< who the host is
+    frame::MillisecondClock clock;      ///< for spans and due times
+    frame::MessageWait wait;            ///< waits that process messages
+    frame::Trace trace;                 ///< off until a developer starts it
+    frame::EventLogWriter eventLog;     ///< the system's event log
+    frame::MessageBoxes messageBoxes;   ///< the only way to ask the user
+    frame::MKWOError error;             ///< the saved error
+    frame::MKWORoutines routines;       ///< checks that report through `error`
 
     /// The twips per pixel of the screen, as the picture button that was created last found them. All buttons use it.
     struct ButtonScale {
@@ -58,9 +58,9 @@ public:
     };
     ButtonScale buttonScale;
 
-    messages::MKWOLocale locale;
-    messages::MessageTable messages;
-    timers::MKWOTimer timers;
+    messages::MKWOLocale locale;      ///< the user's settings
+    messages::MessageTable messages;  ///< the numbered texts
+    timers::MKWOTimer timers;         ///< pending ticks and alarms
 
 private:
     platform::Text mProgramName;

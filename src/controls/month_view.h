@@ -38,9 +38,11 @@ public:
 
     /// Whether the user can select days with the mouse and keys. Create sets it.
     bool CanSelect() const { return mCanSelect; }
+    /// Takes effect at the next click.
     void SetCanSelect(bool canSelect) { mCanSelect = canSelect; }
     /// Whether each click toggles a day. Create sets it.
     bool MultiSelect() const { return mModel.MultiSelect(); }
+    /// Takes effect at the next click; selected days stay selected.
     void SetMultiSelect(bool multiSelect) { mModel.SetMultiSelect(multiSelect); }
 
     /// Weights and colours of the texts. The next drawing uses a new value.
@@ -65,6 +67,7 @@ public:
     std::int16_t CaptionBevel() const { return mStyle.captionBevel.Number(); }
     std::int16_t DayHdrBevel() const { return mStyle.headerBevel.Number(); }
     std::int16_t DayBevel() const { return mStyle.dayBevel.Number(); }
+    /// Sets an edge and redraws the calendar, if it is there.
     void SetCaptionBevel(std::int16_t number) { SetBevel(mStyle.captionBevel, number); }
     void SetDayHdrBevel(std::int16_t number) { SetBevel(mStyle.headerBevel, number); }
     void SetDayBevel(std::int16_t number) { SetBevel(mStyle.dayBevel, number); }
@@ -97,14 +100,19 @@ public:
     /// Whether a day is selected.
     bool IsSelected(Date date) const { return mModel.IsSelected(date); }
 
-    /// Limits of the months that the user can reach; 0 means no limit. Setting one may move the focus and show its
-    /// month.
+    /// The first allowed month for the user, as the date that was set; 0 means no limit.
     Date MinDate() const { return mModel.MinDate(); }
+    /// Sets the first allowed month. If the visible month is earlier, the focus moves to `date` and its month is shown.
+    /// Raises NoObjectSet before Create, after it has stored the date.
     void SetMinDate(Date date);
+    /// The last allowed month, as the date that was set; 0 means no limit.
     Date MaxDate() const { return mModel.MaxDate(); }
+    /// Sets the last allowed month. Moves the focus to `date` even if that is in the visible month, and always if it is
+    /// 0, which is intended.
     void SetMaxDate(Date date);
     /// The month and year that are shown; 0 before Create. After a refused ShowMonth they differ from the picture.
     std::int16_t VisibleMonth() const { return mModel.VisibleMonth(); }
+    /// See VisibleMonth.
     std::int16_t VisibleYear() const { return mModel.VisibleYear(); }
 
 private:

@@ -28,6 +28,7 @@ public:
         mPlaces.erase(found);
         return true;
     }
+    /// Removes all days.
     void Clear() {
         mPlaces.clear();
         mDates.clear();

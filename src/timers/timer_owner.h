@@ -42,14 +42,17 @@ public:
     OwnerRef() = default;
     /// Adds a reference.
     explicit OwnerRef(TimerOwner& owner) : mOwner(&owner) { owner.AddOwnerReference(); }
+    /// Adds a reference.
     OwnerRef(const OwnerRef& other) : mOwner(other.mOwner) {
         if (mOwner != nullptr) mOwner->AddOwnerReference();
     }
+    /// Takes the reference over.
     OwnerRef(OwnerRef&& other) noexcept : mOwner(std::exchange(other.mOwner, nullptr)) {}
     OwnerRef& operator=(OwnerRef other) noexcept {
         std::swap(mOwner, other.mOwner);
         return *this;
     }
+    /// Releases the reference.
     ~OwnerRef() {
         if (mOwner != nullptr) mOwner->ReleaseOwner();
     }
