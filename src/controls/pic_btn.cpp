@@ -5,7 +5,6 @@
 #include "controls/pixels.h"
 #include "frame/text_routines.h"
 #include "platform/component_error.h"
-#include "platform/drawing.h"
 #include "platform/keyboard.h"
 #include "platform/message_loop.h"
 
@@ -14,21 +13,21 @@ namespace kwo::controls {
 namespace {
 
 using platform::ComponentError;
-using platform::Drawing;
 using platform::Key;
-using platform::Rect;
 
-constexpr std::uint32_t kLeft = 0;
-constexpr std::uint32_t kCenter = 1;
-constexpr std::uint32_t kRight = 2;
-constexpr std::uint32_t kVCenter = 0x4;
-constexpr std::uint32_t kWordBreak = 0x10;
-constexpr std::uint32_t kSingleLine = 0x20;
-constexpr std::uint32_t kEndEllipsis = 0x8000;
-constexpr std::int32_t kBlackBrush = 4;
 constexpr std::int16_t kLeftButton = 1;
 /// Stands for the access key among the key codes.
 constexpr std::int16_t kAccessKey = -1;
+
+/// The steps of a release, by the messages that name them.
+struct ReleaseStep {
+    static constexpr std::int32_t kClear = 1923;
+    static constexpr std::int32_t kDraw = 1924;
+    static constexpr std::int32_t kShowReleased = 1925;
+    static constexpr std::int32_t kEndPress = 1926;
+    static constexpr std::int32_t kFindPointer = 1927;
+    static constexpr std::int32_t kNotify = 1928;
+};
 
 /// Runs a member's body; what it raises goes on under the member's name, with a description of its own choice.
 template <class Body, class Describe>
@@ -59,23 +58,10 @@ private:
     bool& mFlag;
 };
 
-Rect Inset(const Rect& area, std::int32_t by) {
-    return {Checked(std::int64_t{area.left} + by), Checked(std::int64_t{area.top} + by),
-            Checked(std::int64_t{area.right} - by), Checked(std::int64_t{area.bottom} - by)};
-}
-
-Rect Offset(const Rect& area, std::int32_t by) {
-    return {area.left + by, area.top + by, area.right + by, area.bottom + by};
-}
-
 }  // namespace
 
 KWOPicBtn::KWOPicBtn(component::Component& component)
-    : mComponent(component),
-      mBox(component.platform),
-      mFormat(kVCenter | kWordBreak | kSingleLine | kEndEllipsis),
-      mAlignment(kCenter),
-      mFrameBrush(component.platform.drawing.StockObject(kBlackBrush)) {
+    : mComponent(component), mBox(component.platform), mDrawing(mBox, component.platform.drawing) {
     mComponent.SetProgramName();
     const TwipsPerPixel twips = TwipsPerPixel::Of(component.platform.screen);
     // All buttons share one pair; the newest button measures it again.
@@ -92,9 +78,7 @@ void KWOPicBtn::Open(const HostObjectRef& pictureBox, TextView caption) {
     mBox.Assign(pictureBox);
     mForm = ObjectProperty(*pictureBox, u"Parent");
     SetCaption(caption);
-    mComponent.platform.drawing.ClientRect(mBox.Window(), mClientArea);
-    constexpr std::int32_t kEdge = 2;
-    mTextArea = Inset(mClientArea, kEdge);
+    mDrawing.Measure();
     DrawButton(false, false);
 }
 
@@ -108,41 +92,15 @@ void KWOPicBtn::SetCaption(TextView caption) {
     mAccessKey = mComponent.platform.conversions.ToUpper(mCaption[marker + 1]);
 }
 
-std::int16_t KWOPicBtn::TextAlignment() const {
-    if (mAlignment == kLeft) return 3;
-    return mAlignment == kRight ? 4 : 2;
-}
-
-void KWOPicBtn::SetTextAlignment(std::int16_t alignment) {
-    mAlignment = alignment == 3 ? kLeft : alignment == 4 ? kRight : kCenter;
-}
-
-bool KWOPicBtn::MultiLine() const {
-    return (mFormat & kWordBreak) != 0;
-}
-
-void KWOPicBtn::SetMultiLine(bool multiLine) {
-    mFormat = multiLine ? mFormat | kWordBreak : mFormat & ~kWordBreak;
-}
-
 void KWOPicBtn::DrawButton(bool pressed, bool framed) {
-    constexpr std::uint32_t kAllSides = 15;
-    Trapped(u"KWOPicBtn.DrawButton", [&] {
-        Drawing& drawing = mComponent.platform.drawing;
-        mBox.Clear();
-        drawing.DrawEdge(mBox.Context(), mClientArea, pressed ? Drawing::kEdgeSunken : Drawing::kEdgeRaised, kAllSides);
-        if (framed) drawing.FrameRect(mBox.Context(), mClientArea, mFrameBrush);
-        const Handle context = mBox.Context();
-        drawing.DrawText(context, mCaption, pressed ? Offset(mTextArea, 1) : mTextArea, mAlignment | mFormat);
-        mBox.Refresh();
-    });
+    Trapped(u"KWOPicBtn.DrawButton", [&] { mDrawing.Button(mCaption, pressed, framed); });
 }
 
 bool KWOPicBtn::IsInside(float x, float y) const {
     const auto& scale = mComponent.buttonScale;
     const platform::Point point = {Rounded<std::int32_t>(double{std::nearbyint(x)} / scale.twipsPerPixelX),
                                    Rounded<std::int32_t>(double{std::nearbyint(y)} / scale.twipsPerPixelY)};
-    return mClientArea.Contains(point);
+    return mDrawing.Contains(point);
 }
 
 void KWOPicBtn::MouseDown(std::int16_t button, float x, float y) {
@@ -184,21 +142,21 @@ void KWOPicBtn::MouseUp(float x, float y) {
 }
 
 void KWOPicBtn::Release(float x, float y, Text& step) {
-    step = StepText(1923);
+    step = StepText(ReleaseStep::kClear);
     mBox.Clear();
-    step = StepText(1924);
+    step = StepText(ReleaseStep::kDraw);
     DrawButton(false, true);
-    step = StepText(1925);
+    step = StepText(ReleaseStep::kShowReleased);
     mShownPressed = false;
-    step = StepText(1926);
+    step = StepText(ReleaseStep::kEndPress);
     if (!mButtonDown) return;
-    step = StepText(1927);
+    step = StepText(ReleaseStep::kFindPointer);
     if (IsInside(x, y)) {
-        step = StepText(1928);
+        step = StepText(ReleaseStep::kNotify);
         const ScopedFlag notifies(mNotifying);
         NotifyClick();
     }
-    step = StepText(1926);
+    step = StepText(ReleaseStep::kEndPress);
     mButtonDown = false;
 }
 
@@ -228,10 +186,7 @@ void KWOPicBtn::DblClick() {
 }
 
 void KWOPicBtn::GotFocus() {
-    Trapped(u"KWOPicBtn.GotFocus", [&] {
-        mComponent.platform.drawing.FrameRect(mBox.Context(), mClientArea, mFrameBrush);
-        mBox.Refresh();
-    });
+    Trapped(u"KWOPicBtn.GotFocus", [&] { mDrawing.Frame(); });
 }
 
 void KWOPicBtn::LostFocus() {

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "component/component.h"
+#include "controls/pic_btn_drawing.h"
 #include "controls/picture_box.h"
-#include "platform/geometry.h"
 
 namespace kwo::controls {
 
@@ -23,10 +23,10 @@ public:
     const Text& Caption() const { return mCaption; }
     void SetCaption(TextView caption);
     /// 3 left, 4 right, anything else the centre, which reads 2.
-    std::int16_t TextAlignment() const;
-    void SetTextAlignment(std::int16_t alignment);
-    bool MultiLine() const;
-    void SetMultiLine(bool multiLine);
+    std::int16_t TextAlignment() const { return mDrawing.TextAlignment(); }
+    void SetTextAlignment(std::int16_t alignment) { mDrawing.SetTextAlignment(alignment); }
+    bool MultiLine() const { return mDrawing.MultiLine(); }
+    void SetMultiLine(bool multiLine) { mDrawing.SetMultiLine(multiLine); }
 
     void DblClick();
     void GotFocus();
@@ -50,19 +50,15 @@ private:
 
     component::Component& mComponent;
     PictureBox mBox;
+    PicBtnDrawing mDrawing;
     HostObjectRef mForm;
     Text mCaption;
     Text mAccessKey;  ///< one capital letter or nothing
-    platform::Rect mClientArea;
-    platform::Rect mTextArea;
     bool mShownPressed = false;
     bool mButtonDown = false;
     float mLastX = 0;
     float mLastY = 0;
     std::int16_t mLastButton = 0;
-    std::uint32_t mFormat;
-    std::uint32_t mAlignment;
-    Handle mFrameBrush;
     bool mDblClickPending = false;
     bool mKeyClickRuns = false;
     bool mNotifying = false;  ///< of the click that the last press has ended in
