@@ -80,6 +80,20 @@ TEST(MonthLayoutTest, TheAxesHaveTheirOwnTwips) {
     EXPECT_EQ(layout.cellHeight, (300 - 8 - 30 - 4) / 7);
 }
 
+TEST(MonthLayoutTest, ASpinButtonIsFoundInsideItsEdges) {
+    const MonthLayout layout = MonthLayout::Of(195, 2000, 3000, kTwips);
+    for (std::int32_t y = 0; y < 30; ++y) {
+        for (std::int32_t x = 0; x < 134; ++x) {
+            std::optional<std::size_t> expected;
+            if (y >= 4 && y < 23 && x >= 4 && x < 23) expected = 0;
+            if (y >= 4 && y < 23 && x >= 110 && x < 129) expected = 1;
+            EXPECT_EQ(layout.SpinButtonAt({x, y}), expected) << x << ',' << y;
+        }
+    }
+    // In a narrow box both lie at the same place.
+    EXPECT_EQ(MonthLayout::Of(195, 27 * 15, 3000, kTwips).SpinButtonAt({10, 10}), 0u);
+}
+
 TEST(MonthLayoutTest, SizesBeyondThePlatformOverflow) {
     const auto raises = [](double text, double width, double height) {
         try {

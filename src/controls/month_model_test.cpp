@@ -353,8 +353,8 @@ TEST(MonthModelTest, AMillionRandomOperationsAgreeWithTheRules) {
         }
         ASSERT_EQ(model.IsSelected({near}), naive.Has(near)) << round;
         ASSERT_EQ(std::lrint(model.FirstSelected().days), naive.selected.empty() ? 0 : naive.selected.front()) << round;
-        ASSERT_EQ(model.Allows({near}), (naive.minStart == 0 || near >= naive.minStart) &&
-                                            (naive.maxEnd == 0 || near <= naive.maxEnd))
+        ASSERT_EQ(model.Allows({near}),
+                  (naive.minStart == 0 || near >= naive.minStart) && (naive.maxEnd == 0 || near <= naive.maxEnd))
             << round;
         // The set stays as small as people keep theirs.
         if (naive.selected.size() > 60) {

@@ -169,10 +169,10 @@ TEST_F(MonthView, TheScalesAreTheScreensRoundedAxisByAxis) {
         desktop.messages.ProcessPending();
         return view->VisibleMonth() - before;
     };
-    EXPECT_EQ(steps(280, 100), -1);   // 25.45 pixels
-    EXPECT_EQ(steps(281, 100), 0);    // 25.55
-    EXPECT_EQ(steps(1800, 305), 1);   // 25.4
-    EXPECT_EQ(steps(1800, 307), 0);   // 25.6
+    EXPECT_EQ(steps(280, 100), -1);  // 25.45 pixels
+    EXPECT_EQ(steps(281, 100), 0);   // 25.55
+    EXPECT_EQ(steps(1800, 305), 1);  // 25.4
+    EXPECT_EQ(steps(1800, 307), 0);  // 25.6
     desktop.log.Clear();
     view->ShowMonth(3, 2027);
     EXPECT_EQ(TakeLog().front(), "Call box.Line 38,297,60,1705,312,-2147483633") << "(27,5,155,26) in twips";
@@ -764,6 +764,19 @@ TEST_F(DaySelection, AHandlerMayClickAndResizeWhileItIsAsked) {
     Click(2026, 11, 5);
     EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
     EXPECT_FALSE(view->IsSelected(On(2026, 11, 6)));
+}
+
+TEST_F(DaySelection, AHandlerMayShowAnotherMonthWhileItIsAsked) {
+    Ready(On(2026, 11, 21));
+    onDate = [&](std::span<Variant>) { view->ShowMonth(5, 2030); };
+    Click(2026, 11, 5);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+    EXPECT_EQ(Visible(), IntPair(5, 2030)) << "the month that was shown last";
+    desktop.log.Clear();
+    view->Resize();
+    EXPECT_EQ(desktop.log.Starting("DrawText").front(), "DrawText 77 \"November, 2026\" (24,5,109,23) 0x8025")
+        << "the month of the focus";
+    EXPECT_EQ(desktop.log.Starting("DrawFocusRect"), (Lines{"DrawFocusRect 77 (78,56,92,75)"})) << "its 5th";
 }
 
 class SpinButtons : public MonthView {
