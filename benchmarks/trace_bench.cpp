@@ -107,32 +107,13 @@ struct Traced {
     CallTrace* trace = &component.trace;
 
     platform::Platform Services() {
-        const platform::Platform simulated = desktop.Services();
-        return {.clock = clock,
-                .components = simulated.components,
-                .conversions = conversions,
-                .debugOutput = simulated.debugOutput,
-                .desktop = simulated.desktop,
-                .drawing = simulated.drawing,
-                .eventLog = simulated.eventLog,
-                .files = simulated.files,
-                .host = simulated.host,
-                .keyboard = simulated.keyboard,
-                .locale = simulated.locale,
-                .logFiles = files,
-                .messages = simulated.messages,
-                .mouse = simulated.mouse,
-                .notificationArea = simulated.notificationArea,
-                .pictures = simulated.pictures,
-                .processMemory = simulated.processMemory,
-                .programs = simulated.programs,
-                .registry = simulated.registry,
-                .screen = simulated.screen,
-                .screenDrawing = simulated.screenDrawing,
-                .errors = simulated.errors,
-                .fonts = simulated.fonts,
-                .metrics = simulated.metrics,
-                .timers = simulated.timers};
+        struct OfThisMachine : platform::Platform {
+            platform::Clock& clock;
+            platform::Conversions& conversions;
+            platform::LogFiles& logFiles;
+        };
+        OfThisMachine services{desktop.Services(), clock, conversions, files};
+        return ServicesOf(services);
     }
 };
 

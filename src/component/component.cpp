@@ -9,7 +9,7 @@ Component::Component(const platform::Platform& services)
       wait(services.messages, clock, identity),
       trace(services, identity, clock, error, messageBoxes),
       eventLog(services.eventLog, identity, trace, apiResult),
-      messageBoxes(services.desktop, services.screen, services.host, wait, eventLog, trace),
+      messageBoxes(services.windows, services.screen, services.host, wait, eventLog, trace),
       error(services.errors, services.host, identity, trace, messageBoxes),
       routines(services.files, services.errors, identity, error),
       locale(services.locale, services.clock, services.errors, error, routines),

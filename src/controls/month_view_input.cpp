@@ -5,10 +5,10 @@
 #include "controls/month_grid.h"
 #include "platform/clock.h"
 #include "platform/component_error.h"
-#include "platform/desktop.h"
 #include "platform/keyboard.h"
 #include "platform/message_loop.h"
 #include "platform/mouse.h"
+#include "platform/window_service.h"
 
 namespace kwo::controls {
 
@@ -24,7 +24,7 @@ class HeldPress {
 public:
     /// `window` is 0 if there is no window to watch.
     HeldPress(const platform::Platform& services, platform::Handle window)
-        : mMouse(services.mouse), mDesktop(services.desktop), mWindow(window), mWasDown(mMouse.WasPressed()) {
+        : mMouse(services.mouse), mDesktop(services.windows), mWindow(window), mWasDown(mMouse.WasPressed()) {
         Look();
     }
 
@@ -39,7 +39,7 @@ public:
 
 private:
     platform::Mouse& mMouse;
-    platform::Desktop& mDesktop;
+    platform::WindowService& mDesktop;
     platform::Handle mWindow;
     bool mWasDown;
     bool mIsDown = false;
@@ -97,7 +97,7 @@ void KWOMonthView::WaitUntil(std::int32_t due) {
 Handle KWOMonthView::BoxWindow() const {
     try {
         const Handle window = mBox.Window();
-        return mComponent.platform.desktop.WindowExists(window) ? window : 0;
+        return mComponent.platform.windows.WindowExists(window) ? window : 0;
     } catch (const platform::ComponentError&) {
         return 0;
     }

@@ -5,8 +5,8 @@
 #include <limits>
 
 #include "platform/component_error.h"
-#include "platform/desktop.h"
 #include "platform/geometry.h"
+#include "platform/screen.h"
 
 namespace kwo::controls {
 

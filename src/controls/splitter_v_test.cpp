@@ -150,7 +150,7 @@ TEST_F(Splitter, APaneInSomethingElseStoresNothing) {
 }
 
 TEST_F(Splitter, AFailureIsToldByABoxAndFalse) {
-    std::vector<platform::simulated::WindowList::Question> boxes;
+    std::vector<platform::simulated::SimulatedWindowService::Question> boxes;
     desktop.windows.onAsk = [&](const auto& question) {
         boxes.push_back(question);
         return 1;

@@ -10,7 +10,8 @@ class EventLogWriterTest : public FrameTest {};
 TEST_F(EventLogWriterTest, WritesOneEntryOnOneLineUnderTheDefaultSource) {
     eventLog.KWO_LogEvent(u"one\r\ntwo", 2, 17);
     ASSERT_EQ(desktop.eventLog.entries.size(), 1u);
-    EXPECT_EQ(desktop.eventLog.entries[0], (platform::simulated::EventEntries::Entry{u"KWOMsg", 2, 17, u"one two"}));
+    EXPECT_EQ(desktop.eventLog.entries[0],
+              (platform::simulated::SimulatedEventLog::Entry{u"KWOMsg", 2, 17, u"one two"}));
     EXPECT_EQ(trace.lines, (std::vector<Text>{u"Eventlog: one two"}));
     EXPECT_EQ(apiResult.last, 1);
     EXPECT_EQ(desktop.eventLog.OpenSources(), 0u);

@@ -27,7 +27,7 @@ protected:
     MillisecondClock clock{services.clock};
     MessageWait wait{services.messages, clock, identity};
     EventLogWriter eventLog{services.eventLog, identity, trace, apiResult};
-    MessageBoxes boxes{services.desktop, services.screen, services.host, wait, eventLog, trace};
+    MessageBoxes boxes{services.windows, services.screen, services.host, wait, eventLog, trace};
     MKWOError error{services.errors, services.host, identity, trace, boxes};
     MKWORoutines routines{services.files, services.errors, identity, error};
 

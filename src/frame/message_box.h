@@ -5,8 +5,9 @@
 #include "frame/call_trace.h"
 #include "frame/event_log_writer.h"
 #include "frame/message_wait.h"
-#include "platform/desktop.h"
 #include "platform/host_application.h"
+#include "platform/screen.h"
+#include "platform/window_service.h"
 
 namespace kwo::frame {
 
@@ -27,7 +28,7 @@ struct MessageBoxRequest {
 class MessageBoxes {
 public:
     /// Keeps references to all of these; they must outlive it.
-    MessageBoxes(platform::Desktop& desktop, platform::Screen& screen, platform::HostApplication& host,
+    MessageBoxes(platform::WindowService& desktop, platform::Screen& screen, platform::HostApplication& host,
                  MessageWait& wait, EventLogWriter& eventLog, CallTrace& trace)
         : mDesktop(desktop), mScreen(screen), mHost(host), mWait(wait), mEventLog(eventLog), mTrace(trace) {}
 
@@ -47,7 +48,7 @@ private:
     Text TitleFor(TextView given, platform::Handle owner);
     void FlashWhileMinimised(platform::Handle owner);
 
-    platform::Desktop& mDesktop;
+    platform::WindowService& mDesktop;
     platform::Screen& mScreen;
     platform::HostApplication& mHost;
     MessageWait& mWait;

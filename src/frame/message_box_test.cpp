@@ -10,7 +10,7 @@ namespace {
 class MessageBoxTest : public FrameTest {
 protected:
     MessageBoxTest() { desktop.windows.windows[7] = {u"Owner", false, 0}; }
-    platform::simulated::WindowList::Question asked;
+    platform::simulated::SimulatedWindowService::Question asked;
     void KeepQuestion(std::int32_t answer = 1) {
         desktop.windows.onAsk = [this, answer](const auto& question) { return asked = question, answer; };
     }

@@ -2,59 +2,26 @@
 
 namespace kwo::platform {
 
-class Clock;
-class ComponentFactory;
-class Conversions;
-class DebugOutput;
-class Desktop;
-class Drawing;
-class EventLog;
-class FileSystem;
-class HostApplication;
-class Keyboard;
-class LocaleSource;
-class LogFiles;
-class MessageLoop;
-class Mouse;
-class NotificationArea;
-class Pictures;
-class ProcessMemory;
-class Programs;
-class RegistryStore;
-class Screen;
-class ScreenDrawing;
-class SystemErrors;
-class SystemFonts;
-class SystemMetrics;
-class TimerService;
+#define SERVICE(Interface, member) class Interface;
+#include "platform/services.def"
+#undef SERVICE
 
 /// Everything a component may ask of the system around it. The services outlive the component.
 struct Platform {
-    Clock& clock;
-    ComponentFactory& components;
-    Conversions& conversions;
-    DebugOutput& debugOutput;
-    Desktop& desktop;
-    Drawing& drawing;
-    EventLog& eventLog;
-    FileSystem& files;
-    HostApplication& host;
-    Keyboard& keyboard;
-    LocaleSource& locale;
-    LogFiles& logFiles;
-    MessageLoop& messages;
-    Mouse& mouse;
-    NotificationArea& notificationArea;
-    Pictures& pictures;
-    ProcessMemory& processMemory;
-    Programs& programs;
-    RegistryStore& registry;
-    Screen& screen;
-    ScreenDrawing& screenDrawing;
-    SystemErrors& errors;
-    SystemFonts& fonts;
-    SystemMetrics& metrics;
-    TimerService& timers;
+#define SERVICE(Interface, member) Interface& member;
+#include "platform/services.def"
+#undef SERVICE
 };
+
+/// The services that `parts` has as members with the names of Platform. To replace some services of a platform, inherit
+/// from Platform and declare members of the same names.
+template <class Parts>
+Platform ServicesOf(Parts& parts) {
+    return {
+#define SERVICE(Interface, member) parts.member,
+#include "platform/services.def"
+#undef SERVICE
+    };
+}
 
 }  // namespace kwo::platform

@@ -5,7 +5,7 @@
 
 #include "platform/component_error.h"
 #include "platform/conversions.h"
-#include "platform/desktop.h"
+#include "platform/screen.h"
 #include "platform/text.h"
 
 namespace kwo::sysinfo {

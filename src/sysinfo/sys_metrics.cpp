@@ -4,7 +4,7 @@
 
 #include "platform/component_error.h"
 #include "platform/conversions.h"
-#include "platform/desktop.h"
+#include "platform/screen.h"
 #include "platform/system_metrics.h"
 
 namespace kwo::sysinfo {

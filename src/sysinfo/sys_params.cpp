@@ -6,7 +6,7 @@
 
 #include "platform/component_error.h"
 #include "platform/conversions.h"
-#include "platform/desktop.h"
+#include "platform/screen.h"
 
 namespace kwo::sysinfo {
 

@@ -16,7 +16,7 @@ using platform::Empty;
 using platform::Missing;
 using platform::Null;
 using platform::Variant;
-using platform::simulated::FileNames;
+using platform::simulated::SimulatedFileSystem;
 using Lines = std::vector<std::string>;
 
 class Utility : public testing::Test {
@@ -115,9 +115,9 @@ TEST_F(FindInPath, WithoutAPathThereIsOnlyTheLibrarysFolder) {
 
 TEST_F(FindInPath, FoldersHiddenAndSystemFilesAreNoFiles) {
     desktop.files.AddFolder(u"C:\\A\\name");
-    desktop.files.AddFile(u"C:\\B\\name", FileNames::kHidden | FileNames::kArchive);
-    desktop.files.AddFile(u"C:\\C\\name", FileNames::kSystem);
-    desktop.files.AddFile(u"C:\\D\\name", FileNames::kReadOnly | FileNames::kArchive);
+    desktop.files.AddFile(u"C:\\B\\name", SimulatedFileSystem::kHidden | SimulatedFileSystem::kArchive);
+    desktop.files.AddFile(u"C:\\C\\name", SimulatedFileSystem::kSystem);
+    desktop.files.AddFile(u"C:\\D\\name", SimulatedFileSystem::kReadOnly | SimulatedFileSystem::kArchive);
     Path(u"C:\\A;C:\\B;C:\\C;C:\\D");
     EXPECT_EQ(Find(u"name"), u"C:\\D\\name");
     Path(u"C:\\A;C:\\B;C:\\C");
@@ -167,12 +167,14 @@ class Directories : public Utility {
 protected:
     struct Flavour {
         Text (KWOUtility::*member)(Variant& slashAtEnd);
-        std::string platform::simulated::HostFacts::*directory;
+        std::string platform::simulated::SimulatedHostApplication::*directory;
         std::string call;
     };
     std::vector<Flavour> both = {
-        {&KWOUtility::KWO_SystemDir, &platform::simulated::HostFacts::systemDirectory, "GetSystemDirectory"},
-        {&KWOUtility::KWO_WindowsDir, &platform::simulated::HostFacts::windowsDirectory, "GetWindowsDirectory"}};
+        {&KWOUtility::KWO_SystemDir, &platform::simulated::SimulatedHostApplication::systemDirectory,
+         "GetSystemDirectory"},
+        {&KWOUtility::KWO_WindowsDir, &platform::simulated::SimulatedHostApplication::windowsDirectory,
+         "GetWindowsDirectory"}};
 
     Text Ask(const Flavour& flavour, Variant slashAtEnd = Missing()) { return (utility.*flavour.member)(slashAtEnd); }
     void Put(const Flavour& flavour, const std::string& directory) { desktop.host.*flavour.directory = directory; }
@@ -331,7 +333,7 @@ TEST_F(SystemVersion, NumbersOfMoreThan16BitsOverflow) {
 
 TEST_F(SystemVersion, AFailedQueryIsToldByABoxAndTriedAgain) {
     Version(5, 1, 2);
-    std::vector<platform::simulated::WindowList::Question> boxes;
+    std::vector<platform::simulated::SimulatedWindowService::Question> boxes;
     desktop.windows.onAsk = [&](const auto& question) {
         boxes.push_back(question);
         return 1;
@@ -470,7 +472,7 @@ protected:
     Lines Started() const { return desktop.log.Starting("Start"); }
     Lines Activated() const { return desktop.log.Starting("Activate"); }
 
-    std::vector<platform::simulated::WindowList::Question> boxes;
+    std::vector<platform::simulated::SimulatedWindowService::Question> boxes;
 };
 
 TEST_F(LoadApp, WithoutATitleAlwaysStarts) {

@@ -92,14 +92,11 @@ public:
 TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
     platform::simulated::SimulatedDesktop desktop;
     FailingArea area;
-    const platform::Platform services = desktop.Services();
-    const platform::Platform failing = {
-        services.clock,         services.components,    services.conversions, services.debugOutput, services.desktop,
-        services.drawing,       services.eventLog,      services.files,       services.host,        services.keyboard,
-        services.locale,        services.logFiles,      services.messages,    services.mouse,       area,
-        services.pictures,      services.processMemory, services.programs,    services.registry,    services.screen,
-        services.screenDrawing, services.errors,        services.fonts,       services.metrics,     services.timers};
-    component::Component component(failing);
+    struct Failing : platform::Platform {
+        platform::NotificationArea& notificationArea;
+    };
+    Failing failing{desktop.Services(), area};
+    component::Component component(ServicesOf(failing));
     const auto icon = desktop.MakeObject(u"Picture");
     icon->SetProperty(u"Type", std::int16_t{3});
     icon->SetProperty(u"Handle", 4294967295.0);

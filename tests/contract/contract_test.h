@@ -13,7 +13,6 @@
 #include "platform/component_error.h"
 #include "platform/conversions.h"
 #include "platform/debug_output.h"
-#include "platform/desktop.h"
 #include "platform/drawing.h"
 #include "platform/event_log.h"
 #include "platform/file_system.h"
@@ -25,6 +24,7 @@
 #include "platform/process_memory.h"
 #include "platform/programs.h"
 #include "platform/registry_store.h"
+#include "platform/screen.h"
 #include "platform/system_errors.h"
 #include "platform/system_fonts.h"
 

@@ -1,4 +1,5 @@
 #include "contract_test.h"
+#include "platform/window_service.h"
 
 namespace kwo::contract {
 namespace {
@@ -20,12 +21,12 @@ TEST_F(ProgramsContract, AWindowIsActivatedByItsWholeTitle) {
 TEST_F(ProgramsContract, AMinimisedWindowIsRestored) {
     const Handle window = outside().MakeWindow(u"Minimised Window");
     outside().Minimise(window);
-    ASSERT_TRUE(platform().desktop.IsMinimised(window));
+    ASSERT_TRUE(platform().windows.IsMinimised(window));
 
     programs.Activate(u"Minimised Window");
 
     platform().messages.ProcessPending();
-    EXPECT_FALSE(platform().desktop.IsMinimised(window));
+    EXPECT_FALSE(platform().windows.IsMinimised(window));
 }
 
 TEST_F(ProgramsContract, AHiddenWindowIsNotActivated) {

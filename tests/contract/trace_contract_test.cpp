@@ -1,8 +1,8 @@
 #include <cmath>
 #include <regex>
 
-#include "contract_test.h"
 #include "component/component.h"
+#include "contract_test.h"
 #include "frame/fixed_digits.h"
 
 namespace kwo::contract {

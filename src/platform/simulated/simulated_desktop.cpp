@@ -3,31 +3,7 @@
 namespace kwo::platform::simulated {
 
 Platform SimulatedDesktop::Services() {
-    return {.clock = clock,
-            .components = components,
-            .conversions = conversions,
-            .debugOutput = debugOutput,
-            .desktop = windows,
-            .drawing = drawing,
-            .eventLog = eventLog,
-            .files = files,
-            .host = host,
-            .keyboard = keyboard,
-            .locale = locale,
-            .logFiles = logFiles,
-            .messages = messages,
-            .mouse = mouse,
-            .notificationArea = notificationArea,
-            .pictures = pictures,
-            .processMemory = processMemory,
-            .programs = programs,
-            .registry = registry,
-            .screen = screen,
-            .screenDrawing = screenDrawing,
-            .errors = errors,
-            .fonts = fonts,
-            .metrics = metrics,
-            .timers = timers};
+    return ServicesOf(*this);
 }
 
 std::shared_ptr<SimulatedObject> SimulatedDesktop::MakeObject(Text typeName, std::string label) {

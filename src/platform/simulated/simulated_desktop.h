@@ -4,32 +4,32 @@
 #include <utility>
 
 #include "platform/platform.h"
-#include "platform/simulated/component_classes.h"
-#include "platform/simulated/debug_lines.h"
-#include "platform/simulated/english_conversions.h"
-#include "platform/simulated/error_texts.h"
-#include "platform/simulated/event_entries.h"
-#include "platform/simulated/file_names.h"
-#include "platform/simulated/host_facts.h"
-#include "platform/simulated/memory_counters.h"
-#include "platform/simulated/message_queue.h"
-#include "platform/simulated/recorded_drawing.h"
-#include "platform/simulated/registry_tree.h"
-#include "platform/simulated/screen_state.h"
-#include "platform/simulated/simulated_fonts.h"
+#include "platform/simulated/simulated_clock.h"
+#include "platform/simulated/simulated_component_factory.h"
+#include "platform/simulated/simulated_conversions.h"
+#include "platform/simulated/simulated_debug_output.h"
+#include "platform/simulated/simulated_drawing.h"
+#include "platform/simulated/simulated_event_log.h"
+#include "platform/simulated/simulated_file_system.h"
+#include "platform/simulated/simulated_host_application.h"
 #include "platform/simulated/simulated_keyboard.h"
-#include "platform/simulated/simulated_metrics.h"
+#include "platform/simulated/simulated_locale_source.h"
+#include "platform/simulated/simulated_log_files.h"
+#include "platform/simulated/simulated_message_loop.h"
 #include "platform/simulated/simulated_mouse.h"
+#include "platform/simulated/simulated_notification_area.h"
 #include "platform/simulated/simulated_object.h"
 #include "platform/simulated/simulated_pictures.h"
+#include "platform/simulated/simulated_process_memory.h"
 #include "platform/simulated/simulated_programs.h"
-#include "platform/simulated/simulated_timers.h"
-#include "platform/simulated/simulated_tray.h"
-#include "platform/simulated/user_locale.h"
-#include "platform/simulated/virtual_clock.h"
-#include "platform/simulated/window_list.h"
+#include "platform/simulated/simulated_registry_store.h"
+#include "platform/simulated/simulated_screen.h"
+#include "platform/simulated/simulated_system_errors.h"
+#include "platform/simulated/simulated_system_fonts.h"
+#include "platform/simulated/simulated_system_metrics.h"
+#include "platform/simulated/simulated_timer_service.h"
+#include "platform/simulated/simulated_window_service.h"
 #include "platform/simulated/world.h"
-#include "platform/simulated/written_files.h"
 
 namespace kwo::platform::simulated {
 
@@ -56,31 +56,31 @@ public:
     Log& log = mWorld.log;
     Faults& faults = mWorld.faults;
 
-    VirtualClock clock{mWorld};
-    EnglishConversions conversions{mWorld};
-    DebugLines debugOutput;
-    WindowList windows{mWorld};
-    RecordedDrawing drawing{mWorld};
-    EventEntries eventLog{mWorld};
-    FileNames files{mWorld};
-    HostFacts host{mWorld};
-    WrittenFiles logFiles{mWorld, files};
-    MessageQueue messages{mWorld, clock};
+    SimulatedClock clock{mWorld};
+    SimulatedConversions conversions{mWorld};
+    SimulatedDebugOutput debugOutput;
+    SimulatedWindowService windows{mWorld};
+    SimulatedDrawing drawing{mWorld};
+    SimulatedEventLog eventLog{mWorld};
+    SimulatedFileSystem files{mWorld};
+    SimulatedHostApplication host{mWorld};
+    SimulatedLogFiles logFiles{mWorld, files};
+    SimulatedMessageLoop messages{mWorld, clock};
     SimulatedMouse mouse;
-    SimulatedTray notificationArea{mWorld};
+    SimulatedNotificationArea notificationArea{mWorld};
     SimulatedPictures pictures{conversions};
-    MemoryCounters processMemory{mWorld, host};
+    SimulatedProcessMemory processMemory{mWorld, host};
     SimulatedPrograms programs{mWorld, windows};
-    RegistryTree registry{mWorld};
-    ScreenState screen{mWorld};
-    RecordedScreenDrawing screenDrawing{mWorld};
-    ErrorTexts errors{mWorld};
-    SimulatedFonts fonts{mWorld};
-    SimulatedMetrics metrics;
-    ComponentClasses components{mWorld};
+    SimulatedRegistryStore registry{mWorld};
+    SimulatedScreen screen{mWorld};
+    SimulatedScreenDrawing screenDrawing{mWorld};
+    SimulatedSystemErrors errors{mWorld};
+    SimulatedSystemFonts fonts{mWorld};
+    SimulatedSystemMetrics metrics;
+    SimulatedComponentFactory components{mWorld};
     SimulatedKeyboard keyboard{mWorld};
-    UserLocale locale{mWorld};
-    SimulatedTimers timers{mWorld, clock, messages};
+    SimulatedLocaleSource locale{mWorld};
+    SimulatedTimerService timers{mWorld, clock, messages};
 
     SimulatedDesktop() { files.AddFolder(host.folder); }
     SimulatedDesktop(const SimulatedDesktop&) = delete;

@@ -21,8 +21,8 @@ TEST_F(SimulatedDesktopTest, AllPartsShareOneLogInTheOrderOfTheCalls) {
     desktop.windows.windows[7] = {u"Main", true};
 
     platform.screen.SetMousePointer(0);
-    platform.desktop.Flash(7, true);
-    platform.desktop.AskUser(7, u"Go?\r\nNow?", u"Tïtle", 0x10010);
+    platform.windows.Flash(7, true);
+    platform.windows.AskUser(7, u"Go?\r\nNow?", u"Tïtle", 0x10010);
 
     EXPECT_EQ(desktop.log.Lines(),
               (Lines{"Let MousePointer 0", "Flash 7 1", "Ask owner=7 style=0x10010 title=Tïtle prompt=Go?\\r\\nNow?"}));
@@ -39,14 +39,14 @@ TEST_F(SimulatedDesktopTest, LogGivesTheLinesOfOneKindAndForgets) {
 }
 
 TEST_F(SimulatedDesktopTest, PlannedFailureBreaksTheNthCallFromNowAndNoOther) {
-    platform.desktop.AskUser(0, u"", u"", 0);
+    platform.windows.AskUser(0, u"", u"", 0);
     desktop.FailCall("MessageBox", 2, 1158);
 
-    EXPECT_EQ(platform.desktop.AskUser(0, u"", u"", 0), 1);
+    EXPECT_EQ(platform.windows.AskUser(0, u"", u"", 0), 1);
     EXPECT_EQ(platform.errors.Last(), 0);
-    EXPECT_EQ(platform.desktop.AskUser(0, u"", u"", 0), 0);
+    EXPECT_EQ(platform.windows.AskUser(0, u"", u"", 0), 0);
     EXPECT_EQ(platform.errors.Last(), 1158);
-    EXPECT_EQ(platform.desktop.AskUser(0, u"", u"", 0), 1);
+    EXPECT_EQ(platform.windows.AskUser(0, u"", u"", 0), 1);
     EXPECT_EQ(desktop.faults.Calls("MessageBox"), 4);
 }
 
@@ -94,33 +94,33 @@ TEST_F(SimulatedDesktopTest, EveryKindOfFailureShowsInItsOwnWay) {
     EXPECT_FALSE(platform.host.QueryPlatform(record));
     EXPECT_EQ(record.platformId, 4u);
     EXPECT_EQ(platform.errors.SystemText(5), u"");
-    EXPECT_FALSE(platform.desktop.WindowExists(7));
-    EXPECT_EQ(platform.desktop.WindowText(7), u"");
+    EXPECT_FALSE(platform.windows.WindowExists(7));
+    EXPECT_EQ(platform.windows.WindowText(7), u"");
 }
 
 TEST_F(SimulatedDesktopTest, BoxIsAnsweredByTheScriptElseByItsFirstButton) {
     desktop.windows.answers = {7, 2};
 
-    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 4), 7);
-    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 4), 2);
-    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 4), 6);
-    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 0x40), 1);
-    EXPECT_EQ(platform.desktop.AskUser(0, u"?", u"", 0x42), 3);
+    EXPECT_EQ(platform.windows.AskUser(0, u"?", u"", 4), 7);
+    EXPECT_EQ(platform.windows.AskUser(0, u"?", u"", 4), 2);
+    EXPECT_EQ(platform.windows.AskUser(0, u"?", u"", 4), 6);
+    EXPECT_EQ(platform.windows.AskUser(0, u"?", u"", 0x40), 1);
+    EXPECT_EQ(platform.windows.AskUser(0, u"?", u"", 0x42), 3);
 }
 
 TEST_F(SimulatedDesktopTest, CallbackRunsWhileTheBoxIsUp) {
     desktop.windows.windows[9] = {u"Owner"};
-    desktop.windows.onAsk = [this](const WindowList::Question& question) {
+    desktop.windows.onAsk = [this](const SimulatedWindowService::Question& question) {
         desktop.Advance(5000);
         return question.owner;
     };
 
-    EXPECT_EQ(platform.desktop.AskUser(9, u"?", u"", 0), 9);
+    EXPECT_EQ(platform.windows.AskUser(9, u"?", u"", 0), 9);
     EXPECT_EQ(desktop.clock.Elapsed(), Milliseconds::Whole(5000));
 }
 
 TEST_F(SimulatedDesktopTest, BoxOfAnOwnerThatIsNoWindowIsNotShown) {
-    EXPECT_EQ(platform.desktop.AskUser(9, u"?", u"", 0), 0);
+    EXPECT_EQ(platform.windows.AskUser(9, u"?", u"", 0), 0);
     EXPECT_EQ(platform.errors.Last(), 1400);
 }
 
@@ -128,15 +128,15 @@ TEST_F(SimulatedDesktopTest, WindowTellsWhatItIs) {
     desktop.windows.windows[7] = {u"Łódź — 1", true};
     desktop.windows.windows[8] = {Text(300, u'x'), false};
 
-    EXPECT_TRUE(platform.desktop.WindowExists(7));
-    EXPECT_TRUE(platform.desktop.IsMinimised(7));
-    EXPECT_FALSE(platform.desktop.IsMinimised(8));
-    EXPECT_EQ(platform.desktop.WindowText(7), u"?ód? — 1");
-    EXPECT_EQ(platform.desktop.WindowText(8).size(), 254u);
-    EXPECT_FALSE(platform.desktop.WindowExists(0));
-    EXPECT_FALSE(platform.desktop.IsMinimised(9));
-    platform.desktop.Flash(7, true);
-    platform.desktop.Flash(7, false);
+    EXPECT_TRUE(platform.windows.WindowExists(7));
+    EXPECT_TRUE(platform.windows.IsMinimised(7));
+    EXPECT_FALSE(platform.windows.IsMinimised(8));
+    EXPECT_EQ(platform.windows.WindowText(7), u"?ód? — 1");
+    EXPECT_EQ(platform.windows.WindowText(8).size(), 254u);
+    EXPECT_FALSE(platform.windows.WindowExists(0));
+    EXPECT_FALSE(platform.windows.IsMinimised(9));
+    platform.windows.Flash(7, true);
+    platform.windows.Flash(7, false);
     EXPECT_EQ(desktop.windows.windows[7].flashes, 1);
 }
 
@@ -222,7 +222,7 @@ TEST_F(SimulatedDesktopTest, EventLogRecordsEntriesOfOpenSources) {
     EXPECT_EQ(platform.errors.Last(), 6);
     EXPECT_EQ(platform.eventLog.Open(u""), 0u);
     EXPECT_EQ(desktop.eventLog.OpenSources(), 0u);
-    EXPECT_EQ(desktop.eventLog.entries, (std::vector<EventEntries::Entry>{{u"KWOMsg", 2, 1, u"Careful"}}));
+    EXPECT_EQ(desktop.eventLog.entries, (std::vector<SimulatedEventLog::Entry>{{u"KWOMsg", 2, 1, u"Careful"}}));
     EXPECT_EQ(desktop.log.Starting("ReportEvent")[0], "ReportEvent type=2 id=1 Careful");
 }
 

@@ -10,7 +10,7 @@ namespace kwo::platform::simulated {
 void SimulatedPrograms::Activate(TextView title) {
     mWorld.log.Add("Activate \"" + Shown(title) + '"');
     const auto found = std::ranges::find_if(mWindows.windows, [&](const auto& entry) {
-        const WindowList::Window& window = entry.second;
+        const SimulatedWindowService::Window& window = entry.second;
         return !window.hidden && Folded(TextView(window.title)) == Folded(title);
     });
     if (found == mWindows.windows.end()) RaiseRuntime(RuntimeError::InvalidProcedureCall);

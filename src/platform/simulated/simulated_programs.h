@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/programs.h"
-#include "platform/simulated/window_list.h"
+#include "platform/simulated/simulated_window_service.h"
 #include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
@@ -14,7 +14,7 @@ class SimulatedPrograms final : public Programs {
 public:
     static constexpr std::int32_t kFirstTask = 5001;
 
-    SimulatedPrograms(World& world, WindowList& windows) : mWorld(world), mWindows(windows) {}
+    SimulatedPrograms(World& world, SimulatedWindowService& windows) : mWorld(world), mWindows(windows) {}
 
     void Activate(TextView title) override;
     std::int32_t Start(TextView commandLine, std::int16_t windowMode) override;
@@ -30,7 +30,7 @@ private:
     Text ProgramOf(TextView commandLine) const;
 
     World& mWorld;
-    WindowList& mWindows;
+    SimulatedWindowService& mWindows;
     std::int32_t mNextTask = kFirstTask;
 };
 

@@ -6,7 +6,6 @@
 #include "platform/windows/windows_component_factory.h"
 #include "platform/windows/windows_conversions.h"
 #include "platform/windows/windows_debug_output.h"
-#include "platform/windows/windows_desktop.h"
 #include "platform/windows/windows_drawing.h"
 #include "platform/windows/windows_event_log.h"
 #include "platform/windows/windows_file_system.h"
@@ -21,10 +20,12 @@
 #include "platform/windows/windows_process_memory.h"
 #include "platform/windows/windows_programs.h"
 #include "platform/windows/windows_registry_store.h"
+#include "platform/windows/windows_screen.h"
 #include "platform/windows/windows_system_errors.h"
 #include "platform/windows/windows_system_fonts.h"
 #include "platform/windows/windows_system_metrics.h"
 #include "platform/windows/windows_timer_service.h"
+#include "platform/windows/windows_window_service.h"
 
 namespace kwo::platform::windows {
 
@@ -43,7 +44,6 @@ struct WindowsPlatform::Parts {
     WindowsComponentFactory components;
     WindowsConversions conversions;
     WindowsDebugOutput debugOutput;
-    WindowsDesktop desktop{lastError};
     WindowsDrawing drawing{lastError};
     WindowsEventLog eventLog{lastError};
     WindowsFileSystem files{lastError};
@@ -64,6 +64,7 @@ struct WindowsPlatform::Parts {
     WindowsSystemFonts fonts{lastError};
     WindowsSystemMetrics metrics;
     WindowsTimerService timers;
+    WindowsWindowService windows{lastError};
 };
 
 WindowsPlatform::WindowsPlatform(HINSTANCE module, ModuleUse& use) : mParts(std::make_unique<Parts>(module, use)) {}
@@ -71,31 +72,7 @@ WindowsPlatform::WindowsPlatform(HINSTANCE module, ModuleUse& use) : mParts(std:
 WindowsPlatform::~WindowsPlatform() = default;
 
 Platform WindowsPlatform::Services() {
-    return {.clock = mParts->clock,
-            .components = mParts->components,
-            .conversions = mParts->conversions,
-            .debugOutput = mParts->debugOutput,
-            .desktop = mParts->desktop,
-            .drawing = mParts->drawing,
-            .eventLog = mParts->eventLog,
-            .files = mParts->files,
-            .host = mParts->host,
-            .keyboard = mParts->keyboard,
-            .locale = mParts->locale,
-            .logFiles = mParts->logFiles,
-            .messages = mParts->messages,
-            .mouse = mParts->mouse,
-            .notificationArea = mParts->notificationArea,
-            .pictures = mParts->pictures,
-            .processMemory = mParts->processMemory,
-            .programs = mParts->programs,
-            .registry = mParts->registry,
-            .screen = mParts->screen,
-            .screenDrawing = mParts->screenDrawing,
-            .errors = mParts->errors,
-            .fonts = mParts->fonts,
-            .metrics = mParts->metrics,
-            .timers = mParts->timers};
+    return ServicesOf(*mParts);
 }
 
 void WindowsPlatform::StopTimers() {

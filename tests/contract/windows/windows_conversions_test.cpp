@@ -26,7 +26,7 @@ std::string Narrow(TextView text) {
     return narrow;
 }
 
-Text UserLocale(LCTYPE what) {
+Text SimulatedLocaleSource(LCTYPE what) {
     wchar_t buffer[80];
     const int length = ::GetLocaleInfoW(LOCALE_USER_DEFAULT, what, buffer, 80);
     return Text(buffer, buffer + (length > 0 ? length - 1 : 0));
@@ -37,9 +37,9 @@ Text Localised(TextView text) {
     Text localised;
     for (const char16_t c : text) {
         if (c == u'.') {
-            localised += UserLocale(LOCALE_SDECIMAL);
+            localised += SimulatedLocaleSource(LOCALE_SDECIMAL);
         } else if (c == u',') {
-            localised += UserLocale(LOCALE_STHOUSAND);
+            localised += SimulatedLocaleSource(LOCALE_STHOUSAND);
         } else {
             localised += c;
         }
@@ -271,7 +271,7 @@ TEST_F(WindowsConversionsTest, NumbersByPattern) {
 }
 
 TEST_F(WindowsConversionsTest, TimesByPattern) {
-    const Text separator = UserLocale(LOCALE_STIME);
+    const Text separator = SimulatedLocaleSource(LOCALE_STIME);
     struct Row {
         double days;
         const char16_t* hour;
@@ -297,8 +297,8 @@ TEST_F(WindowsConversionsTest, TimesByPattern) {
 
 TEST_F(WindowsConversionsTest, DatesByPattern) {
     const Date march{46084.586909722224};  // Tuesday, 2026-03-03
-    EXPECT_EQ(conversions.FormatDate(march, u"Mmmm, yyyy"), UserLocale(LOCALE_SMONTHNAME3) + u", 2026");
-    EXPECT_EQ(conversions.FormatDate({0}, u"Mmmm, yyyy"), UserLocale(LOCALE_SMONTHNAME12) + u", 1899");
+    EXPECT_EQ(conversions.FormatDate(march, u"Mmmm, yyyy"), SimulatedLocaleSource(LOCALE_SMONTHNAME3) + u", 2026");
+    EXPECT_EQ(conversions.FormatDate({0}, u"Mmmm, yyyy"), SimulatedLocaleSource(LOCALE_SMONTHNAME12) + u", 1899");
 
     const SYSTEMTIME day = {2026, 3, 2, 3, 0, 0, 0, 0};
     wchar_t expected[80];

@@ -3,11 +3,12 @@
 #include <gtest/gtest.h>
 #include <lmcons.h>
 
-#include "platform/desktop.h"
 #include "platform/file_system.h"
 #include "platform/host_application.h"
 #include "platform/registry_store.h"
+#include "platform/screen.h"
 #include "platform/system_errors.h"
+#include "platform/window_service.h"
 #include "windows/test_folder.h"
 
 namespace kwo::platform::windows {
@@ -32,7 +33,7 @@ TEST_F(WindowsPlatformTest, LastErrorIsSharedByTheServices) {
     platform.errors.SetLast(5);
     EXPECT_EQ(::GetLastError(), 5u);
 
-    EXPECT_EQ(platform.desktop.WindowText(0x7FFFFFF0), u"");
+    EXPECT_EQ(platform.windows.WindowText(0x7FFFFFF0), u"");
     EXPECT_EQ(platform.errors.Last(), 1400);
     platform.errors.ModuleText(u"kwo no such module.dll", 12007);
     EXPECT_EQ(platform.errors.Last(), 126);

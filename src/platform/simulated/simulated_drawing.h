@@ -1,0 +1,70 @@
+#pragma once
+
+#include <map>
+
+#include "platform/drawing.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// Drawing that is recorded in the log, one line a call: `DrawEdge 77 (4,4,23,23) 5 0x180F`.
+class SimulatedDrawing final : public Drawing {
+public:
+    explicit SimulatedDrawing(World& world);
+
+    void ClientRect(Handle window, Rect& area) override;
+    void DrawEdge(Handle context, const Rect& area, std::uint32_t edge, std::uint32_t flags) override;
+    void DrawFrameControl(Handle context, const Rect& area, std::uint32_t type, std::uint32_t state) override;
+    void DrawText(Handle context, TextView text, const Rect& area, std::uint32_t format) override;
+    void DrawFocusRect(Handle context, const Rect& area) override;
+    void FrameRect(Handle context, const Rect& area, Handle brush) override;
+    /// 1000 and the number of the object.
+    Handle StockObject(std::int32_t which) override;
+
+    /// The windows that there are, by handle.
+    std::map<Handle, Rect> clientAreas;
+
+private:
+    World& mWorld;
+};
+
+/// Lines across the screen, recorded as `LineTo 1 (40,200)`. Contexts and pens are counted, so that what was not given
+/// back can be seen.
+class SimulatedScreenDrawing final : public ScreenDrawing {
+public:
+    static constexpr Handle kFirstPen = 0x2000;
+
+    explicit SimulatedScreenDrawing(World& world);
+
+    /// 1, 2, ... for each context made.
+    Handle CreateDisplayContext() override;
+    void DeleteContext(Handle context) override;
+    Handle CreatePen(std::int32_t style, std::int32_t width, Colour colour) override;
+    std::int32_t SetRasterOperation(Handle context, std::int32_t mode) override;
+    Handle SelectObject(Handle context, Handle object) override;
+    void DeleteObject(Handle object) override;
+    /// 1000 and the number of the object.
+    Handle StockObject(std::int32_t which) override;
+    void ClientToScreen(Handle window, Point& point) override;
+    void MoveTo(Handle context, Point point) override;
+    void LineTo(Handle context, Point point) override;
+
+    /// Where the client areas of the windows lie on the screen, by handle.
+    std::map<Handle, Point> origins;
+    int openContexts = 0;
+    int livePens = 0;
+
+private:
+    struct Context {
+        std::int32_t rasterOperation = 13;  ///< R2_COPYPEN
+        Handle pen = 1007;                  ///< BLACK_PEN
+        Handle brush = 1000;                ///< WHITE_BRUSH
+    };
+
+    World& mWorld;
+    std::map<Handle, Context> mContexts;
+    Handle mLastContext = 0;
+    Handle mLastPen = kFirstPen;
+};
+
+}  // namespace kwo::platform::simulated

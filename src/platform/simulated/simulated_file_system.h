@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+
+#include "platform/file_system.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// A file system of names with attributes. Drive roots and the current folder (relative names) are always there;
+/// names are compared without regard to the case of ASCII letters.
+class SimulatedFileSystem final : public FileSystem {
+public:
+    static constexpr std::int32_t kReadOnly = 0x01;
+    static constexpr std::int32_t kHidden = 0x02;
+    static constexpr std::int32_t kSystem = 0x04;
+    static constexpr std::int32_t kArchive = 0x20;
+
+    explicit SimulatedFileSystem(World& world);
+
+    std::int32_t Attributes(TextView path) override;
+    std::int32_t AttributesAnsi(TextView path) override;
+    bool ListsFile(TextView pattern) override;
+
+    /// Adds the folders above it as well.
+    void AddFile(TextView path, std::int32_t attributes = kArchive);
+    void AddFolder(TextView path) { AddFile(path, kFolder); }
+    void Remove(TextView path);
+
+    /// What is there of that name, without being a call that is counted or fails.
+    std::int32_t Look(TextView path);
+
+private:
+    World& mWorld;
+    std::map<Text, std::int32_t> mNames;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,73 @@
+#include "platform/simulated/simulated_message_loop.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace kwo::platform::simulated {
+namespace {
+
+constexpr std::uint32_t kPostedMessage = 0x0008;
+constexpr std::uint32_t kForEver = 0xFFFFFFFF;
+
+}  // namespace
+
+SimulatedMessageLoop::SimulatedMessageLoop(World& world, SimulatedClock& clock) : mWorld(world), mClock(clock) {
+    world.faults.Declare({"MsgWaitForMultipleObjectsEx", "MsgWaitForMultipleObjects"});
+}
+
+bool SimulatedMessageLoop::ProcessPending() {
+    mWorld.log.Add("Pump");
+    mQuitIsNews = false;
+    while (!mMessages.empty() && mMessages.begin()->first.first <= mClock.Elapsed().scaled) {
+        const auto action = std::move(mMessages.extract(mMessages.begin()).mapped().action);
+        action();
+    }
+    return !mQuit;
+}
+
+void SimulatedMessageLoop::WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) {
+    mWorld.log.Add("WaitEx " + std::to_string(timeoutMs) + " mask=" + Hex(wakeMask) + " flags=" + Hex(flags));
+    if (!mWorld.Fails("MsgWaitForMultipleObjectsEx")) Wait(timeoutMs, wakeMask);
+}
+
+void SimulatedMessageLoop::WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) {
+    mWorld.log.Add("Wait " + std::to_string(timeoutMs) + " mask=" + Hex(wakeMask));
+    if (!mWorld.Fails("MsgWaitForMultipleObjects")) Wait(timeoutMs, wakeMask);
+}
+
+SimulatedMessageLoop::Order SimulatedMessageLoop::PostAt(Milliseconds delay, std::function<void()> action) {
+    const Order order{mClock.Elapsed().scaled + delay.scaled, ++mPosted};
+    mMessages.emplace(order, Message{std::move(action)});
+    return order;
+}
+
+void SimulatedMessageLoop::RequestQuit() {
+    mQuit = true;
+    mQuitIsNews = true;
+}
+
+void SimulatedMessageLoop::Wait(std::uint32_t timeoutMs, std::uint32_t wakeMask) {
+    const bool listens = (wakeMask & kPostedMessage) != 0;
+    if (listens && mQuitIsNews) {
+        mQuitIsNews = false;
+        return;
+    }
+    const auto next =
+        listens ? std::find_if(mMessages.begin(), mMessages.end(), [](const auto& entry) { return entry.second.news; })
+                : mMessages.end();
+    const std::int64_t now = mClock.Elapsed().scaled;
+    const bool woken = next != mMessages.end() &&
+                       (timeoutMs == kForEver || next->first.first <= now + Milliseconds::Whole(timeoutMs).scaled);
+    if (!woken) {
+        if (timeoutMs == kForEver) throw std::logic_error("a wait that nothing will ever end");
+        mClock.Advance(timeoutMs);
+        return;
+    }
+    mClock.Advance(Milliseconds{std::max<std::int64_t>(0, next->first.first - now)});
+    for (auto& [order, message] : mMessages) {
+        if (order.first <= mClock.Elapsed().scaled) message.news = false;
+    }
+}
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <utility>
+
+#include "platform/message_loop.h"
+#include "platform/simulated/simulated_clock.h"
+
+namespace kwo::platform::simulated {
+
+/// The message queue of the one thread of the desktop. A message is an action; it runs when the queue is processed at
+/// or after the time it is due, earlier ones first, those of one time in the order in which they were posted. An
+/// action may process the queue itself.
+class SimulatedMessageLoop final : public MessageLoop {
+public:
+    SimulatedMessageLoop(World& world, SimulatedClock& clock);
+
+    bool ProcessPending() override;
+    /// A wait moves the clock: to the next message that is news, else by the whole timeout. A message is news until a
+    /// wait has returned for it or the queue is processed. Waiting for ever for nothing throws std::logic_error.
+    void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
+    void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
+
+    /// Names a message that was posted.
+    using Order = std::pair<std::int64_t, std::int64_t>;  ///< due time (scaled milliseconds), number
+
+    Order Post(std::function<void()> action) { return PostAt(Milliseconds{}, std::move(action)); }
+    /// Due `delay` from now.
+    Order PostAt(Milliseconds delay, std::function<void()> action);
+    Order PostAt(std::int64_t delayMs, std::function<void()> action) {
+        return PostAt(Milliseconds::Whole(delayMs), std::move(action));
+    }
+    /// Takes a message out that has not run yet.
+    void Withdraw(const Order& order) { mMessages.erase(order); }
+    /// Asks the host's own loop to end; nothing here takes the request back.
+    void RequestQuit();
+    bool QuitRequested() const { return mQuit; }
+    /// Messages that have not run yet, due or not.
+    std::size_t Waiting() const { return mMessages.size(); }
+
+private:
+    struct Message {
+        std::function<void()> action;
+        bool news = true;
+    };
+
+    void Wait(std::uint32_t timeoutMs, std::uint32_t wakeMask);
+
+    World& mWorld;
+    SimulatedClock& mClock;
+    std::map<Order, Message> mMessages;
+    std::int64_t mPosted = 0;
+    bool mQuit = false;
+    bool mQuitIsNews = false;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "platform/notification_area.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// The notification area: one icon for a window. Every call stands in the log.
+class SimulatedNotificationArea final : public NotificationArea {
+public:
+    explicit SimulatedNotificationArea(World& world) : mWorld(world) { world.faults.Declare({"Shell_NotifyIcon"}); }
+
+    bool Add(const TrayRecord& record) override;
+    bool Modify(const TrayRecord& record) override;
+    bool Delete(const TrayRecord& record) override;
+
+    void Listen(TaskbarListener& listener) override { listeners.push_back(&listener); }
+    void Unlisten(TaskbarListener& listener) noexcept override { std::erase(listeners, &listener); }
+
+    /// What happens when the shell is started again.
+    void RecreateTaskbar();
+
+    std::vector<TaskbarListener*> listeners;
+    /// What is shown, by the handle of the window. The tips are as their readers see them.
+    std::map<Handle, TrayRecord> icons;
+
+private:
+    bool Enter(std::string_view call, const TrayRecord& record);
+
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated

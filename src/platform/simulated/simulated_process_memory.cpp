@@ -1,0 +1,42 @@
+#include "platform/simulated/simulated_process_memory.h"
+
+#include <string>
+
+namespace kwo::platform::simulated {
+namespace {
+
+constexpr std::int32_t kInvalidHandle = 6;
+constexpr std::int32_t kInvalidParameter = 87;
+
+}  // namespace
+
+SimulatedProcessMemory::SimulatedProcessMemory(World& world, SimulatedHostApplication& host)
+    : mWorld(world), mHost(host) {
+    world.faults.Declare({"OpenProcess", "GetProcessMemoryInfo"});
+}
+
+Handle SimulatedProcessMemory::Open(std::uint32_t access, bool inherit, std::uint32_t processId) {
+    mWorld.log.Add("OpenProcess access=" + Hex(access) + " inherit=" + (inherit ? "1" : "0") +
+                   " id=" + std::to_string(processId));
+    if (mWorld.Fails("OpenProcess")) return 0;
+    if (processId != mHost.processId) {
+        mWorld.lastError = kInvalidParameter;
+        return 0;
+    }
+    mOpen.insert(mNext);
+    return mNext++;
+}
+
+std::optional<ProcessMemory::Counters> SimulatedProcessMemory::Query(Handle process) {
+    if (mWorld.Fails("GetProcessMemoryInfo")) return std::nullopt;
+    if (mOpen.contains(process)) return counters;
+    mWorld.lastError = kInvalidHandle;
+    return std::nullopt;
+}
+
+void SimulatedProcessMemory::Close(Handle process) {
+    mWorld.log.Add("CloseProcess");
+    if (mOpen.erase(process) == 0) mWorld.lastError = kInvalidHandle;
+}
+
+}  // namespace kwo::platform::simulated

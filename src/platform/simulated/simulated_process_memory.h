@@ -1,0 +1,30 @@
+#pragma once
+
+#include <set>
+
+#include "platform/process_memory.h"
+#include "platform/simulated/simulated_host_application.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// The memory of the host's process; there is no other process.
+class SimulatedProcessMemory final : public ProcessMemory {
+public:
+    SimulatedProcessMemory(World& world, SimulatedHostApplication& host);
+
+    Handle Open(std::uint32_t access, bool inherit, std::uint32_t processId) override;
+    std::optional<Counters> Query(Handle process) override;
+    void Close(Handle process) override;
+
+    Counters counters{120, 5'000'000, 60'000, 8'000, 2'000'000};
+    std::size_t OpenHandles() const { return mOpen.size(); }
+
+private:
+    World& mWorld;
+    SimulatedHostApplication& mHost;
+    std::set<Handle> mOpen;
+    Handle mNext = 0x100;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/registry_store.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// A registry in memory, with the status codes of the NT family. Names are bytes in ANSI and compared without regard
+/// to case. Handles are never given out twice.
+class SimulatedRegistryStore final : public RegistryStore {
+public:
+    explicit SimulatedRegistryStore(World& world);
+    ~SimulatedRegistryStore() override;
+
+    KeyResult OpenKey(Handle root, TextView name, std::uint32_t access) override;
+    KeyResult CreateKey(Handle root, TextView name, std::uint32_t access, bool inheritable) override;
+    Status DeleteKey(Handle root, TextView name) override;
+    Status DeleteValue(Handle key, TextView name) override;
+    Value Query(Handle key, TextView name, std::uint32_t capacity, char fill) override;
+    Status SetString(Handle key, TextView name, TextView value, std::uint32_t length) override;
+    Status CloseKey(Handle key) override;
+
+    struct Stored {
+        std::uint32_t type = 0;
+        std::string bytes;
+    };
+
+    /// Keys that were opened or created and not closed yet.
+    std::size_t OpenKeys() const { return mHandles.size(); }
+
+    /// Runs before each query, as another program may between two of them.
+    std::function<void()> onQuery;
+
+    // What follows bypasses handles, rights and the log. Roots are predefined ones.
+
+    bool KeyExists(Handle root, TextView path) const;
+    /// Makes the key where it is missing.
+    void PutKey(Handle root, TextView path);
+    void PutValue(Handle root, TextView path, TextView name, std::uint32_t type, std::string bytes);
+    /// The value as it is stored; null when there is none.
+    const Stored* Find(Handle root, TextView path, TextView name) const;
+    /// From now on nobody may change the key, make keys below it or delete it. It must exist.
+    void MakeReadOnly(Handle root, TextView path);
+
+private:
+    struct Key;
+    struct OpenedKey {
+        std::shared_ptr<Key> key;
+        std::uint32_t access = 0;
+    };
+    struct KeyAccess {
+        Status status = kSuccess;
+        std::shared_ptr<Key> key;
+    };
+
+    /// The key behind a handle that carries the rights `needed`.
+    KeyAccess Resolve(Handle handle, std::uint32_t needed) const;
+    KeyResult Give(const std::shared_ptr<Key>& key, std::uint32_t access);
+    KeyResult Open(Handle root, const std::string& name, std::uint32_t access);
+    KeyResult Create(Handle root, const std::string& name, std::uint32_t access);
+    Status Delete(Handle root, const std::string& name);
+    Value Read(Handle key, const std::string& name, std::uint32_t capacity, char fill) const;
+    Status Write(Handle key, const std::string& name, std::string bytes);
+    Status Erase(Handle key, const std::string& name);
+    std::shared_ptr<Key> At(Handle root, TextView path) const;
+
+    World& mWorld;
+    std::map<Handle, std::shared_ptr<Key>> mRoots;
+    std::map<Handle, OpenedKey> mHandles;
+    Handle mNextHandle = 0x100;
+};
+
+}  // namespace kwo::platform::simulated

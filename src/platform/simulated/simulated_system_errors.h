@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+
+#include "platform/simulated/world.h"
+#include "platform/system_errors.h"
+
+namespace kwo::platform::simulated {
+
+/// The last-error value and the system's texts for it; all texts can be set.
+class SimulatedSystemErrors final : public SystemErrors {
+public:
+    using Texts = std::map<std::int32_t, Text>;
+
+    explicit SimulatedSystemErrors(World& world);
+
+    std::int32_t Last() override { return mWorld.lastError; }
+    void SetLast(std::int32_t code) override { mWorld.lastError = code; }
+    Text SystemText(std::int32_t code) override;
+    Text ModuleText(TextView module, std::int32_t code) override;
+    InternetResponse LastInternetResponse(std::uint32_t capacity) override;
+    NetworkError LastNetworkError() override;
+
+    /// As the system writes them, the line break at the end included.
+    Texts system;
+    /// By the name of the module in lower case; a module that is not here is not loaded.
+    std::map<Text, Texts> modules;
+    Text internetResponse;
+    NetworkError networkError;
+
+private:
+    Text Formatted(const Texts& texts, std::int32_t code);
+
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/simulated/simulated_object.h"
+#include "platform/simulated/world.h"
+#include "platform/system_fonts.h"
+
+namespace kwo::platform::simulated {
+
+/// The desktop's fonts, as a test has set them, and the font objects made so far. The log calls those font1, font2 ...
+class SimulatedSystemFonts final : public SystemFonts {
+public:
+    explicit SimulatedSystemFonts(World& world) : mWorld(world) { world.faults.Declare({"SystemParametersInfo"}); }
+
+    bool QueryNonClient(NonClientFonts& fonts) override;
+    HostObjectRef MakeFont() override;
+
+    NonClientFonts nonClient;
+    std::vector<std::shared_ptr<SimulatedObject>> made;
+
+private:
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated

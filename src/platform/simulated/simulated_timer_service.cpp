@@ -1,0 +1,55 @@
+#include "platform/simulated/simulated_timer_service.h"
+
+#include <algorithm>
+#include <string>
+
+namespace kwo::platform::simulated {
+
+namespace {
+
+constexpr std::uint32_t kShortestMs = 1;
+
+}  // namespace
+
+SimulatedTimerService::SimulatedTimerService(World& world, SimulatedClock& clock, SimulatedMessageLoop& messages)
+    : mWorld(world), mClock(clock), mMessages(messages) {
+    world.faults.Declare({"SetTimer", "KillTimer"});
+}
+
+std::int32_t SimulatedTimerService::Start(std::uint32_t delayMs, TimerHandler& handler) {
+    if (mWorld.Fails("SetTimer")) {
+        mWorld.log.Add("SetTimer " + std::to_string(delayMs) + " -> 0");
+        return 0;
+    }
+    const std::int32_t id = mNextId--;
+    mWorld.log.Add("SetTimer " + std::to_string(delayMs) + " -> " + std::to_string(id));
+    const std::int64_t period = Milliseconds::Whole(std::max(delayMs, kShortestMs)).scaled;
+    Timer& timer = mTimers[id];
+    timer = {&handler, period, mClock.Elapsed().scaled + period, {}};
+    Post(id, timer);
+    return id;
+}
+
+void SimulatedTimerService::Stop(std::int32_t timerId) {
+    mWorld.log.Add("KillTimer " + std::to_string(timerId));
+    if (mWorld.Fails("KillTimer")) return;
+    const auto found = mTimers.find(timerId);
+    if (found == mTimers.end()) return;
+    mMessages.Withdraw(found->second.message);
+    mTimers.erase(found);
+}
+
+void SimulatedTimerService::Post(std::int32_t timerId, Timer& timer) {
+    timer.message =
+        mMessages.PostAt(Milliseconds{timer.due - mClock.Elapsed().scaled}, [this, timerId] { Expire(timerId); });
+}
+
+void SimulatedTimerService::Expire(std::int32_t timerId) {
+    Timer& timer = mTimers.at(timerId);
+    const std::int64_t late = mClock.Elapsed().scaled - timer.due;
+    timer.due += (late / timer.period + 1) * timer.period;
+    Post(timerId, timer);
+    timer.handler->TimerProc();
+}
+
+}  // namespace kwo::platform::simulated

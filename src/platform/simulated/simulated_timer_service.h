@@ -1,0 +1,40 @@
+#pragma once
+
+#include <map>
+
+#include "platform/simulated/simulated_message_loop.h"
+#include "platform/simulated/world.h"
+#include "platform/timer_service.h"
+
+namespace kwo::platform::simulated {
+
+/// Periodic timers whose messages come through the desktop's queue. What a busy thread misses comes once, and keeps to
+/// the timer's own rhythm. Identifiers count down from 32767 and are not given twice.
+class SimulatedTimerService final : public TimerService {
+public:
+    SimulatedTimerService(World& world, SimulatedClock& clock, SimulatedMessageLoop& messages);
+
+    std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
+    void Stop(std::int32_t timerId) override;
+
+    std::size_t Running() const { return mTimers.size(); }
+
+private:
+    struct Timer {
+        TimerHandler* handler;
+        std::int64_t period;  ///< scaled milliseconds, as is the next line
+        std::int64_t due;
+        SimulatedMessageLoop::Order message;
+    };
+
+    void Post(std::int32_t timerId, Timer& timer);
+    void Expire(std::int32_t timerId);
+
+    World& mWorld;
+    SimulatedClock& mClock;
+    SimulatedMessageLoop& mMessages;
+    std::map<std::int32_t, Timer> mTimers;
+    std::int32_t mNextId = 32767;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+
+#include "platform/simulated/world.h"
+#include "platform/window_service.h"
+
+namespace kwo::platform::simulated {
+
+/// The windows of the desktop and the boxes it shows.
+class SimulatedWindowService final : public WindowService {
+public:
+    struct Window {
+        Text title;
+        bool minimised = false;
+        int flashes = 0;  ///< calls that inverted the caption
+        bool hidden = false;
+    };
+    struct Question {
+        Handle owner = 0;
+        Text prompt;
+        Text title;
+        std::uint32_t style = 0;
+    };
+
+    explicit SimulatedWindowService(World& world);
+
+    bool WindowExists(Handle window) override;
+    bool IsMinimised(Handle window) override;
+    void Flash(Handle window, bool invert) override;
+    Text WindowText(Handle window) override;
+    /// Answered by `onAsk` where it is set, else by the first of `answers`, else by the box's first button.
+    std::int32_t AskUser(Handle owner, TextView prompt, TextView title, std::uint32_t style) override;
+
+    /// All there are, by handle; a test adds, changes and removes them here.
+    std::map<Handle, Window> windows;
+    std::deque<std::int32_t> answers;
+    /// Runs while the box is up; what it returns is the button pressed.
+    std::function<std::int32_t(const Question&)> onAsk;
+
+private:
+    World& mWorld;
+};
+
+}  // namespace kwo::platform::simulated

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/window_service.h"
+#include "platform/windows/last_error.h"
+
+namespace kwo::platform::windows {
+
+class WindowsWindowService final : public WindowService {
+public:
+    explicit WindowsWindowService(LastError& lastError) : mLastError(lastError) {}
+
+    bool WindowExists(Handle window) override;
+    bool IsMinimised(Handle window) override;
+    void Flash(Handle window, bool invert) override;
+    Text WindowText(Handle window) override;
+    std::int32_t AskUser(Handle owner, TextView prompt, TextView title, std::uint32_t style) override;
+
+private:
+    LastError& mLastError;
+};
+
+}  // namespace kwo::platform::windows
