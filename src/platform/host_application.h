@@ -49,7 +49,7 @@ public:
     /// Empty when there is none of that name.
     virtual Text EnvironmentVariable(TextView name) = 0;
     /// GetSystemDirectoryA: writes into `buffer` and gives the number of bytes written; the size needed, with the
-    /// terminating zero, when the buffer is too small; 0 on failure.
+    /// terminating zero, when the buffer is too small; 0 on failure. The caller decides on the sizes to ask with.
     virtual std::uint32_t SystemDirectory(std::string& buffer) = 0;
     /// GetWindowsDirectoryA: the same.
     virtual std::uint32_t WindowsDirectory(std::string& buffer) = 0;

@@ -7,7 +7,8 @@
 
 namespace kwo::platform {
 
-/// Log files as they are written: new ones only, from their beginning to their end. Others may read along.
+/// Log files as they are written: new ones only, from their beginning to their end. Others may read along. They are
+/// bytes here, because the trace counts bytes to know when a file is full.
 class LogFiles {
 public:
     using File = std::uintptr_t;  ///< 0 is none

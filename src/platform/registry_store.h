@@ -10,6 +10,9 @@ namespace kwo::platform {
 
 /// The platform's registry, by the status codes and ANSI calls it has (0 is success). Keys are predefined roots or
 /// open keys.
+///
+/// Values are read as bytes, not as text: how they become text is a rule of the registry class, and so are the size of
+/// the buffer and what it holds before the call.
 class RegistryStore {
 public:
     using Status = std::int32_t;

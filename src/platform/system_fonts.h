@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 
+#include "platform/text.h"
 #include "platform/variant.h"
 
 namespace kwo::platform {
@@ -14,7 +14,7 @@ struct FontRecord {
     std::uint8_t italic = 0;
     std::uint8_t underline = 0;
     std::uint8_t strikeOut = 0;
-    std::array<char, 32> faceName{};  ///< ends at its first zero, if there is one
+    Text faceName;  ///< at most 32 characters of the code page
 };
 
 /// The fonts of NONCLIENTMETRICSA.

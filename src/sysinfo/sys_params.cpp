@@ -1,11 +1,8 @@
 #include "sysinfo/sys_params.h"
 
-#include <algorithm>
 #include <cmath>
-#include <string_view>
 
 #include "platform/component_error.h"
-#include "platform/conversions.h"
 #include "platform/screen.h"
 
 namespace kwo::sysinfo {
@@ -24,11 +21,6 @@ std::int16_t ToInt16(double value) {
     return static_cast<std::int16_t>(rounded);
 }
 
-std::string_view FaceName(const FontRecord& font) {
-    const auto end = std::find(font.faceName.begin(), font.faceName.end(), '\0');
-    return {font.faceName.data(), static_cast<std::size_t>(end - font.faceName.begin())};
-}
-
 double PointSize(const FontRecord& font, std::int32_t twipsPerPixel) {
     const std::int64_t twips = std::abs(std::int64_t{font.height} * twipsPerPixel);
     if (twips > INT32_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
@@ -45,7 +37,7 @@ KWOSysParams::KWOSysParams(component::Component& component) {
     for (platform::HostObjectRef& font : mFonts)
         font = services.fonts.MakeFont();
 
-    LetAll(u"Name", [&](const FontRecord& font) { return services.conversions.FromAnsi(FaceName(font)); });
+    LetAll(u"Name", [](const FontRecord& font) { return font.faceName; });
     LetAll(u"Italic", [](const FontRecord& font) { return font.italic != 0; });
     LetAll(u"Underline", [](const FontRecord& font) { return font.underline != 0; });
     LetAll(u"Strikethrough", [](const FontRecord& font) { return font.strikeOut != 0; });

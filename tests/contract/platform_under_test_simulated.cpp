@@ -11,7 +11,7 @@ public:
     SimulatedUnderTest() {
         mDesktop.files.AddFile(ExistingFile());
         mDesktop.files.AddFolder(mDesktop.host.libraryFolder);
-        const platform::FontRecord font = {-11, 400, 0, 0, 0, {'T', 'a', 'h', 'o', 'm', 'a'}};
+        const platform::FontRecord font = {-11, 400, 0, 0, 0, u"Tahoma"};
         mDesktop.fonts.nonClient = {font, font, font, font, font};
     }
 

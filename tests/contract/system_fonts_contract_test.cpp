@@ -13,7 +13,8 @@ TEST_F(SystemFontsContract, TheDesktopHasFiveFonts) {
     ASSERT_TRUE(fonts.QueryNonClient(records));
     for (const platform::FontRecord& record :
          {records.caption, records.smallCaption, records.menu, records.status, records.message}) {
-        EXPECT_NE(record.faceName[0], '\0');
+        EXPECT_FALSE(record.faceName.empty());
+        EXPECT_EQ(record.faceName.find(u'\0'), Text::npos);
         EXPECT_NE(record.height, 0);
         EXPECT_GE(record.weight, 100);
     }

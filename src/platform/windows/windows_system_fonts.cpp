@@ -2,10 +2,10 @@
 
 #include <olectl.h>
 
-#include <algorithm>
 #include <cstddef>
 
 #include "com_support/com_ptr.h"
+#include "platform/windows/ansi.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/dispatch_object.h"
 
@@ -18,10 +18,8 @@ constexpr UINT kRecordSize = offsetof(NONCLIENTMETRICSA, lfMessageFont) + sizeof
 static_assert(kRecordSize == 340);
 
 FontRecord RecordOf(const LOGFONTA& font) {
-    FontRecord record = {font.lfHeight, font.lfWeight, font.lfItalic, font.lfUnderline, font.lfStrikeOut, {}};
-    static_assert(sizeof font.lfFaceName == sizeof record.faceName);
-    std::copy(std::begin(font.lfFaceName), std::end(font.lfFaceName), record.faceName.begin());
-    return record;
+    return {font.lfHeight,    font.lfWeight,    font.lfItalic,
+            font.lfUnderline, font.lfStrikeOut, FromBufferUpToZero(font.lfFaceName)};
 }
 
 }  // namespace

@@ -1,6 +1,10 @@
 #include "platform/windows/ansi.h"
 
+#include <windows.h>
+
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 namespace kwo::platform::windows {
 namespace {
@@ -35,6 +39,18 @@ TEST(AnsiBuffer, TextEndsAtItsZero) {
     EXPECT_EQ(FromBufferUpToZero(buffer), u"a");
     EXPECT_EQ(FromBufferUpToZero(buffer, 5), u"a");
     EXPECT_EQ(FromBufferUpToZero(buffer, 0), u"");
+}
+
+TEST(AnsiBuffer, AFaceNameEndsAtItsFirstZeroOrWithTheRecord) {
+    char name[LF_FACESIZE];
+    std::memcpy(name, "0123456789012345678901234567890X", sizeof name);
+    EXPECT_EQ(FromBufferUpToZero(name), u"0123456789012345678901234567890X");
+    std::memcpy(name, "Cut\0Rest", 8);
+    EXPECT_EQ(FromBufferUpToZero(name), u"Cut");
+    name[0] = '\0';
+    EXPECT_EQ(FromBufferUpToZero(name), u"");
+    std::memcpy(name, "Gr\xF6\xDF\x80", 6);
+    EXPECT_EQ(FromBufferUpToZero(name), u"Gr\u00F6\u00DF\u20AC");
 }
 
 TEST(AnsiText, CharactersOutsideTheCodePageBecomeQuestionMarks) {
