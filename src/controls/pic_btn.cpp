@@ -29,7 +29,8 @@ struct ReleaseStep {
     static constexpr std::int32_t kNotify = 1928;
 };
 
-/// Runs a member's body; what it raises goes on under the member's name, with a description of its own choice.
+/// Runs the body of a member. An error is raised again with the member as its source and with the description that
+/// `describe` makes.
 template <class Body, class Describe>
 void Trapped(TextView source, Body&& body, Describe&& describe) {
     try {
@@ -46,7 +47,7 @@ void Trapped(TextView source, Body&& body) {
     Trapped(source, std::forward<Body>(body), [](Text&) {});
 }
 
-/// A flag that is up for the length of a scope.
+/// A flag that is set while the scope lasts.
 class ScopedFlag {
 public:
     explicit ScopedFlag(bool& flag) : mFlag(flag) { mFlag = true; }
@@ -64,12 +65,12 @@ KWOPicBtn::KWOPicBtn(component::Component& component)
     : mComponent(component), mBox(component.platform), mDrawing(mBox, component.platform.drawing) {
     mComponent.SetProgramName();
     const TwipsPerPixel twips = TwipsPerPixel::Of(component.platform.screen);
-    // All buttons share one pair; the newest button measures it again.
+    // All buttons share one pair of factors; each new button reads them again.
     mComponent.buttonScale = {twips.x, twips.y};
 }
 
 void KWOPicBtn::Create(const HostObjectRef& pictureBox, TextView caption) {
-    // Intended: there is no result, also of a success.
+    // Intended: there is no result, not even for success.
     Trapped(u"KWOPicBtn.Create", [&] { Open(pictureBox, caption); });
 }
 
@@ -88,7 +89,7 @@ void KWOPicBtn::SetCaption(TextView caption) {
     const Text trimmed = frame::Trim(caption);
     const std::size_t marker = trimmed.find(u'&');
     if (marker == Text::npos || marker + 1 == trimmed.size()) return;
-    // Intended: the place is that in the trimmed text, the letter that of the untrimmed one.
+    // Intended: the position comes from the trimmed text, the letter from the untrimmed one.
     mAccessKey = mComponent.platform.conversions.ToUpper(mCaption[marker + 1]);
 }
 
@@ -119,7 +120,7 @@ void KWOPicBtn::MouseDown(std::int16_t button, float x, float y) {
 
 void KWOPicBtn::MouseMove(float x, float y) {
     Trapped(u"KWOPicBtn.MouseMove", [&] {
-        // A button that is released stays so, although it counts as down until the procedure of its click is back.
+        // A released button stays raised although it counts as down until the procedure of its click returns.
         if (mButtonDown && !mNotifying) {
             const bool isInside = IsInside(x, y);
             if (isInside != mShownPressed) {
@@ -127,7 +128,7 @@ void KWOPicBtn::MouseMove(float x, float y) {
                 mShownPressed = isInside;
             }
         }
-        // Movements that arrive during the click complete nothing any more.
+        // Movements during the click complete nothing.
         if (mDblClickPending && !mNotifying) {
             MouseUp(x, y);
             mDblClickPending = false;
@@ -173,7 +174,7 @@ Text KWOPicBtn::StepText(std::int32_t message) {
     try {
         mComponent.messages.KWOInitialize();
     } catch (const ComponentError&) {
-        // A button works without the texts of its steps.
+        // The button works without the texts of its steps.
     }
     return u"\r\n" + mComponent.messages.KWO_GetMsg(message);
 }
@@ -222,9 +223,9 @@ void KWOPicBtn::KeyDown(std::int16_t& keyCode) {
     }
 }
 
-/// Key presses that arrive while a click is shown or its procedure runs start none: a held key would pile them up.
+/// Keys pressed while a click is shown or its procedure runs start no click: a held key would pile them up.
 void KWOPicBtn::Click() {
-    // A place inside every button that has an inside.
+    // A place on every button that has an area.
     constexpr float kPlace = 1;
     constexpr std::int32_t kShownMs = 100;
     if (mKeyClickRuns) return;

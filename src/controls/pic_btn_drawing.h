@@ -8,26 +8,29 @@
 
 namespace kwo::controls {
 
-/// The look of a button on its picture box, whose device context is read before each call. Members raise what the host
+/// Draws a button on its picture box. The device context is read again before each call. Members raise what the host
 /// raises.
 class PicBtnDrawing {
 public:
+    /// Keeps references to both; they must outlive it.
     PicBtnDrawing(const PictureBox& box, platform::Drawing& drawing);
 
-    /// 3 left, 4 right, anything else the centre, which reads 2.
+    /// 3 left, 4 right, 2 centre.
     std::int16_t TextAlignment() const;
+    /// 3 left, 4 right, any other value centre.
     void SetTextAlignment(std::int16_t alignment);
+    /// Whether lines break between words; true at first.
     bool MultiLine() const;
     void SetMultiLine(bool multiLine);
 
-    /// Takes the size of the box's window. Raises Overflow for one that 32 bits do not hold.
+    /// Takes the size of the box's window. Raises Overflow for a size that does not fit 32 bits.
     void Measure();
-    /// In pixels of the box.
+    /// Whether a point, in pixels of the box, is on the button.
     bool Contains(platform::Point point) const { return mClientArea.Contains(point); }
 
-    /// The whole button. The host may change the caption from its calls before the text is drawn.
+    /// Draws the whole button. The host may change the caption during its calls before the text is drawn.
     void Button(const Text& caption, bool pressed, bool framed) const;
-    /// The frame alone, on what is there.
+    /// Draws the frame over the picture.
     void Frame() const;
 
 private:
