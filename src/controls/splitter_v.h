@@ -43,13 +43,17 @@ public:
     /// intended.
     void MouseUp(float x);
 
-    /// Between the panes and the container's edges, in the container's units. The next arrangement uses them.
+    /// The gap between the left pane and the edge of the container, in the container's units. It is also the bar's
+    /// leftmost place. The four margins take effect at the next Resize.
     float LeftMargin() const { return mLeftMargin; }
     void SetLeftMargin(float margin) { mLeftMargin = margin; }
+    /// The gap above the panes and the bar.
     float TopMargin() const { return mTopMargin; }
     void SetTopMargin(float margin) { mTopMargin = margin; }
+    /// The gap between the right pane and the edge.
     float RightMargin() const { return mRightMargin; }
     void SetRightMargin(float margin) { mRightMargin = margin; }
+    /// The gap below the panes and the bar.
     float BottomMargin() const { return mBottomMargin; }
     void SetBottomMargin(float margin) { mBottomMargin = margin; }
 

@@ -17,7 +17,8 @@ public:
     const Text& KWO_ComputerName();
     /// The name of the user on the network, else on this machine. Empty if the system tells neither.
     const Text& KWO_UserName();
-    /// False while the component runs inside a development environment, which the name of the executable tells.
+    /// False if the component runs inside a development environment, that is, if the module it runs in is one of the
+    /// known environments.
     bool KWO_IsCompiled();
     /// True on the NT family of Windows. False if the system does not tell.
     bool KWO_IsWinNT();

@@ -10,12 +10,13 @@ namespace kwo::platform {
 /// The program that hosts the component, and the machine it runs on.
 class HostApplication {
 public:
+    /// A version of a program; zeros if the program has none.
     struct Version {
         std::int32_t major = 0;
         std::int32_t minor = 0;
         std::int32_t revision = 0;
     };
-    /// The platform's version record (GetVersionExA).
+    /// The version of the system, as it tells this program (GetVersionExA).
     struct Platform {
         std::uint32_t majorVersion = 0;
         std::uint32_t minorVersion = 0;
@@ -25,36 +26,43 @@ public:
 
     virtual ~HostApplication() = default;
 
-    /// Without folder and extension.
+    /// The name of the host's executable, without folder and extension.
     virtual Text ExecutableName() = 0;
+    /// The folder of the host's executable, with a backslash at its end only if it is the root of a drive.
     virtual Text Folder() = 0;
+    /// The host's name for users: the description of the executable, else its name.
     virtual Text Title() = 0;
+    /// The product that the host belongs to, else the name of the executable.
     virtual Text ProductName() = 0;
+    /// The version of the host's executable.
     virtual Version ProgramVersion() = 0;
-    /// GetModuleFileNameA, 255 characters, of the module that the host runtime reports for the component.
+    /// The path, up to 255 characters, of the module that the component runs in (GetModuleFileNameA).
     virtual Text ModuleFileName() = 0;
 
-    /// GetComputerNameA with a buffer of 16 characters; false on failure.
+    /// Sets `name` to the name of the machine, at most 15 characters (GetComputerNameA). False on failure; `name` then
+    /// stays.
     virtual bool ComputerName(Text& name) = 0;
-    /// WNetGetUserA for the default name: the buffer up to the terminating zero; false on failure.
+    /// Sets `name` to the user's name on the network (WNetGetUserA). False on failure; `name` then stays.
     virtual bool NetworkUserName(Text& name) = 0;
-    /// GetUserNameA: the same.
+    /// Sets `name` to the user's name on this machine (GetUserNameA). False on failure; `name` then stays.
     virtual bool UserName(Text& name) = 0;
-    /// False on failure, `platform` is then left as it was.
+    /// Fills `platform`. False on failure; `platform` then stays.
     virtual bool QueryPlatform(Platform& platform) = 0;
+    /// The identifier of the host's process.
     virtual std::uint32_t ProcessId() = 0;
 
-    /// Of the component's own module file; with a separator at its end only when it is a drive's root.
+    /// The folder of the component's own module file, with a backslash at its end only if it is the root of a drive.
     virtual Text LibraryFolder() = 0;
-    /// Empty when there is none of that name.
+    /// The value of an environment variable, of any length; empty if there is none of that name.
     virtual Text EnvironmentVariable(TextView name) = 0;
-    /// GetSystemDirectoryA: writes into `buffer` and gives the number of bytes written; the size needed, with the
-    /// terminating zero, when the buffer is too small; 0 on failure. The caller decides on the sizes to ask with.
+    /// Writes the system's folder into `buffer`, in the ANSI code page (GetSystemDirectoryA). Returns the number of
+    /// bytes written; if the buffer is too small, the size needed with the terminating zero; 0 on failure. The caller
+    /// decides on the sizes to try.
     virtual std::uint32_t SystemDirectory(std::string& buffer) = 0;
-    /// GetWindowsDirectoryA: the same.
+    /// The same for the folder of Windows (GetWindowsDirectoryA).
     virtual std::uint32_t WindowsDirectory(std::string& buffer) = 0;
 
-    /// Leaves a message in the program's own log: the text alone, failures are swallowed.
+    /// Writes a message to the host's own log. Ignores failures.
     virtual void WriteLog(TextView text) = 0;
 };
 

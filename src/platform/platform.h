@@ -6,14 +6,14 @@ namespace kwo::platform {
 #include "platform/services.def"
 #undef SERVICE
 
-/// Everything a component may ask of the system around it. The services outlive the component.
+/// Everything that a component may ask of the system. The services must outlive the component.
 struct Platform {
 #define SERVICE(Interface, member) Interface& member;
 #include "platform/services.def"
 #undef SERVICE
 };
 
-/// The services that `parts` has as members with the names of Platform. To replace some services of a platform, inherit
+/// The services in `parts`, whose members have the names of Platform. To replace some services of a platform, inherit
 /// from Platform and declare members of the same names.
 template <class Parts>
 Platform ServicesOf(Parts& parts) {
