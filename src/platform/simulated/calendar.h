@@ -7,7 +7,7 @@
 
 namespace kwo::platform::simulated {
 
-/// An automation date taken apart, to the nearest second.
+/// An automation date split into its parts, to the nearest second.
 struct Moment {
     std::int32_t year = 0;
     unsigned month = 0;
@@ -21,15 +21,15 @@ struct Moment {
 constexpr double kFirstDay = -657434;  ///< 100-01-01
 constexpr double kLastDay = 2958465;   ///< 9999-12-31
 
-/// Whether an automation date can be that many days.
+/// Whether this many days are a date of the calendar.
 bool IsWithinCalendar(double days);
 
 Moment MomentOf(Date date);
 
-/// Nothing when there is no such day.
+/// The number of a day; nothing if there is no such day.
 std::optional<double> DayNumber(std::int32_t year, unsigned month, unsigned day);
 
-/// A day and a time of day (a fraction from 0 to below 1). Before day 0 the time counts away from it.
+/// The date of a day and a time of day (a fraction from 0 to below 1). Before day 0 the time counts away from 0.
 Date Joined(double day, double timeOfDay);
 
 }  // namespace kwo::platform::simulated

@@ -79,7 +79,7 @@ std::optional<double> ParseDay(TextView word) {
     if (numbers.widths[0] > 2) return DayNumber(static_cast<std::int32_t>(a), b, c);
     if (numbers.widths[1] > 2) return std::nullopt;
     const std::int32_t year = FullYear(c, numbers.widths[2]);
-    // A first number that can be no month is the day.
+    // A first number that cannot be a month is the day.
     return a > 12 ? DayNumber(year, b, a) : DayNumber(year, a, b);
 }
 
@@ -105,7 +105,7 @@ std::optional<double> ParseTime(TextView word, Half half) {
     return (hour * 3600 + minute * 60 + second) / 86'400.0;
 }
 
-/// Takes AM or PM off the end of the words, where it stands alone or behind a digit.
+/// Removes AM or PM from the end of the words, where it stands alone or after a digit.
 Half TakeHalf(std::vector<Text>& words) {
     if (words.empty()) return Half::None;
     if (const auto half = ParseHalf(words.back())) {

@@ -11,7 +11,7 @@ namespace kwo::platform::simulated {
 /// without, and a date and a time together. Two digits of a year are 1930 to 2029. Nothing for any other text.
 std::optional<Date> ParseEnglishDate(TextView text);
 
-/// `m/d/yyyy`, `h:nn:ss AM/PM` or both with a blank between: what is not zero, the time for zero.
+/// `m/d/yyyy`, `h:nn:ss AM/PM` or both with a blank between: the parts that are not zero, and the time for 0.
 Text DateText(Date date);
 
 /// By a pattern of `d` to `dddd`, `m` to `mmmm` (minutes right behind hours), `yy`, `yyyy`, `h`, `hh`, `n`, `nn`, `s`,

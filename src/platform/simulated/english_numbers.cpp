@@ -42,7 +42,7 @@ std::optional<ParsedNumber> ParsePattern(TextView digits, unsigned base) {
     return ParsedNumber{static_cast<double>(bits), false, true};
 }
 
-/// Takes the signs, brackets, blanks and dollar signs off both ends; nothing when they contradict each other.
+/// Removes signs, brackets, blanks and dollar signs from both ends; nothing if they contradict each other.
 struct Stripped {
     TextView digits;
     bool negative = false;
@@ -85,7 +85,7 @@ std::optional<Stripped> Strip(TextView text) {
     return stripped;
 }
 
-/// The digits as the C library reads them; empty when they are no number.
+/// The digits as the C library reads them; empty if they are not a number.
 std::string PlainDigits(TextView text) {
     std::string plain;
     std::size_t i = 0;
@@ -134,7 +134,7 @@ Decimal DecimalOf(double magnitude) {
     return decimal;
 }
 
-/// Cuts to `places` digits behind the point, the last one rounded, a half away from zero.
+/// Rounds to `places` digits after the point, a half away from zero.
 void Round(Decimal& decimal, int places) {
     const int keep = decimal.whole + places;
     if (keep < 0) {

@@ -6,7 +6,7 @@
 
 namespace kwo::platform::simulated {
 
-/// What a text says as a number in the United States' English locale.
+/// A number read from a text in the United States' English locale.
 struct ParsedNumber {
     double value = 0;
     bool tooLarge = false;   ///< a number that not even a double holds
@@ -17,8 +17,8 @@ struct ParsedNumber {
 /// of the whole part, a fraction, an exponent with E or D, &H and &O. Nothing when the text is no number.
 std::optional<ParsedNumber> ParseNumber(TextView text);
 
-/// The shortest form with at most `digits` significant digits; with an exponent where it is smaller than -4 or not
-/// smaller than `digits`.
+/// The shortest form with at most `digits` significant digits; with an exponent if that is below -4 or not below
+/// `digits`.
 Text NumberText(double value, int digits);
 
 /// By a pattern of `0`, `#`, `,`, `.` and literals before and behind. Rounds halves away from zero, in the decimal

@@ -30,7 +30,7 @@ bool FailingMemory::HasFailed() const {
 
 }  // namespace kwo::platform::simulated
 
-// Every form without an alignment, so that what one takes another gives back.
+// Every form without an alignment, so that each allocation is freed by its partner.
 
 void* operator new(std::size_t size) {
     if (void* const block = kwo::platform::simulated::Allocated(size)) return block;

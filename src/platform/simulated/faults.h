@@ -9,9 +9,9 @@
 
 namespace kwo::platform::simulated {
 
-/// Counts the desktop's calls by the name that the platform has for them (without the A or W at its end) and lets
-/// chosen ones fail. How a failure shows is the call's own affair: its failure result and the last-error value, a
-/// status, or a raised error where a call has nothing else to show.
+/// Counts the desktop's calls by the system's name for them (without the A or W at its end) and lets chosen ones fail.
+/// How a failure shows depends on the call: a failure result and the last-error value, a status, or a raised error if
+/// the call has nothing else.
 class Faults {
 public:
     /// The `nth` call of `name` from now (1 is the next one) fails with `code`. Several may be planned; a name that no
@@ -22,9 +22,9 @@ public:
     /// How many calls of `name` were made, failed ones included.
     int Calls(std::string_view name) const;
 
-    /// For the parts of the desktop: the calls that they have.
+    /// For the parts of the desktop: names the calls that they have.
     void Declare(std::initializer_list<std::string_view> names);
-    /// For the parts of the desktop: one call of `name` is made; the code to fail it with, if it has to.
+    /// For the parts of the desktop: counts one call of `name`; returns the code to fail with, if it must fail.
     std::optional<std::int32_t> Enter(std::string_view name);
 
 private:

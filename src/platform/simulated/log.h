@@ -23,9 +23,9 @@ private:
     std::vector<std::string> mLines;
 };
 
-/// How a text stands in a log line: control characters as `\r`, `\n`, `\0`, `\xNN`, the rest as it is.
+/// A text as log lines show it: control characters as `\r`, `\n`, `\0`, `\xNN`, the rest as it is.
 std::string Shown(TextView text);
-/// How a value stands in a log line: `12`, `1.5`, `"text"`, `True`, `Date 2.5`, `Nothing`, `<TypeName>`.
+/// A value as log lines show it: `12`, `1.5`, `"text"`, `True`, `Date 2.5`, `Nothing`, `<TypeName>`.
 std::string Shown(const Variant& value);
 /// `0x` and hexadecimal digits without leading zeros.
 std::string Hex(std::uint32_t number);

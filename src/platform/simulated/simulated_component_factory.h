@@ -8,8 +8,7 @@
 
 namespace kwo::platform::simulated {
 
-/// The automation classes that are installed on the desktop: those that a test has put there. Names are found
-/// without regard to case.
+/// The automation classes on the desktop: those that a test has added. Upper and lower case of names are the same.
 class SimulatedComponentFactory final : public ComponentFactory {
 public:
     using Maker = std::function<HostObjectRef()>;

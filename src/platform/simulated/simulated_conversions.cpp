@@ -20,8 +20,8 @@ namespace {
     RaiseRuntime(RuntimeError::Overflow);
 }
 
-/// Any value as a number; `patternBits` is the size of the integer wanted, 0 for none: a pattern of bits that just
-/// fits into it may set its sign.
+/// Any value as a number. `patternBits` is the size of the integer wanted, 0 for none: a hexadecimal number that fills
+/// it may set its sign.
 struct Number {
     int patternBits = 0;
 
@@ -58,7 +58,7 @@ double HalvesToEven(double value) {
 template <class Integer>
 Integer ToInteger(const Variant& value) {
     const double number = HalvesToEven(std::visit(Number{sizeof(Integer) * 8}, value));
-    // Not a number fails both comparisons.
+    // A value that is not a number fails both comparisons.
     if (!(number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max())) Overflow();
     return static_cast<Integer>(number);
 }

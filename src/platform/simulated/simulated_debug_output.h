@@ -7,7 +7,7 @@
 
 namespace kwo::platform::simulated {
 
-/// A debugger that keeps what it is shown.
+/// A debugger that keeps the lines it is shown.
 class SimulatedDebugOutput final : public DebugOutput {
 public:
     void Write(TextView line) override { lines.push_back(ThroughAnsi(line)); }

@@ -21,15 +21,15 @@ public:
     /// 1000 and the number of the object.
     Handle StockObject(std::int32_t which) override;
 
-    /// The windows that there are, by handle.
+    /// The client areas of the existing windows, by handle.
     std::map<Handle, Rect> clientAreas;
 
 private:
     World& mWorld;
 };
 
-/// Lines across the screen, recorded as `LineTo 1 (40,200)`. Contexts and pens are counted, so that what was not given
-/// back can be seen.
+/// Lines across the screen, recorded as `LineTo 1 (40,200)`. Contexts and pens are counted to find those that were not
+/// given back.
 class SimulatedScreenDrawing final : public ScreenDrawing {
 public:
     static constexpr Handle kFirstPen = 0x2000;
@@ -49,7 +49,7 @@ public:
     void MoveTo(Handle context, Point point) override;
     void LineTo(Handle context, Point point) override;
 
-    /// Where the client areas of the windows lie on the screen, by handle.
+    /// The places of the windows' client areas on the screen, by handle.
     std::map<Handle, Point> origins;
     int openContexts = 0;
     int livePens = 0;

@@ -26,7 +26,7 @@ public:
     void Close(Source source) override;
 
     std::vector<Entry> entries;
-    /// Sources that were opened and not closed yet.
+    /// Sources that are open.
     std::size_t OpenSources() const { return mSources.size(); }
 
 private:

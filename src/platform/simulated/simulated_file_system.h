@@ -22,12 +22,12 @@ public:
     std::int32_t AttributesAnsi(TextView path) override;
     bool ListsFile(TextView pattern) override;
 
-    /// Adds the folders above it as well.
+    /// Also adds the folders above it.
     void AddFile(TextView path, std::int32_t attributes = kArchive);
     void AddFolder(TextView path) { AddFile(path, kFolder); }
     void Remove(TextView path);
 
-    /// What is there of that name, without being a call that is counted or fails.
+    /// The attributes of a file or folder, without a call that is counted or fails.
     std::int32_t Look(TextView path);
 
 private:

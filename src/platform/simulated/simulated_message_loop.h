@@ -17,8 +17,8 @@ public:
     SimulatedMessageLoop(World& world, SimulatedClock& clock);
 
     bool ProcessPending() override;
-    /// A wait moves the clock: to the next message that is news, else by the whole timeout. A message is news until a
-    /// wait has returned for it or the queue is processed. Waiting for ever for nothing throws std::logic_error.
+    /// A wait moves the clock to the next new message, else by the whole timeout. A message is new until a wait has
+    /// returned for it or the queue is processed. Waiting for ever for nothing throws std::logic_error.
     void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
     void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
 
@@ -31,9 +31,9 @@ public:
     Order PostAt(std::int64_t delayMs, std::function<void()> action) {
         return PostAt(Milliseconds::Whole(delayMs), std::move(action));
     }
-    /// Takes a message out that has not run yet.
+    /// Removes a message that has not run yet.
     void Withdraw(const Order& order) { mMessages.erase(order); }
-    /// Asks the host's own loop to end; nothing here takes the request back.
+    /// Asks the host's own loop to end. Nothing takes the request back.
     void RequestQuit();
     bool QuitRequested() const { return mQuit; }
     /// Messages that have not run yet, due or not.

@@ -52,7 +52,7 @@ struct Path {
 
 Path Split(Handle root, const std::string& name) {
     Path path;
-    // The classes root is a merged view and more forgiving than the rest.
+    // The classes root is a merged view and accepts more than the other roots.
     if (name.starts_with('\\') && root != AsHandle(kClassesRoot)) return {kBadPathName, {}};
     for (std::size_t start = 0; start < name.size();) {
         const std::size_t end = std::min(name.find('\\', start), name.size());
@@ -144,7 +144,7 @@ RegistryStore::Value SimulatedRegistryStore::Query(Handle key, TextView name, st
 RegistryStore::Status SimulatedRegistryStore::SetString(Handle key, TextView name, TextView value,
                                                         std::uint32_t length) {
     std::string bytes = ToAnsi(value, mWorld.codePage);
-    // A string whose terminator stands right behind the given length is stored with it.
+    // If the terminator stands directly after the given length, it is stored too.
     const bool ends = length > 0 && length <= bytes.size() && bytes[length - 1] != '\0' && bytes[length] == '\0';
     bytes.resize(length + (ends ? 1u : 0u), '\0');
     const auto fault = mWorld.faults.Enter("RegSetValueEx");
@@ -184,7 +184,7 @@ RegistryStore::KeyResult SimulatedRegistryStore::Give(const std::shared_ptr<Key>
 }
 
 RegistryStore::KeyResult SimulatedRegistryStore::Open(Handle root, const std::string& name, std::uint32_t access) {
-    // Rights are asked of the key that is reached, never of the handle it is reached from.
+    // Rights are checked on the key itself, not on the handle that leads to it.
     auto [status, key] = Resolve(root, 0);
     if (status != kSuccess) return {status, 0};
     const Path path = Split(root, name);
@@ -247,7 +247,7 @@ RegistryStore::Value SimulatedRegistryStore::Read(Handle handle, const std::stri
         return value;
     }
     std::copy(bytes.begin(), bytes.end(), value.bytes.begin());
-    // A string stored without its terminator gets one where there is room; the reported length does not count it.
+    // A string stored without its terminator gets one if there is room; the reported length does not count it.
     const bool unterminated = IsText(value.type) && !bytes.empty() && bytes.back() != '\0';
     if (unterminated && bytes.size() < capacity) value.bytes[bytes.size()] = '\0';
     return value;

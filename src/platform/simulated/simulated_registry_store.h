@@ -10,8 +10,8 @@
 
 namespace kwo::platform::simulated {
 
-/// A registry in memory, with the status codes of the NT family. Names are bytes in ANSI and compared without regard
-/// to case. Handles are never given out twice.
+/// A registry in memory, with the status codes of the NT family. Names are bytes in ANSI; upper and lower case are the
+/// same. A handle is never used again.
 class SimulatedRegistryStore final : public RegistryStore {
 public:
     explicit SimulatedRegistryStore(World& world);
@@ -30,10 +30,10 @@ public:
         std::string bytes;
     };
 
-    /// Keys that were opened or created and not closed yet.
+    /// Keys that are open.
     std::size_t OpenKeys() const { return mHandles.size(); }
 
-    /// Runs before each query, as another program may between two of them.
+    /// Runs before each query, as another program might.
     std::function<void()> onQuery;
 
     // What follows bypasses handles, rights and the log. Roots are predefined ones.
@@ -44,7 +44,7 @@ public:
     void PutValue(Handle root, TextView path, TextView name, std::uint32_t type, std::string bytes);
     /// The value as it is stored; null when there is none.
     const Stored* Find(Handle root, TextView path, TextView name) const;
-    /// From now on nobody may change the key, make keys below it or delete it. It must exist.
+    /// Makes the key read-only: nobody may change it, create keys below it or delete it. It must exist.
     void MakeReadOnly(Handle root, TextView path);
 
 private:
@@ -58,7 +58,7 @@ private:
         std::shared_ptr<Key> key;
     };
 
-    /// The key behind a handle that carries the rights `needed`.
+    /// The key behind a handle that has the rights `needed`.
     KeyAccess Resolve(Handle handle, std::uint32_t needed) const;
     KeyResult Give(const std::shared_ptr<Key>& key, std::uint32_t access);
     KeyResult Open(Handle root, const std::string& name, std::uint32_t access);

@@ -21,9 +21,9 @@ public:
     InternetResponse LastInternetResponse(std::uint32_t capacity) override;
     NetworkError LastNetworkError() override;
 
-    /// As the system writes them, the line break at the end included.
+    /// As the system writes them, with the line break at the end.
     Texts system;
-    /// By the name of the module in lower case; a module that is not here is not loaded.
+    /// By the name of the module in lower case. A module that is not in the map is not loaded.
     std::map<Text, Texts> modules;
     Text internetResponse;
     NetworkError networkError;

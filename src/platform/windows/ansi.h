@@ -9,26 +9,26 @@
 
 namespace kwo::platform::windows {
 
-/// One byte string of the system's code page after the other, zero bytes included.
+/// Text from bytes in the system's ANSI code page. Zero bytes become zero characters.
 Text FromAnsi(std::string_view bytes);
-/// '?' stands for what the code page does not have.
+/// Bytes in the system's ANSI code page; '?' replaces a character that it lacks.
 std::string ToAnsi(TextView text);
 
-/// What a call says that it wrote into a buffer. Some calls tell the length that they would have liked: nothing behind
-/// the buffer is read.
+/// The text that a call reports to have written into a buffer. Some calls report the length that they need: nothing
+/// after the buffer is read.
 template <std::size_t Size>
 Text FromBuffer(const char (&buffer)[Size], std::size_t length) {
     return FromAnsi({buffer, std::min(length, Size)});
 }
 
-/// What a call wrote into a buffer that it may have left without an end.
+/// The text up to the first zero in a buffer that a call may have left without one.
 template <std::size_t Size>
 Text FromBufferUpToZero(const char (&buffer)[Size], std::size_t length = Size) {
     const std::string_view written(buffer, std::min(length, Size));
     return FromAnsi(written.substr(0, written.find('\0')));
 }
 
-/// The wide strings of the system are the same characters under another type.
+/// The system's wide strings have the same characters in another type.
 inline std::wstring ToWide(TextView text) {
     return {text.begin(), text.end()};
 }

@@ -44,7 +44,7 @@ HostApplication::Version WindowsHostApplication::ProgramVersion() {
 Text WindowsHostApplication::ModuleFileName() {
     char buffer[255] = "";
     const DWORD length = mLastError.After(::GetModuleFileNameA(mModule, buffer, sizeof buffer));
-    // A longer name fills the buffer, on newer systems with a zero at its end.
+    // A longer name fills the buffer; newer systems end it with a zero.
     return FromBufferUpToZero(buffer, length);
 }
 
@@ -61,7 +61,7 @@ bool WindowsHostApplication::NetworkUserName(Text& name) {
     char buffer[UNLEN + 1] = "";
     DWORD length = sizeof buffer;
     if (function == nullptr || mLastError.After(function(nullptr, buffer, &length)) != NO_ERROR) return false;
-    // This call does not say how much it wrote.
+    // This call does not report how much it wrote.
     name = FromBufferUpToZero(buffer);
     return true;
 }
@@ -94,7 +94,7 @@ Text WindowsHostApplication::LibraryFolder() {
 Text WindowsHostApplication::EnvironmentVariable(TextView name) {
     const std::wstring wideName = ToWide(name);
     std::wstring value;
-    // Another thread may lengthen it between two calls.
+    // Another thread may make the value longer between two calls.
     for (DWORD size = 256;;) {
         value.resize(size);
         const DWORD length = mLastError.After(::GetEnvironmentVariableW(wideName.c_str(), value.data(), size));

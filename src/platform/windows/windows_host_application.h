@@ -16,9 +16,9 @@ public:
 
     Text ExecutableName() override;
     Text Folder() override;
-    /// The executable's description in its version resource, its name where it has none.
+    /// The description in the executable's version resource, else the executable's name.
     Text Title() override;
-    /// From the version resource, the executable's name where it has none.
+    /// The product in the version resource, else the executable's name.
     Text ProductName() override;
     Version ProgramVersion() override;
     Text ModuleFileName() override;
@@ -31,7 +31,7 @@ public:
     Text EnvironmentVariable(TextView name) override;
     std::uint32_t SystemDirectory(std::string& buffer) override;
     std::uint32_t WindowsDirectory(std::string& buffer) override;
-    /// The system's event log, with the executable's name as the source.
+    /// Writes to the system's event log, with the executable's name as the source.
     void WriteLog(TextView text) override;
 
 private:

@@ -34,7 +34,7 @@ bool WindowsSystemFonts::QueryNonClient(NonClientFonts& fonts) {
 }
 
 HostObjectRef WindowsSystemFonts::MakeFont() {
-    // Nothing but what a font must have: without a description the system would make one of its own choice.
+    // Only what a font must have: without a description the system would choose a font itself.
     wchar_t noName[] = L"";
     FONTDESC description = {};
     description.cbSizeofstruct = sizeof description;

@@ -20,7 +20,7 @@ void WindowsWindowService::Flash(Handle window, bool invert) {
 }
 
 Text WindowsWindowService::WindowText(Handle window) {
-    // Wine answers for a handle that is no window with what happens to lie on its stack.
+    // For a handle that is not a window, Wine returns what happens to lie on its stack.
     if (!::IsWindow(ToNative<HWND>(window))) {
         mLastError.Set(ERROR_INVALID_WINDOW_HANDLE);
         return {};
@@ -33,7 +33,7 @@ Text WindowsWindowService::WindowText(Handle window) {
 std::int32_t WindowsWindowService::AskUser(Handle owner, TextView prompt, TextView title, std::uint32_t style) {
     const int answer =
         mLastError.After(::MessageBoxA(ToNative<HWND>(owner), ToAnsi(prompt).c_str(), ToAnsi(title).c_str(), style));
-    // Wine answers -1 where Windows answers 0 for a box that it could not show.
+    // If the box cannot be shown, Wine returns -1 and Windows 0.
     return answer < 0 ? 0 : answer;
 }
 
