@@ -1198,6 +1198,18 @@ TEST_F(Keys, DoNothingWhileTheFocusIsTheDateZero) {
     EXPECT_EQ(Visible(), IntPair(12, 1899));
 }
 
+TEST_F(Keys, TheDateZeroIsNoTargetOfAnArrow) {
+    Ready(On(1900, 1, 6), {.notifyOnChange = true});
+    Key(38);
+    EXPECT_EQ(Notifications(), (Lines{"Call form.OnChangeMonth <PictureBox>,1,1900,False"})) << "its own month";
+    EXPECT_EQ(Visible(), IntPair(1, 1900));
+    EXPECT_EQ(Drawings(), 1u);
+
+    Ready(On(1899, 12, 31), {.notifyOnChange = true});
+    Key(37);
+    EXPECT_EQ(TakeLog(), Lines{});
+}
+
 TEST_F(Keys, TheEndsOfTheCalendarAreErrors) {
     Ready(On(9999, 12, 31));
     EXPECT_EQ(Raised([&] { Key(39); }).number, 5);
