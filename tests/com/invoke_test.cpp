@@ -319,6 +319,8 @@ TEST(InvokeFlags, APropertyIsPutWithEitherFlag) {
     EXPECT_TRUE(Reached(Let(timer.Get(), L"AlarmEvents", static_cast<IDispatch*>(nullptr)), L"KWOTimer"));
     EXPECT_TRUE(Reached(Let(timer.Get(), L"Item", L"text"), L"KWOTimer"));
     EXPECT_TRUE(Reached(Set(timer.Get(), L"Item", timer.Get()), L"KWOTimer"));
+    // Otherwise it would hold itself for ever.
+    EXPECT_TRUE(Reached(Let(timer.Get(), L"Item", Var()), L"KWOTimer"));
 }
 
 TEST(InvokeFlags, APutWithoutItsNameIsRefused) {

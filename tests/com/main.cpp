@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 namespace kwo::com_test {
 namespace {
@@ -14,9 +15,29 @@ void SwitchOffStringCache() {
     if (function != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))();
 }
 
+/// Looks after each test whether anything still holds the DLL.
+class HolderSearch : public ::testing::EmptyTestEventListener {
+public:
+    /// The test since which the DLL has been held; empty when it can go.
+    const std::string& Holder() const { return mHolder; }
+
+private:
+    void OnTestEnd(const ::testing::TestInfo& test) override {
+        if (LetTheDllGo()) {
+            mHolder.clear();
+        } else if (mHolder.empty()) {
+            mHolder = std::string(test.test_suite_name()) + '.' + test.name();
+        }
+    }
+
+    std::string mHolder;
+};
+
 /// One apartment and one machine-wide registration for all tests.
 class RegisteredDll : public ::testing::Environment {
 public:
+    explicit RegisteredDll(const HolderSearch& search) : mSearch(search) {}
+
     void SetUp() override {
         ASSERT_EQ(Hex(S_OK), Hex(CoInitialize(nullptr)));
         Library library;
@@ -30,7 +51,11 @@ public:
             EXPECT_EQ(Hex(S_OK), Hex(library.UnregisterServer()));
         }
         CoUninitialize();
+        EXPECT_EQ("", mSearch.Holder()) << "it left the DLL held";
     }
+
+private:
+    const HolderSearch& mSearch;
 };
 
 }  // namespace
@@ -48,6 +73,8 @@ int main(int count, char** arguments) {
         return 2;
     }
     kwo::com_test::SwitchOffStringCache();
-    ::testing::AddGlobalTestEnvironment(new kwo::com_test::RegisteredDll);
+    auto* const search = new kwo::com_test::HolderSearch;
+    ::testing::UnitTest::GetInstance()->listeners().Append(search);
+    ::testing::AddGlobalTestEnvironment(new kwo::com_test::RegisteredDll(*search));
     return RUN_ALL_TESTS();
 }
