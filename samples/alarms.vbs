@@ -1,4 +1,4 @@
-' Dated and relative alarms of KWOUtil.KWOTimer: several at once, one that sets itself again, one that is cancelled.
+' Alarms of KWOUtil.KWOTimer, at a date and after a time: several at once, one that repeats, one that is cancelled.
 Option Explicit
 
 Const AlarmEvent = 2
@@ -8,7 +8,7 @@ Dim timer, stretches, names
 names = Array("", "Tea", "Stretch", "Never", "Late")
 stretches = 0
 
-' An alarm comes once. A date in NewDateTime brings the same alarm again.
+' An alarm arrives once. A date in NewDateTime makes it arrive again.
 Sub timer_Alarm(sender, tag, newDateTime)
     WScript.Echo "alarm " & tag & ": " & names(tag)
     If tag = Stretch Then
@@ -19,16 +19,16 @@ End Sub
 
 Set timer = WScript.CreateObject("KWOUtil.KWOTimer", "timer")
 
-' A relative alarm is given in milliseconds, each with a number of the caller's.
+' A relative alarm is in milliseconds. You give each alarm a number of your own.
 timer.AddRelativeAlarm 1500, Tea
 timer.AddRelativeAlarm 300, Stretch
 
-' An alarm with the same number takes the place of the first; this one is then taken back.
+' An alarm with the same number replaces the first one; this one is then cancelled.
 timer.AddRelativeAlarm 100, Never
 timer.AddRelativeAlarm 200, Never
 timer.CancelTimers AlarmEvent, Never
 
-' A date that has passed, also a time of day, comes in about a second.
+' An alarm for a date or a time of day that has passed arrives in about a second.
 timer.AddAlarm DateAdd("h", -1, Now), Late
 
 WScript.Sleep 4500

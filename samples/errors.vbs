@@ -1,4 +1,4 @@
-' How failures of the component reach a script: number, source and description.
+' Errors of the component in a script: number, source and description.
 Option Explicit
 
 Dim registry, timer, value
@@ -18,11 +18,11 @@ End Sub
 
 On Error Resume Next
 
-' An error of the component: raised by a member, with the member as its source.
+' An error that a member raises; the member is its source.
 Set timer.TimerEvents = registry
 Report "A callback object without a procedure Tick"
 
-' Errors of the call itself come from the automation interface, before a member runs.
+' Errors of the call itself are raised before the member runs.
 registry.NoSuchMember
 Report "An unknown member"
 registry.KWO_RegDeleteKey
@@ -34,7 +34,7 @@ Report "Text where a number is needed"
 registry.KWO_RegDeleteKey 1e20, "Software\None"
 Report "A number that is too large"
 
-' The registry class raises nothing for what the system refuses: its members answer with a status code.
+' The registry class raises no error when the system refuses: its members return a status code.
 value = registry.KWO_RegDeleteKey(&H80000001, "Software\No such key")
 Report "Deleting a key that is not there"
 WScript.Echo "    its status:  " & value

@@ -1,4 +1,4 @@
-' Forms are centred, put back where they were, and pulled onto the screen.
+' Centres forms, puts them back where they were, and moves them onto the screen.
 Option Explicit
 
 Const Maximised = 2

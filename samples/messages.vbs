@@ -6,7 +6,7 @@ Const English = &H0409, German = &H0407, French = &H040C, Spanish = &H0C0A
 
 Dim companion, languages, language, first, last, size, texts, index
 
-' The user's language identifier, as the system keeps it for its users.
+' The user's language identifier, as the system stores it.
 Function UsersLanguage
     Const CurrentUser = &H80000001
     Dim registry, text
@@ -15,7 +15,7 @@ Function UsersLanguage
     UsersLanguage = CLng("&H" & Right(text, 4))
 End Function
 
-' The companion finds the file beside itself when there is none where the program has looked for it.
+' If the file is not beside the program, the companion uses the one beside itself.
 Set companion = CreateObject("KWOInit.KWOInitialize")
 If Not companion.KWO_MsgTableSize("KWOUtil", "KWOInit.nls", first, last, size) Then
     WScript.Echo "There is no message file."

@@ -1,5 +1,5 @@
-' A calendar on a picture box: click days, hold the arrows, use the keys. Words behind the script's name: a file for a
-' picture of the form, which is then closed.
+' A calendar on a picture box: click days, hold the arrows, use the keys. Argument of the script: a file for a
+' picture of the form, which then closes.
 Option Explicit
 
 Dim form, box, status, view, focusDate
@@ -23,7 +23,7 @@ view.SelDaysAdd DateSerial(2026, 11, 24)
 view.SelDaysAdd DateSerial(2026, 11, 25)
 view.Resize
 
-' What happens to the picture box is passed on.
+' Forward the events of the picture box.
 Sub picMonth_MouseDown(Button, Shift, X, Y)
     view.MouseDown Button, Shift, X, Y
 End Sub
@@ -45,12 +45,12 @@ Sub picMonth_Resize
     End If
 End Sub
 
-' What the calendar asks and tells.
+' The calendar asks before it changes.
 Sub frmMonth_OnChangeMonth(PictureBox, NewMonth, NewYear, Cancel)
     Tell "month " & NewMonth & "/" & NewYear
 End Sub
 Sub frmMonth_OnChangeDate(PictureBox, NewDate, Cancel)
-    ' Sundays cannot be picked.
+    ' Sundays cannot be selected.
     Cancel = (Weekday(NewDate) = 1)
     If Cancel Then
         Tell "not on Sundays"

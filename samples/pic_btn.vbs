@@ -1,4 +1,4 @@
-' Two buttons on picture boxes: clicked by the pointer, by Enter and Space, and by Alt with the underlined letter.
+' Two buttons on picture boxes. Click them with the mouse, with Enter or Space, or with Alt and the underlined letter.
 Option Explicit
 
 Dim form, boxes(1), buttons(1), status, i, clicks
@@ -17,7 +17,7 @@ For i = 0 To 1
     boxes(i).AutoRedraw = True
     Set buttons(i) = CreateObject("KWOUtil.KWOPicBtn")
 Next
-' The result says nothing: Create gives False in every case.
+' Ignore the result: Create always returns False.
 buttons(0).Create boxes(0), "&Save"
 buttons(1).Create boxes(1), "&Close"
 
@@ -65,7 +65,7 @@ Sub picClose_KeyDown(KeyCode, Shift)
     buttons(1).KeyDown KeyCode, Shift
 End Sub
 
-' The access keys belong to the form.
+' The form receives the access keys.
 Sub frmButtons_KeyDown(KeyCode, Shift)
     If Not buttons(0).Form_KeyDown(KeyCode, Shift) Then
         buttons(1).Form_KeyDown KeyCode, Shift

@@ -1,4 +1,4 @@
-// The registry class from JScript. The language writes no by-reference argument back, so values are read with
+// The registry class from JScript. The language does not receive by-reference results, so read values with
 // KWO_RegGetValueEx, whose result is the value.
 var currentUser = 0x80000001;
 var keyName = "Software\\KWOUtil Sample";

@@ -11,14 +11,14 @@ Sub Show(what, result)
     WScript.Echo Left(what & Space(34), 34) & result
 End Sub
 
-' Members answer with the system's status code; 0 is success.
+' Members return the system's status code; 0 is success.
 status = registry.KWO_RegSetValue(CurrentUser, KeyName, "Greeting", "Hello from a script")
 Show "KWO_RegSetValue Greeting", "status " & status
 
 status = registry.KWO_RegGetValue(CurrentUser, KeyName, "Greeting", value)
 Show "KWO_RegGetValue Greeting", "status " & status & ", """ & value & """"
 
-' An empty text is stored as one blank, and reading takes trailing blanks away.
+' An empty text is stored as one blank, and reading removes trailing blanks.
 status = registry.KWO_RegSetValue(CurrentUser, KeyName, "Empty", "")
 status = registry.KWO_RegGetValue(CurrentUser, KeyName, "Empty", value)
 Show "KWO_RegGetValue Empty", "status " & status & ", """ & value & """"
@@ -26,7 +26,7 @@ Show "KWO_RegGetValue Empty", "status " & status & ", """ & value & """"
 status = registry.KWO_RegGetValue(CurrentUser, KeyName, "Missing", value)
 Show "KWO_RegGetValue Missing", "status " & status & ", """ & value & """"
 
-' An open key, and a value as the type of a default. The key stays open until the program ends.
+' Open a key and read a value as the type of a default. The key stays open until the program ends.
 key = registry.KWO_RegCreateKey(CurrentUser, KeyName)
 status = registry.KWO_RegSetValue(key, "", "Released", "12/31/1999")
 value = registry.KWO_RegGetValueEx(key, "Released", DateSerial(2000, 1, 1))

@@ -1,4 +1,4 @@
-' Two panes with a bar between them that can be dragged.
+' Two panes and a bar between them that you can drag.
 Option Explicit
 
 Dim form, leftPane, rightPane, bar, splitter
@@ -10,7 +10,7 @@ Set rightPane = form.AddControl("PictureBox", "picRight")
 Set bar = form.AddControl("Panel", "pnlBar")
 leftPane.BackColor = &H80000005
 rightPane.BackColor = &H80000005
-' A bar in the shadow's colour, so that it can be seen between the panes.
+' A bar in the colour of shadows, to see it between the panes.
 bar.BackColor = &H80000010
 bar.Move 2000, 0, 60, 1000
 
@@ -33,7 +33,7 @@ Sub frmSplit_Resize
         FitBar
     End If
 End Sub
-' The class does not fit the bar's height again.
+' The class does not adjust the bar's height.
 Sub FitBar
     If form.ScaleHeight > 120 Then
         bar.Height = form.ScaleHeight - 120

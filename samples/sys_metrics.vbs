@@ -1,4 +1,4 @@
-' What KWOUtil.KWOSysMetrics tells of the desktop, in pixels and in twips.
+' Sizes and settings of the desktop from KWOUtil.KWOSysMetrics, in pixels and in twips.
 Option Explicit
 
 Const Twips = 1, Pixels = 3
@@ -19,7 +19,7 @@ Show "scroll bar", metrics.VScrollX, metrics.VScrollX(Twips)
 Show "icon", metrics.IconX, metrics.IconX(Twips)
 Show "small icon", metrics.SmallIconX, metrics.SmallIconX(Twips)
 
-' The property is for all that follow; the argument is for one.
+' The property counts for all later calls; the argument counts for one.
 metrics.ScaleMode = Twips
 WScript.Echo "by the property:", metrics.ScreenX, "twips, by the argument:", metrics.ScreenX(Pixels), "pixels"
 

@@ -1,4 +1,4 @@
-' The fonts of the desktop, and a label that is written in one of them.
+' The fonts of the desktop, and a label in one of them.
 Option Explicit
 
 Dim fonts, form, label, top

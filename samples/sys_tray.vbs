@@ -25,7 +25,7 @@ WScript.Echo "added:", tray.Create(form.hWnd, icon, "KWOUtil is here")
 WScript.Echo "its tip:", tray.Tip
 tray.Tip = "KWOUtil is still here"
 WScript.Echo "and now:", tray.Tip
-' Time to click; a word behind the script's name says how many seconds.
+' Time to click; an argument of the script says how many seconds.
 Dim seconds
 seconds = 2
 If WScript.Arguments.Count > 0 Then seconds = CLng(WScript.Arguments(0))

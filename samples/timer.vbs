@@ -20,14 +20,14 @@ Sub timer_Tick(sender)
     If ticks = 3 Then sender.Interval = 0
 End Sub
 
-' Interval and Enabled are set in either order; the timer runs while both say so.
+' Set Interval and Enabled in either order; ticks arrive while both allow them.
 Set timer = WScript.CreateObject("KWOUtil.KWOTimer", "timer")
 timer.Interval = 200
 timer.Enabled = True
 WScript.Sleep 1000
 WScript.Echo "An interval of 0 has switched it off: Enabled is " & timer.Enabled
 
-' A callback object takes the place of the event. Item is for the script's own use.
+' A callback object replaces the event. Item is for your own use.
 Set metronome = New Metronome
 timer.Item = "the metronome"
 Set timer.TimerEvents = metronome
@@ -35,6 +35,6 @@ timer.Interval = 100
 timer.Enabled = True
 WScript.Sleep 600
 
-' CancelTimers without arguments cancels everything and lets the callback object go.
+' CancelTimers without arguments cancels everything and releases the callback object.
 timer.CancelTimers
 WScript.Echo "The callback object is gone: " & (timer.TimerEvents Is Nothing)

@@ -66,7 +66,7 @@ view.CaptionFontBold = True
 view.SelDayFontBold = True
 view.Resize
 
-' ---- what is told goes to the right pane, to the status line and to the output ----
+' ---- messages go to the right pane, to the status line and to the output ----
 Sub Tell(text)
     WScript.Echo text
     If Not form.Visible And lines > 0 Then
@@ -84,7 +84,7 @@ Sub Tell(text)
     status.Caption = text
 End Sub
 
-' ---- events of the controls are passed on ----
+' ---- events of the controls are forwarded ----
 Sub picMonth_MouseDown(Button, Shift, X, Y)
     view.MouseDown Button, Shift, X, Y
 End Sub
@@ -177,7 +177,7 @@ Sub frmTour_Resize
     End If
 End Sub
 
-' ---- what the controls tell ----
+' ---- events of the classes ----
 Sub frmTour_OnChangeMonth(PictureBox, NewMonth, NewYear, Cancel)
     Tell "month: " & MonthName(NewMonth) & " " & NewYear
 End Sub

@@ -1,4 +1,4 @@
-' What KWOUtil.KWOUtility knows of the machine; a program that is started, and then activated.
+' Facts about the machine from KWOUtil.KWOUtility; a program that is started and then activated.
 Option Explicit
 
 Const NormalWindow = 1
@@ -10,19 +10,19 @@ WScript.Echo "system folder:", utility.KWO_SystemDir
 WScript.Echo "the same for a file name behind it:", utility.KWO_SystemDir(True)
 WScript.Echo "Windows folder:", utility.KWO_WindowsDir
 
-' Beside the library first, then along the path.
+' Looks beside the library first, then along the path.
 WScript.Echo "the library itself:", utility.KWO_FindInPath("KWOUtil.dll")
 WScript.Echo "along the path:", utility.KWO_FindInPath("notepad.exe")
 found = utility.KWO_FindInPath("no such file.txt")
 WScript.Echo "what is not there: '" & found & "'"
 
-' 200 are milliseconds; up to 32 would be seconds.
+' 200 means milliseconds; up to 32 would mean seconds.
 Dim started
 started = Timer
 utility.KWO_Pause 200
 WScript.Echo "paused for at least 0.2 s:", Timer - started >= 0.19
 
-' Started once, activated the second time. The quotation marks are for folders with a blank in their names: without them
+' Starts it once and activates it the second time. The quotation marks are for folder names with blanks: without them
 ' Windows would take C:\My.exe for C:\My Tools\tool.exe.
 Dim task
 task = utility.KWO_LoadApp("""" & utility.KWO_SystemDir(True), "notepad.exe""", "", NormalWindow, "Untitled - Notepad")
