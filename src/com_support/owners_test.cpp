@@ -45,7 +45,8 @@ TEST(OwnedVariantTest, AssignmentLetsGoOfTheOldValue) {
     StandIn before;
     StandIn after;
     OwnedVariant value = OwnedVariant::Adopt(Holding(before));
-    value = OwnedVariant::Adopt(Holding(after));
+    OwnedVariant source = OwnedVariant::Adopt(Holding(after));
+    value = std::move(source);
     EXPECT_EQ(before.references, 0u);
     EXPECT_EQ(after.references, 1u);
     EXPECT_EQ(value.pdispVal, &after);

@@ -6,27 +6,14 @@
 
 namespace kwo::com_support {
 
-namespace {
-
-/// Not every system survives the question for the value of a null object.
-bool IsNullObject(const VARIANT& value) {
-    const auto type = static_cast<VARTYPE>(value.vt & ~VT_BYREF);
-    if (type != VT_DISPATCH && type != VT_UNKNOWN) return false;
-    if (value.punkVal == nullptr) return true;
-    return (value.vt & VT_BYREF) != 0 && *value.ppunkVal == nullptr;
-}
-
-}  // namespace
-
 HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
-    if (IsNullObject(value)) return DISP_E_TYPEMISMATCH;
     // The function only reads its source, it is declared without saying so.
     return ::VariantChangeTypeEx(&converted, const_cast<VARIANT*>(&value), locale, VARIANT_ALPHABOOL, type);
 }
 
 HRESULT To32Bits(LONG& bits, const VARIANT& value, LCID locale) {
     const VARIANT* const inner = Innermost(&value);
-    if (inner == nullptr) return DISP_E_TYPEMISMATCH;
+    if (inner == nullptr || IsNullObject(*inner)) return DISP_E_TYPEMISMATCH;
     VARIANT number = *inner;
     if ((inner->vt & VT_BYREF) != 0 && !SeeReferred(*inner, number)) return DISP_E_TYPEMISMATCH;
     if (number.vt != VT_UI8) {

@@ -12,6 +12,13 @@ bool IsMissing(const VARIANT& value) {
     return inner->vt == VT_ERROR && inner->scode == DISP_E_PARAMNOTFOUND;
 }
 
+bool IsNullObject(const VARIANT& value) {
+    const auto type = static_cast<VARTYPE>(value.vt & ~VT_BYREF);
+    if (type != VT_DISPATCH && type != VT_UNKNOWN) return false;
+    if (value.punkVal == nullptr) return true;
+    return (value.vt & VT_BYREF) != 0 && *value.ppunkVal == nullptr;
+}
+
 std::size_t StorageSize(VARTYPE type) {
     if ((type & VT_ARRAY) != 0) return sizeof(SAFEARRAY*);
     switch (type) {

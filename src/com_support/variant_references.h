@@ -36,6 +36,9 @@ inline VARIANT* Innermost(VARIANT* variant) {
 /// True for an argument that the caller left out, also where a variable says so.
 bool IsMissing(const VARIANT& value);
 
+/// True for an object that is not there, passed by value or by reference.
+bool IsNullObject(const VARIANT& value);
+
 /// How many bytes a value of `type` takes, in a variant and where a reference leads. 0 for a type that no reference
 /// leads to, and for VT_DECIMAL, which lies elsewhere in a variant: it has a case of its own in what follows.
 std::size_t StorageSize(VARTYPE type);

@@ -93,6 +93,23 @@ TEST(IsMissingTest, IsOneErrorAlsoBehindReferences) {
     EXPECT_FALSE(IsMissing(Number(DISP_E_PARAMNOTFOUND)));
 }
 
+TEST(IsNullObjectTest, HoweverItIsPassed) {
+    StandIn object;
+    IDispatch* none = nullptr;
+    IDispatch* variable = &object;
+    VARIANT present = Tagged(VT_DISPATCH);
+    present.pdispVal = &object;
+    for (const VARTYPE type : {VARTYPE{VT_DISPATCH}, VARTYPE{VT_UNKNOWN}}) {
+        EXPECT_TRUE(IsNullObject(Tagged(type))) << type;
+        EXPECT_TRUE(IsNullObject(Reference(type, &none))) << type;
+        EXPECT_TRUE(IsNullObject(Reference(type, nullptr))) << type;
+        EXPECT_FALSE(IsNullObject(Reference(type, &variable))) << type;
+    }
+    EXPECT_FALSE(IsNullObject(present));
+    EXPECT_FALSE(IsNullObject(Number(0)));
+    EXPECT_FALSE(IsNullObject(Tagged(VT_EMPTY)));
+}
+
 TEST(StorageSizeTest, IsTheSizeOfTheMemberOfTheVariant) {
     const VARIANT v = {};
     const struct {
@@ -226,17 +243,6 @@ TEST(ConvertTest, BooleansBecomeWords) {
     OwnedVariant text;
     ASSERT_EQ(Convert(text, truth, VT_BSTR, LOCALE_USER_DEFAULT), S_OK);
     EXPECT_EQ(View(text.bstrVal), L"True");
-}
-
-TEST(ConvertTest, ANullObjectIsNoValueHoweverItIsPassed) {
-    OwnedVariant number;
-    IDispatch* none = nullptr;
-    for (const VARTYPE type : {VARTYPE{VT_DISPATCH}, VARTYPE{VT_UNKNOWN}}) {
-        EXPECT_EQ(Convert(number, Tagged(type), VT_I4, 0), DISP_E_TYPEMISMATCH) << type;
-        EXPECT_EQ(Convert(number, Reference(type, &none), VT_I4, 0), DISP_E_TYPEMISMATCH) << type;
-        EXPECT_EQ(Convert(number, Reference(type, nullptr), VT_I4, 0), DISP_E_TYPEMISMATCH) << type;
-    }
-    EXPECT_EQ(number.vt, VT_EMPTY);
 }
 
 TEST(ConvertTest, SaysWhyAValueDoesNotFit) {

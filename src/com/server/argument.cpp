@@ -68,6 +68,7 @@ HRESULT ConversionResult(HRESULT result) {
 
 HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
     ::VariantInit(&converted);
+    if (com_support::IsNullObject(value)) return DISP_E_TYPEMISMATCH;
     const HRESULT changed = com_support::Convert(converted, value, type, locale);
     if (type != VT_DATE || changed != DISP_E_OVERFLOW) return ConversionResult(changed);
     // Every number is accepted as a date. The member decides about one outside the calendar, as it does for compiled
