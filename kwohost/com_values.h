@@ -6,9 +6,16 @@
 #include <string_view>
 #include <utility>
 
-#include "com_ptr.h"
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
+#include "com_support/owned_variant.h"
 
 namespace kwohost {
+
+using kwo::com_support::Bstr;
+using kwo::com_support::ComPtr;
+using kwo::com_support::OwnedVariant;
+using kwo::com_support::View;
 
 /// Numbers that script authors know from the language's own run-time.
 enum class RuntimeError : unsigned short {
@@ -45,45 +52,12 @@ inline void Check(HRESULT result) {
     if (FAILED(result)) Fail(result);
 }
 
-/// Owns what it holds.
-class Variant : public VARIANT {
-public:
-    Variant() noexcept { VariantInit(this); }
-    /// A copy by value, through every level of reference.
-    explicit Variant(const VARIANT& other) : Variant() { Check(VariantCopyInd(this, const_cast<VARIANT*>(&other))); }
-    Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-    Variant& operator=(Variant&&) = delete;
-    ~Variant() { VariantClear(this); }
-
-    /// Hands the content over and keeps nothing.
-    VARIANT Detach() noexcept {
-        const VARIANT content = *this;
-        VariantInit(this);
-        return content;
-    }
-};
-
-/// Owns what a call put into it.
-class Bstr {
-public:
-    Bstr() = default;
-    explicit Bstr(BSTR text) : mText(text) {}
-    explicit Bstr(std::wstring_view text) : mText(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
-        if (!mText) Fail(E_OUTOFMEMORY);
-    }
-    Bstr(const Bstr&) = delete;
-    Bstr& operator=(const Bstr&) = delete;
-    ~Bstr() { SysFreeString(mText); }
-
-    BSTR* Receive() { return &mText; }
-    BSTR Get() const { return mText; }
-    BSTR Detach() { return std::exchange(mText, nullptr); }
-    std::wstring_view View() const { return {mText ? mText : L"", SysStringLen(mText)}; }
-
-private:
-    BSTR mText = nullptr;
-};
+/// A copy by value, through every level of reference.
+inline OwnedVariant Copied(const VARIANT& value) {
+    OwnedVariant copy;
+    // The function only reads its source, it is declared without saying so.
+    Check(VariantCopyInd(&copy, const_cast<VARIANT*>(&value)));
+    return copy;
+}
 
 }  // namespace kwohost

@@ -19,7 +19,7 @@ public:
 
 private:
     const DISPPARAMS& mOriginal;
-    std::vector<Variant> mValues;
+    std::vector<OwnedVariant> mValues;
     std::vector<VARIANT> mForScript;
     DISPPARAMS mParams = {};
 };

@@ -11,12 +11,12 @@ void EventConnections::Connect(IDispatch* object, std::wstring prefix) {
     const auto events = FindEventInterface(object);
     Connection connection;
     ComPtr<IConnectionPointContainer> container;
-    if (!events || FAILED(object->QueryInterface(IID_PPV_ARGS(container.Receive()))) ||
-        FAILED(container->FindConnectionPoint(events->id, connection.point.Receive())))
+    if (!events || FAILED(object->QueryInterface(IID_PPV_ARGS(container.Out()))) ||
+        FAILED(container->FindConnectionPoint(events->id, connection.point.Out())))
         Fail(RuntimeError::NoEvents, L"The object has no events that a script can receive");
 
     Disconnect(object);
-    Check(object->QueryInterface(IID_PPV_ARGS(connection.identity.Receive())));
+    Check(object->QueryInterface(IID_PPV_ARGS(connection.identity.Out())));
     connection.sink = MakeObject<EventSink>(*events, std::move(prefix), mHandler);
     Check(connection.point->Advise(connection.sink.Get(), &connection.cookie));
     mConnections.push_back(std::move(connection));
@@ -24,7 +24,7 @@ void EventConnections::Connect(IDispatch* object, std::wstring prefix) {
 
 void EventConnections::Disconnect(IDispatch* object) {
     ComPtr<IUnknown> identity;
-    Check(object->QueryInterface(IID_PPV_ARGS(identity.Receive())));
+    Check(object->QueryInterface(IID_PPV_ARGS(identity.Out())));
     const auto found =
         std::find_if(mConnections.begin(), mConnections.end(),
                      [&identity](const Connection& connection) { return connection.identity.Get() == identity.Get(); });

@@ -2,24 +2,20 @@
 
 #include <olectl.h>
 
+#include "com_support/type_description.h"
+
 namespace kwohost {
 
 namespace {
 
+using kwo::com_support::TypeAttributes;
+
 constexpr int kDefaultSource = IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE;
 
-/// The attributes of a type, given back to it at the end.
-class Attributes {
+/// Those of a type that must have them.
+class Attributes : public TypeAttributes {
 public:
-    explicit Attributes(ITypeInfo* type) : mType(type) { Check(type->GetTypeAttr(&mAttributes)); }
-    Attributes(const Attributes&) = delete;
-    Attributes& operator=(const Attributes&) = delete;
-    ~Attributes() { mType->ReleaseTypeAttr(mAttributes); }
-    const TYPEATTR* operator->() const { return mAttributes; }
-
-private:
-    ITypeInfo* mType;
-    TYPEATTR* mAttributes = nullptr;
+    explicit Attributes(ITypeInfo* type) : TypeAttributes(*type) { Check(Status()); }
 };
 
 ComPtr<ITypeInfo> DefaultSourceOf(ITypeInfo* classInfo) {
@@ -31,7 +27,7 @@ ComPtr<ITypeInfo> DefaultSourceOf(ITypeInfo* classInfo) {
         Check(classInfo->GetImplTypeFlags(i, &flags));
         if ((flags & kDefaultSource) != kDefaultSource) continue;
         Check(classInfo->GetRefTypeOfImplType(i, &reference));
-        Check(classInfo->GetRefTypeInfo(reference, type.Receive()));
+        Check(classInfo->GetRefTypeInfo(reference, type.Out()));
         return type;
     }
     return nullptr;
@@ -41,8 +37,7 @@ ComPtr<ITypeInfo> TypeInTheLibraryOf(ITypeInfo* classInfo, REFIID id) {
     ComPtr<ITypeLib> library;
     ComPtr<ITypeInfo> type;
     UINT index = 0;
-    if (SUCCEEDED(classInfo->GetContainingTypeLib(library.Receive(), &index)))
-        library->GetTypeInfoOfGuid(id, type.Receive());
+    if (SUCCEEDED(classInfo->GetContainingTypeLib(library.Out(), &index))) library->GetTypeInfoOfGuid(id, type.Out());
     return type;
 }
 
@@ -50,13 +45,12 @@ std::map<DISPID, std::wstring> NamesOf(ITypeInfo* type) {
     std::map<DISPID, std::wstring> names;
     const Attributes attributes(type);
     for (UINT i = 0; i < attributes->cFuncs; ++i) {
-        FUNCDESC* function = nullptr;
+        const kwo::com_support::FunctionDescription function(*type, i);
         // If one member cannot be described, the others must still work.
-        if (FAILED(type->GetFuncDesc(i, &function))) continue;
+        if (!function) continue;
         const MEMBERID id = function->memid;
-        type->ReleaseFuncDesc(function);
         Bstr name;
-        if (SUCCEEDED(type->GetDocumentation(id, name.Receive(), nullptr, nullptr, nullptr))) names[id] = name.View();
+        if (SUCCEEDED(type->GetDocumentation(id, name.Out(), nullptr, nullptr, nullptr))) names[id] = name.View();
     }
     return names;
 }
@@ -67,15 +61,14 @@ std::optional<EventInterface> FindEventInterface(IUnknown* object) {
     ComPtr<IProvideClassInfo> provider;
     ComPtr<IProvideClassInfo2> namedProvider;
     ComPtr<ITypeInfo> classInfo;
-    if (FAILED(object->QueryInterface(IID_PPV_ARGS(provider.Receive()))) ||
-        FAILED(provider->GetClassInfo(classInfo.Receive())))
+    if (FAILED(object->QueryInterface(IID_PPV_ARGS(provider.Out()))) || FAILED(provider->GetClassInfo(classInfo.Out())))
         return std::nullopt;
 
     EventInterface events;
     ComPtr<ITypeInfo> type = DefaultSourceOf(classInfo.Get());
     if (type) events.id = Attributes(type.Get())->guid;
     IID stated = IID_NULL;
-    if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(namedProvider.Receive()))) &&
+    if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(namedProvider.Out()))) &&
         SUCCEEDED(namedProvider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &stated)) && stated != events.id) {
         events.id = stated;
         type = TypeInTheLibraryOf(classInfo.Get(), stated);

@@ -16,19 +16,19 @@ public:
         first.lpstrName = const_cast<LPOLESTR>(L"MS Sans Serif");
         first.cySize.int64 = 82'500;
         first.sWeight = FW_NORMAL;
-        Check(OleCreateFontIndirect(&first, IID_IFont, mFont.ReceiveAny()));
+        Check(OleCreateFontIndirect(&first, IID_IFont, mFont.OutVoid()));
         CountInTwips();
     }
 
     ComPtr<IDispatch> Object() const {
         ComPtr<IDispatch> object;
-        Check(mFont->QueryInterface(IID_PPV_ARGS(object.Receive())));
+        Check(mFont->QueryInterface(IID_PPV_ARGS(object.Out())));
         return object;
     }
     /// Uses another font object. Raises error 13 if it is not a font.
     void Share(IDispatch* object) {
         ComPtr<IFont> font;
-        if (FAILED(object->QueryInterface(IID_IFont, font.ReceiveAny())))
+        if (FAILED(object->QueryInterface(IID_IFont, font.OutVoid())))
             Fail(RuntimeError::TypeMismatch, L"This is no font");
         mFont = font;
         CountInTwips();

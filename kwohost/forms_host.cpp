@@ -129,7 +129,7 @@ private:
         wchar_t whole[MAX_PATH];
         if (GetFullPathNameW(path.c_str(), MAX_PATH, whole, nullptr) != 0) path = whole;
         ComPtr<IDispatch> picture;
-        if (FAILED(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IDispatch, picture.ReceiveAny())))
+        if (FAILED(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IDispatch, picture.OutVoid())))
             Fail(static_cast<RuntimeError>(kInvalidPicture), L"'" + path + L"' is no picture");
         call.ReturnObject(picture);
     }
@@ -148,7 +148,7 @@ private:
         ComPtr<IPicture> picture;
         SHORT type = 0;
         OLE_HANDLE handle = 0;
-        if (FAILED(target->QueryInterface(IID_IPicture, picture.ReceiveAny())) || FAILED(picture->get_Type(&type)) ||
+        if (FAILED(target->QueryInterface(IID_IPicture, picture.OutVoid())) || FAILED(picture->get_Type(&type)) ||
             type != PICTYPE_BITMAP || FAILED(picture->get_Handle(&handle)))
             Fail(static_cast<RuntimeError>(kInvalidPicture), L"Only bitmaps, picture boxes and windows can be saved");
         SaveBitmap(reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle))), path);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "com_support/exception_info.h"
 #include "event_arguments.h"
 #include "script_variables.h"
 
@@ -16,7 +17,7 @@ constexpr wchar_t kErrorSource[] = L"kwohost";
 constexpr wchar_t kCannotStore[] = L"An argument cannot take the value that the procedure assigned to it";
 
 std::wstring Text(BSTR text) {
-    return std::wstring(text ? text : L"", SysStringLen(text));
+    return std::wstring(View(text));
 }
 
 }  // namespace
@@ -39,14 +40,14 @@ int ScriptHost::Run() {
 
 HRESULT ScriptHost::Start() {
     const bool isJScript = mSource.language == Language::JScript;
-    const HRESULT created = CoCreateInstance(isJScript ? kJScript : kVBScript, nullptr, CLSCTX_INPROC_SERVER,
-                                             IID_PPV_ARGS(mEngine.Receive()));
+    const HRESULT created =
+        CoCreateInstance(isJScript ? kJScript : kVBScript, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(mEngine.Out()));
     if (FAILED(created)) {
         Report(kErrorSource, created, isJScript ? L"JScript is not installed" : L"VBScript is not installed");
         return created;
     }
     ComPtr<IActiveScriptParse> parser;
-    HRESULT result = mEngine.As(parser);
+    HRESULT result = mEngine->QueryInterface(IID_PPV_ARGS(parser.Out()));
     if (SUCCEEDED(result)) result = mEngine->SetScriptSite(&mSite);
     if (SUCCEEDED(result)) result = parser->InitNew();
     for (const auto& [name, object] : mGlobals)
@@ -61,7 +62,7 @@ HRESULT ScriptHost::Start() {
 ComPtr<IDispatch> ScriptHost::FindProcedure(const std::wstring& procedure, DISPID& id) {
     ComPtr<IDispatch> script;
     auto* name = const_cast<LPOLESTR>(procedure.c_str());
-    if (mIsClosing || !mEngine || FAILED(mEngine->GetScriptDispatch(nullptr, script.Receive())) || !script ||
+    if (mIsClosing || !mEngine || FAILED(mEngine->GetScriptDispatch(nullptr, script.Out())) || !script ||
         FAILED(script->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id)))
         return nullptr;
     return script;
@@ -79,20 +80,16 @@ HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAM
     if (!script) return DISP_E_MEMBERNOTFOUND;
     const int errorsBefore = mErrorCount;
     EventArguments arguments(params);
-    EXCEPINFO raised = {};
+    kwo::com_support::ExceptionInfo raised;
     const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
                                           result, &raised, nullptr);
-    const Bstr source(raised.bstrSource);
-    const Bstr description(raised.bstrDescription);
-    SysFreeString(raised.bstrHelpFile);
     if (SUCCEEDED(called)) {
         const HRESULT stored = arguments.WriteBack();
         if (SUCCEEDED(stored)) return stored;
         // The procedure has run. A code that means wrong types would make the caller try others.
         Report(procedure, stored, kCannotStore);
     } else if (mErrorCount == errorsBefore) {
-        Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? raised.scode : called,
-               Text(description.Get()));
+        ReportFailure(procedure, called, raised);
     }
     if (!exception) return DISP_E_EXCEPTION;
     *exception = {};
@@ -109,19 +106,19 @@ void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& pa
 
     const int errorsBefore = mErrorCount;
     EventArguments arguments(params);
-    EXCEPINFO exception = {};
+    kwo::com_support::ExceptionInfo exception;
     const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
                                           result, &exception, nullptr);
-    const Bstr source(exception.bstrSource);
-    const Bstr description(exception.bstrDescription);
-    SysFreeString(exception.bstrHelpFile);
     // An engine that has reported an error itself returns a failure without details.
-    if (FAILED(called) && mErrorCount == errorsBefore)
-        Report(source.Get() ? Text(source.Get()) : procedure, called == DISP_E_EXCEPTION ? exception.scode : called,
-               Text(description.Get()));
+    if (FAILED(called) && mErrorCount == errorsBefore) ReportFailure(procedure, called, exception);
     const HRESULT stored = arguments.WriteBack();
     if (FAILED(stored)) Report(procedure, stored, kCannotStore);
     if (mErrorCount != errorsBefore) End(kScriptFailed);
+}
+
+void ScriptHost::ReportFailure(const std::wstring& procedure, HRESULT called, const EXCEPINFO& raised) {
+    Report(raised.bstrSource ? Text(raised.bstrSource) : procedure, called == DISP_E_EXCEPTION ? raised.scode : called,
+           Text(raised.bstrDescription));
 }
 
 void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) {
@@ -149,8 +146,7 @@ void ScriptHost::Close() {
 /// VBScript keeps the variables of a script that is still running, inside an event for instance, when it is closed.
 void ScriptHost::LetGoOfVariables() {
     ComPtr<IDispatch> script;
-    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Receive())) && script)
-        EmptyVariables(script.Get());
+    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Out())) && script) EmptyVariables(script.Get());
 }
 
 void ScriptHost::End(int exitCode) {
@@ -191,15 +187,12 @@ HRESULT ScriptHost::Site::GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** ite
 }
 
 HRESULT ScriptHost::Site::OnScriptError(IActiveScriptError* error) {
-    EXCEPINFO exception = {};
+    kwo::com_support::ExceptionInfo exception;
     ErrorReport report{mHost.mSource.path};
     if (SUCCEEDED(error->GetExceptionInfo(&exception))) {
-        if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
-        const Bstr source(exception.bstrSource);
-        const Bstr description(exception.bstrDescription);
-        SysFreeString(exception.bstrHelpFile);
-        report.source = Text(source.Get());
-        report.description = Text(description.Get());
+        exception.Complete();
+        report.source = Text(exception.bstrSource);
+        report.description = Text(exception.bstrDescription);
         report.code = exception.scode ? exception.scode : ToResult(static_cast<RuntimeError>(exception.wCode));
     }
     DWORD context = 0;

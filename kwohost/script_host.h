@@ -40,6 +40,8 @@ public:
                           EXCEPINFO* exception);
     /// Reports an error that has no place in the script.
     void Report(const std::wstring& source, HRESULT code, const std::wstring& description);
+    /// Reports that `procedure` failed: `called` is what the engine returned, `raised` what it filled in.
+    void ReportFailure(const std::wstring& procedure, HRESULT called, const EXCEPINFO& raised);
     /// How many errors have been reported.
     int ErrorCount() const { return mErrorCount; }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "com_support/variant_conversion.h"
+#include "com_support/variant_references.h"
 #include "type_information.h"
 
 namespace kwohost {
@@ -18,18 +20,6 @@ bool SameName(std::wstring_view a, std::wstring_view b) {
            CSTR_EQUAL;
 }
 
-const VARIANT& Dereferenced(const VARIANT& value) {
-    const VARIANT* inner = &value;
-    while (inner->vt == (VT_BYREF | VT_VARIANT) && inner->pvarVal)
-        inner = inner->pvarVal;
-    return *inner;
-}
-
-bool IsMissing(const VARIANT& value) {
-    const VARIANT& inner = Dereferenced(value);
-    return inner.vt == VT_ERROR && inner.scode == DISP_E_PARAMNOTFOUND;
-}
-
 /// The one place where a failure becomes what the caller of a member gets.
 HRESULT Report(const ScriptFailure& failure, EXCEPINFO* exception) noexcept {
     if (failure.description.empty() || !exception) return failure.code;
@@ -43,16 +33,16 @@ HRESULT Report(const ScriptFailure& failure, EXCEPINFO* exception) noexcept {
 }  // namespace
 
 bool Call::Has(int index) const {
-    return index < Count() && !IsMissing(Raw(index));
+    return index < Count() && !kwo::com_support::IsMissing(Raw(index));
 }
 
-Variant Call::Value(int index) const {
-    return Variant(Raw(index));
+OwnedVariant Call::Value(int index) const {
+    return Copied(Raw(index));
 }
 
 std::wstring Call::Text(int index) const {
-    const Variant text = Converted(index, VT_BSTR);
-    return std::wstring(text.bstrVal ? text.bstrVal : L"", SysStringLen(text.bstrVal));
+    const OwnedVariant text = Converted(index, VT_BSTR);
+    return std::wstring(View(text.bstrVal));
 }
 
 LONG Call::Whole(int index) const {
@@ -68,51 +58,51 @@ bool Call::Truth(int index) const {
 }
 
 ComPtr<IDispatch> Call::Object(int index) const {
-    const Variant value = Value(index);
+    const OwnedVariant value = Value(index);
     if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) Fail(RuntimeError::ObjectRequired, L"Object required");
     if (!value.punkVal) Fail(RuntimeError::NoObjectSet, L"Object variable not set");
     ComPtr<IDispatch> object;
-    Check(value.punkVal->QueryInterface(IID_PPV_ARGS(object.Receive())));
+    Check(value.punkVal->QueryInterface(IID_PPV_ARGS(object.Out())));
     return object;
 }
 
 void Call::ReturnText(std::wstring_view text) {
-    Variant value;
+    OwnedVariant value;
     value.bstrVal = Bstr(text).Detach();
     value.vt = VT_BSTR;
     Deliver(std::move(value));
 }
 
 void Call::ReturnWhole(LONG number) {
-    Variant value;
+    OwnedVariant value;
     value.vt = VT_I4;
     value.lVal = number;
     Deliver(std::move(value));
 }
 
 void Call::ReturnSingle(double number) {
-    Variant value;
+    OwnedVariant value;
     value.vt = VT_R4;
     value.fltVal = static_cast<float>(number);
     Deliver(std::move(value));
 }
 
 void Call::ReturnTruth(bool truth) {
-    Variant value;
+    OwnedVariant value;
     value.vt = VT_BOOL;
     value.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
     Deliver(std::move(value));
 }
 
 void Call::ReturnObject(ComPtr<IDispatch> object) {
-    Variant value;
+    OwnedVariant value;
     value.vt = VT_DISPATCH;
     value.pdispVal = object.Detach();
     Deliver(std::move(value));
 }
 
 void Call::ReturnUnknown(ComPtr<IUnknown> object) {
-    Variant value;
+    OwnedVariant value;
     value.vt = VT_UNKNOWN;
     value.punkVal = object.Detach();
     Deliver(std::move(value));
@@ -123,13 +113,13 @@ const VARIANT& Call::Raw(int index) const {
     return mParams.rgvarg[mLast];
 }
 
-Variant Call::Converted(int index, VARTYPE type) const {
-    Variant value = Value(index);
-    Check(VariantChangeTypeEx(&value, &value, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+OwnedVariant Call::Converted(int index, VARTYPE type) const {
+    OwnedVariant value = Value(index);
+    Check(kwo::com_support::Convert(value, value, type, LOCALE_USER_DEFAULT));
     return value;
 }
 
-void Call::Deliver(Variant value) {
+void Call::Deliver(OwnedVariant value) {
     if (mResult) *mResult = value.Detach();
 }
 
@@ -139,7 +129,7 @@ bool ScriptObject::AlsoAnswers(REFIID iid) const {
 
 ScriptObject* ScriptObject::OwnObject(IDispatch* object) {
     ComPtr<IDispatch> own;
-    if (!object || FAILED(object->QueryInterface(kOwn, own.ReceiveAny()))) return nullptr;
+    if (!object || FAILED(object->QueryInterface(kOwn, own.OutVoid()))) return nullptr;
     return static_cast<ScriptObject*>(own.Get());
 }
 
@@ -260,7 +250,7 @@ HRESULT ScriptObject::RunBody(const Body& body, const DISPPARAMS& params, VARIAN
 HRESULT ScriptObject::CallDefaultOf(const Member& property, WORD flags, DISPPARAMS* params, VARIANT* result,
                                     EXCEPINFO* exception, UINT* badArgument) const {
     DISPPARAMS none = {};
-    Variant object;
+    OwnedVariant object;
     const HRESULT got = CallMember(property, none, &object, exception, badArgument);
     if (FAILED(got)) return got;
     if (object.vt != VT_DISPATCH || !object.pdispVal) return DISP_E_BADPARAMCOUNT;

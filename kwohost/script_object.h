@@ -18,7 +18,7 @@ public:
     /// False for an argument that was left out, in the middle or at the end.
     bool Has(int index) const;
     /// By value, whatever reference the script passed.
-    Variant Value(int index) const;
+    OwnedVariant Value(int index) const;
     std::wstring Text(int index) const;
     LONG Whole(int index) const;
     double Number(int index) const;
@@ -38,8 +38,8 @@ public:
 
 private:
     const VARIANT& Raw(int index) const;
-    Variant Converted(int index, VARTYPE type) const;
-    void Deliver(Variant value);
+    OwnedVariant Converted(int index, VARTYPE type) const;
+    void Deliver(OwnedVariant value);
 
     const DISPPARAMS& mParams;
     VARIANT* mResult;

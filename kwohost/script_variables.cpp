@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "com_support/type_description.h"
+
 namespace kwohost {
 
 namespace {
@@ -9,16 +11,12 @@ namespace {
 std::vector<DISPID> DescribedVariables(IDispatch* script) {
     std::vector<DISPID> variables;
     ComPtr<ITypeInfo> type;
-    TYPEATTR* attributes = nullptr;
-    if (FAILED(script->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.Receive())) || !type) return variables;
-    if (FAILED(type->GetTypeAttr(&attributes))) return variables;
-    const UINT count = attributes->cVars;
-    type->ReleaseTypeAttr(attributes);
-    for (UINT i = 0; i < count; ++i) {
-        VARDESC* variable = nullptr;
-        if (FAILED(type->GetVarDesc(i, &variable))) continue;
-        variables.push_back(variable->memid);
-        type->ReleaseVarDesc(variable);
+    if (FAILED(script->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.Out())) || !type) return variables;
+    const kwo::com_support::TypeAttributes attributes(*type);
+    if (!attributes) return variables;
+    for (UINT i = 0; i < attributes->cVars; ++i) {
+        const kwo::com_support::VariableDescription variable(*type, i);
+        if (variable) variables.push_back(variable->memid);
     }
     return variables;
 }

@@ -30,8 +30,8 @@ ComPtr<ITypeInfo> MakeTypeInformation(const wchar_t* name, const std::vector<Des
     ComPtr<ICreateTypeLib2> library;
     ComPtr<ICreateTypeInfo> type;
     ComPtr<ITypeInfo> made;
-    if (FAILED(CreateTypeLib2(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, L"kwohost.tlb", library.Receive())) ||
-        FAILED(library->CreateTypeInfo(const_cast<LPOLESTR>(name), TKIND_DISPATCH, type.Receive())))
+    if (FAILED(CreateTypeLib2(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, L"kwohost.tlb", library.Out())) ||
+        FAILED(library->CreateTypeInfo(const_cast<LPOLESTR>(name), TKIND_DISPATCH, type.Out())))
         return nullptr;
     UINT index = 0;
     for (const DescribedMember& member : members) {
@@ -39,7 +39,7 @@ ComPtr<ITypeInfo> MakeTypeInformation(const wchar_t* name, const std::vector<Des
             return nullptr;
         if (member.isAssignable && FAILED(AddFunction(type.Get(), index++, member, INVOKE_PROPERTYPUT))) return nullptr;
     }
-    if (FAILED(type->LayOut()) || FAILED(type->QueryInterface(IID_PPV_ARGS(made.Receive())))) return nullptr;
+    if (FAILED(type->LayOut()) || FAILED(type->QueryInterface(IID_PPV_ARGS(made.Out())))) return nullptr;
     return made;
 }
 

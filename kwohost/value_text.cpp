@@ -1,5 +1,7 @@
 #include "value_text.h"
 
+#include "com_support/variant_conversion.h"
+
 namespace kwohost {
 
 namespace {
@@ -7,23 +9,22 @@ namespace {
 constexpr int kMostNestedDefaults = 8;
 
 /// The value behind an object's default member, which may be an object again.
-Variant DefaultValue(const VARIANT& object) {
-    Variant value(object);
+OwnedVariant DefaultValue(const VARIANT& object) {
+    OwnedVariant value = Copied(object);
     for (int depth = 0; value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN; ++depth) {
         ComPtr<IDispatch> inner;
         if (!value.punkVal) Fail(RuntimeError::NoObjectSet, L"Object variable not set");
-        if (depth == kMostNestedDefaults || FAILED(value.punkVal->QueryInterface(IID_PPV_ARGS(inner.Receive()))))
+        if (depth == kMostNestedDefaults || FAILED(value.punkVal->QueryInterface(IID_PPV_ARGS(inner.Out()))))
             Fail(RuntimeError::NoDefaultMember, L"The object has no text");
-        VariantClear(&value);
         DISPPARAMS none = {};
         const HRESULT got = inner->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
-                                          &value, nullptr, nullptr);
+                                          value.Out(), nullptr, nullptr);
         if (FAILED(got)) Fail(RuntimeError::NoDefaultMember, L"The object has no text");
     }
     return value;
 }
 
-std::wstring SimpleText(Variant& value, Language language) {
+std::wstring SimpleText(OwnedVariant& value, Language language) {
     const bool isJScript = language == Language::JScript;
     switch (value.vt) {
         case VT_EMPTY:
@@ -39,15 +40,15 @@ std::wstring SimpleText(Variant& value, Language language) {
             break;
     }
     const LCID locale = isJScript ? LOCALE_INVARIANT : LOCALE_USER_DEFAULT;
-    if (FAILED(VariantChangeTypeEx(&value, &value, locale, 0, VT_BSTR)))
+    if (FAILED(kwo::com_support::Convert(value, value, VT_BSTR, locale)))
         Fail(RuntimeError::TypeMismatch, L"Type mismatch: the value has no text");
-    return std::wstring(value.bstrVal ? value.bstrVal : L"", SysStringLen(value.bstrVal));
+    return std::wstring(View(value.bstrVal));
 }
 
 }  // namespace
 
 std::wstring ValueText(const VARIANT& value, Language language) {
-    Variant plain = DefaultValue(value);
+    OwnedVariant plain = DefaultValue(value);
     return SimpleText(plain, language);
 }
 

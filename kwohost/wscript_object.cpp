@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "com_support/module_path.h"
 #include "kwohost_version.h"
 #include "message_loop.h"
 #include "output.h"
@@ -57,22 +58,12 @@ private:
     Language mLanguage;
 };
 
-std::wstring ProgramPath() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) return path.substr(0, length);
-        path.resize(path.size() * 2);
-    }
-}
-
 ComPtr<IDispatch> CreateByName(const std::wstring& name) {
     CLSID id = CLSID_NULL;
     ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromProgID(name.c_str(), &id);
     if (SUCCEEDED(result))
-        result =
-            CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(object.Receive()));
+        result = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(object.Out()));
     if (FAILED(result)) {
         const std::wstring reason = SystemText(static_cast<DWORD>(result));
         Fail(RuntimeError::CannotCreateObject,
@@ -124,7 +115,7 @@ private:
             const std::wstring& path = mHost.ScriptPath();
             call.ReturnText(path.substr(path.find_last_of(L"\\/") + 1));
         });
-        AddProperty(L"FullName", [](Call& call) { call.ReturnText(ProgramPath()); });
+        AddProperty(L"FullName", [](Call& call) { call.ReturnText(kwo::com_support::ModulePath(nullptr)); });
         AddProperty(L"Name", [](Call& call) { call.ReturnText(L"kwohost"); });
         AddProperty(L"Version", [](Call& call) { call.ReturnText(KWOHOST_VERSION); });
         SetDefault(L"Name");

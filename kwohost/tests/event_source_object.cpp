@@ -27,11 +27,11 @@ void AddEvent(ICreateTypeInfo* events, UINT index, DISPID id, const wchar_t* nam
 /// A class with one default source interface, described in memory.
 ComPtr<ITypeInfo> DescribeClass() {
     ComPtr<ICreateTypeLib2> library;
-    Check(CreateTypeLib2(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, L"event_source.tlb", library.Receive()));
+    Check(CreateTypeLib2(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, L"event_source.tlb", library.Out()));
     Check(library->SetGuid(kLibrary));
 
     ComPtr<ICreateTypeInfo> events;
-    Check(library->CreateTypeInfo(const_cast<LPOLESTR>(L"_SourceEvents"), TKIND_DISPATCH, events.Receive()));
+    Check(library->CreateTypeInfo(const_cast<LPOLESTR>(L"_SourceEvents"), TKIND_DISPATCH, events.Out()));
     Check(events->SetGuid(kEvents));
     AddEvent(events.Get(), 0, EventSourceObject::kTick, L"Tick");
     AddEvent(events.Get(), 1, EventSourceObject::kAsk, L"Ask");
@@ -41,14 +41,14 @@ ComPtr<ITypeInfo> DescribeClass() {
     ComPtr<ITypeInfo> eventsInfo;
     ComPtr<ITypeInfo> info;
     HREFTYPE reference = 0;
-    Check(library->CreateTypeInfo(const_cast<LPOLESTR>(L"Source"), TKIND_COCLASS, description.Receive()));
+    Check(library->CreateTypeInfo(const_cast<LPOLESTR>(L"Source"), TKIND_COCLASS, description.Out()));
     Check(description->SetGuid(kClass));
-    Check(events.As(eventsInfo));
+    Check(events->QueryInterface(IID_PPV_ARGS(eventsInfo.Out())));
     Check(description->AddRefTypeInfo(eventsInfo.Get(), &reference));
     Check(description->AddImplType(0, reference));
     Check(description->SetImplTypeFlags(0, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE));
     Check(description->LayOut());
-    Check(description.As(info));
+    Check(description->QueryInterface(IID_PPV_ARGS(info.Out())));
     return info;
 }
 
@@ -65,7 +65,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override {
         ComPtr<IDispatch> events;
-        const HRESULT known = sink->QueryInterface(kEvents, events.ReceiveAny());
+        const HRESULT known = sink->QueryInterface(kEvents, events.OutVoid());
         if (FAILED(known)) return CONNECT_E_CANNOTCONNECT;
         mSinks.push_back({++mLastCookie, events});
         *cookie = mLastCookie;

@@ -143,7 +143,7 @@ TEST_F(EventsTest, EventInsideAnEventRunsAtOnce) {
 
 TEST_F(EventsTest, FunctionAnswersTheEvent) {
     Run(L"Function s_Ask()\r\ns_Ask = 42\r\nEnd Function\r\nWScript.ConnectObject Source, \"s\"");
-    Variant answer;
+    OwnedVariant answer;
 
     source->Fire(EventSourceObject::kAsk, {}, &answer);
 
@@ -211,14 +211,13 @@ TEST_F(AssigningTest, Fractions) {
 }
 
 TEST_F(AssigningTest, Text) {
-    BSTR value = SysAllocString(L"before");
-    Ask(L"v & \" and after\"", Reference(VT_BSTR, &value));
-    EXPECT_STREQ(value, L"before and after");
-    SysFreeString(value);
+    Bstr value(L"before");
+    Ask(L"v & \" and after\"", Reference(VT_BSTR, value.InOut()));
+    EXPECT_STREQ(value.Get(), L"before and after");
 }
 
 TEST_F(AssigningTest, VariantTakesTheTypeOfTheAssignedValue) {
-    Variant value;
+    OwnedVariant value;
     Ask(L"\"text\"", Reference(VT_VARIANT, &value));
     ASSERT_EQ(value.vt, VT_BSTR);
     EXPECT_STREQ(value.bstrVal, L"text");

@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "com_support/owned_array.h"
 #include "error_report.h"
 #include "font.h"
 #include "message_loop.h"
@@ -104,10 +105,10 @@ TEST(ValueText, WhatHasNoTextIsAnError) {
         return S_OK;
     };
     EXPECT_EQ(failure(Of(VT_DISPATCH)), ToResult(RuntimeError::NoObjectSet));
+    const kwo::com_support::OwnedArray two(VT_VARIANT, 0, 2);
     VARIANT array = Of(VT_ARRAY | VT_VARIANT);
-    array.parray = SafeArrayCreateVector(VT_VARIANT, 0, 2);
+    array.parray = two.Get();
     EXPECT_EQ(failure(array), ToResult(RuntimeError::TypeMismatch));
-    SafeArrayDestroy(array.parray);
 }
 
 TEST(MessageLoop, EndsInTimeAlsoUnderAFloodOfMessages) {
@@ -161,7 +162,7 @@ ComPtr<IDispatch> MakeFont(double points) {
     description.cySize.int64 = std::llround(points * 10'000);
     description.sWeight = FW_NORMAL;
     ComPtr<IDispatch> font;
-    OleCreateFontIndirect(&description, IID_IDispatch, font.ReceiveAny());
+    OleCreateFontIndirect(&description, IID_IDispatch, font.OutVoid());
     return font;
 }
 
