@@ -1,9 +1,10 @@
 #include "kwoinit/dll/message_arrays.h"
 
 #include <algorithm>
-#include <string>
+#include <utility>
 
-#include "com/server/com_values.h"
+#include "com_support/bstr.h"
+#include "com_support/owned_array.h"
 #include "kwoinit/message_errors.h"
 
 namespace kwo::kwoinit {
@@ -14,22 +15,13 @@ constexpr TextView kSource = u"KWOInitialize.KWO_MsgTableLoad";
 /// What a 16-bit index can count.
 constexpr ULONG kLongestIndex = 32'767;
 
+/// The elements of an array that must give access to them.
 template <class Element>
-class Elements {
+class Elements : public com_support::ArrayElements<Element> {
 public:
-    explicit Elements(SAFEARRAY* array) : mArray(array) {
-        if (FAILED(::SafeArrayAccessData(array, reinterpret_cast<void**>(&mFirst)))) {
-            Raise(MessageError::BadArray, kSource, u"An array cannot be accessed");
-        }
+    explicit Elements(SAFEARRAY* array) : com_support::ArrayElements<Element>(array) {
+        if (FAILED(this->Status())) Raise(MessageError::BadArray, kSource, u"An array cannot be accessed");
     }
-    ~Elements() { ::SafeArrayUnaccessData(mArray); }
-    Elements(const Elements&) = delete;
-    Elements& operator=(const Elements&) = delete;
-    Element& operator[](ULONG at) const { return mFirst[at]; }
-
-private:
-    SAFEARRAY* mArray;
-    Element* mFirst = nullptr;
 };
 
 bool IsOf(SAFEARRAY* array, VARTYPE element) {
@@ -54,8 +46,8 @@ void FillTexts(SAFEARRAY* array, const MessageFile::Texts& texts) {
         const std::int64_t number = std::int64_t{bound.lLbound} + at;
         const bool isNumber = number >= 1 && number <= kHighestNumber;
         const TextView text = isNumber ? texts[static_cast<std::int32_t>(number)] : TextView();
-        BSTR const fresh = text.empty() ? nullptr : com::NewString(text);
-        ::SysFreeString(std::exchange(elements[at], fresh));
+        com_support::Bstr fresh = text.empty() ? com_support::Bstr() : com_support::Bstr(text);
+        std::swap(elements[at], *fresh.InOut());
     }
 }
 

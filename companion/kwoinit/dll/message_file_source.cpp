@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "com/server/module.h"
+#include "com_support/module_path.h"
 #include "kwoinit/message_errors.h"
 #include "kwoinit/message_file.h"
 
@@ -65,15 +66,7 @@ std::optional<FoundFile> Read(const platform::Text& path) {
 }
 
 platform::Text FolderOfThisDll() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetModuleFileNameW(com::ThisModule(), path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            break;
-        }
-        path.resize(2 * path.size());
-    }
+    std::wstring path = com_support::ModulePath(com::ThisModule());
     path.resize(path.find_last_of(L'\\') + 1);
     return {path.begin(), path.end()};
 }
