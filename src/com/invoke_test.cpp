@@ -12,6 +12,7 @@
 #include "com/server/invoke.h"
 #include "com_support/exception_info.h"
 #include "kwoutil.h"
+#include "support/stand_in.h"
 
 namespace kwo::com {
 namespace {
@@ -37,23 +38,6 @@ const DispatchTable& Timer() {
     return info.Table();
 }
 
-/// An object that nobody calls.
-class Plain final : public IDispatch {
-public:
-    STDMETHODIMP QueryInterface(REFIID, void** object) override {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
-};
-
 /// The place of the member that a put of `value` reaches.
 int PutItem(VARIANT value, WORD flags) {
     constexpr DISPID kItem = 0x40030000;
@@ -68,7 +52,7 @@ TEST(InvokePut, WithBothFlagsTheValueDecides) {
     constexpr int kLet = 1;
     constexpr int kSet = 2;
     constexpr WORD kBoth = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
-    Plain object;
+    test_support::StandIn<> object;
     VARIANT number = {};
     number.vt = VT_I4;
     VARIANT reference = {};

@@ -64,7 +64,7 @@ TEST_F(ChangingTimerVariables, MayBecomeReferences) {
         tag = Var();
         static_cast<VARIANT&>(tag) = Var::Reference(VT_I2, &small);
         date = Var();
-        static_cast<VARIANT&>(date) = Var::Ref(text.Ref());
+        static_cast<VARIANT&>(date) = Var::Ref(text.InOut());
         *arguments.rgvarg[1].plVal = 8;
         *arguments.rgvarg[0].pdate = 2;
         return S_OK;

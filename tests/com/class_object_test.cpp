@@ -16,7 +16,7 @@ GUID IdentifierOf(const std::wstring& typeName) {
     const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
     const ComPtr<ITypeInfo> info = library ? TypeInfoOf(library.Get(), typeName) : ComPtr<ITypeInfo>();
     if (!info) return {};
-    return TypeAttributes(info.Get())->guid;
+    return TypeAttributes(*info)->guid;
 }
 
 const GUID kNobodysInterface = {0x1c3f50f1, 0x2b5e, 0x4f3a, {0x9d, 0x0e, 0x51, 0x6a, 0x77, 0x30, 0x2c, 0x11}};
@@ -48,7 +48,7 @@ TEST_P(EveryClass, RefusesAggregation) {
     EXPECT_EQ(Hex(CLASS_E_NOAGGREGATION),
               Hex(CoCreateInstance(ClassId(GetParam()), &outer, CLSCTX_INPROC_SERVER, IID_IUnknown, inner.OutVoid())));
     EXPECT_FALSE(inner);
-    EXPECT_EQ(0u, outer.References());
+    EXPECT_EQ(0u, outer.references);
 }
 
 TEST_P(EveryClass, CreationForAnUnknownInterfaceLeavesNull) {
@@ -156,7 +156,7 @@ TEST_P(EveryClass, ProvidesTheDescriptionOfItsClass) {
 
     ASSERT_EQ(Hex(S_OK), Hex(provider->GetClassInfo(info.Out())));
     EXPECT_EQ(Narrow(GetParam()), NameOf(info.Get()));
-    EXPECT_EQ(TKIND_COCLASS, TypeAttributes(info.Get())->typekind);
+    EXPECT_EQ(TKIND_COCLASS, TypeAttributes(*info)->typekind);
     EXPECT_EQ(Hex(E_POINTER), Hex(provider->GetClassInfo(nullptr)));
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "com_support/exception_info.h"
+
 namespace kwo::com_test {
 
 Outcome InvokeId(IDispatch* object, DISPID id, WORD flags, const std::vector<Var>& arguments,
@@ -13,19 +15,14 @@ Outcome InvokeId(IDispatch* object, DISPID id, WORD flags, const std::vector<Var
     DISPPARAMS parameters = {reversed.data(), names.data(), static_cast<UINT>(reversed.size()),
                              static_cast<UINT>(names.size())};
     Outcome outcome;
-    EXCEPINFO exception = {};
+    com_support::ExceptionInfo exception;
     outcome.status = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &outcome.result, &exception,
                                     &outcome.badArgument);
-    if (outcome.status == DISP_E_EXCEPTION && exception.pfnDeferredFillIn != nullptr) {
-        exception.pfnDeferredFillIn(&exception);
-    }
+    if (outcome.status == DISP_E_EXCEPTION) exception.Complete();
     outcome.scode = exception.scode;
     outcome.code = exception.wCode;
-    if (exception.bstrSource != nullptr) outcome.source = exception.bstrSource;
-    if (exception.bstrDescription != nullptr) outcome.description = exception.bstrDescription;
-    SysFreeString(exception.bstrSource);
-    SysFreeString(exception.bstrDescription);
-    SysFreeString(exception.bstrHelpFile);
+    outcome.source = com_support::View(exception.bstrSource);
+    outcome.description = com_support::View(exception.bstrDescription);
     return outcome;
 }
 
@@ -135,36 +132,6 @@ std::string Hex(HRESULT status) {
     char text[16];
     std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(status));
     return text;
-}
-
-HRESULT STDMETHODCALLTYPE Probe::QueryInterface(REFIID iid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    if (iid != IID_IUnknown && iid != IID_IDispatch) {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE Probe::GetTypeInfoCount(UINT* count) {
-    *count = 0;
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE Probe::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-    *info = nullptr;
-    return DISP_E_BADINDEX;
-}
-
-HRESULT STDMETHODCALLTYPE Probe::GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID* ids) {
-    std::fill(ids, ids + count, DISPID_UNKNOWN);
-    return DISP_E_UNKNOWNNAME;
-}
-
-HRESULT STDMETHODCALLTYPE Probe::Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) {
-    return DISP_E_MEMBERNOTFOUND;
 }
 
 }  // namespace kwo::com_test

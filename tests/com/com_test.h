@@ -10,94 +10,32 @@
 #include <utility>
 #include <vector>
 
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
+#include "com_support/owned_variant.h"
+#include "support/stand_in.h"
+
 namespace kwo::com_test {
 
-/// A counted reference to an interface.
-template <class T>
-class ComPtr {
+using com_support::As;
+using com_support::Bstr;
+using com_support::ComPtr;
+
+/// A VARIANT that clears itself, as an argument that a test writes down. Its bytes are 0 where nothing is.
+class Var : public com_support::OwnedVariant {
 public:
-    ComPtr() = default;
-    ComPtr(const ComPtr& other) : mPointer(other.mPointer) {
-        if (mPointer != nullptr) mPointer->AddRef();
-    }
-    ComPtr(ComPtr&& other) noexcept : mPointer(std::exchange(other.mPointer, nullptr)) {}
-    ComPtr& operator=(ComPtr other) noexcept {
-        std::swap(mPointer, other.mPointer);
-        return *this;
-    }
-    ~ComPtr() { Reset(); }
-
-    /// Takes over a reference that the caller already holds.
-    static ComPtr Attach(T* pointer) {
-        ComPtr result;
-        result.mPointer = pointer;
-        return result;
-    }
-    /// Releases what it holds; returns the count that Release answered, 0 when it held nothing.
-    ULONG Reset() {
-        T* pointer = std::exchange(mPointer, nullptr);
-        return pointer != nullptr ? pointer->Release() : 0;
-    }
-    T* Get() const { return mPointer; }
-    T* operator->() const { return mPointer; }
-    explicit operator bool() const { return mPointer != nullptr; }
-    /// For out arguments; releases what it held.
-    T** Out() {
-        Reset();
-        return &mPointer;
-    }
-    void** OutVoid() { return reinterpret_cast<void**>(Out()); }
-
-private:
-    T* mPointer = nullptr;
-};
-
-/// Null when the object does not have the interface.
-template <class T>
-ComPtr<T> As(IUnknown* object, REFIID iid) {
-    ComPtr<T> result;
-    if (object == nullptr || FAILED(object->QueryInterface(iid, result.OutVoid()))) result = {};
-    return result;
-}
-
-/// An automation string; null and empty are told apart by `Get`.
-class Bstr {
-public:
-    Bstr() = default;
-    explicit Bstr(const std::wstring& text) : mText(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
-    Bstr(const Bstr&) = delete;
-    Bstr& operator=(const Bstr&) = delete;
-    ~Bstr() { SysFreeString(mText); }
-
-    BSTR Get() const { return mText; }
-    BSTR* Ref() { return &mText; }
-    BSTR* Out() {
-        SysFreeString(mText);
-        mText = nullptr;
-        return &mText;
-    }
-    std::wstring Text() const { return std::wstring(mText != nullptr ? mText : L"", SysStringLen(mText)); }
-
-private:
-    BSTR mText = nullptr;
-};
-
-/// A VARIANT that clears itself. References in it are not owned.
-class Var : public VARIANT {
-public:
-    Var() : VARIANT{} {}
+    Var() : OwnedVariant(VARIANT{}) {}
     Var(const Var& other) : Var() { VariantCopy(this, const_cast<Var*>(&other)); }
-    Var(Var&& other) noexcept : VARIANT(other) { VariantInit(&other); }
+    Var(Var&&) noexcept = default;
     Var& operator=(Var other) noexcept {
         std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
         return *this;
     }
-    ~Var() { VariantClear(this); }
 
     Var(const wchar_t* text) : Var(std::wstring(text)) {}
     Var(const std::wstring& text) : Var() {
         vt = VT_BSTR;
-        bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+        bstrVal = com_support::NewString(text);
     }
     Var(int number) : Var(static_cast<long>(number)) {}
     Var(long number) : Var() {
@@ -168,7 +106,7 @@ public:
     /// The string it holds, "<not text>" when it holds none.
     std::wstring Text() const {
         if (vt != VT_BSTR) return L"<not text>";
-        return std::wstring(bstrVal != nullptr ? bstrVal : L"", SysStringLen(bstrVal));
+        return std::wstring(com_support::View(bstrVal));
     }
 };
 
@@ -228,21 +166,7 @@ ErrorObject TakeErrorObject();
 std::string Narrow(const std::wstring& text);
 std::string Hex(HRESULT status);
 
-/// An object of the tests' own: knows no member, counts its references.
-class Probe final : public IDispatch {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++mReferences; }
-    ULONG STDMETHODCALLTYPE Release() override { return --mReferences; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID* ids) override;
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override;
-
-    ULONG References() const { return mReferences; }
-
-private:
-    ULONG mReferences = 0;
-};
+/// An object that knows no member and counts its references.
+using Probe = test_support::StandIn<>;
 
 }  // namespace kwo::com_test

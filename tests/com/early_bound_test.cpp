@@ -24,7 +24,7 @@ protected:
         const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
         const ComPtr<ITypeInfo> info = TypeInfoOf(library.Get(), L"_KWORegistry");
         ASSERT_TRUE(info);
-        ASSERT_EQ(Hex(S_OK), Hex(mRegistry->QueryInterface(TypeAttributes(info.Get())->guid, mSlots.OutVoid())));
+        ASSERT_EQ(Hex(S_OK), Hex(mRegistry->QueryInterface(TypeAttributes(*info)->guid, mSlots.OutVoid())));
         TakeErrorObject();
     }
 
@@ -37,10 +37,10 @@ protected:
 };
 
 TEST_F(EarlyBoundRegistry, SetsAndGetsAValue) {
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetValue(&mRoot, mKeyName.Ref(), mValueName.Ref(), mValue.Ref(), &mStatus)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), mValue.InOut(), &mStatus)));
     EXPECT_EQ(ERROR_SUCCESS, mStatus);
     Bstr read(L"before");
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.Ref(), mValueName.Ref(), read.Ref(), &mStatus)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), read.InOut(), &mStatus)));
     EXPECT_EQ(ERROR_SUCCESS, mStatus);
     EXPECT_EQ(L"value", read.Text());
     EXPECT_EQ(kCurrentUser, mRoot);
@@ -52,17 +52,17 @@ TEST_F(EarlyBoundRegistry, CreatesReadsAndDeletes) {
     LONG handle = 0;
     LONG root = Handle();
     Bstr below(L"below");
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->CreateKey(&root, below.Ref(), &handle)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->CreateKey(&root, below.InOut(), &handle)));
     ASSERT_NE(0, handle);
     RegSetValueExW(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(handle)), L"name", 0, REG_SZ,
                    reinterpret_cast<const BYTE*>(L"text"), 10);
     Var result;
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValueEx(&handle, mValueName.Ref(), Var(L"default"), &result)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValueEx(&handle, mValueName.InOut(), Var(L"default"), &result)));
     EXPECT_EQ(L"text", result.Text());
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->DeleteValue(&root, below.Ref(), mValueName.Ref(), &mStatus)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->DeleteValue(&root, below.InOut(), mValueName.InOut(), &mStatus)));
     EXPECT_EQ(ERROR_SUCCESS, mStatus);
     RegCloseKey(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(handle)));
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->DeleteKey(&root, below.Ref(), &mStatus)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->DeleteKey(&root, below.InOut(), &mStatus)));
     EXPECT_EQ(ERROR_SUCCESS, mStatus);
     EXPECT_FALSE(KeyExists(L"below"));
 }
@@ -72,14 +72,14 @@ TEST_F(EarlyBoundRegistry, ANullStringIsAnEmptyString) {
     Bstr read;
     PutText(L"", L"own");
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.Ref(), null.Ref(), read.Ref(), &mStatus)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), null.InOut(), read.InOut(), &mStatus)));
     EXPECT_EQ(L"own", read.Text());
 }
 
 TEST_F(EarlyBoundRegistry, AFailedReadReplacesTheOutputByEmptyText) {
     Bstr read(L"before");
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.Ref(), mValueName.Ref(), read.Ref(), &mStatus)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), read.InOut(), &mStatus)));
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, mStatus);
     EXPECT_EQ(L"", read.Text());
 }
@@ -91,9 +91,9 @@ TEST_F(EarlyBoundRegistry, EveryNullPointerIsAnErrorWithADescription) {
     Bstr none(std::wstring(kSandbox) + L"\\none");
     Bstr kept(L"kept");
     LONG* const root = &mRoot;
-    BSTR* const key = mKeyName.Ref();
-    BSTR* const name = mValueName.Ref();
-    BSTR* const value = mValue.Ref();
+    BSTR* const key = mKeyName.InOut();
+    BSTR* const name = mValueName.InOut();
+    BSTR* const value = mValue.InOut();
     LONG* const status = &mStatus;
     Var result;
     const Var fallback(1);
@@ -109,16 +109,16 @@ TEST_F(EarlyBoundRegistry, EveryNullPointerIsAnErrorWithADescription) {
     refused(slots->GetValueEx(nullptr, name, fallback, &result), 1);
     refused(slots->GetValueEx(root, nullptr, fallback, &result), 2);
     refused(slots->GetValueEx(root, name, fallback, nullptr), 3);
-    refused(slots->DeleteKey(nullptr, child.Ref(), status), 4);
+    refused(slots->DeleteKey(nullptr, child.InOut(), status), 4);
     refused(slots->DeleteKey(root, nullptr, status), 5);
-    refused(slots->DeleteKey(root, child.Ref(), nullptr), 6);
+    refused(slots->DeleteKey(root, child.InOut(), nullptr), 6);
     refused(slots->DeleteValue(nullptr, key, name, status), 7);
     refused(slots->DeleteValue(root, nullptr, name, status), 8);
     refused(slots->DeleteValue(root, key, nullptr, status), 9);
-    refused(slots->DeleteValue(root, key, kept.Ref(), nullptr), 10);
+    refused(slots->DeleteValue(root, key, kept.InOut(), nullptr), 10);
     refused(slots->CreateKey(nullptr, key, status), 11);
     refused(slots->CreateKey(root, nullptr, status), 12);
-    refused(slots->CreateKey(root, none.Ref(), nullptr), 13);
+    refused(slots->CreateKey(root, none.InOut(), nullptr), 13);
     refused(slots->SetValue(nullptr, key, name, value, status), 14);
     refused(slots->SetValue(root, nullptr, name, value, status), 15);
     refused(slots->SetValue(root, key, nullptr, value, status), 16);
@@ -139,9 +139,9 @@ TEST_F(EarlyBoundRegistry, EveryNullPointerIsAnErrorWithADescription) {
 }
 
 TEST_F(EarlyBoundRegistry, ASuccessLeavesNoErrorObject) {
-    mSlots->DeleteKey(nullptr, mKeyName.Ref(), &mStatus);
+    mSlots->DeleteKey(nullptr, mKeyName.InOut(), &mStatus);
     TakeErrorObject();
-    mSlots->GetValue(&mRoot, mKeyName.Ref(), mValueName.Ref(), mValue.Ref(), &mStatus);
+    mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), mValue.InOut(), &mStatus);
 
     EXPECT_FALSE(TakeErrorObject().present);
 }
@@ -151,7 +151,7 @@ TEST_F(EarlyBoundRegistry, AFallbackByReferenceIsLookedThrough) {
     Var result;
     LONG handle = Handle();
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValueEx(&handle, mValueName.Ref(), Var::Ref(&fallback), &result)));
+    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValueEx(&handle, mValueName.InOut(), Var::Ref(&fallback), &result)));
     EXPECT_EQ(L"default", result.Text());
 }
 
@@ -216,7 +216,7 @@ protected:
         mSlots = SlotView(info.Get());
         ASSERT_TRUE(mSlots);
         const ComPtr<IDispatch> object = Create(GetParam());
-        mObject = As<IUnknown>(object.Get(), TypeAttributes(info.Get())->guid);
+        mObject = As<IUnknown>(object.Get(), TypeAttributes(*info)->guid);
         ASSERT_TRUE(mObject);
         TakeErrorObject();
     }
@@ -232,7 +232,7 @@ INSTANTIATE_TEST_SUITE_P(Classes, EveryClassEarlyBound, ::testing::ValuesIn(Clas
                          [](const auto& parameter) { return Narrow(parameter.param); });
 
 TEST_P(EveryClassEarlyBound, NullForARequiredArgumentOrResultIsAnError) {
-    for (UINT f = 0; f < TypeAttributes(mSlots.Get())->cFuncs; ++f) {
+    for (UINT f = 0; f < TypeAttributes(*mSlots)->cFuncs; ++f) {
         for (std::size_t i = 0; i < GenericCall(mSlots.Get(), f).Count(); ++i) {
             GenericCall call(mSlots.Get(), f);
             if (!call.IsPointer(i) || call.IsOptional(i)) continue;

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "com_support/owned_array.h"
+#include "com_support/type_description.h"
 #include "com_test.h"
 #include "dll_under_test.h"
 #include "process_resources.h"
@@ -29,12 +31,10 @@ CLSID ClassIdIn(const std::wstring& path, const wchar_t* name) {
     for (UINT at = 0; library && at < library->GetTypeInfoCount(); ++at) {
         ComPtr<ITypeInfo> info;
         Bstr itsName;
-        TYPEATTR* attributes = nullptr;
         library->GetTypeInfo(at, info.Out());
         info->GetDocumentation(MEMBERID_NIL, itsName.Out(), nullptr, nullptr, nullptr);
-        info->GetTypeAttr(&attributes);
+        const com_support::TypeAttributes attributes(*info);
         if (itsName.Text() == name && attributes->typekind == TKIND_COCLASS) found = attributes->guid;
-        info->ReleaseTypeAttr(attributes);
     }
     return found;
 }
@@ -56,13 +56,11 @@ Subject Companion() {
     const std::wstring path = DistFolder() + L"\\KWOInit.dll";
     return {path, ClassIdIn(path, L"KWOInitialize"), [](IDispatch* object) {
                 LONG language = 0;
-                SAFEARRAY* index = SafeArrayCreateVector(VT_I2, 0, 1);
-                SAFEARRAY* texts = SafeArrayCreateVector(VT_BSTR, 0, 1);
+                auto index = com_support::OwnedArray::Adopt(SafeArrayCreateVector(VT_I2, 0, 1));
+                auto texts = com_support::OwnedArray::Adopt(SafeArrayCreateVector(VT_BSTR, 0, 1));
                 RaiseAndForget(object, L"KWO_MsgTableLoad",
-                               {Var::Ref(&language), Var::Reference(VT_ARRAY | VT_I2, &index),
-                                Var::Reference(VT_ARRAY | VT_BSTR, &texts)});
-                SafeArrayDestroy(index);
-                SafeArrayDestroy(texts);
+                               {Var::Ref(&language), Var::Reference(VT_ARRAY | VT_I2, index.InOut()),
+                                Var::Reference(VT_ARRAY | VT_BSTR, texts.InOut())});
             }};
 }
 

@@ -19,7 +19,7 @@ protected:
 TEST_F(EventSinks, ObjectsThatHaveNeitherEventAreRefused) {
     Probe deaf;
     EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Advise(&deaf)));
-    EXPECT_EQ(0u, deaf.References());
+    EXPECT_EQ(0u, deaf.references);
     const ComPtr<IDispatch> registry = Create(L"KWORegistry");
     EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Advise(registry.Get())));
     Sink& other = NewSink();

@@ -1,4 +1,5 @@
 #include "every_variant.h"
+#include "com_support/exception_info.h"
 
 #include "allocation_count.h"
 #include "host_form.h"
@@ -20,23 +21,8 @@ LONG CALLBACK SayWhichCallCrashed(EXCEPTION_POINTERS* exception) {
 }
 
 /// Gives variables of the caller's another type and value whenever it is asked for something.
-class Meddler final : public IDispatch {
+class Meddler final : public test_support::StandIn<> {
 public:
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
-        *object = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
-        *info = nullptr;
-        return DISP_E_BADINDEX;
-    }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
         Meddle();
         *ids = DISPID_UNKNOWN;
@@ -154,15 +140,12 @@ protected:
         DISPPARAMS parameters = {arguments.data(), function.IsPut() ? &put : nullptr, count,
                                  function.IsPut() ? 1u : 0u};
         Outcome outcome;
-        EXCEPINFO exception = {};
+        com_support::ExceptionInfo exception;
         outcome.status =
             mObject->Invoke(function->memid, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(function->invkind),
                             &parameters, &outcome.result, &exception, &outcome.badArgument);
         const bool explained = exception.bstrDescription != nullptr && *exception.bstrDescription != L'\0' &&
                                exception.bstrSource != nullptr && *exception.bstrSource != L'\0';
-        SysFreeString(exception.bstrSource);
-        SysFreeString(exception.bstrDescription);
-        SysFreeString(exception.bstrHelpFile);
         if (names[0] == "KWO_RegCreateKey" && outcome.status == S_OK) {
             RegCloseKey(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(outcome.result.lVal)));
         }
@@ -178,7 +161,7 @@ protected:
             EXPECT_TRUE(isAutomationError) << theRunningCall << ": " << Hex(outcome.status);
             EXPECT_EQ(count - 1 - position, outcome.badArgument) << theRunningCall << ": " << Hex(outcome.status);
         }
-        EXPECT_EQ(0u, storage.probe.References()) << theRunningCall;
+        EXPECT_EQ(0u, storage.probe.references) << theRunningCall;
     }
 
     /// The argument at `at`, as a variable of exactly the member's type.
@@ -225,7 +208,7 @@ protected:
     }
 
     void CallEveryMember(const AllocationCount& memory) {
-        for (UINT f = 0; f < TypeAttributes(mSlots.Get())->cFuncs; ++f) {
+        for (UINT f = 0; f < TypeAttributes(*mSlots)->cFuncs; ++f) {
             const Function function(mSlots.Get(), f);
             const std::vector<std::string> names = function.Names();
             const UINT count = function.ArgumentCount() + (function.IsPut() ? 1u : 0u);
@@ -270,7 +253,7 @@ TEST_P(EveryVariantType, AtEveryArgumentIsTakenOrRefusedWithoutALeak) {
 
     CallEveryMember(memory);
 
-    EXPECT_EQ(1u, mProbe.References()) << "the pane holds one";
+    EXPECT_EQ(1u, mProbe.references) << "the pane holds one";
 }
 
 TEST_P(EveryVariantType, RepeatedLeavesTheHeapAsItWas) {
@@ -286,7 +269,7 @@ TEST_P(EveryVariantType, RepeatedLeavesTheHeapAsItWas) {
 
 TEST_P(EveryVariantType, OfAVariableMayBecomeAnotherDuringTheCall) {
     const AllocationCount& memory = AllocationCount::Instance();
-    for (UINT f = 0; f < TypeAttributes(mSlots.Get())->cFuncs; ++f) {
+    for (UINT f = 0; f < TypeAttributes(*mSlots)->cFuncs; ++f) {
         const Function function(mSlots.Get(), f);
         const std::vector<std::string> names = function.Names();
         const UINT count = function.ArgumentCount() + (function.IsPut() ? 1u : 0u);

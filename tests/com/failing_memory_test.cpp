@@ -150,7 +150,8 @@ TEST_F(FailingMembers, ThatFailLeakNothing) {
     for (long at = 1; at < 40; ++at) {
         const auto call = [&] {
             const AllocationFaults faults(at);
-            Call(mRegistry.Get(), L"KWO_RegGetValueEx", {Handle(), Var::Ref(name.Ref()), L"a fallback of some length"});
+            Call(mRegistry.Get(), L"KWO_RegGetValueEx",
+                 {Handle(), Var::Ref(name.InOut()), L"a fallback of some length"});
         };
         call();
         SetErrorInfo(0, nullptr);

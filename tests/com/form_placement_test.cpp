@@ -49,7 +49,7 @@ TEST_F(FormPlacementMembers, AFormIsCentredOnTheRealScreen) {
     EXPECT_EQ((mScreenWidth - 5000) / 2, mForm.Single(L"Left"));
     EXPECT_EQ(VT_R4, mForm[L"Top"].vt);
     EXPECT_EQ((Names{L"Top", L"Left"}), mForm.told);
-    EXPECT_EQ(0u, mForm.References());
+    EXPECT_EQ(0u, mForm.references);
 }
 
 int WINAPI TwoMonitors(int metric) {
@@ -158,8 +158,8 @@ TEST_F(FormPlacementMembers, NoReferenceStays) {
     PropertyObject parent = MakeForm(1000, 1000, 6000, 4000);
     Do(L"KWO_SetFormPosition", {&mForm, 1, 1, 1, 1, 1, &parent});
     Do(L"KWO_CenterForm", {&mForm, &parent});
-    EXPECT_EQ(0u, mForm.References());
-    EXPECT_EQ(0u, parent.References());
+    EXPECT_EQ(0u, mForm.references);
+    EXPECT_EQ(0u, parent.references);
 }
 
 }  // namespace

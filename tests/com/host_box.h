@@ -13,12 +13,10 @@ namespace kwo::com_test {
 
 /// A host's object of members by name, each a function of its arguments in order, which it may change; on the test's
 /// stack. A put comes with the value as the only argument. The members that were asked for are counted.
-class MemberObject : public IDispatch {
+class MemberObject : public test_support::StandIn<> {
 public:
     using Arguments = std::vector<VARIANT*>;
     using Body = std::function<HRESULT(Arguments& given, VARIANT* result)>;
-
-    virtual ~MemberObject() = default;
 
     void Method(const std::wstring& name, Body body) { mMembers[name] = std::move(body); }
     /// A property with storage.
@@ -31,22 +29,6 @@ public:
         return values[name];
     }
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
-        *object = known ? static_cast<IDispatch*>(this) : nullptr;
-        if (known) AddRef();
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
-        *info = nullptr;
-        return DISP_E_BADINDEX;
-    }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         DISPID id = 1;
         for (const auto& [name, body] : mMembers) {
@@ -78,11 +60,9 @@ public:
             given.push_back(&copies[at]);
         }
         const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-        VARIANT ignored;
-        VariantInit(&ignored);
+        com_support::OwnedVariant ignored;
         const Body body = member->second;
         const HRESULT called = body(given, isPut ? nullptr : result != nullptr ? result : &ignored);
-        VariantClear(&ignored);
         for (UINT at = 0; at < parameters->cArgs; ++at)
             WriteBack(copies[at], parameters->rgvarg[parameters->cArgs - 1 - at]);
         return called;
@@ -91,7 +71,6 @@ public:
     std::map<std::wstring, Var> values;
     std::map<std::wstring, int> asked;
     std::wstring failing;
-    ULONG references = 0;
 
 private:
     /// Into the caller's variable, if it passed one.

@@ -9,27 +9,10 @@
 namespace kwo::com_test {
 
 /// An object with properties by name, as hosts have them; on the test's stack. What it was told is remembered.
-class PropertyObject : public IDispatch {
+class PropertyObject : public test_support::StandIn<> {
 public:
     explicit PropertyObject(std::map<std::wstring, Var> properties) : mProperties(std::move(properties)) {}
-    virtual ~PropertyObject() = default;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == interfaceId;
-        *object = known ? static_cast<IDispatch*>(this) : nullptr;
-        if (known) AddRef();
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
-    STDMETHODIMP_(ULONG) Release() override { return --mReferences; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
-        *info = nullptr;
-        return DISP_E_BADINDEX;
-    }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         DISPID id = kFirstId;
         for (const auto& [name, value] : mProperties) {
@@ -61,10 +44,7 @@ public:
         VariantChangeType(&value, &mProperties.at(name), 0, VT_R4);
         return value.fltVal;
     }
-    ULONG References() const { return mReferences; }
 
-    /// A further interface that it answers to, one without members of its own.
-    IID interfaceId = IID_IDispatch;
     /// The properties that were put, in order.
     std::vector<std::wstring> told;
 
@@ -72,7 +52,6 @@ private:
     static constexpr DISPID kFirstId = 100;
 
     std::map<std::wstring, Var> mProperties;
-    ULONG mReferences = 0;
 };
 
 }  // namespace kwo::com_test

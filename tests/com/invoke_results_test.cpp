@@ -221,7 +221,7 @@ TEST(TypeLibraryDefaults, AreAllZeroWhichIsWhatALeftOutArgumentIs) {
     int defaults = 0;
     for (const std::wstring& name : ClassNames()) {
         const ComPtr<ITypeInfo> slots = SlotView(TypeInfoOf(library.Get(), L"_" + name).Get());
-        for (UINT f = 0; f < TypeAttributes(slots.Get())->cFuncs; ++f) {
+        for (UINT f = 0; f < TypeAttributes(*slots)->cFuncs; ++f) {
             const Function function(slots.Get(), f);
             for (SHORT at = 0; at < function->cParams; ++at) {
                 const PARAMDESC& parameter = function->lprgelemdescParam[at].paramdesc;
@@ -238,7 +238,7 @@ TEST(TypeLibraryDefaults, AreAllZeroWhichIsWhatALeftOutArgumentIs) {
 
 TEST(EarlyBoundMissing, InsideAReferenceFillsTheVariableThatIsReferredTo) {
     const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
-    const IID id = TypeAttributes(TypeInfoOf(library.Get(), L"_KWOUtility").Get())->guid;
+    const IID id = TypeAttributes(*TypeInfoOf(library.Get(), L"_KWOUtility"))->guid;
     const ComPtr<DirectorySlots> slots = As<DirectorySlots>(Create(L"KWOUtility").Get(), id);
     ASSERT_TRUE(slots);
     for (const auto member : {&DirectorySlots::SystemDir, &DirectorySlots::WindowsDir}) {

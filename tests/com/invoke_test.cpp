@@ -187,7 +187,7 @@ TEST_F(InvokeOnRegistry, AWrongTypeNamesTheArgument) {
             EXPECT_EQ(3 - i, outcome.badArgument) << i;
         }
     }
-    EXPECT_EQ(0u, probe.References());
+    EXPECT_EQ(0u, probe.references);
 }
 
 TEST_F(InvokeOnRegistry, TextThatIsNoNumberNamesTheArgument) {
@@ -420,15 +420,15 @@ TEST_F(InvokeOnRegistry, ATextVariableReceivesText) {
     Bstr text(L"longer than what comes");
     Bstr null;
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(text.Ref())).status));
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(text.InOut())).status));
     EXPECT_EQ(L"hello", text.Text());
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(null.Ref())).status));
+    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(null.InOut())).status));
     EXPECT_EQ(L"hello", null.Text());
 }
 
 TEST_F(InvokeOnRegistry, AVariantThatHoldsAReferenceReceivesTextThroughIt) {
     Bstr text(L"before");
-    Var outer = Var::Ref(text.Ref());
+    Var outer = Var::Ref(text.InOut());
     Var inner(L"before");
     Var chain = Var::Ref(&inner);
 
@@ -493,12 +493,12 @@ TEST_F(InvokeOnRegistry, AnArgumentThatTheMemberDoesNotChangeKeepsItsTypeAndValu
     ULONG unsignedNumber = 0x80000001;
     double real = 2147483649.0;
 
-    for (const Var& reference : {Var::Ref(&root), Var::Ref(rootText.Ref()), Var::Ref(&number), Var::Ref(&real),
+    for (const Var& reference : {Var::Ref(&root), Var::Ref(rootText.InOut()), Var::Ref(&number), Var::Ref(&real),
                                  Var::Reference(VT_UI4, &unsignedNumber)}) {
         std::wstring value;
         Bstr text;
         const Outcome outcome =
-            Call(mRegistry.Get(), L"KWO_RegGetValue", {reference, Var::Ref(&key), L"word", Var::Ref(text.Ref())});
+            Call(mRegistry.Get(), L"KWO_RegGetValue", {reference, Var::Ref(&key), L"word", Var::Ref(text.InOut())});
         EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << "type " << reference.vt;
         EXPECT_EQ(L"hello", text.Text()) << "type " << reference.vt;
     }
@@ -563,7 +563,7 @@ TEST_F(InvokeOnRegistry, EmptyConvertsToZeroAndToEmptyText) {
 
     EXPECT_EQ(
         Hex(S_OK),
-        Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var(), Var::Ref(text.Ref())}).status));
+        Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var(), Var::Ref(text.InOut())}).status));
     EXPECT_EQ(L"the default value", text.Text());
     const Outcome root = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {Var(), L"x"});
     EXPECT_EQ(Hex(S_OK), Hex(root.status));

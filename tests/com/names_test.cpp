@@ -143,7 +143,7 @@ TEST(NamesOfEveryClass, AreThoseOfTheTypeLibrary) {
         ASSERT_TRUE(object && info);
         const ComPtr<ITypeInfo> slots = SlotView(info.Get());
         ASSERT_TRUE(slots);
-        for (UINT i = 0; i < TypeAttributes(slots.Get())->cFuncs; ++i) {
+        for (UINT i = 0; i < TypeAttributes(*slots)->cFuncs; ++i) {
             const Function function(slots.Get(), i);
             const std::vector<std::string> names = function.Names();
             std::vector<std::wstring> wide;

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "com_support/module_path.h"
 #include "dll_under_test.h"
 #include "timer_client.h"
 
@@ -49,27 +50,27 @@ bool Arm(const Library& library, Sink& sink) {
     ComPtr<IDispatch> timer;
     ComPtr<IConnectionPoint> point;
     DWORD cookie = 0;
-    if (FAILED(library.GetClassObject(TypeAttributes(TypeInfoOf(types.Get(), L"KWOTimer").Get())->guid,
-                                      IID_IClassFactory, factory.OutVoid()))) {
+    if (FAILED(library.GetClassObject(TypeAttributes(*TypeInfoOf(types.Get(), L"KWOTimer"))->guid, IID_IClassFactory,
+                                      factory.OutVoid()))) {
         return false;
     }
     if (FAILED(factory->CreateInstance(nullptr, IID_IDispatch, timer.OutVoid()))) return false;
     if (!WatchTypeInfo(timer.Get())) return false;
     const auto container = As<IConnectionPointContainer>(timer.Get(), IID_IConnectionPointContainer);
-    const IID events = TypeAttributes(TypeInfoOf(types.Get(), L"__KWOTimer").Get())->guid;
+    const IID events = TypeAttributes(*TypeInfoOf(types.Get(), L"__KWOTimer"))->guid;
     if (FAILED(container->FindConnectionPoint(events, point.Out())) || FAILED(point->Advise(&sink, &cookie)))
         return false;
     return SUCCEEDED(Let(timer.Get(), L"Interval", 10).status) && SUCCEEDED(Let(timer.Get(), L"Enabled", true).status);
 }
 
 TEST(ProcessEnd, NothingIsReleasedAnyMore) {
-    wchar_t program[1024] = {};
-    GetModuleFileNameW(nullptr, program, 1024);
-    std::wstring line = std::wstring(L"\"") + program + L"\" --end-with-an-armed-timer";
+    const std::wstring program = com_support::ModulePath(nullptr);
+    std::wstring line = L"\"" + program + L"\" --end-with-an-armed-timer";
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION started = {};
-    ASSERT_TRUE(CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started));
+    ASSERT_TRUE(
+        CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started));
     WaitForSingleObject(started.hProcess, 60'000);
     DWORD code = kNotReady;
     GetExitCodeProcess(started.hProcess, &code);

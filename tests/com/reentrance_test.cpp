@@ -86,7 +86,7 @@ protected:
     ComPtr<Owned<Object>> New(Arguments... arguments) {
         auto* const made = new Owned<Object>(mIntrusion, arguments...);
         made->AddRef();
-        return ComPtr<Owned<Object>>::Attach(made);
+        return ComPtr<Owned<Object>>::Adopt(made);
     }
     template <class Object>
     static Var Given(const ComPtr<Object>& object) {
@@ -264,7 +264,7 @@ TEST_F(Reentrance, OfATimersCallbacks) {
 }
 
 TEST_F(Reentrance, OfATimersSinks) {
-    const IID events = TypeAttributes(TypeInfoOf(TypeLibraryOfTheDll().Get(), L"__KWOTimer").Get())->guid;
+    const IID events = TypeAttributes(*TypeInfoOf(TypeLibraryOfTheDll().Get(), L"__KWOTimer"))->guid;
     std::vector<DWORD> cookies;
     const auto point = [&] {
         ComPtr<IConnectionPoint> found;

@@ -108,7 +108,7 @@ std::wstring GuidText(REFGUID guid) {
 std::wstring IdentifierText(const std::wstring& typeName) {
     const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
     const ComPtr<ITypeInfo> info = library ? TypeInfoOf(library.Get(), typeName) : ComPtr<ITypeInfo>();
-    return info ? GuidText(TypeAttributes(info.Get())->guid) : L"";
+    return info ? GuidText(TypeAttributes(*info)->guid) : L"";
 }
 
 bool SamePath(const std::wstring& a, const std::wstring& b) {

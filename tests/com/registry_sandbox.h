@@ -64,7 +64,7 @@ protected:
     long GetValue(const Var& root, const wchar_t* keyName, const wchar_t* valueName, std::wstring* value) const {
         Bstr text(L"as it was");
         const Outcome outcome =
-            Call(mRegistry.Get(), L"KWO_RegGetValue", {root, keyName, valueName, Var::Ref(text.Ref())});
+            Call(mRegistry.Get(), L"KWO_RegGetValue", {root, keyName, valueName, Var::Ref(text.InOut())});
         EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
         EXPECT_EQ(VT_I4, outcome.result.vt);
         if (value != nullptr) *value = text.Text();

@@ -449,7 +449,7 @@ TEST_F(RegistryClass, GetValueExReturnsDefaultsOfOtherTypesAsTheyAre) {
         EXPECT_EQ(VT_DISPATCH, object.vt);
         EXPECT_EQ(&probe, object.pdispVal);
     }
-    EXPECT_EQ(0u, probe.References());
+    EXPECT_EQ(0u, probe.references);
     EXPECT_EQ(VT_EMPTY, GetValueEx(L"number", Var()).vt);
     EXPECT_EQ(VT_NULL, GetValueEx(L"number", Var::Null()).vt);
     EXPECT_EQ(VT_DECIMAL, GetValueEx(L"number", decimal).vt);
@@ -483,7 +483,7 @@ TEST_F(RegistryClass, GetValueExReturnsDefaultsOfEveryTypeAsTheyAre) {
         EXPECT_EQ(VT_UNKNOWN, object.vt);
         EXPECT_EQ(static_cast<IUnknown*>(&probe), object.punkVal);
     }
-    EXPECT_EQ(0u, probe.References());
+    EXPECT_EQ(0u, probe.references);
     Var nothing;
     nothing.vt = VT_UNKNOWN;
     EXPECT_EQ(VT_UNKNOWN, GetValueEx(L"none", nothing).vt);
@@ -500,7 +500,7 @@ TEST_F(RegistryClass, GetValueExTakesAVariableAsDefault) {
 
     EXPECT_EQ(L"stored", GetValueEx(L"name", Var::Ref(&fallback)).Text());
     EXPECT_EQ(L"default", GetValueEx(L"none", Var::Ref(&fallback)).Text());
-    EXPECT_EQ(L"other", GetValueEx(L"none", Var::Ref(text.Ref())).Text());
+    EXPECT_EQ(L"other", GetValueEx(L"none", Var::Ref(text.InOut())).Text());
     EXPECT_EQ(L"default", fallback.Text());
 }
 

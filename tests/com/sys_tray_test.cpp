@@ -217,7 +217,7 @@ TEST_F(SysTrayClass, WhatIsNoPictureIsRefused) {
     EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A01B6)), Hex(CreateIcon(mTray.Get(), mWindow, &stranger, L"tip").scode));
     EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH),
               Hex(Call(mTray.Get(), L"Create", {mWindow.Handle(), L"no picture", L"tip"}).status));
-    EXPECT_EQ(0u, stranger.References());
+    EXPECT_EQ(0u, stranger.references);
 }
 
 /// A picture that has the dispatch identifiers of pictures and nothing else.
@@ -268,9 +268,9 @@ TEST_F(SysTrayClass, PicturesAreReachedByTheirDispatchIdentifiers) {
     EXPECT_EQ("0x800A01E1", Hex(outcome.scode));
     EXPECT_EQ(L"Host", outcome.source);
     EXPECT_EQ(L"Invalid picture", outcome.description);
-    EXPECT_EQ(0u, bitmap.References());
+    EXPECT_EQ(0u, bitmap.references);
     mTray = {};
-    EXPECT_EQ(0u, picture.References());
+    EXPECT_EQ(0u, picture.references);
 }
 
 TEST_F(SysTrayClass, MessageNumbersAreThoseOfTheMouse) {

@@ -20,22 +20,8 @@ struct AlarmSlots : IDispatch {
 
 /// A client's object on the stack: it counts references and has the interfaces that it is told to have.
 template <class Interface>
-class ClientObject : public Interface {
+class ClientObject : public test_support::StandIn<Interface> {
 public:
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        *object = nullptr;
-        if (iid != IID_IUnknown && iid != IID_IDispatch && iid != interfaceId) return E_NOINTERFACE;
-        *object = static_cast<Interface*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         if (member.empty()) return E_NOTIMPL;  // as sinks that are called by identifier alone answer
         if (lstrcmpiW(names[0], member.c_str()) != 0) return DISP_E_UNKNOWNNAME;
@@ -49,10 +35,8 @@ public:
         return onInvoke ? onInvoke(id, *arguments, *exception) : S_OK;
     }
 
-    IID interfaceId = IID_IDispatch;
     std::wstring member;  ///< the one that late-bound callers find
     std::function<HRESULT(DISPID, DISPPARAMS&, EXCEPINFO&)> onInvoke;
-    ULONG references = 0;
     int calls = 0;
     WORD lastFlags = 0;  ///< of the last call by identifier
 };
@@ -120,7 +104,7 @@ protected:
     /// A sink that outlives the timer. At the end nothing may hold it.
     Sink& NewSink() { return mSinks.emplace_back(); }
 
-    IID IdOfType(const wchar_t* name) { return TypeAttributes(TypeInfoOf(mLibrary.Get(), name).Get())->guid; }
+    IID IdOfType(const wchar_t* name) { return TypeAttributes(*TypeInfoOf(mLibrary.Get(), name))->guid; }
 
     ComPtr<IConnectionPoint> PointOf(IDispatch* timer) {
         const auto container = As<IConnectionPointContainer>(timer, IID_IConnectionPointContainer);

@@ -161,7 +161,7 @@ TEST_F(TimerSinks, TimerThatASinkKeepsOutlivesItsRowAndItsOwner) {
     ComPtr<IDispatch> kept;
     sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         arguments.rgvarg[2].pdispVal->AddRef();
-        kept = ComPtr<IDispatch>::Attach(arguments.rgvarg[2].pdispVal);
+        kept = ComPtr<IDispatch>::Adopt(arguments.rgvarg[2].pdispVal);
         return S_OK;
     };
     Connect(sink);

@@ -16,9 +16,9 @@ protected:
         ASSERT_TRUE(LetTheDllGo()) << "an earlier test still holds the DLL";
         const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
         ASSERT_TRUE(library);
-        mEvents = TypeAttributes(TypeInfoOf(library.Get(), L"__KWOTimer").Get())->guid;
-        mTickInterface = TypeAttributes(TypeInfoOf(library.Get(), L"_IKWOTimer").Get())->guid;
-        mClass = TypeAttributes(TypeInfoOf(library.Get(), L"KWOTimer").Get())->guid;
+        mEvents = TypeAttributes(*TypeInfoOf(library.Get(), L"__KWOTimer"))->guid;
+        mTickInterface = TypeAttributes(*TypeInfoOf(library.Get(), L"_IKWOTimer"))->guid;
+        mClass = TypeAttributes(*TypeInfoOf(library.Get(), L"KWOTimer"))->guid;
     }
     ComPtr<IDispatch> Make(const Library& library) const {
         ComPtr<IClassFactory> factory;

@@ -12,7 +12,7 @@ std::string TypeText(ITypeInfo* info, const TYPEDESC& type);
 std::string ReferencedName(ITypeInfo* info, HREFTYPE reference, TYPEKIND& kind) {
     ComPtr<ITypeInfo> target;
     if (FAILED(info->GetRefTypeInfo(reference, target.Out()))) return "<unresolved>";
-    const TypeAttributes attributes(target.Get());
+    const TypeAttributes attributes(*target);
     kind = attributes->typekind;
     if (kind == TKIND_ALIAS) return TypeText(target.Get(), attributes->tdescAlias);
     std::string name = NameOf(target.Get());
@@ -142,23 +142,22 @@ std::string FunctionLine(ITypeInfo* info, UINT index, const char* kind) {
 }  // namespace
 
 bool Function::HasResult() const {
-    if (mDescription->cParams == 0) return false;
-    const USHORT flags = mDescription->lprgelemdescParam[mDescription->cParams - 1].paramdesc.wParamFlags;
+    if ((*this)->cParams == 0) return false;
+    const USHORT flags = (*this)->lprgelemdescParam[(*this)->cParams - 1].paramdesc.wParamFlags;
     return (flags & PARAMFLAG_FRETVAL) != 0;
 }
 
 UINT Function::ArgumentCount() const {
-    return static_cast<UINT>(mDescription->cParams) - (HasResult() ? 1u : 0u) - (IsPut() ? 1u : 0u);
+    return static_cast<UINT>((*this)->cParams) - (HasResult() ? 1u : 0u) - (IsPut() ? 1u : 0u);
 }
 
 std::vector<std::string> Function::Names() const {
     BSTR raw[32] = {};
     UINT count = 0;
-    mInfo->GetNames(mDescription->memid, raw, 32, &count);
+    mInfo->GetNames((*this)->memid, raw, 32, &count);
     std::vector<std::string> names;
     for (UINT i = 0; i < count; ++i) {
-        names.push_back(Narrow(raw[i] != nullptr ? raw[i] : L""));
-        SysFreeString(raw[i]);
+        names.push_back(Narrow(Bstr::Adopt(raw[i]).Text()));
     }
     return names;
 }
@@ -195,7 +194,7 @@ ComPtr<ITypeInfo> SlotView(ITypeInfo* dispatchInfo) {
 std::vector<std::string> DumpInterface(ITypeInfo* dispatchInfo) {
     const ComPtr<ITypeInfo> slots = SlotView(dispatchInfo);
     if (!slots) return {"<no slots>"};
-    const TypeAttributes attributes(slots.Get());
+    const TypeAttributes attributes(*slots);
     std::vector<std::pair<SHORT, std::string>> rows;
     for (UINT i = 0; i < attributes->cFuncs; ++i) {
         const Function function(slots.Get(), i);
@@ -211,7 +210,7 @@ std::vector<std::string> DumpInterface(ITypeInfo* dispatchInfo) {
 }
 
 std::vector<std::string> DumpEvents(ITypeInfo* dispatchInfo) {
-    const TypeAttributes attributes(dispatchInfo);
+    const TypeAttributes attributes(*dispatchInfo);
     std::vector<std::string> lines;
     for (UINT i = 0; i < attributes->cFuncs; ++i) {
         const Function function(dispatchInfo, i);
@@ -223,7 +222,7 @@ std::vector<std::string> DumpEvents(ITypeInfo* dispatchInfo) {
 }
 
 std::vector<std::string> DumpEnumeration(ITypeInfo* info) {
-    const TypeAttributes attributes(info);
+    const TypeAttributes attributes(*info);
     std::vector<std::string> lines;
     for (UINT i = 0; i < attributes->cVars; ++i) {
         VARDESC* variable = nullptr;
@@ -237,7 +236,7 @@ std::vector<std::string> DumpEnumeration(ITypeInfo* info) {
 }
 
 std::string DumpClass(ITypeInfo* info) {
-    const TypeAttributes attributes(info);
+    const TypeAttributes attributes(*info);
     std::string line = NameOf(info);
     if ((attributes->wTypeFlags & TYPEFLAG_FCANCREATE) != 0) line += " creatable";
     for (UINT i = 0; i < attributes->cImplTypes; ++i) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "com_support/type_description.h"
 #include "com_test.h"
 #include "golden_members.h"
 
@@ -22,34 +23,15 @@ std::string NameOf(ITypeInfo* info);
 /// The interface with the slots behind a dual interface's dispatch view.
 ComPtr<ITypeInfo> SlotView(ITypeInfo* dispatchInfo);
 
-/// Type attributes, given back at the end.
-class TypeAttributes {
+using com_support::FunctionDescription;
+using com_support::TypeAttributes;
+
+/// One function of an interface.
+class Function : public FunctionDescription {
 public:
-    explicit TypeAttributes(ITypeInfo* info) : mInfo(info) { info->GetTypeAttr(&mAttributes); }
-    TypeAttributes(const TypeAttributes&) = delete;
-    TypeAttributes& operator=(const TypeAttributes&) = delete;
-    ~TypeAttributes() {
-        if (mAttributes != nullptr) mInfo->ReleaseTypeAttr(mAttributes);
-    }
-    const TYPEATTR* operator->() const { return mAttributes; }
+    Function(ITypeInfo* info, UINT index) : FunctionDescription(*info, index), mInfo(info) {}
 
-private:
-    ITypeInfo* mInfo;
-    TYPEATTR* mAttributes = nullptr;
-};
-
-/// One function description, given back at the end.
-class Function {
-public:
-    Function(ITypeInfo* info, UINT index) : mInfo(info) { info->GetFuncDesc(index, &mDescription); }
-    Function(const Function&) = delete;
-    Function& operator=(const Function&) = delete;
-    ~Function() {
-        if (mDescription != nullptr) mInfo->ReleaseFuncDesc(mDescription);
-    }
-    const FUNCDESC* operator->() const { return mDescription; }
-
-    bool IsPut() const { return (mDescription->invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0; }
+    bool IsPut() const { return ((*this)->invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0; }
     /// True when the last parameter is the result.
     bool HasResult() const;
     /// The arguments a caller writes: without the result and, for a put, without the new value.
@@ -59,7 +41,6 @@ public:
 
 private:
     ITypeInfo* mInfo;
-    FUNCDESC* mDescription = nullptr;
 };
 
 }  // namespace kwo::com_test

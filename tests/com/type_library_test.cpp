@@ -143,7 +143,7 @@ TEST_F(TypeLibrary, DefaultInterfacesAreDualAndAutomationCompatible) {
         ASSERT_TRUE(info) << expected.name;
         const ComPtr<ITypeInfo> slots = SlotView(info.Get());
         ASSERT_TRUE(slots) << expected.name;
-        const TypeAttributes attributes(slots.Get());
+        const TypeAttributes attributes(*slots);
 
         EXPECT_NE(0, attributes->wTypeFlags & TYPEFLAG_FDUAL) << expected.name;
         EXPECT_NE(0, attributes->wTypeFlags & TYPEFLAG_FOLEAUTOMATION) << expected.name;
@@ -207,7 +207,7 @@ TEST_F(TypeLibrary, IdentifiersNeverChange) {
     for (const auto& [name, identifier] : kIdentifiers) {
         const ComPtr<ITypeInfo> info = TypeInfoOf(mLibrary.Get(), name);
         ASSERT_TRUE(info) << Narrow(name);
-        const TypeAttributes attributes(info.Get());
+        const TypeAttributes attributes(*info);
         EXPECT_EQ(identifier, GuidText(attributes->guid)) << Narrow(name);
     }
 }

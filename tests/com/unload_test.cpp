@@ -12,7 +12,7 @@ namespace {
 CLSID ClassIdOf(const wchar_t* name) {
     const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
     const ComPtr<ITypeInfo> info = TypeInfoOf(library.Get(), name);
-    return TypeAttributes(info.Get())->guid;
+    return TypeAttributes(*info)->guid;
 }
 
 /// The process's own DLL, loaded by nobody else.

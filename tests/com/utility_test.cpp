@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "box_answerer.h"
+#include "com_support/module_path.h"
 #include "com_test.h"
 #include "dll_under_test.h"
 #include "process_resources.h"
@@ -274,7 +275,7 @@ TEST_F(UtilityClass, DirectoriesAreThoseOfTheSystem) {
             const Outcome refused = Call(mUtility.Get(), row.member, {bad});
             EXPECT_TRUE(FAILED(refused.status)) << bad.vt;
         }
-        EXPECT_EQ(0u, stranger.References());
+        EXPECT_EQ(0u, stranger.references);
     }
 }
 
@@ -355,9 +356,7 @@ class StartOrActivate : public UtilityClass {
 protected:
     void SetUp() override {
         UtilityClass::SetUp();
-        wchar_t path[MAX_PATH];
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        mProgramFolder = path;
+        mProgramFolder = com_support::ModulePath(nullptr);
         mProgramFolder.resize(mProgramFolder.rfind(L'\\') + 1);
         ASSERT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW((mProgramFolder + kProgram).c_str()));
         mReport = mFolder.Path() + L"\\report.txt";
@@ -624,7 +623,7 @@ TEST_F(StartOrActivate, WhatIsNoProgramIsAFailedStart) {
 
 TEST_F(UtilityClass, EarlyBoundCallersGetTheSame) {
     const ComPtr<ITypeInfo> type = TypeInfoOf(TypeLibraryOfTheDll().Get(), L"_KWOUtility");
-    const ComPtr<UtilitySlots> slots = As<UtilitySlots>(mUtility.Get(), TypeAttributes(type.Get())->guid);
+    const ComPtr<UtilitySlots> slots = As<UtilitySlots>(mUtility.Get(), TypeAttributes(*type)->guid);
     ASSERT_TRUE(slots);
     Var slash = Var::Missing();
     Bstr directory;
@@ -637,11 +636,11 @@ TEST_F(UtilityClass, EarlyBoundCallersGetTheSame) {
 
     Bstr name(L"KWOUtil.dll");
     Bstr found;
-    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_FindInPath(name.Ref(), found.Out())));
+    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_FindInPath(name.InOut(), found.Out())));
     EXPECT_EQ(DistFolder() + L"\\KWOUtil.dll", found.Text());
     EXPECT_EQ(L"KWOUtil.dll", name.Text());
     EXPECT_EQ(Hex(E_POINTER), Hex(slots->KWO_FindInPath(nullptr, found.Out())));
-    EXPECT_EQ(Hex(E_POINTER), Hex(slots->KWO_FindInPath(name.Ref(), nullptr)));
+    EXPECT_EQ(Hex(E_POINTER), Hex(slots->KWO_FindInPath(name.InOut(), nullptr)));
 
     VARIANT_BOOL isNt = VARIANT_FALSE;
     EXPECT_EQ(Hex(S_OK), Hex(slots->get_KWO_IsWinNT(&isNt)));

@@ -8,6 +8,7 @@
 #undef DrawText
 #undef SetEnvironmentVariable
 
+#include "com_support/module_path.h"
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
 #include "windows/thread_windows.h"
@@ -188,9 +189,8 @@ public:
     void AnswerNextBox(std::int32_t button) override { mAnswer.Arm(button); }
     Text InstalledClass() override { return u"Scripting.Dictionary"; }
     Text ExistingFile() override {
-        wchar_t path[MAX_PATH];
-        const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
-        return Text(path, path + length);
+        const std::wstring path = com_support::ModulePath(nullptr);
+        return Text(path.begin(), path.end());
     }
     Text EmptyFolder() override {
         const std::wstring& path = mFolder.Path();

@@ -40,31 +40,31 @@ TemporaryFile::TemporaryFile(const std::string& bytes) {
 
 LONG Array::Lowest() const {
     LONG lowest = -1;
-    SafeArrayGetLBound(mArray, 1, &lowest);
+    SafeArrayGetLBound(mArray.Get(), 1, &lowest);
     return lowest;
 }
 
 LONG Array::Highest() const {
     LONG highest = -1;
-    SafeArrayGetUBound(mArray, 1, &highest);
+    SafeArrayGetUBound(mArray.Get(), 1, &highest);
     return highest;
 }
 
 std::wstring Array::Text(LONG at) const {
     Bstr text;
-    if (FAILED(SafeArrayGetElement(mArray, &at, text.Out()))) return L"<no element>";
+    if (FAILED(SafeArrayGetElement(mArray.Get(), &at, text.Out()))) return L"<no element>";
     return text.Text();
 }
 
 SHORT Array::Number(LONG at) const {
     SHORT number = -1;
-    SafeArrayGetElement(mArray, &at, &number);
+    SafeArrayGetElement(mArray.Get(), &at, &number);
     return number;
 }
 
 void Array::Put(LONG at, const wchar_t* text) {
     const Bstr string{std::wstring(text)};
-    SafeArrayPutElement(mArray, &at, string.Get());
+    SafeArrayPutElement(mArray.Get(), &at, string.Get());
 }
 
 }  // namespace kwo::com_test

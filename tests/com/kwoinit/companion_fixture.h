@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "com_support/owned_array.h"
 #include "com_test.h"
 
 namespace kwo::com_test {
@@ -51,15 +52,12 @@ private:
 /// An array that is freed at the end, whatever it has become.
 class Array {
 public:
-    Array(VARTYPE type, LONG lowest, ULONG count) : mArray(SafeArrayCreateVector(type, lowest, count)) {}
-    explicit Array(SAFEARRAY* array) : mArray(array) {}
-    ~Array() { SafeArrayDestroy(mArray); }
-    Array(const Array&) = delete;
-    Array& operator=(const Array&) = delete;
+    Array(VARTYPE type, LONG lowest, ULONG count) : Array(SafeArrayCreateVector(type, lowest, count)) {}
+    explicit Array(SAFEARRAY* array) : mArray(com_support::OwnedArray::Adopt(array)) {}
 
-    SAFEARRAY* Get() const { return mArray; }
-    SAFEARRAY** Ref() { return &mArray; }
-    Var Reference(VARTYPE type) { return Var::Reference(static_cast<VARTYPE>(VT_ARRAY | type), &mArray); }
+    SAFEARRAY* Get() const { return mArray.Get(); }
+    SAFEARRAY** InOut() { return mArray.InOut(); }
+    Var Reference(VARTYPE type) { return Var::Reference(static_cast<VARTYPE>(VT_ARRAY | type), InOut()); }
     LONG Lowest() const;
     LONG Highest() const;
     std::wstring Text(LONG at) const;
@@ -67,7 +65,7 @@ public:
     void Put(LONG at, const wchar_t* text);
 
 private:
-    SAFEARRAY* mArray;
+    com_support::OwnedArray mArray;
 };
 
 }  // namespace kwo::com_test

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "com_support/type_description.h"
 #include "companion_fixture.h"
 
 namespace kwo::com_test {
@@ -157,13 +158,10 @@ std::wstring GuidText(REFGUID guid) {
 }
 
 std::wstring IdentifierAndName(ITypeInfo* info) {
-    TYPEATTR* attributes = nullptr;
+    const com_support::TypeAttributes attributes(*info);
     Bstr name;
-    info->GetTypeAttr(&attributes);
     info->GetDocumentation(MEMBERID_NIL, name.Out(), nullptr, nullptr, nullptr);
-    const std::wstring text = GuidText(attributes->guid) + L" " + name.Text();
-    info->ReleaseTypeAttr(attributes);
-    return text;
+    return GuidText(attributes->guid) + L" " + name.Text();
 }
 
 class CompanionLibrary : public ::testing::Test {

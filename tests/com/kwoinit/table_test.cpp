@@ -26,8 +26,8 @@ protected:
         Bstr programName(program);
         Bstr filePath(path);
         return CallNamed(mCompanion.Get(), L"KWO_MsgTableSize", {},
-                         {{L"ProgramName", Var::Ref(programName.Ref())},
-                          {L"MsgFilePath", Var::Ref(filePath.Ref())},
+                         {{L"ProgramName", Var::Ref(programName.InOut())},
+                          {L"MsgFilePath", Var::Ref(filePath.InOut())},
                           {L"IdxArrayStart", Var::Ref(&mFirst)},
                           {L"IdxArrayEnd", Var::Ref(&mLast)},
                           {L"TextArraySize", Var::Ref(&mSize)}});
@@ -471,27 +471,28 @@ TEST_F(Table, TheVirtualTableServesCompiledClients) {
     Bstr program(L"KWOUtil");
     Bstr path(mFile.Path());
     VARIANT_BOOL found = VARIANT_FALSE;
-    ASSERT_EQ(Hex(S_OK), Hex(compiled->KWO_MsgTableSize(program.Ref(), path.Ref(), &mFirst, &mLast, &mSize, &found)));
+    ASSERT_EQ(Hex(S_OK),
+              Hex(compiled->KWO_MsgTableSize(program.InOut(), path.InOut(), &mFirst, &mLast, &mSize, &found)));
     EXPECT_EQ(VARIANT_TRUE, found);
     EXPECT_EQ(L"3..6 16", Bounds());
 
     LONG language = 0x0407;
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 4);
-    ASSERT_EQ(Hex(S_OK), Hex(compiled->KWO_MsgTableLoad(&language, index.Ref(), texts.Ref())));
+    ASSERT_EQ(Hex(S_OK), Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), texts.InOut())));
     EXPECT_EQ(L"drei", texts.Text(3));
 
     Array longs(VT_I4, 3, 4);
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.Ref(), longs.Ref())));
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), longs.InOut())));
     EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", TakeErrorObject().source);
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, longs.Ref(), texts.Ref())));
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, longs.InOut(), texts.InOut())));
 }
 
 TEST_F(Table, NullPointersAreErrorsForCompiledClients) {
     const auto compiled = As<_KWOInitialize>(mCompanion.Get(), IID__KWOInitialize);
     ASSERT_TRUE(compiled);
     Bstr text(L"x");
-    BSTR* const strings[] = {nullptr, text.Ref()};
+    BSTR* const strings[] = {nullptr, text.InOut()};
     for (int missing = 0; missing < 6; ++missing) {
         VARIANT_BOOL found = VARIANT_FALSE;
         EXPECT_EQ(Hex(E_POINTER),
@@ -503,9 +504,9 @@ TEST_F(Table, NullPointersAreErrorsForCompiledClients) {
     LONG language = 0;
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 4);
-    EXPECT_EQ(Hex(E_POINTER), Hex(compiled->KWO_MsgTableLoad(nullptr, index.Ref(), texts.Ref())));
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, nullptr, texts.Ref())));
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.Ref(), nullptr)));
+    EXPECT_EQ(Hex(E_POINTER), Hex(compiled->KWO_MsgTableLoad(nullptr, index.InOut(), texts.InOut())));
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, nullptr, texts.InOut())));
+    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), nullptr)));
 }
 
 }  // namespace

@@ -266,7 +266,7 @@ struct ITypedFiller : IDispatch {
     STDMETHOD(Load)(LONG* language, SAFEARRAY** numbers, SAFEARRAY** texts) = 0;
 };
 
-class TypedFiller final : public Counted<ITypedFiller> {
+class TypedFiller final : public test_support::StandIn<ITypedFiller> {
 public:
     TypedFiller() {
         static PARAMDATA parameters[] = {{const_cast<OLECHAR*>(L"Language"), VT_BYREF | VT_I4},
@@ -284,18 +284,6 @@ public:
         EXPECT_EQ(madeClass->GetRefTypeInfo(interfaceOfClass, mInfo.Out()), S_OK);
     }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IDispatch);
-        *object = known ? this : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         return DispGetIDsOfNames(mInfo.Get(), names, count, ids);
     }

@@ -10,23 +10,14 @@
 #include <utility>
 #include <vector>
 
+#include "support/stand_in.h"
+
 namespace kwo::platform::windows {
 
-/// A counted object of a test's own: it lives on the stack and begins with one reference, the test's.
-template <class Interface>
-class Counted : public Interface {
+/// An object without automation. The test itself holds a reference.
+class PlainUnknown final : public test_support::StandIn<> {
 public:
-    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
-    STDMETHODIMP_(ULONG) Release() override { return --mReferences; }
-    ULONG References() const { return mReferences; }
-
-private:
-    ULONG mReferences = 1;
-};
-
-/// An object without automation.
-class PlainUnknown final : public Counted<IUnknown> {
-public:
+    PlainUnknown() { references = 1; }
     STDMETHODIMP QueryInterface(REFIID id, void** object) override {
         *object = IsEqualIID(id, IID_IUnknown) ? this : nullptr;
         if (*object == nullptr) return E_NOINTERFACE;
@@ -36,8 +27,11 @@ public:
 };
 
 /// An automation object whose members are all one function of the test, which also sees how it was called.
-class RecordingDispatch : public Counted<IDispatchEx> {
+class RecordingDispatch : public test_support::StandIn<IDispatchEx> {
 public:
+    /// The test itself holds a reference.
+    RecordingDispatch() { references = 1; }
+
     struct Call {
         DISPID id;
         WORD flags;

@@ -4,12 +4,13 @@
 
 #include <string>
 
+#include "com_support/module_path.h"
+
 namespace kwo::platform::windows {
 
 /// The full name of this program.
 inline std::wstring ProgramPath() {
-    wchar_t path[MAX_PATH];
-    return {path, ::GetModuleFileNameW(nullptr, path, MAX_PATH)};
+    return com_support::ModulePath(nullptr);
 }
 
 inline std::wstring ProgramFolder() {

@@ -189,15 +189,15 @@ TEST(VariantBridgeTest, ObjectsComeInWithAReferenceOfTheirOwnAndGoBackAsThemselv
          {dispatch, unknown, ReferenceTo(dispatch), ReferenceTo(unknown), ReferenceToVariant(unknownReference)}) {
         Variant inside = FromVariant(value);
         ASSERT_TRUE(IsObject(inside)) << value.vt;
-        EXPECT_EQ(object.References(), 2u) << value.vt;
+        EXPECT_EQ(object.references, 2u) << value.vt;
         {
             const OwnedVariant back = OwnedVariant::Adopt(ToVariant(inside));
             EXPECT_EQ(back.vt, VT_DISPATCH);
             EXPECT_EQ(back.pdispVal, &object);
-            EXPECT_EQ(object.References(), 3u) << value.vt;
+            EXPECT_EQ(object.references, 3u) << value.vt;
         }
         inside = Empty();
-        EXPECT_EQ(object.References(), 1u) << value.vt;
+        EXPECT_EQ(object.references, 1u) << value.vt;
     }
 }
 
@@ -221,12 +221,12 @@ TEST(VariantBridgeTest, AnObjectWithoutAutomationIsCarriedOnly) {
         const Variant inside = FromVariant(unknown);
         EXPECT_FALSE(IsObject(inside));
         EXPECT_EQ(ForeignOf(inside).punkVal, &object);
-        EXPECT_EQ(object.References(), 2u);
+        EXPECT_EQ(object.references, 2u);
         const OwnedVariant back = OwnedVariant::Adopt(ToVariant(inside));
         EXPECT_EQ(back.vt, VT_UNKNOWN);
-        EXPECT_EQ(object.References(), 3u);
+        EXPECT_EQ(object.references, 3u);
     }
-    EXPECT_EQ(object.References(), 1u);
+    EXPECT_EQ(object.references, 1u);
 }
 
 TEST(VariantBridgeTest, IntegersOfOtherWidthsAreCarriedOnly) {
@@ -269,21 +269,21 @@ TEST(VariantBridgeTest, ArraysAreCopiedOnTheWayInAndOnTheWayOut) {
     LONG index = 0;
     ASSERT_EQ(::SafeArrayPutElement(array.parray, &index, static_cast<IDispatch*>(&object)), S_OK);
     OwnedVariant owner = OwnedVariant::Adopt(array);
-    ASSERT_EQ(object.References(), 2u);
+    ASSERT_EQ(object.references, 2u);
 
     for (const VARIANT& given : {array, ReferenceTo(array), ReferenceToVariant(array)}) {
         {
             const Variant inside = FromVariant(given);
-            EXPECT_EQ(object.References(), 3u);
+            EXPECT_EQ(object.references, 3u);
             const OwnedVariant back = OwnedVariant::Adopt(ToVariant(inside));
             EXPECT_EQ(back.vt, VT_ARRAY | VT_DISPATCH);
             EXPECT_NE(back.parray, array.parray);
-            EXPECT_EQ(object.References(), 4u);
+            EXPECT_EQ(object.references, 4u);
         }
-        EXPECT_EQ(object.References(), 2u);
+        EXPECT_EQ(object.references, 2u);
     }
     owner = OwnedVariant();
-    EXPECT_EQ(object.References(), 1u);
+    EXPECT_EQ(object.references, 1u);
 }
 
 TEST(VariantBridgeTest, NullReferencesAreRefused) {
