@@ -3,8 +3,8 @@
 #include <olectl.h>
 
 #include <algorithm>
+#include <exception>
 #include <new>
-#include <optional>
 #include <utility>
 
 #include "com/server/module.h"
@@ -135,18 +135,18 @@ void ConnectionPoint::Fire(DISPID event, std::span<VARIANT> arguments) {
     // call.
     const std::vector<Connection> connections = mConnections;
     const std::size_t place = PlaceOf(event);
-    std::optional<platform::ComponentError> failure;
+    std::exception_ptr failure;
     for (const Connection& connection : connections) {
         if (!IsConnected(connection.cookie)) continue;
         const DISPID id = connection.ids[place];
         if (id == DISPID_UNKNOWN) continue;
         try {
             if (!Deliver(*connection.sink, id, arguments)) Disconnect(connection.cookie);
-        } catch (const platform::ComponentError& error) {
-            if (!failure) failure = error;
+        } catch (...) {
+            if (failure == nullptr) failure = std::current_exception();
         }
     }
-    if (failure) throw *failure;
+    if (failure != nullptr) std::rethrow_exception(failure);
 }
 
 STDMETHODIMP ConnectionPoint::EnumConnectionPoints(IEnumConnectionPoints** points) {

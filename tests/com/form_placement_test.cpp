@@ -154,6 +154,24 @@ TEST_F(FormPlacementMembers, WhatIsNoFormIsLeftAlone) {
     EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
 }
 
+/// A form that has no memory for any of its members.
+class ExhaustedForm final : public PropertyObject {
+public:
+    ExhaustedForm() : PropertyObject({{L"WindowState", Var(0)}, {L"Top", Var(0)}, {L"Left", Var(0)}}) {}
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_OUTOFMEMORY;
+    }
+};
+
+TEST_F(FormPlacementMembers, AFormWithoutMemoryIsNotPassedOver) {
+    ExhaustedForm form;
+
+    const Outcome outcome = Call(mUtility.Get(), L"KWO_CenterForm", {&form});
+
+    EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(outcome.scode));
+    EXPECT_EQ(0u, form.references);
+}
+
 TEST_F(FormPlacementMembers, NoReferenceStays) {
     PropertyObject parent = MakeForm(1000, 1000, 6000, 4000);
     Do(L"KWO_SetFormPosition", {&mForm, 1, 1, 1, 1, 1, &parent});

@@ -68,6 +68,23 @@ TEST_F(TimerSinks, DateOfAnAlarmWhoseOtherSinkFailsIsLost) {
     EXPECT_EQ(1, failing.calls);
 }
 
+TEST_F(TimerSinks, SinkWithoutMemoryKeepsNoOtherFromItsEventAndTheCallerHearsOfIt) {
+    Sink& first = NewSink();
+    Sink& second = NewSink();
+    Sink& third = NewSink();
+    second.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_OUTOFMEMORY; };
+    third.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_FAIL; };
+    Connect(first);
+    Connect(second);
+    Connect(third);
+    const Outcome outcome = Force(1);
+
+    EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(outcome.scode)) << "the first failure";
+    EXPECT_EQ(L"Out of memory", outcome.description);
+    EXPECT_EQ(1, first.calls);
+    EXPECT_EQ(1, third.calls);
+}
+
 TEST_F(TimerSinks, FailingAlarmWithoutATagTakesAllAlarmsAlong) {
     Sink& failing = NewSink();
     failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_FAIL; };

@@ -1,5 +1,7 @@
 #include "platform/windows/call_failure.h"
 
+#include <new>
+
 #include "com_support/bstr.h"
 #include "com_support/com_ptr.h"
 #include "platform/windows/variant_bridge.h"
@@ -46,6 +48,8 @@ void RaiseFailure(HRESULT code) {
             RaiseRuntime(RuntimeError::TypeMismatch);
         case DISP_E_OVERFLOW:
             RaiseRuntime(RuntimeError::Overflow);
+        case E_OUTOFMEMORY:
+            throw std::bad_alloc();
         case DISP_E_BADPARAMCOUNT:
             Raise(kWrongArguments, {}, u"Wrong number of arguments or invalid property assignment");
         case DISP_E_PARAMNOTOPTIONAL:

@@ -9,7 +9,7 @@
 namespace kwo::platform::windows {
 
 /// Raises the error that automation clients show for a failure code: the errors of the language's run-time for the
-/// standard codes, else the code with the system's text.
+/// standard codes, else the code with the system's text. E_OUTOFMEMORY is std::bad_alloc.
 [[noreturn]] void RaiseFailure(HRESULT code);
 
 /// Raises the failure of an early-bound call: the thread's error object if `object` supports one for the interface,

@@ -464,6 +464,14 @@ TEST_F(DispatchObjectTest, OtherFailuresKeepTheirCodeWithTheSystemsText) {
     EXPECT_EQ(RaisedByGet().number, 424);
 }
 
+TEST_F(DispatchObjectTest, AnObjectWithoutMemoryIsNoMemory) {
+    FailWith(E_OUTOFMEMORY);
+    Argument arguments[] = {{true}};
+    EXPECT_THROW(object->Get(u"First"), std::bad_alloc);
+    EXPECT_THROW(object->Let(u"First", true), std::bad_alloc);
+    EXPECT_THROW(object->Notify(u"First", arguments), std::bad_alloc);
+}
+
 TEST_F(DispatchObjectTest, TheObjectsOwnErrorIsRaisedWhole) {
     target.body = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
         exception->scode = static_cast<SCODE>(0x80040123);
