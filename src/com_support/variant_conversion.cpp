@@ -7,7 +7,7 @@
 namespace kwo::com_support {
 
 HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
-    // The function only reads its source, it is declared without saying so.
+    // The function only reads its source, although it is not declared const.
     return ::VariantChangeTypeEx(&converted, const_cast<VARIANT*>(&value), locale, VARIANT_ALPHABOOL, type);
 }
 
