@@ -50,7 +50,7 @@ public:
     /// The ANSI code page of what is stored in the registry and of conversions; names stay in Windows-1252.
     void SetCodePage(CodePage page) { mWorld.codePage = page; }
     void FailCall(std::string_view name, int nth, std::int32_t code) { faults.FailCall(name, nth, code); }
-    /// An object of the host's whose calls stand in this desktop's log.
+    /// Makes an object of the host; its calls are in this desktop's log.
     std::shared_ptr<SimulatedObject> MakeObject(Text typeName = {}, std::string label = {});
 
     Log& log = mWorld.log;

@@ -12,32 +12,32 @@
 
 namespace kwo::platform::simulated {
 
-/// A caller's object of named properties and scripted methods, members found without regard to case. What is let, set
-/// and called stands in the log, as `Let Left 1500` or, with a label, `Let pane.Left 1500`.
+/// An object of the caller with named properties and scripted methods; upper and lower case of names are the same. The
+/// log shows what is let, set and called, as `Let Left 1500` or, with a label, `Let pane.Left 1500`.
 class SimulatedObject final : public HostObject {
 public:
     using Method = std::function<Variant(std::span<Variant>)>;
 
     explicit SimulatedObject(Log& log, Text typeName = {}, std::string label = {});
 
-    /// Makes the property or changes it, unseen by the log.
+    /// Adds or changes a property, without a line in the log.
     void SetProperty(TextView name, Variant value);
-    /// From now on the property keeps its value, whatever it is let.
+    /// The property keeps its value from now on, whatever is assigned.
     void FixProperty(TextView name);
-    /// The property's value, unseen by the log; nothing when there is none.
+    /// The value of a property, without a line in the log; nothing if there is none.
     std::optional<Variant> Property(TextView name) const;
-    /// Makes a method; changes that it makes to arguments by reference reach the caller. With named arguments it gets
-    /// as many as `parameters` has, in that order, Missing where the caller gave none. A property with arguments is a
-    /// method.
+    /// Adds a method. Changes that it makes to by-reference arguments reach the caller. With named arguments it gets as
+    /// many as `parameters` has, in that order; Missing for those that the caller left out. A property with arguments
+    /// is a method.
     void SetMethod(TextView name, Method method, std::vector<Text> parameters = {});
-    /// From now on every use of the member raises `error`, whether there is such a member or not.
+    /// Every use of the member raises `error` from now on, even if there is no such member.
     void FailMember(TextView name, ComponentError error);
     void MendMember(TextView name);
 
-    /// Reads are too many to be in every test's way.
+    /// Whether reads are in the log; there are too many of them for most tests.
     bool logsReads = false;
-    /// Runs at the beginning of every use, questions for names and types included: a host's own code may do anything
-    /// before it answers, also let go of this object.
+    /// Runs at the beginning of every use, even of a question for a name or type: code of a host may do anything before
+    /// it answers, even release this object.
     std::function<void()> whenUsed;
 
 private:

@@ -39,7 +39,7 @@ std::int32_t PropertyOf(const ComPtr<IDispatch>& picture, DISPID id) {
 }  // namespace
 
 std::int32_t WindowsPictures::Type(HostObject& picture) {
-    // The picture may let go of its holder's reference while it is asked.
+    // The picture may release its holder's reference during the call.
     const ComPtr<IDispatch> dispatch = DispatchOf(picture);
     const auto early = dispatch.As<IPicture>();
     SHORT type = PICTYPE_UNINITIALIZED;
