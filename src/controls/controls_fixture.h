@@ -9,6 +9,7 @@
 #include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::controls {
 
@@ -19,6 +20,7 @@ using platform::Text;
 using platform::TextView;
 using platform::Variant;
 using platform::simulated::SimulatedObject;
+using test_support::Raised;
 
 /// A form with a picture box on a simulated desktop.
 class ControlsTest : public testing::Test {
@@ -55,22 +57,14 @@ protected:
         return made;
     }
 
-    template <class Body>
-    static ComponentError Raised(Body&& body) {
-        try {
-            body();
-            return {};
-        } catch (const ComponentError& error) {
-            return error;
-        }
-    }
     static ComponentError Refusal(std::int32_t number = 380) { return {number, u"Host", u"Refused", {}, 0}; }
 
     /// The log since the last time, but without its waiting for messages and the one reading of the user's settings.
     Lines TakeLog() {
         Lines lines = desktop.log.Lines();
         std::erase_if(lines, [](const std::string& line) {
-            return line == "Pump" || line.starts_with("Wait") || line.starts_with("GetLocaleInfo") || line.starts_with("GetTimeZone");
+            return line == "Pump" || line.starts_with("Wait") || line.starts_with("GetLocaleInfo") ||
+                   line.starts_with("GetTimeZone");
         });
         desktop.log.Clear();
         return lines;

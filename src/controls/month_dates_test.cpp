@@ -4,21 +4,14 @@
 
 #include "controls/selected_days.h"
 #include "platform/simulated/calendar.h"
+#include "support/raised.h"
 
 namespace kwo::controls {
 namespace {
 
 using platform::simulated::DayNumber;
 using platform::simulated::MomentOf;
-
-int Raised(auto&& body) {
-    try {
-        body();
-        return 0;
-    } catch (const platform::ComponentError& error) {
-        return error.number;
-    }
-}
+using test_support::RaisedNumber;
 
 TEST(MonthDates, AgreeWithTheCalendarFromItsFirstDayToItsLast) {
     for (double day = kFirstDate; day <= kLastDate; day += 11) {
@@ -61,17 +54,17 @@ TEST(MonthDates, AMoveKeepsTheDayOrTakesTheLastOne) {
     EXPECT_EQ(MovedByMonths(DateOf(2026, 12, 15), 1), DateOf(2027, 1, 15));
     EXPECT_EQ(MovedByMonths(DateOf(2026, 1, 15), -1), DateOf(2025, 12, 15));
     EXPECT_EQ(MovedByMonths(DateOf(2026, 5, 31), 0), DateOf(2026, 5, 31));
-    EXPECT_EQ(Raised([] { MovedByMonths(DateOf(9999, 12, 31), 1); }), 5);
-    EXPECT_EQ(Raised([] { MovedByMonths(DateOf(100, 1, 1), -1); }), 5);
+    EXPECT_EQ(RaisedNumber([] { MovedByMonths(DateOf(9999, 12, 31), 1); }), 5);
+    EXPECT_EQ(RaisedNumber([] { MovedByMonths(DateOf(100, 1, 1), -1); }), 5);
 }
 
 TEST(MonthDates, WhatIsOutsideOfTheCalendarIsRefused) {
-    EXPECT_EQ(Raised([] { DayOf({kFirstDate - 1}); }), 5);
-    EXPECT_EQ(Raised([] { DayOf({kLastDate + 1}); }), 5);
-    EXPECT_EQ(Raised([] { DayOf({std::nan("")}); }), 5);
-    EXPECT_EQ(Raised([] { DayOf({INFINITY}); }), 5);
-    EXPECT_EQ(Raised([] { DateOf(32'767, 32'767, 1); }), 5);
-    EXPECT_EQ(Raised([] { DayOf({kLastDate + 0.5}); }), 0);
+    EXPECT_EQ(RaisedNumber([] { DayOf({kFirstDate - 1}); }), 5);
+    EXPECT_EQ(RaisedNumber([] { DayOf({kLastDate + 1}); }), 5);
+    EXPECT_EQ(RaisedNumber([] { DayOf({std::nan("")}); }), 5);
+    EXPECT_EQ(RaisedNumber([] { DayOf({INFINITY}); }), 5);
+    EXPECT_EQ(RaisedNumber([] { DateOf(32'767, 32'767, 1); }), 5);
+    EXPECT_EQ(RaisedNumber([] { DayOf({kLastDate + 0.5}); }), 0);
 }
 
 TEST(MonthDates, TimesOfDayAreCutTowardsDayZero) {
@@ -104,7 +97,7 @@ TEST(SelectedDaysTest, DatesAreRoundedToTheNearestDayHalvesToEven) {
     EXPECT_FALSE(days.Has({45'001.5}));
     days.Add({45'002.5});
     EXPECT_TRUE(days.Has({45'002}));
-    EXPECT_EQ(Raised([&] { days.Add({1e12}); }), 6);
+    EXPECT_EQ(RaisedNumber([&] { days.Add({1e12}); }), 6);
 }
 
 }  // namespace

@@ -5,21 +5,15 @@
 #include <random>
 
 #include "controls/naive_calendar.h"
+#include "support/raised.h"
 
 namespace kwo::controls {
 namespace {
 
+using test_support::RaisedNumber;
+
 Date On(int year, unsigned month, unsigned day) {
     return {platform::simulated::DayNumber(year, month, day).value()};
-}
-
-int Raised(auto&& body) {
-    try {
-        body();
-        return 0;
-    } catch (const platform::ComponentError& error) {
-        return error.number;
-    }
 }
 
 MonthModel Focused(Date focus) {
@@ -54,7 +48,7 @@ TEST(MonthModelTest, TheVisibleMonthFollowsTheFocus) {
     EXPECT_EQ(model.FramedDay(), 21);
     EXPECT_EQ(model.VisibleDate(1), On(2026, 11, 1));
     EXPECT_EQ(model.VisibleDate(32), On(2026, 12, 2));
-    EXPECT_EQ(Raised([&] { model.SetFocus({kLastDate + 1}); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { model.SetFocus({kLastDate + 1}); }), 5);
     EXPECT_EQ(model.Focus(), On(2026, 11, 21));
     EXPECT_EQ(Visible(model), (MonthAndYear{11, 2026}));
 }
@@ -71,12 +65,12 @@ TEST(MonthModelTest, AMoveInTheMonthMovesTheFrameToo) {
 
 TEST(MonthModelTest, StepsEndWithTheCalendar) {
     const MonthModel last = Focused(On(9999, 12, 31));
-    EXPECT_EQ(Raised([&] { last.DaysFromFocus(1); }), 5);
-    EXPECT_EQ(Raised([&] { last.MonthsFromFocus(1); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { last.DaysFromFocus(1); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { last.MonthsFromFocus(1); }), 5);
     EXPECT_EQ(last.MonthsFromFocus(-1), On(9999, 11, 30));
     const MonthModel first = Focused(On(100, 1, 1));
-    EXPECT_EQ(Raised([&] { first.DaysFromFocus(-1); }), 5);
-    EXPECT_EQ(Raised([&] { first.MonthsFromFocus(-1); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { first.DaysFromFocus(-1); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { first.MonthsFromFocus(-1); }), 5);
 }
 
 TEST(MonthModelTest, ShowMonthMovesTheFocusToTheFirstDayOfAnotherMonth) {
@@ -89,7 +83,7 @@ TEST(MonthModelTest, ShowMonthMovesTheFocusToTheFirstDayOfAnotherMonth) {
     model.ShowMonth(3, 2025);
     EXPECT_EQ(model.Focus(), On(2025, 3, 1));
     EXPECT_EQ(Visible(model), (MonthAndYear{3, 2025}));
-    EXPECT_EQ(Raised([&] { model.ShowMonth(1, 99); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { model.ShowMonth(1, 99); }), 5);
     EXPECT_EQ(Visible(model), (MonthAndYear{3, 2025}));
 }
 
@@ -135,8 +129,8 @@ TEST(MonthModelTest, AMinimumBehindTheVisibleMonthTakesTheFocus) {
 TEST(MonthModelTest, LimitsOfNoDayAreRefusedAndChangeNothing) {
     MonthModel model = Focused(On(2026, 11, 21));
     for (const double days : {kLastDate + 1, kFirstDate - 1, std::nan(""), 1e300}) {
-        EXPECT_EQ(Raised([&] { model.SetMinDate({days}); }), 5);
-        EXPECT_EQ(Raised([&] { model.SetMaxDate({days}); }), 5);
+        EXPECT_EQ(RaisedNumber([&] { model.SetMinDate({days}); }), 5);
+        EXPECT_EQ(RaisedNumber([&] { model.SetMaxDate({days}); }), 5);
     }
     EXPECT_EQ(model.MinDate(), Date{});
     EXPECT_EQ(model.MaxDate(), Date{});

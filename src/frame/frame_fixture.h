@@ -11,8 +11,11 @@
 #include "frame/recording_trace.h"
 #include "frame/routines.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::frame {
+
+using test_support::Raised;
 
 /// The frame's modules on a simulated desktop, with every line of the call trace kept.
 class FrameTest : public testing::Test {
@@ -30,17 +33,6 @@ protected:
     MessageBoxes boxes{services.windows, services.screen, services.host, wait, eventLog, trace};
     MKWOError error{services.errors, services.host, identity, trace, boxes};
     MKWORoutines routines{services.files, services.errors, identity, error};
-
-    /// What `body` raises; the number is 0 when it raises nothing.
-    template <class Body>
-    static ComponentError Raised(Body&& body) {
-        try {
-            body();
-        } catch (const ComponentError& raised) {
-            return raised;
-        }
-        return {};
-    }
 
     static ComponentError Current(std::int32_t number, TextView description, TextView source = {}) {
         return {number, Text(source), Text(description), {}, 0};

@@ -8,6 +8,7 @@
 #include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::messages {
 namespace {
@@ -15,6 +16,7 @@ namespace {
 using platform::ComponentError;
 using platform::Date;
 using platform::Milliseconds;
+using test_support::Raised;
 
 class Locale : public testing::Test {
 protected:
@@ -28,15 +30,6 @@ protected:
         component::Component other(desktop.Services());
         other.locale.KWOLocaleInit();
         return other.locale.Record();
-    }
-    template <class Body>
-    static ComponentError Raised(Body&& body) {
-        try {
-            body();
-        } catch (const ComponentError& error) {
-            return error;
-        }
-        return {};
     }
 
     platform::simulated::SimulatedDesktop desktop;

@@ -9,6 +9,7 @@
 #include "component/component.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::messages {
 namespace {
@@ -22,6 +23,7 @@ using platform::Int16Array;
 using platform::Null;
 using platform::TextArray;
 using platform::Variant;
+using test_support::Raised;
 
 constexpr std::int32_t kFirst = 1899;
 
@@ -61,15 +63,6 @@ protected:
             filled->items[i] = texts[i];
         given[2] = replacement ? *replacement : Variant(ForeignRef(filled));
         return Empty{};
-    }
-    template <class Body>
-    static ComponentError Raised(Body&& body) {
-        try {
-            body();
-        } catch (const ComponentError& error) {
-            return error;
-        }
-        return {};
     }
     void InDevelopment() { desktop.host.moduleFileName = u"C:\\Tools\\KWODEV.EXE"; }
     Text Get(std::int32_t number, std::vector<Variant> args = {}) { return messages.KWO_GetMsg(number, args); }

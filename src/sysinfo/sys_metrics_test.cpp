@@ -6,6 +6,7 @@
 
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::sysinfo {
 namespace {
@@ -13,6 +14,7 @@ namespace {
 using platform::Missing;
 using platform::Text;
 using platform::Variant;
+using test_support::RaisedNumber;
 
 enum class Expect { X, Y, Pixels, Flag, FirstBit, Short, Long };
 
@@ -102,15 +104,6 @@ protected:
     static constexpr std::int16_t kTwips = 1;
     static constexpr std::int16_t kPixels = 3;
 
-    template <class Body>
-    static std::int32_t Raised(Body&& body) {
-        try {
-            body();
-        } catch (const platform::ComponentError& error) {
-            return error.number;
-        }
-        return 0;
-    }
     static bool IsDimension(const Row& row) {
         return row.expect == Expect::X || row.expect == Expect::Y || row.expect == Expect::Pixels;
     }
@@ -167,7 +160,7 @@ TEST_F(SysMetrics, CountsOfSixteenBitsAreChecked) {
         }
         for (const std::int32_t value : {-32'769, 32'768, 65'536}) {
             Value(metric) = value;
-            EXPECT_EQ(Raised([&] { metrics.Short(metric); }), 6) << value;
+            EXPECT_EQ(RaisedNumber([&] { metrics.Short(metric); }), 6) << value;
         }
     }
     Value(Metric::Arrange) = 65'536;
@@ -203,9 +196,9 @@ TEST_F(SysMetrics, ArgumentIsConvertedByTheAutomationRules) {
     metrics.SetScaleMode(kTwips);
     EXPECT_EQ(metrics.Dimension(Metric::ScreenX, platform::Empty{}), 100);
     for (const Metric metric : {Metric::ScreenX, Metric::MinSpacingX}) {
-        EXPECT_EQ(Raised([&] { metrics.Dimension(metric, Text(u"x")); }), 13);
-        EXPECT_EQ(Raised([&] { metrics.Dimension(metric, std::int32_t{32'768}); }), 6);
-        EXPECT_EQ(Raised([&] { metrics.Dimension(metric, platform::Null{}); }), 13);
+        EXPECT_EQ(RaisedNumber([&] { metrics.Dimension(metric, Text(u"x")); }), 13);
+        EXPECT_EQ(RaisedNumber([&] { metrics.Dimension(metric, std::int32_t{32'768}); }), 6);
+        EXPECT_EQ(RaisedNumber([&] { metrics.Dimension(metric, platform::Null{}); }), 13);
     }
 }
 
@@ -217,7 +210,7 @@ TEST_F(SysMetrics, ProductThatDoesNotFitOverflows) {
     }
     for (const std::int32_t tooLarge : {kMost / 15 + 1, -kMost / 15 - 1, kMost}) {
         Value(Metric::ScreenX) = tooLarge;
-        EXPECT_EQ(Raised([&] { metrics.Dimension(Metric::ScreenX, kTwips); }), 6);
+        EXPECT_EQ(RaisedNumber([&] { metrics.Dimension(Metric::ScreenX, kTwips); }), 6);
         EXPECT_EQ(metrics.Dimension(Metric::ScreenX, kPixels), tooLarge);
     }
 }

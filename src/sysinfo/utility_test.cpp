@@ -7,6 +7,7 @@
 
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::sysinfo {
 namespace {
@@ -17,20 +18,11 @@ using platform::Missing;
 using platform::Null;
 using platform::Variant;
 using platform::simulated::SimulatedFileSystem;
+using test_support::RaisedNumber;
 using Lines = std::vector<std::string>;
 
 class Utility : public testing::Test {
 protected:
-    template <class Body>
-    static std::int32_t Raised(Body&& body) {
-        try {
-            body();
-            return 0;
-        } catch (const ComponentError& error) {
-            return error.number;
-        }
-    }
-
     platform::simulated::SimulatedDesktop desktop;
     component::Component component{desktop.Services()};
     KWOUtility utility{component};
@@ -210,8 +202,8 @@ TEST_F(Directories, AMissingArgumentBecomesFalse) {
 TEST_F(Directories, WhatIsNeitherTrueNorFalseIsATypeMismatch) {
     for (const Flavour& flavour : both) {
         for (const Variant& bad : {Variant(Text(u"perhaps")), Variant(Text()), Variant(platform::HostObjectRef())})
-            EXPECT_NE(Raised([&] { Ask(flavour, bad); }), 0);
-        EXPECT_EQ(Raised([&] { Ask(flavour, Text(u"perhaps")); }), 13);
+            EXPECT_NE(RaisedNumber([&] { Ask(flavour, bad); }), 0);
+        EXPECT_EQ(RaisedNumber([&] { Ask(flavour, Text(u"perhaps")); }), 13);
         // Nobody asks for the backslash of a directory that is not known.
         desktop.FailCall(flavour.call, 1, 5);
         EXPECT_EQ(Ask(flavour, Text(u"perhaps")), u"");
@@ -326,8 +318,8 @@ TEST_F(SystemVersion, NumbersOfMoreThan16BitsOverflow) {
     EXPECT_EQ(utility.KWO_WinMinorVersion(), 32'767);
     Version(32'768, 32'768, 2);
     KWOUtility fresh(component);
-    EXPECT_EQ(Raised([&] { fresh.KWO_WinMajorVersion(); }), 6);
-    EXPECT_EQ(Raised([&] { fresh.KWO_WinMinorVersion(); }), 6);
+    EXPECT_EQ(RaisedNumber([&] { fresh.KWO_WinMajorVersion(); }), 6);
+    EXPECT_EQ(RaisedNumber([&] { fresh.KWO_WinMinorVersion(); }), 6);
     EXPECT_TRUE(fresh.KWO_IsWinNT());
 }
 
@@ -372,7 +364,7 @@ protected:
         return (desktop.clock.Elapsed().scaled - before) / platform::Milliseconds::kScale - 1;
     }
     std::int32_t Raises(std::int16_t seconds) {
-        return Raised([&] { utility.KWO_Pause(seconds); });
+        return RaisedNumber([&] { utility.KWO_Pause(seconds); });
     }
     std::size_t Rounds() const { return desktop.log.Starting("Pump").size(); }
 };

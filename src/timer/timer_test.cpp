@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/component_error.h"
+#include "support/raised.h"
 #include "timers/timer_fixture.h"
 
 namespace kwo::timer {
@@ -12,6 +13,7 @@ namespace {
 using platform::ComponentError;
 using platform::Date;
 using platform::Text;
+using test_support::Raised;
 using timers::RecordingOwner;
 using timers::RowType;
 using timers::TimerTest;
@@ -73,15 +75,6 @@ private:
 
 class Timer : public TimerTest {
 protected:
-    template <class Body>
-    static ComponentError Raised(Body&& body) {
-        try {
-            body();
-        } catch (const ComponentError& error) {
-            return error;
-        }
-        return {};
-    }
     std::shared_ptr<Callback> MakeCallback() { return std::make_shared<Callback>(told); }
     bool HasTick() { return timers.Table().ActiveCount() == 1 && timers.Table().Row(1).type == RowType::Tick; }
 

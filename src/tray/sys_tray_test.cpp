@@ -9,6 +9,7 @@
 
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "support/raised.h"
 
 namespace kwo::tray {
 namespace {
@@ -16,6 +17,7 @@ namespace {
 using platform::ComponentError;
 using platform::HostObjectRef;
 using platform::simulated::SimulatedObject;
+using test_support::RaisedNumber;
 using Lines = std::vector<std::string>;
 
 constexpr platform::Handle kWindow = 77;
@@ -27,15 +29,6 @@ protected:
         picture->SetProperty(u"Type", type);
         picture->SetProperty(u"Handle", handle);
         return picture;
-    }
-    template <class Body>
-    static std::int32_t Raised(Body&& body) {
-        try {
-            body();
-            return 0;
-        } catch (const ComponentError& error) {
-            return error.number;
-        }
     }
     Lines Calls() const { return desktop.log.Starting("NotifyIcon"); }
     const platform::TrayRecord& Shown(platform::Handle window = kWindow) const {
@@ -329,11 +322,11 @@ TEST_F(Tray, APictureThatIsRefusedChangesNothingOfWhatIsHeld) {
     broken->SetProperty(u"Type", std::int16_t{3});
     broken->FailMember(u"Handle", ComponentError{481, u"Host", u"Invalid picture", {}, 0});
     desktop.log.Clear();
-    EXPECT_EQ(Raised([&] { tray->SetIcon(broken); }), 481);
+    EXPECT_EQ(RaisedNumber([&] { tray->SetIcon(broken); }), 481);
     EXPECT_EQ(tray->Icon(), icon);
     EXPECT_EQ(Calls(), Lines{});
-    EXPECT_EQ(Raised([&] { tray->Create(78, broken, u"Other"); }), 481);
-    EXPECT_EQ(Raised([&] { tray->Create(78, nullptr, u"Other"); }), 91);
+    EXPECT_EQ(RaisedNumber([&] { tray->Create(78, broken, u"Other"); }), 481);
+    EXPECT_EQ(RaisedNumber([&] { tray->Create(78, nullptr, u"Other"); }), 91);
     EXPECT_FALSE(tray->Create(78, bitmap, u"Other"));
     EXPECT_EQ(tray->Icon(), icon);
     EXPECT_EQ(tray->Tip(), u"Hello");
@@ -341,18 +334,18 @@ TEST_F(Tray, APictureThatIsRefusedChangesNothingOfWhatIsHeld) {
 
 TEST_F(Tray, NoPictureIsNoObject) {
     tray->Create(kWindow, icon, u"Hello");
-    EXPECT_EQ(Raised([&] { tray->Create(kWindow, nullptr, u"Hello"); }), 91);
+    EXPECT_EQ(RaisedNumber([&] { tray->Create(kWindow, nullptr, u"Hello"); }), 91);
     EXPECT_FALSE(IsShown());
-    EXPECT_EQ(Raised([&] { tray->SetIcon(nullptr); }), 91);
+    EXPECT_EQ(RaisedNumber([&] { tray->SetIcon(nullptr); }), 91);
     EXPECT_EQ(tray->Icon(), icon);
 }
 
 TEST_F(Tray, WhatAPictureRaisesReachesTheCaller) {
     const auto broken = desktop.MakeObject(u"Picture");
-    EXPECT_EQ(Raised([&] { tray->Create(kWindow, broken, u""); }), 438);
+    EXPECT_EQ(RaisedNumber([&] { tray->Create(kWindow, broken, u""); }), 438);
     broken->SetProperty(u"Type", std::int16_t{3});
     broken->FailMember(u"Handle", ComponentError{481, u"Host", u"Invalid picture", {}, 0});
-    EXPECT_EQ(Raised([&] { tray->Create(kWindow, broken, u""); }), 481);
+    EXPECT_EQ(RaisedNumber([&] { tray->Create(kWindow, broken, u""); }), 481);
     EXPECT_EQ(Calls(), Lines{});
     EXPECT_FALSE(IsShown());
 }

@@ -28,8 +28,8 @@ TEST_F(ComponentFactoryContract, LetterCaseOfANameDoesNotMatter) {
 }
 
 TEST_F(ComponentFactoryContract, NameThatNobodyHasCannotBeCreated) {
-    EXPECT_EQ(Raised([&] { components.Create(u"KWOUtil.NoSuchClass"); }), 429);
-    EXPECT_EQ(Raised([&] { components.Create(u""); }), 429);
+    EXPECT_EQ(RaisedNumber([&] { components.Create(u"KWOUtil.NoSuchClass"); }), 429);
+    EXPECT_EQ(RaisedNumber([&] { components.Create(u""); }), 429);
 }
 
 }  // namespace

@@ -27,12 +27,14 @@
 #include "platform/screen.h"
 #include "platform/system_errors.h"
 #include "platform/system_fonts.h"
+#include "support/raised.h"
 
 namespace kwo::contract {
 
 using platform::Handle;
 using platform::Text;
 using platform::TextView;
+using test_support::RaisedNumber;
 
 /// A platform, and what only somebody outside of it can bring about: the user, other programs, the host.
 class PlatformUnderTest {
@@ -96,17 +98,6 @@ class ContractTest : public testing::Test {
 protected:
     platform::Platform& platform() { return mUnderTest->Services(); }
     PlatformUnderTest& outside() { return *mUnderTest; }
-
-    /// The number of the error that `body` raises; 0 when it raises none.
-    template <class Body>
-    static std::int32_t Raised(Body&& body) {
-        try {
-            body();
-            return 0;
-        } catch (const platform::ComponentError& error) {
-            return error.number;
-        }
-    }
 
 private:
     std::unique_ptr<PlatformUnderTest> mUnderTest = MakePlatform();

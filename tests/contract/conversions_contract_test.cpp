@@ -45,13 +45,13 @@ TEST_F(ConversionsContract, Int16OverflowsAtItsBounds) {
     EXPECT_EQ(conversions.ToInt16(32767.25), 32767);
     EXPECT_EQ(conversions.ToInt16(-32768.25), -32768);
     EXPECT_EQ(conversions.ToInt16(Text(u"-32768")), -32768);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(std::int32_t{32768}); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(std::int32_t{-32769}); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(32767.5); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(-32768.75); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(Text(u"32768")); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(Currency::Whole(32768)); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(Date{46342}); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(std::int32_t{32768}); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(std::int32_t{-32769}); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(32767.5); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(-32768.75); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(Text(u"32768")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(Currency::Whole(32768)); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(Date{46342}); }), kOverflow);
 }
 
 TEST_F(ConversionsContract, Int32OverflowsAtItsBounds) {
@@ -59,26 +59,26 @@ TEST_F(ConversionsContract, Int32OverflowsAtItsBounds) {
     EXPECT_EQ(conversions.ToInt32(-2147483648.0), INT32_MIN);
     EXPECT_EQ(conversions.ToInt32(2147483647.25), INT32_MAX);
     EXPECT_EQ(conversions.ToInt32(Text(u"-2147483648")), INT32_MIN);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(2147483648.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(2147483648.0); }), kOverflow);
     EXPECT_EQ(conversions.To32Bits(2147483647.0), INT32_MAX);
     EXPECT_EQ(conversions.To32Bits(2147483648.0), INT32_MIN);
     EXPECT_EQ(conversions.To32Bits(4294967295.0), -1);
     EXPECT_EQ(conversions.To32Bits(-2147483648.0), INT32_MIN);
     EXPECT_EQ(conversions.To32Bits(Text(u"4294967295")), -1);
-    EXPECT_EQ(Raised([&] { conversions.To32Bits(4294967296.0); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.To32Bits(-2147483649.0); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.To32Bits(Text(u"window")); }), kMismatch);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(-2147483649.0); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(2147483647.5); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(Text(u"2147483648")); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(Currency::Whole(2147483648)); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.To32Bits(4294967296.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.To32Bits(-2147483649.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.To32Bits(Text(u"window")); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(-2147483649.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(2147483647.5); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(Text(u"2147483648")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(Currency::Whole(2147483648)); }), kOverflow);
 }
 
 TEST_F(ConversionsContract, SingleOverflowsAtItsBounds) {
     EXPECT_EQ(conversions.ToSingle(0.1), 0.1f);
     EXPECT_EQ(conversions.ToSingle(-3.4e38), -3.4e38f);
-    EXPECT_EQ(Raised([&] { conversions.ToSingle(3.5e38); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToSingle(-3.5e38); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToSingle(3.5e38); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToSingle(-3.5e38); }), kOverflow);
 }
 
 TEST_F(ConversionsContract, EveryKindOfNumberConverts) {
@@ -111,16 +111,16 @@ TEST_F(ConversionsContract, EmptyIsZeroAndNoText) {
 TEST_F(ConversionsContract, KindsWithoutAValueMismatch) {
     const Variant kinds[] = {Missing{}, Null{}, ErrorValue{5}, HostObjectRef{}, Text(u"abc"), Text()};
     for (const Variant& kind : kinds) {
-        EXPECT_EQ(Raised([&] { conversions.ToInt16(kind); }), kMismatch) << kind.index();
-        EXPECT_EQ(Raised([&] { conversions.ToInt32(kind); }), kMismatch) << kind.index();
-        EXPECT_EQ(Raised([&] { conversions.ToSingle(kind); }), kMismatch) << kind.index();
-        EXPECT_EQ(Raised([&] { conversions.ToDouble(kind); }), kMismatch) << kind.index();
-        EXPECT_EQ(Raised([&] { conversions.ToBoolean(kind); }), kMismatch) << kind.index();
-        EXPECT_EQ(Raised([&] { conversions.ToDate(kind); }), kMismatch) << kind.index();
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(kind); }), kMismatch) << kind.index();
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(kind); }), kMismatch) << kind.index();
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToSingle(kind); }), kMismatch) << kind.index();
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(kind); }), kMismatch) << kind.index();
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToBoolean(kind); }), kMismatch) << kind.index();
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(kind); }), kMismatch) << kind.index();
     }
-    EXPECT_EQ(Raised([&] { conversions.ToText(Null{}); }), kMismatch);
-    EXPECT_EQ(Raised([&] { conversions.ToText(Missing{}); }), kMismatch);
-    EXPECT_EQ(Raised([&] { conversions.ToText(HostObjectRef{}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Null{}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Missing{}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(HostObjectRef{}); }), kMismatch);
 }
 
 TEST_F(ConversionsContract, TextsThatAreNumbers) {
@@ -134,7 +134,7 @@ TEST_F(ConversionsContract, TextsThatAreNumbers) {
         EXPECT_DOUBLE_EQ(conversions.ToDouble(Text(row.text)), row.value) << Printed(row.text);
     }
     for (const char16_t* text : {u" ", u"-", u"1 2", u"1.2.3", u"&HG", u"(12", u"12abc"}) {
-        EXPECT_EQ(Raised([&] { conversions.ToDouble(Text(text)); }), kMismatch) << Printed(text);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(text)); }), kMismatch) << Printed(text);
     }
 }
 
@@ -142,7 +142,7 @@ TEST_F(ConversionsContract, PatternOfBitsSetsTheSignOfItsInteger) {
     EXPECT_EQ(conversions.ToInt32(Text(u"&HFFFF")), 65535);
     EXPECT_EQ(conversions.ToInt32(Text(u"&H7FFFFFFF")), INT32_MAX);
     EXPECT_EQ(conversions.ToInt32(Text(u"&HFFFFFFFF")), -1);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(Text(u"&H100000000")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(Text(u"&H100000000")); }), kOverflow);
 }
 
 TEST_F(ConversionsContract, BooleanTextsAreKnown) {
@@ -171,8 +171,8 @@ TEST_F(ConversionsContract, ValuesHaveATextForm) {
 TEST_F(ConversionsContract, DatesStayWithinTheCalendar) {
     EXPECT_EQ(conversions.ToDate(std::int32_t{2958465}).days, 2958465);
     EXPECT_EQ(conversions.ToDate(-657434.0).days, -657434);
-    EXPECT_EQ(Raised([&] { conversions.ToDate(2958466.0); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToDate(-657435.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(2958466.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(-657435.0); }), kOverflow);
 }
 
 TEST_F(ConversionsContract, TextFormOfADateReadsBackAsTheDate) {

@@ -14,8 +14,8 @@ TEST_F(ProgramsContract, AWindowIsActivatedByItsWholeTitle) {
 
     EXPECT_NO_THROW(programs.Activate(u"Contract Window"));
     EXPECT_NO_THROW(programs.Activate(u"CONTRACT window"));
-    EXPECT_EQ(Raised([&] { programs.Activate(u"Contract"); }), 5);
-    EXPECT_EQ(Raised([&] { programs.Activate(u"Contract Window 2"); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { programs.Activate(u"Contract"); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { programs.Activate(u"Contract Window 2"); }), 5);
 }
 
 TEST_F(ProgramsContract, AMinimisedWindowIsRestored) {
@@ -32,26 +32,26 @@ TEST_F(ProgramsContract, AMinimisedWindowIsRestored) {
 TEST_F(ProgramsContract, AHiddenWindowIsNotActivated) {
     outside().Hide(outside().MakeWindow(u"Hidden Window"));
 
-    EXPECT_EQ(Raised([&] { programs.Activate(u"Hidden Window"); }), 5);
+    EXPECT_EQ(RaisedNumber([&] { programs.Activate(u"Hidden Window"); }), 5);
 }
 
 TEST_F(ProgramsContract, ACommandLineThatIsNotTakenWholeStartsNothing) {
     const Text program = u'"' + outside().ExistingFile() + u"\" --gtest_list_tests ";
     const Text tooLong(platform::Programs::kLongestCommandLine + 1 - program.size(), u'x');
-    EXPECT_EQ(Raised([&] { programs.Start(program + tooLong, 1); }), 53);
-    EXPECT_EQ(Raised([&] { programs.Start(program + Text(1, u'\0'), 1); }), 53);
+    EXPECT_EQ(RaisedNumber([&] { programs.Start(program + tooLong, 1); }), 53);
+    EXPECT_EQ(RaisedNumber([&] { programs.Start(program + Text(1, u'\0'), 1); }), 53);
 
     const std::uint32_t before = platform().clock.TickCount();
     Text blanks;
     while (blanks.size() < 65'536)
         blanks += u"x ";
-    EXPECT_EQ(Raised([&] { programs.Start(blanks, 1); }), 53);
+    EXPECT_EQ(RaisedNumber([&] { programs.Start(blanks, 1); }), 53);
     EXPECT_LT(platform().clock.TickCount() - before, 1000u);
 }
 
 TEST_F(ProgramsContract, WhatIsNoProgramIsNotStarted) {
-    EXPECT_EQ(Raised([&] { programs.Start(u"C:\\no such folder\\no such program.exe -x", 1); }), 53);
-    EXPECT_EQ(Raised([&] { programs.Start(u" ", 1); }), 53);
+    EXPECT_EQ(RaisedNumber([&] { programs.Start(u"C:\\no such folder\\no such program.exe -x", 1); }), 53);
+    EXPECT_EQ(RaisedNumber([&] { programs.Start(u" ", 1); }), 53);
 }
 
 }  // namespace

@@ -85,10 +85,10 @@ TEST_F(TraceContract, AFileThatTheUserDoesNotWantIsDeleted) {
 
 TEST_F(TraceContract, AFolderThatIsMissingOrTakesNoFileIsTheCallersError) {
     trace.SetTraceFolder(outside().EmptyFolder() + u"\\none");
-    EXPECT_EQ(Raised([&] { trace.KWO_TraceStart(0, 0, false); }), -3);
+    EXPECT_EQ(RaisedNumber([&] { trace.KWO_TraceStart(0, 0, false); }), -3);
     EXPECT_FALSE(trace.IsRecording());
     trace.SetTraceFolder(outside().FolderThatTakesNoFile());
-    EXPECT_EQ_BUT_WINE(Raised([&] { trace.KWO_TraceStart(0, 0, false); }), -5, -2);
+    EXPECT_EQ_BUT_WINE(RaisedNumber([&] { trace.KWO_TraceStart(0, 0, false); }), -5, -2);
     EXPECT_FALSE(trace.IsRecording());
 }
 

@@ -8,26 +8,18 @@
 #include "platform/simulated/english_dates.h"
 #include "platform/simulated/english_numbers.h"
 #include "platform/simulated/text_codec.h"
+#include "support/raised.h"
 
 namespace kwo::platform::simulated {
 namespace {
+
+using test_support::RaisedNumber;
 
 constexpr std::int32_t kOverflow = 6;
 constexpr std::int32_t kMismatch = 13;
 
 class EnglishConversionsTest : public testing::Test {
 protected:
-    /// The number of the error that `conversion` raises; 0 when it raises none.
-    template <class Conversion>
-    static std::int32_t Raised(Conversion&& conversion) {
-        try {
-            conversion();
-            return 0;
-        } catch (const ComponentError& error) {
-            return error.number;
-        }
-    }
-
     World world;
     SimulatedConversions conversions{world};
 };
@@ -49,32 +41,32 @@ TEST_F(EnglishConversionsTest, WholeNumbersOverflowAtTheirBounds) {
     EXPECT_EQ(conversions.ToInt16(-32768.5), -32768);
     EXPECT_EQ(conversions.ToInt32(2147483647.25), 2147483647);
     EXPECT_EQ(conversions.ToInt32(-2147483648.5), INT32_MIN);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(32767.5); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(-32768.51); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(std::int32_t{32768}); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(2147483647.5); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(-2147483648.75); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(32767.5); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(-32768.51); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(std::int32_t{32768}); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(2147483647.5); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(-2147483648.75); }), kOverflow);
 }
 
 TEST_F(EnglishConversionsTest, FloatingNumbersOverflowAtTheirBounds) {
     EXPECT_EQ(conversions.ToSingle(3.4e38), 3.4e38f);
-    EXPECT_EQ(Raised([&] { conversions.ToSingle(3.5e38); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToDouble(Text(u"1e309")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToSingle(3.5e38); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(u"1e309")); }), kOverflow);
     EXPECT_EQ(conversions.ToDouble(Text(u"1e-400")), 0);
 }
 
 TEST_F(EnglishConversionsTest, KindsWithoutAValueMismatch) {
     const Variant kinds[] = {Missing{}, Null{}, ErrorValue{5}, HostObjectRef{}, ForeignRef{}, Text(u"abc"), Text()};
     for (const Variant& kind : kinds) {
-        EXPECT_EQ(Raised([&] { conversions.ToInt16(kind); }), kMismatch) << Shown(kind);
-        EXPECT_EQ(Raised([&] { conversions.ToInt32(kind); }), kMismatch) << Shown(kind);
-        EXPECT_EQ(Raised([&] { conversions.ToSingle(kind); }), kMismatch) << Shown(kind);
-        EXPECT_EQ(Raised([&] { conversions.ToDouble(kind); }), kMismatch) << Shown(kind);
-        EXPECT_EQ(Raised([&] { conversions.ToBoolean(kind); }), kMismatch) << Shown(kind);
-        EXPECT_EQ(Raised([&] { conversions.ToDate(kind); }), kMismatch) << Shown(kind);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(kind); }), kMismatch) << Shown(kind);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(kind); }), kMismatch) << Shown(kind);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToSingle(kind); }), kMismatch) << Shown(kind);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(kind); }), kMismatch) << Shown(kind);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToBoolean(kind); }), kMismatch) << Shown(kind);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(kind); }), kMismatch) << Shown(kind);
     }
-    EXPECT_EQ(Raised([&] { conversions.ToText(Null{}); }), kMismatch);
-    EXPECT_EQ(Raised([&] { conversions.ToText(Missing{}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Null{}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Missing{}); }), kMismatch);
 }
 
 TEST_F(EnglishConversionsTest, EveryKindOfNumberConverts) {
@@ -112,7 +104,7 @@ TEST_F(EnglishConversionsTest, TextsThatAreNoNumbers) {
     for (const char16_t* text :
          {u"",    u" ",   u"-",   u".",   u"e3",  u"1e",  u"1e+", u"1 2",   u"1.2.3", u"&H",
           u"&HG", u"&O8", u"&X1", u"(12", u"12)", u"--1", u"-1-", u"1.5,5", u",5",    u"12abc"}) {
-        EXPECT_EQ(Raised([&] { conversions.ToDouble(Text(text)); }), kMismatch) << ToUtf8(text);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(text)); }), kMismatch) << ToUtf8(text);
     }
 }
 
@@ -120,11 +112,11 @@ TEST_F(EnglishConversionsTest, PatternOfBitsThatFillsTheIntegerSetsItsSign) {
     EXPECT_EQ(conversions.ToInt16(Text(u"&H7FFF")), 32767);
     EXPECT_EQ(conversions.ToInt16(Text(u"&H8000")), -32768);
     EXPECT_EQ(conversions.ToInt16(Text(u"&HFFFF")), -1);
-    EXPECT_EQ(Raised([&] { conversions.ToInt16(Text(u"&H10000")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt16(Text(u"&H10000")); }), kOverflow);
     EXPECT_EQ(conversions.ToInt32(Text(u"&HFFFF")), 65535);
     EXPECT_EQ(conversions.ToInt32(Text(u"&HFFFFFFFF")), -1);
-    EXPECT_EQ(Raised([&] { conversions.ToInt32(Text(u"&H100000000")); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToDouble(Text(u"&H10000000000000000")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToInt32(Text(u"&H100000000")); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(u"&H10000000000000000")); }), kOverflow);
 }
 
 TEST_F(EnglishConversionsTest, ValuesHaveATextForm) {
@@ -162,10 +154,10 @@ TEST_F(EnglishConversionsTest, ValuesHaveATextForm) {
 TEST_F(EnglishConversionsTest, DatesOfNumbersStayWithinTheCalendar) {
     EXPECT_EQ(conversions.ToDate(std::int32_t{2958465}).days, 2958465);
     EXPECT_EQ(conversions.ToDate(-657434.0).days, -657434);
-    EXPECT_EQ(Raised([&] { conversions.ToDate(2958466.0); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToDate(-657435.0); }), kOverflow);
-    EXPECT_EQ(Raised([&] { conversions.ToText(Date{1e9}); }), kMismatch);
-    EXPECT_EQ(Raised([&] { conversions.FormatDate({1e9}, u"d"); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(2958466.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(-657435.0); }), kOverflow);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Date{1e9}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.FormatDate({1e9}, u"d"); }), kOverflow);
 }
 
 TEST_F(EnglishConversionsTest, TextsThatAreDates) {
@@ -210,7 +202,7 @@ TEST_F(EnglishConversionsTest, TextsThatAreNoDates) {
                                  u"AM",         u":30",        u"6:",
                                  u"1//2026",    u"1/1/10000",  u"1/1/2026 6:00 7:00"}) {
         EXPECT_FALSE(conversions.ParseDate(text)) << ToUtf8(text);
-        EXPECT_EQ(Raised([&] { conversions.ToDate(Text(text)); }), kMismatch) << ToUtf8(text);
+        EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(Text(text)); }), kMismatch) << ToUtf8(text);
     }
 }
 

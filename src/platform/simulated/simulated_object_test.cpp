@@ -1,4 +1,5 @@
 #include "platform/simulated/simulated_object.h"
+#include "support/raised.h"
 
 #include <gtest/gtest.h>
 
@@ -7,20 +8,11 @@
 namespace kwo::platform::simulated {
 namespace {
 
+using test_support::RaisedNumber;
 using Lines = std::vector<std::string>;
 
 class SimulatedObjectTest : public testing::Test {
 protected:
-    template <class Use>
-    static std::int32_t Raised(Use&& use) {
-        try {
-            use();
-            return 0;
-        } catch (const ComponentError& error) {
-            return error.number;
-        }
-    }
-
     Log log;
     SimulatedObject form{log, u"Form"};
 };
@@ -39,11 +31,11 @@ TEST_F(SimulatedObjectTest, PropertiesAreFoundWithoutRegardToCaseAndLetsAreLogge
 
 TEST_F(SimulatedObjectTest, MemberItDoesNotHaveIsRuntimeError438) {
     std::array<TextView, 0> none;
-    EXPECT_EQ(Raised([&] { form.Get(u"Top"); }), 438);
-    EXPECT_EQ(Raised([&] { form.Let(u"Top", Empty{}); }), 438);
-    EXPECT_EQ(Raised([&] { form.Set(u"Font", nullptr); }), 438);
-    EXPECT_EQ(Raised([&] { form.Call(u"Move"); }), 438);
-    EXPECT_EQ(Raised([&] { form.CallNamed(u"Move", none, {}); }), 438);
+    EXPECT_EQ(RaisedNumber([&] { form.Get(u"Top"); }), 438);
+    EXPECT_EQ(RaisedNumber([&] { form.Let(u"Top", Empty{}); }), 438);
+    EXPECT_EQ(RaisedNumber([&] { form.Set(u"Font", nullptr); }), 438);
+    EXPECT_EQ(RaisedNumber([&] { form.Call(u"Move"); }), 438);
+    EXPECT_EQ(RaisedNumber([&] { form.CallNamed(u"Move", none, {}); }), 438);
 }
 
 TEST_F(SimulatedObjectTest, ObjectsAreSetByReference) {
@@ -102,15 +94,15 @@ TEST_F(SimulatedObjectTest, NamedArgumentsComeInTheMethodsOrder) {
     EXPECT_EQ(arguments[0], Variant(std::int32_t{30}));
     EXPECT_EQ(log.Lines(), (Lines{"Call Size height:=3,WIDTH:=1"}));
     const std::array<TextView, 2> wrong = {u"height", u"Length"};
-    EXPECT_EQ(Raised([&] { form.CallNamed(u"Size", wrong, arguments); }), 448);
+    EXPECT_EQ(RaisedNumber([&] { form.CallNamed(u"Size", wrong, arguments); }), 448);
 }
 
 TEST_F(SimulatedObjectTest, MemberFailsUntilItIsMended) {
     form.SetProperty(u"Left", std::int32_t{1});
     form.FailMember(u"Left", {-2147221504, u"Form", u"No.", {}, 0});
 
-    EXPECT_EQ(Raised([&] { form.Get(u"left"); }), -2147221504);
-    EXPECT_EQ(Raised([&] { form.Let(u"left", std::int32_t{2}); }), -2147221504);
+    EXPECT_EQ(RaisedNumber([&] { form.Get(u"left"); }), -2147221504);
+    EXPECT_EQ(RaisedNumber([&] { form.Let(u"left", std::int32_t{2}); }), -2147221504);
     form.MendMember(u"LEFT");
     EXPECT_EQ(form.Get(u"Left"), Variant(std::int32_t{1}));
 }

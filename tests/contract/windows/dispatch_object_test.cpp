@@ -6,13 +6,16 @@
 #include <algorithm>
 #include <functional>
 
-#include "raised.h"
 #include "recording_dispatch.h"
+#include "support/raised.h"
 
 namespace kwo::platform::windows {
 namespace {
 
 using com_support::OwnedVariant;
+using test_support::Raised;
+
+constexpr std::int32_t kMismatch = 13;
 
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
@@ -81,7 +84,9 @@ protected:
         target.body = [code](DISPPARAMS&, VARIANT*, EXCEPINFO*) { return code; };
     }
     ComponentError RaisedByGet() {
-        return Raised([&] { object->Get(u"First"); });
+        const ComponentError raised = Raised([&] { object->Get(u"First"); });
+        EXPECT_NE(raised.number, 0) << "nothing was raised";
+        return raised;
     }
 
     RecordingDispatch target;

@@ -4,13 +4,16 @@
 
 #include <limits>
 
-#include "raised.h"
 #include "recording_dispatch.h"
+#include "support/raised.h"
 
 namespace kwo::platform::windows {
 namespace {
 
 using com_support::OwnedVariant;
+using test_support::Raised;
+
+constexpr std::int32_t kMismatch = 13;
 
 VARIANT Tagged(VARTYPE type) {
     VARIANT value = {};
