@@ -5,6 +5,7 @@
 #include "controls/pixels.h"
 #include "frame/text_routines.h"
 #include "platform/component_error.h"
+#include "platform/host_errors.h"
 #include "platform/keyboard.h"
 #include "platform/message_loop.h"
 
@@ -162,9 +163,8 @@ void KWOPicBtn::Release(float x, float y, Text& step) {
 }
 
 void KWOPicBtn::NotifyClick() {
-    if (mForm == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
     platform::Argument arguments[] = {{mBox.Object()}};
-    mForm->Notify(u"OnButtonClick", arguments);
+    platform::Required(mForm).Notify(u"OnButtonClick", arguments);
     auto* const box = std::get_if<HostObjectRef>(&arguments[0].value);
     if (box == nullptr) platform::RaiseRuntime(platform::RuntimeError::ObjectRequired);
     mBox.Assign(*box);
@@ -241,10 +241,9 @@ bool KWOPicBtn::Form_KeyDown(std::int16_t& keyCode, std::int16_t& shift) {
     if (shift != kAltAlone || mAccessKey.empty() || keyCode != static_cast<std::int16_t>(mAccessKey.front())) {
         return false;
     }
-    if (mForm == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    const HostObjectRef active = ObjectProperty(*mForm, u"ActiveControl");
-    if (active == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    if (mComponent.platform.conversions.To32Bits(active->Get(u"hWnd")) != mBox.Window()) mBox.SetFocus();
+    const HostObjectRef active = ObjectProperty(platform::Required(mForm), u"ActiveControl");
+    if (mComponent.platform.conversions.To32Bits(platform::Required(active).Get(u"hWnd")) != mBox.Window())
+        mBox.SetFocus();
     std::int16_t click = kAccessKey;
     KeyDown(click);
     keyCode = 0;

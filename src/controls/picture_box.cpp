@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/component_error.h"
+#include "platform/host_errors.h"
 
 namespace kwo::controls {
 
@@ -59,7 +60,7 @@ Colour PictureBox::ForeColour() const {
 
 void PictureBox::SetFontBold(bool bold) const {
     HostObjectRef font = ObjectProperty(Box(), u"Font");
-    if (font == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
+    platform::Required(font);
     // The same font stays the same object here, which already knows the ids of its members. While the fonts are
     // compared, the host may give the box another font, or this object another box.
     const HostObjectRef known = mFont;
@@ -96,8 +97,7 @@ void PictureBox::FillBox(const platform::Rect& corners, Colour colour) const {
 }
 
 platform::HostObject& PictureBox::Box() const {
-    if (mBox == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    return *mBox;
+    return platform::Required(mBox);
 }
 
 }  // namespace kwo::controls

@@ -4,6 +4,7 @@
 
 #include "platform/component_error.h"
 #include "platform/drawing.h"
+#include "platform/host_errors.h"
 
 namespace kwo::controls {
 
@@ -11,23 +12,11 @@ namespace {
 
 using platform::ComponentError;
 using platform::Point;
+using platform::Required;
+using platform::Try;
 
 constexpr std::int16_t kPixels = 3;
 constexpr std::int16_t kMinimised = 1;
-
-platform::HostObject& Required(const HostObjectRef& object) {
-    if (object == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    return *object;
-}
-
-/// Runs one statement and ignores an error.
-template <class Statement>
-void Try(Statement&& statement) {
-    try {
-        statement();
-    } catch (const ComponentError&) {
-    }
-}
 
 bool IsContainer(const HostObjectRef& object) {
     constexpr TextView kMembers[] = {u"hWnd", u"ScaleMode", u"ScaleX", u"ScaleY", u"ScaleWidth", u"ScaleHeight"};

@@ -5,6 +5,7 @@
 
 #include "platform/component_error.h"
 #include "platform/conversions.h"
+#include "platform/host_errors.h"
 #include "platform/screen.h"
 #include "platform/text.h"
 
@@ -14,18 +15,10 @@ namespace {
 
 using platform::Text;
 using platform::TextView;
+using platform::Try;
 
 constexpr std::int16_t kNormal = 0;
 constexpr std::int16_t kMinimised = 1;
-
-/// Runs one statement; if it fails, it has no effect.
-template <class Statement>
-void Try(Statement&& statement) {
-    try {
-        statement();
-    } catch (const platform::ComponentError&) {
-    }
-}
 
 HostObjectRef ObjectOf(const Variant& value) {
     return platform::IsObject(value) ? std::get<HostObjectRef>(value) : nullptr;
@@ -49,10 +42,7 @@ public:
     }
 
 private:
-    platform::HostObject& Object() const {
-        if (mObject == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-        return *mObject;
-    }
+    platform::HostObject& Object() const { return platform::Required(mObject); }
 
     const HostObjectRef& mObject;
     platform::Conversions& mConversions;

@@ -4,6 +4,7 @@
 
 #include "frame/text_routines.h"
 #include "platform/component_error.h"
+#include "platform/host_errors.h"
 #include "platform/pictures.h"
 
 namespace kwo::tray {
@@ -103,8 +104,7 @@ void KWOSysTray::TaskbarCreated() {
 }
 
 bool KWOSysTray::IsIcon(const platform::HostObjectRef& picture) {
-    if (picture == nullptr) platform::RaiseRuntime(platform::RuntimeError::NoObjectSet);
-    return mComponent.platform.pictures.Type(*picture) == platform::Pictures::kIcon;
+    return mComponent.platform.pictures.Type(platform::Required(picture)) == platform::Pictures::kIcon;
 }
 
 }  // namespace kwo::tray
