@@ -4,6 +4,8 @@ namespace kwo::controls {
 
 namespace {
 
+using platform::Rounded;
+
 constexpr std::int32_t kGap = 4;
 
 /// Sizes for which no sum below exceeds 32 bits.

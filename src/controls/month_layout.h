@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <optional>
 
-#include "controls/pixels.h"
 #include "platform/geometry.h"
+#include "platform/twips.h"
 
 namespace kwo::controls {
 
 using platform::Rect;
+using platform::TwipsPerPixel;
 
 /// The places of everything in a calendar, in pixels of its picture box.
 struct MonthLayout {

@@ -72,7 +72,7 @@ void KWOMonthView::Spin(std::size_t which) {
     while (button.active) {
         if (Ticks() >= due) {
             if (button.pressed) ChangeMonth(mModel.MonthsFromFocus(step));
-            due = Checked(std::int64_t{Ticks()} + mSpinInterval);
+            due = platform::Narrowed<std::int32_t>(std::int64_t{Ticks()} + mSpinInterval);
         }
         press.Look();
         // If the program ends or the window is gone, no release will arrive.

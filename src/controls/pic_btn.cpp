@@ -2,14 +2,17 @@
 
 #include <utility>
 
-#include "controls/pixels.h"
 #include "frame/text_routines.h"
 #include "platform/component_error.h"
 #include "platform/host_errors.h"
 #include "platform/keyboard.h"
 #include "platform/message_loop.h"
+#include "platform/twips.h"
 
 namespace kwo::controls {
+
+using platform::Rounded;
+using platform::TwipsPerPixel;
 
 namespace {
 

@@ -1,12 +1,13 @@
 #include "controls/pic_btn_drawing.h"
 
-#include "controls/pixels.h"
+#include "platform/whole_numbers.h"
 
 namespace kwo::controls {
 
 namespace {
 
 using platform::Drawing;
+using platform::Narrowed;
 using platform::Rect;
 
 constexpr std::uint32_t kLeft = 0;
@@ -19,8 +20,9 @@ constexpr std::uint32_t kEndEllipsis = 0x8000;
 constexpr std::int32_t kBlackBrush = 4;
 
 Rect Inset(const Rect& area, std::int32_t by) {
-    return {Checked(std::int64_t{area.left} + by), Checked(std::int64_t{area.top} + by),
-            Checked(std::int64_t{area.right} - by), Checked(std::int64_t{area.bottom} - by)};
+    return {Narrowed<std::int32_t>(std::int64_t{area.left} + by), Narrowed<std::int32_t>(std::int64_t{area.top} + by),
+            Narrowed<std::int32_t>(std::int64_t{area.right} - by),
+            Narrowed<std::int32_t>(std::int64_t{area.bottom} - by)};
 }
 
 Rect Offset(const Rect& area, std::int32_t by) {

@@ -1,4 +1,4 @@
-#include "controls/pixels.h"
+#include "platform/twips.h"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,8 @@
 
 namespace kwo::controls {
 namespace {
+
+using platform::TwipsPerPixel;
 
 /// A display's factor, and what is counted with.
 struct Factor {

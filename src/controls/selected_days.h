@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <map>
 
-#include "controls/pixels.h"
 #include "platform/values.h"
+#include "platform/whole_numbers.h"
 
 namespace kwo::controls {
+
+using platform::Rounded;
 
 /// The selected days, in the order in which they were selected. Dates that round to the same day are one. Raises
 /// Overflow for a date that does not fit 32 bits.

@@ -4,9 +4,11 @@
 
 #include "component/component.h"
 #include "controls/picture_box.h"
-#include "controls/pixels.h"
+#include "platform/twips.h"
 
 namespace kwo::controls {
+
+using platform::TwipsPerPixel;
 
 /// A vertical bar between two panes of the caller's form. The caller forwards the mouse events of the bar and the
 /// resize event of the form. While the user drags the bar, an inverted line on the screen shows where it will be.

@@ -1,11 +1,9 @@
 #include "sysinfo/sys_metrics.h"
 
-#include <cmath>
-
-#include "platform/component_error.h"
 #include "platform/conversions.h"
 #include "platform/screen.h"
 #include "platform/system_metrics.h"
+#include "platform/whole_numbers.h"
 
 namespace kwo::sysinfo {
 
@@ -38,18 +36,10 @@ const Row& RowOf(Metric metric) {
     return kRows[static_cast<std::size_t>(metric)];
 }
 
-std::int32_t Product(std::int32_t pixels, std::int32_t twipsPerPixel) {
-    const std::int64_t product = std::int64_t{pixels} * twipsPerPixel;
-    if (product != static_cast<std::int32_t>(product)) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    return static_cast<std::int32_t>(product);
-}
-
 }  // namespace
 
 KWOSysMetrics::KWOSysMetrics(component::Component& component)
-    : mComponent(component),
-      mTwipsPerPixelX(static_cast<std::int32_t>(std::nearbyint(component.platform.screen.TwipsPerPixelX()))),
-      mTwipsPerPixelY(static_cast<std::int32_t>(std::nearbyint(component.platform.screen.TwipsPerPixelY()))) {
+    : mComponent(component), mTwips(platform::TwipsPerPixel::Of(component.platform.screen)) {
     mComponent.SetProgramName();
 }
 
@@ -64,9 +54,9 @@ std::int32_t KWOSysMetrics::Dimension(Metric metric, const platform::Variant& sc
     if (mEffectiveMode != kTwips) return pixels;
     switch (RowOf(metric).kind) {
         case Kind::X:
-            return Product(pixels, mTwipsPerPixelX);
+            return platform::Narrowed<std::int32_t>(std::int64_t{pixels} * mTwips.x);
         case Kind::Y:
-            return Product(pixels, mTwipsPerPixelY);
+            return platform::Narrowed<std::int32_t>(std::int64_t{pixels} * mTwips.y);
         default:
             return pixels;
     }
@@ -79,9 +69,7 @@ bool KWOSysMetrics::Flag(Metric metric) const {
 }
 
 std::int16_t KWOSysMetrics::Short(Metric metric) const {
-    const std::int32_t value = Long(metric);
-    if (value != static_cast<std::int16_t>(value)) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    return static_cast<std::int16_t>(value);
+    return platform::Narrowed<std::int16_t>(Long(metric));
 }
 
 std::int32_t KWOSysMetrics::Long(Metric metric) const {

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "component/component.h"
+#include "platform/twips.h"
 #include "platform/variant.h"
 
 namespace kwo::sysinfo {
@@ -48,8 +49,7 @@ private:
     component::Component& mComponent;
     std::int16_t mScaleMode = kPixels;
     std::int16_t mEffectiveMode = kPixels;
-    std::int32_t mTwipsPerPixelX;
-    std::int32_t mTwipsPerPixelY;
+    const platform::TwipsPerPixel mTwips;
 };
 
 }  // namespace kwo::sysinfo

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "platform/component_error.h"
 #include "platform/screen.h"
+#include "platform/whole_numbers.h"
 
 namespace kwo::sysinfo {
 
@@ -15,16 +15,9 @@ using platform::Text;
 constexpr std::int32_t kBoldAbove = 550;
 constexpr double kTwipsPerPoint = 20;
 
-std::int16_t ToInt16(double value) {
-    const double rounded = std::nearbyint(value);
-    if (rounded < INT16_MIN || rounded > INT16_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    return static_cast<std::int16_t>(rounded);
-}
-
 double PointSize(const FontRecord& font, std::int32_t twipsPerPixel) {
     const std::int64_t twips = std::abs(std::int64_t{font.height} * twipsPerPixel);
-    if (twips > INT32_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    return static_cast<double>(twips) / kTwipsPerPoint;
+    return static_cast<double>(platform::Narrowed<std::int32_t>(twips)) / kTwipsPerPoint;
 }
 
 }  // namespace
@@ -32,7 +25,7 @@ double PointSize(const FontRecord& font, std::int32_t twipsPerPixel) {
 KWOSysParams::KWOSysParams(component::Component& component) {
     component.SetProgramName();
     const platform::Platform& services = component.platform;
-    mTwipsPerPixelY = ToInt16(services.screen.TwipsPerPixelY());
+    mTwipsPerPixelY = platform::Rounded<std::int16_t>(services.screen.TwipsPerPixelY());
     mMetricsRead = services.fonts.QueryNonClient(mMetrics);
     for (platform::HostObjectRef& font : mFonts)
         font = services.fonts.MakeFont();

@@ -9,6 +9,7 @@
 #include "platform/file_system.h"
 #include "platform/message_loop.h"
 #include "platform/programs.h"
+#include "platform/whole_numbers.h"
 
 namespace kwo::sysinfo {
 
@@ -27,19 +28,12 @@ Text WithSlash(TextView directory) {
     return text;
 }
 
-std::int16_t ToInt16(std::uint32_t value) {
-    if (value > INT16_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    return static_cast<std::int16_t>(value);
-}
-
 /// `seconds` must be positive.
 std::int16_t MillisecondsOf(std::int16_t seconds) {
     // Intended: a number from 100 on is milliseconds; a smaller one is multiplied by 1000 in 16 bits.
     constexpr std::int16_t kFirstMilliseconds = 100;
     if (seconds >= kFirstMilliseconds) return seconds;
-    const std::int32_t product = std::int32_t{seconds} * 1000;
-    if (product > INT16_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    return static_cast<std::int16_t>(product);
+    return platform::Narrowed<std::int16_t>(std::int32_t{seconds} * 1000);
 }
 
 }  // namespace
@@ -102,11 +96,11 @@ bool KWOUtility::KWO_IsWinNT() {
 }
 
 std::int16_t KWOUtility::KWO_WinMajorVersion() {
-    return ToInt16(Version().majorVersion);
+    return platform::Narrowed<std::int16_t>(Version().majorVersion);
 }
 
 std::int16_t KWOUtility::KWO_WinMinorVersion() {
-    return ToInt16(Version().minorVersion);
+    return platform::Narrowed<std::int16_t>(Version().minorVersion);
 }
 
 const platform::HostApplication::Platform& KWOUtility::Version() {
@@ -124,9 +118,7 @@ void KWOUtility::KWO_Pause(std::int16_t seconds) {
     const std::int16_t delay = MillisecondsOf(seconds);
     // Intended: tick counts are signed. If they turn negative during a wait, it lasts until they come round again.
     const auto ticks = [&clock] { return static_cast<std::int32_t>(clock.TickCount()); };
-    const std::int64_t sum = std::int64_t{ticks()} + delay;
-    if (sum > INT32_MAX) platform::RaiseRuntime(platform::RuntimeError::Overflow);
-    const auto end = static_cast<std::int32_t>(sum);
+    const auto end = platform::Narrowed<std::int32_t>(std::int64_t{ticks()} + delay);
     while (ticks() < end && mComponent.platform.messages.ProcessPending()) {
     }
 }

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/geometry.h"
+#include "platform/screen.h"
+#include "platform/whole_numbers.h"
+
+namespace kwo::platform {
+
+/// The twips in a pixel, as whole numbers. The host must count with the same numbers.
+struct TwipsPerPixel {
+    std::int16_t x = 15;
+    std::int16_t y = 15;
+
+    /// The factors of the display, rounded, halves to even.
+    static TwipsPerPixel Of(Screen& screen) {
+        // Intended: also where a pixel has a fraction of a twip, as at 168 and 192 dots per inch.
+        return {Rounded<std::int16_t>(screen.TwipsPerPixelX()), Rounded<std::int16_t>(screen.TwipsPerPixelY())};
+    }
+
+    /// A place in twips as a place in pixels, rounded, halves to even. Raises Overflow.
+    Point Pixels(float twipsX, float twipsY) const {
+        return {Rounded<std::int32_t>(twipsX / static_cast<float>(x)),
+                Rounded<std::int32_t>(twipsY / static_cast<float>(y))};
+    }
+    /// A rectangle in pixels as one in twips. Raises Overflow.
+    Rect Twips(const Rect& pixels) const {
+        return {Narrowed<std::int32_t>(std::int64_t{pixels.left} * x),
+                Narrowed<std::int32_t>(std::int64_t{pixels.top} * y),
+                Narrowed<std::int32_t>(std::int64_t{pixels.right} * x),
+                Narrowed<std::int32_t>(std::int64_t{pixels.bottom} * y)};
+    }
+};
+
+}  // namespace kwo::platform
