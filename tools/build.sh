@@ -1,16 +1,21 @@
 #!/usr/bin/env bash
 # Configures and builds one preset of CMakePresets.json.
-#   build.sh [--install] PRESET [TARGET...]
-# --install also puts what a user gets into dist/PRESET.
+#   build.sh [--install] [--strict] PRESET [TARGET...]
+# --install also puts what a user gets into dist/PRESET. --strict takes warnings for errors, from then on in that folder.
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
 
 install=no
-if [[ ${1:-} == --install ]]; then
-    install=yes
+strict=no
+while [[ ${1:-} == --* ]]; do
+    case $1 in
+        --install) install=yes ;;
+        --strict) strict=yes ;;
+        *) die "unknown option $1" ;;
+    esac
     shift
-fi
-(($# > 0)) || die 'usage: build.sh [--install] PRESET [TARGET...]'
+done
+(($# > 0)) || die 'usage: build.sh [--install] [--strict] PRESET [TARGET...]'
 preset=$1
 shift
 folder=$KWO_ROOT/build/$preset
@@ -39,6 +44,9 @@ if configured_elsewhere || configured_with_others; then
     mkdir "$folder"
 fi
 is_configured || cmake --preset "$preset"
+if [[ $strict == yes ]] && ! grep -qx 'KWO_STRICT:BOOL=ON' "$folder/CMakeCache.txt"; then
+    cmake -DKWO_STRICT=ON "$folder"
+fi
 compilers >"$folder/compilers"
 targets=()
 (($# == 0)) || targets=(--target "$@")
