@@ -228,7 +228,8 @@ TextView MessageFile::Find(std::uint32_t section, std::int32_t number) const {
 std::optional<MessageFile::Extent> MessageFile::ExtentOf(TextView program) const {
     Extent extent;
     for (const std::uint32_t section : SectionsOf(program)) {
-        const auto [first, last] = std::ranges::equal_range(mMessages, section, {}, &Message::section);
+        const auto first = std::ranges::lower_bound(mMessages, section, {}, &Message::section);
+        const auto last = std::ranges::upper_bound(mMessages, section, {}, &Message::section);
         const std::int32_t lowest = first->number;
         extent.lowest = extent.lowest == 0 ? lowest : std::min(extent.lowest, lowest);
         extent.highest = std::max(extent.highest, std::prev(last)->number);

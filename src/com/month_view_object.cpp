@@ -73,7 +73,8 @@ public:
         return Run(u".CanSelect (Let)", [&] { mView.SetCanSelect(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_MultiSelect(VARIANT_BOOL* value) override {
-        return Run(u".MultiSelect (Get)", [&] { Required(value) = mView.MultiSelect() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".MultiSelect (Get)",
+                   [&] { Required(value) = mView.MultiSelect() ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     STDMETHODIMP put_MultiSelect(VARIANT_BOOL value) override {
         return Run(u".MultiSelect (Let)", [&] { mView.SetMultiSelect(value != VARIANT_FALSE); });
@@ -129,8 +130,7 @@ public:
         return Run(u".SelDayFontColor (Get)", [&] { Required(value) = static_cast<LONG>(mView.SelDayFontColor()); });
     }
     STDMETHODIMP put_SelDayFontColor(LONG value) override {
-        return Run(u".SelDayFontColor (Let)",
-                   [&] { mView.SetSelDayFontColor(static_cast<platform::Colour>(value)); });
+        return Run(u".SelDayFontColor (Let)", [&] { mView.SetSelDayFontColor(static_cast<platform::Colour>(value)); });
     }
     STDMETHODIMP ShowMonth(short* month, short* year) override {
         return Run(u".ShowMonth", [&] { mView.ShowMonth(Required(month), Required(year)); });

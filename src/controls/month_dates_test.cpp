@@ -9,7 +9,6 @@
 namespace kwo::controls {
 namespace {
 
-using platform::simulated::DayNumber;
 using platform::simulated::MomentOf;
 using test_support::RaisedNumber;
 

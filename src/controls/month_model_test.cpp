@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "controls/naive_calendar.h"
+#include "controls/naive_calendar_fixture.h"
 #include "support/raised.h"
 
 namespace kwo::controls {

@@ -1,7 +1,7 @@
 #include <random>
 
 #include "controls/month_view_fixture.h"
-#include "controls/naive_calendar.h"
+#include "controls/naive_calendar_fixture.h"
 
 namespace kwo::controls {
 namespace {

@@ -12,7 +12,6 @@ namespace kwo::frame {
 
 namespace {
 
-using platform::Currency;
 using platform::Milliseconds;
 
 constexpr std::int64_t kLargestFile = 104'857'600;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,7 +35,7 @@ protected:
         desktop.clock.SetNow({day + (hours * 3600 + minutes * 60 + seconds) / 86400.0});
     }
     /// Milliseconds with four decimals.
-    void Pass(double ms) { desktop.Advance(platform::Milliseconds{static_cast<std::int64_t>(ms * 10'000 + 0.5)}); }
+    void Pass(double ms) { desktop.Advance(platform::Milliseconds{std::llround(ms * 10'000)}); }
 
     void StartFile(bool trackMemory = false) { trace.KWO_TraceStart(0, 0, trackMemory); }
     void StartRing(std::int32_t size) { trace.KWO_TraceStart(0, size, false); }

@@ -110,7 +110,7 @@ void MessageTable::LoadByCompanion() {
 }
 
 Text MessageTable::DefaultFilePath() {
-    const Text beside = mHost.Folder() + Text(kFileName);
+    Text beside = mHost.Folder() + Text(kFileName);
     // Intended: inside the development environment the last place is used without a check.
     if (mIdentity.KWO_IsCompiled() || IsFile(beside)) return beside;
     const Text next = mHost.Folder() + Text(kNextRelease);

@@ -32,7 +32,7 @@ class Messages : public testing::Test {
 protected:
     Messages() {
         desktop.components.Install(u"KWOInit.KWOInitialize", [this] {
-            const auto companion = desktop.MakeObject();
+            auto companion = desktop.MakeObject();
             companion->SetMethod(u"KWO_MsgTableSize", [this](std::span<Variant> given) { return Size(given); },
                                  {u"ProgramName", u"MsgFilePath", u"IdxArrayStart", u"IdxArrayEnd", u"TextArraySize"});
             companion->SetMethod(u"KWO_MsgTableLoad", [this](std::span<Variant> given) { return Load(given); },
@@ -449,7 +449,7 @@ TEST_F(Messages, CompanionThatAnswersNonsenseIsRefused) {
 
 TEST_F(Messages, BoundsThatAreNoNumbersAreRefused) {
     desktop.components.Install(u"KWOInit.KWOInitialize", [this] {
-        const auto companion = desktop.MakeObject();
+        auto companion = desktop.MakeObject();
         const auto size = [this](std::span<Variant> given) -> Variant {
             given[2] = given[3] = *replacement;
             return true;

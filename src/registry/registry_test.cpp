@@ -78,16 +78,15 @@ TEST_F(KWORegistryTest, SetsTheProgramName) {
 TEST_F(RegResultTest, LastPlatformResultIsThatOfTheLastCallOfEachMember) {
     const Handle key = OpenKey();
     Text value;
-    EXPECT_EQ(LastResultWhenTheKeyDoesNotClose(
-                  [&] { return registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"); }),
-              1016);
-    EXPECT_EQ(LastResultWhenTheKeyDoesNotClose(
-                  [&] { return registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value); }),
-              1016);
-    EXPECT_EQ(value, u"text");
     EXPECT_EQ(
-        LastResultWhenTheKeyDoesNotClose([&] { return registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"); }),
+        LastResultWhenTheKeyDoesNotClose([&] { return registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"); }),
         1016);
+    EXPECT_EQ(
+        LastResultWhenTheKeyDoesNotClose([&] { return registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value); }),
+        1016);
+    EXPECT_EQ(value, u"text");
+    EXPECT_EQ(LastResultWhenTheKeyDoesNotClose([&] { return registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"); }),
+              1016);
 
     registry.KWO_RegGetValueEx(key, u"v", Text());
     EXPECT_EQ(component.apiResult.last, 2);
@@ -339,10 +338,9 @@ TEST_F(RegCreateKeyIntended, AFailureReturnsTheKeyOfTheCallBefore) {
 TEST_F(RegCreateKeyIntended, AFailureReturnsTheKeyOfAnyMemberCalledBefore) {
     const Handle created = registry.KWO_RegCreateKey(kCurrentUser, kPath);
     Text value;
-    const std::function<void()> calls[] = {
-        [&] { (void)registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"); },
-        [&] { (void)registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value); },
-        [&] { (void)registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"); }};
+    const std::function<void()> calls[] = {[&] { (void)registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"text"); },
+                                           [&] { (void)registry.KWO_RegGetValue(kCurrentUser, kPath, u"v", value); },
+                                           [&] { (void)registry.KWO_RegDeleteValue(kCurrentUser, kPath, u"v"); }};
     for (const auto& call : calls) {
         call();
         const std::string closed = LastLine("RegCloseKey");

@@ -146,7 +146,9 @@ void FormPlacement::KWO_SetFormPosition(const HostObjectRef& formObject, const F
     const std::pair<TextView, const Variant&> places[] = {
         {u"Left", position.left}, {u"Top", position.top}, {u"Width", position.width}, {u"Height", position.height}};
     // Intended: an empty position or size is assigned like any other; an empty window state is ignored.
-    for (const auto& [property, value] : places) {
+    for (const auto& place : places) {
+        const auto& property = place.first;
+        const Variant& value = place.second;
         if (!platform::IsMissing(value)) Try([&] { form.Let(property, value); });
     }
 

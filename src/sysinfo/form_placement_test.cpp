@@ -26,13 +26,13 @@ class Placement : public testing::Test {
 protected:
     std::shared_ptr<SimulatedObject> MakeForm(std::string label, float left, float top, float width, float height,
                                               std::int16_t state = 0) {
-        auto form = desktop.MakeObject(u"Form", std::move(label));
-        form->SetProperty(u"WindowState", state);
-        form->SetProperty(u"Left", left);
-        form->SetProperty(u"Top", top);
-        form->SetProperty(u"Width", width);
-        form->SetProperty(u"Height", height);
-        return form;
+        auto made = desktop.MakeObject(u"Form", std::move(label));
+        made->SetProperty(u"WindowState", state);
+        made->SetProperty(u"Left", left);
+        made->SetProperty(u"Top", top);
+        made->SetProperty(u"Width", width);
+        made->SetProperty(u"Height", height);
+        return made;
     }
     std::shared_ptr<SimulatedObject> MakeMdiParent(float width, float height) {
         auto parent = MakeForm("mdi", 300, 400, 9000, 8000);
@@ -87,7 +87,7 @@ TEST_F(CenterForm, WhatIsNoNumberBecomesZero) {
 }
 
 TEST_F(CenterForm, ValuesAreSingles) {
-    desktop.screen.height = 16'777'217;  // as a single: 16777216
+    desktop.screen.height = static_cast<float>(16'777'217);  // as a single: 16777216
     form->SetProperty(u"Height", 0.0f);
     form->SetProperty(u"Width", 0.1);  // a double, read as a single
     Center();

@@ -876,8 +876,7 @@ TEST_F(TimerRegistry, DispatchThatFailsIsLoggedAndTheNextOneGoesOn) {
     desktop.log.Clear();
     clock.onRead = [] { throw std::bad_alloc(); };
     Pass(100);
-    EXPECT_EQ(desktop.log.Starting("HostLog"),
-              Lines{"HostLog Unexpected error in MKWOTimer.TimerProc: Out of memory"});
+    EXPECT_EQ(desktop.log.Starting("HostLog"), Lines{"HostLog Unexpected error in MKWOTimer.TimerProc: Out of memory"});
     EXPECT_EQ(Told(), Lines{});
 
     clock.onRead = {};

@@ -39,7 +39,7 @@ public:
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
     Text InstalledClass() override {
         mDesktop.components.Install(u"Test.Counter", [this] {
-            const auto counter = mDesktop.MakeObject();
+            auto counter = mDesktop.MakeObject();
             counter->SetProperty(u"Count", std::int32_t{0});
             return counter;
         });

@@ -2,8 +2,8 @@
 
 #include <functional>
 #include <map>
-#include <set>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "platform/component_error.h"

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Builds with the second compiler what it can build: the logic and its tests, and the Windows code as far as its syntax
+# goes, without a warning. The last line is `N passed, M failed`.
+# shellcheck source-path=SCRIPTDIR
+source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
+
+passed=0
+failed=0
+# check NAME COMMAND...
+check() {
+    if step "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
+}
+
+# The commands that compile the component, its companion and the host for Windows, for clang: without what GCC makes of
+# its headers, and with the library of the other compiler.
+windows_commands() {
+    local gcc=x86_64-w64-mingw32-g++-win32 headers options
+    command -v "$gcc" >/dev/null || gcc=x86_64-w64-mingw32-g++
+    headers=$("$gcc" -print-file-name=include)/c++
+    options="--target=x86_64-w64-mingw32 -fsyntax-only -Wno-unknown-warning-option"
+    options+=" -isystem $headers -isystem $headers/x86_64-w64-mingw32 -isystem $headers/backward"
+    ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost | grep -- '\.cpp$' |
+        sed -E "s#^.*/x86_64-w64-mingw32-g[+][+][^ ]* #clang++ $options #
+                s# -o [^ ]*##; s# -M[TF] [^ ]*##g; s# -MD##; s# -Winvalid-pch##; s# -include [^ ]*cmake_pch.hxx##"
+}
+
+windows_code_compiles() {
+    "$KWO_ROOT/tools/build.sh" x64 kwoutil_idl kwoinit_idl || return
+    local commands
+    commands=$(windows_commands)
+    [[ $commands == *windows_timer_service.cpp* ]] || die 'there is nothing to compile'
+    cd "$KWO_ROOT/build/x64"
+    printf '%s\n' "$commands" | tr '\n' '\0' | xargs -0 -P 2 -n 1 bash -c
+}
+
+if [[ ${1:-} == --windows ]]; then
+    windows_code_compiles
+    exit
+fi
+check 'building the logic and its tests with clang' "$KWO_ROOT/tools/build.sh" --strict clang
+check 'compiling the Windows code with clang' "$KWO_ROOT/tools/clang.sh" --windows
+printf '%d passed, %d failed\n' "$passed" "$failed"
+((failed == 0))
