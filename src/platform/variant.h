@@ -109,7 +109,7 @@ public:
     /// Use Notify for arguments that the callee may change.
     Variant Call(TextView member, std::span<Variant> arguments) = delete;
     /// Calls a procedure that the host's author wrote, for example OnChangeDate. It may write into the arguments by
-    /// reference. It runs once, whatever types it gives its parameters, as long as they can hold the arguments.
+    /// reference, even if it then fails. It runs once, whatever types it gives its parameters, as long as they fit.
     Variant Notify(TextView member, std::span<Argument> arguments) {
         const auto held = Held();
         return DoNotify(member, arguments);

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,7 @@
 #include "platform/screen.h"
 #include "platform/system_errors.h"
 #include "platform/system_fonts.h"
+#include "platform/variant.h"
 #include "support/raised.h"
 
 namespace kwo::contract {
@@ -35,6 +37,35 @@ using platform::Handle;
 using platform::Text;
 using platform::TextView;
 using test_support::RaisedNumber;
+
+/// The types that the procedures of an object give to their parameters.
+enum class ParameterTypes { AsGiven, Longs, Variants };
+
+/// An object of the host whose members a test writes: the far side of a HostObject.
+class ScriptedObject {
+public:
+    /// What it changes in its arguments reaches a caller who passed them by reference.
+    using Method = std::function<platform::Variant(std::span<platform::Variant>)>;
+
+    virtual ~ScriptedObject() = default;
+
+    /// The object as the logic sees it. Each reference holds the object, and so does this.
+    virtual platform::HostObjectRef Reference() = 0;
+    virtual void SetProperty(TextView name, platform::Variant value) = 0;
+    virtual platform::Variant Property(TextView name) = 0;
+    /// With named arguments the method gets as many as `parameters` has, Missing where the caller gave none.
+    virtual void SetMethod(TextView name, Method method, std::vector<Text> parameters = {}) = 0;
+    /// From now on every use of the member raises `error`.
+    virtual void FailMember(TextView name, platform::ComponentError error) = 0;
+    /// From now on the object refuses arguments of other types, where the host tells types of parameters apart.
+    virtual void TakeOnly(ParameterTypes types) = 0;
+};
+
+/// A picture that the host has loaded.
+struct LoadedPicture {
+    platform::HostObjectRef object;
+    Handle handle;
+};
 
 /// A platform, and what only somebody outside of it can bring about: the user, other programs, the host.
 class PlatformUnderTest {
@@ -62,6 +93,11 @@ public:
     virtual void RecreateTaskbar() = 0;
     /// The windows of this thread that receive what the shell sends to all programs.
     virtual std::size_t TopLevelWindows() = 0;
+    /// From now on a window of this program has the focus and hears the keys.
+    virtual void ListenToKeys() = 0;
+    /// The keys heard, the first one first: "Tab", "Shift+Tab", and "held " before one that was not released since the
+    /// last time. Waits until there are at least `count`.
+    virtual std::vector<std::string> KeysHeard(std::size_t count) = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;
 
@@ -70,6 +106,13 @@ public:
 
     /// The programmatic identifier of a class whose new objects have the `Count` 0.
     virtual Text InstalledClass() = 0;
+
+    /// An object of the host without members. Without a name it has no type information.
+    virtual std::unique_ptr<ScriptedObject> MakeObject(TextView typeName = {}) = 0;
+    /// An icon that the host has loaded.
+    virtual LoadedPicture MakeIcon() = 0;
+    /// A picture object that has loaded nothing.
+    virtual platform::HostObjectRef MakeEmptyPicture() = 0;
 
     /// The full name of a file that is there.
     virtual Text ExistingFile() = 0;

@@ -6,6 +6,27 @@ namespace {
 
 constexpr Handle kCurrentUser = static_cast<Handle>(0x80000001u);
 
+class SimulatedScriptedObject final : public ScriptedObject {
+public:
+    explicit SimulatedScriptedObject(std::shared_ptr<platform::simulated::SimulatedObject> object)
+        : mObject(std::move(object)) {}
+
+    platform::HostObjectRef Reference() override { return mObject; }
+    void SetProperty(TextView name, platform::Variant value) override { mObject->SetProperty(name, std::move(value)); }
+    platform::Variant Property(TextView name) override { return mObject->Property(name).value(); }
+    void SetMethod(TextView name, Method method, std::vector<Text> parameters) override {
+        mObject->SetMethod(name, std::move(method), std::move(parameters));
+    }
+    void FailMember(TextView name, platform::ComponentError error) override {
+        mObject->FailMember(name, std::move(error));
+    }
+    /// Parameters have no types here.
+    void TakeOnly(ParameterTypes) override {}
+
+private:
+    std::shared_ptr<platform::simulated::SimulatedObject> mObject;
+};
+
 class SimulatedUnderTest final : public PlatformUnderTest {
 public:
     SimulatedUnderTest() {
@@ -13,6 +34,7 @@ public:
         mDesktop.files.AddFolder(mDesktop.host.libraryFolder);
         const platform::FontRecord font = {-11, 400, 0, 0, 0, u"Tahoma"};
         mDesktop.fonts.nonClient = {font, font, font, font, font};
+        mDesktop.metrics.values = {{0, 1'024}, {1, 768}, {16, 1'024}, {17, 749}};
     }
 
     platform::Platform& Services() override { return mServices; }
@@ -36,6 +58,13 @@ public:
         return mDesktop.windows.windows.size() + (mDesktop.notificationArea.listeners.empty() ? 0 : 1);
     }
     void Hide(Handle window) override { mDesktop.windows.windows.at(window).hidden = true; }
+    void ListenToKeys() override { mDesktop.log.Clear(); }
+    std::vector<std::string> KeysHeard(std::size_t) override {
+        std::vector<std::string> heard;
+        for (const std::string& line : mDesktop.log.Starting("Keys "))
+            heard.push_back(line == "Keys {TAB}" ? "Tab" : line == "Keys +{TAB}" ? "Shift+Tab" : line);
+        return heard;
+    }
     void AnswerNextBox(std::int32_t button) override { mDesktop.windows.answers.push_back(button); }
     Text InstalledClass() override {
         mDesktop.components.Install(u"Test.Counter", [this] {
@@ -45,6 +74,11 @@ public:
         });
         return u"Test.Counter";
     }
+    std::unique_ptr<ScriptedObject> MakeObject(TextView typeName) override {
+        return std::make_unique<SimulatedScriptedObject>(mDesktop.MakeObject(Text(typeName)));
+    }
+    LoadedPicture MakeIcon() override { return {MakePicture(platform::Pictures::kIcon, 0x10'0037), 0x10'0037}; }
+    platform::HostObjectRef MakeEmptyPicture() override { return MakePicture(0, 0); }
     Text ExistingFile() override { return u"C:\\Program Files\\Host\\HOSTAPP.EXE"; }
     Text EmptyFolder() override {
         mDesktop.files.AddFolder(u"C:\\Logs");
@@ -72,6 +106,12 @@ public:
     void RemoveKeyTree(TextView) override {}
 
 private:
+    platform::HostObjectRef MakePicture(std::int32_t type, Handle handle) {
+        const auto picture = mDesktop.MakeObject(u"Picture");
+        picture->SetProperty(u"Type", type);
+        picture->SetProperty(u"Handle", handle);
+        return picture;
+    }
     void MoveMouseButton(bool down) {
         mDesktop.mouse.isHeld = down;
         mDesktop.Post([this, down] { mDesktop.mouse.wasPressed = down; });

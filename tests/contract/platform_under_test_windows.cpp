@@ -1,5 +1,6 @@
 #include <windows.h>
 #include <objbase.h>
+#include <olectl.h>
 #include <sddl.h>
 
 #include <vector>
@@ -11,6 +12,7 @@
 #include "com_support/module_path.h"
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
+#include "windows/scripted_dispatch.h"
 #include "windows/thread_windows.h"
 
 namespace kwo::contract {
@@ -23,7 +25,19 @@ const wchar_t* Wide(const Text& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
+/// The keys that the windows here have heard.
+std::vector<std::string> heardKeys;
+
+void HearKey(WPARAM key, LPARAM lParam) {
+    constexpr LPARAM kWasDown = 1 << 30;
+    if (key == VK_SHIFT) return;
+    const std::string held = (lParam & kWasDown) != 0 ? "held " : "";
+    const std::string shift = GetKeyState(VK_SHIFT) < 0 ? "Shift+" : "";
+    heardKeys.push_back(held + shift + (key == VK_TAB ? "Tab" : "key " + std::to_string(key)));
+}
+
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_KEYDOWN) HearKey(wParam, lParam);
     if (message == kRunAction) {
         const std::unique_ptr<std::function<void()>> action(reinterpret_cast<std::function<void()>*>(lParam));
         (*action)();
@@ -186,8 +200,39 @@ public:
     }
     std::size_t TopLevelWindows() override { return ThreadWindows().size(); }
     void Hide(Handle window) override { ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_HIDE); }
+    void ListenToKeys() override {
+        MakeWindow(u"keys");
+        SetForegroundWindow(mWindows.back());
+        SetFocus(mWindows.back());
+        mServices.messages.ProcessPending();
+        heardKeys.clear();
+    }
+    std::vector<std::string> KeysHeard(std::size_t count) override {
+        mServices.messages.ProcessPending();
+        for (int waits = 0; waits < 50 && heardKeys.size() < count; ++waits) {
+            MsgWaitForMultipleObjectsEx(0, nullptr, 100, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+            mServices.messages.ProcessPending();
+        }
+        return heardKeys;
+    }
     void AnswerNextBox(std::int32_t button) override { mAnswer.Arm(button); }
     Text InstalledClass() override { return u"Scripting.Dictionary"; }
+    std::unique_ptr<ScriptedObject> MakeObject(TextView typeName) override {
+        return std::make_unique<WindowsScriptedObject>(typeName);
+    }
+    LoadedPicture MakeIcon() override {
+        PICTDESC description = {};
+        description.cbSizeofstruct = sizeof description;
+        description.picType = PICTYPE_ICON;
+        description.icon.hicon = LoadIconW(nullptr, IDI_APPLICATION);
+        return {MakePicture(description), static_cast<Handle>(reinterpret_cast<INT_PTR>(description.icon.hicon))};
+    }
+    platform::HostObjectRef MakeEmptyPicture() override {
+        PICTDESC description = {};
+        description.cbSizeofstruct = sizeof description;
+        description.picType = PICTYPE_NONE;
+        return MakePicture(description);
+    }
     Text ExistingFile() override {
         const std::wstring path = com_support::ModulePath(nullptr);
         return Text(path.begin(), path.end());
@@ -237,6 +282,11 @@ public:
     void RemoveKeyTree(TextView path) override { RegDeleteTreeW(HKEY_CURRENT_USER, Wide(Text(path))); }
 
 private:
+    static platform::HostObjectRef MakePicture(PICTDESC description) {
+        com_support::ComPtr<IDispatch> picture;
+        EXPECT_EQ(OleCreatePictureIndirect(&description, IID_IPictureDisp, FALSE, picture.OutVoid()), S_OK);
+        return platform::windows::MakeHostObject(picture.Get());
+    }
     void MoveMouseButton(bool down) {
         INPUT input = {};
         input.type = INPUT_MOUSE;

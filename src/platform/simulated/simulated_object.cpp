@@ -8,6 +8,7 @@ namespace kwo::platform::simulated {
 namespace {
 
 constexpr std::int32_t kNoSuchArgument = 448;
+constexpr std::int32_t kWrongArguments = 450;
 
 std::string List(std::span<const Variant> values) {
     std::string list;
@@ -83,11 +84,21 @@ Variant SimulatedObject::DoNotify(TextView member, std::span<Argument> arguments
     std::vector<Variant> copies;
     for (const Argument& argument : arguments)
         copies.push_back(argument.value);
-    Variant result = CallMethod(member, copies);
-    for (std::size_t at = 0; at < copies.size(); ++at) {
-        if (arguments[at].byReference) arguments[at].value = copies[at];
+    const auto writeBack = [&] {
+        for (std::size_t at = 0; at < copies.size(); ++at) {
+            const bool isVariable = arguments[at].byReference && !IsMissing(arguments[at].value);
+            if (isVariable) arguments[at].value = copies[at];
+        }
+    };
+    try {
+        Variant result = CallMethod(member, copies);
+        writeBack();
+        return result;
+    } catch (const ComponentError&) {
+        // A procedure that fails may have written into its arguments.
+        writeBack();
+        throw;
     }
-    return result;
 }
 
 Variant SimulatedObject::CallMethod(TextView member, std::span<Variant> arguments) {
@@ -101,6 +112,9 @@ Variant SimulatedObject::CallMethod(TextView member, std::span<Variant> argument
 
 Variant SimulatedObject::DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
     Used();
+    if (names.size() != arguments.size()) {
+        Raise(kWrongArguments, {}, u"Wrong number of arguments or invalid property assignment");
+    }
     std::string list;
     for (std::size_t i = 0; i < names.size(); ++i) {
         list += (i == 0 ? " " : ",") + ToUtf8(names[i]) + ":=" + Shown(arguments[i]);

@@ -36,8 +36,8 @@ private:
     Variant DoCall(TextView member, std::span<const Variant> arguments) override;
     /// Passes the arguments as they are given: values, and references to their types. Objects of script engines get
     /// references to variants, because they write into no others. An object that refuses the types gets those of its
-    /// type information, and at last those that hosts without such information may expect. If the call fails, the
-    /// arguments stay as they were.
+    /// type information, and at last those that hosts without such information may expect. If none are accepted,
+    /// the arguments stay as they were; a procedure that has run and failed may have written into them.
     Variant DoNotify(TextView member, std::span<Argument> arguments) override;
     /// Passes references to variants and, if those are refused, references to the types of the values.
     Variant DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) override;
