@@ -69,6 +69,20 @@ texts_are_tidy() {
     [[ -z $hits ]] || { printf 'blanks at the end of the line:\n%s\n' "$hits" && return 1; }
 }
 
+# snake_case NAME: `SystemMetrics` as its files are named.
+snake_case() { sed 's/\([a-z]\)\([A-Z]\)/\1_\L\2/g; s/.*/\L&/' <<<"$1"; }
+
+# Each service of the platform has a suite of its own in tests/contract, or is named in another one.
+every_service_has_a_contract() {
+    local service suites bare=0
+    mapfile -t suites < <(of_kind 'tests/contract/*_contract_test.cpp')
+    while read -r service; do
+        [[ -f tests/contract/$(snake_case "$service")_contract_test.cpp ]] || grep -qw "platform::$service" "${suites[@]}" ||
+            { printf '%s has no suite in tests/contract\n' "$service" && bare=1; }
+    done < <(sed -n 's/^SERVICE(\([A-Za-z]*\),.*/\1/p' src/platform/services.def)
+    return "$bare"
+}
+
 # Subjects of this branch's newest commits.
 subjects_are_short() {
     local subject long=0
@@ -98,6 +112,7 @@ check 'shell scripts are clean (shellcheck)' scripts_are_clean
 check 'includes stay on their side' includes_stay_on_their_side
 check 'headers are guarded' headers_are_guarded
 check 'no blanks at the end of a line' texts_are_tidy
+check 'every service of the platform has a contract' every_service_has_a_contract
 check 'subjects of commits are short' subjects_are_short
 commands=$KWO_ROOT/build/clang
 if [[ -f $commands/compile_commands.json ]] || cmake --preset clang >"$(log_of configure)" 2>&1; then
