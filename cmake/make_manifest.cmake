@@ -2,7 +2,8 @@
 #
 #   cmake -D IDL=kwoutil.idl -D BITS=64 -D VERSION=4.5.0.0 -D OUTPUT=KWOUtil.X.manifest -P make_manifest.cmake
 #
-# VERSION is the assembly's, the same for all assemblies of one release; a type library has its own.
+# VERSION is the assembly's, the same for all assemblies of one release. A type library has its own; KWO_VERSION in it
+# stands for the release, without its last two numbers.
 #
 # It reads only the attribute lists in front of library, interface, dispinterface and coclass, and stops the build when
 # an identifier stands anywhere else: a class that is missing here would only be missed by a user.
@@ -36,10 +37,13 @@ foreach(declaration IN LISTS declarations)
   set(kind ${CMAKE_MATCH_4})
   set(name ${CMAKE_MATCH_5})
   if(kind STREQUAL "library")
-    if(NOT attributes MATCHES "version\\(([0-9]+\\.[0-9]+)\\)")
+    if(NOT attributes MATCHES "version\\(([0-9]+\\.[0-9]+|KWO_VERSION)\\)")
       message(FATAL_ERROR "${IDL}: the library has no version")
     endif()
     set(version ${CMAKE_MATCH_1})
+    if(version STREQUAL "KWO_VERSION")
+      string(REGEX MATCH "^[0-9]+\\.[0-9]+" version "${VERSION}")
+    endif()
     set(library_name ${name})
     set(library_guid ${guid})
   elseif(kind STREQUAL "coclass")
