@@ -10,6 +10,8 @@ using platform::ComponentError;
 using platform::Milliseconds;
 using platform::Text;
 using platform::TextView;
+using timers::kAlarm;
+using timers::kTick;
 
 constexpr TextView kAlarmSource = u"KWOTimer.AddAlarm";
 constexpr std::int32_t kRelativeAlarmMessage = 1929;
@@ -39,7 +41,7 @@ void KWOTimer::SetEnabled(std::int16_t value) {
         if (value != 0) {
             mComponent.timers.AddTick(*this, mInterval);
         } else {
-            mComponent.timers.CancelEntries(*this, TimerEvent, 0);
+            mComponent.timers.CancelEntries(*this, kTick, 0);
         }
     }
     mEnabled = value;
@@ -53,7 +55,7 @@ void KWOTimer::SetInterval(std::int32_t value) {
             mComponent.timers.AddTick(*this, mInterval);
         } else {
             mEnabled = 0;
-            mComponent.timers.CancelEntries(*this, TimerEvent, 0);
+            mComponent.timers.CancelEntries(*this, kTick, 0);
         }
     } catch (const ComponentError& error) {
         RaiseAsTimerError(error, u"Cannot create timer.", u"KWOTimer.Interval (Let)");
@@ -98,10 +100,10 @@ void KWOTimer::CancelTimers(std::int32_t timerType, std::int32_t itemData) {
 }
 
 void KWOTimer::TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) {
-    if (tickType != TimerEvent && tickType != AlarmEvent) return;
+    if (tickType != kTick && tickType != kAlarm) return;
     mComponent.timers.AskAgainForARefusedTimer();
     // A call may make the timer release the callback object.
-    if (tickType == TimerEvent) {
+    if (tickType == kTick) {
         const std::shared_ptr<TickCallback> callback = mTimerEvents;
         (callback != nullptr ? *callback : mShell).Tick();
     } else {

@@ -40,9 +40,6 @@ public:
 /// with pending ticks or alarms keeps its shell alive. Every member runs on the thread that created the timer.
 class KWOTimer final : private timers::TimerOwner {
 public:
-    /// What CancelTimers and TimerTick mean by a type; 0 stands for both in CancelTimers.
-    enum EventType : std::int32_t { TimerEvent = 1, AlarmEvent = 2 };
-
     /// `shell` contains this timer and receives the events. Raises Overflow if there are more timers than 32 bits
     /// count.
     KWOTimer(component::Component& component, TimerShell& shell);
@@ -77,11 +74,12 @@ public:
     /// Adds an alarm in `intervalMs` milliseconds; 0 or less means at once. Raises TypeMismatch for every failure, or
     /// the error of loading the message table.
     void AddRelativeAlarm(std::int32_t intervalMs, std::int32_t itemData);
-    /// Cancels everything (type 0), the tick (1), or the alarms with the tag `itemData` (2; the tag 0 means all
-    /// alarms). Type 0 first releases the callback objects, so that it also cancels what they add while they end.
+    /// Cancels everything (type 0), the tick (kTick), or the alarms with the tag `itemData` (kAlarm; the tag 0
+    /// means all alarms). Type 0 first releases the callback objects, so that it also cancels what they add while they
+    /// end.
     void CancelTimers(std::int32_t timerType = 0, std::int32_t itemData = 0);
-    /// Delivers a tick (1) or an alarm (2) now, to the callback object or as an event. Other types do nothing. Raises
-    /// what the handler raises. What the handler writes is in the arguments afterwards.
+    /// Delivers a tick (kTick) or an alarm (kAlarm) now, to the callback object or as an event. Other types do nothing.
+    /// Raises what the handler raises. What the handler writes is in the arguments afterwards.
     void TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) override;
 
 private:

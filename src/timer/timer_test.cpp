@@ -14,13 +14,12 @@ using platform::ComponentError;
 using platform::Date;
 using platform::Text;
 using test_support::Raised;
+using timers::kAlarm;
+using timers::kTick;
 using timers::RecordingOwner;
-using timers::RowType;
 using timers::TimerTest;
 
 constexpr std::int16_t kTrue = -1;
-constexpr std::int32_t kTick = KWOTimer::TimerEvent;
-constexpr std::int32_t kAlarm = KWOTimer::AlarmEvent;
 
 /// The object around a timer, and a host that listens to it.
 class Shell final : public TimerShell {
@@ -76,7 +75,7 @@ private:
 class Timer : public TimerTest {
 protected:
     std::shared_ptr<Callback> MakeCallback() { return std::make_shared<Callback>(told); }
-    bool HasTick() { return timers.Table().ActiveCount() == 1 && timers.Table().Row(1).type == RowType::Tick; }
+    bool HasTick() { return timers.Table().ActiveCount() == 1 && timers.Table().Row(1).type == kTick; }
 
     Shell shell{told};
     std::optional<KWOTimer> made{std::in_place, component, shell};
@@ -274,7 +273,7 @@ TEST_F(Timer, CancelOfEverythingLetsGoOfTheCallbacks) {
 
 TEST_F(Timer, CancelOfOneKindKeepsTheCallbacks) {
     const auto callback = MakeCallback();
-    for (const std::int32_t type : {kTick, kAlarm, 3, -1}) {
+    for (const std::int32_t type : std::initializer_list<std::int32_t>{kTick, kAlarm, 3, -1}) {
         timer.SetAlarmEvents(callback);
         timer.SetTimerEvents(callback);
         timer.CancelTimers(type, 0);

@@ -21,7 +21,7 @@ public:
     RecordingOwner(std::vector<std::string>& told, std::string name) : mTold(told), mName(std::move(name)) {}
 
     void TimerTick(std::int32_t& type, std::int32_t& itemData, platform::Date& newDateTime) override {
-        mTold.push_back(mName + (type == 1 ? " tick" : " alarm " + std::to_string(itemData)));
+        mTold.push_back(mName + (type == kTick ? " tick" : " alarm " + std::to_string(itemData)));
         const Handler running = handler;
         if (running) running(type, itemData, newDateTime);
     }

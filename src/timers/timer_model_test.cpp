@@ -213,8 +213,8 @@ public:
         std::vector<std::int64_t> contents = {mComponent->timers.Table().ActiveCount()};
         for (std::int32_t number = 1; number <= mComponent->timers.Table().SlotCount(); ++number) {
             const TimerRow& row = mComponent->timers.Table().Row(number);
-            contents.push_back(static_cast<std::int64_t>(row.type));
-            if (row.type == RowType::Free) continue;
+            contents.push_back(row.type);
+            if (row.type == kFree) continue;
             contents.insert(contents.end(), {static_cast<const Owner*>(row.timer.Get())->number, row.interval,
                                              row.itemData, row.due.scaled});
         }
@@ -254,13 +254,13 @@ public:
     LiteralSide() : mRows(1 + 2) {}
 
     void AddTick(int owner, std::int32_t interval) override {
-        Cancel(owner, 1, 0);
+        Cancel(owner, kTick, 0);
         Row& row = mRows[FindFreeSlot()];
-        row = {1, owner, interval, 0, clock.now + interval * kScale};
+        row = {kTick, owner, interval, 0, clock.now + interval * kScale};
         Reschedule();
     }
     bool AddAlarm(int owner, Date date, std::int32_t tag, std::int64_t relativeDue) override {
-        Cancel(owner, 2, tag);
+        Cancel(owner, kAlarm, tag);
         std::int64_t due = relativeDue;
         if (relativeDue == 0) {
             if (!(date.days < 2'958'466.0 && date.days > -657'435.0)) return false;
@@ -274,18 +274,18 @@ public:
             due = clock.now + difference;
         }
         Row& row = mRows[FindFreeSlot()];
-        row = {2, owner, 0, tag, due};
+        row = {kAlarm, owner, 0, tag, due};
         Reschedule();
         return true;
     }
     void Cancel(int owner, std::int32_t type, std::int32_t tag) override {
         for (Row& row : mRows) {
-            if (row.type == 0 || row.owner != owner) continue;
-            const bool freed = type == 0 || (type == 1 && row.type == 1) ||
-                               (type == 2 && row.type == 2 && (tag == 0 || tag == row.tag));
+            if (row.type == kFree || row.owner != owner) continue;
+            const bool freed = type == 0 || (type == kTick && row.type == kTick) ||
+                               (type == kAlarm && row.type == kAlarm && (tag == 0 || tag == row.tag));
             if (!freed) continue;
             --mActiveCount;
-            row.type = 0;
+            row.type = kFree;
         }
         if (mActiveCount <= 0 && mTimerId != 0) {
             timers.Stop(mTimerId);
@@ -302,13 +302,13 @@ public:
         std::int64_t now = clock.now;
         bool anyDue = false;
         for (std::size_t index = 1; index < mRows.size(); ++index) {
-            if (mRows[index].type == 0 || mRows[index].due > now) continue;
+            if (mRows[index].type == kFree || mRows[index].due > now) continue;
             anyDue = true;
             const int owner = mRows[index].owner;
             std::int32_t type = mRows[index].type;
             std::int32_t tag = mRows[index].tag;
-            if (type == 2) {
-                mRows[index].type = 0;
+            if (type == kAlarm) {
+                mRows[index].type = kFree;
                 --mActiveCount;
             } else {
                 do
@@ -339,14 +339,14 @@ public:
         for (std::size_t index = 1; index < mRows.size(); ++index) {
             const Row& row = mRows[index];
             contents.push_back(row.type);
-            if (row.type != 0) contents.insert(contents.end(), {row.owner, row.interval, row.tag, row.due});
+            if (row.type != kFree) contents.insert(contents.end(), {row.owner, row.interval, row.tag, row.due});
         }
         return contents;
     }
 
 private:
     struct Row {
-        std::int32_t type = 0;
+        std::int32_t type = kFree;
         int owner = 0;
         std::int32_t interval = 0;
         std::int32_t tag = 0;
@@ -359,7 +359,7 @@ private:
     std::size_t FindFreeSlot() {
         ++mActiveCount;
         for (std::size_t index = 1; index < mRows.size(); ++index) {
-            if (mRows[index].type == 0) return index;
+            if (mRows[index].type == kFree) return index;
         }
         mRows.resize(mRows.size() + 2);
         return static_cast<std::size_t>(mActiveCount);
@@ -369,7 +369,7 @@ private:
         constexpr std::int64_t kNone = 0x7FFFFFFFFFFFE950;
         std::int64_t earliest = kNone;
         for (const Row& row : mRows) {
-            if (row.type != 0 && row.due < earliest) earliest = row.due;
+            if (row.type != kFree && row.due < earliest) earliest = row.due;
         }
         if (earliest == mLastDue && mTimerId != 0) return;
         mLastDue = earliest;

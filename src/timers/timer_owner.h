@@ -7,6 +7,10 @@
 
 namespace kwo::timers {
 
+/// What a row of the registry holds, and with that what its owner receives. The numbers are those of the public
+/// enumeration TimerEventTypes. Callers pass any number, so the members take plain numbers.
+enum RowType : std::int32_t { kFree = 0, kTick = 1, kAlarm = 2 };
+
 /// A timer as the registry sees it: what it calls when a row is due, and how it keeps the timer alive.
 ///
 /// The owner may be a part of a larger object; the references count for that object.
@@ -16,8 +20,8 @@ public:
     TimerOwner(const TimerOwner&) = delete;
     TimerOwner& operator=(const TimerOwner&) = delete;
 
-    /// One of the owner's rows is due. `tickType` is a RowType, `itemData` the tag of the alarm, `newDateTime` is 0.
-    /// The registry uses what is written into them: a new date other than 0 adds an alarm with the tag `itemData`
+    /// One of the owner's rows is due. `tickType` is kTick or kAlarm, `itemData` the tag of the alarm, `newDateTime` is
+    /// 0. The registry uses what is written into them: a new date other than 0 adds an alarm with the tag `itemData`
     /// again. If the call raises anything, the owner's rows of that type and tag are cancelled.
     virtual void TimerTick(std::int32_t& tickType, std::int32_t& itemData, platform::Date& newDateTime) = 0;
 

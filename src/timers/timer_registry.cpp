@@ -68,24 +68,24 @@ void MKWOTimer::AdjustTimerCount(std::int16_t delta) {
 }
 
 void MKWOTimer::AddTick(TimerOwner& owner, std::int32_t intervalMs) {
-    CancelEntries(owner, static_cast<std::int32_t>(RowType::Tick), kAllTags);
+    CancelEntries(owner, kTick, kAllTags);
     const Milliseconds due = Sum(mClock.KWO_TimerMs(), Milliseconds::Whole(intervalMs));
-    mTimerTable.Take({RowType::Tick, intervalMs, 0, OwnerRef(owner), due});
+    mTimerTable.Take({kTick, intervalMs, 0, OwnerRef(owner), due});
     Reschedule();
 }
 
 void MKWOTimer::AddAlarmEntry(TimerOwner& owner, Date dateTime, std::int32_t itemData, Milliseconds relativeDue) {
     // Intended: an alarm replaces the one with its tag; with the tag 0 it replaces all alarms of its owner.
-    CancelEntries(owner, static_cast<std::int32_t>(RowType::Alarm), itemData);
+    CancelEntries(owner, kAlarm, itemData);
     const Milliseconds due = relativeDue.scaled != 0 ? relativeDue : DueOf(dateTime);
-    mTimerTable.Take({RowType::Alarm, 0, itemData, OwnerRef(owner), due});
+    mTimerTable.Take({kAlarm, 0, itemData, OwnerRef(owner), due});
     Reschedule();
 }
 
 void MKWOTimer::CancelEntries(TimerOwner& owner, std::int32_t timerType, std::int32_t itemData) {
     const bool everything = timerType == kAllTypes;
-    const bool ticks = everything || timerType == static_cast<std::int32_t>(RowType::Tick);
-    const bool alarms = everything || timerType == static_cast<std::int32_t>(RowType::Alarm);
+    const bool ticks = everything || timerType == kTick;
+    const bool alarms = everything || timerType == kAlarm;
     // Destroyed last: the owner may end with its last row.
     OwnerRef last;
     if (ticks) Free(TimerTable::TickOf(owner), last);
@@ -143,9 +143,9 @@ bool MKWOTimer::DispatchDueRows() {
 
 void MKWOTimer::Dispatch(std::int32_t row, Milliseconds now) {
     const OwnerRef owner = mTimerTable.Row(row).timer;
-    auto type = static_cast<std::int32_t>(mTimerTable.Row(row).type);
+    std::int32_t type = mTimerTable.Row(row).type;
     std::int32_t itemData = mTimerTable.Row(row).itemData;
-    if (mTimerTable.Row(row).type == RowType::Alarm) {
+    if (mTimerTable.Row(row).type == kAlarm) {
         OwnerRef last;
         Free(row, last);
     } else {

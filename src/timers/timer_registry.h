@@ -45,8 +45,8 @@ public:
     /// Raises TypeMismatch for an invalid date; the alarms to be replaced are then already cancelled.
     void AddAlarmEntry(TimerOwner& owner, platform::Date dateTime, std::int32_t itemData,
                        platform::Milliseconds relativeDue);
-    /// Frees rows of the owner: all of them (type 0), its tick (1), or its alarms with that tag (2; the tag 0 means all
-    /// alarms). Other types do nothing. May end the owner.
+    /// Frees rows of the owner: all of them (type 0), its tick (kTick), or its alarms with that tag (kAlarm; the tag 0
+    /// means all alarms). Other types do nothing. May end the owner.
     void CancelEntries(TimerOwner& owner, std::int32_t timerType, std::int32_t itemData);
 
     /// Frees all rows of all owners. For the end of the thread, after which no row can be delivered.

@@ -12,8 +12,6 @@ namespace {
 using platform::Date;
 using platform::Milliseconds;
 
-constexpr std::int32_t kTick = 1;
-constexpr std::int32_t kAlarm = 2;
 constexpr Date kNoDate{};
 
 class TimerRegistry : public TimerTest {
@@ -46,7 +44,7 @@ protected:
     std::vector<std::int32_t> Tags() {
         std::vector<std::int32_t> tags;
         for (std::int32_t row = 1; row <= timers.Table().SlotCount(); ++row) {
-            if (timers.Table().Row(row).type == RowType::Alarm) tags.push_back(timers.Table().Row(row).itemData);
+            if (timers.Table().Row(row).type == kAlarm) tags.push_back(timers.Table().Row(row).itemData);
         }
         return tags;
     }
@@ -71,7 +69,7 @@ TEST_F(TimerRegistry, TableGrowsByTwoRowsWhenAllAreUsedAndNeverShrinks) {
 
     AddRelative(a, 100, 3);
     EXPECT_EQ(timers.Table().SlotCount(), 4);
-    EXPECT_EQ(Types(), (Numbers{2, 2, 2, 0}));
+    EXPECT_EQ(Types(), (Numbers{kAlarm, kAlarm, kAlarm, kFree}));
     AddRelative(a, 100, 4);
     EXPECT_EQ(timers.Table().SlotCount(), 4);
     AddRelative(a, 100, 5);
@@ -186,7 +184,7 @@ TEST_F(ReplacedAlarmIntended, AlarmWithTagZeroReplacesAllAlarmsOfItsOwner) {
     AddRelative(a, 100, 0);
 
     // A reader would expect one alarm more.
-    EXPECT_EQ(Types(), (Numbers{1, 2, 0, 2}));
+    EXPECT_EQ(Types(), (Numbers{kTick, kAlarm, kFree, kAlarm}));
     EXPECT_EQ(Tags(), (Numbers{0, 7}));
 }
 
@@ -234,9 +232,9 @@ TEST_F(TimerRegistry, CancelLooksAtTypeTagAndOwner) {
         Numbers left;
     };
     const Case cases[] = {
-        {0, 0, {0, 0, 0, 1, 2}},  {0, 7, {0, 0, 0, 1, 2}}, {1, 0, {0, 2, 2, 1, 2}},
-        {1, 5, {0, 2, 2, 1, 2}},  {2, 5, {1, 0, 2, 1, 2}}, {2, 0, {1, 0, 0, 1, 2}},
-        {2, 99, {1, 2, 2, 1, 2}}, {3, 0, {1, 2, 2, 1, 2}}, {-1, 0, {1, 2, 2, 1, 2}},
+        {0, 0, {0, 0, 0, 1, 2}},       {0, 7, {0, 0, 0, 1, 2}},      {kTick, 0, {0, 2, 2, 1, 2}},
+        {kTick, 5, {0, 2, 2, 1, 2}},   {kAlarm, 5, {1, 0, 2, 1, 2}}, {kAlarm, 0, {1, 0, 0, 1, 2}},
+        {kAlarm, 99, {1, 2, 2, 1, 2}}, {3, 0, {1, 2, 2, 1, 2}},      {-1, 0, {1, 2, 2, 1, 2}},
     };
     for (const Case& row : cases) {
         timers.CancelEntries(a, 0, 0);

@@ -32,7 +32,7 @@ void TimerTable::Take(TimerRow taken) {
     Slot& slot = At(row);
     slot.row = std::move(taken);
     mDue.Set(Index(row), slot.row.due.scaled);
-    if (slot.row.type == RowType::Tick) {
+    if (slot.row.type == kTick) {
         (*slot.row.timer).mTickRow = row;
     } else {
         LinkAlarm(row);
@@ -41,7 +41,7 @@ void TimerTable::Take(TimerRow taken) {
 
 OwnerRef TimerTable::Free(std::int32_t row) {
     Slot& slot = At(row);
-    if (slot.row.type == RowType::Tick) {
+    if (slot.row.type == kTick) {
         (*slot.row.timer).mTickRow = kNoRow;
     } else {
         UnlinkAlarm(row);
@@ -49,7 +49,7 @@ OwnerRef TimerTable::Free(std::int32_t row) {
     mDue.Set(Index(row), DueIndex::kNever);
     PutFree(row);
     --mActiveCount;
-    slot.row.type = RowType::Free;
+    slot.row.type = kFree;
     return std::exchange(slot.row.timer, {});
 }
 
@@ -121,7 +121,7 @@ void TimerTable::GrowHash() {
     std::vector<std::int32_t> heads(mHashHeads.empty() ? kFirst : 2 * mHashHeads.size(), kNoRow);
     mHashHeads.swap(heads);
     for (std::int32_t row = 1; row <= SlotCount(); ++row) {
-        if (Row(row).type == RowType::Alarm) LinkHash(row);
+        if (Row(row).type == kAlarm) LinkHash(row);
     }
 }
 

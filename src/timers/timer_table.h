@@ -9,12 +9,9 @@
 
 namespace kwo::timers {
 
-/// What a row holds. The numbers are those of the public enumeration TimerEventTypes.
-enum class RowType : std::int32_t { Free = 0, Tick = 1, Alarm = 2 };
-
 /// One pending tick or alarm, or a free place for one.
 struct TimerRow {
-    RowType type = RowType::Free;
+    RowType type = kFree;
     std::int32_t interval = 0;   ///< milliseconds between ticks; 0 for an alarm
     std::int32_t itemData = 0;   ///< the alarm's tag; 0 for a tick
     OwnerRef timer;              ///< keeps the owner alive while the row is used

@@ -16,7 +16,7 @@ protected:
     static constexpr std::int64_t kDue = 100;
 
     /// An alarm with that tag, due at a time of its own.
-    TimerRow Alarm(std::int32_t tag) { return {RowType::Alarm, 0, tag, OwnerRef(owner), Milliseconds{kDue - tag}}; }
+    TimerRow Alarm(std::int32_t tag) { return {kAlarm, 0, tag, OwnerRef(owner), Milliseconds{kDue - tag}}; }
     static void Empty(TimerTable& table) {
         for (auto row = table.FirstUsed(); row != TimerTable::kNoRow; row = table.FirstUsed())
             (void)table.Free(row);
