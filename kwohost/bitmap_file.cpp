@@ -8,8 +8,6 @@ namespace kwohost {
 
 namespace {
 
-constexpr int kPathAccess = 75;
-
 void Write(HANDLE file, const void* bytes, std::size_t size, bool& isGood) {
     DWORD written = 0;
     isGood = isGood && WriteFile(file, bytes, static_cast<DWORD>(size), &written, nullptr) && written == size;
@@ -49,7 +47,7 @@ void SaveBitmap(HBITMAP bitmap, const std::wstring& path) {
         Write(file, pixels.data(), pixels.size(), isGood);
         CloseHandle(file);
     }
-    if (!isGood) Fail(static_cast<RuntimeError>(kPathAccess), L"The file '" + path + L"' cannot be written");
+    if (!isGood) Fail(RuntimeError::PathAccess, L"The file '" + path + L"' cannot be written");
 }
 
 void SaveScreen(const RECT& area, const std::wstring& path) {

@@ -19,16 +19,22 @@ using kwo::com_support::View;
 
 /// Numbers that script authors know from the language's own run-time.
 enum class RuntimeError : unsigned short {
-    InvalidCall = 5,
+    InvalidProcedureCall = 5,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
     OutOfStackSpace = 28,
+    FileNotFound = 53,
     DeviceError = 57,
+    PathAccess = 75,
     NoObjectSet = 91,
+    InvalidPropertyValue = 380,
+    CannotMove = 384,
     ObjectRequired = 424,
+    InvalidObjectUse = 425,
     CannotCreateObject = 429,
-    NoDefaultMember = 438,
+    NoSuchMember = 438,
     NoEvents = 459,
+    InvalidPicture = 481,
 };
 
 constexpr HRESULT ToResult(RuntimeError error) {

@@ -7,12 +7,6 @@
 
 namespace kwohost {
 
-namespace {
-
-constexpr int kInvalidObjectUse = 425;
-
-}  // namespace
-
 Control::Control(ScriptHost& host, Form& form, std::wstring name, bool takesFocus)
     : HostWindow(host, std::move(name)), mForm(&form), mTakesFocus(takesFocus), mTabStop(takesFocus) {
     AddWindowMembers();
@@ -46,7 +40,7 @@ Form* Control::OwnerForm() {
 
 void Control::SetContainer(HostWindow& container) {
     if (container.Window() == Window() || IsChild(Window(), container.Window()))
-        Fail(static_cast<RuntimeError>(kInvalidObjectUse), L"A control does not fit into itself");
+        Fail(RuntimeError::InvalidObjectUse, L"A control does not fit into itself");
     ::SetParent(Window(), container.Window());
     mContainer = ComPtr<HostWindow>(&container);
 }
@@ -81,7 +75,7 @@ ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& ty
 HostWindow& ContainerOf(IDispatch* object) {
     if (auto* const form = ScriptObject::Own<Form>(object)) return *form;
     if (auto* const panel = ScriptObject::Own<Panel>(object)) return *panel;
-    Fail(static_cast<RuntimeError>(kInvalidObjectUse), L"Controls fit into forms and panels alone");
+    Fail(RuntimeError::InvalidObjectUse, L"Controls fit into forms and panels alone");
 }
 
 }  // namespace kwohost

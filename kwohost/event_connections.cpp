@@ -5,7 +5,7 @@
 namespace kwohost {
 
 void EventConnections::Connect(IDispatch* object, std::wstring prefix) {
-    if (prefix.empty()) Fail(RuntimeError::InvalidCall, L"The prefix of the event procedures is empty");
+    if (prefix.empty()) Fail(RuntimeError::InvalidProcedureCall, L"The prefix of the event procedures is empty");
     if (!prefix.ends_with(L'_')) prefix += L'_';
 
     const auto events = FindEventInterface(object);

@@ -13,7 +13,6 @@ constexpr LONG kNormal = 0;
 constexpr LONG kMinimised = 1;
 constexpr LONG kMaximised = 2;
 constexpr RECT kFirstPlace = {60, 60, 460, 360};
-constexpr int kInvalidValue = 380;
 
 }  // namespace
 
@@ -102,8 +101,7 @@ LONG Form::WindowState() const {
 }
 
 void Form::SetWindowState(LONG state) {
-    if (state < kNormal || state > kMaximised)
-        Fail(static_cast<RuntimeError>(kInvalidValue), L"WindowState is 0, 1 or 2");
+    if (state < kNormal || state > kMaximised) Fail(RuntimeError::InvalidPropertyValue, L"WindowState is 0, 1 or 2");
     mStateWhenShown = state;
     if (IsWindowVisible(Window()) && WindowState() != state) Show();
 }
@@ -120,10 +118,8 @@ void Form::Show() {
 }
 
 void Form::CheckMovable() const {
-    constexpr int kCannotMove = 384;
     if (IsWindowVisible(Window()) && WindowState() != kNormal)
-        Fail(static_cast<RuntimeError>(kCannotMove),
-             L"A form cannot be moved or sized while it is minimised or maximised");
+        Fail(RuntimeError::CannotMove, L"A form cannot be moved or sized while it is minimised or maximised");
 }
 
 RECT Form::ClientArea() const {

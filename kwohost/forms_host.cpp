@@ -14,9 +14,6 @@ namespace kwohost {
 
 namespace {
 
-constexpr int kFileNotFound = 53;
-constexpr int kInvalidPicture = 481;
-
 /// `Screen`.
 class ScreenObject final : public ScriptObject {
 public:
@@ -92,7 +89,8 @@ private:
         AddMethod(L"ReleaseButton", 0, 1, [](Call& call) { kwohost::ReleaseButton(call.Has(0) ? call.Whole(0) : 1); });
         AddMethod(L"HoldButton", 1, 2, [](Call& call) {
             const LONG milliseconds = call.Whole(0);
-            if (milliseconds < 0) Fail(RuntimeError::InvalidCall, L"A button cannot be held for less than no time");
+            if (milliseconds < 0)
+                Fail(RuntimeError::InvalidProcedureCall, L"A button cannot be held for less than no time");
             kwohost::HoldButton(call.Has(1) ? call.Whole(1) : 1, static_cast<DWORD>(milliseconds));
         });
         AddMethod(L"Click", 3, 4, [this](Call& call) {
@@ -125,12 +123,12 @@ private:
     static void LoadPictureOf(Call& call) {
         std::wstring path = call.Text(0);
         if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-            Fail(static_cast<RuntimeError>(kFileNotFound), L"There is no file '" + path + L"'");
+            Fail(RuntimeError::FileNotFound, L"There is no file '" + path + L"'");
         wchar_t whole[MAX_PATH];
         if (GetFullPathNameW(path.c_str(), MAX_PATH, whole, nullptr) != 0) path = whole;
         ComPtr<IDispatch> picture;
         if (FAILED(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IDispatch, picture.OutVoid())))
-            Fail(static_cast<RuntimeError>(kInvalidPicture), L"'" + path + L"' is no picture");
+            Fail(RuntimeError::InvalidPicture, L"'" + path + L"' is no picture");
         call.ReturnObject(picture);
     }
 
@@ -150,7 +148,7 @@ private:
         OLE_HANDLE handle = 0;
         if (FAILED(target->QueryInterface(IID_IPicture, picture.OutVoid())) || FAILED(picture->get_Type(&type)) ||
             type != PICTYPE_BITMAP || FAILED(picture->get_Handle(&handle)))
-            Fail(static_cast<RuntimeError>(kInvalidPicture), L"Only bitmaps, picture boxes and windows can be saved");
+            Fail(RuntimeError::InvalidPicture, L"Only bitmaps, picture boxes and windows can be saved");
         SaveBitmap(reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle))), path);
     }
 

@@ -14,7 +14,6 @@ namespace {
 constexpr SHORT kLeft = 1;
 constexpr SHORT kRight = 2;
 constexpr SHORT kMiddle = 4;
-constexpr int kInvalidValue = 380;
 
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
@@ -144,7 +143,7 @@ void HostWindow::AddScaleMembers() {
         [this](Call& call) {
             const auto scale = static_cast<Scale>(call.Whole(0));
             if (scale != Scale::Twips && scale != Scale::Pixels)
-                Fail(static_cast<RuntimeError>(kInvalidValue), L"ScaleMode is 1 (twips) or 3 (pixels)");
+                Fail(RuntimeError::InvalidPropertyValue, L"ScaleMode is 1 (twips) or 3 (pixels)");
             mScale = scale;
         });
     const auto addConversion = [this](const wchar_t* name, Axis axis) {
@@ -152,7 +151,7 @@ void HostWindow::AddScaleMembers() {
             const auto scale = [&](int index) {
                 const auto given = call.Has(index) ? static_cast<Scale>(call.Whole(index)) : mScale;
                 if (given != Scale::Twips && given != Scale::Pixels)
-                    Fail(RuntimeError::InvalidCall, L"A scale is 1 (twips) or 3 (pixels)");
+                    Fail(RuntimeError::InvalidProcedureCall, L"A scale is 1 (twips) or 3 (pixels)");
                 return given;
             };
             call.ReturnSingle(call.Number(0) / UnitsPerPixel(scale(1), axis) * UnitsPerPixel(scale(2), axis));
@@ -180,7 +179,7 @@ RECT HostWindow::Place() const {
 
 void HostWindow::SetPlace(const RECT& place) {
     if (place.right < place.left || place.bottom < place.top)
-        Fail(static_cast<RuntimeError>(kInvalidValue), L"A size is not negative");
+        Fail(RuntimeError::InvalidPropertyValue, L"A size is not negative");
     CheckMovable();
     SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);

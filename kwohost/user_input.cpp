@@ -70,7 +70,7 @@ constexpr NamedKey kNamedKeys[] = {
 WORD CodeOf(std::wstring_view name) {
     for (const NamedKey& key : kNamedKeys)
         if (key.name == name) return key.code;
-    Fail(RuntimeError::InvalidCall, L"There is no key {" + std::wstring(name) + L"}");
+    Fail(RuntimeError::InvalidProcedureCall, L"There is no key {" + std::wstring(name) + L"}");
 }
 
 }  // namespace
@@ -116,12 +116,12 @@ void TypeKeys(std::wstring_view keys) {
         WORD code = 0;
         if (keys[at] == L'{') {
             const std::size_t end = keys.find(L'}', at);
-            if (end == std::wstring_view::npos) Fail(RuntimeError::InvalidCall, L"A { has no }");
+            if (end == std::wstring_view::npos) Fail(RuntimeError::InvalidProcedureCall, L"A { has no }");
             code = CodeOf(keys.substr(at + 1, end - at - 1));
             at = end;
         } else {
             const SHORT found = VkKeyScanW(keys[at]);
-            if (found == -1) Fail(RuntimeError::InvalidCall, L"The keyboard has no such character");
+            if (found == -1) Fail(RuntimeError::InvalidProcedureCall, L"The keyboard has no such character");
             code = LOBYTE(found);
             if (HIBYTE(found) & 1) held.push_back(VK_SHIFT);
         }

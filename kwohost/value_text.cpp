@@ -15,11 +15,11 @@ OwnedVariant DefaultValue(const VARIANT& object) {
         ComPtr<IDispatch> inner;
         if (!value.punkVal) Fail(RuntimeError::NoObjectSet, L"Object variable not set");
         if (depth == kMostNestedDefaults || FAILED(value.punkVal->QueryInterface(IID_PPV_ARGS(inner.Out()))))
-            Fail(RuntimeError::NoDefaultMember, L"The object has no text");
+            Fail(RuntimeError::NoSuchMember, L"The object has no text");
         DISPPARAMS none = {};
         const HRESULT got = inner->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
                                           value.Out(), nullptr, nullptr);
-        if (FAILED(got)) Fail(RuntimeError::NoDefaultMember, L"The object has no text");
+        if (FAILED(got)) Fail(RuntimeError::NoSuchMember, L"The object has no text");
     }
     return value;
 }

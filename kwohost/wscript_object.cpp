@@ -131,7 +131,7 @@ private:
     }
 
     void Sleep(LONG ms) {
-        if (ms < 0) Fail(RuntimeError::InvalidCall, L"A script cannot sleep for less than no time");
+        if (ms < 0) Fail(RuntimeError::InvalidProcedureCall, L"A script cannot sleep for less than no time");
         // A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
         const auto endAfterError = [this, errorsBefore = mHost.ErrorCount()] {
             if (mHost.ErrorCount() != errorsBefore) mHost.End(mHost.ExitCode());
