@@ -70,42 +70,42 @@ void Call::ReturnText(std::wstring_view text) {
     OwnedVariant value;
     value.bstrVal = Bstr(text).Detach();
     value.vt = VT_BSTR;
-    Deliver(std::move(value));
+    ReturnValue(std::move(value));
 }
 
 void Call::ReturnWhole(LONG number) {
     OwnedVariant value;
     value.vt = VT_I4;
     value.lVal = number;
-    Deliver(std::move(value));
+    ReturnValue(std::move(value));
 }
 
 void Call::ReturnSingle(double number) {
     OwnedVariant value;
     value.vt = VT_R4;
     value.fltVal = static_cast<float>(number);
-    Deliver(std::move(value));
+    ReturnValue(std::move(value));
 }
 
 void Call::ReturnTruth(bool truth) {
     OwnedVariant value;
     value.vt = VT_BOOL;
     value.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
-    Deliver(std::move(value));
+    ReturnValue(std::move(value));
 }
 
 void Call::ReturnObject(ComPtr<IDispatch> object) {
     OwnedVariant value;
     value.vt = VT_DISPATCH;
     value.pdispVal = object.Detach();
-    Deliver(std::move(value));
+    ReturnValue(std::move(value));
 }
 
 void Call::ReturnUnknown(ComPtr<IUnknown> object) {
     OwnedVariant value;
     value.vt = VT_UNKNOWN;
     value.punkVal = object.Detach();
-    Deliver(std::move(value));
+    ReturnValue(std::move(value));
 }
 
 const VARIANT& Call::Raw(int index) const {
@@ -119,7 +119,7 @@ OwnedVariant Call::Converted(int index, VARTYPE type) const {
     return value;
 }
 
-void Call::Deliver(OwnedVariant value) {
+void Call::ReturnValue(OwnedVariant value) {
     if (mResult) *mResult = value.Detach();
 }
 

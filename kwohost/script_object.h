@@ -39,7 +39,7 @@ public:
 private:
     const VARIANT& Raw(int index) const;
     OwnedVariant Converted(int index, VARTYPE type) const;
-    void Deliver(OwnedVariant value);
+    void ReturnValue(OwnedVariant value);
 
     const DISPPARAMS& mParams;
     VARIANT* mResult;

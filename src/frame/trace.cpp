@@ -109,7 +109,7 @@ bool Trace::Close(bool askDelete) {
     mMemory.Stop();
     bool complete = Entry(u"Trace closed.", true, true);
     if (mFile.IsOpen()) {
-        complete = Guarded([this] {
+        complete = TryToWrite([this] {
             mStamp.SetNow();
             WriteToFile(mStamp.RuleOfDay());
         });
@@ -174,14 +174,14 @@ void Trace::Write(TextView text, bool indent, bool save) {
 bool Trace::Entry(TextView text, bool indent, bool save) {
     if (!Recording()) return true;
     const KeptLastError kept(mPlatform.errors);
-    return Guarded([&] {
+    return TryToWrite([&] {
         if (mFile.IsOpen() && mFile.Written() > kLargestFile) Split();
         if (Recording()) WriteLine(text, indent, save);
     });
 }
 
 template <class Body>
-bool Trace::Guarded(Body&& body) {
+bool Trace::TryToWrite(Body&& body) {
     constexpr std::int32_t kOutOfMemory = 7;
     try {
         body();

@@ -64,7 +64,7 @@ private:
     void Emit(TextView piece, bool save);
     void WriteToFile(TextView piece);
     template <class Body>
-    bool Guarded(Body&& body);
+    bool TryToWrite(Body&& body);
     void ReportFailure(std::int32_t number, TextView description);
 
     Text Folder() const;

@@ -115,7 +115,7 @@ HRESULT Called(const DispatchMember& member, void* interfacePointer, void* const
     return DISP_E_EXCEPTION;
 }
 
-void Deliver(VARIANT& value, VARTYPE type, VARIANT* result) {
+void ReturnValue(VARIANT& value, VARTYPE type, VARIANT* result) {
     if (type != VT_VARIANT) value.vt = type;
     if (result != nullptr) {
         *result = value;
@@ -155,7 +155,7 @@ HRESULT Read(const DispatchMember& member, void* interfacePointer, VARIANT* resu
     VARIANT value;
     void* const pointers[] = {ResultPlace(member, value)};
     const HRESULT called = Called(member, interfacePointer, pointers, exception);
-    if (SUCCEEDED(called) && member.resultType != VT_EMPTY) Deliver(value, member.resultType, result);
+    if (SUCCEEDED(called) && member.resultType != VT_EMPTY) ReturnValue(value, member.resultType, result);
     return called;
 }
 
@@ -184,7 +184,7 @@ HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID 
 
     const HRESULT written = frame.WriteBack(badArgument);
     if (SUCCEEDED(written) && isShared) ::VariantClear(result);
-    if (member->resultType != VT_EMPTY) Deliver(value, member->resultType, SUCCEEDED(written) ? result : nullptr);
+    if (member->resultType != VT_EMPTY) ReturnValue(value, member->resultType, SUCCEEDED(written) ? result : nullptr);
     return written;
 }
 

@@ -29,7 +29,7 @@ struct Key {
 };
 
 template <class Body>
-HRESULT Guarded(Body&& body) noexcept {
+HRESULT ResultOf(Body&& body) noexcept {
     try {
         return body();
     } catch (const RegistrationFailure& failure) {
@@ -277,21 +277,21 @@ HKEY RootOf(Scope scope) {
 }  // namespace
 
 HRESULT Register(HINSTANCE module, Scope scope) noexcept {
-    return Guarded([&] {
+    return ResultOf([&] {
         WindowsRegistrationStore store(RootOf(scope));
         return Register(module, store, kClassesKey);
     });
 }
 
 HRESULT Unregister(HINSTANCE module, Scope scope) noexcept {
-    return Guarded([&] {
+    return ResultOf([&] {
         WindowsRegistrationStore store(RootOf(scope));
         return Unregister(module, store, kClassesKey);
     });
 }
 
 HRESULT Register(HINSTANCE module, RegistrationStore& store, const std::wstring& classes) noexcept {
-    return Guarded([&] {
+    return ResultOf([&] {
         const Layout layout(DescribeServer(module), classes);
         RegistryChanges changes(store);
         Write(changes, layout.LibraryKeys());
@@ -310,7 +310,7 @@ HRESULT Register(HINSTANCE module, RegistrationStore& store, const std::wstring&
 }
 
 HRESULT Unregister(HINSTANCE module, RegistrationStore& store, const std::wstring& classes) noexcept {
-    return Guarded([&] {
+    return ResultOf([&] {
         const Layout layout(DescribeServer(module), classes);
         RegistryChanges changes(store);
         RemoveClasses(changes, store, layout);
