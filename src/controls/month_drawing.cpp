@@ -70,7 +70,7 @@ void MonthDrawing::Header(const MonthLayout& layout, const MonthStyle& style) co
     for (std::size_t column = 0; column < MonthLayout::kColumns; ++column) {
         Edge(layout.headerCells[column], style.headerBevel.edge, style.headerBevel.flags);
         const std::size_t day = (column + static_cast<std::size_t>(first)) % MonthLayout::kColumns;
-        Write(mLocale.Record().LocaleDayAbbrev[day].substr(0, 1), layout.headerCells[column]);
+        Write(mLocale.Record().dayNames[day].substr(0, 1), layout.headerCells[column]);
     }
 }
 

@@ -11,7 +11,7 @@ namespace kwo::controls {
 /// The first day of the week in the user's locale: 0 is Monday, which also stands for an invalid setting.
 inline std::int32_t FirstDayOfWeek(messages::MKWOLocale& locale) {
     locale.KWOLocaleInit();
-    const std::int32_t first = locale.Record().LocaleFirstDayOfWeek;
+    const std::int32_t first = locale.Record().firstDayOfWeek;
     return first >= 0 && first < static_cast<std::int32_t>(MonthLayout::kColumns) ? first : 0;
 }
 

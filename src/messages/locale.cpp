@@ -41,16 +41,16 @@ struct Field {
 // Intended: the buffers are small. What does not fit is lost, such as a decimal separator of two characters.
 // clang-format off
 constexpr Field kFields[] = {
-    {35,   32, [](LocaleRecord& record, const Text& text) { record.Locale24Hour = text.starts_with(u'1'); }},
-    {30,   32, [](LocaleRecord& record, const Text& text) { record.LocaleTimeSep = text; }},
-    {15,   32, [](LocaleRecord& record, const Text& text) { record.LocaleThousandSep = text; }},
-    {14,    2, [](LocaleRecord& record, const Text& text) { record.LocaleDecimalSep = text; }},
-    {17,    3, [](LocaleRecord& record, const Text& text) { record.LocaleDigits = ToNumber<std::int16_t>(text); }},
-    {25,    3, [](LocaleRecord& record, const Text& text) { record.LocaleCurrDigits = ToNumber<std::int16_t>(text); }},
-    {18,    2, [](LocaleRecord& record, const Text& text) { record.LocaleLeadingZero = ToNumber<std::int16_t>(text) != 0; }},
-    {4112,  2, [](LocaleRecord& record, const Text& text) { record.LocaleNegNumber = ToNumber<std::int16_t>(text); }},
-    {28,    3, [](LocaleRecord& record, const Text& text) { record.LocaleNegCurr = ToNumber<std::int16_t>(text); }},
-    {4108,  4, [](LocaleRecord& record, const Text& text) { record.LocaleFirstDayOfWeek = ToNumber<std::int32_t>(text); }},
+    {35,   32, [](LocaleRecord& record, const Text& text) { record.has24Hours = text.starts_with(u'1'); }},
+    {30,   32, [](LocaleRecord& record, const Text& text) { record.timeSeparator = text; }},
+    {15,   32, [](LocaleRecord& record, const Text& text) { record.thousandSeparator = text; }},
+    {14,    2, [](LocaleRecord& record, const Text& text) { record.decimalSeparator = text; }},
+    {17,    3, [](LocaleRecord& record, const Text& text) { record.digits = ToNumber<std::int16_t>(text); }},
+    {25,    3, [](LocaleRecord& record, const Text& text) { record.currencyDigits = ToNumber<std::int16_t>(text); }},
+    {18,    2, [](LocaleRecord& record, const Text& text) { record.leadingZero = ToNumber<std::int16_t>(text) != 0; }},
+    {4112,  2, [](LocaleRecord& record, const Text& text) { record.negativeNumber = ToNumber<std::int16_t>(text); }},
+    {28,    3, [](LocaleRecord& record, const Text& text) { record.negativeCurrency = ToNumber<std::int16_t>(text); }},
+    {4108,  4, [](LocaleRecord& record, const Text& text) { record.firstDayOfWeek = ToNumber<std::int32_t>(text); }},
 };
 // clang-format on
 
@@ -62,19 +62,19 @@ void MKWOLocale::KWOLocaleInit() {
     ReadLanguage();
     for (const Field& field : kFields)
         field.read(mRecord, Setting(field.type, field.capacity));
-    for (std::uint32_t day = 0; day < mRecord.LocaleDayAbbrev.size(); ++day)
-        mRecord.LocaleDayAbbrev[day] = Setting(kFirstDayName + day, kDayNameCapacity);
+    for (std::uint32_t day = 0; day < mRecord.dayNames.size(); ++day)
+        mRecord.dayNames[day] = Setting(kFirstDayName + day, kDayNameCapacity);
     mLocaleLoaded = true;
 }
 
 void MKWOLocale::ReadLanguage() {
     try {
-        mRecord.LocaleLanguage = mRoutines.KWO_HexToLong(Setting(kLanguage, kLargeBuffer));
+        mRecord.language = mRoutines.KWO_HexToLong(Setting(kLanguage, kLargeBuffer));
     } catch (const platform::ComponentError&) {
-        mRecord.LocaleLanguage = 0;
+        mRecord.language = 0;
     }
-    mRecord.LocalePrimaryLanguage = mRecord.LocaleLanguage & kPrimaryLanguageBits;
-    mRecord.LocaleSubLanguage = mRecord.LocaleLanguage / kSubLanguageUnit;
+    mRecord.primaryLanguage = mRecord.language & kPrimaryLanguageBits;
+    mRecord.subLanguage = mRecord.language / kSubLanguageUnit;
 }
 
 Text MKWOLocale::Setting(std::uint32_t type, std::uint32_t capacity) {

@@ -14,22 +14,22 @@ namespace kwo::messages {
 using platform::Text;
 using platform::TextView;
 
-/// The user's locale settings, as they were when they were first needed. The names are those of the system's settings.
+/// The user's locale settings, as they were when they were first needed.
 struct LocaleRecord {
-    std::int32_t LocaleLanguage = 0;         ///< the language identifier
-    std::int32_t LocalePrimaryLanguage = 0;  ///< its low 10 bits
-    std::int32_t LocaleSubLanguage = 0;      ///< the bits above
-    bool Locale24Hour = false;               ///< false: 12 hours with AM and PM
-    Text LocaleTimeSep;
-    Text LocaleThousandSep;
-    Text LocaleDecimalSep;
-    std::int16_t LocaleDigits = 0;          ///< digits after the decimal separator
-    std::int16_t LocaleCurrDigits = 0;      ///< the same for currency
-    bool LocaleLeadingZero = false;         ///< 0.7 rather than .7
-    std::int16_t LocaleNegNumber = 0;       ///< the system's number for the format of negative numbers
-    std::int16_t LocaleNegCurr = 0;         ///< the same for currency
-    std::int32_t LocaleFirstDayOfWeek = 0;  ///< 0 is Monday, 6 is Sunday
-    std::array<Text, 7> LocaleDayAbbrev;    ///< from Monday to Sunday
+    std::int32_t language = 0;         ///< the language identifier
+    std::int32_t primaryLanguage = 0;  ///< its low 10 bits
+    std::int32_t subLanguage = 0;      ///< the bits above
+    bool has24Hours = false;           ///< false: 12 hours with AM and PM
+    Text timeSeparator;
+    Text thousandSeparator;
+    Text decimalSeparator;
+    std::int16_t digits = 0;            ///< digits after the decimal separator
+    std::int16_t currencyDigits = 0;    ///< the same for currency
+    bool leadingZero = false;           ///< 0.7 rather than .7
+    std::int16_t negativeNumber = 0;    ///< the system's number for the format of negative numbers
+    std::int16_t negativeCurrency = 0;  ///< the same for currency
+    std::int32_t firstDayOfWeek = 0;    ///< 0 is Monday, 6 is Sunday
+    std::array<Text, 7> dayNames;       ///< from Monday to Sunday
 };
 
 /// The component's one copy of the user's locale settings and time zone.

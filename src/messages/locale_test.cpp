@@ -40,20 +40,20 @@ protected:
 TEST_F(Locale, FieldsAreReadFromTheUsersSettings) {
     const LocaleRecord& record = Read();
 
-    EXPECT_EQ(record.LocaleLanguage, 1033);
-    EXPECT_EQ(record.LocalePrimaryLanguage, 9);
-    EXPECT_EQ(record.LocaleSubLanguage, 1);
-    EXPECT_FALSE(record.Locale24Hour);
-    EXPECT_EQ(record.LocaleTimeSep, u":");
-    EXPECT_EQ(record.LocaleThousandSep, u",");
-    EXPECT_EQ(record.LocaleDecimalSep, u".");
-    EXPECT_EQ(record.LocaleDigits, 2);
-    EXPECT_EQ(record.LocaleCurrDigits, 2);
-    EXPECT_TRUE(record.LocaleLeadingZero);
-    EXPECT_EQ(record.LocaleNegNumber, 1);
-    EXPECT_EQ(record.LocaleNegCurr, 0);
-    EXPECT_EQ(record.LocaleFirstDayOfWeek, 6);
-    EXPECT_EQ(record.LocaleDayAbbrev, (std::array<Text, 7>{u"Mon", u"Tue", u"Wed", u"Thu", u"Fri", u"Sat", u"Sun"}));
+    EXPECT_EQ(record.language, 1033);
+    EXPECT_EQ(record.primaryLanguage, 9);
+    EXPECT_EQ(record.subLanguage, 1);
+    EXPECT_FALSE(record.has24Hours);
+    EXPECT_EQ(record.timeSeparator, u":");
+    EXPECT_EQ(record.thousandSeparator, u",");
+    EXPECT_EQ(record.decimalSeparator, u".");
+    EXPECT_EQ(record.digits, 2);
+    EXPECT_EQ(record.currencyDigits, 2);
+    EXPECT_TRUE(record.leadingZero);
+    EXPECT_EQ(record.negativeNumber, 1);
+    EXPECT_EQ(record.negativeCurrency, 0);
+    EXPECT_EQ(record.firstDayOfWeek, 6);
+    EXPECT_EQ(record.dayNames, (std::array<Text, 7>{u"Mon", u"Tue", u"Wed", u"Thu", u"Fri", u"Sat", u"Sun"}));
     EXPECT_EQ(locale.TimeZoneInfo().bias, 300);
     EXPECT_EQ(locale.TimeZoneInfo().daylightName, u"Eastern Daylight Time");
     EXPECT_EQ(locale.TimeZoneId(), 1u);
@@ -77,7 +77,7 @@ TEST_F(Locale, SettingsAreReadOnce) {
     desktop.locale.settings[4108] = u"0";
     desktop.log.Clear();
 
-    EXPECT_EQ(Read().LocaleFirstDayOfWeek, 6);
+    EXPECT_EQ(Read().firstDayOfWeek, 6);
     EXPECT_TRUE(desktop.log.Lines().empty());
 }
 
@@ -87,36 +87,36 @@ TEST_F(Locale, NothingIsReadBeforeItIsNeeded) {
 }
 
 TEST_F(Locale, LanguageIsHexadecimal) {
-    EXPECT_EQ(With(1, u"0407").LocaleLanguage, 0x407);
-    EXPECT_EQ(With(1, u"0C0A").LocalePrimaryLanguage, 10);
-    EXPECT_EQ(With(1, u"0c0a").LocaleSubLanguage, 3);
-    EXPECT_EQ(With(1, u" 0409 ").LocaleLanguage, 1033);
-    EXPECT_EQ(With(1, u"04x9").LocaleLanguage, 0);
-    EXPECT_EQ(With(1, u"123456789").LocaleLanguage, 0);
-    EXPECT_EQ(With(1, u"3FF").LocalePrimaryLanguage, 1023);
-    EXPECT_EQ(With(1, u"3FF").LocaleSubLanguage, 0);
-    EXPECT_EQ(With(1, u"400").LocalePrimaryLanguage, 0);
-    EXPECT_EQ(With(1, u"400").LocaleSubLanguage, 1);
-    EXPECT_EQ(With(1, u"").LocaleLanguage, 0);
+    EXPECT_EQ(With(1, u"0407").language, 0x407);
+    EXPECT_EQ(With(1, u"0C0A").primaryLanguage, 10);
+    EXPECT_EQ(With(1, u"0c0a").subLanguage, 3);
+    EXPECT_EQ(With(1, u" 0409 ").language, 1033);
+    EXPECT_EQ(With(1, u"04x9").language, 0);
+    EXPECT_EQ(With(1, u"123456789").language, 0);
+    EXPECT_EQ(With(1, u"3FF").primaryLanguage, 1023);
+    EXPECT_EQ(With(1, u"3FF").subLanguage, 0);
+    EXPECT_EQ(With(1, u"400").primaryLanguage, 0);
+    EXPECT_EQ(With(1, u"400").subLanguage, 1);
+    EXPECT_EQ(With(1, u"").language, 0);
 }
 
 TEST_F(Locale, FirstCharacterTellsTheTwentyFourHours) {
-    EXPECT_TRUE(With(35, u"1").Locale24Hour);
-    EXPECT_TRUE(With(35, u"12").Locale24Hour);
-    EXPECT_FALSE(With(35, u"0").Locale24Hour);
-    EXPECT_FALSE(With(35, u"").Locale24Hour);
+    EXPECT_TRUE(With(35, u"1").has24Hours);
+    EXPECT_TRUE(With(35, u"12").has24Hours);
+    EXPECT_FALSE(With(35, u"0").has24Hours);
+    EXPECT_FALSE(With(35, u"").has24Hours);
 }
 
 TEST_F(Locale, LeadingZeroIsAnyNumberButZero) {
-    EXPECT_TRUE(With(18, u"1").LocaleLeadingZero);
-    EXPECT_TRUE(With(18, u"2").LocaleLeadingZero);
-    EXPECT_FALSE(With(18, u"0").LocaleLeadingZero);
-    EXPECT_FALSE(With(18, u"x").LocaleLeadingZero);
+    EXPECT_TRUE(With(18, u"1").leadingZero);
+    EXPECT_TRUE(With(18, u"2").leadingZero);
+    EXPECT_FALSE(With(18, u"0").leadingZero);
+    EXPECT_FALSE(With(18, u"x").leadingZero);
 }
 
 TEST_F(Locale, TextIsCutAtAZeroAndTrimmed) {
-    EXPECT_EQ(With(30, TextView(u" h \0x", 5)).LocaleTimeSep, u"h");
-    EXPECT_EQ(With(15, u"\u00A0").LocaleThousandSep, u"\u00A0") << "only blanks are trimmed";
+    EXPECT_EQ(With(30, TextView(u" h \0x", 5)).timeSeparator, u"h");
+    EXPECT_EQ(With(15, u"\u00A0").thousandSeparator, u"\u00A0") << "only blanks are trimmed";
 }
 
 /// A platform whose answers hold a zero character and more.
@@ -135,30 +135,30 @@ TEST_F(Locale, AnswerEndsAtItsFirstZero) {
     zeroed.KWOLocaleInit();
 
     const LocaleRecord& record = zeroed.Record();
-    EXPECT_EQ(record.LocaleLanguage, 1033);
-    EXPECT_TRUE(record.Locale24Hour);
-    EXPECT_EQ(record.LocaleTimeSep, u"1");
-    EXPECT_EQ(record.LocaleDigits, 1);
-    EXPECT_EQ(record.LocaleFirstDayOfWeek, 1);
-    EXPECT_EQ(record.LocaleDayAbbrev[6], u"1");
+    EXPECT_EQ(record.language, 1033);
+    EXPECT_TRUE(record.has24Hours);
+    EXPECT_EQ(record.timeSeparator, u"1");
+    EXPECT_EQ(record.digits, 1);
+    EXPECT_EQ(record.firstDayOfWeek, 1);
+    EXPECT_EQ(record.dayNames[6], u"1");
 }
 
 TEST_F(Locale, NumberThatIsNoneIsZero) {
-    EXPECT_EQ(With(17, u"x").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u"2x").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u"").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u"-").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u"--").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u"/").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u":").LocaleDigits, 0);
-    EXPECT_EQ(With(17, u"-2").LocaleDigits, -2);
-    EXPECT_EQ(With(17, u"+2").LocaleDigits, 2);
-    EXPECT_EQ(With(4108, u"Mo").LocaleFirstDayOfWeek, 0);
+    EXPECT_EQ(With(17, u"x").digits, 0);
+    EXPECT_EQ(With(17, u"2x").digits, 0);
+    EXPECT_EQ(With(17, u"").digits, 0);
+    EXPECT_EQ(With(17, u"-").digits, 0);
+    EXPECT_EQ(With(17, u"--").digits, 0);
+    EXPECT_EQ(With(17, u"/").digits, 0);
+    EXPECT_EQ(With(17, u":").digits, 0);
+    EXPECT_EQ(With(17, u"-2").digits, -2);
+    EXPECT_EQ(With(17, u"+2").digits, 2);
+    EXPECT_EQ(With(4108, u"Mo").firstDayOfWeek, 0);
 }
 
 TEST_F(Locale, MondayIsDayZero) {
-    EXPECT_EQ(With(4108, u"0").LocaleFirstDayOfWeek, 0);
-    EXPECT_EQ(With(4108, u"6").LocaleFirstDayOfWeek, 6);
+    EXPECT_EQ(With(4108, u"0").firstDayOfWeek, 0);
+    EXPECT_EQ(With(4108, u"6").firstDayOfWeek, 6);
 }
 
 TEST_F(Locale, FailingPlatformLeavesEverythingEmpty) {
@@ -168,10 +168,10 @@ TEST_F(Locale, FailingPlatformLeavesEverythingEmpty) {
 
     const LocaleRecord& record = Read();
 
-    EXPECT_EQ(record.LocaleLanguage, 0);
-    EXPECT_EQ(record.LocaleDecimalSep, u"");
-    EXPECT_EQ(record.LocaleFirstDayOfWeek, 0);
-    EXPECT_EQ(record.LocaleDayAbbrev[6], u"");
+    EXPECT_EQ(record.language, 0);
+    EXPECT_EQ(record.decimalSeparator, u"");
+    EXPECT_EQ(record.firstDayOfWeek, 0);
+    EXPECT_EQ(record.dayNames[6], u"");
     EXPECT_EQ(locale.TimeZoneId(), 0xFFFFFFFFu);
     EXPECT_EQ(locale.TimeZoneInfo().bias, 0);
     EXPECT_TRUE(locale.LocaleLoaded());
@@ -180,28 +180,28 @@ TEST_F(Locale, FailingPlatformLeavesEverythingEmpty) {
 class SmallBuffersIntended : public Locale {};
 
 TEST_F(SmallBuffersIntended, WhatDoesNotFitIsLost) {
-    EXPECT_EQ(With(14, u",").LocaleDecimalSep, u",");
+    EXPECT_EQ(With(14, u",").decimalSeparator, u",");
     // A reader would expect the two characters.
-    EXPECT_EQ(With(14, u",,").LocaleDecimalSep, u"");
+    EXPECT_EQ(With(14, u",,").decimalSeparator, u"");
 
-    EXPECT_EQ(With(17, u"10").LocaleDigits, 10);
-    EXPECT_EQ(With(17, u"100").LocaleDigits, 0);
-    EXPECT_EQ(With(25, u"99").LocaleCurrDigits, 99);
-    EXPECT_EQ(With(25, u"100").LocaleCurrDigits, 0);
-    EXPECT_EQ(With(28, u"15").LocaleNegCurr, 15);
-    EXPECT_EQ(With(28, u"150").LocaleNegCurr, 0);
-    EXPECT_EQ(With(4112, u"4").LocaleNegNumber, 4);
-    EXPECT_EQ(With(4112, u"10").LocaleNegNumber, 0);
-    EXPECT_EQ(With(18, u"10").LocaleLeadingZero, false);
-    EXPECT_EQ(With(4108, u"006").LocaleFirstDayOfWeek, 6);
-    EXPECT_EQ(With(4108, u"0006").LocaleFirstDayOfWeek, 0);
+    EXPECT_EQ(With(17, u"10").digits, 10);
+    EXPECT_EQ(With(17, u"100").digits, 0);
+    EXPECT_EQ(With(25, u"99").currencyDigits, 99);
+    EXPECT_EQ(With(25, u"100").currencyDigits, 0);
+    EXPECT_EQ(With(28, u"15").negativeCurrency, 15);
+    EXPECT_EQ(With(28, u"150").negativeCurrency, 0);
+    EXPECT_EQ(With(4112, u"4").negativeNumber, 4);
+    EXPECT_EQ(With(4112, u"10").negativeNumber, 0);
+    EXPECT_EQ(With(18, u"10").leadingZero, false);
+    EXPECT_EQ(With(4108, u"006").firstDayOfWeek, 6);
+    EXPECT_EQ(With(4108, u"0006").firstDayOfWeek, 0);
 
-    EXPECT_EQ(With(49, u"Mon").LocaleDayAbbrev[0], u"Mon");
-    EXPECT_EQ(With(49, u"Mond").LocaleDayAbbrev[0], u"");
-    EXPECT_EQ(With(55, u"Su").LocaleDayAbbrev[6], u"Su");
+    EXPECT_EQ(With(49, u"Mon").dayNames[0], u"Mon");
+    EXPECT_EQ(With(49, u"Mond").dayNames[0], u"");
+    EXPECT_EQ(With(55, u"Su").dayNames[6], u"Su");
 
-    EXPECT_EQ(With(30, Text(31, u'x')).LocaleTimeSep, Text(31, u'x'));
-    EXPECT_EQ(With(30, Text(32, u'x')).LocaleTimeSep, u"");
+    EXPECT_EQ(With(30, Text(31, u'x')).timeSeparator, Text(31, u'x'));
+    EXPECT_EQ(With(30, Text(32, u'x')).timeSeparator, u"");
 }
 
 TEST_F(Locale, DateIsTheMillisecondsSince1601) {

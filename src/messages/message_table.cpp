@@ -149,8 +149,7 @@ bool MessageTable::Load(HostObject& companion) {
     index->lowerBound = 1;
     index->items.resize(1);
     const auto texts = EmptyTexts(mConversions.ToInt32(size[2]), mConversions.ToInt32(size[3]));
-    std::array<Variant, 3> load = {mLocale.Record().LocaleLanguage, platform::ForeignRef(index),
-                                   platform::ForeignRef(texts)};
+    std::array<Variant, 3> load = {mLocale.Record().language, platform::ForeignRef(index), platform::ForeignRef(texts)};
     companion.CallNamed(u"KWO_MsgTableLoad", kLoadNames, load);
     mTextArray = TextsIn(load[2]);
     return true;

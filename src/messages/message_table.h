@@ -27,8 +27,8 @@ public:
 
     /// Loads the table at the first call; later calls do nothing. A missing file leaves the table empty.
     ///
-    /// Raises what creating or calling the companion raises, and TypeMismatch, Overflow or 9 for a malformed answer.
-    /// Later calls raise the same error without another try, until ForgetFailure.
+    /// Raises what creating or calling the companion raises, and TypeMismatch, Overflow or SubscriptOutOfRange for a
+    /// malformed answer. Later calls raise the same error without another try, until ForgetFailure.
     void KWOInitialize();
     /// Makes the next KWOInitialize try again after a failure.
     void ForgetFailure() { mFailure.reset(); }
