@@ -23,9 +23,7 @@ Form::Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* p
     AddMembers();
 }
 
-Form::~Form() {
-    if (mFont) DeleteObject(mFont);
-}
+Form::~Form() = default;
 
 void Form::Open() {
     RegisterWindowClasses();

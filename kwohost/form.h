@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <vector>
 
 #include "host_window.h"
@@ -56,7 +55,6 @@ private:
     Kind mKind;
     ComPtr<Form> mParent;
     HWND mMdiClient = nullptr;
-    HFONT mFont = nullptr;
     bool mKeyPreview = false;
     LONG mStateWhenShown = 0;
     std::vector<std::wstring> mOtherNames;  ///< of the script's procedures that were asked for

@@ -85,7 +85,8 @@ void KWOMonthView::ApplyOptions(const CreateOptions& options) {
     if (!platform::IsMissing(options.notifyOnChange)) {
         mNotifyOnChange = isTrue(options.notifyOnChange);
         if (platform::IsObject(options.control)) {
-            mControlWindow = conversions.To32Bits(std::get<HostObjectRef>(options.control)->Get(u"hWnd"));
+            // Nothing uses the number, but a host notices the call, and a value that is no number raises.
+            conversions.To32Bits(std::get<HostObjectRef>(options.control)->Get(u"hWnd"));
         }
     }
     mCanSelect = isTrue(options.canChange) || MultiSelect();

@@ -153,7 +153,6 @@ private:
     bool mCanSelect = false;
     std::int16_t mSpinInterval = 0;
     bool mNotifyOnChange = false;
-    Handle mControlWindow = 0;
     std::array<SpinState, 2> mSpin;
     std::int16_t mLastButton = 0;
     float mLastX = 0;

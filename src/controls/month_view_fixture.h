@@ -41,9 +41,6 @@ protected:
         desktop.log.Clear();
     }
     Lines Notifications() const { return desktop.log.Starting("Call form."); }
-    std::size_t Redraws() const {
-        return desktop.log.Starting("Call font").size() + desktop.log.Starting("DrawFocusRect").size();
-    }
     /// In twips, the middle of the day's cell in the month shown; Sunday is the first column.
     std::pair<float, float> PlaceOf(int year, unsigned month, unsigned day) const {
         const auto first = platform::simulated::MomentOf(On(year, month, 1));

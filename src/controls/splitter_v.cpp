@@ -113,7 +113,7 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
         if (conversions.To32Bits(Required(container).Get(u"hWnd")) != window) pane->Set(u"Container", mContainer);
     }
     mUnitsPerPixelX = UnitsPerPixel(u"ScaleX");
-    mUnitsPerPixelY = UnitsPerPixel(u"ScaleY");
+    UnitsPerPixel(u"ScaleY");  // Nothing uses it, but a host notices the call.
 
     const auto replace = [&](float& value, const Variant& option) {
         if (!platform::IsMissing(option)) value = conversions.ToSingle(option);

@@ -85,7 +85,6 @@ private:
     float mLastLinePos = 0;
     float mSplitterSizeInPixels = 4;
     float mUnitsPerPixelX = 0;
-    float mUnitsPerPixelY = 0;
     bool mDragging = false;
     bool mCreated = false;
 };

@@ -38,7 +38,6 @@ protected:
         return {number, Text(source), Text(description), {}, 0};
     }
 
-    static constexpr std::uint32_t kNt = 2;
     void LeaveTheNtFamily() { desktop.host.platform.platformId = 1; }
 };
 

@@ -26,7 +26,7 @@ KWOSysParams::KWOSysParams(component::Component& component) {
     component.SetProgramName();
     const platform::Platform& services = component.platform;
     mTwipsPerPixelY = platform::Rounded<std::int16_t>(services.screen.TwipsPerPixelY());
-    mMetricsRead = services.fonts.QueryNonClient(mMetrics);
+    services.fonts.QueryNonClient(mMetrics);
     for (platform::HostObjectRef& font : mFonts)
         font = services.fonts.MakeFont();
 

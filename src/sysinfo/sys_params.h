@@ -36,7 +36,6 @@ private:
 
     std::int16_t mTwipsPerPixelY;
     platform::NonClientFonts mMetrics;
-    bool mMetricsRead = false;
     std::array<platform::HostObjectRef, kCount> mFonts;
 };
 
