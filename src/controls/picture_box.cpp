@@ -1,7 +1,6 @@
 #include "controls/picture_box.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "platform/component_error.h"
 #include "platform/host_errors.h"

@@ -5,7 +5,6 @@
 #include "controls/month_view.h"
 #include "controls/pic_btn.h"
 #include "controls/splitter_v.h"
-#include "platform/message_loop.h"
 
 namespace kwo::controls {
 namespace {

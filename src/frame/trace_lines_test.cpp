@@ -1,4 +1,3 @@
-#include <array>
 
 #include "frame/trace_fixture.h"
 

@@ -1,6 +1,5 @@
 #include "registry/registry.h"
 
-#include <algorithm>
 #include <limits>
 #include <string>
 #include <type_traits>

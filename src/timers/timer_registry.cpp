@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <exception>
 #include <limits>
-#include <utility>
 
 #include "frame/rounding.h"
 #include "platform/component_error.h"

@@ -1,4 +1,3 @@
-#include <optional>
 
 #include "contract_test.h"
 #include "platform/timer_service.h"

@@ -1,4 +1,3 @@
-#include <cmath>
 #include <regex>
 
 #include "component/component.h"
