@@ -62,6 +62,14 @@ headers_are_guarded() {
     return "$bare"
 }
 
+# Assertions name what they got first and what they expect second: no literal stands in front.
+expected_stands_second() {
+    local literal='-?[0-9][0-9A-Za-z.'\''+]*|(u8|[uUL])?"([^"\\]|\\.)*"|nullptr|true|false|(S|E|DISP_E)_[A-Z]+'
+    local hits
+    hits=$(cpp_files | xargs grep -nE "(EXPECT|ASSERT)_(EQ|NE|NEAR|STREQ|STRNE|FLOAT_EQ|DOUBLE_EQ)\(((Hex\()?($literal)\)?,|\([A-Za-z_:]+(<[^>]*>)?\{)")
+    [[ -z $hits ]] || { printf '%s\n' "$hits" && return 1; }
+}
+
 texts_are_tidy() {
     local hits
     hits=$(of_kind '*.cpp' '*.h' '*.md' '*.sh' '*.cmake' '*CMakeLists.txt' '*.idl' '*.vbs' '*.js' test run bench |
@@ -111,6 +119,7 @@ check 'the sources are formatted (clang-format)' is_formatted
 check 'shell scripts are clean (shellcheck)' scripts_are_clean
 check 'includes stay on their side' includes_stay_on_their_side
 check 'headers are guarded' headers_are_guarded
+check 'assertions name the expected value second' expected_stands_second
 check 'no blanks at the end of a line' texts_are_tidy
 check 'every service of the platform has a contract' every_service_has_a_contract
 check 'subjects of commits are short' subjects_are_short

@@ -35,8 +35,8 @@ std::uint32_t Refusal(std::string_view bytes) {
         const MessageFile file(bytes, u"C:\\x.nls", problems);
         return 0;
     } catch (const platform::ComponentError& error) {
-        EXPECT_EQ(u"KWOInitialize.KWO_MsgTableSize", error.source);
-        EXPECT_NE(TextView::npos, error.description.find(u"C:\\x.nls"));
+        EXPECT_EQ(error.source, u"KWOInitialize.KWO_MsgTableSize");
+        EXPECT_NE(error.description.find(u"C:\\x.nls"), TextView::npos);
         return static_cast<std::uint32_t>(error.number) - 0x80040000u;
     }
 }
@@ -45,9 +45,9 @@ TEST(MessageFile, LinesMayEndEitherWayAndAMarkMayStandInFront) {
     for (const char* const bytes :
          {"[KWOUtil]\n1=a\n2=b", "[KWOUtil]\r\n1=a\r\n2=b\r\n", "\xEF\xBB\xBF[KWOUtil]\n1=a\n2=b\n"}) {
         const Opened opened(bytes);
-        EXPECT_EQ(Strings{}, opened.problems.lines);
-        EXPECT_EQ("a", opened.Text(0x409, 1));
-        EXPECT_EQ("b", opened.Text(0x409, 2));
+        EXPECT_EQ(opened.problems.lines, Strings{});
+        EXPECT_EQ(opened.Text(0x409, 1), "a");
+        EXPECT_EQ(opened.Text(0x409, 2), "b");
     }
 }
 
@@ -56,9 +56,9 @@ TEST(MessageFile, ProgramsAreFoundInAnyLetterCase) {
         "[kwoUTIL]\n1=a\n[\xC3\x9C"
         "ber 0407]\n2=b\n[\xD0\x94\xD1\x8F]\n3=c\n");
 
-    EXPECT_EQ("a", opened.Text(0, 1));
-    EXPECT_EQ("b", opened.Text(0x407, 2, u"\u00FCBER"));
-    EXPECT_EQ("c", opened.Text(0x407, 3, u"\u0434\u042F"));
+    EXPECT_EQ(opened.Text(0, 1), "a");
+    EXPECT_EQ(opened.Text(0x407, 2, u"\u00FCBER"), "b");
+    EXPECT_EQ(opened.Text(0x407, 3, u"\u0434\u042F"), "c");
 }
 
 TEST(MessageFile, EveryAlphabetsFirstAndLastCapitalEqualsItsSmallLetter) {
@@ -66,13 +66,13 @@ TEST(MessageFile, EveryAlphabetsFirstAndLastCapitalEqualsItsSmallLetter) {
         "[AZ]\n1=a\n[\xC3\x80\xC3\x96\xC3\x98\xC3\x9E]\n1=b\n[\xCE\x91\xCE\xA9]\n1=c\n"
         "[\xD0\x80\xD0\x8F]\n1=d\n[\xD0\x90\xD0\xAF]\n1=e\n[@]\n1=f\n[\xC3\x97]\n1=g\n");
 
-    EXPECT_EQ("a", opened.Text(0, 1, u"az"));
-    EXPECT_EQ("b", opened.Text(0, 1, u"\u00E0\u00F6\u00F8\u00FE"));
-    EXPECT_EQ("c", opened.Text(0, 1, u"\u03B1\u03C9"));
-    EXPECT_EQ("d", opened.Text(0, 1, u"\u0450\u045F"));
-    EXPECT_EQ("e", opened.Text(0, 1, u"\u0430\u044F"));
-    EXPECT_EQ("-", opened.Text(0, 1, u"`"));
-    EXPECT_EQ("-", opened.Text(0, 1, u"\u00F7"));
+    EXPECT_EQ(opened.Text(0, 1, u"az"), "a");
+    EXPECT_EQ(opened.Text(0, 1, u"\u00E0\u00F6\u00F8\u00FE"), "b");
+    EXPECT_EQ(opened.Text(0, 1, u"\u03B1\u03C9"), "c");
+    EXPECT_EQ(opened.Text(0, 1, u"\u0450\u045F"), "d");
+    EXPECT_EQ(opened.Text(0, 1, u"\u0430\u044F"), "e");
+    EXPECT_EQ(opened.Text(0, 1, u"`"), "-");
+    EXPECT_EQ(opened.Text(0, 1, u"\u00F7"), "-");
 }
 
 constexpr char kLanguages[] =
@@ -92,36 +92,36 @@ TEST(MessageFile, EachTextIsOfTheBestLanguageThatHasIt) {
         return texts;
     };
 
-    EXPECT_EQ((Strings{"0C07", "0007", "0407", "0807", "none", "-"}), all(0x0C07));
-    EXPECT_EQ((Strings{"0807", "0807", "0807", "0807", "none", "-"}), all(0x0807));
-    EXPECT_EQ((Strings{"0407", "0407", "0407", "0807", "none", "-"}), all(0x0407));
-    EXPECT_EQ((Strings{"0007", "0007", "0407", "0807", "none", "-"}), all(0x1007));
-    EXPECT_EQ((Strings{"040C", "none", "none", "none", "none", "-"}), all(0x0C0C));
-    EXPECT_EQ((Strings{"none", "none", "none", "none", "none", "-"}), all(0x0409));
-    EXPECT_EQ((Strings{"none", "none", "none", "none", "none", "-"}), all(0));
+    EXPECT_EQ(all(0x0C07), (Strings{"0C07", "0007", "0407", "0807", "none", "-"}));
+    EXPECT_EQ(all(0x0807), (Strings{"0807", "0807", "0807", "0807", "none", "-"}));
+    EXPECT_EQ(all(0x0407), (Strings{"0407", "0407", "0407", "0807", "none", "-"}));
+    EXPECT_EQ(all(0x1007), (Strings{"0007", "0007", "0407", "0807", "none", "-"}));
+    EXPECT_EQ(all(0x0C0C), (Strings{"040C", "none", "none", "none", "none", "-"}));
+    EXPECT_EQ(all(0x0409), (Strings{"none", "none", "none", "none", "none", "-"}));
+    EXPECT_EQ(all(0), (Strings{"none", "none", "none", "none", "none", "-"}));
 }
 
 TEST(MessageFile, WithoutASectionThatNamesNoLanguageAnotherLanguageServesNobody) {
     const Opened opened("[KWOUtil 0407]\n1=a\n");
 
-    EXPECT_EQ("a", opened.Text(0x0807, 1));
-    EXPECT_EQ("-", opened.Text(0x0409, 1));
+    EXPECT_EQ(opened.Text(0x0807, 1), "a");
+    EXPECT_EQ(opened.Text(0x0409, 1), "-");
 }
 
 TEST(MessageFile, AProgramWithoutSectionsIsServedKWOUtils) {
     const Opened opened("[KWOUtil]\n1=a\n2=b\n[Other 0407]\n1=o\n");
 
-    EXPECT_EQ("a", opened.Text(0, 1, u"Unknown"));
-    EXPECT_EQ("o", opened.Text(0x407, 1, u"OTHER"));
-    EXPECT_EQ("-", opened.Text(0x407, 2, u"Other"));
-    EXPECT_EQ("-", opened.Text(0x409, 1, u"Other"));
+    EXPECT_EQ(opened.Text(0, 1, u"Unknown"), "a");
+    EXPECT_EQ(opened.Text(0x407, 1, u"OTHER"), "o");
+    EXPECT_EQ(opened.Text(0x407, 2, u"Other"), "-");
+    EXPECT_EQ(opened.Text(0x409, 1, u"Other"), "-");
 }
 
 TEST(MessageFile, SectionsMayComeInParts) {
     const Opened opened("[KWOUtil]\n1=a\n[B]\n1=b\n[kwoutil]\n2=c\n");
 
-    EXPECT_EQ("c", opened.Text(0, 2));
-    EXPECT_EQ(2, opened.file.ExtentOf(u"KWOUtil")->highest);
+    EXPECT_EQ(opened.Text(0, 2), "c");
+    EXPECT_EQ(opened.file.ExtentOf(u"KWOUtil")->highest, 2);
 }
 
 TEST(MessageFile, TheExtentIsOverAllLanguagesOfTheProgramAlone) {
@@ -129,9 +129,9 @@ TEST(MessageFile, TheExtentIsOverAllLanguagesOfTheProgramAlone) {
 
     const auto extent = opened.file.ExtentOf(u"kwoutil");
     ASSERT_TRUE(extent);
-    EXPECT_EQ(3, extent->lowest);
-    EXPECT_EQ(9, extent->highest);
-    EXPECT_EQ(3 + 4 + 1, extent->characters);
+    EXPECT_EQ(extent->lowest, 3);
+    EXPECT_EQ(extent->highest, 9);
+    EXPECT_EQ(extent->characters, 3 + 4 + 1);
 }
 
 TEST(MessageFile, WhereThereIsNothingThereIsNoExtent) {
@@ -143,27 +143,27 @@ TEST(MessageFile, WhereThereIsNothingThereIsNoExtent) {
 TEST(MessageFile, AProgramWhoseSectionsHoldNoTextIsServedKWOUtils) {
     const Opened opened("[Mine]\n[Mine 0407]\n1 = \n[KWOUtil]\n1=a\n[KWOUtil 0407]\n1=b\n");
 
-    EXPECT_EQ("a", opened.Text(0x409, 1, u"Mine"));
-    EXPECT_EQ("b", opened.Text(0x407, 1, u"Mine"));
+    EXPECT_EQ(opened.Text(0x409, 1, u"Mine"), "a");
+    EXPECT_EQ(opened.Text(0x407, 1, u"Mine"), "b");
     ASSERT_TRUE(opened.file.ExtentOf(u"Mine"));
-    EXPECT_EQ(2, opened.file.ExtentOf(u"Mine")->characters);
+    EXPECT_EQ(opened.file.ExtentOf(u"Mine")->characters, 2);
 }
 
 TEST(MessageFile, BadLinesAreReportedWithFileLineAndReasonAndTheRestIsRead) {
     const Opened opened(
         "1=early\n[KWOUtil]\nx\n1=a\n1=again\n0=x\n2=\\q\n[KWOUtil 04]\n3=lost\n[KWOUtil]\n4=\xFF\n5=\x01\n6=b\n");
 
-    EXPECT_EQ((Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
+    EXPECT_EQ(opened.problems.lines,
+              (Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
                        "x.nls(5): its section has a text for this number already",
                        "x.nls(6): the number is not within 1 and 99999999",
                        "x.nls(7): there is a backslash that is none of \\n, \\\\ and, at an end of the text, \\s",
                        "x.nls(8): the language identifier is not of four hexadecimal digits",
                        "x.nls(9): it stands in no section", "x.nls(11): it is not well-formed UTF-8",
-                       "x.nls(12): it holds control characters"}),
-              opened.problems.lines);
-    EXPECT_EQ("a", opened.Text(0, 1));
-    EXPECT_EQ("b", opened.Text(0, 6));
-    EXPECT_EQ("-", opened.Text(0, 3));
+                       "x.nls(12): it holds control characters"}));
+    EXPECT_EQ(opened.Text(0, 1), "a");
+    EXPECT_EQ(opened.Text(0, 6), "b");
+    EXPECT_EQ(opened.Text(0, 3), "-");
 }
 
 TEST(MessageFile, AHeaderThatIsDamagedEndsTheSectionBeforeItWhateverDamagedIt) {
@@ -187,11 +187,11 @@ TEST(MessageFile, AHeaderThatIsDamagedEndsTheSectionBeforeItWhateverDamagedIt) {
              std::string("[KWOUtil 40C]"),
          }) {
         const Opened opened("[KWOUtil 0407]\n1=deutsch\n" + header + "\n2=francais\n[KWOUtil]\n2=english\n");
-        EXPECT_EQ("deutsch", opened.Text(0x407, 1)) << header.substr(0, 40);
-        EXPECT_EQ("english", opened.Text(0x407, 2)) << header.substr(0, 40);
-        ASSERT_EQ(2u, opened.problems.lines.size()) << header.substr(0, 40);
+        EXPECT_EQ(opened.Text(0x407, 1), "deutsch") << header.substr(0, 40);
+        EXPECT_EQ(opened.Text(0x407, 2), "english") << header.substr(0, 40);
+        ASSERT_EQ(opened.problems.lines.size(), 2u) << header.substr(0, 40);
         EXPECT_TRUE(opened.problems.lines[0].starts_with("x.nls(3): ")) << opened.problems.lines[0];
-        EXPECT_EQ("x.nls(4): it stands in no section", opened.problems.lines[1]);
+        EXPECT_EQ(opened.problems.lines[1], "x.nls(4): it stands in no section");
     }
 }
 
@@ -201,7 +201,7 @@ TEST(MessageFile, ABadLineThatIsNoHeaderLeavesItsSection) {
           "\xC2\xA0"
           "3 [x] = y"}) {
         const Opened opened(std::string("[KWOUtil]\n1=a\n") + line + "\n2=b\n");
-        EXPECT_EQ("b", opened.Text(0, 2)) << line;
+        EXPECT_EQ(opened.Text(0, 2), "b") << line;
     }
 }
 
@@ -212,25 +212,25 @@ TEST(MessageFile, ARefusedFileIsReportedBehindItsProblems) {
         return problems.lines;
     };
     constexpr const char* kRefused = "The message file x.nls cannot be used: ";
-    EXPECT_EQ((Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
-                       std::string(kRefused) + "line 4 is longer than 1 MiB"}),
-              reported("1=a\n[KWOUtil]\nx\n" + std::string((1 << 20) + 1, ';')));
-    EXPECT_EQ((Strings{std::string(kRefused) + "it is UTF-16 text, but must be UTF-8"}), reported("\xFF\xFE"));
+    EXPECT_EQ(reported("1=a\n[KWOUtil]\nx\n" + std::string((1 << 20) + 1, ';')),
+              (Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
+                       std::string(kRefused) + "line 4 is longer than 1 MiB"}));
+    EXPECT_EQ(reported("\xFF\xFE"), (Strings{std::string(kRefused) + "it is UTF-16 text, but must be UTF-8"}));
 
     std::string many;
     for (int line = 0; line < 105; ++line)
         many += "x\n";
     const Strings lines = reported(many + std::string((1 << 20) + 1, ';'));
-    ASSERT_EQ(102u, lines.size());
-    EXPECT_EQ("x.nls: lines with problems that are not listed: 5", lines[100]);
+    ASSERT_EQ(lines.size(), 102u);
+    EXPECT_EQ(lines[100], "x.nls: lines with problems that are not listed: 5");
 }
 
 TEST(MessageFile, OfSeveralTextsForANumberTheFirstStays) {
     const Opened opened("[KWOUtil]\n2=z\n1=a\n1=b\n[KWOUtil]\n1=c\n2=y\n");
 
-    EXPECT_EQ("a", opened.Text(0, 1));
-    EXPECT_EQ("z", opened.Text(0, 2));
-    EXPECT_EQ(3u, opened.problems.lines.size());
+    EXPECT_EQ(opened.Text(0, 1), "a");
+    EXPECT_EQ(opened.Text(0, 2), "z");
+    EXPECT_EQ(opened.problems.lines.size(), 3u);
 }
 
 TEST(MessageFile, AfterAHundredProblemsTheOthersAreCounted) {
@@ -239,19 +239,19 @@ TEST(MessageFile, AfterAHundredProblemsTheOthersAreCounted) {
         bytes += "x\n";
     const Opened opened(bytes);
 
-    ASSERT_EQ(101u, opened.problems.lines.size());
-    EXPECT_EQ("x.nls(100): there is no equals sign after a number", opened.problems.lines[99]);
-    EXPECT_EQ("x.nls: lines with problems that are not listed: 5", opened.problems.lines[100]);
+    ASSERT_EQ(opened.problems.lines.size(), 101u);
+    EXPECT_EQ(opened.problems.lines[99], "x.nls(100): there is no equals sign after a number");
+    EXPECT_EQ(opened.problems.lines[100], "x.nls: lines with problems that are not listed: 5");
 }
 
 TEST(MessageFile, AProgramsNumbersSpanNoMoreThanAMillion) {
     const Opened opened("[KWOUtil]\n500=a\n1000499=b\n[KWOUtil 0407]\n1000500=c\n499=d\n[Other]\n5000000=e\n");
 
-    EXPECT_EQ("b", opened.Text(0x407, 1000499));
-    EXPECT_EQ("-", opened.Text(0x407, 1000500));
-    EXPECT_EQ("-", opened.Text(0x407, 499));
-    EXPECT_EQ("e", opened.Text(0x407, 5000000, u"Other"));
-    EXPECT_EQ(2u, opened.problems.lines.size());
+    EXPECT_EQ(opened.Text(0x407, 1000499), "b");
+    EXPECT_EQ(opened.Text(0x407, 1000500), "-");
+    EXPECT_EQ(opened.Text(0x407, 499), "-");
+    EXPECT_EQ(opened.Text(0x407, 5000000, u"Other"), "e");
+    EXPECT_EQ(opened.problems.lines.size(), 2u);
 }
 
 TEST(MessageFile, ALineOfMoreThan65536CharactersIsSkipped) {
@@ -259,49 +259,49 @@ TEST(MessageFile, ALineOfMoreThan65536CharactersIsSkipped) {
     const Opened opened("[KWOUtil]\n" + longest + "\r\n2" + longest.substr(1) + "x\n3=" + std::string(2 * 40000, 'y') +
                         "\n4=a\n");
 
-    EXPECT_EQ(65534u, opened.Text(0, 1).size());
-    EXPECT_EQ("-", opened.Text(0, 2));
-    EXPECT_EQ("-", opened.Text(0, 3));
-    EXPECT_EQ("a", opened.Text(0, 4));
-    EXPECT_EQ(2u, opened.problems.lines.size());
+    EXPECT_EQ(opened.Text(0, 1).size(), 65534u);
+    EXPECT_EQ(opened.Text(0, 2), "-");
+    EXPECT_EQ(opened.Text(0, 3), "-");
+    EXPECT_EQ(opened.Text(0, 4), "a");
+    EXPECT_EQ(opened.problems.lines.size(), 2u);
 }
 
 TEST(MessageFile, ALineOfMoreThanAMebibyteRefusesTheFile) {
-    EXPECT_EQ(0u, Refusal(std::string(1 << 20, ';') + "\r\n"));
-    EXPECT_EQ(0x7604u, Refusal(std::string((1 << 20) + 1, ';')));
+    EXPECT_EQ(Refusal(std::string(1 << 20, ';') + "\r\n"), 0u);
+    EXPECT_EQ(Refusal(std::string((1 << 20) + 1, ';')), 0x7604u);
 }
 
 TEST(MessageFile, ZeroBytesAndUtf16RefuseTheFile) {
-    EXPECT_EQ(0x7603u, Refusal(std::string("[KWOUtil]\n1=a\0b\n", 16)));
-    EXPECT_EQ(0x7603u, Refusal("\xFF\xFE[\0"));
-    EXPECT_EQ(0x7603u, Refusal("\xFE\xFF"));
-    EXPECT_EQ(0x7603u, Refusal(std::string("[\0K\0", 4)));
-    EXPECT_EQ(0u, Refusal("\xFF"));
+    EXPECT_EQ(Refusal(std::string("[KWOUtil]\n1=a\0b\n", 16)), 0x7603u);
+    EXPECT_EQ(Refusal("\xFF\xFE[\0"), 0x7603u);
+    EXPECT_EQ(Refusal("\xFE\xFF"), 0x7603u);
+    EXPECT_EQ(Refusal(std::string("[\0K\0", 4)), 0x7603u);
+    EXPECT_EQ(Refusal("\xFF"), 0u);
 }
 
 TEST(MessageFile, MoreThan64MebibytesRefuseTheFile) {
     std::string bytes(std::size_t{64} << 20, ';');
     for (std::size_t at = 0; at < bytes.size(); at += 1 << 20)
         bytes[at] = '\n';
-    EXPECT_EQ(0u, Refusal(bytes));
+    EXPECT_EQ(Refusal(bytes), 0u);
     bytes += '\n';
-    EXPECT_EQ(0x7602u, Refusal(bytes));
+    EXPECT_EQ(Refusal(bytes), 0x7602u);
 }
 
 TEST(MessageFile, MoreThanTenThousandSectionsRefuseTheFile) {
     std::string bytes;
     for (int i = 0; i < 10'000; ++i)
         bytes += "[p" + std::to_string(i) + "]\n";
-    EXPECT_EQ(0u, Refusal(bytes + "[p5]\n"));
-    EXPECT_EQ(0x7605u, Refusal(bytes + "[q]\n"));
+    EXPECT_EQ(Refusal(bytes + "[p5]\n"), 0u);
+    EXPECT_EQ(Refusal(bytes + "[q]\n"), 0x7605u);
 }
 
 TEST(MessageFile, MoreThanAMillionTextsRefuseTheFile) {
     std::string bytes = "[a]\n";
     for (int i = 1; i <= 1'000'000; ++i)
         bytes += std::to_string(i) + "=x\n";
-    EXPECT_EQ(0u, Refusal(bytes));
-    EXPECT_EQ(0x7605u, Refusal(bytes + "[b]\n1=x\n"));
+    EXPECT_EQ(Refusal(bytes), 0u);
+    EXPECT_EQ(Refusal(bytes + "[b]\n1=x\n"), 0x7605u);
 }
 
 }  // namespace

@@ -31,73 +31,73 @@ std::string Read(TextView line) {
 
 TEST(MessageLine, EmptyLinesAndCommentsAreNothing) {
     for (const TextView line : {u"", u"  \t ", u"; 1900 = x", u"  ;[a]"})
-        EXPECT_EQ("nothing", Read(line)) << Narrow(line);
+        EXPECT_EQ(Read(line), "nothing") << Narrow(line);
 }
 
 TEST(MessageLine, HeadersNameAProgramAndPerhapsALanguage) {
-    EXPECT_EQ("section |KWOUtil| 0000", Read(u"[KWOUtil]"));
-    EXPECT_EQ("section |KWOUtil| 0407", Read(u" [ KWOUtil \t 0407 ]   German"));
-    EXPECT_EQ("section |KWOUtil| 0C0A", Read(u"[KWOUtil 0c0A]"));
-    EXPECT_EQ("section |KWOUtil| 0001", Read(u"[KWOUtil 0001]"));
-    EXPECT_EQ("section |My Program| 0000", Read(u"[My Program]"));
-    EXPECT_EQ("section |My Cafe| 0407", Read(u"[My Cafe 0407]"));
-    EXPECT_EQ("section |0407| 0000", Read(u"[0407]"));
+    EXPECT_EQ(Read(u"[KWOUtil]"), "section |KWOUtil| 0000");
+    EXPECT_EQ(Read(u" [ KWOUtil \t 0407 ]   German"), "section |KWOUtil| 0407");
+    EXPECT_EQ(Read(u"[KWOUtil 0c0A]"), "section |KWOUtil| 0C0A");
+    EXPECT_EQ(Read(u"[KWOUtil 0001]"), "section |KWOUtil| 0001");
+    EXPECT_EQ(Read(u"[My Program]"), "section |My Program| 0000");
+    EXPECT_EQ(Read(u"[My Cafe 0407]"), "section |My Cafe| 0407");
+    EXPECT_EQ(Read(u"[0407]"), "section |0407| 0000");
 }
 
 TEST(MessageLine, QuotedNamesMayEndLikeALanguageAndHoldBrackets) {
-    EXPECT_EQ("section |Office 2003| 0000", Read(u"[\"Office 2003\"]"));
-    EXPECT_EQ("section |Office 2003| 0407", Read(u"[ \"Office 2003\" 0407]"));
-    EXPECT_EQ("section |a]b| F407", Read(u"[\"a]b\" F407]"));
+    EXPECT_EQ(Read(u"[\"Office 2003\"]"), "section |Office 2003| 0000");
+    EXPECT_EQ(Read(u"[ \"Office 2003\" 0407]"), "section |Office 2003| 0407");
+    EXPECT_EQ(Read(u"[\"a]b\" F407]"), "section |a]b| F407");
 }
 
 TEST(MessageLine, HeadersThatAreNotUnderstoodAreBad) {
     for (const TextView line : {u"[", u"[]", u"[  ]", u"[KWOUtil", u"[KWOUtil 407]", u"[KWOUtil 00407]",
                                 u"[KWOUtil 04G7]", u"[KWOUtil 0000]", u"[\"KWOUtil]", u"[\"\"]", u"[\"a\" b]"})
-        EXPECT_EQ("bad", Read(line)) << Narrow(line);
+        EXPECT_EQ(Read(line), "bad") << Narrow(line);
 }
 
 TEST(MessageLine, TextsHaveANumberAndNoBlanksAround) {
-    EXPECT_EQ("text 1900 |A text; with = signs.|", Read(u"1900 = A text; with = signs."));
-    EXPECT_EQ("text 7 |x|", Read(u"\t 007=x \t"));
-    EXPECT_EQ("text 7 |a\tb|", Read(u"7 = a\tb"));
+    EXPECT_EQ(Read(u"1900 = A text; with = signs."), "text 1900 |A text; with = signs.|");
+    EXPECT_EQ(Read(u"\t 007=x \t"), "text 7 |x|");
+    EXPECT_EQ(Read(u"7 = a\tb"), "text 7 |a\tb|");
 }
 
 TEST(MessageLine, NumbersReachFromOneToEightNines) {
-    EXPECT_EQ("text 1 |x|", Read(u"1=x"));
-    EXPECT_EQ("text 99999999 |x|", Read(u"99999999=x"));
+    EXPECT_EQ(Read(u"1=x"), "text 1 |x|");
+    EXPECT_EQ(Read(u"99999999=x"), "text 99999999 |x|");
     for (const TextView line : {u"0=x", u"100000000=x", u"99999999999999999999999999=x"})
-        EXPECT_EQ("bad", Read(line)) << Narrow(line);
+        EXPECT_EQ(Read(line), "bad") << Narrow(line);
 }
 
 TEST(MessageLine, WhatHasNoNumberOrNoTextIsBad) {
     for (const TextView line :
          {u"x", u"=x", u"-1=x", u"+1=x", u"1 0=x", u"1.5=x", u"0x10=x", u"1900", u"1900 =", u"1900 =  \t"})
-        EXPECT_EQ("bad", Read(line)) << Narrow(line);
+        EXPECT_EQ(Read(line), "bad") << Narrow(line);
 }
 
 TEST(MessageLine, EscapesAreReplaced) {
-    EXPECT_EQ("text 1 |a<CR><LF>b|", Read(u"1=a\\nb"));
-    EXPECT_EQ("text 1 |<CR><LF>|", Read(u"1=\\n"));
-    EXPECT_EQ("text 1 |C:\\new|", Read(u"1=C:\\\\new"));
+    EXPECT_EQ(Read(u"1=a\\nb"), "text 1 |a<CR><LF>b|");
+    EXPECT_EQ(Read(u"1=\\n"), "text 1 |<CR><LF>|");
+    EXPECT_EQ(Read(u"1=C:\\\\new"), "text 1 |C:\\new|");
 }
 
 TEST(MessageLine, BlanksAtTheEndsAreWrittenAsEscapes) {
-    EXPECT_EQ("text 1 | a |", Read(u"1 = \\sa\\s "));
-    EXPECT_EQ("text 1 |  a  |", Read(u"1=\\s\\sa\\s\\s"));
-    EXPECT_EQ("text 1 | |", Read(u"1=\\s"));
-    EXPECT_EQ("text 1 |   |", Read(u"1=\\s\\s\\s"));
-    EXPECT_EQ("text 1 | <CR><LF> |", Read(u"1=\\s\\n\\s"));
+    EXPECT_EQ(Read(u"1 = \\sa\\s "), "text 1 | a |");
+    EXPECT_EQ(Read(u"1=\\s\\sa\\s\\s"), "text 1 |  a  |");
+    EXPECT_EQ(Read(u"1=\\s"), "text 1 | |");
+    EXPECT_EQ(Read(u"1=\\s\\s\\s"), "text 1 |   |");
+    EXPECT_EQ(Read(u"1=\\s\\n\\s"), "text 1 | <CR><LF> |");
 }
 
 TEST(MessageLine, ABackslashBeforeALastSIsNoBlank) {
-    EXPECT_EQ("text 1 |a\\s|", Read(u"1=a\\\\s"));
-    EXPECT_EQ("text 1 |a\\ |", Read(u"1=a\\\\\\s"));
-    EXPECT_EQ("text 1 |\\s|", Read(u"1=\\\\s"));
+    EXPECT_EQ(Read(u"1=a\\\\s"), "text 1 |a\\s|");
+    EXPECT_EQ(Read(u"1=a\\\\\\s"), "text 1 |a\\ |");
+    EXPECT_EQ(Read(u"1=\\\\s"), "text 1 |\\s|");
 }
 
 TEST(MessageLine, UnknownEscapesAreBad) {
     for (const TextView line : {u"1=a\\sb", u"1=a\\", u"1=\\", u"1=\\t", u"1=\\N", u"1=a\\\\\\"})
-        EXPECT_EQ("bad", Read(line)) << Narrow(line);
+        EXPECT_EQ(Read(line), "bad") << Narrow(line);
 }
 
 }  // namespace

@@ -94,23 +94,23 @@ protected:
 };
 
 TEST_F(ShippedTexts, HaveNoBadLine) {
-    EXPECT_EQ(std::vector<std::string>{}, mProblems.lines);
+    EXPECT_EQ(mProblems.lines, std::vector<std::string>{});
 }
 
 TEST_F(ShippedTexts, ReachFrom1899To1930) {
     const auto extent = mFile.ExtentOf(u"KWOUtil");
 
     ASSERT_TRUE(extent);
-    EXPECT_EQ(1899, extent->lowest);
-    EXPECT_EQ(1930, extent->highest);
+    EXPECT_EQ(extent->lowest, 1899);
+    EXPECT_EQ(extent->highest, 1930);
 }
 
 TEST_F(ShippedTexts, AreTheKnownOnesInEveryLanguage) {
     for (const Translations& texts : kTexts) {
-        EXPECT_EQ(texts.english, Of(0x0409, texts.number)) << texts.number;
-        EXPECT_EQ(texts.german, Of(0x0407, texts.number)) << texts.number;
-        EXPECT_EQ(texts.french, Of(0x040C, texts.number)) << texts.number;
-        EXPECT_EQ(texts.spanish, Of(0x0C0A, texts.number)) << texts.number;
+        EXPECT_EQ(Of(0x0409, texts.number), texts.english) << texts.number;
+        EXPECT_EQ(Of(0x0407, texts.number), texts.german) << texts.number;
+        EXPECT_EQ(Of(0x040C, texts.number), texts.french) << texts.number;
+        EXPECT_EQ(Of(0x0C0A, texts.number), texts.spanish) << texts.number;
     }
 }
 
@@ -119,7 +119,7 @@ TEST_F(ShippedTexts, HaveNoBreakingBlankBeforeAFrenchMark) {
     for (const std::int32_t number : kNumbers) {
         const TextView text = Of(0x040C, number);
         for (const TextView mark : {u" ?", u" ;", u" :", u" !"})
-            EXPECT_EQ(TextView::npos, text.find(mark)) << number;
+            EXPECT_EQ(text.find(mark), TextView::npos) << number;
     }
 }
 
@@ -135,7 +135,7 @@ TEST_F(ShippedTexts, SavedAsAnsiServeNobodyAnotherLanguage) {
         EXPECT_TRUE(german == texts.german || german == texts.english) << texts.number;
         EXPECT_TRUE(french == texts.french || french == texts.english) << texts.number;
         EXPECT_TRUE(spanish == texts.spanish || spanish == texts.english) << texts.number;
-        EXPECT_EQ(texts.english, served(0x0409)) << texts.number;
+        EXPECT_EQ(served(0x0409), texts.english) << texts.number;
     }
 }
 
@@ -145,9 +145,9 @@ TEST_F(ShippedTexts, AreAllThereAndTranslatedWithTheirPlaceholders) {
         EXPECT_FALSE(english.empty()) << number;
         for (const std::uint16_t language : kLanguages) {
             const TextView text = Of(language, number);
-            EXPECT_NE(english, text) << number << ' ' << language;
+            EXPECT_NE(text, english) << number << ' ' << language;
             for (const TextView part : {u"%1", u"%2", u"%3", u"\r\n"})
-                EXPECT_EQ(english.find(part) != Text::npos, text.find(part) != TextView::npos)
+                EXPECT_EQ(text.find(part) != TextView::npos, english.find(part) != Text::npos)
                     << number << ' ' << language;
         }
     }
@@ -155,18 +155,18 @@ TEST_F(ShippedTexts, AreAllThereAndTranslatedWithTheirPlaceholders) {
 
 TEST_F(ShippedTexts, SpanNoOtherNumbers) {
     for (const std::int32_t number : {1898, 1903, 1910, 1922, 1931})
-        EXPECT_EQ(u"", Of(0x409, number)) << number;
+        EXPECT_EQ(Of(0x409, number), u"") << number;
 }
 
 TEST_F(ShippedTexts, ServeTheOtherSublanguages) {
-    EXPECT_EQ(u"Ungültige Hexadezimalziffer", Of(0x0807, 1902));
-    EXPECT_EQ(u"Chiffre hexadécimal non valide", Of(0x0C0C, 1902));
-    EXPECT_EQ(u"Dígito hexadecimal no válido", Of(0x040A, 1902));
+    EXPECT_EQ(Of(0x0807, 1902), u"Ungültige Hexadezimalziffer");
+    EXPECT_EQ(Of(0x0C0C, 1902), u"Chiffre hexadécimal non valide");
+    EXPECT_EQ(Of(0x040A, 1902), u"Dígito hexadecimal no válido");
 }
 
 TEST_F(ShippedTexts, ServeEveryProgram) {
     for (const TextView program : {u"Daxter", u"Daxwin", u"winword"})
-        EXPECT_EQ(u"Invalid Hex Digit", Of(0x409, 1902, program));
+        EXPECT_EQ(Of(0x409, 1902, program), u"Invalid Hex Digit");
 }
 
 }  // namespace

@@ -15,9 +15,9 @@ std::optional<platform::Text> FromUtf8(std::string_view bytes) {
 }
 
 TEST(Utf8, EveryLengthOfCharacterIsRead) {
-    EXPECT_EQ(u"a\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF",
-              FromUtf8("a\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"));
-    EXPECT_EQ(u"", FromUtf8(""));
+    EXPECT_EQ(FromUtf8("a\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"),
+              u"a\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF");
+    EXPECT_EQ(FromUtf8(""), u"");
 }
 
 TEST(Utf8, WhatIsNotWellFormedIsRefused) {
@@ -37,7 +37,7 @@ TEST(Utf8, SurrogatesAndWhatLiesAboveAllCharactersAreRefused) {
     for (const char* const bytes : {"\xED\xA0\x80", "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF7\xBF\xBF\xBF"}) {
         EXPECT_FALSE(FromUtf8(bytes)) << bytes;
     }
-    EXPECT_EQ(u"\uD7FF\uE000", FromUtf8("\xED\x9F\xBF\xEE\x80\x80"));
+    EXPECT_EQ(FromUtf8("\xED\x9F\xBF\xEE\x80\x80"), u"\uD7FF\uE000");
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ int PutItem(VARIANT value, WORD flags) {
     DISPID put = DISPID_PROPERTYPUT;
     DISPPARAMS arguments = {&value, &put, 1, 1};
     theCalled = -1;
-    EXPECT_EQ(S_OK, InvokeMember(Timer(), nullptr, kItem, 0, flags, &arguments, nullptr, nullptr, nullptr));
+    EXPECT_EQ(InvokeMember(Timer(), nullptr, kItem, 0, flags, &arguments, nullptr, nullptr, nullptr), S_OK);
     return theCalled;
 }
 
@@ -62,17 +62,17 @@ TEST(InvokePut, WithBothFlagsTheValueDecides) {
     unknown.vt = VT_UNKNOWN;
     VARIANT nothing = {};
     nothing.vt = VT_DISPATCH;
-    EXPECT_EQ(kLet, PutItem(number, kBoth));
-    EXPECT_EQ(kSet, PutItem(reference, kBoth));
-    EXPECT_EQ(kSet, PutItem(unknown, kBoth));
-    EXPECT_EQ(kSet, PutItem(nothing, kBoth));
+    EXPECT_EQ(PutItem(number, kBoth), kLet);
+    EXPECT_EQ(PutItem(reference, kBoth), kSet);
+    EXPECT_EQ(PutItem(unknown, kBoth), kSet);
+    EXPECT_EQ(PutItem(nothing, kBoth), kSet);
     for (VARIANT* const held : {&number, &reference}) {
         VARIANT variable = {};
         variable.vt = VT_BYREF | VT_VARIANT;
         variable.pvarVal = held;
-        EXPECT_EQ(held == &number ? kLet : kSet, PutItem(variable, kBoth));
-        EXPECT_EQ(kLet, PutItem(*held, DISPATCH_PROPERTYPUT)) << "one flag is what the caller means";
-        EXPECT_EQ(kSet, PutItem(*held, DISPATCH_PROPERTYPUTREF));
+        EXPECT_EQ(PutItem(variable, kBoth), held == &number ? kLet : kSet);
+        EXPECT_EQ(PutItem(*held, DISPATCH_PROPERTYPUT), kLet) << "one flag is what the caller means";
+        EXPECT_EQ(PutItem(*held, DISPATCH_PROPERTYPUTREF), kSet);
     }
 }
 
@@ -138,7 +138,7 @@ TEST(InvokeResult, ThatIsWithheldIsFreed) {
     FARPROC noCache = GetProcAddress(LoadLibraryW(L"oleaut32.dll"), "SetOaNoCache");
     if (noCache != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(noCache))();
     static StringSpy spy;
-    ASSERT_EQ(S_OK, CoRegisterMallocSpy(&spy));
+    ASSERT_EQ(CoRegisterMallocSpy(&spy), S_OK);
     LONG number = 7;
     VARIANT argument = {};
     argument.vt = VT_BYREF | VT_I4;
@@ -147,25 +147,25 @@ TEST(InvokeResult, ThatIsWithheldIsFreed) {
     VARIANT result = {};
     UINT bad = 99;
 
-    EXPECT_EQ(DISP_E_TYPEMISMATCH,
-              InvokeMember(utility, nullptr, kFindInPath, 0, DISPATCH_METHOD, &arguments, &result, nullptr, &bad));
+    EXPECT_EQ(InvokeMember(utility, nullptr, kFindInPath, 0, DISPATCH_METHOD, &arguments, &result, nullptr, &bad),
+              DISP_E_TYPEMISMATCH);
 
-    EXPECT_EQ(0, spy.inUse);
-    EXPECT_EQ(VT_EMPTY, result.vt);
-    EXPECT_EQ(7, number);
-    EXPECT_EQ(0u, bad);
+    EXPECT_EQ(spy.inUse, 0);
+    EXPECT_EQ(result.vt, VT_EMPTY);
+    EXPECT_EQ(number, 7);
+    EXPECT_EQ(bad, 0u);
     CoRevokeMallocSpy();
 }
 
 TEST(ErrorReport, NumbersOfTheRunTimeAreSixteenBitsAndOthersAreUnexpected) {
-    EXPECT_EQ(static_cast<HRESULT>(0x800A0001), ToHresult(1));
-    EXPECT_EQ(static_cast<HRESULT>(0x800A000D), ToHresult(13));
-    EXPECT_EQ(static_cast<HRESULT>(0x800AFFFF), ToHresult(65'535));
-    EXPECT_EQ(E_UNEXPECTED, ToHresult(65'536));
-    EXPECT_EQ(E_UNEXPECTED, ToHresult(INT32_MAX));
-    EXPECT_EQ(E_UNEXPECTED, ToHresult(0));
-    EXPECT_EQ(-5, ToHresult(-5));
-    EXPECT_EQ(INT32_MIN, ToHresult(INT32_MIN));
+    EXPECT_EQ(ToHresult(1), static_cast<HRESULT>(0x800A0001));
+    EXPECT_EQ(ToHresult(13), static_cast<HRESULT>(0x800A000D));
+    EXPECT_EQ(ToHresult(65'535), static_cast<HRESULT>(0x800AFFFF));
+    EXPECT_EQ(ToHresult(65'536), E_UNEXPECTED);
+    EXPECT_EQ(ToHresult(INT32_MAX), E_UNEXPECTED);
+    EXPECT_EQ(ToHresult(0), E_UNEXPECTED);
+    EXPECT_EQ(ToHresult(-5), -5);
+    EXPECT_EQ(ToHresult(INT32_MIN), INT32_MIN);
 }
 
 /// What a caller gets when a member's body raises `raised`.
@@ -187,27 +187,27 @@ LeftError TakeError() {
 }
 
 TEST(ErrorReport, OutOfMemoryAndAnythingUnknownHaveTheirOwnCodesAndTexts) {
-    EXPECT_EQ(E_OUTOFMEMORY, Reported(std::bad_alloc()));
+    EXPECT_EQ(Reported(std::bad_alloc()), E_OUTOFMEMORY);
     LeftError error = TakeError();
-    EXPECT_EQ(u"KWOThing.Member", error.source);
-    EXPECT_EQ(u"Out of memory", error.description);
+    EXPECT_EQ(error.source, u"KWOThing.Member");
+    EXPECT_EQ(error.description, u"Out of memory");
 
-    EXPECT_EQ(E_UNEXPECTED, Reported(std::logic_error("a fault of our own")));
+    EXPECT_EQ(Reported(std::logic_error("a fault of our own")), E_UNEXPECTED);
     error = TakeError();
-    EXPECT_EQ(u"KWOThing.Member", error.source);
-    EXPECT_EQ(u"Unexpected failure", error.description);
-    EXPECT_EQ(E_UNEXPECTED, Reported(5));
+    EXPECT_EQ(error.source, u"KWOThing.Member");
+    EXPECT_EQ(error.description, u"Unexpected failure");
+    EXPECT_EQ(Reported(5), E_UNEXPECTED);
     TakeError();
 }
 
 TEST(ErrorReport, CarriesHelpFileAndContext) {
-    EXPECT_EQ(static_cast<HRESULT>(0x800A0007),
-              Reported(platform::ComponentError{7, u"a source", u"a text", u"a.hlp", 42}));
+    EXPECT_EQ(Reported(platform::ComponentError{7, u"a source", u"a text", u"a.hlp", 42}),
+              static_cast<HRESULT>(0x800A0007));
     const LeftError error = TakeError();
-    EXPECT_EQ(u"a source", error.source);
-    EXPECT_EQ(u"a text", error.description);
-    EXPECT_EQ(u"a.hlp", error.helpFile);
-    EXPECT_EQ(42u, error.helpContext);
+    EXPECT_EQ(error.source, u"a source");
+    EXPECT_EQ(error.description, u"a text");
+    EXPECT_EQ(error.helpFile, u"a.hlp");
+    EXPECT_EQ(error.helpContext, 42u);
 }
 
 }  // namespace

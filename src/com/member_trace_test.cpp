@@ -23,7 +23,7 @@ protected:
     template <class Interface>
     static ComPtr<Interface> New(const ClassEntry& entry, REFIID id) {
         ComPtr<Interface> object;
-        EXPECT_EQ(S_OK, entry.make(id, reinterpret_cast<void**>(object.Out())));
+        EXPECT_EQ(entry.make(id, reinterpret_cast<void**>(object.Out())), S_OK);
         return object;
     }
     /// The entries without their times; those of durations without the duration.
@@ -63,34 +63,34 @@ TEST_F(MemberTrace, AMemberStandsOnTheTraceWhileItRuns) {
     LONG interval = 0;
     VARIANT_BOOL isNt = VARIANT_FALSE;
 
-    EXPECT_EQ(S_OK, timer->put_Interval(100));
-    EXPECT_EQ(S_OK, timer->get_Interval(&interval));
-    EXPECT_EQ(S_OK, utility->get_KWO_IsWinNT(&isNt));
+    EXPECT_EQ(timer->put_Interval(100), S_OK);
+    EXPECT_EQ(timer->get_Interval(&interval), S_OK);
+    EXPECT_EQ(utility->get_KWO_IsWinNT(&isNt), S_OK);
 
-    EXPECT_EQ((std::vector<std::string>{"  Push KWOTimer.Interval (Let)", "  Pop  KWOTimer.Interval (Let)",
+    EXPECT_EQ(Entries(),
+              (std::vector<std::string>{"  Push KWOTimer.Interval (Let)", "  Pop  KWOTimer.Interval (Let)",
                                         "  Push KWOTimer.Interval (Get)", "  Pop  KWOTimer.Interval (Get)",
-                                        "  Push KWOUtility.KWO_IsWinNT (Get)", "  Pop  KWOUtility.KWO_IsWinNT (Get)"}),
-              Entries());
-    EXPECT_EQ(0, mTrace.Stack().Depth());
+                                        "  Push KWOUtility.KWO_IsWinNT (Get)", "  Pop  KWOUtility.KWO_IsWinNT (Get)"}));
+    EXPECT_EQ(mTrace.Stack().Depth(), 0);
 }
 
 TEST_F(MemberTrace, AFailingMemberLeavesTheTrace) {
     const auto timer = New<_KWOTimer>(TimerClass(), IID__KWOTimer);
     mTrace.KWO_TraceStart(0, 20, false);
 
-    EXPECT_EQ(E_POINTER, timer->get_Interval(nullptr));
+    EXPECT_EQ(timer->get_Interval(nullptr), E_POINTER);
 
-    EXPECT_EQ((std::vector<std::string>{"  Push KWOTimer.Interval (Get)", "  Pop  KWOTimer.Interval (Get)"}),
-              Entries());
-    EXPECT_EQ(0, mTrace.Stack().Depth());
+    EXPECT_EQ(Entries(),
+              (std::vector<std::string>{"  Push KWOTimer.Interval (Get)", "  Pop  KWOTimer.Interval (Get)"}));
+    EXPECT_EQ(mTrace.Stack().Depth(), 0);
 }
 
 TEST_F(MemberTrace, NothingIsKeptBeforeATraceWasStarted) {
     const auto timer = New<_KWOTimer>(TimerClass(), IID__KWOTimer);
 
-    EXPECT_EQ(S_OK, timer->put_Interval(100));
+    EXPECT_EQ(timer->put_Interval(100), S_OK);
 
-    EXPECT_EQ(0, mTrace.Stack().Capacity());
+    EXPECT_EQ(mTrace.Stack().Capacity(), 0);
 }
 
 }  // namespace

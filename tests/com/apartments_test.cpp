@@ -14,7 +14,7 @@ namespace {
 void OnThread(DWORD apartment, const std::function<void()>& body) {
     std::atomic<bool> done = false;
     Thread thread([&] {
-        EXPECT_EQ(S_OK, CoInitializeEx(nullptr, apartment));
+        EXPECT_EQ(CoInitializeEx(nullptr, apartment), S_OK);
         body();
         CoUninitialize();
         done = true;
@@ -33,14 +33,14 @@ protected:
     /// The timer for one thread of another apartment.
     ComPtr<IStream> Marshalled(REFIID id = IID_IDispatch) {
         ComPtr<IStream> stream;
-        EXPECT_EQ(Hex(S_OK), Hex(CoMarshalInterThreadInterfaceInStream(id, mTimer.Get(), stream.Out())));
+        EXPECT_EQ(Hex(CoMarshalInterThreadInterfaceInStream(id, mTimer.Get(), stream.Out())), Hex(S_OK));
         return stream;
     }
     template <class Interface>
     static ComPtr<Interface> Unmarshalled(const ComPtr<IStream>& stream, REFIID id) {
         ComPtr<Interface> object;
         stream->AddRef();  // the call releases one
-        EXPECT_EQ(Hex(S_OK), Hex(CoGetInterfaceAndReleaseStream(stream.Get(), id, object.OutVoid())));
+        EXPECT_EQ(Hex(CoGetInterfaceAndReleaseStream(stream.Get(), id, object.OutVoid())), Hex(S_OK));
         return object;
     }
 };
@@ -52,20 +52,20 @@ TEST_F(OtherApartments, FreeThreadedClientsCreateAndCallEveryClass) {
             ASSERT_TRUE(object) << Narrow(name);
             EXPECT_TRUE(As<IUnknown>(object.Get(), IID_IMultiQI)) << Narrow(name) << " is no proxy";
             UINT count = 0;
-            EXPECT_EQ(Hex(S_OK), Hex(object->GetTypeInfoCount(&count))) << Narrow(name);
-            EXPECT_EQ(1u, count);
+            EXPECT_EQ(Hex(object->GetTypeInfoCount(&count)), Hex(S_OK)) << Narrow(name);
+            EXPECT_EQ(count, 1u);
         }
         const ComPtr<IDispatch> utility = Create(L"KWOUtility");
         const Outcome directory = Call(utility.Get(), L"KWO_SystemDir");
-        EXPECT_EQ(Hex(S_OK), Hex(directory.status));
-        EXPECT_NE(L"", directory.result.Text());
+        EXPECT_EQ(Hex(directory.status), Hex(S_OK));
+        EXPECT_NE(directory.result.Text(), L"");
         const ComPtr<IDispatch> timer = Create(L"KWOTimer");
-        EXPECT_EQ(Hex(S_OK), Hex(Let(timer.Get(), L"Interval", 77).status));
-        EXPECT_EQ(77, Get(timer.Get(), L"Interval").result.lVal);
+        EXPECT_EQ(Hex(Let(timer.Get(), L"Interval", 77).status), Hex(S_OK));
+        EXPECT_EQ(Get(timer.Get(), L"Interval").result.lVal, 77);
         const Outcome failed = Call(timer.Get(), L"AddAlarm", {Var::Date(1e300), 1});
-        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(failed.status));
-        EXPECT_EQ("0x800A000D", Hex(failed.scode));
-        EXPECT_EQ(L"KWOTimer.AddAlarm", failed.source);
+        EXPECT_EQ(Hex(failed.status), Hex(DISP_E_EXCEPTION));
+        EXPECT_EQ(Hex(failed.scode), "0x800A000D");
+        EXPECT_EQ(failed.source, L"KWOTimer.AddAlarm");
     });
 }
 
@@ -86,12 +86,12 @@ TEST_F(OtherApartments, CallsFromAnotherApartmentRunOnTheObjectsThread) {
             Var tag(7);
             Var date = Var::Date(0);
             const Outcome outcome = Call(timer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Ref(&date)});
-            EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-            EXPECT_EQ(8, tag.lVal);
-            EXPECT_EQ(2.5, date.date);
+            EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+            EXPECT_EQ(tag.lVal, 8);
+            EXPECT_EQ(date.date, 2.5);
         });
-        EXPECT_EQ(GetCurrentThreadId(), calledOn);
-        EXPECT_EQ(Hex(S_OK), Hex(Disconnect(cookie)));
+        EXPECT_EQ(calledOn, GetCurrentThreadId());
+        EXPECT_EQ(Hex(Disconnect(cookie)), Hex(S_OK));
     }
 }
 
@@ -100,11 +100,11 @@ TEST_F(OtherApartments, TheDefaultInterfaceIsMarshalled) {
     const ComPtr<IStream> stream = Marshalled(own);
     OnThread(COINIT_MULTITHREADED, [&] {
         const auto timer = Unmarshalled<TimerSlots>(stream, own);
-        EXPECT_EQ(Hex(S_OK), Hex(timer->LetInterval(55)));
+        EXPECT_EQ(Hex(timer->LetInterval(55)), Hex(S_OK));
         LONG interval = 0;
-        EXPECT_EQ(Hex(S_OK), Hex(timer->GetInterval(&interval)));
-        EXPECT_EQ(55, interval);
-        EXPECT_EQ("0x800A000D", Hex(timer->AddAlarm(1e300, 1)));
+        EXPECT_EQ(Hex(timer->GetInterval(&interval)), Hex(S_OK));
+        EXPECT_EQ(interval, 55);
+        EXPECT_EQ(Hex(timer->AddAlarm(1e300, 1)), "0x800A000D");
         // Windows brings the error object along, Wine leaves it behind.
         TakeErrorObject();
     });
@@ -114,8 +114,8 @@ TEST_F(OtherApartments, TwoThreadsHaveAComponentEach) {
     // The picture button's scale and the saved error live there; here the objects that keep a DLL of their own alive.
     OnThread(COINIT_APARTMENTTHREADED, [] {
         const ComPtr<IDispatch> timer = Create(L"KWOTimer");
-        EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"AddRelativeAlarm", {50'000, 1}).status));
-        EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"CancelTimers").status));
+        EXPECT_EQ(Hex(Call(timer.Get(), L"AddRelativeAlarm", {50'000, 1}).status), Hex(S_OK));
+        EXPECT_EQ(Hex(Call(timer.Get(), L"CancelTimers").status), Hex(S_OK));
     });
     Sink& sink = NewSink();
     Connect(sink);
@@ -125,15 +125,15 @@ TEST_F(OtherApartments, TwoThreadsHaveAComponentEach) {
 
 TEST_F(OtherApartments, APlainPointerUsedOnAnotherThreadIsStillAnswered) {
     // Against the rules of COM, but hosts do it: numbers are read and written, and nothing crashes.
-    EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Interval", 12).status));
+    EXPECT_EQ(Hex(Let(mTimer.Get(), L"Interval", 12).status), Hex(S_OK));
     IDispatch* const timer = mTimer.Get();
     OnThread(COINIT_MULTITHREADED, [timer] {
-        EXPECT_EQ(12, Get(timer, L"Interval").result.lVal);
-        EXPECT_EQ(Hex(S_OK), Hex(Let(timer, L"ItemData", 5).status));
+        EXPECT_EQ(Get(timer, L"Interval").result.lVal, 12);
+        EXPECT_EQ(Hex(Let(timer, L"ItemData", 5).status), Hex(S_OK));
         const Outcome failed = Call(timer, L"AddAlarm", {Var::Date(1e300), 1});
-        EXPECT_EQ("0x800A000D", Hex(failed.scode));
+        EXPECT_EQ(Hex(failed.scode), "0x800A000D");
     });
-    EXPECT_EQ(5, Get(timer, L"ItemData").result.lVal);
+    EXPECT_EQ(Get(timer, L"ItemData").result.lVal, 5);
 }
 
 }  // namespace

@@ -29,12 +29,12 @@ TEST_F(ChangingTimerVariables, ReceiveTheDateOfTheAlarmWhateverTheyHoldByThen) {
     };
     Connect(sink);
 
-    ASSERT_EQ(Hex(S_OK), Hex(Force(tag, date).status));
+    ASSERT_EQ(Hex(Force(tag, date).status), Hex(S_OK));
 
-    EXPECT_EQ(VT_I4, tag.vt);
-    EXPECT_EQ(8, tag.lVal);
-    EXPECT_EQ(VT_DATE, date.vt);
-    EXPECT_EQ(2.5, date.date);
+    EXPECT_EQ(tag.vt, VT_I4);
+    EXPECT_EQ(tag.lVal, 8);
+    EXPECT_EQ(date.vt, VT_DATE);
+    EXPECT_EQ(date.date, 2.5);
 }
 
 TEST_F(ChangingTimerVariables, KeepWhatTheCallerPutThereWhenTheMemberChangesNothing) {
@@ -48,10 +48,10 @@ TEST_F(ChangingTimerVariables, KeepWhatTheCallerPutThereWhenTheMemberChangesNoth
     };
     Connect(sink);
 
-    ASSERT_EQ(Hex(S_OK), Hex(Force(tag, date).status));
+    ASSERT_EQ(Hex(Force(tag, date).status), Hex(S_OK));
 
-    EXPECT_EQ(kText, tag.Text());
-    EXPECT_EQ(kText, date.Text());
+    EXPECT_EQ(tag.Text(), kText);
+    EXPECT_EQ(date.Text(), kText);
 }
 
 TEST_F(ChangingTimerVariables, MayBecomeReferences) {
@@ -71,12 +71,12 @@ TEST_F(ChangingTimerVariables, MayBecomeReferences) {
     };
     Connect(sink);
 
-    ASSERT_EQ(Hex(S_OK), Hex(Force(tag, date).status));
+    ASSERT_EQ(Hex(Force(tag, date).status), Hex(S_OK));
 
-    EXPECT_EQ(VT_BYREF | VT_I2, tag.vt);
-    EXPECT_EQ(8, small);
-    EXPECT_EQ(VT_BYREF | VT_BSTR, date.vt);
-    EXPECT_NE(L"", text.Text());
+    EXPECT_EQ(tag.vt, VT_BYREF | VT_I2);
+    EXPECT_EQ(small, 8);
+    EXPECT_EQ(date.vt, VT_BYREF | VT_BSTR);
+    EXPECT_NE(text.Text(), L"");
 }
 
 TEST_F(ChangingTimerVariables, MissingOnesReceiveWhatTheMemberGives) {
@@ -89,10 +89,10 @@ TEST_F(ChangingTimerVariables, MissingOnesReceiveWhatTheMemberGives) {
     };
     Connect(sink);
 
-    ASSERT_EQ(Hex(S_OK), Hex(Force(tag, date).status));
+    ASSERT_EQ(Hex(Force(tag, date).status), Hex(S_OK));
 
-    EXPECT_EQ(VT_ERROR, tag.vt) << "nothing was given";
-    EXPECT_EQ(VT_DATE, date.vt);
+    EXPECT_EQ(tag.vt, VT_ERROR) << "nothing was given";
+    EXPECT_EQ(date.vt, VT_DATE);
 }
 
 /// Controls in memory, and a form whose notifications change the variables of the running call.
@@ -126,14 +126,15 @@ protected:
     ComPtr<IDispatch> NewView() {
         ComPtr<IDispatch> view = Create(L"KWOMonthView");
         const Var missing = Var::Missing();
-        EXPECT_EQ(VARIANT_TRUE, Call(view.Get(), L"Create",
-                                     {static_cast<IDispatch*>(&mBox), Var::Date(46347), missing, true, missing, true})
-                                    .result.boolVal);
+        EXPECT_EQ(Call(view.Get(), L"Create",
+                       {static_cast<IDispatch*>(&mBox), Var::Date(46347), missing, true, missing, true})
+                      .result.boolVal,
+                  VARIANT_TRUE);
         return view;
     }
     ComPtr<IDispatch> NewButton() {
         ComPtr<IDispatch> button = Create(L"KWOPicBtn");
-        EXPECT_EQ(Hex(S_OK), Hex(Call(button.Get(), L"Create", {static_cast<IDispatch*>(&mBox), L"&Save"}).status));
+        EXPECT_EQ(Hex(Call(button.Get(), L"Create", {static_cast<IDispatch*>(&mBox), L"&Save"}).status), Hex(S_OK));
         return button;
     }
 
@@ -148,12 +149,12 @@ TEST_F(ChangingControlVariables, TheCalendarsUsedKeyIsZero) {
     Var code(SHORT{13});
     Var shift(SHORT{0});
 
-    EXPECT_EQ(Hex(S_OK), Hex(CallChanging(view.Get(), L"KeyDown", {&code, &shift}).status));
+    EXPECT_EQ(Hex(CallChanging(view.Get(), L"KeyDown", {&code, &shift}).status), Hex(S_OK));
 
-    EXPECT_EQ(1, mChanges);
-    EXPECT_EQ(VT_I2, code.vt);
-    EXPECT_EQ(0, code.iVal);
-    EXPECT_EQ(kText, shift.Text());
+    EXPECT_EQ(mChanges, 1);
+    EXPECT_EQ(code.vt, VT_I2);
+    EXPECT_EQ(code.iVal, 0);
+    EXPECT_EQ(shift.Text(), kText);
 }
 
 TEST_F(ChangingControlVariables, TheCalendarsFocusDateIsTheOneTaken) {
@@ -165,12 +166,12 @@ TEST_F(ChangingControlVariables, TheCalendarsFocusDateIsTheOneTaken) {
         return S_OK;
     });
 
-    EXPECT_EQ(VARIANT_TRUE, CallChanging(view.Get(), L"Create", {&box, &focus}).result.boolVal);
+    EXPECT_EQ(CallChanging(view.Get(), L"Create", {&box, &focus}).result.boolVal, VARIANT_TRUE);
 
     EXPECT_LE(1, mChanges);
-    EXPECT_EQ(VT_DATE, focus.vt);
-    EXPECT_EQ(46347.0, focus.date);
-    EXPECT_EQ(kText, box.Text());
+    EXPECT_EQ(focus.vt, VT_DATE);
+    EXPECT_EQ(focus.date, 46347.0);
+    EXPECT_EQ(box.Text(), kText);
 }
 
 TEST_F(ChangingControlVariables, OtherMembersOfTheCalendarLeaveThemAlone) {
@@ -192,7 +193,7 @@ TEST_F(ChangingControlVariables, OtherMembersOfTheCalendarLeaveThemAlone) {
         std::vector<Var*> variables;
         for (Var& value : values)
             variables.push_back(&value);
-        EXPECT_EQ(Hex(S_OK), Hex(CallChanging(view.Get(), row.member, variables).status)) << Narrow(row.member);
+        EXPECT_EQ(Hex(CallChanging(view.Get(), row.member, variables).status), Hex(S_OK)) << Narrow(row.member);
         for (std::size_t at = 0; at < values.size(); ++at)
             EXPECT_TRUE(values[at].vt == VT_BSTR || values[at].vt == row.values[at].vt) << Narrow(row.member);
     }
@@ -203,19 +204,19 @@ TEST_F(ChangingControlVariables, TheButtonsUsedKeysAreZero) {
     const ComPtr<IDispatch> button = NewButton();
     Var code(SHORT{13});
     Var shift(SHORT{0});
-    EXPECT_EQ(Hex(S_OK), Hex(CallChanging(button.Get(), L"KeyDown", {&code, &shift}).status));
-    EXPECT_EQ(1, mChanges);
-    EXPECT_EQ(VT_I2, code.vt);
-    EXPECT_EQ(0, code.iVal);
+    EXPECT_EQ(Hex(CallChanging(button.Get(), L"KeyDown", {&code, &shift}).status), Hex(S_OK));
+    EXPECT_EQ(mChanges, 1);
+    EXPECT_EQ(code.vt, VT_I2);
+    EXPECT_EQ(code.iVal, 0);
 
     code = Var(SHORT{'S'});
     shift = Var(SHORT{4});
-    EXPECT_EQ(VARIANT_TRUE, CallChanging(button.Get(), L"Form_KeyDown", {&code, &shift}).result.boolVal);
-    EXPECT_EQ(2, mChanges);
-    EXPECT_EQ(VT_I2, code.vt);
-    EXPECT_EQ(0, code.iVal);
-    EXPECT_EQ(VT_I2, shift.vt);
-    EXPECT_EQ(0, shift.iVal);
+    EXPECT_EQ(CallChanging(button.Get(), L"Form_KeyDown", {&code, &shift}).result.boolVal, VARIANT_TRUE);
+    EXPECT_EQ(mChanges, 2);
+    EXPECT_EQ(code.vt, VT_I2);
+    EXPECT_EQ(code.iVal, 0);
+    EXPECT_EQ(shift.vt, VT_I2);
+    EXPECT_EQ(shift.iVal, 0);
 }
 
 TEST_F(ChangingControlVariables, TheButtonsClickLeavesThemAlone) {
@@ -225,10 +226,10 @@ TEST_F(ChangingControlVariables, TheButtonsClickLeavesThemAlone) {
         Var shift(SHORT{0});
         Var x(300.0F);
         Var y(150.0F);
-        EXPECT_EQ(Hex(S_OK), Hex(CallChanging(button.Get(), member, {&pressed, &shift, &x, &y}).status));
+        EXPECT_EQ(Hex(CallChanging(button.Get(), member, {&pressed, &shift, &x, &y}).status), Hex(S_OK));
         EXPECT_TRUE(x.vt == VT_R4 || x.Text() == kText);
     }
-    EXPECT_EQ(1, mChanges);
+    EXPECT_EQ(mChanges, 1);
 }
 
 /// Has a default value, and code that runs when it is asked for it.
@@ -263,11 +264,11 @@ TEST_F(ChangingRegistryVariables, AreReadBeforeALaterArgumentRunsTheCallersCode)
     const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValue",
                                  {Var::Ref(&root), Var::Ref(&key), static_cast<IDispatch*>(&name), Var::Ref(&value)});
 
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
     EXPECT_LE(1, name.calls);
-    EXPECT_EQ(L"hello", value.Text());
-    EXPECT_EQ(kText, root.Text());
-    EXPECT_EQ(5, key.lVal);
+    EXPECT_EQ(value.Text(), L"hello");
+    EXPECT_EQ(root.Text(), kText);
+    EXPECT_EQ(key.lVal, 5);
 }
 
 TEST_F(ChangingRegistryVariables, ReceiveTheTextReadWhateverTheyHoldByThen) {
@@ -281,24 +282,24 @@ TEST_F(ChangingRegistryVariables, ReceiveTheTextReadWhateverTheyHoldByThen) {
         CallNamed(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser},
                   {{L"KeyName", static_cast<IDispatch*>(&key)}, {L"ValueName", L"word"}, {L"Value", Var::Ref(&value)}});
 
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(L"hello", value.Text());
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(value.Text(), L"hello");
 }
 
 TEST(ChangingDirectoryVariables, AMissingOneIsFilledWithFalse) {
     const ComPtr<IDispatch> utility = Create(L"KWOUtility");
     for (const wchar_t* const member : {L"KWO_SystemDir", L"KWO_WindowsDir"}) {
         Var missing = Var::Missing();
-        EXPECT_EQ(Hex(S_OK), Hex(Call(utility.Get(), member, {Var::Ref(&missing)}).status));
-        EXPECT_EQ(VT_BOOL, missing.vt);
-        EXPECT_EQ(VARIANT_FALSE, missing.boolVal);
+        EXPECT_EQ(Hex(Call(utility.Get(), member, {Var::Ref(&missing)}).status), Hex(S_OK));
+        EXPECT_EQ(missing.vt, VT_BOOL);
+        EXPECT_EQ(missing.boolVal, VARIANT_FALSE);
 
         Var inner = Var::Missing();
         Var outer;
         static_cast<VARIANT&>(outer) = Var::Ref(&inner);
-        EXPECT_EQ(Hex(S_OK), Hex(Call(utility.Get(), member, {Var::Ref(&outer)}).status));
-        EXPECT_EQ(VT_BYREF | VT_VARIANT, outer.vt);
-        EXPECT_EQ(VT_BOOL, inner.vt) << "the variable that is referred to";
+        EXPECT_EQ(Hex(Call(utility.Get(), member, {Var::Ref(&outer)}).status), Hex(S_OK));
+        EXPECT_EQ(outer.vt, VT_BYREF | VT_VARIANT);
+        EXPECT_EQ(inner.vt, VT_BOOL) << "the variable that is referred to";
     }
 }
 

@@ -38,39 +38,39 @@ TEST_P(EveryClass, EachCreationMakesAnotherObject) {
     const ComPtr<IDispatch> first = Create(GetParam());
     const ComPtr<IDispatch> second = Create(GetParam());
 
-    EXPECT_NE(first.Get(), second.Get());
+    EXPECT_NE(second.Get(), first.Get());
 }
 
 TEST_P(EveryClass, RefusesAggregation) {
     Probe outer;
     ComPtr<IUnknown> inner;
 
-    EXPECT_EQ(Hex(CLASS_E_NOAGGREGATION),
-              Hex(CoCreateInstance(ClassId(GetParam()), &outer, CLSCTX_INPROC_SERVER, IID_IUnknown, inner.OutVoid())));
+    EXPECT_EQ(Hex(CoCreateInstance(ClassId(GetParam()), &outer, CLSCTX_INPROC_SERVER, IID_IUnknown, inner.OutVoid())),
+              Hex(CLASS_E_NOAGGREGATION));
     EXPECT_FALSE(inner);
-    EXPECT_EQ(0u, outer.references);
+    EXPECT_EQ(outer.references, 0u);
 }
 
 TEST_P(EveryClass, CreationForAnUnknownInterfaceLeavesNull) {
     void* object = this;
 
-    EXPECT_EQ(Hex(E_NOINTERFACE),
-              Hex(CoCreateInstance(ClassId(GetParam()), nullptr, CLSCTX_INPROC_SERVER, kNobodysInterface, &object)));
-    EXPECT_EQ(nullptr, object);
+    EXPECT_EQ(Hex(CoCreateInstance(ClassId(GetParam()), nullptr, CLSCTX_INPROC_SERVER, kNobodysInterface, &object)),
+              Hex(E_NOINTERFACE));
+    EXPECT_EQ(object, nullptr);
 }
 
 TEST_P(EveryClass, ClassObjectChecksItsOutPointers) {
     Library library;
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassId(GetParam()), IID_IClassFactory, factory.OutVoid())));
+    ASSERT_EQ(Hex(library.GetClassObject(ClassId(GetParam()), IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
 
-    EXPECT_EQ(Hex(E_POINTER), Hex(factory->CreateInstance(nullptr, IID_IUnknown, nullptr)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(factory->QueryInterface(IID_IUnknown, nullptr)));
+    EXPECT_EQ(Hex(factory->CreateInstance(nullptr, IID_IUnknown, nullptr)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(factory->QueryInterface(IID_IUnknown, nullptr)), Hex(E_POINTER));
     const HRESULT nullClassObject = library.GetClassObject(ClassId(GetParam()), IID_IClassFactory, nullptr);
     EXPECT_TRUE(nullClassObject == E_POINTER || nullClassObject == E_INVALIDARG) << Hex(nullClassObject);
     void* other = this;
-    EXPECT_EQ(Hex(E_NOINTERFACE), Hex(library.GetClassObject(ClassId(GetParam()), kNobodysInterface, &other)));
-    EXPECT_EQ(nullptr, other);
+    EXPECT_EQ(Hex(library.GetClassObject(ClassId(GetParam()), kNobodysInterface, &other)), Hex(E_NOINTERFACE));
+    EXPECT_EQ(other, nullptr);
 }
 
 TEST_P(EveryClass, HasItsDefaultInterface) {
@@ -86,8 +86,8 @@ TEST_P(EveryClass, HasNoOtherClassesInterface) {
     for (const std::wstring& other : ClassNames()) {
         if (other == GetParam()) continue;
         void* foreign = this;
-        EXPECT_EQ(Hex(E_NOINTERFACE), Hex(object->QueryInterface(IdentifierOf(L"_" + other), &foreign)));
-        EXPECT_EQ(nullptr, foreign) << Narrow(other);
+        EXPECT_EQ(Hex(object->QueryInterface(IdentifierOf(L"_" + other), &foreign)), Hex(E_NOINTERFACE));
+        EXPECT_EQ(foreign, nullptr) << Narrow(other);
     }
 }
 
@@ -95,8 +95,8 @@ TEST_P(EveryClass, OnlyTheTimerRaisesEvents) {
     const ComPtr<IDispatch> object = Create(GetParam());
     ASSERT_TRUE(object);
 
-    EXPECT_EQ(GetParam() == L"KWOTimer",
-              static_cast<bool>(As<IConnectionPointContainer>(object.Get(), IID_IConnectionPointContainer)));
+    EXPECT_EQ(static_cast<bool>(As<IConnectionPointContainer>(object.Get(), IID_IConnectionPointContainer)),
+              GetParam() == L"KWOTimer");
 }
 
 TEST_P(EveryClass, QueryInterfaceKeepsTheIdentityRules) {
@@ -110,7 +110,7 @@ TEST_P(EveryClass, QueryInterfaceKeepsTheIdentityRules) {
     for (const GUID& from : interfaces) {
         const ComPtr<IUnknown> one = As<IUnknown>(object.Get(), from);
         ASSERT_TRUE(one);
-        EXPECT_EQ(identity.Get(), As<IUnknown>(one.Get(), IID_IUnknown).Get());
+        EXPECT_EQ(As<IUnknown>(one.Get(), IID_IUnknown).Get(), identity.Get());
         // From every interface every interface can be reached, itself too.
         for (const GUID& to : interfaces)
             EXPECT_TRUE(As<IUnknown>(one.Get(), to));
@@ -122,19 +122,19 @@ TEST_P(EveryClass, QueryInterfaceChecksItsArguments) {
     ASSERT_TRUE(object);
     void* other = this;
 
-    EXPECT_EQ(Hex(E_POINTER), Hex(object->QueryInterface(IID_IUnknown, nullptr)));
-    EXPECT_EQ(Hex(E_NOINTERFACE), Hex(object->QueryInterface(kNobodysInterface, &other)));
-    EXPECT_EQ(nullptr, other);
-    EXPECT_EQ(Hex(E_NOINTERFACE), Hex(object->QueryInterface(GUID_NULL, &other)));
+    EXPECT_EQ(Hex(object->QueryInterface(IID_IUnknown, nullptr)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(object->QueryInterface(kNobodysInterface, &other)), Hex(E_NOINTERFACE));
+    EXPECT_EQ(other, nullptr);
+    EXPECT_EQ(Hex(object->QueryInterface(GUID_NULL, &other)), Hex(E_NOINTERFACE));
 }
 
 TEST_P(EveryClass, CountsItsReferences) {
     ComPtr<IDispatch> object = Create(GetParam());
     ASSERT_TRUE(object);
 
-    EXPECT_EQ(2u, object->AddRef());
-    EXPECT_EQ(1u, object->Release());
-    EXPECT_EQ(0u, object.Reset());
+    EXPECT_EQ(object->AddRef(), 2u);
+    EXPECT_EQ(object->Release(), 1u);
+    EXPECT_EQ(object.Reset(), 0u);
 }
 
 TEST_P(EveryClass, SupportsErrorInformationOnItsDefaultInterfaceOnly) {
@@ -143,8 +143,8 @@ TEST_P(EveryClass, SupportsErrorInformationOnItsDefaultInterfaceOnly) {
     const ComPtr<ISupportErrorInfo> support = As<ISupportErrorInfo>(object.Get(), IID_ISupportErrorInfo);
     ASSERT_TRUE(support);
 
-    EXPECT_EQ(Hex(S_OK), Hex(support->InterfaceSupportsErrorInfo(IdentifierOf(L"_" + GetParam()))));
-    EXPECT_EQ(Hex(S_FALSE), Hex(support->InterfaceSupportsErrorInfo(kNobodysInterface)));
+    EXPECT_EQ(Hex(support->InterfaceSupportsErrorInfo(IdentifierOf(L"_" + GetParam()))), Hex(S_OK));
+    EXPECT_EQ(Hex(support->InterfaceSupportsErrorInfo(kNobodysInterface)), Hex(S_FALSE));
 }
 
 TEST_P(EveryClass, ProvidesTheDescriptionOfItsClass) {
@@ -154,10 +154,10 @@ TEST_P(EveryClass, ProvidesTheDescriptionOfItsClass) {
     ASSERT_TRUE(provider);
     ComPtr<ITypeInfo> info;
 
-    ASSERT_EQ(Hex(S_OK), Hex(provider->GetClassInfo(info.Out())));
-    EXPECT_EQ(Narrow(GetParam()), NameOf(info.Get()));
-    EXPECT_EQ(TKIND_COCLASS, TypeAttributes(*info)->typekind);
-    EXPECT_EQ(Hex(E_POINTER), Hex(provider->GetClassInfo(nullptr)));
+    ASSERT_EQ(Hex(provider->GetClassInfo(info.Out())), Hex(S_OK));
+    EXPECT_EQ(NameOf(info.Get()), Narrow(GetParam()));
+    EXPECT_EQ(TypeAttributes(*info)->typekind, TKIND_COCLASS);
+    EXPECT_EQ(Hex(provider->GetClassInfo(nullptr)), Hex(E_POINTER));
 }
 
 TEST_P(EveryClass, GivesTheIdentifierOfItsEventInterface) {
@@ -169,15 +169,15 @@ TEST_P(EveryClass, GivesTheIdentifierOfItsEventInterface) {
 
     const HRESULT status = provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &identifier);
     if (GetParam() == L"KWOTimer") {
-        EXPECT_EQ(Hex(S_OK), Hex(status));
+        EXPECT_EQ(Hex(status), Hex(S_OK));
         EXPECT_TRUE(IdentifierOf(L"__KWOTimer") == identifier);
     } else {
         EXPECT_TRUE(FAILED(status)) << Hex(status);
         EXPECT_TRUE(GUID_NULL == identifier);
     }
-    EXPECT_EQ(Hex(E_INVALIDARG), Hex(provider->GetGUID(2, &identifier)));
-    EXPECT_EQ(Hex(E_INVALIDARG), Hex(provider->GetGUID(0, &identifier)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr)));
+    EXPECT_EQ(Hex(provider->GetGUID(2, &identifier)), Hex(E_INVALIDARG));
+    EXPECT_EQ(Hex(provider->GetGUID(0, &identifier)), Hex(E_INVALIDARG));
+    EXPECT_EQ(Hex(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr)), Hex(E_POINTER));
 }
 
 TEST_P(EveryClass, HasOneTypeInformation) {
@@ -186,10 +186,10 @@ TEST_P(EveryClass, HasOneTypeInformation) {
     UINT count = 0;
     ComPtr<ITypeInfo> info;
 
-    EXPECT_EQ(Hex(S_OK), Hex(object->GetTypeInfoCount(&count)));
-    EXPECT_EQ(1u, count);
-    ASSERT_EQ(Hex(S_OK), Hex(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Out())));
-    EXPECT_EQ(Narrow(L"_" + GetParam()), NameOf(info.Get()));
+    EXPECT_EQ(Hex(object->GetTypeInfoCount(&count)), Hex(S_OK));
+    EXPECT_EQ(count, 1u);
+    ASSERT_EQ(Hex(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Out())), Hex(S_OK));
+    EXPECT_EQ(NameOf(info.Get()), Narrow(L"_" + GetParam()));
 }
 
 TEST_P(EveryClass, RefusesOtherTypeInformationIndexesAndNullPointers) {
@@ -197,20 +197,20 @@ TEST_P(EveryClass, RefusesOtherTypeInformationIndexesAndNullPointers) {
     ASSERT_TRUE(object);
     for (const UINT index : {1u, 2u, 0xFFFFFFFFu}) {
         ITypeInfo* info = reinterpret_cast<ITypeInfo*>(this);
-        EXPECT_EQ(Hex(DISP_E_BADINDEX), Hex(object->GetTypeInfo(index, LOCALE_USER_DEFAULT, &info))) << index;
-        EXPECT_EQ(nullptr, info);
+        EXPECT_EQ(Hex(object->GetTypeInfo(index, LOCALE_USER_DEFAULT, &info)), Hex(DISP_E_BADINDEX)) << index;
+        EXPECT_EQ(info, nullptr);
     }
-    EXPECT_EQ(Hex(E_POINTER), Hex(object->GetTypeInfoCount(nullptr)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr)));
+    EXPECT_EQ(Hex(object->GetTypeInfoCount(nullptr)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr)), Hex(E_POINTER));
 }
 
 TEST(ClassObjects, UnknownClassIsNotAvailable) {
     Library library;
     void* object = &library;
 
-    EXPECT_EQ(Hex(CLASS_E_CLASSNOTAVAILABLE),
-              Hex(library.GetClassObject(kNobodysInterface, IID_IClassFactory, &object)));
-    EXPECT_EQ(nullptr, object);
+    EXPECT_EQ(Hex(library.GetClassObject(kNobodysInterface, IID_IClassFactory, &object)),
+              Hex(CLASS_E_CLASSNOTAVAILABLE));
+    EXPECT_EQ(object, nullptr);
 }
 
 TEST(ClassObjects, NoFurtherNameOfTheLibraryIsAClass) {

@@ -85,10 +85,10 @@ ComPtr<IDispatch> Create(const std::wstring& className) {
     ComPtr<IDispatch> object;
     CLSID id = {};
     const HRESULT known = CLSIDFromProgID((L"KWOUtil." + className).c_str(), &id);
-    EXPECT_EQ(Hex(S_OK), Hex(known)) << "KWOUtil." << Narrow(className);
+    EXPECT_EQ(Hex(known), Hex(S_OK)) << "KWOUtil." << Narrow(className);
     if (FAILED(known)) return object;
     const HRESULT made = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid());
-    EXPECT_EQ(Hex(S_OK), Hex(made)) << "KWOUtil." << Narrow(className);
+    EXPECT_EQ(Hex(made), Hex(S_OK)) << "KWOUtil." << Narrow(className);
     return object;
 }
 

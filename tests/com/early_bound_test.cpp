@@ -24,7 +24,7 @@ protected:
         const ComPtr<ITypeLib> library = TypeLibraryOfTheDll();
         const ComPtr<ITypeInfo> info = TypeInfoOf(library.Get(), L"_KWORegistry");
         ASSERT_TRUE(info);
-        ASSERT_EQ(Hex(S_OK), Hex(mRegistry->QueryInterface(TypeAttributes(*info)->guid, mSlots.OutVoid())));
+        ASSERT_EQ(Hex(mRegistry->QueryInterface(TypeAttributes(*info)->guid, mSlots.OutVoid())), Hex(S_OK));
         TakeErrorObject();
     }
 
@@ -37,33 +37,33 @@ protected:
 };
 
 TEST_F(EarlyBoundRegistry, SetsAndGetsAValue) {
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), mValue.InOut(), &mStatus)));
-    EXPECT_EQ(ERROR_SUCCESS, mStatus);
+    ASSERT_EQ(Hex(mSlots->SetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), mValue.InOut(), &mStatus)), Hex(S_OK));
+    EXPECT_EQ(mStatus, ERROR_SUCCESS);
     Bstr read(L"before");
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), read.InOut(), &mStatus)));
-    EXPECT_EQ(ERROR_SUCCESS, mStatus);
-    EXPECT_EQ(L"value", read.Text());
-    EXPECT_EQ(kCurrentUser, mRoot);
-    EXPECT_EQ(kSandbox, mKeyName.Text());
-    EXPECT_EQ(L"name", mValueName.Text());
+    ASSERT_EQ(Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), read.InOut(), &mStatus)), Hex(S_OK));
+    EXPECT_EQ(mStatus, ERROR_SUCCESS);
+    EXPECT_EQ(read.Text(), L"value");
+    EXPECT_EQ(mRoot, kCurrentUser);
+    EXPECT_EQ(mKeyName.Text(), kSandbox);
+    EXPECT_EQ(mValueName.Text(), L"name");
 }
 
 TEST_F(EarlyBoundRegistry, CreatesReadsAndDeletes) {
     LONG handle = 0;
     LONG root = Handle();
     Bstr below(L"below");
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->CreateKey(&root, below.InOut(), &handle)));
-    ASSERT_NE(0, handle);
+    ASSERT_EQ(Hex(mSlots->CreateKey(&root, below.InOut(), &handle)), Hex(S_OK));
+    ASSERT_NE(handle, 0);
     RegSetValueExW(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(handle)), L"name", 0, REG_SZ,
                    reinterpret_cast<const BYTE*>(L"text"), 10);
     Var result;
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValueEx(&handle, mValueName.InOut(), Var(L"default"), &result)));
-    EXPECT_EQ(L"text", result.Text());
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->DeleteValue(&root, below.InOut(), mValueName.InOut(), &mStatus)));
-    EXPECT_EQ(ERROR_SUCCESS, mStatus);
+    ASSERT_EQ(Hex(mSlots->GetValueEx(&handle, mValueName.InOut(), Var(L"default"), &result)), Hex(S_OK));
+    EXPECT_EQ(result.Text(), L"text");
+    ASSERT_EQ(Hex(mSlots->DeleteValue(&root, below.InOut(), mValueName.InOut(), &mStatus)), Hex(S_OK));
+    EXPECT_EQ(mStatus, ERROR_SUCCESS);
     RegCloseKey(reinterpret_cast<HKEY>(static_cast<std::intptr_t>(handle)));
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->DeleteKey(&root, below.InOut(), &mStatus)));
-    EXPECT_EQ(ERROR_SUCCESS, mStatus);
+    ASSERT_EQ(Hex(mSlots->DeleteKey(&root, below.InOut(), &mStatus)), Hex(S_OK));
+    EXPECT_EQ(mStatus, ERROR_SUCCESS);
     EXPECT_FALSE(KeyExists(L"below"));
 }
 
@@ -72,21 +72,21 @@ TEST_F(EarlyBoundRegistry, ANullStringIsAnEmptyString) {
     Bstr read;
     PutText(L"", L"own");
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), null.InOut(), read.InOut(), &mStatus)));
-    EXPECT_EQ(L"own", read.Text());
+    ASSERT_EQ(Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), null.InOut(), read.InOut(), &mStatus)), Hex(S_OK));
+    EXPECT_EQ(read.Text(), L"own");
 }
 
 TEST_F(EarlyBoundRegistry, AFailedReadReplacesTheOutputByEmptyText) {
     Bstr read(L"before");
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), read.InOut(), &mStatus)));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, mStatus);
-    EXPECT_EQ(L"", read.Text());
+    ASSERT_EQ(Hex(mSlots->GetValue(&mRoot, mKeyName.InOut(), mValueName.InOut(), read.InOut(), &mStatus)), Hex(S_OK));
+    EXPECT_EQ(mStatus, ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(read.Text(), L"");
 }
 
 TEST_F(EarlyBoundRegistry, EveryNullPointerIsAnErrorWithADescription) {
     PutText(L"kept", L"kept");
-    ASSERT_EQ(Hex(S_OK), Hex(Call(mRegistry.Get(), L"KWO_RegSetValue", {Handle(), L"child", L"n", L"v"}).status));
+    ASSERT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegSetValue", {Handle(), L"child", L"n", L"v"}).status), Hex(S_OK));
     Bstr child(std::wstring(kSandbox) + L"\\child");
     Bstr none(std::wstring(kSandbox) + L"\\none");
     Bstr kept(L"kept");
@@ -99,11 +99,11 @@ TEST_F(EarlyBoundRegistry, EveryNullPointerIsAnErrorWithADescription) {
     const Var fallback(1);
     RegistrySlots* const slots = mSlots.Get();
     const auto refused = [](HRESULT outcome, int row) {
-        EXPECT_EQ(Hex(E_POINTER), Hex(outcome)) << row;
+        EXPECT_EQ(Hex(outcome), Hex(E_POINTER)) << row;
         const ErrorObject error = TakeErrorObject();
         EXPECT_TRUE(error.present) << row;
-        EXPECT_NE(L"", error.description) << row;
-        EXPECT_NE(L"", error.source) << row;
+        EXPECT_NE(error.description, L"") << row;
+        EXPECT_NE(error.source, L"") << row;
     };
 
     refused(slots->GetValueEx(nullptr, name, fallback, &result), 1);
@@ -133,9 +133,9 @@ TEST_F(EarlyBoundRegistry, EveryNullPointerIsAnErrorWithADescription) {
     // Nothing may be done before all pointers are known to be good.
     EXPECT_TRUE(KeyExists(L"child"));
     EXPECT_FALSE(KeyExists(L"none"));
-    EXPECT_NE("", StoredBytes(L"kept"));
-    EXPECT_EQ("", StoredBytes(L"name"));
-    EXPECT_EQ(L"value", mValue.Text());
+    EXPECT_NE(StoredBytes(L"kept"), "");
+    EXPECT_EQ(StoredBytes(L"name"), "");
+    EXPECT_EQ(mValue.Text(), L"value");
 }
 
 TEST_F(EarlyBoundRegistry, ASuccessLeavesNoErrorObject) {
@@ -151,8 +151,8 @@ TEST_F(EarlyBoundRegistry, AFallbackByReferenceIsLookedThrough) {
     Var result;
     LONG handle = Handle();
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->GetValueEx(&handle, mValueName.InOut(), Var::Ref(&fallback), &result)));
-    EXPECT_EQ(L"default", result.Text());
+    ASSERT_EQ(Hex(mSlots->GetValueEx(&handle, mValueName.InOut(), Var::Ref(&fallback), &result)), Hex(S_OK));
+    EXPECT_EQ(result.Text(), L"default");
 }
 
 /// Arguments for one early-bound call described by the type library: storage for every parameter.
@@ -240,12 +240,12 @@ TEST_P(EveryClassEarlyBound, NullForARequiredArgumentOrResultIsAnError) {
             const HRESULT status = call.Run(mObject.Get());
             const ErrorObject error = TakeErrorObject();
             if (HasEmptyMembers(GetParam())) {
-                EXPECT_EQ(Hex(S_OK), Hex(status)) << Name(f);
+                EXPECT_EQ(Hex(status), Hex(S_OK)) << Name(f);
                 continue;
             }
-            EXPECT_EQ(Hex(E_POINTER), Hex(status)) << Name(f) << " argument " << i;
-            EXPECT_NE(L"", error.description) << Name(f) << " argument " << i;
-            EXPECT_NE(L"", error.source) << Name(f) << " argument " << i;
+            EXPECT_EQ(Hex(status), Hex(E_POINTER)) << Name(f) << " argument " << i;
+            EXPECT_NE(error.description, L"") << Name(f) << " argument " << i;
+            EXPECT_NE(error.source, L"") << Name(f) << " argument " << i;
         }
     }
 }

@@ -26,7 +26,7 @@ struct Subject {
 
 CLSID ClassIdIn(const std::wstring& path, const wchar_t* name) {
     ComPtr<ITypeLib> library;
-    EXPECT_EQ(Hex(S_OK), Hex(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Out())));
+    EXPECT_EQ(Hex(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Out())), Hex(S_OK));
     CLSID found = {};
     for (UINT at = 0; library && at < library->GetTypeInfoCount(); ++at) {
         ComPtr<ITypeInfo> info;
@@ -40,14 +40,14 @@ CLSID ClassIdIn(const std::wstring& path, const wchar_t* name) {
 }
 
 void RaiseAndForget(IDispatch* object, const wchar_t* member, const std::vector<Var>& arguments) {
-    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(Call(object, member, arguments).status));
+    EXPECT_EQ(Hex(Call(object, member, arguments).status), Hex(DISP_E_EXCEPTION));
     SetErrorInfo(0, nullptr);
 }
 
 Subject Timer() {
     return {DllPath(), ClassIdIn(DllPath(), L"KWOTimer"), [](IDispatch* timer) {
-                EXPECT_EQ(Hex(S_OK), Hex(Call(timer, L"AddRelativeAlarm", {60'000, 1}).status));
-                EXPECT_EQ(Hex(S_OK), Hex(Call(timer, L"CancelTimers").status));
+                EXPECT_EQ(Hex(Call(timer, L"AddRelativeAlarm", {60'000, 1}).status), Hex(S_OK));
+                EXPECT_EQ(Hex(Call(timer, L"CancelTimers").status), Hex(S_OK));
                 RaiseAndForget(timer, L"AddAlarm", {Var::Date(1e300), 7});
             }};
 }
@@ -66,10 +66,10 @@ Subject Companion() {
 
 Subject Dictionary() {
     CLSID id = {};
-    EXPECT_EQ(Hex(S_OK), Hex(CLSIDFromProgID(L"Scripting.Dictionary", &id)));
+    EXPECT_EQ(Hex(CLSIDFromProgID(L"Scripting.Dictionary", &id)), Hex(S_OK));
     return {L"scrrun.dll", id, [](IDispatch* object) {
-                EXPECT_EQ(Hex(S_OK), Hex(Call(object, L"Add", {L"key", 1}).status));
-                EXPECT_NE(Hex(S_OK), Hex(Call(object, L"Add", {L"key", 1}).status));
+                EXPECT_EQ(Hex(Call(object, L"Add", {L"key", 1}).status), Hex(S_OK));
+                EXPECT_NE(Hex(Call(object, L"Add", {L"key", 1}).status), Hex(S_OK));
                 SetErrorInfo(0, nullptr);
             }};
 }
@@ -80,21 +80,21 @@ ComPtr<IDispatch> Make(HMODULE module, REFCLSID id) {
         reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
     ComPtr<IClassFactory> factory;
     ComPtr<IDispatch> object;
-    EXPECT_EQ(Hex(S_OK), Hex(getClassObject(id, IID_IClassFactory, factory.OutVoid())));
-    EXPECT_EQ(Hex(S_OK), Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())));
+    EXPECT_EQ(Hex(getClassObject(id, IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+    EXPECT_EQ(Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())), Hex(S_OK));
     return object;
 }
 
 /// Load, create, call, raise an error, release, unload.
 void LoadAndUse(const Subject& subject) {
     const HMODULE module = LoadLibraryW(subject.path.c_str());
-    ASSERT_NE(nullptr, module);
+    ASSERT_NE(module, nullptr);
     {
         const ComPtr<IDispatch> object = Make(module, subject.classId);
         subject.use(object.Get());
     }
     FreeLibrary(module);
-    ASSERT_EQ(nullptr, GetModuleHandleW(subject.path.c_str()));
+    ASSERT_EQ(GetModuleHandleW(subject.path.c_str()), nullptr);
 }
 
 /// A thread of a host's that has an apartment of its own, does its work and ends.

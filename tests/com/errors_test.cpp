@@ -10,10 +10,10 @@ TEST(Errors, AMemberThatFailsSaysSoWithItsNameAsTheSource) {
 
     const Outcome outcome = Set(timer.Get(), L"TimerEvents", registry.Get());
 
-    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
-    EXPECT_EQ("0x800A000D", Hex(outcome.scode));
-    EXPECT_EQ("KWOTimer.TimerEvents (Set)", Narrow(outcome.source));
-    EXPECT_EQ("Type mismatch", Narrow(outcome.description));
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION));
+    EXPECT_EQ(Hex(outcome.scode), "0x800A000D");
+    EXPECT_EQ(Narrow(outcome.source), "KWOTimer.TimerEvents (Set)");
+    EXPECT_EQ(Narrow(outcome.description), "Type mismatch");
 }
 
 TEST(Errors, ALateBoundErrorLeavesNoErrorObjectForTheNextCaller) {
@@ -22,7 +22,7 @@ TEST(Errors, ALateBoundErrorLeavesNoErrorObjectForTheNextCaller) {
     Call(registry.Get(), L"KWO_RegDeleteKey", {L"no number", L"x"});
     TakeErrorObject();
 
-    EXPECT_EQ(Hex(S_OK), Hex(Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
+    EXPECT_EQ(Hex(Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status), Hex(S_OK));
     EXPECT_FALSE(TakeErrorObject().present);
 }
 

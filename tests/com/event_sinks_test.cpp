@@ -11,20 +11,20 @@ protected:
     HRESULT Advise(IUnknown* sink) {
         DWORD cookie = 99;
         const HRESULT status = Point()->Advise(sink, &cookie);
-        EXPECT_EQ(SUCCEEDED(status), cookie != 0);
+        EXPECT_EQ(cookie != 0, SUCCEEDED(status));
         return status;
     }
 };
 
 TEST_F(EventSinks, ObjectsThatHaveNeitherEventAreRefused) {
     Probe deaf;
-    EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Advise(&deaf)));
-    EXPECT_EQ(0u, deaf.references);
+    EXPECT_EQ(Hex(Advise(&deaf)), Hex(CONNECT_E_CANNOTCONNECT));
+    EXPECT_EQ(deaf.references, 0u);
     const ComPtr<IDispatch> registry = Create(L"KWORegistry");
-    EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Advise(registry.Get())));
+    EXPECT_EQ(Hex(Advise(registry.Get())), Hex(CONNECT_E_CANNOTCONNECT));
     Sink& other = NewSink();
     other.member = L"Elapsed";
-    EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Advise(&other)));
+    EXPECT_EQ(Hex(Advise(&other)), Hex(CONNECT_E_CANNOTCONNECT));
 }
 
 TEST_F(EventSinks, LateBoundObjectsAreCalledByTheirOwnIdentifiersOfTheEventsTheyHave) {
@@ -35,11 +35,11 @@ TEST_F(EventSinks, LateBoundObjectsAreCalledByTheirOwnIdentifiersOfTheEventsThey
         ids.push_back(id);
         return S_OK;
     };
-    ASSERT_EQ(Hex(S_OK), Hex(Advise(&listener)));
+    ASSERT_EQ(Hex(Advise(&listener)), Hex(S_OK));
 
-    EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status));
-    EXPECT_EQ(Hex(S_OK), Hex(Force(kAlarmEvent, 3).status));
-    EXPECT_EQ(std::vector<DISPID>{77}, ids);
+    EXPECT_EQ(Hex(Force(kTickEvent).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Force(kAlarmEvent, 3).status), Hex(S_OK));
+    EXPECT_EQ(ids, std::vector<DISPID>{77});
 }
 
 TEST_F(EventSinks, ObjectsThatKnowNoNamesAreCalledByTheEventsIdentifiers) {
@@ -49,11 +49,11 @@ TEST_F(EventSinks, ObjectsThatKnowNoNamesAreCalledByTheEventsIdentifiers) {
         ids.push_back(id);
         return S_OK;
     };
-    ASSERT_EQ(Hex(S_OK), Hex(Advise(&sink)));
+    ASSERT_EQ(Hex(Advise(&sink)), Hex(S_OK));
 
     Force(kTickEvent);
     Force(kAlarmEvent, 3);
-    EXPECT_EQ((std::vector<DISPID>{kTickEvent, kAlarmEvent}), ids);
+    EXPECT_EQ(ids, (std::vector<DISPID>{kTickEvent, kAlarmEvent}));
 }
 
 /// Described by the type library's event interface, and found by no name.
@@ -74,15 +74,15 @@ private:
 TEST_F(EventSinks, ObjectsThatDescribeTheEventsIdentifiersAreTaken) {
     {
         DescribedSink sink(TypeInfoOf(mLibrary.Get(), L"__KWOTimer"));
-        ASSERT_EQ(Hex(S_OK), Hex(Advise(&sink)));
+        ASSERT_EQ(Hex(Advise(&sink)), Hex(S_OK));
         Force(kTickEvent);
-        EXPECT_EQ(1, sink.calls);
+        EXPECT_EQ(sink.calls, 1);
         mTimer.Reset();
-        EXPECT_EQ(0u, sink.references);
+        EXPECT_EQ(sink.references, 0u);
     }
     mTimer = Create(L"KWOTimer");
     DescribedSink other(TypeInfoOf(mLibrary.Get(), L"_KWORegistry"));
-    EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Advise(&other)));
+    EXPECT_EQ(Hex(Advise(&other)), Hex(CONNECT_E_CANNOTCONNECT));
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ protected:
     void ShowWindowToActivate() {
         mWindow = CreateWindowExW(0, L"STATIC", mText.Get(), WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr,
                                   GetModuleHandleW(nullptr), nullptr);
-        ASSERT_NE(nullptr, mWindow);
+        ASSERT_NE(mWindow, nullptr);
     }
     /// Arguments that must keep their values so that no box is shown; they are converted like the others.
     static bool MustStay(const std::vector<std::string>& names, UINT position) {
@@ -116,8 +116,8 @@ protected:
     /// What a member rightly keeps is taken back before anybody counts.
     void TakeBack() {
         if (GetParam() != L"KWOTimer") return;
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mObject.Get(), L"Item", Var()).status));
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mObject.Get(), L"CancelTimers").status));
+        EXPECT_EQ(Hex(Let(mObject.Get(), L"Item", Var()).status), Hex(S_OK));
+        EXPECT_EQ(Hex(Call(mObject.Get(), L"CancelTimers").status), Hex(S_OK));
     }
 
     /// One call with `hostile` in place `position`, counted from the first argument.
@@ -159,9 +159,9 @@ protected:
             EXPECT_TRUE(explained) << theRunningCall;
         } else if (outcome.status != S_OK) {
             EXPECT_TRUE(isAutomationError) << theRunningCall << ": " << Hex(outcome.status);
-            EXPECT_EQ(count - 1 - position, outcome.badArgument) << theRunningCall << ": " << Hex(outcome.status);
+            EXPECT_EQ(outcome.badArgument, count - 1 - position) << theRunningCall << ": " << Hex(outcome.status);
         }
-        EXPECT_EQ(0u, storage.probe.references) << theRunningCall;
+        EXPECT_EQ(storage.probe.references, 0u) << theRunningCall;
     }
 
     /// The argument at `at`, as a variable of exactly the member's type.
@@ -253,7 +253,7 @@ TEST_P(EveryVariantType, AtEveryArgumentIsTakenOrRefusedWithoutALeak) {
 
     CallEveryMember(memory);
 
-    EXPECT_EQ(1u, mProbe.references) << "the pane holds one";
+    EXPECT_EQ(mProbe.references, 1u) << "the pane holds one";
 }
 
 TEST_P(EveryVariantType, RepeatedLeavesTheHeapAsItWas) {
@@ -280,7 +280,7 @@ TEST_P(EveryVariantType, OfAVariableMayBecomeAnotherDuringTheCall) {
             CallWithChangingVariables(function, names, position);
             const long before = memory.InUse();
             CallWithChangingVariables(function, names, position);
-            EXPECT_EQ(before, memory.InUse()) << call;
+            EXPECT_EQ(memory.InUse(), before) << call;
         }
     }
     theRunningCall = "";
@@ -297,7 +297,7 @@ TEST(AllocationCounting, SeesStringsArraysAndHeapBlocks) {
     SafeArrayDestroy(array);
 
     EXPECT_GE(during - before, 2);
-    EXPECT_EQ(before, memory.InUse());
+    EXPECT_EQ(memory.InUse(), before);
 
     const long blocks = HeapBlocksInUse();
     std::vector<void*> held;

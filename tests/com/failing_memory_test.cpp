@@ -19,9 +19,9 @@ INSTANTIATE_TEST_SUITE_P(Classes, FailingCreation, ::testing::ValuesIn(ClassName
 TEST_P(FailingCreation, SaysSoAndLeavesAnErrorObject) {
     const ComPtr<IDispatch> first = Create(GetParam());
     CLSID id = {};
-    ASSERT_EQ(S_OK, CLSIDFromProgID((L"KWOUtil." + GetParam()).c_str(), &id));
+    ASSERT_EQ(CLSIDFromProgID((L"KWOUtil." + GetParam()).c_str(), &id), S_OK);
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(S_OK, CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.OutVoid()));
+    ASSERT_EQ(CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.OutVoid()), S_OK);
     long failed = 0;
     for (long at = 1;; ++at) {
         ASSERT_LT(at, kTooMany);
@@ -35,16 +35,16 @@ TEST_P(FailingCreation, SaysSoAndLeavesAnErrorObject) {
             happened = faults.Happened();
         }
         if (!happened) {
-            EXPECT_EQ(Hex(S_OK), Hex(status));
+            EXPECT_EQ(Hex(status), Hex(S_OK));
             break;
         }
         ++failed;
         const ErrorObject error = TakeErrorObject();
-        EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(status)) << at;
+        EXPECT_EQ(Hex(status), Hex(E_OUTOFMEMORY)) << at;
         EXPECT_FALSE(made) << at;
         EXPECT_TRUE(error.present) << at;
-        EXPECT_EQ(GetParam(), error.source) << at;
-        EXPECT_EQ(L"Out of memory", error.description) << at;
+        EXPECT_EQ(error.source, GetParam()) << at;
+        EXPECT_EQ(error.description, L"Out of memory") << at;
     }
     EXPECT_LE(1, failed);
 }
@@ -63,10 +63,10 @@ void EachAllocationFails(const char* what, Body body) {
         }
         if (!happened) {
             EXPECT_LT(1, at) << what << " allocates nothing";
-            EXPECT_EQ(Hex(S_OK), Hex(status)) << what;
+            EXPECT_EQ(Hex(status), Hex(S_OK)) << what;
             return;
         }
-        EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(status)) << what << ", allocation " << at;
+        EXPECT_EQ(Hex(status), Hex(E_OUTOFMEMORY)) << what << ", allocation " << at;
     }
 }
 
@@ -79,8 +79,8 @@ TEST_F(FailingConnections, AreOutOfMemory) {
     const auto container = As<IConnectionPointContainer>(mTimer.Get(), IID_IConnectionPointContainer);
     ComPtr<IEnumConnections> connections;
     ComPtr<IEnumConnectionPoints> points;
-    ASSERT_EQ(S_OK, point->EnumConnections(connections.Out()));
-    ASSERT_EQ(S_OK, container->EnumConnectionPoints(points.Out()));
+    ASSERT_EQ(point->EnumConnections(connections.Out()), S_OK);
+    ASSERT_EQ(container->EnumConnectionPoints(points.Out()), S_OK);
 
     EachAllocationFails("EnumConnections", [&] {
         ComPtr<IEnumConnections> made;
@@ -103,7 +103,7 @@ TEST_F(FailingConnections, AreOutOfMemory) {
         DWORD cookie = 0;
         return point->Advise(&late, &cookie);
     });
-    EXPECT_EQ(1u, late.references) << "only the one that succeeded";
+    EXPECT_EQ(late.references, 1u) << "only the one that succeeded";
 }
 
 class FailingClassInformation : public ::testing::TestWithParam<std::wstring> {};
@@ -125,8 +125,8 @@ protected:
     /// The number that the caller sees, S_OK for success; a failure of the member explains itself.
     static HRESULT Number(const Outcome& outcome, const wchar_t* source) {
         if (outcome.status != DISP_E_EXCEPTION) return outcome.status;
-        EXPECT_EQ(L"Out of memory", outcome.description);
-        EXPECT_EQ(source, outcome.source);
+        EXPECT_EQ(outcome.description, L"Out of memory");
+        EXPECT_EQ(outcome.source, source);
         return outcome.scode;
     }
 };
@@ -158,7 +158,7 @@ TEST_F(FailingMembers, ThatFailLeakNothing) {
         const long before = memory.InUse();
         call();
         SetErrorInfo(0, nullptr);
-        EXPECT_EQ(before, memory.InUse()) << at;
+        EXPECT_EQ(memory.InUse(), before) << at;
     }
 }
 

@@ -31,8 +31,8 @@ protected:
     }
     void Do(const wchar_t* member, const std::vector<Var>& arguments) {
         const Outcome outcome = Call(mUtility.Get(), member, arguments);
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
-        EXPECT_EQ(VT_EMPTY, outcome.result.vt);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
+        EXPECT_EQ(outcome.result.vt, VT_EMPTY);
     }
     using Names = std::vector<std::wstring>;
 
@@ -45,11 +45,11 @@ protected:
 TEST_F(FormPlacementMembers, AFormIsCentredOnTheRealScreen) {
     Do(L"KWO_CenterForm", {&mForm});
 
-    EXPECT_EQ((mScreenHeight - 3000) / 2, mForm.Single(L"Top"));
-    EXPECT_EQ((mScreenWidth - 5000) / 2, mForm.Single(L"Left"));
-    EXPECT_EQ(VT_R4, mForm[L"Top"].vt);
-    EXPECT_EQ((Names{L"Top", L"Left"}), mForm.told);
-    EXPECT_EQ(0u, mForm.references);
+    EXPECT_EQ(mForm.Single(L"Top"), (mScreenHeight - 3000) / 2);
+    EXPECT_EQ(mForm.Single(L"Left"), (mScreenWidth - 5000) / 2);
+    EXPECT_EQ(mForm[L"Top"].vt, VT_R4);
+    EXPECT_EQ(mForm.told, (Names{L"Top", L"Left"}));
+    EXPECT_EQ(mForm.references, 0u);
 }
 
 int WINAPI TwoMonitors(int metric) {
@@ -76,13 +76,13 @@ TEST_F(FormPlacementMembers, OfSeveralMonitorsTheScreenIsThePrimaryOne) {
     const float width = mScreenWidth * 1600 / static_cast<float>(GetSystemMetrics(SM_CXSCREEN));
     const float height = mScreenHeight * 1200 / static_cast<float>(GetSystemMetrics(SM_CYSCREEN));
     Do(L"KWO_CenterForm", {&mForm});
-    EXPECT_EQ((height - 3000) / 2, mForm.Single(L"Top"));
-    EXPECT_EQ((width - 5000) / 2, mForm.Single(L"Left"));
+    EXPECT_EQ(mForm.Single(L"Top"), (height - 3000) / 2);
+    EXPECT_EQ(mForm.Single(L"Left"), (width - 5000) / 2);
 
     Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), -9000, 0});
-    EXPECT_EQ(0, mForm.Single(L"Left"));
+    EXPECT_EQ(mForm.Single(L"Left"), 0);
     Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), 30'000, 0});
-    EXPECT_EQ(width - 5000, mForm.Single(L"Left"));
+    EXPECT_EQ(mForm.Single(L"Left"), width - 5000);
 }
 
 TEST_F(FormPlacementMembers, ValuesAreSingles) {
@@ -91,8 +91,8 @@ TEST_F(FormPlacementMembers, ValuesAreSingles) {
     mForm[L"Width"] = Var(0.0);
     mForm[L"Height"] = Var(-2.0);
     Do(L"KWO_CenterForm", {&mForm, &parent});
-    EXPECT_EQ(16'777'216, mForm.Single(L"Left"));
-    EXPECT_EQ(16'777'216, mForm.Single(L"Top"));
+    EXPECT_EQ(mForm.Single(L"Left"), 16'777'216);
+    EXPECT_EQ(mForm.Single(L"Top"), 16'777'216);
 }
 
 TEST_F(FormPlacementMembers, AFormIsCentredOverAnother) {
@@ -100,58 +100,58 @@ TEST_F(FormPlacementMembers, AFormIsCentredOverAnother) {
     Var variable(static_cast<IDispatch*>(&parent));
     Do(L"KWO_CenterForm", {&mForm, Var::Ref(&variable)});
 
-    EXPECT_EQ(3500, mForm.Single(L"Top"));
-    EXPECT_EQ(2500, mForm.Single(L"Left"));
+    EXPECT_EQ(mForm.Single(L"Top"), 3500);
+    EXPECT_EQ(mForm.Single(L"Left"), 2500);
 }
 
 TEST_F(FormPlacementMembers, AnMdiChildIsCentredInItsParent) {
     PropertyObject child({{L"MDIChild", Var(true)}, {L"Left", 1}, {L"Top", 1}, {L"Width", 1000}, {L"Height", 2000}});
     PropertyObject parent({{L"ScaleWidth", Var(8000.0)}, {L"ScaleHeight", Var(6000.0)}});
     Do(L"KWO_CenterForm", {&child});
-    EXPECT_EQ(Names{}, child.told);
+    EXPECT_EQ(child.told, Names{});
 
     Do(L"KWO_CenterForm", {&child, &parent});
-    EXPECT_EQ(2000, child.Single(L"Top"));
-    EXPECT_EQ(3500, child.Single(L"Left"));
+    EXPECT_EQ(child.Single(L"Top"), 2000);
+    EXPECT_EQ(child.Single(L"Left"), 3500);
 }
 
 TEST_F(FormPlacementMembers, AStoredPositionIsApplied) {
     Do(L"KWO_SetFormPosition", {&mForm, 2, 10, 20, 3000, 2000});
 
-    EXPECT_EQ((Names{L"Left", L"Top", L"Width", L"Height", L"WindowState"}), mForm.told);
-    EXPECT_EQ(10, mForm.Single(L"Left"));
-    EXPECT_EQ(20, mForm.Single(L"Top"));
-    EXPECT_EQ(3000, mForm.Single(L"Width"));
-    EXPECT_EQ(2000, mForm.Single(L"Height"));
-    EXPECT_EQ(2, mForm[L"WindowState"].iVal);
+    EXPECT_EQ(mForm.told, (Names{L"Left", L"Top", L"Width", L"Height", L"WindowState"}));
+    EXPECT_EQ(mForm.Single(L"Left"), 10);
+    EXPECT_EQ(mForm.Single(L"Top"), 20);
+    EXPECT_EQ(mForm.Single(L"Width"), 3000);
+    EXPECT_EQ(mForm.Single(L"Height"), 2000);
+    EXPECT_EQ(mForm[L"WindowState"].iVal, 2);
 }
 
 TEST_F(FormPlacementMembers, ArgumentsMayBeLeftOutOrNamed) {
     Do(L"KWO_SetFormPosition", {&mForm, Var::Missing(), Var::Missing(), -500});
-    EXPECT_EQ((Names{L"Top", L"WindowState"}), mForm.told);
-    EXPECT_EQ(-500, mForm.Single(L"Top"));
+    EXPECT_EQ(mForm.told, (Names{L"Top", L"WindowState"}));
+    EXPECT_EQ(mForm.Single(L"Top"), -500);
 
     PropertyObject parent = MakeForm(1000, 1000, 6000, 4000);
     mForm[L"Top"] = Var(1500);
     mForm[L"Height"] = Var(5000);
     const Outcome outcome = CallNamed(mUtility.Get(), L"KWO_SetFormPosition", {&mForm},
                                       {{L"ParentForm", static_cast<IDispatch*>(&parent)}});
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(1000, mForm.Single(L"Top"));
-    EXPECT_EQ(4000, mForm.Single(L"Height"));
-    EXPECT_EQ(1000, mForm.Single(L"Left"));
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(mForm.Single(L"Top"), 1000);
+    EXPECT_EQ(mForm.Single(L"Height"), 4000);
+    EXPECT_EQ(mForm.Single(L"Left"), 1000);
 }
 
 TEST_F(FormPlacementMembers, WhatIsNoFormIsLeftAlone) {
     PropertyObject stranger(std::map<std::wstring, Var>{{L"Name", L"x"}});
     Do(L"KWO_CenterForm", {&stranger});
     Do(L"KWO_SetFormPosition", {&stranger, 2, 1, 2, 3, 4});
-    EXPECT_EQ(Names{}, stranger.told);
+    EXPECT_EQ(stranger.told, Names{});
     Do(L"KWO_CenterForm", {static_cast<IDispatch*>(nullptr)});
     Do(L"KWO_SetFormPosition", {static_cast<IDispatch*>(nullptr)});
 
     const Outcome outcome = Call(mUtility.Get(), L"KWO_CenterForm", {L"no object"});
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
 }
 
 /// A form that has no memory for any of its members.
@@ -168,16 +168,16 @@ TEST_F(FormPlacementMembers, AFormWithoutMemoryIsNotPassedOver) {
 
     const Outcome outcome = Call(mUtility.Get(), L"KWO_CenterForm", {&form});
 
-    EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(outcome.scode));
-    EXPECT_EQ(0u, form.references);
+    EXPECT_EQ(Hex(outcome.scode), Hex(E_OUTOFMEMORY));
+    EXPECT_EQ(form.references, 0u);
 }
 
 TEST_F(FormPlacementMembers, NoReferenceStays) {
     PropertyObject parent = MakeForm(1000, 1000, 6000, 4000);
     Do(L"KWO_SetFormPosition", {&mForm, 1, 1, 1, 1, 1, &parent});
     Do(L"KWO_CenterForm", {&mForm, &parent});
-    EXPECT_EQ(0u, mForm.references);
-    EXPECT_EQ(0u, parent.references);
+    EXPECT_EQ(mForm.references, 0u);
+    EXPECT_EQ(parent.references, 0u);
 }
 
 }  // namespace

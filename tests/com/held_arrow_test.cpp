@@ -84,7 +84,7 @@ protected:
         const Outcome outcome = Call(mView.Get(), L"Create",
                                      {static_cast<IDispatch*>(&mBox), Var::Date(kNovember21), Var::Missing(),
                                       Var::Missing(), spinInterval, true});
-        ASSERT_EQ(VARIANT_TRUE, outcome.result.boolVal);
+        ASSERT_EQ(outcome.result.boolVal, VARIANT_TRUE);
     }
     void Release() {
         ++mReleases;
@@ -94,7 +94,7 @@ protected:
     DWORD Held() {
         const DWORD before = GetTickCount();
         const double x = (kWidth - 10) * 15.0;
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"MouseDown", {1, 0, Var(x), Var(10 * 15.0)}).status));
+        EXPECT_EQ(Hex(Call(mView.Get(), L"MouseDown", {1, 0, Var(x), Var(10 * 15.0)}).status), Hex(S_OK));
         return GetTickCount() - before;
     }
     /// The user's own button over a window whose events nobody forwards.
@@ -132,14 +132,14 @@ protected:
 TEST_F(HeldArrow, EndsWithTheWindowOfItsBox) {
     Later::Run(300, [this] { DestroyWindow(mBox.Window()); });
     EXPECT_LT(Held(), kMuchLater / 2);
-    EXPECT_EQ(0, mReleases);
+    EXPECT_EQ(mReleases, 0);
 }
 
 TEST_F(HeldArrow, EndsWhenItsReleaseGoesElsewhere) {
     PressForReal();
     Later::Run(300, [this] { MoveButton(false); });
     EXPECT_LT(Held(), kMuchLater / 2);
-    EXPECT_EQ(0, mReleases);
+    EXPECT_EQ(mReleases, 0);
 }
 
 TEST_F(HeldArrow, EndsWhenANotificationSwallowsItsRelease) {
@@ -153,15 +153,15 @@ TEST_F(HeldArrow, EndsWhenANotificationSwallowsItsRelease) {
         }
     };
     EXPECT_LT(Held(), kMuchLater / 2);
-    EXPECT_EQ(1, mSteps);
-    EXPECT_EQ(0, mReleases);
+    EXPECT_EQ(mSteps, 1);
+    EXPECT_EQ(mReleases, 0);
 }
 
 TEST_F(HeldArrow, WithoutARealButtonItWaitsForItsRelease) {
     Later::Run(1500, [this] { Release(); });
     EXPECT_GE(Held(), 1300u);
     EXPECT_GE(mSteps, 3);
-    EXPECT_EQ(1, mReleases);
+    EXPECT_EQ(mReleases, 1);
 }
 
 TEST_F(HeldArrow, TakesNoTimeOfTheProcessorBetweenItsSteps) {
@@ -170,7 +170,7 @@ TEST_F(HeldArrow, TakesNoTimeOfTheProcessorBetweenItsSteps) {
     mOnMonth = [&] { before = ThreadMs(); };
     Later::Run(2000, [this] { Release(); });
     EXPECT_GE(Held(), 1800u);
-    EXPECT_EQ(1, mSteps);
+    EXPECT_EQ(mSteps, 1);
     EXPECT_LT(ThreadMs() - before, 150);
 }
 
@@ -200,7 +200,7 @@ TEST(HeldKey, ClicksAButtonOnceAtATime) {
     press();
     Later::ForgetAll();
     EXPECT_GE(keys, 2);
-    EXPECT_EQ(1, clicks);
+    EXPECT_EQ(clicks, 1);
     EXPECT_LE(deepest, 2) << "a key that starts nothing returns at once";
 }
 

@@ -38,7 +38,7 @@ Imports ImportsOf(HMODULE module) {
 class ImportsOfTheDlls : public ::testing::TestWithParam<const wchar_t*> {
 protected:
     void SetUp() override {
-        ASSERT_NE(nullptr, mModule);
+        ASSERT_NE(mModule, nullptr);
         mImports = ImportsOf(mModule);
         ASSERT_GT(mImports.functions.size(), 50u);
     }

@@ -43,22 +43,22 @@ TEST_F(InvokeResults, MayGoIntoTheVariableOfAnArgument) {
     {
         Var variable(L"a fallback");
         Var reference = Var::Ref(&variable);
-        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"none", reference, &variable)));
-        EXPECT_EQ(L"a fallback", variable.Text()) << "the input was read";
-        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"word", reference, &variable)));
-        EXPECT_EQ(L"hello", variable.Text());
+        ASSERT_EQ(Hex(ReadValue(Key(), L"none", reference, &variable)), Hex(S_OK));
+        EXPECT_EQ(variable.Text(), L"a fallback") << "the input was read";
+        ASSERT_EQ(Hex(ReadValue(Key(), L"word", reference, &variable)), Hex(S_OK));
+        EXPECT_EQ(variable.Text(), L"hello");
 
         Var outer;
         static_cast<VARIANT&>(outer) = Var::Ref(&variable);
         Var twice = Var::Ref(&outer);
-        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"none", twice, &variable)));
-        EXPECT_EQ(L"hello", variable.Text());
+        ASSERT_EQ(Hex(ReadValue(Key(), L"none", twice, &variable)), Hex(S_OK));
+        EXPECT_EQ(variable.Text(), L"hello");
 
         Var text = Var::Ref(&variable.bstrVal);
-        ASSERT_EQ(Hex(S_OK), Hex(ReadValue(Key(), L"none", text, &variable)));
-        EXPECT_EQ(L"hello", variable.Text());
+        ASSERT_EQ(Hex(ReadValue(Key(), L"none", text, &variable)), Hex(S_OK));
+        EXPECT_EQ(variable.Text(), L"hello");
     }
-    EXPECT_EQ(before, memory.InUse());
+    EXPECT_EQ(memory.InUse(), before);
 }
 
 TEST_F(InvokeResults, MayGoIntoTheArgumentItself) {
@@ -70,31 +70,32 @@ TEST_F(InvokeResults, MayGoIntoTheArgumentItself) {
         arguments[0].vt = VT_BSTR;
         arguments[0].bstrVal = SysAllocString(L"a fallback");
         DISPPARAMS parameters = {arguments, nullptr, 3, 0};
-        ASSERT_EQ(Hex(S_OK), Hex(mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValueEx"), IID_NULL, 0,
-                                                   DISPATCH_METHOD, &parameters, &arguments[0], nullptr, nullptr)));
-        ASSERT_EQ(VT_BSTR, arguments[0].vt);
-        EXPECT_STREQ(name == std::wstring(L"none") ? L"a fallback" : L"hello", arguments[0].bstrVal);
+        ASSERT_EQ(Hex(mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValueEx"), IID_NULL, 0, DISPATCH_METHOD,
+                                        &parameters, &arguments[0], nullptr, nullptr)),
+                  Hex(S_OK));
+        ASSERT_EQ(arguments[0].vt, VT_BSTR);
+        EXPECT_STREQ(arguments[0].bstrVal, name == std::wstring(L"none") ? L"a fallback" : L"hello");
         VariantClear(&arguments[0]);
     }
-    EXPECT_EQ(before, memory.InUse());
+    EXPECT_EQ(memory.InUse(), before);
 }
 
 TEST_F(InvokeResults, OfAFailedCallLeaveTheArgumentAlone) {
     Var variable(L"a fallback");
     Var reference = Var::Ref(&variable);
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(ReadValue(L"no number", L"word", reference, &variable)));
-    EXPECT_EQ(L"a fallback", variable.Text());
+    EXPECT_EQ(Hex(ReadValue(L"no number", L"word", reference, &variable)), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(variable.Text(), L"a fallback");
 }
 
 TEST_F(InvokeResults, OfAFailedCallAreEmptyElsewhere) {
     Var fallback(1);
     VARIANT result;
     result.vt = 0x7777;
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(ReadValue(L"no number", L"word", fallback, &result)));
-    EXPECT_EQ(VT_EMPTY, result.vt);
+    EXPECT_EQ(Hex(ReadValue(L"no number", L"word", fallback, &result)), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(result.vt, VT_EMPTY);
     result.vt = 0x7777;
     EXPECT_TRUE(FAILED(mRegistry->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, &result, nullptr, nullptr)));
-    EXPECT_EQ(VT_EMPTY, result.vt);
+    EXPECT_EQ(result.vt, VT_EMPTY);
 }
 
 TEST_F(InvokeResults, ThatNobodyTakesAreFreed) {
@@ -103,28 +104,28 @@ TEST_F(InvokeResults, ThatNobodyTakesAreFreed) {
     const ComPtr<IDispatch> timer = Create(L"KWOTimer");
     const DISPID directory = IdOf(utility.Get(), L"KWO_SystemDir");
     const DISPID item = IdOf(timer.Get(), L"Item");
-    ASSERT_EQ(Hex(S_OK), Hex(Let(timer.Get(), L"Item", L"some text").status));
+    ASSERT_EQ(Hex(Let(timer.Get(), L"Item", L"some text").status), Hex(S_OK));
     Var name(L"word");
     Var fallback(L"a fallback");
     const auto callAll = [&] {
         DISPPARAMS none = {};
-        EXPECT_EQ(S_OK, utility->Invoke(directory, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr));
-        EXPECT_EQ(S_OK, timer->Invoke(item, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, nullptr, nullptr, nullptr));
-        EXPECT_EQ(S_OK, ReadValue(Key(), name, fallback, nullptr));
+        EXPECT_EQ(utility->Invoke(directory, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
+        EXPECT_EQ(timer->Invoke(item, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, nullptr, nullptr, nullptr), S_OK);
+        EXPECT_EQ(ReadValue(Key(), name, fallback, nullptr), S_OK);
     };
     callAll();
     const long before = memory.InUse();
     callAll();
-    EXPECT_EQ(before, memory.InUse());
+    EXPECT_EQ(memory.InUse(), before);
 }
 
 TEST_F(InvokeResults, AreWithheldWhenAnArgumentCannotBeWrittenBack) {
     LONG number = 7;
     const Outcome outcome =
         Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, L"word", Var::Ref(&number)});
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
-    EXPECT_EQ(VT_EMPTY, outcome.result.vt);
-    EXPECT_EQ(7, number);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(outcome.result.vt, VT_EMPTY);
+    EXPECT_EQ(number, 7);
 }
 
 TEST(InvokeLocale, IsTheCallers) {
@@ -140,9 +141,10 @@ TEST(InvokeLocale, IsTheCallers) {
         Var text(L"1,5");
         DISPID put = DISPID_PROPERTYPUT;
         DISPPARAMS parameters = {&text, &put, 1, 1};
-        EXPECT_EQ(Hex(S_OK), Hex(splitter->Invoke(margin, IID_NULL, row.locale, DISPATCH_PROPERTYPUT, &parameters,
-                                                  nullptr, nullptr, nullptr)));
-        EXPECT_EQ(row.read, Get(splitter.Get(), L"LeftMargin").result.fltVal);
+        EXPECT_EQ(Hex(splitter->Invoke(margin, IID_NULL, row.locale, DISPATCH_PROPERTYPUT, &parameters, nullptr,
+                                       nullptr, nullptr)),
+                  Hex(S_OK));
+        EXPECT_EQ(Get(splitter.Get(), L"LeftMargin").result.fltVal, row.read);
     }
 }
 
@@ -158,44 +160,45 @@ TEST_F(InvokeResults, AreWrittenBackByTheCallersLocale) {
         const Var name(L"number");
         VARIANT arguments[] = {Var::Ref(&number), name, sandbox, Var(kCurrentUser)};
         DISPPARAMS parameters = {arguments, nullptr, 4, 0};
-        EXPECT_EQ(Hex(S_OK), Hex(mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValue"), IID_NULL,
-                                                   MAKELCID(row.language, SORT_DEFAULT), DISPATCH_METHOD, &parameters,
-                                                   nullptr, nullptr, nullptr)));
-        EXPECT_EQ(row.read, number);
+        EXPECT_EQ(Hex(mRegistry->Invoke(IdOf(mRegistry.Get(), L"KWO_RegGetValue"), IID_NULL,
+                                        MAKELCID(row.language, SORT_DEFAULT), DISPATCH_METHOD, &parameters, nullptr,
+                                        nullptr, nullptr)),
+                  Hex(S_OK));
+        EXPECT_EQ(number, row.read);
     }
 }
 
 TEST(InvokeConversions, ABooleanIsTheTextThatItIsEverywhere) {
     const ComPtr<IDispatch> button = Create(L"KWOPicBtn");
     for (const bool value : {true, false}) {
-        EXPECT_EQ(Hex(S_OK), Hex(Let(button.Get(), L"Caption", value).status));
-        EXPECT_EQ(value ? L"True" : L"False", Get(button.Get(), L"Caption").result.Text());
+        EXPECT_EQ(Hex(Let(button.Get(), L"Caption", value).status), Hex(S_OK));
+        EXPECT_EQ(Get(button.Get(), L"Caption").result.Text(), value ? L"True" : L"False");
         Var variable(value);
-        EXPECT_EQ(Hex(S_OK), Hex(Let(button.Get(), L"Caption", Var::Ref(&variable)).status));
-        EXPECT_EQ(value ? L"True" : L"False", Get(button.Get(), L"Caption").result.Text());
-        EXPECT_EQ(VT_BOOL, variable.vt);
+        EXPECT_EQ(Hex(Let(button.Get(), L"Caption", Var::Ref(&variable)).status), Hex(S_OK));
+        EXPECT_EQ(Get(button.Get(), L"Caption").result.Text(), value ? L"True" : L"False");
+        EXPECT_EQ(variable.vt, VT_BOOL);
     }
 }
 
 TEST_F(InvokeResults, ABooleanIsStoredAsItsText) {
-    EXPECT_EQ(Hex(S_OK),
-              Hex(Call(mRegistry.Get(), L"KWO_RegSetValue", {kCurrentUser, kSandbox, L"flag", true}).status));
-    EXPECT_EQ(std::string("True\0", 5), StoredBytes(L"flag"));
+    EXPECT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegSetValue", {kCurrentUser, kSandbox, L"flag", true}).status),
+              Hex(S_OK));
+    EXPECT_EQ(StoredBytes(L"flag"), std::string("True\0", 5));
 }
 
 TEST(InvokeConversions, ANullObjectMayArriveAsEmpty) {
     const ComPtr<IDispatch> timer = Create(L"KWOTimer");
     const ComPtr<IDispatch> callback = Create(L"IKWOTimer");
-    ASSERT_EQ(Hex(S_OK), Hex(Set(timer.Get(), L"TimerEvents", callback.Get()).status));
+    ASSERT_EQ(Hex(Set(timer.Get(), L"TimerEvents", callback.Get()).status), Hex(S_OK));
 
-    EXPECT_EQ(Hex(S_OK), Hex(Set(timer.Get(), L"TimerEvents", Var()).status));
-    EXPECT_EQ(nullptr, Get(timer.Get(), L"TimerEvents").result.pdispVal);
+    EXPECT_EQ(Hex(Set(timer.Get(), L"TimerEvents", Var()).status), Hex(S_OK));
+    EXPECT_EQ(Get(timer.Get(), L"TimerEvents").result.pdispVal, nullptr);
 
     const ComPtr<IDispatch> tray = Create(L"KWOSysTray");
     Var empty;
-    EXPECT_EQ("0x800A005B", Hex(Call(tray.Get(), L"Create", {0, Var(), L"x"}).scode));
-    EXPECT_EQ("0x800A005B", Hex(Call(tray.Get(), L"Create", {0, Var::Ref(&empty), L"x"}).scode));
-    EXPECT_EQ(VT_EMPTY, empty.vt) << "nothing was written";
+    EXPECT_EQ(Hex(Call(tray.Get(), L"Create", {0, Var(), L"x"}).scode), "0x800A005B");
+    EXPECT_EQ(Hex(Call(tray.Get(), L"Create", {0, Var::Ref(&empty), L"x"}).scode), "0x800A005B");
+    EXPECT_EQ(empty.vt, VT_EMPTY) << "nothing was written";
 }
 
 TEST(InvokeConversions, ADateOutOfRangeIsTheMembersToRefuseAsForCompiledCallers) {
@@ -204,16 +207,16 @@ TEST(InvokeConversions, ADateOutOfRangeIsTheMembersToRefuseAsForCompiledCallers)
     for (const Var& days : {Var(1e300), Var(-1e300), Var::Date(1e300), Var(2'958'466L), Var(5'000'000LL), Var(3e8F),
                             Var(-657'435L), unsignedDays}) {
         const Outcome outcome = Call(timer.Get(), L"AddAlarm", {days, 1});
-        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status)) << "type " << days.vt;
-        EXPECT_EQ("0x800A000D", Hex(outcome.scode)) << "type " << days.vt;
-        EXPECT_EQ(L"KWOTimer.AddAlarm", outcome.source) << "type " << days.vt;
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION)) << "type " << days.vt;
+        EXPECT_EQ(Hex(outcome.scode), "0x800A000D") << "type " << days.vt;
+        EXPECT_EQ(outcome.source, L"KWOTimer.AddAlarm") << "type " << days.vt;
         Var variable = days;
-        EXPECT_EQ("0x800A000D", Hex(Call(timer.Get(), L"AddAlarm", {Var::Ref(&variable), 1}).scode));
+        EXPECT_EQ(Hex(Call(timer.Get(), L"AddAlarm", {Var::Ref(&variable), 1}).scode), "0x800A000D");
     }
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(Call(timer.Get(), L"AddAlarm", {L"1e300", 1}).status)) << "no date at all";
+    EXPECT_EQ(Hex(Call(timer.Get(), L"AddAlarm", {L"1e300", 1}).status), Hex(DISP_E_TYPEMISMATCH)) << "no date at all";
     const ComPtr<IDispatch> view = Create(L"KWOMonthView");
     for (const Var& days : {Var(1e300), Var::Date(1e300)})
-        EXPECT_EQ(Hex(S_OK), Hex(Call(view.Get(), L"SelDaysAdd", {days}).status)) << "type " << days.vt;
+        EXPECT_EQ(Hex(Call(view.Get(), L"SelDaysAdd", {days}).status), Hex(S_OK)) << "type " << days.vt;
 }
 
 TEST(TypeLibraryDefaults, AreAllZeroWhichIsWhatALeftOutArgumentIs) {
@@ -229,11 +232,11 @@ TEST(TypeLibraryDefaults, AreAllZeroWhichIsWhatALeftOutArgumentIs) {
                 ++defaults;
                 Var number;
                 VariantChangeType(&number, &parameter.pparamdescex->varDefaultValue, 0, VT_R8);
-                EXPECT_EQ(0.0, number.dblVal) << Narrow(name) << '.' << function.Names()[0];
+                EXPECT_EQ(number.dblVal, 0.0) << Narrow(name) << '.' << function.Names()[0];
             }
         }
     }
-    EXPECT_EQ(2, defaults) << "both arguments of CancelTimers";
+    EXPECT_EQ(defaults, 2) << "both arguments of CancelTimers";
 }
 
 TEST(EarlyBoundMissing, InsideAReferenceFillsTheVariableThatIsReferredTo) {
@@ -244,22 +247,22 @@ TEST(EarlyBoundMissing, InsideAReferenceFillsTheVariableThatIsReferredTo) {
     for (const auto member : {&DirectorySlots::SystemDir, &DirectorySlots::WindowsDir}) {
         Bstr directory;
         Var missing = Var::Missing();
-        ASSERT_EQ(Hex(S_OK), Hex((slots.Get()->*member)(&missing, directory.Out())));
-        EXPECT_EQ(VT_BOOL, missing.vt);
-        EXPECT_EQ(VARIANT_FALSE, missing.boolVal);
+        ASSERT_EQ(Hex((slots.Get()->*member)(&missing, directory.Out())), Hex(S_OK));
+        EXPECT_EQ(missing.vt, VT_BOOL);
+        EXPECT_EQ(missing.boolVal, VARIANT_FALSE);
 
         Var variable = Var::Missing();
         VARIANT reference = Var::Ref(&variable);
-        ASSERT_EQ(Hex(S_OK), Hex((slots.Get()->*member)(&reference, directory.Out())));
-        EXPECT_EQ(VT_BYREF | VT_VARIANT, reference.vt) << "the reference stays one";
-        EXPECT_EQ(VT_BOOL, variable.vt);
-        EXPECT_EQ(VARIANT_FALSE, variable.boolVal);
+        ASSERT_EQ(Hex((slots.Get()->*member)(&reference, directory.Out())), Hex(S_OK));
+        EXPECT_EQ(reference.vt, VT_BYREF | VT_VARIANT) << "the reference stays one";
+        EXPECT_EQ(variable.vt, VT_BOOL);
+        EXPECT_EQ(variable.boolVal, VARIANT_FALSE);
 
         SCODE code = DISP_E_PARAMNOTFOUND;
         VARIANT error = Var::Reference(VT_ERROR, &code);
-        ASSERT_EQ(Hex(S_OK), Hex((slots.Get()->*member)(&error, directory.Out())));
-        EXPECT_EQ(VT_BYREF | VT_ERROR, error.vt) << "which has no room for a Boolean";
-        EXPECT_EQ(Hex(DISP_E_PARAMNOTFOUND), Hex(code));
+        ASSERT_EQ(Hex((slots.Get()->*member)(&error, directory.Out())), Hex(S_OK));
+        EXPECT_EQ(error.vt, VT_BYREF | VT_ERROR) << "which has no room for a Boolean";
+        EXPECT_EQ(Hex(code), Hex(DISP_E_PARAMNOTFOUND));
     }
 }
 

@@ -26,24 +26,24 @@ constexpr DISPID kDeleteKey = 0x6003001C;
 // Counts
 
 TEST_F(InvokeOnRegistry, TooFewArgumentsAreABadCount) {
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey").status));
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser}).status));
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT),
-              Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, L"word"}).status));
+    EXPECT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey").status), Hex(DISP_E_BADPARAMCOUNT));
+    EXPECT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser}).status), Hex(DISP_E_BADPARAMCOUNT));
+    EXPECT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, L"word"}).status),
+              Hex(DISP_E_BADPARAMCOUNT));
 }
 
 TEST_F(InvokeOnRegistry, TooManyArgumentsAreABadCount) {
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT),
-              Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, L"x", L"y"}).status));
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT),
-              Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", std::vector<Var>(1000, Var(1))).status));
+    EXPECT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, L"x", L"y"}).status),
+              Hex(DISP_E_BADPARAMCOUNT));
+    EXPECT_EQ(Hex(Call(mRegistry.Get(), L"KWO_RegDeleteKey", std::vector<Var>(1000, Var(1))).status),
+              Hex(DISP_E_BADPARAMCOUNT));
 }
 
 TEST(InvokeCounts, APropertyWithoutArgumentsTakesNone) {
     const ComPtr<IDispatch> timer = Create(L"KWOTimer");
     ASSERT_TRUE(timer);
 
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Get(timer.Get(), L"Interval", {1}).status));
+    EXPECT_EQ(Hex(Get(timer.Get(), L"Interval", {1}).status), Hex(DISP_E_BADPARAMCOUNT));
 }
 
 TEST(InvokeCounts, TrailingOptionalArgumentsMayBeLeftOutOrMissing) {
@@ -55,7 +55,7 @@ TEST(InvokeCounts, TrailingOptionalArgumentsMayBeLeftOutOrMissing) {
     EXPECT_TRUE(Reached(Call(timer.Get(), L"CancelTimers", {1, 5}), L"KWOTimer"));
     EXPECT_TRUE(Reached(Call(timer.Get(), L"CancelTimers", {Var::Missing(), 5}), L"KWOTimer"));
     EXPECT_TRUE(Reached(CallNamed(timer.Get(), L"CancelTimers", {}, {{L"ItemData", 5}}), L"KWOTimer"));
-    EXPECT_EQ(Hex(DISP_E_BADPARAMCOUNT), Hex(Call(timer.Get(), L"CancelTimers", {1, 5, 5}).status));
+    EXPECT_EQ(Hex(Call(timer.Get(), L"CancelTimers", {1, 5, 5}).status), Hex(DISP_E_BADPARAMCOUNT));
 }
 
 // Missing
@@ -66,8 +66,8 @@ TEST_F(InvokeOnRegistry, MissingForARequiredArgumentNamesTheArgument) {
         std::vector<Var> arguments = good;
         arguments[i] = Var::Missing();
         const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValue", arguments);
-        EXPECT_EQ(Hex(DISP_E_PARAMNOTOPTIONAL), Hex(outcome.status)) << i;
-        EXPECT_EQ(3 - i, outcome.badArgument) << i;
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_PARAMNOTOPTIONAL)) << i;
+        EXPECT_EQ(outcome.badArgument, 3 - i) << i;
     }
 }
 
@@ -76,23 +76,23 @@ TEST_F(InvokeOnRegistry, MissingInsideAVariableIsMissingToo) {
 
     const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, Var::Ref(&variable)});
 
-    EXPECT_EQ(Hex(DISP_E_PARAMNOTOPTIONAL), Hex(outcome.status));
-    EXPECT_EQ(0u, outcome.badArgument);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_PARAMNOTOPTIONAL));
+    EXPECT_EQ(outcome.badArgument, 0u);
 }
 
 TEST_F(InvokeOnRegistry, AnotherErrorValueIsNoMissingArgument) {
     const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {kCurrentUser, Var::Error(E_FAIL)});
 
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
-    EXPECT_EQ(0u, outcome.badArgument);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(outcome.badArgument, 0u);
 }
 
 TEST_F(InvokeOnRegistry, AnyErrorValueIsAGoodVariantArgument) {
     const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValueEx", {Handle(), L"none", Var::Error(E_FAIL)});
 
-    ASSERT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(VT_ERROR, outcome.result.vt);
-    EXPECT_EQ(E_FAIL, outcome.result.scode);
+    ASSERT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(outcome.result.vt, VT_ERROR);
+    EXPECT_EQ(outcome.result.scode, E_FAIL);
 }
 
 // Named arguments
@@ -107,8 +107,8 @@ TEST_F(InvokeOnRegistry, NamedArgumentsComeInAnyOrder) {
         for (const std::size_t i : order)
             arranged.push_back(all[i]);
         const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegSetValue", {}, arranged);
-        ASSERT_EQ(Hex(S_OK), Hex(outcome.status));
-        EXPECT_EQ(std::string("stored\0", 7), StoredBytes(L"named"));
+        ASSERT_EQ(Hex(outcome.status), Hex(S_OK));
+        EXPECT_EQ(StoredBytes(L"named"), std::string("stored\0", 7));
     } while (std::next_permutation(order.begin(), order.end()));
 }
 
@@ -116,8 +116,8 @@ TEST_F(InvokeOnRegistry, PositionalArgumentsComeBeforeNamedOnes) {
     const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegSetValue", {kCurrentUser, kSandbox},
                                       {{L"Value", L"stored"}, {L"ValueName", L"mixed"}});
 
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(std::string("stored\0", 7), StoredBytes(L"mixed"));
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(StoredBytes(L"mixed"), std::string("stored\0", 7));
 }
 
 TEST_F(InvokeOnRegistry, NamedArgumentByReferenceIsWrittenBack) {
@@ -125,24 +125,24 @@ TEST_F(InvokeOnRegistry, NamedArgumentByReferenceIsWrittenBack) {
     const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox},
                                       {{L"Value", Var::Ref(&value)}, {L"ValueName", L"word"}});
 
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(L"hello", value.Text());
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(value.Text(), L"hello");
 }
 
 TEST_F(InvokeOnRegistry, UnknownNamedIdentifierNamesTheArgument) {
     for (const DISPID unknown : {4, 77, -1, -5}) {
         // Reversed: [0] is the named argument, [1] the positional one.
         const Outcome outcome = InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD, {kCurrentUser, L"x"}, {unknown});
-        EXPECT_EQ(Hex(DISP_E_PARAMNOTFOUND), Hex(outcome.status)) << unknown;
-        EXPECT_EQ(0u, outcome.badArgument) << unknown;
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_PARAMNOTFOUND)) << unknown;
+        EXPECT_EQ(outcome.badArgument, 0u) << unknown;
     }
 }
 
 TEST_F(InvokeOnRegistry, SecondUnknownNamedIdentifierIsTheOneNamed) {
     const Outcome outcome = InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD, {kCurrentUser, L"x"}, {1, 99});
 
-    EXPECT_EQ(Hex(DISP_E_PARAMNOTFOUND), Hex(outcome.status));
-    EXPECT_EQ(1u, outcome.badArgument);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_PARAMNOTFOUND));
+    EXPECT_EQ(outcome.badArgument, 1u);
 }
 
 TEST_F(InvokeOnRegistry, AnArgumentGivenTwiceIsRefused) {
@@ -152,9 +152,9 @@ TEST_F(InvokeOnRegistry, AnArgumentGivenTwiceIsRefused) {
 
     EXPECT_TRUE(FAILED(byNames.status)) << Hex(byNames.status);
     EXPECT_TRUE(FAILED(byPlace.status)) << Hex(byPlace.status);
-    EXPECT_NE(DISP_E_EXCEPTION, byNames.status);
-    EXPECT_NE(DISP_E_EXCEPTION, byPlace.status);
-    EXPECT_EQ(std::string("kept\0", 5), StoredBytes(L"kept"));
+    EXPECT_NE(byNames.status, DISP_E_EXCEPTION);
+    EXPECT_NE(byPlace.status, DISP_E_EXCEPTION);
+    EXPECT_EQ(StoredBytes(L"kept"), std::string("kept\0", 5));
 }
 
 TEST_F(InvokeOnRegistry, NamesThatLeaveARequiredArgumentOutAreRefused) {
@@ -183,24 +183,24 @@ TEST_F(InvokeOnRegistry, AWrongTypeNamesTheArgument) {
             std::vector<Var> arguments = good;
             arguments[i] = bad;
             const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValue", arguments);
-            EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status)) << i << " type " << bad.vt;
-            EXPECT_EQ(3 - i, outcome.badArgument) << i;
+            EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH)) << i << " type " << bad.vt;
+            EXPECT_EQ(outcome.badArgument, 3 - i) << i;
         }
     }
-    EXPECT_EQ(0u, probe.references);
+    EXPECT_EQ(probe.references, 0u);
 }
 
 TEST_F(InvokeOnRegistry, TextThatIsNoNumberNamesTheArgument) {
     const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {L"no number", L"x"});
 
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
-    EXPECT_EQ(1u, outcome.badArgument);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(outcome.badArgument, 1u);
 }
 
 TEST_F(InvokeOnRegistry, FirstOfTwoBadArgumentsInWritingOrderIsNamed) {
     const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {L"no number", Var::Null()});
 
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
     EXPECT_TRUE(outcome.badArgument == 0 || outcome.badArgument == 1) << outcome.badArgument;
 }
 
@@ -208,8 +208,8 @@ TEST_F(InvokeOnRegistry, ANumberThatDoesNotFitNamesTheArgument) {
     for (const Var& tooLarge : {Var(1e300), Var(-1e300), Var(L"99999999999999999999999"), Var(1e10), Var(-3e9),
                                 Var(0x100000000LL), Var(-0x80000001LL)}) {
         const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {tooLarge, L"x"});
-        EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(outcome.status)) << "type " << tooLarge.vt;
-        EXPECT_EQ(1u, outcome.badArgument);
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_OVERFLOW)) << "type " << tooLarge.vt;
+        EXPECT_EQ(outcome.badArgument, 1u);
     }
 }
 
@@ -221,8 +221,8 @@ TEST(InvokeTypes, ASixteenBitArgumentTakesSixteenBits) {
     }
     for (const Var& tooLarge : {Var(32768L), Var(-32769L), Var(65536L), Var(32767.5), Var(L"40000")}) {
         const Outcome outcome = Get(tray.Get(), L"MouseUpMsg", {tooLarge});
-        EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(outcome.status));
-        EXPECT_EQ(0u, outcome.badArgument);
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_OVERFLOW));
+        EXPECT_EQ(outcome.badArgument, 0u);
     }
 }
 
@@ -231,8 +231,8 @@ TEST(InvokeTypes, AnObjectArgumentTakesObjectsOnly) {
     ASSERT_TRUE(button);
     for (const Var& bad : {Var(5), Var(L"text"), Var(true)}) {
         const Outcome outcome = Call(button.Get(), L"Create", {bad, L"caption"});
-        EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status)) << "type " << bad.vt;
-        EXPECT_EQ(1u, outcome.badArgument);
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH)) << "type " << bad.vt;
+        EXPECT_EQ(outcome.badArgument, 1u);
     }
 }
 
@@ -261,29 +261,29 @@ TEST(InvokeTypes, APictureArgumentTakesPicturesAndTheNullObject) {
     description.cbSizeofstruct = sizeof description;
     description.picType = PICTYPE_NONE;
     ComPtr<IDispatch> picture;
-    ASSERT_EQ(Hex(S_OK), Hex(OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.OutVoid())));
+    ASSERT_EQ(Hex(OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.OutVoid())), Hex(S_OK));
 
     EXPECT_TRUE(Reached(Set(tray.Get(), L"Icon", picture.Get()), L"KWOSysTray"));
     EXPECT_TRUE(Reached(Call(tray.Get(), L"Create", {0, picture.Get(), L"tip"}), L"KWOSysTray"));
     // Taken, and then no object to be had.
-    EXPECT_EQ("0x800A005B", Hex(Call(tray.Get(), L"Create", {0, static_cast<IDispatch*>(nullptr), L"tip"}).scode));
+    EXPECT_EQ(Hex(Call(tray.Get(), L"Create", {0, static_cast<IDispatch*>(nullptr), L"tip"}).scode), "0x800A005B");
     const Outcome number = Call(tray.Get(), L"Create", {0, 5, L"tip"});
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(number.status));
-    EXPECT_EQ(1u, number.badArgument);
+    EXPECT_EQ(Hex(number.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(number.badArgument, 1u);
 }
 
 // Flags and identifiers
 
 TEST_F(InvokeOnRegistry, AMethodIsNoProperty) {
     const std::vector<Var> good = {kCurrentUser, L"Software\\KWOUtilComTest\\none"};
-    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND),
-              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYGET, good).status));
-    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND),
-              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYPUT, good, {DISPID_PROPERTYPUT}).status));
-    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND),
-              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYPUTREF, good, {DISPID_PROPERTYPUT}).status));
-    EXPECT_EQ(Hex(S_OK),
-              Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD | DISPATCH_PROPERTYGET, good).status));
+    EXPECT_EQ(Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYGET, good).status),
+              Hex(DISP_E_MEMBERNOTFOUND));
+    EXPECT_EQ(Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYPUT, good, {DISPID_PROPERTYPUT}).status),
+              Hex(DISP_E_MEMBERNOTFOUND));
+    EXPECT_EQ(Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_PROPERTYPUTREF, good, {DISPID_PROPERTYPUT}).status),
+              Hex(DISP_E_MEMBERNOTFOUND));
+    EXPECT_EQ(Hex(InvokeId(mRegistry.Get(), kDeleteKey, DISPATCH_METHOD | DISPATCH_PROPERTYGET, good).status),
+              Hex(S_OK));
 }
 
 TEST_F(InvokeOnRegistry, NoFlagAtAllIsNoCall) {
@@ -295,8 +295,8 @@ TEST(InvokeFlags, AReadOnlyPropertyCannotBePut) {
     const ComPtr<IDispatch> utility = Create(L"KWOUtility");
     ASSERT_TRUE(utility);
 
-    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(Let(utility.Get(), L"KWO_IsWinNT", true).status));
-    EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(Set(utility.Get(), L"KWO_IsWinNT", true).status));
+    EXPECT_EQ(Hex(Let(utility.Get(), L"KWO_IsWinNT", true).status), Hex(DISP_E_MEMBERNOTFOUND));
+    EXPECT_EQ(Hex(Set(utility.Get(), L"KWO_IsWinNT", true).status), Hex(DISP_E_MEMBERNOTFOUND));
 }
 
 TEST(InvokeFlags, APropertyIsReadWithEitherFlagThatScriptsSend) {
@@ -338,8 +338,8 @@ TEST(InvokeFlags, APutWithoutAValueIsRefused) {
 
     EXPECT_TRUE(FAILED(Invoke(timer.Get(), L"Interval", DISPATCH_PROPERTYPUT).status));
     const Outcome missing = Let(timer.Get(), L"Interval", Var::Missing());
-    EXPECT_EQ(Hex(DISP_E_PARAMNOTOPTIONAL), Hex(missing.status));
-    EXPECT_EQ(0u, missing.badArgument);
+    EXPECT_EQ(Hex(missing.status), Hex(DISP_E_PARAMNOTOPTIONAL));
+    EXPECT_EQ(missing.badArgument, 0u);
 }
 
 TEST(InvokeFlags, APutOfTheWrongTypeNamesTheValue) {
@@ -348,16 +348,16 @@ TEST(InvokeFlags, APutOfTheWrongTypeNamesTheValue) {
     const Outcome text = Let(timer.Get(), L"Interval", L"soon");
     const Outcome large = Let(timer.Get(), L"Interval", 1e100);
 
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(text.status));
-    EXPECT_EQ(0u, text.badArgument);
-    EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(large.status));
-    EXPECT_EQ(0u, large.badArgument);
+    EXPECT_EQ(Hex(text.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(text.badArgument, 0u);
+    EXPECT_EQ(Hex(large.status), Hex(DISP_E_OVERFLOW));
+    EXPECT_EQ(large.badArgument, 0u);
 }
 
 TEST_F(InvokeOnRegistry, UnknownIdentifiersAreNotFound) {
     for (const DISPID id : {0, 1, -1, -2, -3, -4, -5, -500, 0x6003001B, 0x6003001D, 0x7FFFFFFF, -0x7FFFFFFF - 1}) {
-        EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(InvokeId(mRegistry.Get(), id, DISPATCH_METHOD, {}).status)) << id;
-        EXPECT_EQ(Hex(DISP_E_MEMBERNOTFOUND), Hex(InvokeId(mRegistry.Get(), id, DISPATCH_PROPERTYGET, {}).status))
+        EXPECT_EQ(Hex(InvokeId(mRegistry.Get(), id, DISPATCH_METHOD, {}).status), Hex(DISP_E_MEMBERNOTFOUND)) << id;
+        EXPECT_EQ(Hex(InvokeId(mRegistry.Get(), id, DISPATCH_PROPERTYGET, {}).status), Hex(DISP_E_MEMBERNOTFOUND))
             << id;
     }
 }
@@ -365,8 +365,9 @@ TEST_F(InvokeOnRegistry, UnknownIdentifiersAreNotFound) {
 TEST_F(InvokeOnRegistry, TheInterfaceIdentifierMustBeNull) {
     DISPPARAMS none = {};
 
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNINTERFACE), Hex(mRegistry->Invoke(kDeleteKey, IID_IDispatch, LOCALE_USER_DEFAULT,
-                                                                  DISPATCH_METHOD, &none, nullptr, nullptr, nullptr)));
+    EXPECT_EQ(Hex(mRegistry->Invoke(kDeleteKey, IID_IDispatch, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr,
+                                    nullptr, nullptr)),
+              Hex(DISP_E_UNKNOWNINTERFACE));
 }
 
 TEST_F(InvokeOnRegistry, NullArgumentsAreRefused) {
@@ -389,10 +390,12 @@ TEST_F(InvokeOnRegistry, NoPlaceForResultErrorOrArgumentIsFine) {
     DISPPARAMS goodParameters = {good, nullptr, 2, 0};
     DISPPARAMS badParameters = {bad, nullptr, 2, 0};
 
-    EXPECT_EQ(Hex(S_OK), Hex(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &goodParameters, nullptr,
-                                               nullptr, nullptr)));
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &badParameters,
-                                                              nullptr, nullptr, nullptr)));
+    EXPECT_EQ(
+        Hex(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &goodParameters, nullptr, nullptr, nullptr)),
+        Hex(S_OK));
+    EXPECT_EQ(
+        Hex(mRegistry->Invoke(kDeleteKey, IID_NULL, 0, DISPATCH_METHOD, &badParameters, nullptr, nullptr, nullptr)),
+        Hex(DISP_E_TYPEMISMATCH));
 }
 
 TEST(InvokeFlags, AnErrorWithoutAPlaceForItIsStillAnError) {
@@ -404,7 +407,7 @@ TEST(InvokeFlags, AnErrorWithoutAPlaceForItIsStillAnError) {
     const HRESULT status = timer->Invoke(IdOf(timer.Get(), L"AddAlarm"), IID_NULL, 0, DISPATCH_METHOD, &parameters,
                                          nullptr, nullptr, nullptr);
 
-    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(status));
+    EXPECT_EQ(Hex(status), Hex(DISP_E_EXCEPTION));
 }
 
 // By reference
@@ -412,18 +415,18 @@ TEST(InvokeFlags, AnErrorWithoutAPlaceForItIsStillAnError) {
 TEST_F(InvokeOnRegistry, AnEmptyVariableReceivesText) {
     Var variable;
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(&variable)).status));
-    EXPECT_EQ(L"hello", variable.Text());
+    EXPECT_EQ(Hex(Read(L"word", Var::Ref(&variable)).status), Hex(S_OK));
+    EXPECT_EQ(variable.Text(), L"hello");
 }
 
 TEST_F(InvokeOnRegistry, ATextVariableReceivesText) {
     Bstr text(L"longer than what comes");
     Bstr null;
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(text.InOut())).status));
-    EXPECT_EQ(L"hello", text.Text());
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(null.InOut())).status));
-    EXPECT_EQ(L"hello", null.Text());
+    EXPECT_EQ(Hex(Read(L"word", Var::Ref(text.InOut())).status), Hex(S_OK));
+    EXPECT_EQ(text.Text(), L"hello");
+    EXPECT_EQ(Hex(Read(L"word", Var::Ref(null.InOut())).status), Hex(S_OK));
+    EXPECT_EQ(null.Text(), L"hello");
 }
 
 TEST_F(InvokeOnRegistry, AVariantThatHoldsAReferenceReceivesTextThroughIt) {
@@ -432,12 +435,12 @@ TEST_F(InvokeOnRegistry, AVariantThatHoldsAReferenceReceivesTextThroughIt) {
     Var inner(L"before");
     Var chain = Var::Ref(&inner);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(&outer)).status));
-    EXPECT_EQ(L"hello", text.Text());
-    EXPECT_EQ(VT_BYREF | VT_BSTR, outer.vt);
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Ref(&chain)).status));
-    EXPECT_EQ(L"hello", inner.Text());
-    EXPECT_EQ(VT_BYREF | VT_VARIANT, chain.vt);
+    EXPECT_EQ(Hex(Read(L"word", Var::Ref(&outer)).status), Hex(S_OK));
+    EXPECT_EQ(text.Text(), L"hello");
+    EXPECT_EQ(outer.vt, VT_BYREF | VT_BSTR);
+    EXPECT_EQ(Hex(Read(L"word", Var::Ref(&chain)).status), Hex(S_OK));
+    EXPECT_EQ(inner.Text(), L"hello");
+    EXPECT_EQ(chain.vt, VT_BYREF | VT_VARIANT);
 }
 
 TEST_F(InvokeOnRegistry, ANumberVariableReceivesNumericTextAsANumber) {
@@ -446,14 +449,14 @@ TEST_F(InvokeOnRegistry, ANumberVariableReceivesNumericTextAsANumber) {
     double real = 7;
     VARIANT_BOOL flag = VARIANT_FALSE;
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&number)).status));
-    EXPECT_EQ(42, number);
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&small)).status));
-    EXPECT_EQ(42, small);
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&real)).status));
-    EXPECT_EQ(42.0, real);
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Reference(VT_BOOL, &flag)).status));
-    EXPECT_EQ(VARIANT_TRUE, flag);
+    EXPECT_EQ(Hex(Read(L"number", Var::Ref(&number)).status), Hex(S_OK));
+    EXPECT_EQ(number, 42);
+    EXPECT_EQ(Hex(Read(L"number", Var::Ref(&small)).status), Hex(S_OK));
+    EXPECT_EQ(small, 42);
+    EXPECT_EQ(Hex(Read(L"number", Var::Ref(&real)).status), Hex(S_OK));
+    EXPECT_EQ(real, 42.0);
+    EXPECT_EQ(Hex(Read(L"number", Var::Reference(VT_BOOL, &flag)).status), Hex(S_OK));
+    EXPECT_EQ(flag, VARIANT_TRUE);
 }
 
 TEST_F(InvokeOnRegistry, ANumberVariableIsLeftAloneByTextThatIsNoNumber) {
@@ -462,27 +465,27 @@ TEST_F(InvokeOnRegistry, ANumberVariableIsLeftAloneByTextThatIsNoNumber) {
     PutText(L"large", L"70000");
 
     const Outcome word = Read(L"word", Var::Ref(&number));
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(word.status));
-    EXPECT_EQ(0u, word.badArgument);
-    EXPECT_EQ(7, number);
+    EXPECT_EQ(Hex(word.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(word.badArgument, 0u);
+    EXPECT_EQ(number, 7);
     const Outcome large = Read(L"large", Var::Ref(&small));
-    EXPECT_EQ(Hex(DISP_E_OVERFLOW), Hex(large.status));
-    EXPECT_EQ(0u, large.badArgument);
-    EXPECT_EQ(7, small);
+    EXPECT_EQ(Hex(large.status), Hex(DISP_E_OVERFLOW));
+    EXPECT_EQ(large.badArgument, 0u);
+    EXPECT_EQ(small, 7);
 }
 
 TEST_F(InvokeOnRegistry, AVariableOfAnotherTypeReadsTheNewValue) {
     Var number(7);
     Var date = Var::Date(1);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&number)).status));
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"number", Var::Ref(&date)).status));
+    EXPECT_EQ(Hex(Read(L"number", Var::Ref(&number)).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Read(L"number", Var::Ref(&date)).status), Hex(S_OK));
     Var text;
-    EXPECT_EQ(Hex(S_OK), Hex(VariantChangeType(&text, &number, 0, VT_BSTR)));
-    EXPECT_EQ(L"42", text.Text());
+    EXPECT_EQ(Hex(VariantChangeType(&text, &number, 0, VT_BSTR)), Hex(S_OK));
+    EXPECT_EQ(text.Text(), L"42");
     Var real;
-    EXPECT_EQ(Hex(S_OK), Hex(VariantChangeType(&real, &date, 0, VT_R8)));
-    EXPECT_EQ(42.0, real.dblVal);
+    EXPECT_EQ(Hex(VariantChangeType(&real, &date, 0, VT_R8)), Hex(S_OK));
+    EXPECT_EQ(real.dblVal, 42.0);
 }
 
 TEST_F(InvokeOnRegistry, AnArgumentThatTheMemberDoesNotChangeKeepsItsTypeAndValue) {
@@ -499,21 +502,21 @@ TEST_F(InvokeOnRegistry, AnArgumentThatTheMemberDoesNotChangeKeepsItsTypeAndValu
         Bstr text;
         const Outcome outcome =
             Call(mRegistry.Get(), L"KWO_RegGetValue", {reference, Var::Ref(&key), L"word", Var::Ref(text.InOut())});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << "type " << reference.vt;
-        EXPECT_EQ(L"hello", text.Text()) << "type " << reference.vt;
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << "type " << reference.vt;
+        EXPECT_EQ(text.Text(), L"hello") << "type " << reference.vt;
     }
-    EXPECT_EQ(L"2147483649", root.Text());
-    EXPECT_EQ(L"2147483649", rootText.Text());
-    EXPECT_EQ(kSandbox, key.Text());
-    EXPECT_EQ(kCurrentUser, number);
-    EXPECT_EQ(0x80000001u, unsignedNumber);
-    EXPECT_EQ(2147483649.0, real);
+    EXPECT_EQ(root.Text(), L"2147483649");
+    EXPECT_EQ(rootText.Text(), L"2147483649");
+    EXPECT_EQ(key.Text(), kSandbox);
+    EXPECT_EQ(number, kCurrentUser);
+    EXPECT_EQ(unsignedNumber, 0x80000001u);
+    EXPECT_EQ(real, 2147483649.0);
 }
 
 TEST_F(InvokeOnRegistry, ByValueOutputIsTakenAndTheResultIsLost) {
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", L"unchanged").status));
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var()).status));
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", 5).status));
+    EXPECT_EQ(Hex(Read(L"word", L"unchanged").status), Hex(S_OK));
+    EXPECT_EQ(Hex(Read(L"word", Var()).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Read(L"word", 5).status), Hex(S_OK));
 }
 
 TEST_F(InvokeOnRegistry, OneVariableForTwoArgumentsIsReadFirstAndWrittenLast) {
@@ -522,27 +525,27 @@ TEST_F(InvokeOnRegistry, OneVariableForTwoArgumentsIsReadFirstAndWrittenLast) {
     const Outcome outcome =
         Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var::Ref(&variable), Var::Ref(&variable)});
 
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(L"hello", variable.Text());
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(variable.Text(), L"hello");
 }
 
 TEST_F(InvokeOnRegistry, AByteArrayVariableReceivesTheBytesOfTheText) {
     SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, 4);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Read(L"word", Var::Reference(VT_ARRAY | VT_UI1, &array)).status));
+    EXPECT_EQ(Hex(Read(L"word", Var::Reference(VT_ARRAY | VT_UI1, &array)).status), Hex(S_OK));
 
     LONG upper = -1;
-    EXPECT_EQ(Hex(S_OK), Hex(SafeArrayGetUBound(array, 1, &upper)));
-    EXPECT_EQ(static_cast<LONG>(5 * sizeof(wchar_t) - 1), upper);
-    EXPECT_EQ(Hex(S_OK), Hex(SafeArrayDestroy(array)));
+    EXPECT_EQ(Hex(SafeArrayGetUBound(array, 1, &upper)), Hex(S_OK));
+    EXPECT_EQ(upper, static_cast<LONG>(5 * sizeof(wchar_t) - 1));
+    EXPECT_EQ(Hex(SafeArrayDestroy(array)), Hex(S_OK));
 }
 
 TEST_F(InvokeOnRegistry, NullReferencesAreRefusedAndNamed) {
     for (const VARTYPE type : {VT_VARIANT, VT_BSTR, VT_I4, VT_I2, VT_R8, VT_DISPATCH, VT_DATE, VT_BOOL}) {
         const Outcome outcome = Read(L"word", Var::Reference(type, nullptr));
         EXPECT_TRUE(FAILED(outcome.status)) << type;
-        EXPECT_NE(DISP_E_EXCEPTION, outcome.status) << type;
-        EXPECT_EQ(0u, outcome.badArgument) << type;
+        EXPECT_NE(outcome.status, DISP_E_EXCEPTION) << type;
+        EXPECT_EQ(outcome.badArgument, 0u) << type;
     }
 }
 
@@ -554,7 +557,7 @@ TEST_F(InvokeOnRegistry, AVariantThatRefersToItselfIsRefused) {
     const Outcome outcome = Read(L"word", Var::Ref(&circle));
 
     EXPECT_TRUE(FAILED(outcome.status)) << Hex(outcome.status);
-    EXPECT_EQ(0u, outcome.badArgument);
+    EXPECT_EQ(outcome.badArgument, 0u);
 }
 
 TEST_F(InvokeOnRegistry, EmptyConvertsToZeroAndToEmptyText) {
@@ -562,12 +565,12 @@ TEST_F(InvokeOnRegistry, EmptyConvertsToZeroAndToEmptyText) {
     Bstr text;
 
     EXPECT_EQ(
-        Hex(S_OK),
-        Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var(), Var::Ref(text.InOut())}).status));
-    EXPECT_EQ(L"the default value", text.Text());
+        Hex(Call(mRegistry.Get(), L"KWO_RegGetValue", {kCurrentUser, kSandbox, Var(), Var::Ref(text.InOut())}).status),
+        Hex(S_OK));
+    EXPECT_EQ(text.Text(), L"the default value");
     const Outcome root = Call(mRegistry.Get(), L"KWO_RegDeleteKey", {Var(), L"x"});
-    EXPECT_EQ(Hex(S_OK), Hex(root.status));
-    EXPECT_EQ(ERROR_INVALID_HANDLE, root.result.lVal);
+    EXPECT_EQ(Hex(root.status), Hex(S_OK));
+    EXPECT_EQ(root.result.lVal, ERROR_INVALID_HANDLE);
 }
 
 }  // namespace

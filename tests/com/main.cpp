@@ -39,19 +39,19 @@ public:
     explicit RegisteredDll(const HolderSearch& search) : mSearch(search) {}
 
     void SetUp() override {
-        ASSERT_EQ(Hex(S_OK), Hex(CoInitialize(nullptr)));
+        ASSERT_EQ(Hex(CoInitialize(nullptr)), Hex(S_OK));
         Library library;
         ASSERT_TRUE(library) << Narrow(DllPath()) << " cannot be loaded, error " << GetLastError();
-        ASSERT_EQ(Hex(S_OK), Hex(library.RegisterServer()));
+        ASSERT_EQ(Hex(library.RegisterServer()), Hex(S_OK));
     }
     void TearDown() override {
         {
             Library library;
             EXPECT_TRUE(library);
-            EXPECT_EQ(Hex(S_OK), Hex(library.UnregisterServer()));
+            EXPECT_EQ(Hex(library.UnregisterServer()), Hex(S_OK));
         }
         CoUninitialize();
-        EXPECT_EQ("", mSearch.Holder()) << "it left the DLL held";
+        EXPECT_EQ(mSearch.Holder(), "") << "it left the DLL held";
     }
 
 private:

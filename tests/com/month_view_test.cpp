@@ -32,7 +32,7 @@ protected:
         std::vector<Var> arguments = {static_cast<IDispatch*>(&mBox), Var::Date(kNovember21)};
         arguments.insert(arguments.end(), options.begin(), options.end());
         const Outcome outcome = Call(mView.Get(), L"Create", arguments);
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
         return outcome.result.boolVal == VARIANT_TRUE;
     }
     /// The middle of a day's cell in twips; November 2026 begins on a Sunday, the first day here.
@@ -69,50 +69,50 @@ TEST_F(MonthViewClass, TheFocusDateComesBack) {
     variable.vt = VT_DATE;
     variable.date = kNovember21 + 0.75;
     const Outcome outcome = Call(mView.Get(), L"Create", {static_cast<IDispatch*>(&mBox), Var::Ref(&variable)});
-    EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal);
-    EXPECT_EQ(VT_DATE, variable.vt);
-    EXPECT_EQ(kNovember21, variable.date);
-    EXPECT_EQ(11, Get(mView.Get(), L"VisibleMonth").result.iVal);
-    EXPECT_EQ(2026, Get(mView.Get(), L"VisibleYear").result.iVal);
+    EXPECT_EQ(outcome.result.boolVal, VARIANT_TRUE);
+    EXPECT_EQ(variable.vt, VT_DATE);
+    EXPECT_EQ(variable.date, kNovember21);
+    EXPECT_EQ(Get(mView.Get(), L"VisibleMonth").result.iVal, 11);
+    EXPECT_EQ(Get(mView.Get(), L"VisibleYear").result.iVal, 2026);
 }
 
 TEST_F(MonthViewClass, PropertiesReadBackWhatWasPut) {
     for (const wchar_t* const name :
          {L"CanSelect", L"MultiSelect", L"CaptionFontBold", L"DayHdrFontBold", L"DayFontBold", L"SelDayFontBold"}) {
         for (const bool value : {true, false}) {
-            EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, value).status)) << Narrow(name);
-            EXPECT_EQ(value, Get(mView.Get(), name).result.boolVal == VARIANT_TRUE) << Narrow(name);
+            EXPECT_EQ(Hex(Let(mView.Get(), name, value).status), Hex(S_OK)) << Narrow(name);
+            EXPECT_EQ(Get(mView.Get(), name).result.boolVal == VARIANT_TRUE, value) << Narrow(name);
         }
     }
     for (const wchar_t* const name : {L"CaptionFontColor", L"DayHdrFontColor", L"DayFontColor", L"SelDayFontColor"}) {
         const long colour = static_cast<long>(0x8000000D);
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, colour).status)) << Narrow(name);
-        EXPECT_EQ(colour, Get(mView.Get(), name).result.lVal) << Narrow(name);
+        EXPECT_EQ(Hex(Let(mView.Get(), name, colour).status), Hex(S_OK)) << Narrow(name);
+        EXPECT_EQ(Get(mView.Get(), name).result.lVal, colour) << Narrow(name);
     }
     for (const wchar_t* const name : {L"CaptionBevel", L"DayHdrBevel", L"DayBevel"}) {
         for (const int value : {0, 1, 2, 3}) {
-            EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, value).status)) << Narrow(name);
-            EXPECT_EQ(value, Get(mView.Get(), name).result.iVal) << Narrow(name);
+            EXPECT_EQ(Hex(Let(mView.Get(), name, value).status), Hex(S_OK)) << Narrow(name);
+            EXPECT_EQ(Get(mView.Get(), name).result.iVal, value) << Narrow(name);
         }
         Let(mView.Get(), name, 7);
-        EXPECT_EQ(0, Get(mView.Get(), name).result.iVal) << Narrow(name);
+        EXPECT_EQ(Get(mView.Get(), name).result.iVal, 0) << Narrow(name);
     }
     ASSERT_TRUE(CreateView());
     for (const wchar_t* const name : {L"MinDate", L"MaxDate"}) {
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mView.Get(), name, Var::Date(46'400.75)).status)) << Narrow(name);
-        EXPECT_EQ(VT_DATE, Get(mView.Get(), name).result.vt);
-        EXPECT_EQ(46'400.0, Get(mView.Get(), name).result.date) << Narrow(name);
+        EXPECT_EQ(Hex(Let(mView.Get(), name, Var::Date(46'400.75)).status), Hex(S_OK)) << Narrow(name);
+        EXPECT_EQ(Get(mView.Get(), name).result.vt, VT_DATE);
+        EXPECT_EQ(Get(mView.Get(), name).result.date, 46'400.0) << Narrow(name);
     }
 }
 
 TEST_F(MonthViewClass, DaysAreClickedAndTheFormIsAsked) {
     ASSERT_TRUE(CreateView({Var::Missing(), Var::Missing(), Var::Missing(), Var::Missing(), Var::Missing(), true}));
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"MouseDown", PressOn(5)).status));
-    EXPECT_EQ(std::vector<double>{kNovember21 - 16}, mDates);
-    EXPECT_EQ(&mBox, mBoxGiven);
-    EXPECT_EQ(VT_BOOL, mCancelType);
+    EXPECT_EQ(Hex(Call(mView.Get(), L"MouseDown", PressOn(5)).status), Hex(S_OK));
+    EXPECT_EQ(mDates, std::vector<double>{kNovember21 - 16});
+    EXPECT_EQ(mBoxGiven, &mBox);
+    EXPECT_EQ(mCancelType, VT_BOOL);
     EXPECT_TRUE(Selected(kNovember21 - 16));
-    EXPECT_EQ(kNovember21 - 16, Get(mView.Get(), L"SelDay").result.date);
+    EXPECT_EQ(Get(mView.Get(), L"SelDay").result.date, kNovember21 - 16);
     mRefuses = true;
     Call(mView.Get(), L"MouseDown", PressOn(6));
     EXPECT_FALSE(Selected(kNovember21 - 15));
@@ -121,28 +121,28 @@ TEST_F(MonthViewClass, DaysAreClickedAndTheFormIsAsked) {
 TEST_F(MonthViewClass, AUsedKeyComesBackAsZero) {
     ASSERT_TRUE(CreateView({Var::Missing(), true}));
     SHORT code = 13;
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"KeyDown", {Var::Ref(&code), 0}).status));
-    EXPECT_EQ(0, code);
+    EXPECT_EQ(Hex(Call(mView.Get(), L"KeyDown", {Var::Ref(&code), 0}).status), Hex(S_OK));
+    EXPECT_EQ(code, 0);
     EXPECT_TRUE(Selected(kNovember21));
     code = 40;
     Call(mView.Get(), L"KeyDown", {Var::Ref(&code), 0});
-    EXPECT_EQ(40, code);
+    EXPECT_EQ(code, 40);
 }
 
 TEST_F(MonthViewClass, MonthsAreToldOnRequest) {
     ASSERT_TRUE(CreateView({Var::Missing(), Var::Missing(), Var::Missing(), true}));
     Call(mView.Get(), L"ShowMonth", {3, 2027});
-    ASSERT_EQ(1u, mMonths.size());
-    EXPECT_EQ(3, mMonths[0].month);
-    EXPECT_EQ(2027, mMonths[0].year);
+    ASSERT_EQ(mMonths.size(), 1u);
+    EXPECT_EQ(mMonths[0].month, 3);
+    EXPECT_EQ(mMonths[0].year, 2027);
 }
 
 TEST_F(MonthViewClass, WhatIsNoPictureBoxIsRefused) {
     MemberObject stranger;
     for (IDispatch* const object : {static_cast<IDispatch*>(&stranger), static_cast<IDispatch*>(nullptr)}) {
         const Outcome outcome = Call(mView.Get(), L"Create", {object, Var::Date(kNovember21)});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-        EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+        EXPECT_EQ(outcome.result.boolVal, VARIANT_FALSE);
     }
 }
 
@@ -150,15 +150,15 @@ TEST_F(MonthViewClass, WhatTheHostRaisesReachesTheCaller) {
     ASSERT_TRUE(CreateView());
     mBox.failing = L"Line";
     const Outcome outcome = Call(mView.Get(), L"ShowMonth", {3, 2027});
-    EXPECT_EQ("0x800A04D2", Hex(outcome.scode));
-    EXPECT_EQ(L"the host", outcome.source);
-    EXPECT_EQ(L"refused", outcome.description);
+    EXPECT_EQ(Hex(outcome.scode), "0x800A04D2");
+    EXPECT_EQ(outcome.source, L"the host");
+    EXPECT_EQ(outcome.description, L"refused");
     mBox.failing = L"Parent";
     EXPECT_FALSE(CreateView());
     const ComPtr<IDispatch> fresh = Create(L"KWOMonthView");
     const Outcome missing = Call(fresh.Get(), L"ShowMonth", {3, 2027});
-    EXPECT_EQ("0x800A005B", Hex(missing.scode));
-    EXPECT_EQ(L"KWOMonthView.ShowMonth", missing.source);
+    EXPECT_EQ(Hex(missing.scode), "0x800A005B");
+    EXPECT_EQ(missing.source, L"KWOMonthView.ShowMonth");
 }
 
 TEST_F(MonthViewClass, NamesOfTheHostsMembersAreResolvedOnce) {
@@ -171,7 +171,7 @@ TEST_F(MonthViewClass, NamesOfTheHostsMembersAreResolvedOnce) {
     }
     for (const auto& [name, count] : mBox.asked)
         EXPECT_LE(count, 1) << Narrow(name);
-    EXPECT_EQ(0, mBox.asked[L"hDC"]) << "known from the first drawing";
+    EXPECT_EQ(mBox.asked[L"hDC"], 0) << "known from the first drawing";
 }
 
 TEST_F(MonthViewClass, AFormMayLetGoOfTheCalendarWhileItIsAsked) {
@@ -179,7 +179,7 @@ TEST_F(MonthViewClass, AFormMayLetGoOfTheCalendarWhileItIsAsked) {
     IDispatch* const raw = mView.Get();
     mOnDate = [this] { mView.Reset(); };
     const std::vector<Var> press = PressOn(5);
-    EXPECT_EQ(Hex(S_OK), Hex(Call(raw, L"MouseDown", press).status));
+    EXPECT_EQ(Hex(Call(raw, L"MouseDown", press).status), Hex(S_OK));
     EXPECT_FALSE(mView);
 }
 
@@ -190,8 +190,8 @@ TEST_F(MonthViewClass, TheCallersObjectsAreGivenBack) {
     Call(mView.Get(), L"MouseDown", PressOn(5));
     EXPECT_GT(mBox.references, box);
     mView.Reset();
-    EXPECT_EQ(box, mBox.references);
-    EXPECT_EQ(form, mForm.references);
+    EXPECT_EQ(mBox.references, box);
+    EXPECT_EQ(mForm.references, form);
 }
 
 /// The calendar of November 2026 by the system's own calls and nothing else.
@@ -244,7 +244,7 @@ TEST_F(MonthViewClass, ThePictureIsThatOfTheSystemsOwnCalls) {
     // In the language and the week of the machine of this test.
     wchar_t first[2];
     GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_IFIRSTDAYOFWEEK, first, 2);
-    ASSERT_EQ(L'6', first[0]);
+    ASSERT_EQ(first[0], L'6');
     ASSERT_TRUE(CreateView({Var::Date(kNovember21 - 10)}));
     Call(mView.Get(), L"Resize");
     HostBox expected(kWidth, kHeight, &mForm);

@@ -35,8 +35,8 @@ constexpr DISPID kSetValue = 0x60030024;
 TEST_F(Names, AreFoundInAnyLetterCase) {
     for (const wchar_t* name : {L"KWO_RegSetValue", L"kwo_regsetvalue", L"KWO_REGSETVALUE", L"kWo_rEgSeTvAlUe"}) {
         const Found found = Find(mRegistry.Get(), {name});
-        EXPECT_EQ(Hex(S_OK), Hex(found.status)) << Narrow(name);
-        EXPECT_EQ(kSetValue, found.ids[0]) << Narrow(name);
+        EXPECT_EQ(Hex(found.status), Hex(S_OK)) << Narrow(name);
+        EXPECT_EQ(found.ids[0], kSetValue) << Narrow(name);
     }
 }
 
@@ -47,8 +47,8 @@ TEST_F(Names, UnknownOnesAreUnknown) {
           L"KWO\x2011RegSetValue", L"\xFFFF", L"\xD800", L"\x0130WO_RegSetValue", L"\x212AWO_RegSetValue",
           L"\xFF2B\xFF37\xFF2F", L"QueryInterface", L"AddRef", L"Invoke", longName.c_str()}) {
         const Found found = Find(mRegistry.Get(), {name});
-        EXPECT_EQ(Hex(DISP_E_UNKNOWNNAME), Hex(found.status)) << Narrow(name).substr(0, 40);
-        EXPECT_EQ(DISPID_UNKNOWN, found.ids[0]) << Narrow(name).substr(0, 40);
+        EXPECT_EQ(Hex(found.status), Hex(DISP_E_UNKNOWNNAME)) << Narrow(name).substr(0, 40);
+        EXPECT_EQ(found.ids[0], DISPID_UNKNOWN) << Narrow(name).substr(0, 40);
     }
 }
 
@@ -56,36 +56,36 @@ TEST_F(Names, ArgumentsAreCountedFromZeroInAnyOrderAndCase) {
     const Found found =
         Find(mRegistry.Get(), {L"KWO_RegSetValue", L"Value", L"KEYROOT", L"valuename", L"KeyName", L"KeyRoot"});
 
-    EXPECT_EQ(Hex(S_OK), Hex(found.status));
-    EXPECT_EQ((std::vector<DISPID>{kSetValue, 3, 0, 2, 1, 0}), found.ids);
+    EXPECT_EQ(Hex(found.status), Hex(S_OK));
+    EXPECT_EQ(found.ids, (std::vector<DISPID>{kSetValue, 3, 0, 2, 1, 0}));
 }
 
 TEST_F(Names, AnUnknownArgumentIsUnknownAndTheOthersAreStillFound) {
     const Found found = Find(mRegistry.Get(), {L"KWO_RegSetValue", L"KeyRoot", L"Nonsense", L"Value"});
 
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNNAME), Hex(found.status));
-    EXPECT_EQ((std::vector<DISPID>{kSetValue, 0, DISPID_UNKNOWN, 3}), found.ids);
+    EXPECT_EQ(Hex(found.status), Hex(DISP_E_UNKNOWNNAME));
+    EXPECT_EQ(found.ids, (std::vector<DISPID>{kSetValue, 0, DISPID_UNKNOWN, 3}));
 }
 
 TEST_F(Names, AnotherMembersArgumentIsUnknown) {
     const Found found = Find(mRegistry.Get(), {L"KWO_RegDeleteKey", L"ValueName"});
 
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNNAME), Hex(found.status));
-    EXPECT_EQ((std::vector<DISPID>{0x6003001C, DISPID_UNKNOWN}), found.ids);
+    EXPECT_EQ(Hex(found.status), Hex(DISP_E_UNKNOWNNAME));
+    EXPECT_EQ(found.ids, (std::vector<DISPID>{0x6003001C, DISPID_UNKNOWN}));
 }
 
 TEST_F(Names, TheResultIsNoArgument) {
     const Found found = Find(mRegistry.Get(), {L"KWO_RegDeleteKey", L"Status"});
 
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNNAME), Hex(found.status));
-    EXPECT_EQ(DISPID_UNKNOWN, found.ids[1]);
+    EXPECT_EQ(Hex(found.status), Hex(DISP_E_UNKNOWNNAME));
+    EXPECT_EQ(found.ids[1], DISPID_UNKNOWN);
 }
 
 TEST_F(Names, ArgumentsOfAnUnknownMemberAreAllUnknown) {
     const Found found = Find(mRegistry.Get(), {L"Nonsense", L"KeyRoot", L"KeyName"});
 
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNNAME), Hex(found.status));
-    EXPECT_EQ(std::vector<DISPID>(3, DISPID_UNKNOWN), found.ids);
+    EXPECT_EQ(Hex(found.status), Hex(DISP_E_UNKNOWNNAME));
+    EXPECT_EQ(found.ids, std::vector<DISPID>(3, DISPID_UNKNOWN));
 }
 
 TEST_F(Names, AThousandAtOnceAreAnswered) {
@@ -95,14 +95,14 @@ TEST_F(Names, AThousandAtOnceAreAnswered) {
 
     const Found found = Find(mRegistry.Get(), names);
 
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNNAME), Hex(found.status));
-    EXPECT_EQ(kSetValue, found.ids[0]);
-    EXPECT_EQ(500, std::count(found.ids.begin(), found.ids.end(), 3));
-    EXPECT_EQ(500, std::count(found.ids.begin(), found.ids.end(), DISPID_UNKNOWN));
+    EXPECT_EQ(Hex(found.status), Hex(DISP_E_UNKNOWNNAME));
+    EXPECT_EQ(found.ids[0], kSetValue);
+    EXPECT_EQ(std::count(found.ids.begin(), found.ids.end(), 3), 500);
+    EXPECT_EQ(std::count(found.ids.begin(), found.ids.end(), DISPID_UNKNOWN), 500);
 }
 
 TEST_F(Names, TheInterfaceIdentifierMustBeNull) {
-    EXPECT_EQ(Hex(DISP_E_UNKNOWNINTERFACE), Hex(Find(mRegistry.Get(), {L"KWO_RegSetValue"}, IID_IDispatch).status));
+    EXPECT_EQ(Hex(Find(mRegistry.Get(), {L"KWO_RegSetValue"}, IID_IDispatch).status), Hex(DISP_E_UNKNOWNINTERFACE));
 }
 
 TEST_F(Names, NullPointersAreRefused) {
@@ -122,15 +122,15 @@ TEST_F(Names, NoNamesAtAllTouchNothing) {
     mRegistry->GetIDsOfNames(IID_NULL, &name, 0, LOCALE_USER_DEFAULT, &id);
     mRegistry->GetIDsOfNames(IID_NULL, nullptr, 0, LOCALE_USER_DEFAULT, nullptr);
 
-    EXPECT_EQ(12345, id);
+    EXPECT_EQ(id, 12345);
 }
 
 TEST_F(Names, EveryLocaleGivesTheSameNames) {
     LPOLESTR name = const_cast<LPOLESTR>(L"kwo_regdeletekey");
     for (const LCID locale : {0x0409u, 0x041Fu, 0x0407u, 0u, 0xFFFFu}) {
         DISPID id = DISPID_UNKNOWN;
-        EXPECT_EQ(Hex(S_OK), Hex(mRegistry->GetIDsOfNames(IID_NULL, &name, 1, locale, &id))) << locale;
-        EXPECT_EQ(0x6003001C, id) << locale;
+        EXPECT_EQ(Hex(mRegistry->GetIDsOfNames(IID_NULL, &name, 1, locale, &id)), Hex(S_OK)) << locale;
+        EXPECT_EQ(id, 0x6003001C) << locale;
     }
 }
 
@@ -155,10 +155,10 @@ TEST(NamesOfEveryClass, AreThoseOfTheTypeLibrary) {
 
             const Found found = Find(object.Get(), raw);
 
-            EXPECT_EQ(Hex(S_OK), Hex(found.status)) << Narrow(className) << '.' << names[0];
-            EXPECT_EQ(function->memid, found.ids[0]) << Narrow(className) << '.' << names[0];
+            EXPECT_EQ(Hex(found.status), Hex(S_OK)) << Narrow(className) << '.' << names[0];
+            EXPECT_EQ(found.ids[0], function->memid) << Narrow(className) << '.' << names[0];
             for (std::size_t n = 1; n < raw.size(); ++n) {
-                EXPECT_EQ(static_cast<DISPID>(n - 1), found.ids[n]) << Narrow(className) << '.' << names[0];
+                EXPECT_EQ(found.ids[n], static_cast<DISPID>(n - 1)) << Narrow(className) << '.' << names[0];
             }
         }
     }

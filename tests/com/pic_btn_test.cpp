@@ -20,8 +20,8 @@ protected:
     void TearDown() override { mForm.values.clear(); }
     void CreateButton(const wchar_t* caption = L"&Save") {
         const Outcome outcome = Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), caption});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
-        EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal) << "in every case";
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
+        EXPECT_EQ(outcome.result.boolVal, VARIANT_FALSE) << "in every case";
     }
     Outcome Mouse(const wchar_t* member, int x = 300, int y = 150) {
         return Call(mButton.Get(), member, {1, 0, Var(static_cast<double>(x)), Var(static_cast<double>(y))});
@@ -58,23 +58,23 @@ TEST_F(PicBtnClass, ThePictureIsThatOfTheSystemsOwnCalls) {
     Mouse(L"MouseUp");
     DrawExpected(expected, false, true);
     EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
-    EXPECT_EQ(1, mClicks);
-    EXPECT_EQ(&mBox, mBoxGiven);
+    EXPECT_EQ(mClicks, 1);
+    EXPECT_EQ(mBoxGiven, &mBox);
 }
 
 TEST_F(PicBtnClass, PropertiesReadBack) {
-    EXPECT_EQ(Hex(S_OK), Hex(Let(mButton.Get(), L"Caption", L"x\u00E4&").status));
-    EXPECT_EQ(L"x\u00E4&", Get(mButton.Get(), L"Caption").result.Text());
+    EXPECT_EQ(Hex(Let(mButton.Get(), L"Caption", L"x\u00E4&").status), Hex(S_OK));
+    EXPECT_EQ(Get(mButton.Get(), L"Caption").result.Text(), L"x\u00E4&");
     for (const wchar_t* const name : {L"TextAlignment", L"PicAlignment"}) {
         Let(mButton.Get(), name, 3);
-        EXPECT_EQ(3, Get(mButton.Get(), L"TextAlignment").result.iVal);
-        EXPECT_EQ(3, Get(mButton.Get(), L"PicAlignment").result.iVal);
+        EXPECT_EQ(Get(mButton.Get(), L"TextAlignment").result.iVal, 3);
+        EXPECT_EQ(Get(mButton.Get(), L"PicAlignment").result.iVal, 3);
         Let(mButton.Get(), name, 0);
-        EXPECT_EQ(2, Get(mButton.Get(), name).result.iVal);
+        EXPECT_EQ(Get(mButton.Get(), name).result.iVal, 2);
     }
-    EXPECT_EQ(VARIANT_TRUE, Get(mButton.Get(), L"MultiLine").result.boolVal);
+    EXPECT_EQ(Get(mButton.Get(), L"MultiLine").result.boolVal, VARIANT_TRUE);
     Let(mButton.Get(), L"MultiLine", false);
-    EXPECT_EQ(VARIANT_FALSE, Get(mButton.Get(), L"MultiLine").result.boolVal);
+    EXPECT_EQ(Get(mButton.Get(), L"MultiLine").result.boolVal, VARIANT_FALSE);
 }
 
 TEST_F(PicBtnClass, TakesAWindowAndAContextWithoutASign) {
@@ -85,43 +85,43 @@ TEST_F(PicBtnClass, TakesAWindowAndAContextWithoutASign) {
         result->dblVal = 4294901761.0;
         return S_OK;
     });
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mButton.Get(), L"LostFocus").status));
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"LostFocus").status), Hex(S_OK));
 }
 
 TEST_F(PicBtnClass, KeysComeBackUsedUp) {
     CreateButton();
     SHORT code = 13;
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mButton.Get(), L"KeyDown", {Var::Ref(&code), 0}).status));
-    EXPECT_EQ(0, code);
-    EXPECT_EQ(1, mClicks);
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"KeyDown", {Var::Ref(&code), 0}).status), Hex(S_OK));
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(mClicks, 1);
     code = 'S';
     SHORT shift = 4;
     Outcome outcome = Call(mButton.Get(), L"Form_KeyDown", {Var::Ref(&code), Var::Ref(&shift)});
-    EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal);
-    EXPECT_EQ(0, code);
-    EXPECT_EQ(0, shift);
-    EXPECT_EQ(2, mClicks);
+    EXPECT_EQ(outcome.result.boolVal, VARIANT_TRUE);
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(shift, 0);
+    EXPECT_EQ(mClicks, 2);
     code = 'S';
     shift = 6;
     outcome = Call(mButton.Get(), L"Form_KeyDown", {Var::Ref(&code), Var::Ref(&shift)});
-    EXPECT_EQ(VARIANT_FALSE, outcome.result.boolVal);
-    EXPECT_EQ('S', code);
+    EXPECT_EQ(outcome.result.boolVal, VARIANT_FALSE);
+    EXPECT_EQ(code, 'S');
 }
 
 TEST_F(PicBtnClass, ErrorsHaveTheMembersName) {
     const Outcome missing = Call(mButton.Get(), L"LostFocus");
-    EXPECT_EQ("0x800A005B", Hex(missing.scode));
-    EXPECT_EQ(L"KWOPicBtn.LostFocus", missing.source);
+    EXPECT_EQ(Hex(missing.scode), "0x800A005B");
+    EXPECT_EQ(missing.source, L"KWOPicBtn.LostFocus");
     CreateButton();
     mForm.failing = L"OnButtonClick";
     Mouse(L"MouseDown");
     const Outcome failed = Mouse(L"MouseUp");
-    EXPECT_EQ("0x800A04D2", Hex(failed.scode));
-    EXPECT_EQ(L"KWOPicBtn.MouseUp", failed.source);
-    EXPECT_EQ(0u, failed.description.find(L"refused\r\n")) << Narrow(failed.description);
+    EXPECT_EQ(Hex(failed.scode), "0x800A04D2");
+    EXPECT_EQ(failed.source, L"KWOPicBtn.MouseUp");
+    EXPECT_EQ(failed.description.find(L"refused\r\n"), 0u) << Narrow(failed.description);
     mForm.failing.clear();
     mBox.failing = L"Cls";
-    EXPECT_EQ(L"KWOPicBtn.Create", Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), L"x"}).source);
+    EXPECT_EQ(Call(mButton.Get(), L"Create", {static_cast<IDispatch*>(&mBox), L"x"}).source, L"KWOPicBtn.Create");
 }
 
 TEST_F(PicBtnClass, AHandlerMayReplaceTheBox) {
@@ -135,13 +135,13 @@ TEST_F(PicBtnClass, AHandlerMayReplaceTheBox) {
             other.AddRef();
         };
         Mouse(L"MouseDown");
-        EXPECT_EQ(Hex(S_OK), Hex(Mouse(L"MouseUp").status));
+        EXPECT_EQ(Hex(Mouse(L"MouseUp").status), Hex(S_OK));
         const int before = other.refreshes;
         Call(mButton.Get(), L"LostFocus");
-        EXPECT_EQ(before + 1, other.refreshes);
+        EXPECT_EQ(other.refreshes, before + 1);
     }
     mButton.Reset();
-    EXPECT_EQ(0u, other.references);
+    EXPECT_EQ(other.references, 0u);
 }
 
 TEST_F(PicBtnClass, AHandlerMayLetGoOfTheButton) {
@@ -149,7 +149,7 @@ TEST_F(PicBtnClass, AHandlerMayLetGoOfTheButton) {
     IDispatch* const raw = mButton.Get();
     mOnClick = [this](VARIANT&) { mButton.Reset(); };
     Mouse(L"MouseDown");
-    EXPECT_EQ(Hex(S_OK), Hex(Call(raw, L"MouseUp", {1, 0, Var(300.0), Var(150.0)}).status));
+    EXPECT_EQ(Hex(Call(raw, L"MouseUp", {1, 0, Var(300.0), Var(150.0)}).status), Hex(S_OK));
     EXPECT_FALSE(mButton);
 }
 

@@ -77,7 +77,7 @@ TEST(ProcessEnd, NothingIsReleasedAnyMore) {
     CloseHandle(started.hThread);
     CloseHandle(started.hProcess);
 
-    EXPECT_EQ(0u, code);
+    EXPECT_EQ(code, 0u);
 }
 
 }  // namespace

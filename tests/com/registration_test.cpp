@@ -88,7 +88,7 @@ void ExpectSame(const Snapshot& before, const Snapshot& after) {
     const std::vector<std::string> lines = Differences(before, after);
     for (std::size_t i = 0; i < lines.size() && i < 20; ++i)
         ADD_FAILURE() << lines[i];
-    EXPECT_EQ(0u, lines.size());
+    EXPECT_EQ(lines.size(), 0u);
 }
 
 std::wstring MachineText(const std::wstring& path, const wchar_t* name = nullptr) {
@@ -120,9 +120,9 @@ class Unregistered : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(mLibrary);
-        ASSERT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+        ASSERT_EQ(Hex(mLibrary.UnregisterServer()), Hex(S_OK));
     }
-    void TearDown() override { EXPECT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer())); }
+    void TearDown() override { EXPECT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK)); }
 
     Library mLibrary;
 };
@@ -146,9 +146,9 @@ protected:
     /// The machine's classes with ours among them.
     const Snapshot& RegisteredMachine() {
         if (theRegisteredMachine.empty()) {
-            EXPECT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+            EXPECT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
             theRegisteredMachine = MachineClasses();
-            EXPECT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+            EXPECT_EQ(Hex(mLibrary.UnregisterServer()), Hex(S_OK));
         }
         return theRegisteredMachine;
     }
@@ -168,36 +168,36 @@ TEST_F(Registration, MachineWideAndBackLeavesTheRegistryAsItWas) {
 
 TEST_F(Registration, TwiceIsAsOnceAndOneRemovalTakesItAllAway) {
     RegisteredMachine();
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
+    ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
     ExpectSame(theRegisteredMachine, MachineClasses());
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
+    ASSERT_EQ(Hex(mLibrary.UnregisterServer()), Hex(S_OK));
 
     ExpectSame(theMachine, MachineClasses());
 }
 
 TEST_F(Registration, TakenAwayThoughNotThereChangesNothing) {
-    EXPECT_EQ(Hex(S_OK), Hex(mLibrary.UnregisterServer()));
-    EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, L"user")));
+    EXPECT_EQ(Hex(mLibrary.UnregisterServer()), Hex(S_OK));
+    EXPECT_EQ(Hex(mLibrary.Install(false, L"user")), Hex(S_OK));
 
     ExpectSame(theMachine, MachineClasses());
     ExpectSame(theUser, UserClasses());
 }
 
 TEST_F(Registration, PerUserStaysOutOfTheMachinesClassesAndGoesAsItCame) {
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, L"user")));
+    ASSERT_EQ(Hex(mLibrary.Install(true, L"user")), Hex(S_OK));
     EXPECT_GT(Differences(theUser, UserClasses()).size(), 50u);
     ExpectSame(theMachine, MachineClasses());
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, L"user")));
+    ASSERT_EQ(Hex(mLibrary.Install(false, L"user")), Hex(S_OK));
 
     ExpectSame(theUser, UserClasses());
 }
 
 TEST_F(Registration, PerUserWritesWhatMachineWideWrites) {
     RegisteredMachine();
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, L"USER")));
+    ASSERT_EQ(Hex(mLibrary.Install(true, L"USER")), Hex(S_OK));
     const Snapshot user = UserClasses();
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, L"user")));
+    ASSERT_EQ(Hex(mLibrary.Install(false, L"user")), Hex(S_OK));
 
     for (const auto& [path, value] : theRegisteredMachine) {
         // A record of the shared keys that had to be made depends on what was there.
@@ -207,14 +207,14 @@ TEST_F(Registration, PerUserWritesWhatMachineWideWrites) {
         // A key that the system itself has made keeps its own spelling.
         const bool isLibrary = CompareStringOrdinal(path.c_str(), 9, L"\\TypeLib\\", 9, TRUE) == CSTR_EQUAL;
         const auto found = user.find(isLibrary ? L"\\TypeLib" + path.substr(8) : path);
-        EXPECT_EQ(value, found != user.end() ? found->second : L"nothing") << Narrow(path);
+        EXPECT_EQ(found != user.end() ? found->second : L"nothing", value) << Narrow(path);
     }
 }
 
 TEST_F(Registration, AnUnknownWordIsRefusedAndChangesNothing) {
     for (const wchar_t* commandLine : {L"users", L"usr", L"user ", L"/user", L"all", L" "}) {
-        EXPECT_EQ(Hex(E_INVALIDARG), Hex(mLibrary.Install(true, commandLine))) << Narrow(commandLine);
-        EXPECT_EQ(Hex(E_INVALIDARG), Hex(mLibrary.Install(false, commandLine))) << Narrow(commandLine);
+        EXPECT_EQ(Hex(mLibrary.Install(true, commandLine)), Hex(E_INVALIDARG)) << Narrow(commandLine);
+        EXPECT_EQ(Hex(mLibrary.Install(false, commandLine)), Hex(E_INVALIDARG)) << Narrow(commandLine);
     }
 
     ExpectSame(theMachine, MachineClasses());
@@ -224,33 +224,33 @@ TEST_F(Registration, AnUnknownWordIsRefusedAndChangesNothing) {
 TEST_F(Registration, WithoutAWordItIsForTheWholeComputer) {
     for (const wchar_t* commandLine : {L"", L"machine", L"Machine", static_cast<const wchar_t*>(nullptr)}) {
         CLSID id = {};
-        EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(true, commandLine)));
-        EXPECT_EQ(Hex(S_OK), Hex(CLSIDFromProgID(L"KWOUtil.KWOTimer", &id)));
-        EXPECT_EQ(Hex(S_OK), Hex(mLibrary.Install(false, commandLine)));
+        EXPECT_EQ(Hex(mLibrary.Install(true, commandLine)), Hex(S_OK));
+        EXPECT_EQ(Hex(CLSIDFromProgID(L"KWOUtil.KWOTimer", &id)), Hex(S_OK));
+        EXPECT_EQ(Hex(mLibrary.Install(false, commandLine)), Hex(S_OK));
         EXPECT_TRUE(FAILED(CLSIDFromProgID(L"KWOUtil.KWOTimer", &id)));
     }
 }
 
 TEST_F(Registration, NamesEveryClassWithItsFileThreadingAndLibrary) {
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
     for (const std::wstring& name : ClassNames()) {
         const std::wstring progId = L"KWOUtil." + name;
         const std::wstring classKey = L"CLSID\\" + IdentifierText(name);
 
-        EXPECT_EQ(IdentifierText(name), MachineText(progId + L"\\CLSID")) << Narrow(name);
+        EXPECT_EQ(MachineText(progId + L"\\CLSID"), IdentifierText(name)) << Narrow(name);
         EXPECT_TRUE(SamePath(DllPath(), MachineText(classKey + L"\\InprocServer32"))) << Narrow(name);
-        EXPECT_EQ(L"Apartment", MachineText(classKey + L"\\InprocServer32", L"ThreadingModel")) << Narrow(name);
-        EXPECT_EQ(progId, MachineText(classKey + L"\\ProgID")) << Narrow(name);
-        EXPECT_EQ(L"{548B7A79-6EC2-4190-8590-E39BA0B37159}", MachineText(classKey + L"\\TypeLib")) << Narrow(name);
+        EXPECT_EQ(MachineText(classKey + L"\\InprocServer32", L"ThreadingModel"), L"Apartment") << Narrow(name);
+        EXPECT_EQ(MachineText(classKey + L"\\ProgID"), progId) << Narrow(name);
+        EXPECT_EQ(MachineText(classKey + L"\\TypeLib"), L"{548B7A79-6EC2-4190-8590-E39BA0B37159}") << Narrow(name);
     }
 }
 
 TEST_F(Registration, ClassesAreNotMarkedSafeForScripts) {
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
     for (const std::wstring& name : ClassNames()) {
         HKEY key = nullptr;
         const std::wstring path = L"Software\\Classes\\CLSID\\" + IdentifierText(name) + L"\\Implemented Categories";
-        EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key))
+        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND)
             << Narrow(name);
         if (key != nullptr) RegCloseKey(key);
     }
@@ -261,9 +261,9 @@ TEST_F(Registration, TypeLibraryIsFoundByItsIdentifier) {
     ComPtr<ITypeLib> library;
     EXPECT_TRUE(FAILED(LoadRegTypeLib(id, 4, 5, 0, library.Out())));
 
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary.RegisterServer()));
+    ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
 
-    EXPECT_EQ(Hex(S_OK), Hex(LoadRegTypeLib(id, 4, 5, 0, library.Out())));
+    EXPECT_EQ(Hex(LoadRegTypeLib(id, 4, 5, 0, library.Out())), Hex(S_OK));
 }
 
 TEST_F(Registration, WithoutItNoClassIsKnown) {
@@ -295,12 +295,12 @@ TEST_F(Registration, MachineWideThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
         const std::wstring path = L"Software\\Classes\\" + stone;
         const VolatileKey key(HKEY_LOCAL_MACHINE, path);
 
-        EXPECT_EQ(Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)), Hex(mLibrary.RegisterServer()))
+        EXPECT_EQ(Hex(mLibrary.RegisterServer()), Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)))
             << Narrow(stone);
 
         // It was there before, so it must be there still.
         HKEY still = nullptr;
-        EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &still)) << Narrow(stone);
+        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &still), ERROR_SUCCESS) << Narrow(stone);
         if (still != nullptr) RegCloseKey(still);
     }
     ExpectSame(theMachine, MachineClasses());
@@ -315,7 +315,7 @@ TEST_F(Registration, PerUserThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
         const VolatileKey key(HKEY_CURRENT_USER, L"Software\\Classes\\KWOUtil.KWOTimer");
         const Snapshot user = UserClasses();
 
-        EXPECT_EQ(Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)), Hex(mLibrary.Install(true, L"user")));
+        EXPECT_EQ(Hex(mLibrary.Install(true, L"user")), Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)));
 
         ExpectSame(user, UserClasses());
     }
@@ -332,7 +332,7 @@ protected:
         context.cbSize = sizeof context;
         context.lpSource = manifest.c_str();
         mContext = CreateActCtxW(&context);
-        ASSERT_NE(INVALID_HANDLE_VALUE, mContext) << Narrow(manifest) << ", error " << GetLastError();
+        ASSERT_NE(mContext, INVALID_HANDLE_VALUE) << Narrow(manifest) << ", error " << GetLastError();
         ASSERT_TRUE(ActivateActCtx(mContext, &mCookie));
     }
     void TearDown() override {
@@ -351,8 +351,8 @@ TEST_F(RegistrationFree, EveryClassIsCreatedByItsIdentifier) {
     for (const std::wstring& name : ClassNames()) {
         CLSID id = {};
         ComPtr<IDispatch> object;
-        ASSERT_EQ(Hex(S_OK), Hex(CLSIDFromString(IdentifierText(name).c_str(), &id)));
-        EXPECT_EQ(Hex(S_OK), Hex(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid())))
+        ASSERT_EQ(Hex(CLSIDFromString(IdentifierText(name).c_str(), &id)), Hex(S_OK));
+        EXPECT_EQ(Hex(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid())), Hex(S_OK))
             << Narrow(name);
     }
 }
@@ -366,7 +366,7 @@ TEST_F(RegistrationFree, AClassAnswersByName) {
     const ComPtr<IDispatch> registry = Create(L"KWORegistry");
     ASSERT_TRUE(registry);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
+    EXPECT_EQ(Hex(Call(registry.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status), Hex(S_OK));
 }
 
 /// The manifest that the README shows, for this bitness, as a file beside the DLLs.
@@ -409,7 +409,7 @@ TEST_F(Unregistered, TheReadmesManifestFindsBothAssemblies) {
     context.cbSize = sizeof context;
     context.lpSource = manifest.path.c_str();
     const HANDLE handle = CreateActCtxW(&context);
-    ASSERT_NE(INVALID_HANDLE_VALUE, handle) << "error " << GetLastError();
+    ASSERT_NE(handle, INVALID_HANDLE_VALUE) << "error " << GetLastError();
     ULONG_PTR cookie = 0;
     ASSERT_TRUE(ActivateActCtx(handle, &cookie));
     ACTCTX_SECTION_KEYED_DATA found = {};

@@ -21,8 +21,8 @@ protected:
     void SetUp() override {
         Remove();
         HKEY key = nullptr;
-        ASSERT_EQ(ERROR_SUCCESS,
-                  RegCreateKeyExW(HKEY_CURRENT_USER, kSandbox, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr));
+        ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kSandbox, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
         mKey = key;
         mRegistry = Create(L"KWORegistry");
         ASSERT_TRUE(mRegistry);
@@ -36,8 +36,8 @@ protected:
     long Handle() const { return static_cast<long>(reinterpret_cast<std::intptr_t>(mKey)); }
 
     void Put(const wchar_t* name, DWORD type, const void* bytes, std::size_t size) const {
-        ASSERT_EQ(ERROR_SUCCESS,
-                  RegSetValueExW(mKey, name, 0, type, static_cast<const BYTE*>(bytes), static_cast<DWORD>(size)));
+        ASSERT_EQ(RegSetValueExW(mKey, name, 0, type, static_cast<const BYTE*>(bytes), static_cast<DWORD>(size)),
+                  ERROR_SUCCESS);
     }
     void PutText(const wchar_t* name, const std::wstring& text) const {
         Put(name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
@@ -65,19 +65,19 @@ protected:
         Bstr text(L"as it was");
         const Outcome outcome =
             Call(mRegistry.Get(), L"KWO_RegGetValue", {root, keyName, valueName, Var::Ref(text.InOut())});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-        EXPECT_EQ(VT_I4, outcome.result.vt);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+        EXPECT_EQ(outcome.result.vt, VT_I4);
         if (value != nullptr) *value = text.Text();
         return outcome.result.lVal;
     }
     std::wstring TextOf(const wchar_t* valueName) const {
         std::wstring value;
-        EXPECT_EQ(ERROR_SUCCESS, GetValue(kCurrentUser, kSandbox, valueName, &value));
+        EXPECT_EQ(GetValue(kCurrentUser, kSandbox, valueName, &value), ERROR_SUCCESS);
         return value;
     }
     Var GetValueEx(const wchar_t* valueName, const Var& fallback) const {
         const Outcome outcome = Call(mRegistry.Get(), L"KWO_RegGetValueEx", {Handle(), valueName, fallback});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
         return outcome.result;
     }
 

@@ -53,11 +53,11 @@ protected:
                                       static_cast<IDispatch*>(&mBar)};
         arguments.insert(arguments.end(), options.begin(), options.end());
         const Outcome outcome = Call(mSplitter.Get(), L"Create", arguments);
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
         return outcome.result.boolVal == VARIANT_TRUE;
     }
     void Mouse(const wchar_t* member, double x) {
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mSplitter.Get(), member, {1, 0, Var(x), 0}).status));
+        EXPECT_EQ(Hex(Call(mSplitter.Get(), member, {1, 0, Var(x), 0}).status), Hex(S_OK));
     }
     /// The black pixels in a row of the window, which is the bar's line while it is inverted.
     int DarkPixels() {
@@ -84,13 +84,13 @@ using Place = std::vector<double>;
 
 TEST_F(SplitterVClass, FitsThePanesToTheBar) {
     ASSERT_TRUE(CreateSplitter({6, 60, 30, 90, 120}));
-    EXPECT_EQ((Place{2000, 30, 90, 2850}), mBar.Place());
-    EXPECT_EQ((Place{60, 30, 1940, 2850}), mLeft.Place());
-    EXPECT_EQ((Place{2090, 30, 3760, 2850}), mRight.Place());
-    EXPECT_EQ(60.0f, Get(mSplitter.Get(), L"LeftMargin").result.fltVal);
+    EXPECT_EQ(mBar.Place(), (Place{2000, 30, 90, 2850}));
+    EXPECT_EQ(mLeft.Place(), (Place{60, 30, 1940, 2850}));
+    EXPECT_EQ(mRight.Place(), (Place{2090, 30, 3760, 2850}));
+    EXPECT_EQ(Get(mSplitter.Get(), L"LeftMargin").result.fltVal, 60.0f);
     Let(mSplitter.Get(), L"BottomMargin", Var(0.0));
     Call(mSplitter.Get(), L"Resize");
-    EXPECT_EQ((Place{60, 30, 1940, 2970}), mLeft.Place());
+    EXPECT_EQ(mLeft.Place(), (Place{60, 30, 1940, 2970}));
 }
 
 TEST_F(SplitterVClass, TakesAWindowWithoutASign) {
@@ -106,7 +106,7 @@ TEST_F(SplitterVClass, ALineFollowsThePointerAndLeavesNothing) {
     FillRect(screen, &area, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     ReleaseDC(nullptr, screen);
     ASSERT_TRUE(CreateSplitter());
-    ASSERT_EQ(0, DarkPixels());
+    ASSERT_EQ(DarkPixels(), 0);
     Mouse(L"MouseDown", 30);
     EXPECT_GE(DarkPixels(), 1);
     EXPECT_LE(DarkPixels(), 8);
@@ -114,22 +114,22 @@ TEST_F(SplitterVClass, ALineFollowsThePointerAndLeavesNothing) {
     EXPECT_GE(DarkPixels(), 1);
     EXPECT_LE(DarkPixels(), 8);
     Mouse(L"MouseUp", 900);
-    EXPECT_EQ(0, DarkPixels());
-    EXPECT_EQ(2870, mBar.Place()[0]);
-    EXPECT_EQ(2870, mLeft.Place()[2]);
+    EXPECT_EQ(DarkPixels(), 0);
+    EXPECT_EQ(mBar.Place()[0], 2870);
+    EXPECT_EQ(mLeft.Place()[2], 2870);
 }
 
 TEST_F(SplitterVClass, AFailureIsToldByABoxAndFalse) {
     BoxAnswerer user;
     mContainer.failing = L"ScaleWidth";
     EXPECT_FALSE(CreateSplitter());
-    ASSERT_EQ(1u, user.boxes.size());
-    EXPECT_NE(std::wstring::npos, user.boxes[0].text.find(L"refused")) << Narrow(user.boxes[0].text);
+    ASSERT_EQ(user.boxes.size(), 1u);
+    EXPECT_NE(user.boxes[0].text.find(L"refused"), std::wstring::npos) << Narrow(user.boxes[0].text);
     mContainer.failing.clear();
     MemberObject stranger;
     mLeft.values[L"Container"] = Var(static_cast<IDispatch*>(&stranger));
     EXPECT_FALSE(CreateSplitter());
-    EXPECT_EQ(1u, user.boxes.size());
+    EXPECT_EQ(user.boxes.size(), 1u);
     mLeft.values[L"Container"] = Var();
 }
 
@@ -143,7 +143,7 @@ TEST_F(SplitterVClass, TheCallersObjectsAreGivenBack) {
     const ULONG after[] = {mForm.references, mContainer.references, mLeft.references, mRight.references,
                            mBar.references};
     for (std::size_t at = 0; at < 5; ++at)
-        EXPECT_EQ(before[at], after[at]) << at;
+        EXPECT_EQ(after[at], before[at]) << at;
 }
 
 }  // namespace

@@ -108,29 +108,29 @@ TEST_F(SysMetricsClass, TheDisplayHasTheDensityOfThisRun) {
     wchar_t wanted[8] = L"96";
     GetEnvironmentVariableW(L"KWO_DPI", wanted, 8);
     const int dots = static_cast<int>(std::wcstol(wanted, nullptr, 10));
-    EXPECT_EQ(MulDiv(1440, 1, dots), TwipsPerPixel(LOGPIXELSX));
-    EXPECT_EQ(MulDiv(1440, 1, dots), TwipsPerPixel(LOGPIXELSY));
+    EXPECT_EQ(TwipsPerPixel(LOGPIXELSX), MulDiv(1440, 1, dots));
+    EXPECT_EQ(TwipsPerPixel(LOGPIXELSY), MulDiv(1440, 1, dots));
 }
 
 TEST_F(SysMetricsClass, EveryMemberIsWhatTheSystemSays) {
     for (const Row& row : kRows) {
         const int value = GetSystemMetrics(row.index);
         const Outcome outcome = Call(mMetrics.Get(), row.member);
-        ASSERT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(row.member);
+        ASSERT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(row.member);
         switch (row.expect) {
             case Expect::Flag:
             case Expect::FirstBit:
-                ASSERT_EQ(VT_BOOL, outcome.result.vt) << Narrow(row.member);
-                EXPECT_EQ((row.expect == Expect::Flag ? value : value & 1) != 0, outcome.result.boolVal == VARIANT_TRUE)
+                ASSERT_EQ(outcome.result.vt, VT_BOOL) << Narrow(row.member);
+                EXPECT_EQ(outcome.result.boolVal == VARIANT_TRUE, (row.expect == Expect::Flag ? value : value & 1) != 0)
                     << Narrow(row.member);
                 break;
             case Expect::Short:
-                ASSERT_EQ(VT_I2, outcome.result.vt) << Narrow(row.member);
-                EXPECT_EQ(value, outcome.result.iVal) << Narrow(row.member);
+                ASSERT_EQ(outcome.result.vt, VT_I2) << Narrow(row.member);
+                EXPECT_EQ(outcome.result.iVal, value) << Narrow(row.member);
                 break;
             default:
-                ASSERT_EQ(VT_I4, outcome.result.vt) << Narrow(row.member);
-                EXPECT_EQ(value, outcome.result.lVal) << Narrow(row.member);
+                ASSERT_EQ(outcome.result.vt, VT_I4) << Narrow(row.member);
+                EXPECT_EQ(outcome.result.lVal, value) << Narrow(row.member);
                 break;
         }
     }
@@ -143,32 +143,32 @@ TEST_F(SysMetricsClass, DimensionsAreInTwipsByArgumentAndByProperty) {
             const int factor = row.expect == Expect::X   ? TwipsPerPixel(LOGPIXELSX)
                                : row.expect == Expect::Y ? TwipsPerPixel(LOGPIXELSY)
                                                          : 1;
-            EXPECT_EQ(GetSystemMetrics(row.index) * factor, Call(mMetrics.Get(), row.member, arguments).result.lVal)
+            EXPECT_EQ(Call(mMetrics.Get(), row.member, arguments).result.lVal, GetSystemMetrics(row.index) * factor)
                 << Narrow(row.member);
         }
     };
     expectTwips({1});
     expectTwips({L"1"});
-    EXPECT_EQ(Hex(S_OK), Hex(Let(mMetrics.Get(), L"ScaleMode", 1).status));
+    EXPECT_EQ(Hex(Let(mMetrics.Get(), L"ScaleMode", 1).status), Hex(S_OK));
     expectTwips({});
     expectTwips({Var::Missing()});
-    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), Call(mMetrics.Get(), L"ScreenX", {3}).result.lVal);
+    EXPECT_EQ(Call(mMetrics.Get(), L"ScreenX", {3}).result.lVal, GetSystemMetrics(SM_CXSCREEN));
 }
 
 TEST_F(SysMetricsClass, ModeThatIsNoneSticks) {
-    EXPECT_EQ(3, Get(mMetrics.Get(), L"ScaleMode").result.iVal);
+    EXPECT_EQ(Get(mMetrics.Get(), L"ScaleMode").result.iVal, 3);
     Let(mMetrics.Get(), L"ScaleMode", 2);
     Let(mMetrics.Get(), L"ScaleMode", 1);
 
-    EXPECT_EQ(2, Get(mMetrics.Get(), L"ScaleMode").result.iVal);
+    EXPECT_EQ(Get(mMetrics.Get(), L"ScaleMode").result.iVal, 2);
 }
 
 TEST_F(SysMetricsClass, ArgumentThatIsNoModeIsAnError) {
     Outcome outcome = Call(mMetrics.Get(), L"BorderX", {L"wide"});
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A000D)), Hex(outcome.scode));
-    EXPECT_EQ(L"KWOSysMetrics.BorderX", outcome.source);
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A000D)));
+    EXPECT_EQ(outcome.source, L"KWOSysMetrics.BorderX");
     outcome = Call(mMetrics.Get(), L"BorderX", {40'000});
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0006)), Hex(outcome.scode));
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A0006)));
 }
 
 }  // namespace

@@ -21,13 +21,13 @@ protected:
     /// A font of the class, by the early-bound interface of fonts.
     ComPtr<IFont> Font(const wchar_t* property) {
         const Outcome outcome = Get(mFonts.Get(), property);
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-        EXPECT_EQ(VT_DISPATCH, outcome.result.vt);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+        EXPECT_EQ(outcome.result.vt, VT_DISPATCH);
         return outcome.result.vt == VT_DISPATCH ? As<IFont>(outcome.result.pdispVal, IID_IFont) : ComPtr<IFont>();
     }
     static std::wstring NameOf(IFont* font) {
         Bstr name;
-        EXPECT_EQ(Hex(S_OK), Hex(font->get_Name(name.Out())));
+        EXPECT_EQ(Hex(font->get_Name(name.Out())), Hex(S_OK));
         return name.Text();
     }
     static std::wstring Wide(const char* text) { return std::wstring(text, text + strlen(text)); }
@@ -53,14 +53,14 @@ TEST_F(SysParamsClass, FontsAreThoseOfTheDesktop) {
         CY size = {};
         BOOL bold = FALSE;
         BOOL italic = FALSE;
-        EXPECT_EQ(Wide(row.expected.lfFaceName), NameOf(font.Get())) << Narrow(row.property);
-        EXPECT_EQ(Hex(S_OK), Hex(font->get_Size(&size)));
-        EXPECT_EQ(Hex(S_OK), Hex(font->get_Bold(&bold)));
-        EXPECT_EQ(Hex(S_OK), Hex(font->get_Italic(&italic)));
-        EXPECT_NEAR(std::abs(row.expected.lfHeight * twipsPerPixel) / 20, static_cast<double>(size.int64) / 10'000, 0.4)
+        EXPECT_EQ(NameOf(font.Get()), Wide(row.expected.lfFaceName)) << Narrow(row.property);
+        EXPECT_EQ(Hex(font->get_Size(&size)), Hex(S_OK));
+        EXPECT_EQ(Hex(font->get_Bold(&bold)), Hex(S_OK));
+        EXPECT_EQ(Hex(font->get_Italic(&italic)), Hex(S_OK));
+        EXPECT_NEAR(static_cast<double>(size.int64) / 10'000, std::abs(row.expected.lfHeight * twipsPerPixel) / 20, 0.4)
             << Narrow(row.property);
-        EXPECT_EQ(row.expected.lfWeight > 550, bold != FALSE) << Narrow(row.property);
-        EXPECT_EQ(row.expected.lfItalic != 0, italic != FALSE) << Narrow(row.property);
+        EXPECT_EQ(bold != FALSE, row.expected.lfWeight > 550) << Narrow(row.property);
+        EXPECT_EQ(italic != FALSE, row.expected.lfItalic != 0) << Narrow(row.property);
     }
 }
 
@@ -99,12 +99,12 @@ protected:
     void MakeFonts() { mFonts = Create(L"KWOSysParams"); }
     static double SizeOf(IFont* font) {
         CY size = {};
-        EXPECT_EQ(Hex(S_OK), Hex(font->get_Size(&size)));
+        EXPECT_EQ(Hex(font->get_Size(&size)), Hex(S_OK));
         return static_cast<double>(size.int64) / 10'000;
     }
     static bool Has(IFont* font, HRESULT (STDMETHODCALLTYPE IFont::*style)(BOOL*)) {
         BOOL value = FALSE;
-        EXPECT_EQ(Hex(S_OK), Hex((font->*style)(&value)));
+        EXPECT_EQ(Hex((font->*style)(&value)), Hex(S_OK));
         return value != FALSE;
     }
     std::optional<ReplacedFunction> mReplaced;
@@ -112,18 +112,18 @@ protected:
 
 TEST_F(FontsOfAnotherDesktop, EachPropertyGivesItsOwn) {
     MakeFonts();
-    EXPECT_EQ(41u, theAction);
-    EXPECT_EQ(340u, theSize);
-    EXPECT_EQ(L"Wingdings", NameOf(Font(L"CaptionFont").Get()));
-    EXPECT_EQ(L"Marlett", NameOf(Font(L"MenuFont").Get()));
-    EXPECT_EQ(L"Tahoma", NameOf(Font(L"StatusFont").Get()));
-    EXPECT_EQ(L"Symbol", NameOf(Font(L"MessageFont").Get()));
+    EXPECT_EQ(theAction, 41u);
+    EXPECT_EQ(theSize, 340u);
+    EXPECT_EQ(NameOf(Font(L"CaptionFont").Get()), L"Wingdings");
+    EXPECT_EQ(NameOf(Font(L"MenuFont").Get()), L"Marlett");
+    EXPECT_EQ(NameOf(Font(L"StatusFont").Get()), L"Tahoma");
+    EXPECT_EQ(NameOf(Font(L"MessageFont").Get()), L"Symbol");
     EXPECT_TRUE(Has(Font(L"CaptionFont").Get(), &IFont::get_Bold));
     EXPECT_FALSE(Has(Font(L"MenuFont").Get(), &IFont::get_Bold));
     EXPECT_LT(SizeOf(Font(L"CaptionFont").Get()), SizeOf(Font(L"MenuFont").Get()));
     EXPECT_LT(SizeOf(Font(L"StatusFont").Get()), SizeOf(Font(L"MessageFont").Get()));
     Get(mFonts.Get(), L"SmCaptionFont");
-    EXPECT_EQ(L"Webdings", NameOf(Font(L"CaptionFont").Get()));
+    EXPECT_EQ(NameOf(Font(L"CaptionFont").Get()), L"Webdings");
 }
 
 TEST_F(FontsOfAnotherDesktop, WhateverIsNotZeroIsAStyle) {
@@ -140,9 +140,9 @@ TEST_F(FontsOfAnotherDesktop, WhateverIsNotZeroIsAStyle) {
                 {L"MessageFont", false, false, true}};
     for (const auto& row : rows) {
         const ComPtr<IFont> font = Font(row.property);
-        EXPECT_EQ(row.italic, Has(font.Get(), &IFont::get_Italic)) << Narrow(row.property);
-        EXPECT_EQ(row.underline, Has(font.Get(), &IFont::get_Underline)) << Narrow(row.property);
-        EXPECT_EQ(row.strikethrough, Has(font.Get(), &IFont::get_Strikethrough)) << Narrow(row.property);
+        EXPECT_EQ(Has(font.Get(), &IFont::get_Italic), row.italic) << Narrow(row.property);
+        EXPECT_EQ(Has(font.Get(), &IFont::get_Underline), row.underline) << Narrow(row.property);
+        EXPECT_EQ(Has(font.Get(), &IFont::get_Strikethrough), row.strikethrough) << Narrow(row.property);
     }
 }
 
@@ -154,35 +154,35 @@ TEST_F(FontsOfAnotherDesktop, FontsThatAreNotToldHaveNoNameAndNoSize) {
         const ComPtr<IFont> font = Font(property);
         ASSERT_TRUE(font);
         // Wine's font object returns the name of the font that it would draw with.
-        EXPECT_EQ(isWine, !NameOf(font.Get()).empty()) << Narrow(property);
-        EXPECT_EQ(isWine, SizeOf(font.Get()) != 0) << Narrow(property);
+        EXPECT_EQ(!NameOf(font.Get()).empty(), isWine) << Narrow(property);
+        EXPECT_EQ(SizeOf(font.Get()) != 0, isWine) << Narrow(property);
         EXPECT_FALSE(Has(font.Get(), &IFont::get_Bold)) << Narrow(property);
     }
 }
 
 TEST_F(SysParamsClass, AFontAnswersLateBoundCallers) {
     const Outcome outcome = Get(mFonts.Get(), L"MenuFont");
-    ASSERT_EQ(VT_DISPATCH, outcome.result.vt);
+    ASSERT_EQ(outcome.result.vt, VT_DISPATCH);
     for (const wchar_t* const property : {L"Name", L"Size", L"Bold", L"Italic", L"Underline", L"Strikethrough"})
-        EXPECT_EQ(Hex(S_OK), Hex(Get(outcome.result.pdispVal, property).status)) << Narrow(property);
+        EXPECT_EQ(Hex(Get(outcome.result.pdispVal, property).status), Hex(S_OK)) << Narrow(property);
 }
 
 TEST_F(SysParamsClass, AFontIsSharedWithAllWhoGetIt) {
     const ComPtr<IFont> first = Font(L"StatusFont");
     ASSERT_TRUE(first);
-    EXPECT_EQ(Hex(S_OK), Hex(first->put_Strikethrough(TRUE)));
+    EXPECT_EQ(Hex(first->put_Strikethrough(TRUE)), Hex(S_OK));
 
     const ComPtr<IFont> second = Font(L"StatusFont");
     BOOL strikethrough = FALSE;
-    EXPECT_EQ(Hex(S_OK), Hex(second->get_Strikethrough(&strikethrough)));
+    EXPECT_EQ(Hex(second->get_Strikethrough(&strikethrough)), Hex(S_OK));
     EXPECT_TRUE(strikethrough);
-    EXPECT_EQ(first.Get(), second.Get());
+    EXPECT_EQ(second.Get(), first.Get());
 }
 
 TEST_F(SysParamsClass, AFontOutlivesTheObject) {
     const ComPtr<IFont> font = Font(L"CaptionFont");
     mFonts = {};
-    EXPECT_EQ(Wide(mMetrics.lfCaptionFont.lfFaceName), NameOf(font.Get()));
+    EXPECT_EQ(NameOf(font.Get()), Wide(mMetrics.lfCaptionFont.lfFaceName));
 }
 
 TEST_F(SysParamsClass, TheSmallCaptionFontIsNoneAndNamesTheCaptionFont) {
@@ -192,10 +192,10 @@ TEST_F(SysParamsClass, TheSmallCaptionFontIsNoneAndNamesTheCaptionFont) {
     caption->put_Name(other.Get());
 
     const Outcome outcome = Get(mFonts.Get(), L"SmCaptionFont");
-    EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
-    EXPECT_EQ(VT_DISPATCH, outcome.result.vt);
-    EXPECT_EQ(nullptr, outcome.result.pdispVal);
-    EXPECT_EQ(Wide(mMetrics.lfSmCaptionFont.lfFaceName), NameOf(caption.Get()));
+    EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
+    EXPECT_EQ(outcome.result.vt, VT_DISPATCH);
+    EXPECT_EQ(outcome.result.pdispVal, nullptr);
+    EXPECT_EQ(NameOf(caption.Get()), Wide(mMetrics.lfSmCaptionFont.lfFaceName));
 }
 
 }  // namespace

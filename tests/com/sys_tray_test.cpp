@@ -84,7 +84,7 @@ ComPtr<IDispatch> MakePicture(short type, COLORREF colour) {
     }
     DeleteObject(mask);
     ComPtr<IDispatch> picture;
-    EXPECT_EQ(Hex(S_OK), Hex(OleCreatePictureIndirect(&description, IID_IDispatch, TRUE, picture.OutVoid())));
+    EXPECT_EQ(Hex(OleCreatePictureIndirect(&description, IID_IDispatch, TRUE, picture.OutVoid())), Hex(S_OK));
     return picture;
 }
 
@@ -114,7 +114,7 @@ protected:
     }
     bool Creates(IDispatch* tray, const CallerWindow& window, IDispatch* icon, const std::wstring& tip = L"tip") {
         const Outcome outcome = CreateIcon(tray, window, icon, tip);
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
         return outcome.result.boolVal == VARIANT_TRUE;
     }
     std::wstring Tip() { return Get(mTray.Get(), L"Tip").result.Text(); }
@@ -128,34 +128,34 @@ TEST_F(SysTrayClass, AnEndWithoutMemoryIsLeftByTheHostAlive) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
     {
         const AllocationFaults faults(1);
-        EXPECT_EQ(0u, mTray.Reset());
+        EXPECT_EQ(mTray.Reset(), 0u);
         EXPECT_TRUE(faults.Happened());
     }
     mIcon->AddRef();
-    EXPECT_EQ(1u, mIcon->Release()) << "the object is gone for all that";
+    EXPECT_EQ(mIcon->Release(), 1u) << "the object is gone for all that";
 }
 
 TEST_F(SysTrayClass, AnIconIsAddedChangedAndRemoved) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
-    EXPECT_EQ(L"Hello", Tip());
-    EXPECT_EQ(mIcon.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
+    EXPECT_EQ(Tip(), L"Hello");
+    EXPECT_EQ(Get(mTray.Get(), L"Icon").result.pdispVal, mIcon.Get());
 
-    EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", L"Changed").status));
-    EXPECT_EQ(L"Changed", Tip());
+    EXPECT_EQ(Hex(Let(mTray.Get(), L"Tip", L"Changed").status), Hex(S_OK));
+    EXPECT_EQ(Tip(), L"Changed");
     const ComPtr<IDispatch> other = MakePicture(PICTYPE_ICON, kGreen);
-    EXPECT_EQ(Hex(S_OK), Hex(Set(mTray.Get(), L"Icon", other.Get()).status));
-    EXPECT_EQ(other.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
+    EXPECT_EQ(Hex(Set(mTray.Get(), L"Icon", other.Get()).status), Hex(S_OK));
+    EXPECT_EQ(Get(mTray.Get(), L"Icon").result.pdispVal, other.Get());
 
     // There is one icon for a window: a second object gets none until the first has gone.
     const ComPtr<IDispatch> second = Create(L"KWOSysTray");
     EXPECT_FALSE(Creates(second.Get(), mWindow, mIcon.Get()));
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mTray.Get(), L"Destroy").status));
+    EXPECT_EQ(Hex(Call(mTray.Get(), L"Destroy").status), Hex(S_OK));
     EXPECT_TRUE(Creates(second.Get(), mWindow, mIcon.Get()));
 }
 
 TEST_F(SysTrayClass, TheIconGoesWithTheObject) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
-    EXPECT_EQ(0u, mTray.Reset());
+    EXPECT_EQ(mTray.Reset(), 0u);
 
     mTray = Create(L"KWOSysTray");
     EXPECT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
@@ -166,58 +166,58 @@ TEST_F(SysTrayClass, TwoWindowsHaveTheirOwnIcons) {
     const ComPtr<IDispatch> other = Create(L"KWOSysTray");
     EXPECT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"one"));
     EXPECT_TRUE(Creates(other.Get(), otherWindow, mIcon.Get(), L"two"));
-    EXPECT_EQ(L"one", Tip());
-    EXPECT_EQ(L"two", Get(other.Get(), L"Tip").result.Text());
+    EXPECT_EQ(Tip(), L"one");
+    EXPECT_EQ(Get(other.Get(), L"Tip").result.Text(), L"two");
 }
 
 TEST_F(SysTrayClass, ABitmapIsRefusedAndTakesTheIconAway) {
     const ComPtr<IDispatch> bitmap = MakePicture(PICTYPE_BITMAP, kGreen);
     ASSERT_TRUE(bitmap);
     EXPECT_FALSE(Creates(mTray.Get(), mWindow, bitmap.Get()));
-    EXPECT_EQ(nullptr, Get(mTray.Get(), L"Icon").result.pdispVal);
+    EXPECT_EQ(Get(mTray.Get(), L"Icon").result.pdispVal, nullptr);
 
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
     EXPECT_FALSE(Creates(mTray.Get(), mWindow, bitmap.Get()));
     const ComPtr<IDispatch> second = Create(L"KWOSysTray");
     EXPECT_TRUE(Creates(second.Get(), mWindow, mIcon.Get())) << "the icon was still there";
-    EXPECT_EQ(Hex(S_OK), Hex(Set(mTray.Get(), L"Icon", bitmap.Get()).status));
-    EXPECT_EQ(mIcon.Get(), Get(mTray.Get(), L"Icon").result.pdispVal);
+    EXPECT_EQ(Hex(Set(mTray.Get(), L"Icon", bitmap.Get()).status), Hex(S_OK));
+    EXPECT_EQ(Get(mTray.Get(), L"Icon").result.pdispVal, mIcon.Get());
 }
 
 TEST_F(SysTrayClass, HandlesCrossAsWhateverNumberHoldsThem) {
     for (const Var& window : {Var(mWindow.Handle()), Var(static_cast<long long>(mWindow.Handle())),
                               Var(static_cast<double>(mWindow.Handle())), Var(std::to_wstring(mWindow.Handle()))}) {
         const Outcome outcome = Call(mTray.Get(), L"Create", {window, mIcon.Get(), L"tip"});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << window.vt;
-        EXPECT_EQ(VARIANT_TRUE, outcome.result.boolVal) << window.vt;
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << window.vt;
+        EXPECT_EQ(outcome.result.boolVal, VARIANT_TRUE) << window.vt;
     }
 }
 
 TEST_F(SysTrayClass, ATipIsCutTo64Characters) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(63, L'x')));
-    EXPECT_EQ(std::wstring(63, L'x'), Tip());
+    EXPECT_EQ(Tip(), std::wstring(63, L'x'));
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), std::wstring(70, L'y')));
-    EXPECT_EQ(std::wstring(64, L'y'), Tip());
-    EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", std::wstring(100, L'z')).status));
-    EXPECT_EQ(std::wstring(64, L'z'), Tip());
+    EXPECT_EQ(Tip(), std::wstring(64, L'y'));
+    EXPECT_EQ(Hex(Let(mTray.Get(), L"Tip", std::wstring(100, L'z')).status), Hex(S_OK));
+    EXPECT_EQ(Tip(), std::wstring(64, L'z'));
 }
 
 TEST_F(SysTrayClass, ATipBeforeTheIconIsDropped) {
-    EXPECT_EQ(Hex(S_OK), Hex(Let(mTray.Get(), L"Tip", L"early").status));
-    EXPECT_EQ(L"", Tip());
+    EXPECT_EQ(Hex(Let(mTray.Get(), L"Tip", L"early").status), Hex(S_OK));
+    EXPECT_EQ(Tip(), L"");
 }
 
 TEST_F(SysTrayClass, WhatIsNoPictureIsRefused) {
     const Outcome none = CreateIcon(mTray.Get(), mWindow, nullptr, L"tip");
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A005B)), Hex(none.scode));
-    EXPECT_EQ(L"KWOSysTray.Create", none.source);
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A005B)),
-              Hex(Set(mTray.Get(), L"Icon", static_cast<IDispatch*>(nullptr)).scode));
+    EXPECT_EQ(Hex(none.scode), Hex(static_cast<HRESULT>(0x800A005B)));
+    EXPECT_EQ(none.source, L"KWOSysTray.Create");
+    EXPECT_EQ(Hex(Set(mTray.Get(), L"Icon", static_cast<IDispatch*>(nullptr)).scode),
+              Hex(static_cast<HRESULT>(0x800A005B)));
     Probe stranger;
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A01B6)), Hex(CreateIcon(mTray.Get(), mWindow, &stranger, L"tip").scode));
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH),
-              Hex(Call(mTray.Get(), L"Create", {mWindow.Handle(), L"no picture", L"tip"}).status));
-    EXPECT_EQ(0u, stranger.references);
+    EXPECT_EQ(Hex(CreateIcon(mTray.Get(), mWindow, &stranger, L"tip").scode), Hex(static_cast<HRESULT>(0x800A01B6)));
+    EXPECT_EQ(Hex(Call(mTray.Get(), L"Create", {mWindow.Handle(), L"no picture", L"tip"}).status),
+              Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(stranger.references, 0u);
 }
 
 /// A picture that has the dispatch identifiers of pictures and nothing else.
@@ -259,31 +259,31 @@ TEST_F(SysTrayClass, PicturesAreReachedByTheirDispatchIdentifiers) {
     native->get_Handle(&handle);
     DispatchPicture picture(3, handle);
     EXPECT_TRUE(Creates(mTray.Get(), mWindow, &picture));
-    EXPECT_EQ(&picture, Get(mTray.Get(), L"Icon").result.pdispVal);
+    EXPECT_EQ(Get(mTray.Get(), L"Icon").result.pdispVal, &picture);
 
     DispatchPicture bitmap(1, handle);
     EXPECT_FALSE(Creates(mTray.Get(), mWindow, &bitmap));
     picture.failure = L"Invalid picture";
     const Outcome outcome = CreateIcon(mTray.Get(), mWindow, &picture, L"tip");
-    EXPECT_EQ("0x800A01E1", Hex(outcome.scode));
-    EXPECT_EQ(L"Host", outcome.source);
-    EXPECT_EQ(L"Invalid picture", outcome.description);
-    EXPECT_EQ(0u, bitmap.references);
+    EXPECT_EQ(Hex(outcome.scode), "0x800A01E1");
+    EXPECT_EQ(outcome.source, L"Host");
+    EXPECT_EQ(outcome.description, L"Invalid picture");
+    EXPECT_EQ(bitmap.references, 0u);
     mTray = {};
-    EXPECT_EQ(0u, picture.references);
+    EXPECT_EQ(picture.references, 0u);
 }
 
 TEST_F(SysTrayClass, MessageNumbersAreThoseOfTheMouse) {
     const auto number = [&](const wchar_t* property, short button) {
         return Get(mTray.Get(), property, {Var(button)}).result.lVal;
     };
-    EXPECT_EQ(WM_LBUTTONDOWN, number(L"MouseDownMsg", 1));
-    EXPECT_EQ(WM_RBUTTONDOWN, number(L"MouseDownMsg", 2));
-    EXPECT_EQ(WM_LBUTTONUP, number(L"MouseUpMsg", 1));
-    EXPECT_EQ(WM_RBUTTONUP, number(L"MouseUpMsg", 2));
-    EXPECT_EQ(WM_LBUTTONDBLCLK, number(L"DoubleClickMsg", 1));
-    EXPECT_EQ(WM_RBUTTONDBLCLK, number(L"DoubleClickMsg", 2));
-    EXPECT_EQ(0, number(L"MouseUpMsg", 3));
+    EXPECT_EQ(number(L"MouseDownMsg", 1), WM_LBUTTONDOWN);
+    EXPECT_EQ(number(L"MouseDownMsg", 2), WM_RBUTTONDOWN);
+    EXPECT_EQ(number(L"MouseUpMsg", 1), WM_LBUTTONUP);
+    EXPECT_EQ(number(L"MouseUpMsg", 2), WM_RBUTTONUP);
+    EXPECT_EQ(number(L"DoubleClickMsg", 1), WM_LBUTTONDBLCLK);
+    EXPECT_EQ(number(L"DoubleClickMsg", 2), WM_RBUTTONDBLCLK);
+    EXPECT_EQ(number(L"MouseUpMsg", 3), 0);
 }
 
 /// Records what the notification area would be told.
@@ -347,16 +347,16 @@ protected:
 TEST_F(NotificationAreaIsTold, TheWholeRecordWhenAnIconIsAdded) {
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get(), L"Hello"));
 
-    ASSERT_EQ(1u, theTold.size());
+    ASSERT_EQ(theTold.size(), 1u);
     const NOTIFYICONDATAA& record = theTold[0].record;
-    EXPECT_EQ(static_cast<DWORD>(NIM_ADD), theTold[0].message);
-    EXPECT_EQ(sizeof(void*) == 4 ? 88u : 104u, record.cbSize);
-    EXPECT_EQ(mWindow.Handle(), static_cast<long>(reinterpret_cast<INT_PTR>(record.hWnd)));
-    EXPECT_EQ(static_cast<UINT>(reinterpret_cast<UINT_PTR>(GetModuleHandleW(L"KWOUtil.dll"))), record.uID);
-    EXPECT_EQ(static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP), record.uFlags);
-    EXPECT_EQ(512u, record.uCallbackMessage);
-    EXPECT_EQ(mHandle, record.hIcon);
-    EXPECT_EQ(TipOf("Hello"), theTold[0].Tip());
+    EXPECT_EQ(theTold[0].message, static_cast<DWORD>(NIM_ADD));
+    EXPECT_EQ(record.cbSize, sizeof(void*) == 4 ? 88u : 104u);
+    EXPECT_EQ(static_cast<long>(reinterpret_cast<INT_PTR>(record.hWnd)), mWindow.Handle());
+    EXPECT_EQ(record.uID, static_cast<UINT>(reinterpret_cast<UINT_PTR>(GetModuleHandleW(L"KWOUtil.dll"))));
+    EXPECT_EQ(record.uFlags, static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP));
+    EXPECT_EQ(record.uCallbackMessage, 512u);
+    EXPECT_EQ(record.hIcon, mHandle);
+    EXPECT_EQ(theTold[0].Tip(), TipOf("Hello"));
 }
 
 TEST_F(NotificationAreaIsTold, OnlyWhatChanges) {
@@ -366,18 +366,18 @@ TEST_F(NotificationAreaIsTold, OnlyWhatChanges) {
     Set(mTray.Get(), L"Icon", other.Get());
     Call(mTray.Get(), L"Destroy");
 
-    ASSERT_EQ(4u, theTold.size());
-    EXPECT_EQ(static_cast<DWORD>(NIM_MODIFY), theTold[1].message);
-    EXPECT_EQ(static_cast<UINT>(NIF_TIP), theTold[1].record.uFlags);
-    EXPECT_EQ(TipOf("Changed"), theTold[1].Tip());
-    EXPECT_EQ(static_cast<DWORD>(NIM_MODIFY), theTold[2].message);
-    EXPECT_EQ(static_cast<UINT>(NIF_ICON), theTold[2].record.uFlags);
-    EXPECT_EQ(HandleOf(other.Get()), theTold[2].record.hIcon);
-    EXPECT_EQ(static_cast<DWORD>(NIM_DELETE), theTold[3].message);
+    ASSERT_EQ(theTold.size(), 4u);
+    EXPECT_EQ(theTold[1].message, static_cast<DWORD>(NIM_MODIFY));
+    EXPECT_EQ(theTold[1].record.uFlags, static_cast<UINT>(NIF_TIP));
+    EXPECT_EQ(theTold[1].Tip(), TipOf("Changed"));
+    EXPECT_EQ(theTold[2].message, static_cast<DWORD>(NIM_MODIFY));
+    EXPECT_EQ(theTold[2].record.uFlags, static_cast<UINT>(NIF_ICON));
+    EXPECT_EQ(theTold[2].record.hIcon, HandleOf(other.Get()));
+    EXPECT_EQ(theTold[3].message, static_cast<DWORD>(NIM_DELETE));
     for (const Told& told : theTold) {
-        EXPECT_EQ(theTold[0].record.cbSize, told.record.cbSize);
-        EXPECT_EQ(theTold[0].record.hWnd, told.record.hWnd);
-        EXPECT_EQ(theTold[0].record.uID, told.record.uID);
+        EXPECT_EQ(told.record.cbSize, theTold[0].record.cbSize);
+        EXPECT_EQ(told.record.hWnd, theTold[0].record.hWnd);
+        EXPECT_EQ(told.record.uID, theTold[0].record.uID);
     }
 }
 
@@ -386,20 +386,20 @@ TEST_F(NotificationAreaIsTold, ATipOf64BytesWithoutAnEnd) {
     Let(mTray.Get(), L"Tip", std::wstring(64, L'y'));
     Let(mTray.Get(), L"Tip", std::wstring(70, L'z'));
 
-    ASSERT_EQ(3u, theTold.size());
-    EXPECT_EQ(TipOf(std::string(63, 'x')), theTold[0].Tip());
-    EXPECT_EQ(std::string(64, 'y'), theTold[1].Tip());
-    EXPECT_EQ(std::string(64, 'z'), theTold[2].Tip());
+    ASSERT_EQ(theTold.size(), 3u);
+    EXPECT_EQ(theTold[0].Tip(), TipOf(std::string(63, 'x')));
+    EXPECT_EQ(theTold[1].Tip(), std::string(64, 'y'));
+    EXPECT_EQ(theTold[2].Tip(), std::string(64, 'z'));
 }
 
 TEST_F(NotificationAreaIsTold, CharactersThatTheCodePageLacksAreReplaced) {
     Creates(mTray.Get(), mWindow, mIcon.Get(), L"a\u4E00b");
 
-    ASSERT_EQ(1u, theTold.size());
+    ASSERT_EQ(theTold.size(), 1u);
     char expected[10] = "";
     WideCharToMultiByte(CP_ACP, 0, L"a\u4E00b", -1, expected, 10, nullptr, nullptr);
-    EXPECT_EQ(TipOf(expected), theTold[0].Tip());
-    EXPECT_EQ(L"a\u4E00b", Tip());
+    EXPECT_EQ(theTold[0].Tip(), TipOf(expected));
+    EXPECT_EQ(Tip(), L"a\u4E00b");
 }
 
 TEST_F(NotificationAreaIsTold, OfShownIconsAgainWhenTheTaskbarIsCreatedAnew) {
@@ -412,16 +412,16 @@ TEST_F(NotificationAreaIsTold, OfShownIconsAgainWhenTheTaskbarIsCreatedAnew) {
 
     RecreateTaskbar();
 
-    ASSERT_EQ(2u, theTold.size());
-    EXPECT_EQ(TipOf("Changed"), theTold[0].Tip());
-    EXPECT_EQ(TipOf("Other"), theTold[1].Tip());
+    ASSERT_EQ(theTold.size(), 2u);
+    EXPECT_EQ(theTold[0].Tip(), TipOf("Changed"));
+    EXPECT_EQ(theTold[1].Tip(), TipOf("Other"));
     for (std::size_t i = 0; i < 2; ++i) {
-        EXPECT_EQ(static_cast<DWORD>(NIM_ADD), theTold[i].message);
-        EXPECT_EQ(before[i].record.hWnd, theTold[i].record.hWnd);
-        EXPECT_EQ(before[i].record.uID, theTold[i].record.uID);
-        EXPECT_EQ(static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP), theTold[i].record.uFlags);
-        EXPECT_EQ(512u, theTold[i].record.uCallbackMessage);
-        EXPECT_EQ(mHandle, theTold[i].record.hIcon);
+        EXPECT_EQ(theTold[i].message, static_cast<DWORD>(NIM_ADD));
+        EXPECT_EQ(theTold[i].record.hWnd, before[i].record.hWnd);
+        EXPECT_EQ(theTold[i].record.uID, before[i].record.uID);
+        EXPECT_EQ(theTold[i].record.uFlags, static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP));
+        EXPECT_EQ(theTold[i].record.uCallbackMessage, 512u);
+        EXPECT_EQ(theTold[i].record.hIcon, mHandle);
     }
 
     // An icon that the shell would not take is still the object's: the next taskbar gets it.
@@ -431,7 +431,7 @@ TEST_F(NotificationAreaIsTold, OfShownIconsAgainWhenTheTaskbarIsCreatedAnew) {
     Call(other.Get(), L"Destroy");
     theTold.clear();
     RecreateTaskbar();
-    EXPECT_EQ(1u, theTold.size());
+    EXPECT_EQ(theTold.size(), 1u);
 }
 
 TEST_F(NotificationAreaIsTold, OfNoIconThatIsNotShown) {
@@ -439,18 +439,18 @@ TEST_F(NotificationAreaIsTold, OfNoIconThatIsNotShown) {
     theAnswer = FALSE;
     EXPECT_FALSE(Creates(mTray.Get(), mWindow, mIcon.Get()));
     theAnswer = TRUE;
-    EXPECT_EQ(windows, Windows().size());
+    EXPECT_EQ(Windows().size(), windows);
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
-    EXPECT_EQ(windows + 1, Windows().size());
+    EXPECT_EQ(Windows().size(), windows + 1);
     Call(mTray.Get(), L"Destroy");
-    EXPECT_EQ(windows, Windows().size());
+    EXPECT_EQ(Windows().size(), windows);
     ASSERT_TRUE(Creates(mTray.Get(), mWindow, mIcon.Get()));
     mTray = {};
-    EXPECT_EQ(windows, Windows().size());
+    EXPECT_EQ(Windows().size(), windows);
 
     theTold.clear();
     RecreateTaskbar();
-    EXPECT_EQ(0u, theTold.size());
+    EXPECT_EQ(theTold.size(), 0u);
 }
 
 /// What is on the screen.
@@ -497,7 +497,7 @@ public:
                                  static_cast<DWORD>(sizeof file + sizeof(BITMAPINFOHEADER))};
         BITMAPINFOHEADER info = {sizeof info, mWidth, mHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         FILE* const output = _wfopen((std::wstring(folder) + L"\\" + name).c_str(), L"wb");
-        ASSERT_NE(nullptr, output);
+        ASSERT_NE(output, nullptr);
         std::fwrite(&file, sizeof file, 1, output);
         std::fwrite(&info, sizeof info, 1, output);
         std::fwrite(mPixels.data(), sizeof(DWORD), mPixels.size(), output);
@@ -556,7 +556,7 @@ TEST_F(SysTrayClass, TheIconIsOnTheScreenAndReportsThePointer) {
     EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"MouseDownMsg", {2}).result.lVal));
     EXPECT_TRUE(mWindow.Heard(Get(mTray.Get(), L"MouseUpMsg", {2}).result.lVal));
     for (const CallerWindow::Report& report : mWindow.reports)
-        EXPECT_EQ(mWindow.reports[0].icon, report.icon);
+        EXPECT_EQ(report.icon, mWindow.reports[0].icon);
 
     const ComPtr<IDispatch> other = MakePicture(PICTYPE_ICON, kGreen);
     Set(mTray.Get(), L"Icon", other.Get());

@@ -14,18 +14,18 @@ protected:
     }
     void TearDown() override {
         TimerClient::TearDown();
-        EXPECT_EQ(0u, mTick.references);
-        EXPECT_EQ(0u, mAlarm.references);
+        EXPECT_EQ(mTick.references, 0u);
+        EXPECT_EQ(mAlarm.references, 0u);
     }
     void UseEarly() {
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status));
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status), Hex(S_OK));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status), Hex(S_OK));
     }
     void UseLate(Sink& object, const wchar_t* member, const wchar_t* property) {
         object.member = member;
         // An object of a script engine is known by this; none of its own members is called here.
         object.interfaceId = __uuidof(IDispatchEx);
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&object)).status));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&object)).status), Hex(S_OK));
     }
 
     EarlyTick mTick;
@@ -37,21 +37,21 @@ TEST_F(TimerCallbacks, EarlyBoundTickTakesThePlaceOfTheEvent) {
     Sink& sink = NewSink();
     Connect(sink);
     mTick.onTick = [&](IDispatch** timer) {
-        EXPECT_EQ(mTimer.Get(), *timer);
+        EXPECT_EQ(*timer, mTimer.Get());
         return S_OK;
     };
     Start(20);
 
     EXPECT_TRUE(ProcessUntil([&] { return mTick.calls >= 3; }));
-    EXPECT_EQ(0, sink.calls);
+    EXPECT_EQ(sink.calls, 0);
 }
 
 TEST_F(TimerCallbacks, EarlyBoundAlarmGetsItsTagAndGivesADate) {
     UseEarly();
     mAlarm.onAlarm = [&](IDispatch** timer, LONG* tag, DATE* date) {
-        EXPECT_EQ(mTimer.Get(), *timer);
-        EXPECT_EQ(9, *tag);
-        EXPECT_EQ(0, *date);
+        EXPECT_EQ(*timer, mTimer.Get());
+        EXPECT_EQ(*tag, 9);
+        EXPECT_EQ(*date, 0);
         if (mAlarm.calls == 1) *date = 1.5;
         return S_OK;
     };
@@ -69,11 +69,11 @@ TEST_F(TimerCallbacks, CalleeMayPutAnotherObjectOrNoneInThePlaceOfTheTimer) {
         if (*timer != nullptr) (*timer)->AddRef();
         return S_OK;
     };
-    EXPECT_EQ(Hex(S_OK), Hex(Force(1).status));
-    EXPECT_EQ(Hex(S_OK), Hex(Force(1).status));
+    EXPECT_EQ(Hex(Force(1).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Force(1).status), Hex(S_OK));
 
-    EXPECT_EQ(0u, other.references);
-    EXPECT_EQ(Hex(S_OK), Hex(Get(mTimer.Get(), L"Interval").status)) << "the timer is as alive as before";
+    EXPECT_EQ(other.references, 0u);
+    EXPECT_EQ(Hex(Get(mTimer.Get(), L"Interval").status), Hex(S_OK)) << "the timer is as alive as before";
 }
 
 TEST_F(TimerCallbacks, EarlyBoundFailureIsRaisedWithItsCode) {
@@ -82,8 +82,8 @@ TEST_F(TimerCallbacks, EarlyBoundFailureIsRaisedWithItsCode) {
 
     const Outcome outcome = Force(1);
 
-    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
-    EXPECT_EQ(Hex(E_ACCESSDENIED), Hex(outcome.scode));
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION));
+    EXPECT_EQ(Hex(outcome.scode), Hex(E_ACCESSDENIED));
 }
 
 /// A callback object that explains its failures on `explains`.
@@ -123,22 +123,22 @@ TEST_F(TimerCallbacks, EarlyBoundFailuresAreRaisedWithTheExplanationsThatTheyLef
     alarm.onAlarm = [&](IDispatch**, LONG*, DATE*) { return alarm.Fail(); };
     IDispatch* const ticking = &tick;
     IDispatch* const alarmed = &alarm;
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", ticking).status));
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", alarmed).status));
+    ASSERT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", ticking).status), Hex(S_OK));
+    ASSERT_EQ(Hex(Set(mTimer.Get(), L"AlarmEvents", alarmed).status), Hex(S_OK));
     for (const int type : {1, 2}) {
         const Outcome outcome = Force(type);
-        EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0007)), Hex(outcome.scode)) << type;
-        EXPECT_EQ(L"the callback", outcome.source) << type;
-        EXPECT_EQ(L"it had enough", outcome.description) << type;
+        EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A0007))) << type;
+        EXPECT_EQ(outcome.source, L"the callback") << type;
+        EXPECT_EQ(outcome.description, L"it had enough") << type;
     }
 
     tick.explains = IID_IDispatch;
     const Outcome outcome = Force(1);
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0007)), Hex(outcome.scode));
-    EXPECT_EQ("KWOTimer.TimerTick", Narrow(outcome.source)) << "what was left is about something else";
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A0007)));
+    EXPECT_EQ(Narrow(outcome.source), "KWOTimer.TimerTick") << "what was left is about something else";
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, tick.references);
-    EXPECT_EQ(0u, alarm.references);
+    EXPECT_EQ(tick.references, 0u);
+    EXPECT_EQ(alarm.references, 0u);
 }
 
 TEST_F(TimerCallbacks, FailingCallbackCostsTheRow) {
@@ -148,7 +148,7 @@ TEST_F(TimerCallbacks, FailingCallbackCostsTheRow) {
 
     EXPECT_TRUE(ProcessUntil([&] { return mTick.calls >= 1; }));
     ProcessFor(200);
-    EXPECT_EQ(1, mTick.calls);
+    EXPECT_EQ(mTick.calls, 1);
 }
 
 TEST_F(TimerCallbacks, CallbackMayCancelEverythingAndReleaseTheTimer) {
@@ -162,23 +162,23 @@ TEST_F(TimerCallbacks, CallbackMayCancelEverythingAndReleaseTheTimer) {
     Start(20);
 
     EXPECT_TRUE(ProcessUntil([&] { return mTick.calls == 1; }));
-    EXPECT_EQ(0u, mTick.references);
+    EXPECT_EQ(mTick.references, 0u);
     ProcessFor(100);
-    EXPECT_EQ(1, mTick.calls);
+    EXPECT_EQ(mTick.calls, 1);
 }
 
 TEST_F(TimerCallbacks, LateBoundCallbackGetsReferencesToVariants) {
     Sink& listener = NewSink();
     UseLate(listener, L"Alarm", L"AlarmEvents");
     listener.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(77, id);
-        EXPECT_EQ(3u, arguments.cArgs);
+        EXPECT_EQ(id, 77);
+        EXPECT_EQ(arguments.cArgs, 3u);
         for (UINT at = 0; at < 3; ++at)
-            EXPECT_EQ(VT_BYREF | VT_VARIANT, arguments.rgvarg[at].vt) << at;
-        EXPECT_EQ(VT_DISPATCH, arguments.rgvarg[2].pvarVal->vt);
-        EXPECT_EQ(mTimer.Get(), arguments.rgvarg[2].pvarVal->pdispVal);
-        EXPECT_EQ(VT_I4, arguments.rgvarg[1].pvarVal->vt);
-        EXPECT_EQ(VT_DATE, arguments.rgvarg[0].pvarVal->vt);
+            EXPECT_EQ(arguments.rgvarg[at].vt, VT_BYREF | VT_VARIANT) << at;
+        EXPECT_EQ(arguments.rgvarg[2].pvarVal->vt, VT_DISPATCH);
+        EXPECT_EQ(arguments.rgvarg[2].pvarVal->pdispVal, mTimer.Get());
+        EXPECT_EQ(arguments.rgvarg[1].pvarVal->vt, VT_I4);
+        EXPECT_EQ(arguments.rgvarg[0].pvarVal->vt, VT_DATE);
         if (listener.calls == 1) {
             // As text, which is a date all the same.
             arguments.rgvarg[0].pvarVal->vt = VT_BSTR;
@@ -190,7 +190,7 @@ TEST_F(TimerCallbacks, LateBoundCallbackGetsReferencesToVariants) {
 
     EXPECT_TRUE(ProcessUntil([&] { return listener.calls >= 2; }));
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, listener.references);
+    EXPECT_EQ(listener.references, 0u);
 }
 
 TEST_F(TimerCallbacks, LateBoundCallbackThatWritesNoDateLosesTheAlarm) {
@@ -202,12 +202,12 @@ TEST_F(TimerCallbacks, LateBoundCallbackThatWritesNoDateLosesTheAlarm) {
         return S_OK;
     };
     const Outcome outcome = Force(2, 3);
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A000D)), Hex(outcome.scode));
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A000D)));
 
     AddRelative(20, 3);
     EXPECT_TRUE(ProcessUntil([&] { return listener.calls >= 2; }));
     ProcessFor(1'300);
-    EXPECT_EQ(2, listener.calls);
+    EXPECT_EQ(listener.calls, 2);
     Call(mTimer.Get(), L"CancelTimers");
 }
 
@@ -220,17 +220,17 @@ TEST_F(TimerCallbacks, LateBoundFailureIsRaisedAsItCame) {
 
     const Outcome outcome = Force(1);
 
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0009)), Hex(outcome.scode));
-    EXPECT_EQ(L"the handler", outcome.source);
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A0009)));
+    EXPECT_EQ(outcome.source, L"the handler");
     Call(mTimer.Get(), L"CancelTimers");
 }
 
 TEST_F(TimerCallbacks, ForcedTicksOfNoKindDoNothing) {
     UseEarly();
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mTimer.Get(), L"TimerTick").status));
+    EXPECT_EQ(Hex(Call(mTimer.Get(), L"TimerTick").status), Hex(S_OK));
     for (const int type : {0, 3, -1})
-        EXPECT_EQ(Hex(S_OK), Hex(Force(type).status));
-    EXPECT_EQ(0, mTick.calls + mAlarm.calls);
+        EXPECT_EQ(Hex(Force(type).status), Hex(S_OK));
+    EXPECT_EQ(mTick.calls + mAlarm.calls, 0);
 
     LONG type = 2;
     LONG tag = 8;
@@ -240,11 +240,11 @@ TEST_F(TimerCallbacks, ForcedTicksOfNoKindDoNothing) {
         *newDate = 2.5;
         return S_OK;
     };
-    EXPECT_EQ(Hex(S_OK),
-              Hex(Call(mTimer.Get(), L"TimerTick", {Var::Ref(&type), Var::Ref(&tag), Var::Reference(VT_DATE, &date)})
-                      .status));
-    EXPECT_EQ(9, tag);
-    EXPECT_EQ(2.5, date);
+    EXPECT_EQ(
+        Hex(Call(mTimer.Get(), L"TimerTick", {Var::Ref(&type), Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status),
+        Hex(S_OK));
+    EXPECT_EQ(tag, 9);
+    EXPECT_EQ(date, 2.5);
 }
 
 }  // namespace

@@ -98,7 +98,7 @@ protected:
         if (mTimer) Call(mTimer.Get(), L"CancelTimers");
         mTimer.Reset();
         for (const Sink& sink : mSinks)
-            EXPECT_EQ(0u, sink.references);
+            EXPECT_EQ(sink.references, 0u);
     }
 
     /// A sink that outlives the timer. At the end nothing may hold it.
@@ -109,13 +109,13 @@ protected:
     ComPtr<IConnectionPoint> PointOf(IDispatch* timer) {
         const auto container = As<IConnectionPointContainer>(timer, IID_IConnectionPointContainer);
         ComPtr<IConnectionPoint> point;
-        EXPECT_EQ(Hex(S_OK), Hex(container->FindConnectionPoint(mEvents, point.Out())));
+        EXPECT_EQ(Hex(container->FindConnectionPoint(mEvents, point.Out())), Hex(S_OK));
         return point;
     }
     ComPtr<IConnectionPoint> Point() { return PointOf(mTimer.Get()); }
     static DWORD Connect(Sink& sink, IConnectionPoint* point) {
         DWORD cookie = 0;
-        EXPECT_EQ(Hex(S_OK), Hex(point->Advise(&sink, &cookie)));
+        EXPECT_EQ(Hex(point->Advise(&sink, &cookie)), Hex(S_OK));
         return cookie;
     }
     DWORD Connect(Sink& sink) { return Connect(sink, Point().Get()); }
@@ -144,7 +144,7 @@ protected:
         Sink& sink = NewSink();
         const ComPtr<IDispatch> other = Create(L"KWOTimer");
         Connect(sink, PointOf(other.Get()).Get());
-        EXPECT_EQ(Hex(S_OK), Hex(Call(other.Get(), L"AddRelativeAlarm", {ms, 1}).status));
+        EXPECT_EQ(Hex(Call(other.Get(), L"AddRelativeAlarm", {ms, 1}).status), Hex(S_OK));
         EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; }));
     }
     static void Process() {
@@ -154,8 +154,8 @@ protected:
     }
 
     void Start(int intervalMs) {
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Interval", intervalMs).status));
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Enabled", true).status));
+        EXPECT_EQ(Hex(Let(mTimer.Get(), L"Interval", intervalMs).status), Hex(S_OK));
+        EXPECT_EQ(Hex(Let(mTimer.Get(), L"Enabled", true).status), Hex(S_OK));
     }
     Outcome AddRelative(int ms, int tag) { return Call(mTimer.Get(), L"AddRelativeAlarm", {ms, tag}); }
     Outcome Force(int type, int tag = 0) { return Call(mTimer.Get(), L"TimerTick", {type, tag}); }

@@ -14,12 +14,12 @@ protected:
     }
     void TearDown() override {
         TimerClient::TearDown();
-        EXPECT_EQ(0u, mTick.references);
-        EXPECT_EQ(0u, mAlarm.references);
+        EXPECT_EQ(mTick.references, 0u);
+        EXPECT_EQ(mAlarm.references, 0u);
     }
     void GiveCallbacks() {
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status));
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status), Hex(S_OK));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status), Hex(S_OK));
     }
 
     Leaving<EarlyTick> mTick;
@@ -31,14 +31,14 @@ TEST_F(TimerEnd, AlarmThatACallbackAddsAtItsEndIsCancelledWithTheOthers) {
     int ended = 0;
     mTick.onEnd = mAlarm.onEnd = [&] {
         ++ended;
-        EXPECT_EQ(Hex(S_OK), Hex(AddRelative(10, ended).status));
+        EXPECT_EQ(Hex(AddRelative(10, ended).status), Hex(S_OK));
     };
 
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mTimer.Get(), L"CancelTimers").status));
-    EXPECT_EQ(2, ended);
+    EXPECT_EQ(Hex(Call(mTimer.Get(), L"CancelTimers").status), Hex(S_OK));
+    EXPECT_EQ(ended, 2);
     WaitForAnother(100);
 
-    EXPECT_EQ(0, mSinks.front().calls);
+    EXPECT_EQ(mSinks.front().calls, 0);
 }
 
 TEST_F(TimerEnd, AlarmThatACallbackAddsToTheTimerThatEndsGoesWithIt) {
@@ -53,10 +53,10 @@ TEST_F(TimerEnd, AlarmThatACallbackAddsToTheTimerThatEndsGoesWithIt) {
     };
 
     mTimer.Reset();
-    EXPECT_EQ(2, ended);
+    EXPECT_EQ(ended, 2);
     WaitForAnother(100);
 
-    EXPECT_EQ(0, mSinks.front().calls);
+    EXPECT_EQ(mSinks.front().calls, 0);
 }
 
 TEST_F(TimerEnd, EverythingThatTheHostGaveMayUseTheTimerThatEnds) {
@@ -86,16 +86,16 @@ TEST_F(TimerEnd, EverythingThatTheHostGaveMayUseTheTimerThatEnds) {
     GiveCallbacks();
     Set(timer, L"Item", static_cast<IDispatch*>(&item));
     DWORD cookie = 0;
-    ASSERT_EQ(Hex(S_OK), Hex(Point()->Advise(&sink, &cookie)));
+    ASSERT_EQ(Hex(Point()->Advise(&sink, &cookie)), Hex(S_OK));
 
     mTimer.Reset();
 
-    EXPECT_EQ(4, ended);
-    EXPECT_EQ(0u, sink.references);
-    EXPECT_EQ(0u, item.references);
-    EXPECT_EQ(0u, lateSink.references);
-    EXPECT_EQ(0u, lateItem.references);
-    EXPECT_EQ(0u, lateTick.references);
+    EXPECT_EQ(ended, 4);
+    EXPECT_EQ(sink.references, 0u);
+    EXPECT_EQ(item.references, 0u);
+    EXPECT_EQ(lateSink.references, 0u);
+    EXPECT_EQ(lateItem.references, 0u);
+    EXPECT_EQ(lateTick.references, 0u);
     WaitForAnother(100);
 }
 

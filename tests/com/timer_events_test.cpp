@@ -12,37 +12,37 @@ class TimerEvents : public TimerClient {};
 TEST_F(TimerEvents, OnePointIsThereForTheEventsOfTheTimer) {
     const auto container = As<IConnectionPointContainer>(mTimer.Get(), IID_IConnectionPointContainer);
     ASSERT_TRUE(container);
-    EXPECT_EQ(As<IUnknown>(mTimer.Get(), IID_IUnknown).Get(), As<IUnknown>(container.Get(), IID_IUnknown).Get());
+    EXPECT_EQ(As<IUnknown>(container.Get(), IID_IUnknown).Get(), As<IUnknown>(mTimer.Get(), IID_IUnknown).Get());
     ComPtr<IConnectionPoint> point;
-    EXPECT_EQ(Hex(E_POINTER), Hex(container->FindConnectionPoint(mEvents, nullptr)));
-    EXPECT_EQ(Hex(CONNECT_E_NOCONNECTION), Hex(container->FindConnectionPoint(IID_IDispatch, point.Out())));
+    EXPECT_EQ(Hex(container->FindConnectionPoint(mEvents, nullptr)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(container->FindConnectionPoint(IID_IDispatch, point.Out())), Hex(CONNECT_E_NOCONNECTION));
     EXPECT_FALSE(point);
-    ASSERT_EQ(Hex(S_OK), Hex(container->FindConnectionPoint(mEvents, point.Out())));
+    ASSERT_EQ(Hex(container->FindConnectionPoint(mEvents, point.Out())), Hex(S_OK));
 
     IID id = {};
-    EXPECT_EQ(Hex(S_OK), Hex(point->GetConnectionInterface(&id)));
+    EXPECT_EQ(Hex(point->GetConnectionInterface(&id)), Hex(S_OK));
     EXPECT_TRUE(id == mEvents);
-    EXPECT_EQ(Hex(E_POINTER), Hex(point->GetConnectionInterface(nullptr)));
+    EXPECT_EQ(Hex(point->GetConnectionInterface(nullptr)), Hex(E_POINTER));
     ComPtr<IConnectionPointContainer> back;
-    EXPECT_EQ(Hex(S_OK), Hex(point->GetConnectionPointContainer(back.Out())));
-    EXPECT_EQ(container.Get(), back.Get());
-    EXPECT_NE(As<IUnknown>(point.Get(), IID_IUnknown).Get(), As<IUnknown>(mTimer.Get(), IID_IUnknown).Get());
+    EXPECT_EQ(Hex(point->GetConnectionPointContainer(back.Out())), Hex(S_OK));
+    EXPECT_EQ(back.Get(), container.Get());
+    EXPECT_NE(As<IUnknown>(mTimer.Get(), IID_IUnknown).Get(), As<IUnknown>(point.Get(), IID_IUnknown).Get());
     EXPECT_FALSE(As<IDispatch>(point.Get(), IID_IDispatch));
 
     ComPtr<IEnumConnectionPoints> points;
-    ASSERT_EQ(Hex(S_OK), Hex(container->EnumConnectionPoints(points.Out())));
+    ASSERT_EQ(Hex(container->EnumConnectionPoints(points.Out())), Hex(S_OK));
     ComPtr<IConnectionPoint> listed;
     ULONG fetched = 0;
-    EXPECT_EQ(Hex(S_OK), Hex(points->Next(1, listed.Out(), &fetched)));
-    EXPECT_EQ(1u, fetched);
-    EXPECT_EQ(point.Get(), listed.Get());
-    EXPECT_EQ(Hex(S_FALSE), Hex(points->Next(1, listed.Out(), nullptr)));
-    EXPECT_EQ(Hex(S_FALSE), Hex(points->Skip(1)));
-    EXPECT_EQ(Hex(S_OK), Hex(points->Reset()));
-    EXPECT_EQ(Hex(S_OK), Hex(points->Skip(1)));
+    EXPECT_EQ(Hex(points->Next(1, listed.Out(), &fetched)), Hex(S_OK));
+    EXPECT_EQ(fetched, 1u);
+    EXPECT_EQ(listed.Get(), point.Get());
+    EXPECT_EQ(Hex(points->Next(1, listed.Out(), nullptr)), Hex(S_FALSE));
+    EXPECT_EQ(Hex(points->Skip(1)), Hex(S_FALSE));
+    EXPECT_EQ(Hex(points->Reset()), Hex(S_OK));
+    EXPECT_EQ(Hex(points->Skip(1)), Hex(S_OK));
     ComPtr<IEnumConnectionPoints> clone;
-    EXPECT_EQ(Hex(S_OK), Hex(points->Clone(clone.Out())));
-    EXPECT_EQ(Hex(S_FALSE), Hex(clone->Next(1, listed.Out(), nullptr))) << "it goes on where the other one is";
+    EXPECT_EQ(Hex(points->Clone(clone.Out())), Hex(S_OK));
+    EXPECT_EQ(Hex(clone->Next(1, listed.Out(), nullptr)), Hex(S_FALSE)) << "it goes on where the other one is";
 }
 
 TEST_F(TimerEvents, SinksComeAndGo) {
@@ -51,36 +51,36 @@ TEST_F(TimerEvents, SinksComeAndGo) {
     second.interfaceId = mEvents;
     const auto point = Point();
     DWORD cookie = 99;
-    EXPECT_EQ(Hex(E_POINTER), Hex(point->Advise(nullptr, &cookie)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(point->Advise(&first, nullptr)));
+    EXPECT_EQ(Hex(point->Advise(nullptr, &cookie)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(point->Advise(&first, nullptr)), Hex(E_POINTER));
     const DWORD one = Connect(first);
     const DWORD two = Connect(second);
-    EXPECT_NE(0u, one);
-    EXPECT_NE(one, two);
-    EXPECT_EQ(1u, first.references);
+    EXPECT_NE(one, 0u);
+    EXPECT_NE(two, one);
+    EXPECT_EQ(first.references, 1u);
 
     ComPtr<IEnumConnections> connections;
-    ASSERT_EQ(Hex(S_OK), Hex(point->EnumConnections(connections.Out())));
+    ASSERT_EQ(Hex(point->EnumConnections(connections.Out())), Hex(S_OK));
     CONNECTDATA data[3] = {};
     ULONG fetched = 0;
-    EXPECT_EQ(Hex(S_FALSE), Hex(connections->Next(3, data, &fetched)));
-    ASSERT_EQ(2u, fetched);
-    EXPECT_EQ(one, data[0].dwCookie);
-    EXPECT_EQ(&second, data[1].pUnk);
+    EXPECT_EQ(Hex(connections->Next(3, data, &fetched)), Hex(S_FALSE));
+    ASSERT_EQ(fetched, 2u);
+    EXPECT_EQ(data[0].dwCookie, one);
+    EXPECT_EQ(data[1].pUnk, &second);
     data[0].pUnk->Release();
     data[1].pUnk->Release();
     connections.Reset();
 
-    EXPECT_EQ(Hex(S_OK), Hex(Disconnect(one)));
-    EXPECT_EQ(0u, first.references);
-    EXPECT_EQ(Hex(CONNECT_E_NOCONNECTION), Hex(Disconnect(one)));
-    EXPECT_EQ(Hex(CONNECT_E_NOCONNECTION), Hex(Disconnect(0)));
+    EXPECT_EQ(Hex(Disconnect(one)), Hex(S_OK));
+    EXPECT_EQ(first.references, 0u);
+    EXPECT_EQ(Hex(Disconnect(one)), Hex(CONNECT_E_NOCONNECTION));
+    EXPECT_EQ(Hex(Disconnect(0)), Hex(CONNECT_E_NOCONNECTION));
     Force(kTickEvent);
-    EXPECT_EQ(0, first.calls);
-    EXPECT_EQ(1, second.calls);
+    EXPECT_EQ(first.calls, 0);
+    EXPECT_EQ(second.calls, 1);
 
     mTimer.Reset();
-    EXPECT_EQ(1u, second.references) << "the point that is still held keeps the timer";
+    EXPECT_EQ(second.references, 1u) << "the point that is still held keeps the timer";
 }
 
 TEST_F(TimerEvents, ObjectThatCannotBeCalledCannotConnect) {
@@ -95,42 +95,42 @@ TEST_F(TimerEvents, ObjectThatCannotBeCalledCannotConnect) {
     } plain;
     DWORD cookie = 99;
 
-    EXPECT_EQ(Hex(CONNECT_E_CANNOTCONNECT), Hex(Point()->Advise(&plain, &cookie)));
-    EXPECT_EQ(0u, cookie);
+    EXPECT_EQ(Hex(Point()->Advise(&plain, &cookie)), Hex(CONNECT_E_CANNOTCONNECT));
+    EXPECT_EQ(cookie, 0u);
 }
 
 TEST_F(TimerEvents, TickHandsOverTheTimerItself) {
     Sink& sink = NewSink();
     sink.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(kTickEvent, id);
-        EXPECT_EQ(1u, arguments.cArgs);
-        EXPECT_EQ(0u, arguments.cNamedArgs);
-        EXPECT_EQ(VT_DISPATCH, arguments.rgvarg[0].vt);
-        EXPECT_EQ(mTimer.Get(), arguments.rgvarg[0].pdispVal);
+        EXPECT_EQ(id, kTickEvent);
+        EXPECT_EQ(arguments.cArgs, 1u);
+        EXPECT_EQ(arguments.cNamedArgs, 0u);
+        EXPECT_EQ(arguments.rgvarg[0].vt, VT_DISPATCH);
+        EXPECT_EQ(arguments.rgvarg[0].pdispVal, mTimer.Get());
         return S_OK;
     };
     Connect(sink);
     Start(20);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 3; }));
-    EXPECT_EQ(DISPATCH_METHOD, sink.lastFlags);
+    EXPECT_EQ(sink.lastFlags, DISPATCH_METHOD);
     Let(mTimer.Get(), L"Enabled", false);
     const int calls = sink.calls;
     ProcessFor(150);
-    EXPECT_EQ(calls, sink.calls);
+    EXPECT_EQ(sink.calls, calls);
 }
 
 TEST_F(TimerEvents, AlarmHandsOverItsTagAndTakesANewDate) {
     Sink& sink = NewSink();
     sink.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(kAlarmEvent, id);
-        EXPECT_EQ(3u, arguments.cArgs);
-        EXPECT_EQ(VT_DISPATCH, arguments.rgvarg[2].vt);
-        EXPECT_EQ(mTimer.Get(), arguments.rgvarg[2].pdispVal);
-        EXPECT_EQ(VT_BYREF | VT_I4, arguments.rgvarg[1].vt);
-        EXPECT_EQ(-5, *arguments.rgvarg[1].plVal);
-        EXPECT_EQ(VT_BYREF | VT_DATE, arguments.rgvarg[0].vt);
-        EXPECT_EQ(0, *arguments.rgvarg[0].pdate);
+        EXPECT_EQ(id, kAlarmEvent);
+        EXPECT_EQ(arguments.cArgs, 3u);
+        EXPECT_EQ(arguments.rgvarg[2].vt, VT_DISPATCH);
+        EXPECT_EQ(arguments.rgvarg[2].pdispVal, mTimer.Get());
+        EXPECT_EQ(arguments.rgvarg[1].vt, VT_BYREF | VT_I4);
+        EXPECT_EQ(*arguments.rgvarg[1].plVal, -5);
+        EXPECT_EQ(arguments.rgvarg[0].vt, VT_BYREF | VT_DATE);
+        EXPECT_EQ(*arguments.rgvarg[0].pdate, 0);
         if (sink.calls == 1) *arguments.rgvarg[0].pdate = 1.5;  // long ago: in a second
         return S_OK;
     };
@@ -138,9 +138,9 @@ TEST_F(TimerEvents, AlarmHandsOverItsTagAndTakesANewDate) {
     AddRelative(20, -5);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 2; }));
-    EXPECT_EQ(DISPATCH_METHOD, sink.lastFlags);
+    EXPECT_EQ(sink.lastFlags, DISPATCH_METHOD);
     ProcessFor(1'300);
-    EXPECT_EQ(2, sink.calls);
+    EXPECT_EQ(sink.calls, 2);
 }
 
 TEST_F(TimerEvents, SinksAreCalledInTheOrderInWhichTheyCame) {
@@ -155,7 +155,7 @@ TEST_F(TimerEvents, SinksAreCalledInTheOrderInWhichTheyCame) {
     }
     Force(kTickEvent);
 
-    EXPECT_EQ("012", order);
+    EXPECT_EQ(order, "012");
 }
 
 TEST_F(TimerEvents, FailingSinkHarmsNoOtherAndItsFailureIsRaised) {
@@ -172,12 +172,12 @@ TEST_F(TimerEvents, FailingSinkHarmsNoOtherAndItsFailureIsRaised) {
 
     const Outcome outcome = Force(kTickEvent);
 
-    EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0005)), Hex(outcome.scode)) << "the first failure";
-    EXPECT_EQ(L"the handler", outcome.source);
-    EXPECT_EQ(L"it went wrong", outcome.description);
-    EXPECT_EQ(1, healthy.calls);
-    EXPECT_EQ(1u, failing.references) << "it stays connected";
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION));
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A0005))) << "the first failure";
+    EXPECT_EQ(outcome.source, L"the handler");
+    EXPECT_EQ(outcome.description, L"it went wrong");
+    EXPECT_EQ(healthy.calls, 1);
+    EXPECT_EQ(failing.references, 1u) << "it stays connected";
 }
 
 TEST_F(TimerEvents, FailingSinkCostsTheRow) {
@@ -188,8 +188,8 @@ TEST_F(TimerEvents, FailingSinkCostsTheRow) {
 
     EXPECT_TRUE(ProcessUntil([&] { return failing.calls >= 1; }));
     ProcessFor(200);
-    EXPECT_EQ(1, failing.calls);
-    EXPECT_EQ(VARIANT_TRUE, Get(mTimer.Get(), L"Enabled").result.boolVal);
+    EXPECT_EQ(failing.calls, 1);
+    EXPECT_EQ(Get(mTimer.Get(), L"Enabled").result.boolVal, VARIANT_TRUE);
 }
 
 TEST_F(TimerEvents, SinkWithoutTheEventDoesNotFail) {
@@ -200,7 +200,7 @@ TEST_F(TimerEvents, SinkWithoutTheEventDoesNotFail) {
     Connect(first);
     Connect(second);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status));
+    EXPECT_EQ(Hex(Force(kTickEvent).status), Hex(S_OK));
 }
 
 TEST_F(TimerEvents, SinkWhoseProgramIsGoneIsLetGo) {
@@ -209,8 +209,8 @@ TEST_F(TimerEvents, SinkWhoseProgramIsGoneIsLetGo) {
         Sink& vanished = NewSink();
         vanished.onInvoke = [gone](DISPID, DISPPARAMS&, EXCEPINFO&) { return gone; };
         Connect(vanished);
-        EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status)) << Hex(gone);
-        EXPECT_EQ(0u, vanished.references) << Hex(gone);
+        EXPECT_EQ(Hex(Force(kTickEvent).status), Hex(S_OK)) << Hex(gone);
+        EXPECT_EQ(vanished.references, 0u) << Hex(gone);
     }
 }
 
@@ -221,8 +221,8 @@ TEST_F(TimerEvents, SinkMayDisconnectItselfAndOthersInsideItsCall) {
     DWORD own = 0;
     DWORD others = 0;
     first.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
-        EXPECT_EQ(Hex(S_OK), Hex(Disconnect(own)));
-        EXPECT_EQ(Hex(S_OK), Hex(Disconnect(others)));
+        EXPECT_EQ(Hex(Disconnect(own)), Hex(S_OK));
+        EXPECT_EQ(Hex(Disconnect(others)), Hex(S_OK));
         return S_OK;
     };
     own = Connect(first);
@@ -231,10 +231,10 @@ TEST_F(TimerEvents, SinkMayDisconnectItselfAndOthersInsideItsCall) {
 
     Force(kTickEvent);
 
-    EXPECT_EQ(1, first.calls);
-    EXPECT_EQ(0, second.calls) << "it was no longer connected";
-    EXPECT_EQ(1, third.calls);
-    EXPECT_EQ(0u, first.references);
+    EXPECT_EQ(first.calls, 1);
+    EXPECT_EQ(second.calls, 0) << "it was no longer connected";
+    EXPECT_EQ(third.calls, 1);
+    EXPECT_EQ(first.references, 0u);
 }
 
 TEST_F(TimerEvents, SinkThatConnectsInsideACallWaitsForTheNextEvent) {
@@ -247,9 +247,9 @@ TEST_F(TimerEvents, SinkThatConnectsInsideACallWaitsForTheNextEvent) {
     Connect(first);
 
     Force(kTickEvent);
-    EXPECT_EQ(0, late.calls);
+    EXPECT_EQ(late.calls, 0);
     Force(kTickEvent);
-    EXPECT_EQ(1, late.calls);
+    EXPECT_EQ(late.calls, 1);
 }
 
 TEST_F(TimerEvents, TimerMayLoseItsLastReferenceInsideACall) {
@@ -263,7 +263,7 @@ TEST_F(TimerEvents, TimerMayLoseItsLastReferenceInsideACall) {
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; }));
     EXPECT_FALSE(mTimer);
-    EXPECT_EQ(0u, sink.references) << "the timer has ended";
+    EXPECT_EQ(sink.references, 0u) << "the timer has ended";
 }
 
 TEST_F(TimerEvents, PendingAlarmKeepsTheTimerAndItsSinksAlive) {
@@ -271,10 +271,10 @@ TEST_F(TimerEvents, PendingAlarmKeepsTheTimerAndItsSinksAlive) {
     Connect(sink);
     AddRelative(100, 1);
     mTimer.Reset();
-    EXPECT_EQ(1u, sink.references);
+    EXPECT_EQ(sink.references, 1u);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; }));
-    EXPECT_EQ(0u, sink.references) << "it ends with its last row";
+    EXPECT_EQ(sink.references, 0u) << "it ends with its last row";
 }
 
 TEST_F(TimerEvents, MessagesProcessedInsideACallBringNoTickInsideATick) {
@@ -291,7 +291,7 @@ TEST_F(TimerEvents, MessagesProcessedInsideACallBringNoTickInsideATick) {
     Start(20);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 4; })) << "it goes on afterwards";
-    EXPECT_EQ(1, deepest);
+    EXPECT_EQ(deepest, 1);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ protected:
         // An object of a script engine is known by this; none of its own members is called here.
         listener.interfaceId = __uuidof(IDispatchEx);
         const wchar_t* const property = lstrcmpiW(member, L"Tick") == 0 ? L"TimerEvents" : L"AlarmEvents";
-        EXPECT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&listener)).status));
+        EXPECT_EQ(Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&listener)).status), Hex(S_OK));
         return listener;
     }
     /// What one alarm makes of the listener's answers, and what TimerTick writes back.
@@ -37,25 +37,25 @@ protected:
         return forced;
     }
     static void Write(VARIANT& reference, const Var& value) {
-        ASSERT_EQ(VT_BYREF | VT_VARIANT, reference.vt);
-        ASSERT_EQ(S_OK, VariantCopy(reference.pvarVal, const_cast<Var*>(&value)));
+        ASSERT_EQ(reference.vt, VT_BYREF | VT_VARIANT);
+        ASSERT_EQ(VariantCopy(reference.pvarVal, const_cast<Var*>(&value)), S_OK);
     }
 };
 
 TEST_F(TimerLateCallbacks, MembersAreFoundInAnyLetterCase) {
     Sink& ticking = NewListener(L"TICK");
     Sink& alarmed = NewListener(L"alarm");
-    EXPECT_EQ(&ticking, Get(mTimer.Get(), L"TimerEvents").result.pdispVal);
-    EXPECT_EQ(&alarmed, Get(mTimer.Get(), L"AlarmEvents").result.pdispVal);
+    EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, &ticking);
+    EXPECT_EQ(Get(mTimer.Get(), L"AlarmEvents").result.pdispVal, &alarmed);
 }
 
 TEST_F(TimerLateCallbacks, ListenerOfOneKindIsNoneOfTheOther) {
     Sink& listener = NewSink();
     listener.member = L"Tick";
-    EXPECT_EQ(Hex(kTypeMismatch), Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&listener)).scode));
+    EXPECT_EQ(Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&listener)).scode), Hex(kTypeMismatch));
     listener.member = L"Alarm";
-    EXPECT_EQ(Hex(kTypeMismatch), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&listener)).scode));
-    EXPECT_EQ(0u, listener.references);
+    EXPECT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&listener)).scode), Hex(kTypeMismatch));
+    EXPECT_EQ(listener.references, 0u);
 }
 
 TEST_F(TimerLateCallbacks, CompiledInterfaceIsPreferredToTheMember) {
@@ -68,10 +68,10 @@ TEST_F(TimerLateCallbacks, CompiledInterfaceIsPreferredToTheMember) {
     };
     Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&both));
 
-    EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status));
-    EXPECT_EQ(1, both.calls);
+    EXPECT_EQ(Hex(Force(kTickEvent).status), Hex(S_OK));
+    EXPECT_EQ(both.calls, 1);
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, both.references);
+    EXPECT_EQ(both.references, 0u);
 }
 
 TEST_F(TimerLateCallbacks, TickHandsTheTimerOver) {
@@ -79,17 +79,17 @@ TEST_F(TimerLateCallbacks, TickHandsTheTimerOver) {
     Sink& sink = NewSink();
     Connect(sink);
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(1u, arguments.cArgs);
-        EXPECT_EQ(VT_BYREF | VT_VARIANT, arguments.rgvarg[0].vt);
-        EXPECT_EQ(VT_DISPATCH, arguments.rgvarg[0].pvarVal->vt);
-        EXPECT_EQ(mTimer.Get(), arguments.rgvarg[0].pvarVal->pdispVal);
+        EXPECT_EQ(arguments.cArgs, 1u);
+        EXPECT_EQ(arguments.rgvarg[0].vt, VT_BYREF | VT_VARIANT);
+        EXPECT_EQ(arguments.rgvarg[0].pvarVal->vt, VT_DISPATCH);
+        EXPECT_EQ(arguments.rgvarg[0].pvarVal->pdispVal, mTimer.Get());
         return S_OK;
     };
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return listener.calls >= 3; }));
-    EXPECT_EQ(DISPATCH_METHOD, listener.lastFlags & DISPATCH_METHOD);
-    EXPECT_EQ(0, sink.calls) << "no event beside it";
+    EXPECT_EQ(listener.lastFlags & DISPATCH_METHOD, DISPATCH_METHOD);
+    EXPECT_EQ(sink.calls, 0) << "no event beside it";
 }
 
 TEST_F(TimerLateCallbacks, TimerMayBeReplacedInTheListenersVariable) {
@@ -100,12 +100,12 @@ TEST_F(TimerLateCallbacks, TimerMayBeReplacedInTheListenersVariable) {
         if (listener.calls == 2) Write(arguments.rgvarg[0], Var());
         return S_OK;
     };
-    EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status));
-    EXPECT_EQ(Hex(S_OK), Hex(Force(kTickEvent).status));
+    EXPECT_EQ(Hex(Force(kTickEvent).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Force(kTickEvent).status), Hex(S_OK));
 
-    EXPECT_EQ(0u, other.references);
+    EXPECT_EQ(other.references, 0u);
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, mTimer.Reset()) << "no reference to the timer is lost or left";
+    EXPECT_EQ(mTimer.Reset(), 0u) << "no reference to the timer is lost or left";
 }
 
 TEST_F(TimerLateCallbacks, AnswersOfOtherKindsAreConverted) {
@@ -127,9 +127,9 @@ TEST_F(TimerLateCallbacks, AnswersOfOtherKindsAreConverted) {
             return S_OK;
         };
         const Forced forced = ForceAlarm();
-        EXPECT_EQ(Hex(S_OK), Hex(forced.outcome.status)) << &row - rows;
-        EXPECT_EQ(row.expectedTag, forced.tag) << &row - rows;
-        EXPECT_EQ(row.expectedDate, forced.date) << &row - rows;
+        EXPECT_EQ(Hex(forced.outcome.status), Hex(S_OK)) << &row - rows;
+        EXPECT_EQ(forced.tag, row.expectedTag) << &row - rows;
+        EXPECT_EQ(forced.date, row.expectedDate) << &row - rows;
     }
 }
 
@@ -154,64 +154,64 @@ TEST_F(TimerLateCallbacks, AnswersThatCannotBeConvertedAreErrors) {
             return S_OK;
         };
         const Forced forced = ForceAlarm();
-        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(forced.outcome.status)) << &row - rows;
-        EXPECT_EQ(Hex(row.expected), Hex(forced.outcome.scode)) << &row - rows;
-        EXPECT_EQ(3, forced.tag) << &row - rows;
-        EXPECT_EQ(0, forced.date) << &row - rows;
+        EXPECT_EQ(Hex(forced.outcome.status), Hex(DISP_E_EXCEPTION)) << &row - rows;
+        EXPECT_EQ(Hex(forced.outcome.scode), Hex(row.expected)) << &row - rows;
+        EXPECT_EQ(forced.tag, 3) << &row - rows;
+        EXPECT_EQ(forced.date, 0) << &row - rows;
     }
 }
 
 TEST_F(TimerLateCallbacks, ListenerIsGivenTheTagAndTheDateOfTheCaller) {
     Sink& listener = NewListener(L"Alarm");
     listener.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(3, arguments.rgvarg[1].pvarVal->lVal);
-        EXPECT_EQ(2.25, arguments.rgvarg[0].pvarVal->date);
+        EXPECT_EQ(arguments.rgvarg[1].pvarVal->lVal, 3);
+        EXPECT_EQ(arguments.rgvarg[0].pvarVal->date, 2.25);
         return S_OK;
     };
     LONG tag = 3;
     double date = 2.25;
-    EXPECT_EQ(Hex(S_OK),
-              Hex(Call(mTimer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status));
-    EXPECT_EQ(1, listener.calls);
-    EXPECT_EQ(3, tag);
-    EXPECT_EQ(2.25, date) << "what is not written stays";
+    EXPECT_EQ(Hex(Call(mTimer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status),
+              Hex(S_OK));
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(tag, 3);
+    EXPECT_EQ(date, 2.25) << "what is not written stays";
 }
 
 TEST_F(TimerLateCallbacks, ListenerOfACompiledHostGetsTypedReferencesAtOnce) {
     Sink& listener = NewListener(L"Alarm");
     listener.interfaceId = IID_IDispatch;
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(VT_BYREF | VT_DISPATCH, arguments.rgvarg[2].vt);
-        EXPECT_EQ(VT_BYREF | VT_I4, arguments.rgvarg[1].vt);
-        EXPECT_EQ(VT_BYREF | VT_DATE, arguments.rgvarg[0].vt);
+        EXPECT_EQ(arguments.rgvarg[2].vt, VT_BYREF | VT_DISPATCH);
+        EXPECT_EQ(arguments.rgvarg[1].vt, VT_BYREF | VT_I4);
+        EXPECT_EQ(arguments.rgvarg[0].vt, VT_BYREF | VT_DATE);
         *arguments.rgvarg[1].plVal += 1;
         *arguments.rgvarg[0].pdate = 6.5;
         return S_OK;
     };
 
     const Forced forced = ForceAlarm();
-    EXPECT_EQ(1, listener.calls);
-    EXPECT_EQ(4, forced.tag);
-    EXPECT_EQ(6.5, forced.date);
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(forced.tag, 4);
+    EXPECT_EQ(forced.date, 6.5);
 }
 
 TEST_F(TimerLateCallbacks, ListenerThatRefusesVariablesGetsTypedReferences) {
     Sink& listener = NewListener(L"Alarm");
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         if (arguments.rgvarg[0].vt == (VT_BYREF | VT_VARIANT)) return DISP_E_TYPEMISMATCH;
-        EXPECT_EQ(VT_BYREF | VT_DISPATCH, arguments.rgvarg[2].vt);
-        EXPECT_EQ(mTimer.Get(), *arguments.rgvarg[2].ppdispVal);
-        EXPECT_EQ(VT_BYREF | VT_I4, arguments.rgvarg[1].vt);
-        EXPECT_EQ(VT_BYREF | VT_DATE, arguments.rgvarg[0].vt);
+        EXPECT_EQ(arguments.rgvarg[2].vt, VT_BYREF | VT_DISPATCH);
+        EXPECT_EQ(*arguments.rgvarg[2].ppdispVal, mTimer.Get());
+        EXPECT_EQ(arguments.rgvarg[1].vt, VT_BYREF | VT_I4);
+        EXPECT_EQ(arguments.rgvarg[0].vt, VT_BYREF | VT_DATE);
         *arguments.rgvarg[1].plVal += 1;
         *arguments.rgvarg[0].pdate = 6.5;
         return S_OK;
     };
 
     const Forced forced = ForceAlarm();
-    EXPECT_EQ(Hex(S_OK), Hex(forced.outcome.status));
-    EXPECT_EQ(4, forced.tag);
-    EXPECT_EQ(6.5, forced.date);
+    EXPECT_EQ(Hex(forced.outcome.status), Hex(S_OK));
+    EXPECT_EQ(forced.tag, 4);
+    EXPECT_EQ(forced.date, 6.5);
 }
 
 TEST_F(TimerLateCallbacks, RaisingListenerLosesItsRowAndIsKept) {
@@ -223,9 +223,9 @@ TEST_F(TimerLateCallbacks, RaisingListenerLosesItsRowAndIsKept) {
     EXPECT_TRUE(ProcessUntil([&] { return listener.calls == 1; }));
 
     WaitForAnother(150);
-    EXPECT_EQ(1, listener.calls);
-    EXPECT_EQ(&listener, Get(mTimer.Get(), L"TimerEvents").result.pdispVal);
-    EXPECT_EQ("it went wrong", Narrow(Force(kTickEvent).description));
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, &listener);
+    EXPECT_EQ(Narrow(Force(kTickEvent).description), "it went wrong");
 }
 
 TEST_F(TimerLateCallbacks, TagThatARaisingListenerWroteIsTheOneThatIsCancelled) {
@@ -242,13 +242,13 @@ TEST_F(TimerLateCallbacks, TagThatARaisingListenerWroteIsTheOneThatIsCancelled) 
     AddRelative(300, 5);
 
     EXPECT_TRUE(ProcessUntil([&] { return !tags.empty() && tags.back() == 5; }));
-    EXPECT_EQ((std::vector<LONG>{3, 5}), tags);
+    EXPECT_EQ(tags, (std::vector<LONG>{3, 5}));
 }
 
 TEST_F(TimerLateCallbacks, ListenerMayCancelEverythingAndLetTheTimerGo) {
     Sink& listener = NewListener(L"Alarm");
     listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(Hex(S_OK), Hex(Call(arguments.rgvarg[2].pvarVal->pdispVal, L"CancelTimers").status));
+        EXPECT_EQ(Hex(Call(arguments.rgvarg[2].pvarVal->pdispVal, L"CancelTimers").status), Hex(S_OK));
         EXPECT_GE(listener.references, 1u) << "not while it runs";
         mTimer.Reset();
         Write(arguments.rgvarg[2], Var());
@@ -257,7 +257,7 @@ TEST_F(TimerLateCallbacks, ListenerMayCancelEverythingAndLetTheTimerGo) {
     AddRelative(10, 1);
 
     EXPECT_TRUE(ProcessUntil([&] { return listener.calls == 1; }));
-    EXPECT_EQ(0u, listener.references);
+    EXPECT_EQ(listener.references, 0u);
 }
 
 /// Knows names by its extended interface alone, as the class instances of script engines do.
@@ -266,7 +266,7 @@ public:
     ScriptInstance() { interfaceId = __uuidof(IDispatchEx); }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetDispID(BSTR name, DWORD flags, DISPID* id) override {
-        EXPECT_EQ(DWORD{fdexNameCaseInsensitive}, flags);
+        EXPECT_EQ(flags, DWORD{fdexNameCaseInsensitive});
         return ClientObject<IDispatchEx>::GetIDsOfNames(IID_NULL, &name, 1, 0, id);
     }
     STDMETHODIMP InvokeEx(DISPID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, IServiceProvider*) override {
@@ -286,21 +286,21 @@ TEST_F(TimerLateCallbacks, ScriptInstancesAreCalledByTheNamesOfTheirExtendedInte
     ScriptInstance alarmed;
     alarmed.member = L"Alarm";
     alarmed.onInvoke = [](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(77, id);
+        EXPECT_EQ(id, 77);
         Write(arguments.rgvarg[0], Var::Date(1.5));
         return S_OK;
     };
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&ticking)).status));
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&alarmed)).status));
-    EXPECT_EQ(&ticking, Get(mTimer.Get(), L"TimerEvents").result.pdispVal);
-    EXPECT_EQ(Hex(kTypeMismatch), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&alarmed)).scode));
+    ASSERT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&ticking)).status), Hex(S_OK));
+    ASSERT_EQ(Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&alarmed)).status), Hex(S_OK));
+    EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, &ticking);
+    EXPECT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&alarmed)).scode), Hex(kTypeMismatch));
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return ticking.calls >= 2; }));
-    EXPECT_EQ(1.5, ForceAlarm().date);
+    EXPECT_EQ(ForceAlarm().date, 1.5);
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, ticking.references);
-    EXPECT_EQ(0u, alarmed.references);
+    EXPECT_EQ(ticking.references, 0u);
+    EXPECT_EQ(alarmed.references, 0u);
 }
 
 }  // namespace

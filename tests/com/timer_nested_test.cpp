@@ -13,13 +13,13 @@ protected:
         TimerClient::SetUp();
         mTick.interfaceId = IdOfType(L"_IKWOTimer");
         mAlarm.interfaceId = IdOfType(L"_IKWOAlarm");
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status));
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&mTick)).status), Hex(S_OK));
+        ASSERT_EQ(Hex(Set(mTimer.Get(), L"AlarmEvents", static_cast<IDispatch*>(&mAlarm)).status), Hex(S_OK));
     }
     void TearDown() override {
         TimerClient::TearDown();
-        EXPECT_EQ(0u, mTick.references);
-        EXPECT_EQ(0u, mAlarm.references);
+        EXPECT_EQ(mTick.references, 0u);
+        EXPECT_EQ(mAlarm.references, 0u);
     }
 
     EarlyTick mTick;
@@ -34,7 +34,7 @@ TEST_F(TimerNested, MessageLoopInACallbackBringsNothingUntilTheCallbackIsOver) {
         if (mTick.calls == 1) {
             AddRelative(1, 1);
             ProcessFor(200);
-            EXPECT_EQ(0, mAlarm.calls) << "added and due while the callback runs";
+            EXPECT_EQ(mAlarm.calls, 0) << "added and due while the callback runs";
         }
         --depth;
         return S_OK;
@@ -46,7 +46,7 @@ TEST_F(TimerNested, MessageLoopInACallbackBringsNothingUntilTheCallbackIsOver) {
     Start(15);
 
     EXPECT_TRUE(ProcessUntil([&] { return mTick.calls >= 4 && mAlarm.calls == 1; })) << "it goes on afterwards";
-    EXPECT_EQ(1, deepest);
+    EXPECT_EQ(deepest, 1);
 }
 
 /// A modal window of the system runs a message loop of its own, which takes every message of the thread.
@@ -58,7 +58,7 @@ TEST_F(TimerNested, ModalMessageLoopInACallbackStopsTheTicksOnlyForItsTime) {
         while (GetMessageW(&message, nullptr, 0, 0) > 0 && (message.message != WM_TIMER || message.wParam != end))
             DispatchMessageW(&message);
         KillTimer(nullptr, end);
-        EXPECT_EQ(1, mTick.calls);
+        EXPECT_EQ(mTick.calls, 1);
         return S_OK;
     };
     Start(15);
@@ -86,7 +86,7 @@ TEST_F(TimerNested, MissedTicksAreLeftOutNotCaughtUpWith) {
 
 TEST_F(TimerNested, AlarmCallbackMayCancelEverythingAndLetTheTimerGo) {
     mAlarm.onAlarm = [&](IDispatch** timer, LONG*, DATE* date) {
-        EXPECT_EQ(Hex(S_OK), Hex(Call(*timer, L"CancelTimers").status));
+        EXPECT_EQ(Hex(Call(*timer, L"CancelTimers").status), Hex(S_OK));
         EXPECT_GE(mAlarm.references, 1u) << "not while it runs";
         mTimer.Reset();
         (*timer)->Release();
@@ -98,9 +98,9 @@ TEST_F(TimerNested, AlarmCallbackMayCancelEverythingAndLetTheTimerGo) {
     AddRelative(50, 4);
 
     EXPECT_TRUE(ProcessUntil([&] { return mAlarm.calls == 1; }));
-    EXPECT_EQ(0u, mAlarm.references);
+    EXPECT_EQ(mAlarm.references, 0u);
     WaitForAnother(150);
-    EXPECT_EQ(1, mAlarm.calls);
+    EXPECT_EQ(mAlarm.calls, 1);
 }
 
 TEST_F(TimerNested, TimerCancelledByItsAlarmIsArmedAgainByTheDateOfThatAlarm) {
@@ -114,24 +114,24 @@ TEST_F(TimerNested, TimerCancelledByItsAlarmIsArmedAgainByTheDateOfThatAlarm) {
     AddRelative(10, 3);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; })) << "as an event: the callback object was let go";
-    EXPECT_EQ(1, mAlarm.calls);
+    EXPECT_EQ(mAlarm.calls, 1);
 }
 
 TEST_F(TimerNested, CallbackMayPutAnotherInItsPlace) {
     EarlyTick heir;
     heir.interfaceId = mTick.interfaceId;
     mTick.onTick = [&](IDispatch** timer) {
-        EXPECT_EQ(Hex(S_OK), Hex(Set(*timer, L"TimerEvents", static_cast<IDispatch*>(&heir)).status));
+        EXPECT_EQ(Hex(Set(*timer, L"TimerEvents", static_cast<IDispatch*>(&heir)).status), Hex(S_OK));
         EXPECT_GE(mTick.references, 1u) << "not while it runs";
         return S_OK;
     };
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return heir.calls >= 2; }));
-    EXPECT_EQ(1, mTick.calls);
-    EXPECT_EQ(0u, mTick.references);
+    EXPECT_EQ(mTick.calls, 1);
+    EXPECT_EQ(mTick.references, 0u);
     Call(mTimer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, heir.references);
+    EXPECT_EQ(heir.references, 0u);
 }
 
 TEST_F(TimerNested, EventsComeBackWhereTheCallbackObjectIsTakenAway) {
@@ -144,7 +144,7 @@ TEST_F(TimerNested, EventsComeBackWhereTheCallbackObjectIsTakenAway) {
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 2; }));
-    EXPECT_EQ(1, mTick.calls);
+    EXPECT_EQ(mTick.calls, 1);
 }
 
 TEST_F(TimerNested, CallbackMayChangeTheIntervalAndSwitchOff) {
@@ -157,8 +157,8 @@ TEST_F(TimerNested, CallbackMayChangeTheIntervalAndSwitchOff) {
 
     EXPECT_TRUE(ProcessUntil([&] { return mTick.calls == 3; }));
     WaitForAnother(150);
-    EXPECT_EQ(3, mTick.calls);
-    EXPECT_EQ(VARIANT_FALSE, Get(mTimer.Get(), L"Enabled").result.boolVal);
+    EXPECT_EQ(mTick.calls, 3);
+    EXPECT_EQ(Get(mTimer.Get(), L"Enabled").result.boolVal, VARIANT_FALSE);
 }
 
 TEST_F(TimerNested, DateOfAFailingAlarmIsLost) {
@@ -170,7 +170,7 @@ TEST_F(TimerNested, DateOfAFailingAlarmIsLost) {
     EXPECT_TRUE(ProcessUntil([&] { return mAlarm.calls == 1; }));
 
     WaitForAnother(1'300);
-    EXPECT_EQ(1, mAlarm.calls);
+    EXPECT_EQ(mAlarm.calls, 1);
 }
 
 TEST_F(TimerNested, TagThatTheCallbackWritesIsTheTagOfTheNextAlarm) {
@@ -184,7 +184,7 @@ TEST_F(TimerNested, TagThatTheCallbackWritesIsTheTagOfTheNextAlarm) {
     AddRelative(10, 3);
 
     EXPECT_TRUE(ProcessUntil([&] { return tags.size() == 2; }));
-    EXPECT_EQ((std::vector<LONG>{3, 4}), tags);
+    EXPECT_EQ(tags, (std::vector<LONG>{3, 4}));
 }
 
 TEST_F(TimerNested, TagThatAFailingCallbackWroteIsTheOneThatIsCancelled) {
@@ -200,7 +200,7 @@ TEST_F(TimerNested, TagThatAFailingCallbackWroteIsTheOneThatIsCancelled) {
     AddRelative(300, 5);
 
     EXPECT_TRUE(ProcessUntil([&] { return !tags.empty() && tags.back() == 5; }));
-    EXPECT_EQ((std::vector<LONG>{3, 5}), tags);
+    EXPECT_EQ(tags, (std::vector<LONG>{3, 5}));
 }
 
 TEST_F(TimerNested, CallbacksOfManyTimersAreEachGivenTheirOwn) {
@@ -213,7 +213,7 @@ TEST_F(TimerNested, CallbacksOfManyTimersAreEachGivenTheirOwn) {
         pair.timer = Create(L"KWOTimer");
         pair.tick.interfaceId = mTick.interfaceId;
         pair.tick.onTick = [&pair](IDispatch** timer) {
-            EXPECT_EQ(pair.timer.Get(), *timer);
+            EXPECT_EQ(*timer, pair.timer.Get());
             return S_OK;
         };
         Set(pair.timer.Get(), L"TimerEvents", static_cast<IDispatch*>(&pair.tick));
@@ -225,8 +225,8 @@ TEST_F(TimerNested, CallbacksOfManyTimersAreEachGivenTheirOwn) {
         [&] { return std::ranges::all_of(pairs, [](const Pair& pair) { return pair.tick.calls >= 2; }); }));
     for (Pair& pair : pairs) {
         Call(pair.timer.Get(), L"CancelTimers");
-        EXPECT_EQ(0u, pair.timer.Reset());
-        EXPECT_EQ(0u, pair.tick.references);
+        EXPECT_EQ(pair.timer.Reset(), 0u);
+        EXPECT_EQ(pair.tick.references, 0u);
     }
 }
 

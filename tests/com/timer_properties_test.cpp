@@ -12,7 +12,7 @@ constexpr LONG kTypeMismatch = static_cast<LONG>(0x800A000D);
 class TimerProperties : public TimerClient {};
 
 TEST_F(TimerProperties, ItemIsEmptyAtFirst) {
-    EXPECT_EQ(VT_EMPTY, Get(mTimer.Get(), L"Item").result.vt);
+    EXPECT_EQ(Get(mTimer.Get(), L"Item").result.vt, VT_EMPTY);
 }
 
 TEST_F(TimerProperties, ItemKeepsValuesOfEveryKind) {
@@ -25,18 +25,19 @@ TEST_F(TimerProperties, ItemKeepsValuesOfEveryKind) {
     const Var values[] = {Var(L"text"), Var(7),          Var(2.5), Var(true), Var(5'000'000'000LL),
                           Var::Null(),  Var::Date(1.25), decimal,  array,     Var::Error(E_FAIL)};
     for (const Var& value : values) {
-        ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", value).status)) << value.vt;
+        ASSERT_EQ(Hex(Let(mTimer.Get(), L"Item", value).status), Hex(S_OK)) << value.vt;
         const Outcome got = Get(mTimer.Get(), L"Item");
-        ASSERT_EQ(Hex(S_OK), Hex(got.status)) << value.vt;
-        EXPECT_EQ(value.vt, got.result.vt);
+        ASSERT_EQ(Hex(got.status), Hex(S_OK)) << value.vt;
+        EXPECT_EQ(got.result.vt, value.vt);
         if (value.vt == (VT_ARRAY | VT_I4)) {
-            EXPECT_NE(value.parray, got.result.parray);
-            EXPECT_EQ(5u, got.result.parray->rgsabound[0].cElements);
+            EXPECT_NE(got.result.parray, value.parray);
+            EXPECT_EQ(got.result.parray->rgsabound[0].cElements, 5u);
         } else if (value.vt != VT_NULL) {
-            EXPECT_EQ(VARCMP_EQ, static_cast<int>(value.vt == VT_ERROR
-                                                      ? (value.scode == got.result.scode ? VARCMP_EQ : VARCMP_LT)
+            EXPECT_EQ(
+                static_cast<int>(value.vt == VT_ERROR ? (value.scode == got.result.scode ? VARCMP_EQ : VARCMP_LT)
                                                       : VarCmp(const_cast<Var*>(&value), const_cast<Var*>(&got.result),
-                                                               LOCALE_USER_DEFAULT, 0)))
+                                                               LOCALE_USER_DEFAULT, 0)),
+                VARCMP_EQ)
                 << value.vt;
         }
     }
@@ -44,53 +45,53 @@ TEST_F(TimerProperties, ItemKeepsValuesOfEveryKind) {
 
 TEST_F(TimerProperties, ItemFollowsReferences) {
     LONG number = 5;
-    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", Var::Ref(&number)).status));
+    ASSERT_EQ(Hex(Let(mTimer.Get(), L"Item", Var::Ref(&number)).status), Hex(S_OK));
     number = 6;
 
     const Outcome got = Get(mTimer.Get(), L"Item");
-    EXPECT_EQ(VT_I4, got.result.vt);
-    EXPECT_EQ(5, got.result.lVal);
+    EXPECT_EQ(got.result.vt, VT_I4);
+    EXPECT_EQ(got.result.lVal, 5);
 }
 
 TEST_F(TimerProperties, ItemCountsItsReferenceToAnObject) {
     Sink& object = NewSink();
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"Item", static_cast<IDispatch*>(&object)).status));
-    EXPECT_EQ(1u, object.references);
+    ASSERT_EQ(Hex(Set(mTimer.Get(), L"Item", static_cast<IDispatch*>(&object)).status), Hex(S_OK));
+    EXPECT_EQ(object.references, 1u);
     {
         const Outcome got = Get(mTimer.Get(), L"Item");
-        EXPECT_EQ(&object, got.result.pdispVal);
-        EXPECT_EQ(2u, object.references);
+        EXPECT_EQ(got.result.pdispVal, &object);
+        EXPECT_EQ(object.references, 2u);
     }
-    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", Var()).status));
-    EXPECT_EQ(0u, object.references);
+    ASSERT_EQ(Hex(Let(mTimer.Get(), L"Item", Var()).status), Hex(S_OK));
+    EXPECT_EQ(object.references, 0u);
 
     Set(mTimer.Get(), L"Item", static_cast<IDispatch*>(&object));
     mTimer.Reset();
-    EXPECT_EQ(0u, object.references);
+    EXPECT_EQ(object.references, 0u);
 }
 
 TEST_F(TimerProperties, ItemMayBeTheTimerItselfUntilItIsTakenOut) {
-    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", mTimer.Get()).status));
-    EXPECT_EQ(mTimer.Get(), Get(mTimer.Get(), L"Item").result.pdispVal) << "an object stays one, also without Set";
-    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Item", Var()).status));
+    ASSERT_EQ(Hex(Let(mTimer.Get(), L"Item", mTimer.Get()).status), Hex(S_OK));
+    EXPECT_EQ(Get(mTimer.Get(), L"Item").result.pdispVal, mTimer.Get()) << "an object stays one, also without Set";
+    ASSERT_EQ(Hex(Let(mTimer.Get(), L"Item", Var()).status), Hex(S_OK));
 
-    EXPECT_EQ(0u, mTimer.Reset());
+    EXPECT_EQ(mTimer.Reset(), 0u);
 }
 
 TEST_F(TimerProperties, NumbersOfBothEndsAreKept) {
     for (const int number : {INT_MIN, -1, 0, 1, INT_MAX}) {
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"ItemData", number).status));
-        EXPECT_EQ(number, Get(mTimer.Get(), L"ItemData").result.lVal);
-        EXPECT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Interval", number).status));
-        EXPECT_EQ(number, Get(mTimer.Get(), L"Interval").result.lVal);
+        EXPECT_EQ(Hex(Let(mTimer.Get(), L"ItemData", number).status), Hex(S_OK));
+        EXPECT_EQ(Get(mTimer.Get(), L"ItemData").result.lVal, number);
+        EXPECT_EQ(Hex(Let(mTimer.Get(), L"Interval", number).status), Hex(S_OK));
+        EXPECT_EQ(Get(mTimer.Get(), L"Interval").result.lVal, number);
     }
 }
 
 TEST_F(TimerProperties, EnabledIsTheSixteenBitValueThatItWasGiven) {
     VARIANT_BOOL value = 1;
-    ASSERT_EQ(Hex(S_OK), Hex(Let(mTimer.Get(), L"Enabled", Var::Reference(VT_BOOL, &value)).status));
+    ASSERT_EQ(Hex(Let(mTimer.Get(), L"Enabled", Var::Reference(VT_BOOL, &value)).status), Hex(S_OK));
 
-    EXPECT_EQ(1, Get(mTimer.Get(), L"Enabled").result.boolVal);
+    EXPECT_EQ(Get(mTimer.Get(), L"Enabled").result.boolVal, 1);
 }
 
 TEST_F(TimerProperties, CallbacksReadBackAsTheVeryObjectAndAreCounted) {
@@ -101,35 +102,35 @@ TEST_F(TimerProperties, CallbacksReadBackAsTheVeryObjectAndAreCounted) {
     };
     for (const Case& row :
          {Case{L"TimerEvents", L"_IKWOTimer", L"Tick"}, Case{L"AlarmEvents", L"_IKWOAlarm", L"Alarm"}}) {
-        EXPECT_EQ(VT_DISPATCH, Get(mTimer.Get(), row.property).result.vt);
-        EXPECT_EQ(nullptr, Get(mTimer.Get(), row.property).result.pdispVal);
+        EXPECT_EQ(Get(mTimer.Get(), row.property).result.vt, VT_DISPATCH);
+        EXPECT_EQ(Get(mTimer.Get(), row.property).result.pdispVal, nullptr);
         Sink& early = NewSink();
         early.interfaceId = IdOfType(row.type);
         Sink& late = NewSink();
         late.member = row.member;
         for (Sink* const object : {&early, &late}) {
-            ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), row.property, static_cast<IDispatch*>(object)).status));
-            EXPECT_EQ(object, Get(mTimer.Get(), row.property).result.pdispVal);
+            ASSERT_EQ(Hex(Set(mTimer.Get(), row.property, static_cast<IDispatch*>(object)).status), Hex(S_OK));
+            EXPECT_EQ(Get(mTimer.Get(), row.property).result.pdispVal, object);
         }
-        EXPECT_EQ(0u, early.references) << "the first one was let go";
-        ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), row.property, static_cast<IDispatch*>(nullptr)).status));
-        EXPECT_EQ(0u, late.references);
-        EXPECT_EQ(nullptr, Get(mTimer.Get(), row.property).result.pdispVal);
+        EXPECT_EQ(early.references, 0u) << "the first one was let go";
+        ASSERT_EQ(Hex(Set(mTimer.Get(), row.property, static_cast<IDispatch*>(nullptr)).status), Hex(S_OK));
+        EXPECT_EQ(late.references, 0u);
+        EXPECT_EQ(Get(mTimer.Get(), row.property).result.pdispVal, nullptr);
     }
 }
 
 TEST_F(TimerProperties, WhatCannotBeCalledBackIsATypeMismatch) {
     Sink& listener = NewSink();
     listener.member = L"Tick";
-    ASSERT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&listener)).status));
+    ASSERT_EQ(Hex(Set(mTimer.Get(), L"TimerEvents", static_cast<IDispatch*>(&listener)).status), Hex(S_OK));
     Sink& deaf = NewSink();
     for (const wchar_t* const property : {L"TimerEvents", L"AlarmEvents"}) {
         const Outcome outcome = Set(mTimer.Get(), property, static_cast<IDispatch*>(&deaf));
-        EXPECT_EQ(kTypeMismatch, outcome.scode);
-        EXPECT_EQ(L"KWOTimer." + std::wstring(property) + L" (Set)", outcome.source);
-        EXPECT_EQ(0u, deaf.references);
+        EXPECT_EQ(outcome.scode, kTypeMismatch);
+        EXPECT_EQ(outcome.source, L"KWOTimer." + std::wstring(property) + L" (Set)");
+        EXPECT_EQ(deaf.references, 0u);
     }
-    EXPECT_EQ(&listener, Get(mTimer.Get(), L"TimerEvents").result.pdispVal) << "the one before stays";
+    EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, &listener) << "the one before stays";
 }
 
 TEST_F(TimerProperties, EveryKindOfCancellingTreatsTheCallbacksAsItShould) {
@@ -140,14 +141,14 @@ TEST_F(TimerProperties, EveryKindOfCancellingTreatsTheCallbacksAsItShould) {
     for (const std::vector<Var>& arguments :
          {std::vector<Var>{1}, std::vector<Var>{2, 5}, std::vector<Var>{3}, std::vector<Var>{-1, 0}}) {
         Call(mTimer.Get(), L"CancelTimers", arguments);
-        EXPECT_EQ(&listener, Get(mTimer.Get(), L"TimerEvents").result.pdispVal);
+        EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, &listener);
     }
     for (const std::vector<Var>& arguments :
          {std::vector<Var>{}, std::vector<Var>{0}, std::vector<Var>{Var::Missing(), 5}, std::vector<Var>{0, 0}}) {
         set();
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mTimer.Get(), L"CancelTimers", arguments).status));
-        EXPECT_EQ(nullptr, Get(mTimer.Get(), L"TimerEvents").result.pdispVal);
-        EXPECT_EQ(0u, listener.references);
+        EXPECT_EQ(Hex(Call(mTimer.Get(), L"CancelTimers", arguments).status), Hex(S_OK));
+        EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, nullptr);
+        EXPECT_EQ(listener.references, 0u);
     }
 }
 
@@ -168,14 +169,14 @@ TEST_F(TimerErrorIntended, DateThatIsNoneIsATypeMismatch) {
         // A reader would expect "Error creating timer alarm." from "KWOTimer.AddAlarm" with a number of the
         // component's.
         const Outcome outcome = Call(mTimer.Get(), L"AddAlarm", {Var::Date(days), 5});
-        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status)) << days;
-        EXPECT_EQ(kTypeMismatch, outcome.scode) << days;
-        EXPECT_EQ(L"Type mismatch", outcome.description) << days;
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION)) << days;
+        EXPECT_EQ(outcome.scode, kTypeMismatch) << days;
+        EXPECT_EQ(outcome.description, L"Type mismatch") << days;
     }
 
     EXPECT_TRUE(ProcessUntil([&] { return !tags.empty(); }));
     ProcessFor(100);
-    EXPECT_EQ(std::vector<LONG>{4}, tags) << "only the alarm that was to be replaced is lost";
+    EXPECT_EQ(tags, std::vector<LONG>{4}) << "only the alarm that was to be replaced is lost";
 }
 
 }  // namespace

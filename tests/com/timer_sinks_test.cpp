@@ -15,8 +15,8 @@ TEST_F(TimerSinks, LaterSinksSeeWhatEarlierOnesWroteAndTheLastDateHolds) {
         return S_OK;
     };
     second.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(11, *arguments.rgvarg[1].plVal);
-        EXPECT_EQ(2.5, *arguments.rgvarg[0].pdate);
+        EXPECT_EQ(*arguments.rgvarg[1].plVal, 11);
+        EXPECT_EQ(*arguments.rgvarg[0].pdate, 2.5);
         *arguments.rgvarg[0].pdate = 3.5;
         return S_OK;
     };
@@ -24,19 +24,19 @@ TEST_F(TimerSinks, LaterSinksSeeWhatEarlierOnesWroteAndTheLastDateHolds) {
     Connect(second);
     LONG tag = 10;
     double date = 0;
-    EXPECT_EQ(Hex(S_OK),
-              Hex(Call(mTimer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status));
+    EXPECT_EQ(Hex(Call(mTimer.Get(), L"TimerTick", {2, Var::Ref(&tag), Var::Reference(VT_DATE, &date)}).status),
+              Hex(S_OK));
 
-    EXPECT_EQ(11, tag);
-    EXPECT_EQ(3.5, date);
+    EXPECT_EQ(tag, 11);
+    EXPECT_EQ(date, 3.5);
 }
 
 TEST_F(TimerSinks, DateOfOneSinkRearmsTheAlarmForAll) {
     Sink& first = NewSink();
     Sink& second = NewSink();
     second.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(6, *arguments.rgvarg[1].plVal) << "the same tag each time";
-        EXPECT_EQ(0, *arguments.rgvarg[0].pdate) << "a date is asked for anew each time";
+        EXPECT_EQ(*arguments.rgvarg[1].plVal, 6) << "the same tag each time";
+        EXPECT_EQ(*arguments.rgvarg[0].pdate, 0) << "a date is asked for anew each time";
         if (second.calls == 1) *arguments.rgvarg[0].pdate = 1.5;
         return S_OK;
     };
@@ -45,9 +45,9 @@ TEST_F(TimerSinks, DateOfOneSinkRearmsTheAlarmForAll) {
     AddRelative(10, 6);
 
     EXPECT_TRUE(ProcessUntil([&] { return second.calls >= 2; }));
-    EXPECT_EQ(2, first.calls);
+    EXPECT_EQ(first.calls, 2);
     mTimer.Reset();
-    EXPECT_EQ(0u, second.references) << "nothing is pending any more";
+    EXPECT_EQ(second.references, 0u) << "nothing is pending any more";
 }
 
 TEST_F(TimerSinks, DateOfAnAlarmWhoseOtherSinkFailsIsLost) {
@@ -64,8 +64,8 @@ TEST_F(TimerSinks, DateOfAnAlarmWhoseOtherSinkFailsIsLost) {
     EXPECT_TRUE(ProcessUntil([&] { return failing.calls == 1; }));
 
     WaitForAnother(1'300);
-    EXPECT_EQ(1, asking.calls);
-    EXPECT_EQ(1, failing.calls);
+    EXPECT_EQ(asking.calls, 1);
+    EXPECT_EQ(failing.calls, 1);
 }
 
 TEST_F(TimerSinks, SinkWithoutMemoryKeepsNoOtherFromItsEventAndTheCallerHearsOfIt) {
@@ -79,10 +79,10 @@ TEST_F(TimerSinks, SinkWithoutMemoryKeepsNoOtherFromItsEventAndTheCallerHearsOfI
     Connect(third);
     const Outcome outcome = Force(1);
 
-    EXPECT_EQ(Hex(E_OUTOFMEMORY), Hex(outcome.scode)) << "the first failure";
-    EXPECT_EQ(L"Out of memory", outcome.description);
-    EXPECT_EQ(1, first.calls);
-    EXPECT_EQ(1, third.calls);
+    EXPECT_EQ(Hex(outcome.scode), Hex(E_OUTOFMEMORY)) << "the first failure";
+    EXPECT_EQ(outcome.description, L"Out of memory");
+    EXPECT_EQ(first.calls, 1);
+    EXPECT_EQ(third.calls, 1);
 }
 
 TEST_F(TimerSinks, FailingAlarmWithoutATagTakesAllAlarmsAlong) {
@@ -94,7 +94,7 @@ TEST_F(TimerSinks, FailingAlarmWithoutATagTakesAllAlarmsAlong) {
     EXPECT_TRUE(ProcessUntil([&] { return failing.calls == 1; }));
 
     WaitForAnother(150);
-    EXPECT_EQ(1, failing.calls);
+    EXPECT_EQ(failing.calls, 1);
 }
 
 TEST_F(TimerSinks, FailingAlarmWithATagLeavesTheOthersAndTheTick) {
@@ -116,7 +116,7 @@ TEST_F(TimerSinks, FailingAlarmWithATagLeavesTheOthersAndTheTick) {
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return tags.size() == 2 && ticks > 1; }));
-    EXPECT_EQ((std::vector<LONG>{4, 5}), tags);
+    EXPECT_EQ(tags, (std::vector<LONG>{4, 5}));
 }
 
 TEST_F(TimerSinks, TagThatAFailingSinkWroteIsTheOneThatIsCancelled) {
@@ -135,21 +135,21 @@ TEST_F(TimerSinks, TagThatAFailingSinkWroteIsTheOneThatIsCancelled) {
     AddRelative(300, 5);
 
     EXPECT_TRUE(ProcessUntil([&] { return !tags.empty() && tags.back() == 5; }));
-    EXPECT_EQ((std::vector<LONG>{3, 5}), tags);
+    EXPECT_EQ(tags, (std::vector<LONG>{3, 5}));
 }
 
 TEST_F(TimerSinks, SinkThatDisconnectsItselfIsHeldUntilItsCallIsOver) {
     Sink& sink = NewSink();
     DWORD own = 0;
     sink.onInvoke = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
-        EXPECT_EQ(Hex(S_OK), Hex(Disconnect(own)));
+        EXPECT_EQ(Hex(Disconnect(own)), Hex(S_OK));
         EXPECT_GE(sink.references, 1u);
         return S_OK;
     };
     own = Connect(sink);
     Force(kTickEvent);
 
-    EXPECT_EQ(0u, sink.references);
+    EXPECT_EQ(sink.references, 0u);
 }
 
 TEST_F(TimerSinks, SinkThatIsGoneKeepsNoOtherFromItsEvent) {
@@ -161,7 +161,7 @@ TEST_F(TimerSinks, SinkThatIsGoneKeepsNoOtherFromItsEvent) {
     Start(10);
 
     EXPECT_TRUE(ProcessUntil([&] { return next.calls >= 3; })) << "the row is not lost either";
-    EXPECT_EQ(1, gone.calls);
+    EXPECT_EQ(gone.calls, 1);
 }
 
 TEST_F(TimerSinks, SinkWithoutTheEventStaysConnectedAndTheRowStaysToo) {
@@ -185,18 +185,18 @@ TEST_F(TimerSinks, TimerThatASinkKeepsOutlivesItsRowAndItsOwner) {
     AddRelative(10, 1);
     mTimer.Reset();
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls == 1; }));
-    EXPECT_EQ(1u, sink.references);
+    EXPECT_EQ(sink.references, 1u);
 
-    EXPECT_EQ(0, Get(kept.Get(), L"Interval").result.lVal);
-    EXPECT_EQ(0u, kept.Reset());
-    EXPECT_EQ(0u, sink.references);
+    EXPECT_EQ(Get(kept.Get(), L"Interval").result.lVal, 0);
+    EXPECT_EQ(kept.Reset(), 0u);
+    EXPECT_EQ(sink.references, 0u);
 }
 
 TEST_F(TimerSinks, TickOfATimerThatNobodyHoldsGoesOnUntilItIsCancelled) {
     Sink& sink = NewSink();
     sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         if (sink.calls == 3) {
-            EXPECT_EQ(Hex(S_OK), Hex(Call(arguments.rgvarg[0].pdispVal, L"CancelTimers", {1}).status));
+            EXPECT_EQ(Hex(Call(arguments.rgvarg[0].pdispVal, L"CancelTimers", {1}).status), Hex(S_OK));
         }
         return S_OK;
     };
@@ -205,7 +205,7 @@ TEST_F(TimerSinks, TickOfATimerThatNobodyHoldsGoesOnUntilItIsCancelled) {
     mTimer.Reset();
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.references == 0; })) << "it ends with its last row";
-    EXPECT_EQ(3, sink.calls);
+    EXPECT_EQ(sink.calls, 3);
 }
 
 TEST_F(TimerSinks, NoReferenceToTheTimerIsLeftBehind) {
@@ -216,9 +216,9 @@ TEST_F(TimerSinks, NoReferenceToTheTimerIsLeftBehind) {
     AddRelative(10, 2);
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 4; }));
     AddRelative(50'000, 3);
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mTimer.Get(), L"CancelTimers").status));
+    EXPECT_EQ(Hex(Call(mTimer.Get(), L"CancelTimers").status), Hex(S_OK));
 
-    EXPECT_EQ(0u, mTimer.Reset());
+    EXPECT_EQ(mTimer.Reset(), 0u);
 }
 
 TEST_F(TimerSinks, HandlerMayCreateAndArmTimersOfItsOwn) {
@@ -229,7 +229,7 @@ TEST_F(TimerSinks, HandlerMayCreateAndArmTimersOfItsOwn) {
         another = Create(L"KWOTimer");
         Connect(made, PointOf(another.Get()).Get());
         for (const int tag : {1, 2, 3, 4, 5})
-            EXPECT_EQ(Hex(S_OK), Hex(Call(another.Get(), L"AddRelativeAlarm", {10, tag}).status));
+            EXPECT_EQ(Hex(Call(another.Get(), L"AddRelativeAlarm", {10, tag}).status), Hex(S_OK));
         return S_OK;
     };
     Connect(sink);
@@ -251,38 +251,38 @@ TEST_F(TimerSinks, NamedArgumentsFindTheirPlaces) {
         return S_OK;
     };
     EXPECT_EQ(
-        Hex(S_OK),
         Hex(CallNamed(
                 mTimer.Get(), L"TimerTick", {},
                 {{L"NewDateTime", Var::Reference(VT_DATE, &date)}, {L"ItemData", Var::Ref(&tag)}, {L"TickType", 2}})
-                .status));
-    EXPECT_EQ(9, tag);
-    EXPECT_EQ(4.25, date);
+                .status),
+        Hex(S_OK));
+    EXPECT_EQ(tag, 9);
+    EXPECT_EQ(date, 4.25);
 
     sink.onInvoke = nullptr;
     sink.calls = 0;
-    EXPECT_EQ(Hex(S_OK),
-              Hex(CallNamed(mTimer.Get(), L"AddRelativeAlarm", {}, {{L"ItemData", 7}, {L"Interval", 40}}).status));
+    EXPECT_EQ(Hex(CallNamed(mTimer.Get(), L"AddRelativeAlarm", {}, {{L"ItemData", 7}, {L"Interval", 40}}).status),
+              Hex(S_OK));
     AddRelative(60, 8);
-    EXPECT_EQ(Hex(S_OK),
-              Hex(CallNamed(mTimer.Get(), L"CancelTimers", {}, {{L"ItemData", 7}, {L"TimerType", 2}}).status));
-    EXPECT_EQ(Hex(S_OK),
-              Hex(CallNamed(mTimer.Get(), L"AddAlarm", {}, {{L"ItemData", 9}, {L"DateTime", Var::Date(1.5)}}).status));
+    EXPECT_EQ(Hex(CallNamed(mTimer.Get(), L"CancelTimers", {}, {{L"ItemData", 7}, {L"TimerType", 2}}).status),
+              Hex(S_OK));
+    EXPECT_EQ(Hex(CallNamed(mTimer.Get(), L"AddAlarm", {}, {{L"ItemData", 9}, {L"DateTime", Var::Date(1.5)}}).status),
+              Hex(S_OK));
     std::vector<LONG> tags;
     sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         tags.push_back(*arguments.rgvarg[1].plVal);
         return S_OK;
     };
     EXPECT_TRUE(ProcessUntil([&] { return tags.size() >= 2; }));
-    EXPECT_EQ((std::vector<LONG>{8, 9}), tags);
+    EXPECT_EQ(tags, (std::vector<LONG>{8, 9}));
 }
 
 TEST_F(TimerSinks, ErrorOfAddAlarmNamesTheMember) {
     const Outcome outcome = Call(mTimer.Get(), L"AddAlarm", {Var::Date(1e300), 1});
 
-    EXPECT_EQ("KWOTimer.AddAlarm", Narrow(outcome.source));
-    EXPECT_EQ(0, outcome.code);
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A000D)), Hex(outcome.scode));
+    EXPECT_EQ(Narrow(outcome.source), "KWOTimer.AddAlarm");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(Hex(outcome.scode), Hex(static_cast<HRESULT>(0x800A000D)));
 }
 
 }  // namespace

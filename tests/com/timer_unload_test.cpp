@@ -23,8 +23,8 @@ protected:
     ComPtr<IDispatch> Make(const Library& library) const {
         ComPtr<IClassFactory> factory;
         ComPtr<IDispatch> object;
-        EXPECT_EQ(Hex(S_OK), Hex(library.GetClassObject(mClass, IID_IClassFactory, factory.OutVoid())));
-        EXPECT_EQ(Hex(S_OK), Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())));
+        EXPECT_EQ(Hex(library.GetClassObject(mClass, IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+        EXPECT_EQ(Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())), Hex(S_OK));
         return object;
     }
     /// Everything that a timer does, and its end.
@@ -46,11 +46,11 @@ protected:
         EXPECT_TRUE(ProcessUntil([&] { return tick.calls >= 1 && late.calls == 1; }));
         Call(timer.Get(), L"AddAlarm", {Var::Date(1e300), 7});
         Call(timer.Get(), L"AddAlarm", {Var::Date(80'000), 8});
-        EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
-        EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"CancelTimers").status));
-        EXPECT_EQ(Hex(S_OK), Hex(PointOf(timer.Get())->Unadvise(cookie)));
-        EXPECT_EQ(0u, timer.Reset());
-        EXPECT_EQ(0u, sink.references + late.references + tick.references);
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
+        EXPECT_EQ(Hex(Call(timer.Get(), L"CancelTimers").status), Hex(S_OK));
+        EXPECT_EQ(Hex(PointOf(timer.Get())->Unadvise(cookie)), Hex(S_OK));
+        EXPECT_EQ(timer.Reset(), 0u);
+        EXPECT_EQ(sink.references + late.references + tick.references, 0u);
     }
 
     IID mTickInterface = {};
@@ -63,30 +63,30 @@ TEST_F(TimerUnloading, PendingTickKeepsTheDllUntilItIsCancelled) {
     ComPtr<IDispatch> timer = Make(library);
     Connect(sink, PointOf(timer.Get()).Get());
     sink.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
         if (sink.calls == 2) Call(arguments.rgvarg[0].pdispVal, L"CancelTimers");
         return S_OK;
     };
     Let(timer.Get(), L"Interval", 10);
     Let(timer.Get(), L"Enabled", true);
     timer.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
 
     EXPECT_TRUE(ProcessUntil([&] { return sink.references == 0; }));
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(TimerUnloading, FarAlarmKeepsTheDllUntilItIsCancelled) {
     const Library library;
     ComPtr<IDispatch> timer = Make(library);
-    EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"AddAlarm", {Var::Date(80'000), 1}).status));
-    EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"CancelTimers", {2, 5}).status));
+    EXPECT_EQ(Hex(Call(timer.Get(), L"AddAlarm", {Var::Date(80'000), 1}).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Call(timer.Get(), L"CancelTimers", {2, 5}).status), Hex(S_OK));
     IDispatch* const borrowed = timer.Get();
-    ASSERT_EQ(1u, timer.Reset()) << "the row holds it";
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    ASSERT_EQ(timer.Reset(), 1u) << "the row holds it";
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
 
-    EXPECT_EQ(Hex(S_OK), Hex(Call(borrowed, L"CancelTimers", {2, 1}).status));
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(Call(borrowed, L"CancelTimers", {2, 1}).status), Hex(S_OK));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(TimerUnloading, PartsOfATimerKeepTheDll) {
@@ -96,28 +96,28 @@ TEST_F(TimerUnloading, PartsOfATimerKeepTheDll) {
     ComPtr<IConnectionPoint> point = PointOf(timer.Get());
     Connect(sink, point.Get());
     timer.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
     ComPtr<IEnumConnections> connections;
-    ASSERT_EQ(Hex(S_OK), Hex(point->EnumConnections(connections.Out())));
+    ASSERT_EQ(Hex(point->EnumConnections(connections.Out())), Hex(S_OK));
     point.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow())) << "the list's code is in the DLL";
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE)) << "the list's code is in the DLL";
     connections.Reset();
-    EXPECT_EQ(0u, sink.references);
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(sink.references, 0u);
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(TimerUnloading, AHundredRoundsOfArmedTimersLeaveNothingBehind) {
     const auto round = [this] {
         const Library library;
         UseATimer(library);
-        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
     };
     for (int i = 0; i < 3; ++i)
         round();
     const long before = HandlesInUse();
     for (int i = 0; i < 100; ++i) {
         round();
-        ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll")) << "round " << i;
+        ASSERT_EQ(GetModuleHandleW(L"KWOUtil.dll"), nullptr) << "round " << i;
         ASSERT_FALSE(HasFailure()) << "round " << i;
     }
 
@@ -134,7 +134,7 @@ TEST_F(TimerUnloading, UseOfTimersTakesNoMemoryForGood) {
     for (int i = 0; i < 40; ++i)
         UseATimer(library);
 
-    EXPECT_EQ(automation, AllocationCount::Instance().InUse());
+    EXPECT_EQ(AllocationCount::Instance().InUse(), automation);
     EXPECT_LT(HeapBlocksInUse(), blocks + 40) << "less than one block a round";
 }
 
@@ -159,15 +159,15 @@ TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerLeavesNothingBehind) {
             Call(timer.Get(), L"AddRelativeAlarm", {90'000, 1});
             EXPECT_TRUE(ProcessUntil([&] { return tick.calls >= 2; }));
             timer.Reset();
-            EXPECT_NE(0u, tick.references) << "the pending tick holds it";
+            EXPECT_NE(tick.references, 0u) << "the pending tick holds it";
             if (leavesItsApartment) CoUninitialize();
         }).Join();
 
-        EXPECT_EQ(0u, sink.references) << leavesItsApartment;
-        EXPECT_EQ(0u, item.references) << leavesItsApartment;
-        EXPECT_EQ(0u, tick.references) << leavesItsApartment;
-        EXPECT_EQ(0u, late.references) << leavesItsApartment;
-        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow())) << leavesItsApartment;
+        EXPECT_EQ(sink.references, 0u) << leavesItsApartment;
+        EXPECT_EQ(item.references, 0u) << leavesItsApartment;
+        EXPECT_EQ(tick.references, 0u) << leavesItsApartment;
+        EXPECT_EQ(late.references, 0u) << leavesItsApartment;
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK)) << leavesItsApartment;
     }
 }
 
@@ -179,7 +179,7 @@ TEST_F(TimerUnloading, ThreadThatStaysInItsApartmentKeepsItsTicks) {
     Let(timer.Get(), L"Interval", 5);
     Let(timer.Get(), L"Enabled", true);
 
-    EXPECT_EQ(Hex(S_FALSE), Hex(CoInitialize(nullptr)));
+    EXPECT_EQ(Hex(CoInitialize(nullptr)), Hex(S_FALSE));
     CoUninitialize();
     Thread([] {
         CoInitialize(nullptr);
@@ -211,10 +211,10 @@ TEST_F(TimerUnloading, ThreadThatEndsWithAnArmedTimerTakesItsTicksAlong) {
     Let(timer.Get(), L"Interval", 20);
     Let(timer.Get(), L"Enabled", true);
     EXPECT_TRUE(ProcessUntil([&] { return mine.calls >= 5; }));
-    EXPECT_EQ(calls, theirs.calls);
+    EXPECT_EQ(theirs.calls, calls);
     Call(timer.Get(), L"CancelTimers");
-    EXPECT_EQ(0u, timer.Reset());
-    EXPECT_EQ(0u, mine.references);
+    EXPECT_EQ(timer.Reset(), 0u);
+    EXPECT_EQ(mine.references, 0u);
 }
 
 /// A thread with an apartment, a timer and a sink of its own; it processes messages until it is told to end.
@@ -292,11 +292,11 @@ TEST_F(TimerUnloading, EndOfOneApartmentLeavesTheTicksOfTheOthers) {
     const int cancelled = sink.calls;
     const int after = staying.Ticks();
     EXPECT_TRUE(ProcessUntil([&] { return staying.Ticks() >= after + 3; })) << "one's cancelling is not the other's";
-    EXPECT_EQ(cancelled, sink.calls);
+    EXPECT_EQ(sink.calls, cancelled);
     staying.End();
     EXPECT_TRUE(staying.AllOnItsOwnThread());
     timer.Reset();
-    EXPECT_EQ(0u, sink.references);
+    EXPECT_EQ(sink.references, 0u);
     EXPECT_TRUE(LetTheDllGo());
 }
 

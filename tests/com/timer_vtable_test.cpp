@@ -24,7 +24,7 @@ protected:
     }
     Var Item() {
         Var item;
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetItem(&item)));
+        EXPECT_EQ(Hex(mSlots->GetItem(&item)), Hex(S_OK));
         return item;
     }
     HRESULT Enable(VARIANT_BOOL value) {
@@ -33,7 +33,7 @@ protected:
     }
     VARIANT_BOOL Enabled() {
         VARIANT_BOOL value = 55;
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetEnabled(&value)));
+        EXPECT_EQ(Hex(mSlots->GetEnabled(&value)), Hex(S_OK));
         return value;
     }
 
@@ -41,27 +41,27 @@ protected:
 };
 
 TEST_F(TimerVtable, ItemIsEmptyAtFirstAndKeepsWhatItIsGiven) {
-    EXPECT_EQ(VT_EMPTY, Item().vt);
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(Var(L"text"))));
-    EXPECT_EQ(L"text", Item().Text());
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetItem(Var(5'000'000'000LL))));
-    EXPECT_EQ(VT_I8, Item().vt);
-    EXPECT_EQ(5'000'000'000LL, Item().llVal);
+    EXPECT_EQ(Item().vt, VT_EMPTY);
+    ASSERT_EQ(Hex(mSlots->LetItem(Var(L"text"))), Hex(S_OK));
+    EXPECT_EQ(Item().Text(), L"text");
+    ASSERT_EQ(Hex(mSlots->SetItem(Var(5'000'000'000LL))), Hex(S_OK));
+    EXPECT_EQ(Item().vt, VT_I8);
+    EXPECT_EQ(Item().llVal, 5'000'000'000LL);
 }
 
 TEST_F(TimerVtable, ItemTakesACopyThroughReferences) {
     Var variable(L"first");
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(Var::Ref(&variable))));
+    ASSERT_EQ(Hex(mSlots->LetItem(Var::Ref(&variable))), Hex(S_OK));
     variable = Var(L"second");
-    EXPECT_EQ(L"first", Item().Text());
+    EXPECT_EQ(Item().Text(), L"first");
 
     IDispatch* object = &NewSink();
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetItem(Var::Reference(VT_DISPATCH, &object))));
-    EXPECT_EQ(VT_DISPATCH, Item().vt);
-    EXPECT_EQ(object, Item().pdispVal);
-    EXPECT_EQ(1u, mSinks.front().references);
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(Var())));
-    EXPECT_EQ(0u, mSinks.front().references);
+    ASSERT_EQ(Hex(mSlots->SetItem(Var::Reference(VT_DISPATCH, &object))), Hex(S_OK));
+    EXPECT_EQ(Item().vt, VT_DISPATCH);
+    EXPECT_EQ(Item().pdispVal, object);
+    EXPECT_EQ(mSinks.front().references, 1u);
+    ASSERT_EQ(Hex(mSlots->LetItem(Var())), Hex(S_OK));
+    EXPECT_EQ(mSinks.front().references, 0u);
 }
 
 TEST_F(TimerVtable, ItemCountsTheObjectsOfAnArray) {
@@ -70,31 +70,31 @@ TEST_F(TimerVtable, ItemCountsTheObjectsOfAnArray) {
     array.vt = VT_ARRAY | VT_DISPATCH;
     array.parray = SafeArrayCreateVector(VT_DISPATCH, -3, 2);
     LONG index = -2;
-    ASSERT_EQ(Hex(S_OK), Hex(SafeArrayPutElement(array.parray, &index, static_cast<IDispatch*>(&object))));
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(array)));
-    EXPECT_EQ(2u, object.references);
+    ASSERT_EQ(Hex(SafeArrayPutElement(array.parray, &index, static_cast<IDispatch*>(&object))), Hex(S_OK));
+    ASSERT_EQ(Hex(mSlots->LetItem(array)), Hex(S_OK));
+    EXPECT_EQ(object.references, 2u);
     {
         const Var item = Item();
-        ASSERT_EQ(VT_ARRAY | VT_DISPATCH, item.vt);
-        EXPECT_EQ(-3, item.parray->rgsabound[0].lLbound);
-        EXPECT_EQ(3u, object.references);
+        ASSERT_EQ(item.vt, VT_ARRAY | VT_DISPATCH);
+        EXPECT_EQ(item.parray->rgsabound[0].lLbound, -3);
+        EXPECT_EQ(object.references, 3u);
     }
     array = Var();
-    EXPECT_EQ(1u, object.references);
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(Var())));
-    EXPECT_EQ(0u, object.references);
+    EXPECT_EQ(object.references, 1u);
+    ASSERT_EQ(Hex(mSlots->LetItem(Var())), Hex(S_OK));
+    EXPECT_EQ(object.references, 0u);
 }
 
 TEST_F(TimerVtable, ItemThatCannotBeCopiedLeavesTheOneBefore) {
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(Var(7))));
+    ASSERT_EQ(Hex(mSlots->LetItem(Var(7))), Hex(S_OK));
     VARIANT broken = {};
     broken.vt = 0x0FFE;
 
     EXPECT_TRUE(FAILED(mSlots->LetItem(broken)));
-    EXPECT_EQ("KWOTimer.Item (Let)", Narrow(TakeErrorObject().source));
+    EXPECT_EQ(Narrow(TakeErrorObject().source), "KWOTimer.Item (Let)");
     EXPECT_TRUE(FAILED(mSlots->SetItem(broken)));
-    EXPECT_EQ("KWOTimer.Item (Set)", Narrow(TakeErrorObject().source));
-    EXPECT_EQ(7, Item().lVal);
+    EXPECT_EQ(Narrow(TakeErrorObject().source), "KWOTimer.Item (Set)");
+    EXPECT_EQ(Item().lVal, 7);
 }
 
 /// Reads the timer's item while the timer lets it go.
@@ -111,67 +111,67 @@ public:
 TEST_F(TimerVtable, ItemThatEndsSeesItsSuccessor) {
     CuriousItem first;
     LONG seen = 0;
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetItem(Var(static_cast<IDispatch*>(&first)))));
+    ASSERT_EQ(Hex(mSlots->SetItem(Var(static_cast<IDispatch*>(&first)))), Hex(S_OK));
     first.onEnd = [&] { seen = Item().lVal; };
 
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->LetItem(Var(8))));
-    EXPECT_EQ(8, seen);
-    EXPECT_EQ(0u, first.references);
+    ASSERT_EQ(Hex(mSlots->LetItem(Var(8))), Hex(S_OK));
+    EXPECT_EQ(seen, 8);
+    EXPECT_EQ(first.references, 0u);
     first.onEnd = nullptr;
 }
 
 TEST_F(TimerVtable, ItemThatEndsMayReleaseTheTimer) {
     CuriousItem first;
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetItem(Var(static_cast<IDispatch*>(&first)))));
+    ASSERT_EQ(Hex(mSlots->SetItem(Var(static_cast<IDispatch*>(&first)))), Hex(S_OK));
     TimerSlots* const slots = mSlots.Get();
     first.onEnd = [&] {
         mTimer.Reset();
         mSlots.Reset();
     };
 
-    EXPECT_EQ(Hex(S_OK), Hex(slots->LetItem(Var(8))));
+    EXPECT_EQ(Hex(slots->LetItem(Var(8))), Hex(S_OK));
     EXPECT_FALSE(mTimer);
 }
 
 TEST_F(TimerVtable, NumbersOfBothEndsAreKept) {
     LONG value = 99;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetInterval(&value)));
-    EXPECT_EQ(0, value);
+    EXPECT_EQ(Hex(mSlots->GetInterval(&value)), Hex(S_OK));
+    EXPECT_EQ(value, 0);
     value = 99;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetItemData(&value)));
-    EXPECT_EQ(0, value);
+    EXPECT_EQ(Hex(mSlots->GetItemData(&value)), Hex(S_OK));
+    EXPECT_EQ(value, 0);
     for (const LONG number : {LONG_MIN, -1L, 0L, 1L, LONG_MAX}) {
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetInterval(number)));
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetItemData(number / 2)));
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetInterval(&value)));
-        EXPECT_EQ(number, value);
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetItemData(&value)));
-        EXPECT_EQ(number / 2, value);
+        EXPECT_EQ(Hex(mSlots->LetInterval(number)), Hex(S_OK));
+        EXPECT_EQ(Hex(mSlots->LetItemData(number / 2)), Hex(S_OK));
+        EXPECT_EQ(Hex(mSlots->GetInterval(&value)), Hex(S_OK));
+        EXPECT_EQ(value, number);
+        EXPECT_EQ(Hex(mSlots->GetItemData(&value)), Hex(S_OK));
+        EXPECT_EQ(value, number / 2);
     }
 }
 
 TEST_F(TimerVtable, LongestIntervalIsTakenWhileEnabled) {
-    EXPECT_EQ(Hex(S_OK), Hex(Enable(VARIANT_TRUE)));
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetInterval(LONG_MAX)));
-    EXPECT_EQ(VARIANT_TRUE, Enabled());
+    EXPECT_EQ(Hex(Enable(VARIANT_TRUE)), Hex(S_OK));
+    EXPECT_EQ(Hex(mSlots->LetInterval(LONG_MAX)), Hex(S_OK));
+    EXPECT_EQ(Enabled(), VARIANT_TRUE);
 }
 
 TEST_F(TimerVtable, EnabledKeepsAllSixteenBitsAndLeavesTheCallersVariable) {
-    EXPECT_EQ(0, Enabled());
+    EXPECT_EQ(Enabled(), 0);
     for (const VARIANT_BOOL given : {VARIANT_BOOL{1}, VARIANT_TRUE, VARIANT_BOOL{SHRT_MIN}, VARIANT_BOOL{SHRT_MAX}}) {
         VARIANT_BOOL variable = given;
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetEnabled(&variable)));
-        EXPECT_EQ(given, variable);
-        EXPECT_EQ(given, Enabled());
+        EXPECT_EQ(Hex(mSlots->LetEnabled(&variable)), Hex(S_OK));
+        EXPECT_EQ(variable, given);
+        EXPECT_EQ(Enabled(), given);
     }
 }
 
 TEST_F(TimerVtable, IntervalThatIsNotPositiveSwitchesOff) {
     for (const LONG interval : {0L, -1L, LONG_MIN}) {
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetInterval(50)));
-        EXPECT_EQ(Hex(S_OK), Hex(Enable(VARIANT_TRUE)));
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetInterval(interval)));
-        EXPECT_EQ(VARIANT_FALSE, Enabled()) << interval;
+        EXPECT_EQ(Hex(mSlots->LetInterval(50)), Hex(S_OK));
+        EXPECT_EQ(Hex(Enable(VARIANT_TRUE)), Hex(S_OK));
+        EXPECT_EQ(Hex(mSlots->LetInterval(interval)), Hex(S_OK));
+        EXPECT_EQ(Enabled(), VARIANT_FALSE) << interval;
     }
 }
 
@@ -181,59 +181,59 @@ TEST_F(TimerVtable, CallbackObjectsAreHandedOutWithAReferenceForTheCaller) {
     EarlyAlarm alarm;
     alarm.interfaceId = IdOfType(L"_IKWOAlarm");
     IDispatch* given = &alarm;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetTimerEvents(&given)));
-    EXPECT_EQ(nullptr, given);
+    EXPECT_EQ(Hex(mSlots->GetTimerEvents(&given)), Hex(S_OK));
+    EXPECT_EQ(given, nullptr);
     given = &tick;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetAlarmEvents(&given)));
-    EXPECT_EQ(nullptr, given);
+    EXPECT_EQ(Hex(mSlots->GetAlarmEvents(&given)), Hex(S_OK));
+    EXPECT_EQ(given, nullptr);
 
     for (int round = 0; round < 2; ++round) {
-        ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetTimerEvents(&tick)));
-        ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetAlarmEvents(&alarm)));
+        ASSERT_EQ(Hex(mSlots->SetTimerEvents(&tick)), Hex(S_OK));
+        ASSERT_EQ(Hex(mSlots->SetAlarmEvents(&alarm)), Hex(S_OK));
     }
-    EXPECT_EQ(1u, tick.references) << "set twice, held once";
-    EXPECT_EQ(1u, alarm.references);
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetTimerEvents(&given)));
-    EXPECT_EQ(&tick, given);
-    EXPECT_EQ(1u, given->Release());
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetAlarmEvents(&given)));
-    EXPECT_EQ(&alarm, given);
-    EXPECT_EQ(1u, given->Release());
+    EXPECT_EQ(tick.references, 1u) << "set twice, held once";
+    EXPECT_EQ(alarm.references, 1u);
+    EXPECT_EQ(Hex(mSlots->GetTimerEvents(&given)), Hex(S_OK));
+    EXPECT_EQ(given, &tick);
+    EXPECT_EQ(given->Release(), 1u);
+    EXPECT_EQ(Hex(mSlots->GetAlarmEvents(&given)), Hex(S_OK));
+    EXPECT_EQ(given, &alarm);
+    EXPECT_EQ(given->Release(), 1u);
 
     mSlots.Reset();
-    EXPECT_EQ(0u, mTimer.Reset());
-    EXPECT_EQ(0u, tick.references) << "the end of the timer lets them go";
-    EXPECT_EQ(0u, alarm.references);
+    EXPECT_EQ(mTimer.Reset(), 0u);
+    EXPECT_EQ(tick.references, 0u) << "the end of the timer lets them go";
+    EXPECT_EQ(alarm.references, 0u);
 }
 
 TEST_F(TimerVtable, ObjectThatCannotBeCalledBackIsRefusedWithAnErrorObject) {
     Sink& deaf = NewSink();
-    EXPECT_EQ(Hex(kTypeMismatch), Hex(mSlots->SetTimerEvents(&deaf)));
+    EXPECT_EQ(Hex(mSlots->SetTimerEvents(&deaf)), Hex(kTypeMismatch));
     ErrorObject error = TakeErrorObject();
-    EXPECT_EQ("KWOTimer.TimerEvents (Set)", Narrow(error.source));
-    EXPECT_EQ("Type mismatch", Narrow(error.description));
-    EXPECT_EQ(Hex(kTypeMismatch), Hex(mSlots->SetAlarmEvents(&deaf)));
+    EXPECT_EQ(Narrow(error.source), "KWOTimer.TimerEvents (Set)");
+    EXPECT_EQ(Narrow(error.description), "Type mismatch");
+    EXPECT_EQ(Hex(mSlots->SetAlarmEvents(&deaf)), Hex(kTypeMismatch));
     error = TakeErrorObject();
-    EXPECT_EQ("KWOTimer.AlarmEvents (Set)", Narrow(error.source));
-    EXPECT_EQ(0u, deaf.references);
+    EXPECT_EQ(Narrow(error.source), "KWOTimer.AlarmEvents (Set)");
+    EXPECT_EQ(deaf.references, 0u);
 }
 
 TEST_F(TimerVtable, TimerTickWithoutPlacesForItsArgumentsDoesNothingOrRuns) {
     Sink& sink = NewSink();
     Connect(sink);
     LONG type = 3;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->TimerTick(nullptr, nullptr, nullptr)));
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->TimerTick(&type, nullptr, nullptr)));
-    EXPECT_EQ(0, sink.calls);
+    EXPECT_EQ(Hex(mSlots->TimerTick(nullptr, nullptr, nullptr)), Hex(S_OK));
+    EXPECT_EQ(Hex(mSlots->TimerTick(&type, nullptr, nullptr)), Hex(S_OK));
+    EXPECT_EQ(sink.calls, 0);
 
     sink.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(0, *arguments.rgvarg[1].plVal);
-        EXPECT_EQ(0, *arguments.rgvarg[0].pdate);
+        EXPECT_EQ(*arguments.rgvarg[1].plVal, 0);
+        EXPECT_EQ(*arguments.rgvarg[0].pdate, 0);
         return S_OK;
     };
     type = 2;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->TimerTick(&type, nullptr, nullptr)));
-    EXPECT_EQ(1, sink.calls);
+    EXPECT_EQ(Hex(mSlots->TimerTick(&type, nullptr, nullptr)), Hex(S_OK));
+    EXPECT_EQ(sink.calls, 1);
 }
 
 TEST_F(TimerVtable, TimerTickPassesItsVariablesThroughTheEvent) {
@@ -248,10 +248,10 @@ TEST_F(TimerVtable, TimerTickPassesItsVariablesThroughTheEvent) {
     LONG tag = 41;
     DATE date = 2.0;
 
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->TimerTick(&type, &tag, &date)));
-    EXPECT_EQ(2, type);
-    EXPECT_EQ(42, tag);
-    EXPECT_EQ(2.5, date);
+    EXPECT_EQ(Hex(mSlots->TimerTick(&type, &tag, &date)), Hex(S_OK));
+    EXPECT_EQ(type, 2);
+    EXPECT_EQ(tag, 42);
+    EXPECT_EQ(date, 2.5);
 }
 
 TEST_F(TimerVtable, FailingHandlerHasWrittenWhatItWrote) {
@@ -267,8 +267,8 @@ TEST_F(TimerVtable, FailingHandlerHasWrittenWhatItWrote) {
     DATE date = 2.0;
 
     EXPECT_TRUE(FAILED(mSlots->TimerTick(&type, &tag, &date)));
-    EXPECT_EQ(42, tag);
-    EXPECT_EQ(2.5, date);
+    EXPECT_EQ(tag, 42);
+    EXPECT_EQ(date, 2.5);
 }
 
 TEST_F(TimerVtable, FailingHandlerIsRaisedWithTheMembersNameUnlessItGaveOne) {
@@ -276,9 +276,9 @@ TEST_F(TimerVtable, FailingHandlerIsRaisedWithTheMembersNameUnlessItGaveOne) {
     failing.onInvoke = [](DISPID, DISPPARAMS&, EXCEPINFO&) { return E_ACCESSDENIED; };
     const DWORD cookie = Connect(failing);
     LONG type = 1;
-    EXPECT_EQ(Hex(E_ACCESSDENIED), Hex(mSlots->TimerTick(&type, nullptr, nullptr)));
+    EXPECT_EQ(Hex(mSlots->TimerTick(&type, nullptr, nullptr)), Hex(E_ACCESSDENIED));
     ErrorObject error = TakeErrorObject();
-    EXPECT_EQ("KWOTimer.TimerTick", Narrow(error.source));
+    EXPECT_EQ(Narrow(error.source), "KWOTimer.TimerTick");
     Disconnect(cookie);
 
     Sink& raising = NewSink();
@@ -286,10 +286,10 @@ TEST_F(TimerVtable, FailingHandlerIsRaisedWithTheMembersNameUnlessItGaveOne) {
         return Raising(exception, static_cast<SCODE>(0x800A0005));
     };
     Connect(raising);
-    EXPECT_EQ(Hex(static_cast<HRESULT>(0x800A0005)), Hex(mSlots->TimerTick(&type, nullptr, nullptr)));
+    EXPECT_EQ(Hex(mSlots->TimerTick(&type, nullptr, nullptr)), Hex(static_cast<HRESULT>(0x800A0005)));
     error = TakeErrorObject();
-    EXPECT_EQ("the handler", Narrow(error.source));
-    EXPECT_EQ("it went wrong", Narrow(error.description));
+    EXPECT_EQ(Narrow(error.source), "the handler");
+    EXPECT_EQ(Narrow(error.description), "it went wrong");
 }
 
 TEST_F(TimerVtable, TimerMayLoseItsLastReferenceInsideTimerTick) {
@@ -304,20 +304,20 @@ TEST_F(TimerVtable, TimerMayLoseItsLastReferenceInsideTimerTick) {
     Connect(sink);
     LONG type = 1;
 
-    EXPECT_EQ(Hex(S_OK), Hex(slots->TimerTick(&type, nullptr, nullptr)));
-    EXPECT_EQ(0u, sink.references);
+    EXPECT_EQ(Hex(slots->TimerTick(&type, nullptr, nullptr)), Hex(S_OK));
+    EXPECT_EQ(sink.references, 0u);
 }
 
 TEST_F(TimerVtable, CancelTimersTreatsNullAsMissing) {
     EarlyTick tick;
     tick.interfaceId = IdOfType(L"_IKWOTimer");
-    ASSERT_EQ(Hex(S_OK), Hex(mSlots->SetTimerEvents(&tick)));
+    ASSERT_EQ(Hex(mSlots->SetTimerEvents(&tick)), Hex(S_OK));
     LONG type = 2;
     LONG tag = 0;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->CancelTimers(&type, nullptr)));
-    EXPECT_EQ(1u, tick.references);
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->CancelTimers(nullptr, &tag)));
-    EXPECT_EQ(0u, tick.references);
+    EXPECT_EQ(Hex(mSlots->CancelTimers(&type, nullptr)), Hex(S_OK));
+    EXPECT_EQ(tick.references, 1u);
+    EXPECT_EQ(Hex(mSlots->CancelTimers(nullptr, &tag)), Hex(S_OK));
+    EXPECT_EQ(tick.references, 0u);
 }
 
 class TimerVtableIntended : public TimerVtable {};
@@ -326,37 +326,37 @@ TEST_F(TimerVtableIntended, DateThatIsNoneIsATypeMismatchOfAddAlarm) {
     for (const double days : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e300,
                               2'958'466.0, -657'435.0}) {
         // A reader would expect "Error creating timer alarm." and a number of the component's.
-        EXPECT_EQ(Hex(kTypeMismatch), Hex(mSlots->AddAlarm(days, 1))) << days;
+        EXPECT_EQ(Hex(mSlots->AddAlarm(days, 1)), Hex(kTypeMismatch)) << days;
         const ErrorObject error = TakeErrorObject();
-        EXPECT_EQ("KWOTimer.AddAlarm", Narrow(error.source)) << days;
-        EXPECT_EQ("Type mismatch", Narrow(error.description)) << days;
+        EXPECT_EQ(Narrow(error.source), "KWOTimer.AddAlarm") << days;
+        EXPECT_EQ(Narrow(error.description), "Type mismatch") << days;
     }
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->AddAlarm(2'958'465.0, 1))) << "the last date";
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->AddAlarm(-657'434.0, 2))) << "the first date";
+    EXPECT_EQ(Hex(mSlots->AddAlarm(2'958'465.0, 1)), Hex(S_OK)) << "the last date";
+    EXPECT_EQ(Hex(mSlots->AddAlarm(-657'434.0, 2)), Hex(S_OK)) << "the first date";
     EXPECT_FALSE(TakeErrorObject().present);
 }
 
 TEST_F(TimerVtableIntended, EnabledStaysTrueWhereCancellingHasEndedTheTick) {
     Sink& sink = NewSink();
     Connect(sink);
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetInterval(10)));
-    EXPECT_EQ(Hex(S_OK), Hex(Enable(VARIANT_TRUE)));
+    EXPECT_EQ(Hex(mSlots->LetInterval(10)), Hex(S_OK));
+    EXPECT_EQ(Hex(Enable(VARIANT_TRUE)), Hex(S_OK));
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls >= 1; }));
     LONG type = 1;
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->CancelTimers(&type, nullptr)));
+    EXPECT_EQ(Hex(mSlots->CancelTimers(&type, nullptr)), Hex(S_OK));
     // A reader would expect False.
-    EXPECT_EQ(VARIANT_TRUE, Enabled());
-    EXPECT_EQ(Hex(S_OK), Hex(Enable(VARIANT_TRUE)));
+    EXPECT_EQ(Enabled(), VARIANT_TRUE);
+    EXPECT_EQ(Hex(Enable(VARIANT_TRUE)), Hex(S_OK));
     const int calls = sink.calls;
     WaitForAnother(200);
-    EXPECT_EQ(calls, sink.calls) << "the same value again starts nothing";
+    EXPECT_EQ(sink.calls, calls) << "the same value again starts nothing";
 
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->LetInterval(10)));
+    EXPECT_EQ(Hex(mSlots->LetInterval(10)), Hex(S_OK));
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls > calls; })) << "the interval does";
-    EXPECT_EQ(Hex(S_OK), Hex(mSlots->CancelTimers(&type, nullptr)));
+    EXPECT_EQ(Hex(mSlots->CancelTimers(&type, nullptr)), Hex(S_OK));
     const int callsBefore = sink.calls;
-    EXPECT_EQ(Hex(S_OK), Hex(Enable(VARIANT_FALSE)));
-    EXPECT_EQ(Hex(S_OK), Hex(Enable(VARIANT_TRUE)));
+    EXPECT_EQ(Hex(Enable(VARIANT_FALSE)), Hex(S_OK));
+    EXPECT_EQ(Hex(Enable(VARIANT_TRUE)), Hex(S_OK));
     EXPECT_TRUE(ProcessUntil([&] { return sink.calls > callsBefore; })) << "and so do off and on";
 }
 

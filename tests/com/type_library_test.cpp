@@ -56,14 +56,14 @@ TEST_F(TypeLibrary, NameVersionAndHelpOfTheLibraryEqualTheList) {
     Bstr name;
     Bstr help;
     TLIBATTR* attributes = nullptr;
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary->GetDocumentation(-1, name.Out(), help.Out(), nullptr, nullptr)));
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary->GetLibAttr(&attributes)));
+    ASSERT_EQ(Hex(mLibrary->GetDocumentation(-1, name.Out(), help.Out(), nullptr, nullptr)), Hex(S_OK));
+    ASSERT_EQ(Hex(mLibrary->GetLibAttr(&attributes)), Hex(S_OK));
 
-    EXPECT_EQ(Golden().name, Narrow(name.Text()));
-    EXPECT_EQ(Golden().help, Narrow(help.Text()));
-    EXPECT_EQ(Golden().majorVersion, attributes->wMajorVerNum);
-    EXPECT_EQ(Golden().minorVersion, attributes->wMinorVerNum);
-    EXPECT_EQ(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, attributes->syskind);
+    EXPECT_EQ(Narrow(name.Text()), Golden().name);
+    EXPECT_EQ(Narrow(help.Text()), Golden().help);
+    EXPECT_EQ(attributes->wMajorVerNum, Golden().majorVersion);
+    EXPECT_EQ(attributes->wMinorVerNum, Golden().minorVersion);
+    EXPECT_EQ(attributes->syskind, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
     mLibrary->ReleaseTLibAttr(attributes);
 }
 
@@ -110,7 +110,7 @@ TEST_F(TypeLibrary, ClassesEqualTheList) {
         const ComPtr<ITypeInfo> info = TypeInfoOf(mLibrary.Get(), Wide(expected.name));
 
         ASSERT_TRUE(info) << expected.name;
-        EXPECT_EQ(line, DumpClass(info.Get()));
+        EXPECT_EQ(DumpClass(info.Get()), line);
     }
 }
 
@@ -130,11 +130,11 @@ TEST_F(TypeLibrary, HoldsNothingThatTheListDoesNotName) {
     std::sort(enumerations.begin(), enumerations.end());
     std::sort(classes.begin(), classes.end());
 
-    EXPECT_EQ(Joined(dispatch), Joined(NamesOfKind(TKIND_DISPATCH)));
-    EXPECT_EQ(Joined(enumerations), Joined(NamesOfKind(TKIND_ENUM)));
-    EXPECT_EQ(Joined(classes), Joined(NamesOfKind(TKIND_COCLASS)));
-    EXPECT_EQ("", Joined(NamesOfKind(TKIND_MODULE)));
-    EXPECT_EQ("", Joined(NamesOfKind(TKIND_RECORD)));
+    EXPECT_EQ(Joined(NamesOfKind(TKIND_DISPATCH)), Joined(dispatch));
+    EXPECT_EQ(Joined(NamesOfKind(TKIND_ENUM)), Joined(enumerations));
+    EXPECT_EQ(Joined(NamesOfKind(TKIND_COCLASS)), Joined(classes));
+    EXPECT_EQ(Joined(NamesOfKind(TKIND_MODULE)), "");
+    EXPECT_EQ(Joined(NamesOfKind(TKIND_RECORD)), "");
 }
 
 TEST_F(TypeLibrary, DefaultInterfacesAreDualAndAutomationCompatible) {
@@ -145,8 +145,8 @@ TEST_F(TypeLibrary, DefaultInterfacesAreDualAndAutomationCompatible) {
         ASSERT_TRUE(slots) << expected.name;
         const TypeAttributes attributes(*slots);
 
-        EXPECT_NE(0, attributes->wTypeFlags & TYPEFLAG_FDUAL) << expected.name;
-        EXPECT_NE(0, attributes->wTypeFlags & TYPEFLAG_FOLEAUTOMATION) << expected.name;
+        EXPECT_NE(attributes->wTypeFlags & TYPEFLAG_FDUAL, 0) << expected.name;
+        EXPECT_NE(attributes->wTypeFlags & TYPEFLAG_FOLEAUTOMATION, 0) << expected.name;
     }
 }
 
@@ -158,7 +158,7 @@ TEST_F(TypeLibrary, SlotsFollowThoseOfDispatchWithoutGaps) {
         ASSERT_TRUE(slots) << expected.name;
         for (UINT i = 0; i < expected.members.size(); ++i) {
             const Function function(slots.Get(), i);
-            EXPECT_EQ(static_cast<int>((7 + i) * sizeof(void*)), function->oVft) << expected.name << " slot " << i;
+            EXPECT_EQ(function->oVft, static_cast<int>((7 + i) * sizeof(void*))) << expected.name << " slot " << i;
         }
     }
 }
@@ -200,15 +200,15 @@ std::wstring GuidText(REFGUID guid) {
 
 TEST_F(TypeLibrary, IdentifiersNeverChange) {
     TLIBATTR* library = nullptr;
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary->GetLibAttr(&library)));
-    EXPECT_EQ(L"{548B7A79-6EC2-4190-8590-E39BA0B37159}", GuidText(library->guid));
+    ASSERT_EQ(Hex(mLibrary->GetLibAttr(&library)), Hex(S_OK));
+    EXPECT_EQ(GuidText(library->guid), L"{548B7A79-6EC2-4190-8590-E39BA0B37159}");
     mLibrary->ReleaseTLibAttr(library);
 
     for (const auto& [name, identifier] : kIdentifiers) {
         const ComPtr<ITypeInfo> info = TypeInfoOf(mLibrary.Get(), name);
         ASSERT_TRUE(info) << Narrow(name);
         const TypeAttributes attributes(*info);
-        EXPECT_EQ(identifier, GuidText(attributes->guid)) << Narrow(name);
+        EXPECT_EQ(GuidText(attributes->guid), identifier) << Narrow(name);
     }
 }
 

@@ -25,17 +25,17 @@ protected:
         // An object of a script engine is known by this; none of its own members is called here.
         listener.interfaceId = __uuidof(IDispatchEx);
         const wchar_t* const property = lstrcmpiW(member, L"Tick") == 0 ? L"TimerEvents" : L"AlarmEvents";
-        EXPECT_EQ(Hex(S_OK), Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&listener)).status));
+        EXPECT_EQ(Hex(Set(mTimer.Get(), property, static_cast<IDispatch*>(&listener)).status), Hex(S_OK));
         return listener;
     }
     ComPtr<TickSlots> Tick() {
         ComPtr<TickSlots> tick;
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetTimerEvents(reinterpret_cast<IDispatch**>(tick.Out()))));
+        EXPECT_EQ(Hex(mSlots->GetTimerEvents(reinterpret_cast<IDispatch**>(tick.Out()))), Hex(S_OK));
         return tick;
     }
     ComPtr<AlarmSlots> Alarm() {
         ComPtr<AlarmSlots> alarm;
-        EXPECT_EQ(Hex(S_OK), Hex(mSlots->GetAlarmEvents(reinterpret_cast<IDispatch**>(alarm.Out()))));
+        EXPECT_EQ(Hex(mSlots->GetAlarmEvents(reinterpret_cast<IDispatch**>(alarm.Out()))), Hex(S_OK));
         return alarm;
     }
     /// The timer as an in-out argument. What is left there is released at the end.
@@ -57,24 +57,24 @@ protected:
 TEST_F(TypedCallbacks, TickCallsTheScriptsObject) {
     Sink& listener = NewListener(L"Tick");
     listener.onInvoke = [&](DISPID id, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(77, id);
-        EXPECT_EQ(1u, arguments.cArgs);
-        EXPECT_EQ(mTimer.Get(), arguments.rgvarg[0].pvarVal->pdispVal);
+        EXPECT_EQ(id, 77);
+        EXPECT_EQ(arguments.cArgs, 1u);
+        EXPECT_EQ(arguments.rgvarg[0].pvarVal->pdispVal, mTimer.Get());
         return S_OK;
     };
     Passed timer(mTimer.Get());
 
-    EXPECT_EQ(Hex(S_OK), Hex(Tick()->Tick(&timer.object)));
+    EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), Hex(S_OK));
 
-    EXPECT_EQ(1, listener.calls);
-    EXPECT_EQ(mTimer.Get(), timer.object);
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(timer.object, mTimer.Get());
 }
 
 TEST_F(TypedCallbacks, AlarmPassesItsArgumentsToTheScriptsObjectAndBack) {
     Sink& listener = NewListener(L"Alarm");
     listener.onInvoke = [](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-        EXPECT_EQ(5, arguments.rgvarg[1].pvarVal->lVal);
-        EXPECT_EQ(2.5, arguments.rgvarg[0].pvarVal->date);
+        EXPECT_EQ(arguments.rgvarg[1].pvarVal->lVal, 5);
+        EXPECT_EQ(arguments.rgvarg[0].pvarVal->date, 2.5);
         arguments.rgvarg[1].pvarVal->lVal = 6;
         arguments.rgvarg[0].pvarVal->vt = VT_BSTR;
         arguments.rgvarg[0].pvarVal->bstrVal = SysAllocString(L"1/1/2001");
@@ -84,11 +84,11 @@ TEST_F(TypedCallbacks, AlarmPassesItsArgumentsToTheScriptsObjectAndBack) {
     LONG tag = 5;
     DATE date = 2.5;
 
-    EXPECT_EQ(Hex(S_OK), Hex(Alarm()->Alarm(&timer.object, &tag, &date)));
+    EXPECT_EQ(Hex(Alarm()->Alarm(&timer.object, &tag, &date)), Hex(S_OK));
 
-    EXPECT_EQ(1, listener.calls);
-    EXPECT_EQ(6, tag);
-    EXPECT_EQ(36892.0, date);
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(tag, 6);
+    EXPECT_EQ(date, 36892.0);
 }
 
 TEST_F(TypedCallbacks, TheScriptMayPutAnotherTimerOrNoneInTheArgument) {
@@ -100,16 +100,16 @@ TEST_F(TypedCallbacks, TheScriptMayPutAnotherTimerOrNoneInTheArgument) {
     };
     {
         Passed timer(mTimer.Get());
-        EXPECT_EQ(Hex(S_OK), Hex(Tick()->Tick(&timer.object)));
-        EXPECT_EQ(other.Get(), timer.object);
+        EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), Hex(S_OK));
+        EXPECT_EQ(timer.object, other.Get());
         replacement = Var(static_cast<IDispatch*>(nullptr));
-        EXPECT_EQ(Hex(S_OK), Hex(Tick()->Tick(&timer.object)));
-        EXPECT_EQ(nullptr, timer.object);
+        EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), Hex(S_OK));
+        EXPECT_EQ(timer.object, nullptr);
         replacement = Var(5);
-        EXPECT_EQ("0x800A000D", Hex(Tick()->Tick(&timer.object)));
+        EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), "0x800A000D");
     }
     other->AddRef();
-    EXPECT_EQ(1u, other->Release());
+    EXPECT_EQ(other->Release(), 1u);
 }
 
 TEST_F(TypedCallbacks, KeepTheIdentityRules) {
@@ -119,16 +119,16 @@ TEST_F(TypedCallbacks, KeepTheIdentityRules) {
         IUnknown* object;
         const wchar_t* interfaceName;
     } rows[] = {{Tick().Get(), L"_IKWOTimer"}, {Alarm().Get(), L"_IKWOAlarm"}};
-    EXPECT_EQ(rows[0].object, Tick().Get()) << "the same one at every reading";
-    EXPECT_EQ(rows[1].object, Alarm().Get());
+    EXPECT_EQ(Tick().Get(), rows[0].object) << "the same one at every reading";
+    EXPECT_EQ(Alarm().Get(), rows[1].object);
     for (const auto& row : rows) {
         const IID own = IdOfType(row.interfaceName);
         const ComPtr<IUnknown> identity = As<IUnknown>(row.object, IID_IUnknown);
         for (const IID& from : {IID_IUnknown, IID_IDispatch, own, IID_ISupportErrorInfo}) {
             const ComPtr<IUnknown> one = As<IUnknown>(row.object, from);
             ASSERT_TRUE(one);
-            EXPECT_EQ(identity.Get(), As<IUnknown>(one.Get(), IID_IUnknown).Get());
-            EXPECT_EQ(row.object, As<IUnknown>(one.Get(), own).Get());
+            EXPECT_EQ(As<IUnknown>(one.Get(), IID_IUnknown).Get(), identity.Get());
+            EXPECT_EQ(As<IUnknown>(one.Get(), own).Get(), row.object);
         }
         EXPECT_FALSE(As<IUnknown>(row.object, mEvents));
     }
@@ -138,9 +138,9 @@ TEST_F(TypedCallbacks, AreCalledByNameAndIdentifierToo) {
     Sink& listener = NewListener(L"Tick");
     const ComPtr<IDispatch> tick = As<IDispatch>(Tick().Get(), IID_IDispatch);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Call(tick.Get(), L"Tick", {mTimer.Get()}).status));
-    EXPECT_EQ(Hex(S_OK), Hex(InvokeId(tick.Get(), 0x60030000, DISPATCH_METHOD, {mTimer.Get()}).status));
-    EXPECT_EQ(2, listener.calls);
+    EXPECT_EQ(Hex(Call(tick.Get(), L"Tick", {mTimer.Get()}).status), Hex(S_OK));
+    EXPECT_EQ(Hex(InvokeId(tick.Get(), 0x60030000, DISPATCH_METHOD, {mTimer.Get()}).status), Hex(S_OK));
+    EXPECT_EQ(listener.calls, 2);
 }
 
 TEST_F(TypedCallbacks, LateBoundReadersGetTheVeryObject) {
@@ -149,8 +149,8 @@ TEST_F(TypedCallbacks, LateBoundReadersGetTheVeryObject) {
     Tick();
     Alarm();
 
-    EXPECT_EQ(&tick, Get(mTimer.Get(), L"TimerEvents").result.pdispVal);
-    EXPECT_EQ(&alarm, Get(mTimer.Get(), L"AlarmEvents").result.pdispVal);
+    EXPECT_EQ(Get(mTimer.Get(), L"TimerEvents").result.pdispVal, &tick);
+    EXPECT_EQ(Get(mTimer.Get(), L"AlarmEvents").result.pdispVal, &alarm);
 }
 
 TEST_F(TypedCallbacks, FailuresOfTheScriptAreTheErrorObject) {
@@ -160,12 +160,12 @@ TEST_F(TypedCallbacks, FailuresOfTheScriptAreTheErrorObject) {
     };
     Passed timer(mTimer.Get());
 
-    EXPECT_EQ("0x800A0009", Hex(Tick()->Tick(&timer.object)));
+    EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), "0x800A0009");
 
     const ErrorObject error = TakeErrorObject();
-    EXPECT_EQ(L"the handler", error.source);
-    EXPECT_EQ(L"it went wrong", error.description);
-    EXPECT_EQ(mTimer.Get(), timer.object);
+    EXPECT_EQ(error.source, L"the handler");
+    EXPECT_EQ(error.description, L"it went wrong");
+    EXPECT_EQ(timer.object, mTimer.Get());
 }
 
 TEST_F(TypedCallbacks, NullPlacesAreRefused) {
@@ -175,11 +175,11 @@ TEST_F(TypedCallbacks, NullPlacesAreRefused) {
     LONG tag = 5;
     DATE date = 2.5;
 
-    EXPECT_EQ(Hex(E_POINTER), Hex(Tick()->Tick(nullptr)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(Alarm()->Alarm(nullptr, &tag, &date)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(Alarm()->Alarm(&timer.object, nullptr, &date)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(Alarm()->Alarm(&timer.object, &tag, nullptr)));
-    EXPECT_EQ(0, listener.calls);
+    EXPECT_EQ(Hex(Tick()->Tick(nullptr)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(Alarm()->Alarm(nullptr, &tag, &date)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(Alarm()->Alarm(&timer.object, nullptr, &date)), Hex(E_POINTER));
+    EXPECT_EQ(Hex(Alarm()->Alarm(&timer.object, &tag, nullptr)), Hex(E_POINTER));
+    EXPECT_EQ(listener.calls, 0);
 }
 
 TEST_F(TypedCallbacks, OutliveTheTimerAndThenLetTheScriptsObjectGo) {
@@ -187,13 +187,13 @@ TEST_F(TypedCallbacks, OutliveTheTimerAndThenLetTheScriptsObjectGo) {
     ComPtr<TickSlots> tick = Tick();
     Call(mTimer.Get(), L"CancelTimers");
     mSlots.Reset();
-    EXPECT_EQ(0u, mTimer.Reset());
+    EXPECT_EQ(mTimer.Reset(), 0u);
     IDispatch* none = nullptr;
 
-    EXPECT_EQ(Hex(S_OK), Hex(tick->Tick(&none)));
-    EXPECT_EQ(1, listener.calls);
-    EXPECT_EQ(0u, tick.Reset());
-    EXPECT_EQ(0u, listener.references);
+    EXPECT_EQ(Hex(tick->Tick(&none)), Hex(S_OK));
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(tick.Reset(), 0u);
+    EXPECT_EQ(listener.references, 0u);
 }
 
 TEST_F(TypedCallbacks, OfOneTimerServeAnother) {
@@ -202,11 +202,11 @@ TEST_F(TypedCallbacks, OfOneTimerServeAnother) {
     const ComPtr<TimerSlots> otherSlots = As<TimerSlots>(other.Get(), IdOfType(L"_KWOTimer"));
     {
         const ComPtr<TickSlots> tick = Tick();
-        EXPECT_EQ(Hex(S_OK), Hex(otherSlots->SetTimerEvents(tick.Get())));
+        EXPECT_EQ(Hex(otherSlots->SetTimerEvents(tick.Get())), Hex(S_OK));
     }
-    EXPECT_EQ(Hex(S_OK), Hex(Call(other.Get(), L"TimerTick", {kTickEvent}).status));
+    EXPECT_EQ(Hex(Call(other.Get(), L"TimerTick", {kTickEvent}).status), Hex(S_OK));
 
-    EXPECT_EQ(1, listener.calls);
+    EXPECT_EQ(listener.calls, 1);
     Call(other.Get(), L"CancelTimers");
 }
 

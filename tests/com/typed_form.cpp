@@ -19,13 +19,13 @@ ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<VAR
     std::wstring typeName = L"IForm";
     const SYSKIND system = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
     HREFTYPE base = 0;
-    EXPECT_EQ(S_OK, LoadRegTypeLib(IID_StdOle, 2, 0, 0, standard.Out()));
-    EXPECT_EQ(S_OK, standard->GetTypeInfoOfGuid(IID_IDispatch, dispatch.Out()));
-    EXPECT_EQ(S_OK, CreateTypeLib2(system, L"unsaved.tlb", library.Out()));
-    EXPECT_EQ(S_OK, library->CreateTypeInfo(typeName.data(), TKIND_INTERFACE, creator.Out()));
-    EXPECT_EQ(S_OK, creator->AddRefTypeInfo(dispatch.Get(), &base));
-    EXPECT_EQ(S_OK, creator->AddImplType(0, base));
-    EXPECT_EQ(S_OK, creator->SetTypeFlags(TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE));
+    EXPECT_EQ(LoadRegTypeLib(IID_StdOle, 2, 0, 0, standard.Out()), S_OK);
+    EXPECT_EQ(standard->GetTypeInfoOfGuid(IID_IDispatch, dispatch.Out()), S_OK);
+    EXPECT_EQ(CreateTypeLib2(system, L"unsaved.tlb", library.Out()), S_OK);
+    EXPECT_EQ(library->CreateTypeInfo(typeName.data(), TKIND_INTERFACE, creator.Out()), S_OK);
+    EXPECT_EQ(creator->AddRefTypeInfo(dispatch.Get(), &base), S_OK);
+    EXPECT_EQ(creator->AddImplType(0, base), S_OK);
+    EXPECT_EQ(creator->SetTypeFlags(TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE), S_OK);
 
     std::vector<Described> described(parameters.size());
     std::vector<ELEMDESC> elements;
@@ -49,15 +49,15 @@ ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<VAR
     function.cParams = static_cast<SHORT>(elements.size());
     function.lprgelemdescParam = elements.data();
     function.elemdescFunc.tdesc.vt = VT_HRESULT;
-    EXPECT_EQ(S_OK, creator->AddFuncDesc(0, &function));
+    EXPECT_EQ(creator->AddFuncDesc(0, &function), S_OK);
     std::vector<std::wstring> texts = {name};
     for (std::size_t at = 0; at < parameters.size(); ++at)
         texts.push_back(L"p" + std::to_wstring(at));
     std::vector<LPOLESTR> names;
     for (std::wstring& text : texts)
         names.push_back(text.data());
-    EXPECT_EQ(S_OK, creator->SetFuncAndParamNames(0, names.data(), static_cast<UINT>(names.size())));
-    EXPECT_EQ(S_OK, creator->LayOut());
+    EXPECT_EQ(creator->SetFuncAndParamNames(0, names.data(), static_cast<UINT>(names.size())), S_OK);
+    EXPECT_EQ(creator->LayOut(), S_OK);
     return As<ITypeInfo>(creator.Get(), IID_ITypeInfo);
 }
 

@@ -32,18 +32,18 @@ protected:
         const Outcome outcome =
             Call(mView.Get(), L"Create",
                  {static_cast<IDispatch*>(&*mBox), Var::Date(kNovember21), Var::Missing(), true, Var::Missing(), true});
-        ASSERT_EQ(VARIANT_TRUE, outcome.result.boolVal);
+        ASSERT_EQ(outcome.result.boolVal, VARIANT_TRUE);
     }
     /// The month that is shown after the key that leads to the one before or behind.
     int MonthAfter(int month) {
         const Outcome outcome = Call(mView.Get(), L"KeyDown", {month == 12 ? 34 : 33, 0});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
         return Get(mView.Get(), L"VisibleMonth").result.iVal;
     }
     /// Whether Space selected the day.
     bool SelectsTheDay() {
         Let(mView.Get(), L"CanSelect", true);
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mView.Get(), L"KeyDown", {32, 0}).status));
+        EXPECT_EQ(Hex(Call(mView.Get(), L"KeyDown", {32, 0}).status), Hex(S_OK));
         return Get(mView.Get(), L"IsSelected", {Var::Date(kNovember21)}).result.boolVal == VARIANT_TRUE;
     }
 
@@ -92,8 +92,8 @@ TYPED_TEST(FormOfTyped, NumbersByReferenceIsAskedOnceAndRefuses) {
     bool refuses = false;
     TypedForm<IDispatch**, Number*, Number*, Boolean*> form(
         L"OnChangeMonth", [&](IDispatch** box, Number* newMonth, Number* newYear, Boolean* cancel) {
-            EXPECT_EQ(&*this->mBox, *box);
-            EXPECT_EQ(VARIANT_FALSE, cancel->value);
+            EXPECT_EQ(*box, &*this->mBox);
+            EXPECT_EQ(cancel->value, VARIANT_FALSE);
             month = AsNumber(*newMonth);
             year = AsNumber(*newYear);
             if (refuses) cancel->value = VARIANT_TRUE;
@@ -101,14 +101,14 @@ TYPED_TEST(FormOfTyped, NumbersByReferenceIsAskedOnceAndRefuses) {
         });
     const typename TestFixture::Shown shown(*this, form);
 
-    EXPECT_EQ(12, this->MonthAfter(12));
-    EXPECT_EQ(12, month);
-    EXPECT_EQ(2026, year);
-    EXPECT_EQ(1, form.runs);
-    EXPECT_EQ(1, form.calls) << "it takes the arguments as they are first passed";
+    EXPECT_EQ(this->MonthAfter(12), 12);
+    EXPECT_EQ(month, 12);
+    EXPECT_EQ(year, 2026);
+    EXPECT_EQ(form.runs, 1);
+    EXPECT_EQ(form.calls, 1) << "it takes the arguments as they are first passed";
     refuses = true;
-    EXPECT_EQ(12, this->MonthAfter(11));
-    EXPECT_EQ(2, form.runs);
+    EXPECT_EQ(this->MonthAfter(11), 12);
+    EXPECT_EQ(form.runs, 2);
 }
 
 TYPED_TEST(FormOfTyped, NumbersByValueIsAskedOnce) {
@@ -117,7 +117,7 @@ TYPED_TEST(FormOfTyped, NumbersByValueIsAskedOnce) {
     double year = 0;
     TypedForm<IDispatch*, Number, Number, Boolean*> form(
         L"OnChangeMonth", [&](IDispatch* box, Number newMonth, Number newYear, Boolean* cancel) {
-            EXPECT_EQ(&*this->mBox, box);
+            EXPECT_EQ(box, &*this->mBox);
             month = AsNumber(newMonth);
             year = AsNumber(newYear);
             cancel->value = VARIANT_TRUE;
@@ -125,10 +125,10 @@ TYPED_TEST(FormOfTyped, NumbersByValueIsAskedOnce) {
         });
     const typename TestFixture::Shown shown(*this, form);
 
-    EXPECT_EQ(11, this->MonthAfter(12));
-    EXPECT_EQ(12, month);
-    EXPECT_EQ(2026, year);
-    EXPECT_EQ(1, form.runs);
+    EXPECT_EQ(this->MonthAfter(12), 11);
+    EXPECT_EQ(month, 12);
+    EXPECT_EQ(year, 2026);
+    EXPECT_EQ(form.runs, 1);
 }
 
 TYPED_TEST(FormOfTyped, NumbersMayTakeTheRefusalInOneToo) {
@@ -140,27 +140,27 @@ TYPED_TEST(FormOfTyped, NumbersMayTakeTheRefusalInOneToo) {
                                                           });
     const typename TestFixture::Shown shown(*this, form);
 
-    EXPECT_EQ(11, this->MonthAfter(12));
-    EXPECT_EQ(1, form.runs);
+    EXPECT_EQ(this->MonthAfter(12), 11);
+    EXPECT_EQ(form.runs, 1);
 }
 
 TEST_F(AskedForm, OfNarrowNumbersIsAskedWhenTheyHoldTheValues) {
     TypedForm<IDispatch**, BYTE*, SHORT*, Boolean*> bytes(L"OnChangeMonth",
                                                           [](IDispatch**, BYTE* month, SHORT*, Boolean* cancel) {
-                                                              EXPECT_EQ(12, *month);
+                                                              EXPECT_EQ(*month, 12);
                                                               cancel->value = VARIANT_TRUE;
                                                               return S_OK;
                                                           });
     {
         const Shown shown(*this, bytes);
-        EXPECT_EQ(11, MonthAfter(12));
-        EXPECT_EQ(1, bytes.runs);
+        EXPECT_EQ(MonthAfter(12), 11);
+        EXPECT_EQ(bytes.runs, 1);
     }
     TypedForm<IDispatch**, CHAR, BYTE, Boolean*> tooNarrow(L"OnChangeMonth",
                                                            [](IDispatch**, CHAR, BYTE, Boolean*) { return S_OK; });
     const Shown shown(*this, tooNarrow);
-    EXPECT_EQ(12, MonthAfter(12)) << "a form that cannot be asked refuses nothing";
-    EXPECT_EQ(0, tooNarrow.runs);
+    EXPECT_EQ(MonthAfter(12), 12) << "a form that cannot be asked refuses nothing";
+    EXPECT_EQ(tooNarrow.runs, 0);
 }
 
 TEST_F(AskedForm, WithoutTypeInformationIsAskedOnce) {
@@ -171,8 +171,8 @@ TEST_F(AskedForm, WithoutTypeInformationIsAskedOnce) {
                                                         });
     form.tellsTypes = false;
     const Shown shown(*this, form);
-    EXPECT_EQ(11, MonthAfter(12));
-    EXPECT_EQ(1, form.runs);
+    EXPECT_EQ(MonthAfter(12), 11);
+    EXPECT_EQ(form.runs, 1);
 }
 
 TEST_F(AskedForm, ThatFailsItselfIsNotAskedAgain) {
@@ -180,30 +180,30 @@ TEST_F(AskedForm, ThatFailsItselfIsNotAskedAgain) {
         TypedForm<IDispatch**, LONG*, LONG*, Boolean*> form(
             L"OnChangeMonth", [failure](IDispatch**, LONG*, LONG*, Boolean*) { return failure; });
         const Shown shown(*this, form);
-        EXPECT_EQ(12, MonthAfter(12)) << Hex(failure);
-        EXPECT_EQ(1, form.runs) << Hex(failure);
+        EXPECT_EQ(MonthAfter(12), 12) << Hex(failure);
+        EXPECT_EQ(form.runs, 1) << Hex(failure);
     }
 }
 
 TEST_F(AskedForm, TakesTheDateInItsOwnWay) {
     TypedForm<IDispatch**, double*, Boolean*> number(L"OnChangeDate", [](IDispatch**, double* date, Boolean* cancel) {
-        EXPECT_EQ(kNovember21, *date);
+        EXPECT_EQ(*date, kNovember21);
         cancel->value = VARIANT_TRUE;
         return S_OK;
     });
     {
         const Shown shown(*this, number);
         EXPECT_FALSE(SelectsTheDay());
-        EXPECT_EQ(1, number.runs);
+        EXPECT_EQ(number.runs, 1);
     }
     TypedForm<VARIANT, VARIANT, VARIANT*> variants(L"OnChangeDate", [](VARIANT, VARIANT date, VARIANT* cancel) {
-        EXPECT_EQ(kNovember21, NumberIn(date));
+        EXPECT_EQ(NumberIn(date), kNovember21);
         SetTrue(*cancel);
         return S_OK;
     });
     const Shown shown(*this, variants);
     EXPECT_FALSE(SelectsTheDay());
-    EXPECT_EQ(1, variants.runs);
+    EXPECT_EQ(variants.runs, 1);
 }
 
 }  // namespace

@@ -24,25 +24,25 @@ protected:
 ComPtr<IDispatch> Make(const Library& library, REFCLSID id) {
     ComPtr<IClassFactory> factory;
     ComPtr<IDispatch> object;
-    EXPECT_EQ(Hex(S_OK), Hex(library.GetClassObject(id, IID_IClassFactory, factory.OutVoid())));
+    EXPECT_EQ(Hex(library.GetClassObject(id, IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
     if (!factory) return object;
-    EXPECT_EQ(Hex(S_OK), Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())));
+    EXPECT_EQ(Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())), Hex(S_OK));
     return object;
 }
 
 /// Use of all that a class keeps for later: names, type information, a call.
 void Use(IDispatch* object) {
-    EXPECT_EQ(Hex(S_OK), Hex(Call(object, L"KWO_RegDeleteKey", {0, L"x"}).status));
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(Call(object, L"KWO_RegDeleteKey", {L"no number", L"x"}).status));
+    EXPECT_EQ(Hex(Call(object, L"KWO_RegDeleteKey", {0, L"x"}).status), Hex(S_OK));
+    EXPECT_EQ(Hex(Call(object, L"KWO_RegDeleteKey", {L"no number", L"x"}).status), Hex(DISP_E_TYPEMISMATCH));
     ComPtr<ITypeInfo> info;
-    EXPECT_EQ(Hex(S_OK), Hex(object->GetTypeInfo(0, 0, info.Out())));
+    EXPECT_EQ(Hex(object->GetTypeInfo(0, 0, info.Out())), Hex(S_OK));
 }
 
 TEST_F(Unloading, AFreshDllMayGo) {
     const Library library;
     ASSERT_TRUE(library);
 
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, AnObjectKeepsTheDll) {
@@ -52,20 +52,20 @@ TEST_F(Unloading, AnObjectKeepsTheDll) {
     ComPtr<IDispatch> second = Make(library, id);
     ASSERT_TRUE(first && second);
 
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
     first.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
     second.Reset();
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, EveryClassOfObjectKeepsTheDll) {
     const Library library;
     for (const std::wstring& name : ClassNames()) {
         ComPtr<IDispatch> object = Make(library, ClassIdOf(name.c_str()));
-        EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow())) << Narrow(name);
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE)) << Narrow(name);
         object.Reset();
-        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow())) << Narrow(name);
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK)) << Narrow(name);
     }
 }
 
@@ -76,49 +76,49 @@ TEST_F(Unloading, APartOfAnObjectKeepsTheDll) {
     ASSERT_TRUE(part);
     object.Reset();
 
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
     part.Reset();
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, AClassObjectKeepsTheDll) {
     const Library library;
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())));
+    ASSERT_EQ(Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
 
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
     factory.Reset();
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, ALockedServerStaysUntilItsLastUnlocking) {
     const Library library;
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())));
-    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(TRUE)));
-    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(TRUE)));
+    ASSERT_EQ(Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+    EXPECT_EQ(Hex(factory->LockServer(TRUE)), Hex(S_OK));
+    EXPECT_EQ(Hex(factory->LockServer(TRUE)), Hex(S_OK));
     factory.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
 
-    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWORegistry"), IID_IClassFactory, factory.OutVoid())));
-    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(FALSE)));
-    EXPECT_EQ(Hex(S_OK), Hex(factory->LockServer(FALSE)));
+    ASSERT_EQ(Hex(library.GetClassObject(ClassIdOf(L"KWORegistry"), IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+    EXPECT_EQ(Hex(factory->LockServer(FALSE)), Hex(S_OK));
+    EXPECT_EQ(Hex(factory->LockServer(FALSE)), Hex(S_OK));
     factory.Reset();
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, ARefusedCreationKeepsNothing) {
     const Library library;
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(Hex(S_OK), Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())));
+    ASSERT_EQ(Hex(library.GetClassObject(ClassIdOf(L"KWOTimer"), IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
     Probe outer;
     void* object = nullptr;
-    EXPECT_EQ(Hex(CLASS_E_NOAGGREGATION), Hex(factory->CreateInstance(&outer, IID_IUnknown, &object)));
-    EXPECT_EQ(Hex(E_NOINTERFACE), Hex(factory->CreateInstance(nullptr, IID_IStream, &object)));
-    EXPECT_EQ(Hex(E_POINTER), Hex(factory->CreateInstance(nullptr, IID_IUnknown, nullptr)));
+    EXPECT_EQ(Hex(factory->CreateInstance(&outer, IID_IUnknown, &object)), Hex(CLASS_E_NOAGGREGATION));
+    EXPECT_EQ(Hex(factory->CreateInstance(nullptr, IID_IStream, &object)), Hex(E_NOINTERFACE));
+    EXPECT_EQ(Hex(factory->CreateInstance(nullptr, IID_IUnknown, nullptr)), Hex(E_POINTER));
     factory.Reset();
 
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, AnErrorObjectThatIsStillOnTheThreadDoesNotKeepTheDllInUse) {
@@ -128,7 +128,7 @@ TEST_F(Unloading, AnErrorObjectThatIsStillOnTheThreadDoesNotKeepTheDllInUse) {
     Get(timer.Get(), L"Interval");
     timer.Reset();
 
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
     SetErrorInfo(0, nullptr);
 }
 
@@ -146,12 +146,12 @@ TEST_F(Unloading, PendingRowsAndTheirPlatformTimerKeepTheDll) {
     const Library library;
     ComPtr<IDispatch> timer = Make(library, ClassIdOf(L"KWOTimer"));
     ASSERT_TRUE(timer);
-    EXPECT_EQ(Hex(S_OK), Hex(Call(timer.Get(), L"AddRelativeAlarm", {50, 1}).status));
+    EXPECT_EQ(Hex(Call(timer.Get(), L"AddRelativeAlarm", {50, 1}).status), Hex(S_OK));
     timer.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
 
     ProcessMessagesFor(300);
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow())) << "the last alarm has ended the timer";
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK)) << "the last alarm has ended the timer";
 }
 
 TEST_F(Unloading, APlatformTimerThatRunsOnForATimerWithoutRowsKeepsTheDll) {
@@ -160,10 +160,10 @@ TEST_F(Unloading, APlatformTimerThatRunsOnForATimerWithoutRowsKeepsTheDll) {
     ASSERT_TRUE(timer);
     Call(timer.Get(), L"AddRelativeAlarm", {20, 1});
     ProcessMessagesFor(200);
-    EXPECT_EQ(Hex(S_FALSE), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_FALSE));
 
     timer.Reset();
-    EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+    EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, ADllThatIsTornOutStopsItsPlatformTimers) {
@@ -177,10 +177,10 @@ TEST_F(Unloading, ADllThatIsTornOutStopsItsPlatformTimers) {
             timer->AddRef();
             return timer.Get();
         }();
-        ASSERT_NE(nullptr, leaked);
+        ASSERT_NE(leaked, nullptr);
         ProcessMessagesFor(15);
     }
-    ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll"));
+    ASSERT_EQ(GetModuleHandleW(L"KWOUtil.dll"), nullptr);
     // A timer that was left running would now call into nothing.
     ProcessMessagesFor(200);
 }
@@ -192,10 +192,10 @@ TEST_F(Unloading, FreeingTheDllTakesItOutOfTheProcess) {
         ASSERT_TRUE(object);
         Use(object.Get());
         object.Reset();
-        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
-        EXPECT_NE(nullptr, GetModuleHandleW(L"KWOUtil.dll"));
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
+        EXPECT_NE(GetModuleHandleW(L"KWOUtil.dll"), nullptr);
     }
-    EXPECT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll"));
+    EXPECT_EQ(GetModuleHandleW(L"KWOUtil.dll"), nullptr);
 }
 
 TEST_F(Unloading, AHundredRoundsOfLoadingAndUseLeaveNoHandleBehind) {
@@ -206,7 +206,7 @@ TEST_F(Unloading, AHundredRoundsOfLoadingAndUseLeaveNoHandleBehind) {
         ASSERT_TRUE(object);
         Use(object.Get());
         object.Reset();
-        EXPECT_EQ(Hex(S_OK), Hex(library.CanUnloadNow()));
+        EXPECT_EQ(Hex(library.CanUnloadNow()), Hex(S_OK));
     };
     for (int i = 0; i < 3; ++i)
         round();
@@ -214,7 +214,7 @@ TEST_F(Unloading, AHundredRoundsOfLoadingAndUseLeaveNoHandleBehind) {
 
     for (int i = 0; i < 100; ++i) {
         round();
-        ASSERT_EQ(nullptr, GetModuleHandleW(L"KWOUtil.dll")) << "round " << i;
+        ASSERT_EQ(GetModuleHandleW(L"KWOUtil.dll"), nullptr) << "round " << i;
     }
 
     EXPECT_LT(HandlesInUse(), before + 20);
@@ -229,7 +229,7 @@ TEST_F(Unloading, AThreadThatIsOlderThanTheDllUsesItToo) {
         CoInitialize(nullptr);
         for (int round = 0; round < 3; ++round) {
             const ComPtr<IDispatch> timer = Make(*library, id);
-            EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(Call(timer.Get(), L"AddAlarm", {Var::Date(1e300), 7}).status));
+            EXPECT_EQ(Hex(Call(timer.Get(), L"AddAlarm", {Var::Date(1e300), 7}).status), Hex(DISP_E_EXCEPTION));
         }
         CoUninitialize();
     });
@@ -240,7 +240,7 @@ TEST_F(Unloading, AThreadThatIsOlderThanTheDllUsesItToo) {
     CloseHandle(loaded);
     SetErrorInfo(0, nullptr);
 
-    EXPECT_EQ(Hex(S_OK), Hex(mine.CanUnloadNow()));
+    EXPECT_EQ(Hex(mine.CanUnloadNow()), Hex(S_OK));
 }
 
 TEST_F(Unloading, TheSystemLetsAnUnusedDllGo) {
@@ -275,7 +275,7 @@ TEST(Apartments, TimersOfTwoThreadsTickEachOnItsOwn) {
     first.Join();
     second.Join();
 
-    EXPECT_EQ(2, good);
+    EXPECT_EQ(good, 2);
 }
 
 TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
@@ -298,7 +298,7 @@ TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
     first.Join();
     second.Join();
 
-    EXPECT_EQ(2, good);
+    EXPECT_EQ(good, 2);
 }
 
 TEST(Apartments, AnObjectOutlivesAnotherApartmentsEnd) {
@@ -311,7 +311,7 @@ TEST(Apartments, AnObjectOutlivesAnotherApartmentsEnd) {
     });
     other.Join();
 
-    EXPECT_EQ(Hex(S_OK), Hex(Call(mine.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status));
+    EXPECT_EQ(Hex(Call(mine.Get(), L"KWO_RegDeleteKey", {0, L"x"}).status), Hex(S_OK));
 }
 
 TEST(Apartments, AfterAllOfThemTheDllMayGo) {

@@ -60,7 +60,7 @@ protected:
     }
     std::wstring Find(const std::wstring& name) {
         const Outcome outcome = Call(mUtility.Get(), L"KWO_FindInPath", {name});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status));
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK));
         return outcome.result.Text();
     }
     ComPtr<IDispatch> mUtility;
@@ -83,7 +83,7 @@ TEST_F(FindInPathOfFolders, AFileBesideTheLibraryComesFirst) {
     const EnvironmentVariable path(L"PATH", mA);
     mFolder.MakeFile(L"a\\KWOUtil.dll");
 
-    EXPECT_EQ(DistFolder() + L"\\KWOUtil.dll", Find(L"KWOUtil.dll"));
+    EXPECT_EQ(Find(L"KWOUtil.dll"), DistFolder() + L"\\KWOUtil.dll");
 }
 
 TEST_F(FindInPathOfFolders, AnswersTheFirstEntryThatHasTheFile) {
@@ -92,17 +92,17 @@ TEST_F(FindInPathOfFolders, AnswersTheFirstEntryThatHasTheFile) {
     mFolder.MakeFile(L"b\\two.txt");
     const EnvironmentVariable path(L"PATH", mA + L";" + mB);
 
-    EXPECT_EQ(mA + L"\\one.txt", Find(L"one.txt"));
-    EXPECT_EQ(mB + L"\\two.txt", Find(L"two.txt"));
-    EXPECT_EQ(mB + L"\\TWO.TXT", Find(L"TWO.TXT"));
-    EXPECT_EQ(L"", Find(L"three.txt"));
+    EXPECT_EQ(Find(L"one.txt"), mA + L"\\one.txt");
+    EXPECT_EQ(Find(L"two.txt"), mB + L"\\two.txt");
+    EXPECT_EQ(Find(L"TWO.TXT"), mB + L"\\TWO.TXT");
+    EXPECT_EQ(Find(L"three.txt"), L"");
 }
 
 TEST_F(FindInPathOfFolders, AnEntryThatEndsInABackslashGetsNoSecondOne) {
     mFolder.MakeFile(L"a\\one.txt");
     const EnvironmentVariable path(L"PATH", mA + L"\\;");
 
-    EXPECT_EQ(mA + L"\\one.txt", Find(L"one.txt"));
+    EXPECT_EQ(Find(L"one.txt"), mA + L"\\one.txt");
 }
 
 TEST_F(FindInPathOfFolders, OnlyPlainFilesCount) {
@@ -121,10 +121,10 @@ TEST_F(FindInPathOfFolders, OnlyPlainFilesCount) {
         const std::wstring file = mFolder.MakeFile(std::wstring(L"a\\") + row.name, row.attributes);
         // What the file system underneath does not keep cannot be asked of the search.
         const DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-        ASSERT_EQ(row.attributes & kept, GetFileAttributesW(file.c_str()) & kept) << Narrow(row.name);
-        EXPECT_EQ(row.found ? file : L"", Find(row.name)) << Narrow(row.name);
+        ASSERT_EQ(GetFileAttributesW(file.c_str()) & kept, row.attributes & kept) << Narrow(row.name);
+        EXPECT_EQ(Find(row.name), row.found ? file : L"") << Narrow(row.name);
         mFolder.MakeFile(std::wstring(L"b\\") + row.name);
-        EXPECT_EQ(row.found ? file : mB + L"\\" + row.name, Find(row.name)) << Narrow(row.name);
+        EXPECT_EQ(Find(row.name), row.found ? file : mB + L"\\" + row.name) << Narrow(row.name);
     }
 }
 
@@ -132,9 +132,9 @@ TEST_F(FindInPathOfFolders, AFolderOfTheSameNameIsPassedOver) {
     mFolder.MakeFolder(L"a\\name");
     const EnvironmentVariable path(L"PATH", mA + L";" + mB);
 
-    EXPECT_EQ(L"", Find(L"name"));
+    EXPECT_EQ(Find(L"name"), L"");
     mFolder.MakeFile(L"b\\name");
-    EXPECT_EQ(mB + L"\\name", Find(L"name"));
+    EXPECT_EQ(Find(L"name"), mB + L"\\name");
 }
 
 TEST_F(FindInPathOfFolders, WildcardsAndFoldersInTheNameArePassedOn) {
@@ -144,12 +144,12 @@ TEST_F(FindInPathOfFolders, WildcardsAndFoldersInTheNameArePassedOn) {
     mFolder.MakeFile(L"b\\a hidden.log", FILE_ATTRIBUTE_HIDDEN);
     const EnvironmentVariable path(L"PATH", mA + L";" + mB);
 
-    EXPECT_EQ(mA + L"\\sub\\file.dat", Find(L"sub\\file.dat"));
-    EXPECT_EQ(mB + L"\\*.log", Find(L"*.log"));
-    EXPECT_EQ(mB + L"\\h?t.*", Find(L"h?t.*"));
-    EXPECT_EQ(L"", Find(L"*.none"));
+    EXPECT_EQ(Find(L"sub\\file.dat"), mA + L"\\sub\\file.dat");
+    EXPECT_EQ(Find(L"*.log"), mB + L"\\*.log");
+    EXPECT_EQ(Find(L"h?t.*"), mB + L"\\h?t.*");
+    EXPECT_EQ(Find(L"*.none"), L"");
     // Folders alone are no files.
-    EXPECT_EQ(L"", Find(L"su*"));
+    EXPECT_EQ(Find(L"su*"), L"");
 }
 
 TEST_F(FindInPathOfFolders, AnEmptyEntryIsTheRootOfTheCurrentDrive) {
@@ -160,11 +160,11 @@ TEST_F(FindInPathOfFolders, AnEmptyEntryIsTheRootOfTheCurrentDrive) {
     CloseHandle(CreateFileW(root.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     {
         const EnvironmentVariable path(L"PATH", mA + L";;" + mB);
-        EXPECT_EQ(L"\\kwo in the root.txt", Find(L"kwo in the root.txt"));
+        EXPECT_EQ(Find(L"kwo in the root.txt"), L"\\kwo in the root.txt");
     }
     {
         const EnvironmentVariable path(L"PATH", mA + L";" + mB);
-        EXPECT_EQ(L"", Find(L"kwo in the root.txt"));
+        EXPECT_EQ(Find(L"kwo in the root.txt"), L"");
     }
     DeleteFileW(root.c_str());
     SetCurrentDirectoryW(before);
@@ -180,18 +180,18 @@ TEST_F(FindInPathOfFolders, TheLongestPathIsSearchedToItsEnd) {
         value += entry;
     value += std::wstring(longest - value.size() - mB.size() - 1, L'x') + L";" + mB;
     const EnvironmentVariable path(L"PATH", value);
-    ASSERT_EQ(longest + 1, GetEnvironmentVariableW(L"PATH", nullptr, 0));
+    ASSERT_EQ(GetEnvironmentVariableW(L"PATH", nullptr, 0), longest + 1);
 
-    EXPECT_EQ(mB + L"\\last.txt", Find(L"last.txt"));
-    EXPECT_EQ(L"", Find(L"missing.txt"));
+    EXPECT_EQ(Find(L"last.txt"), mB + L"\\last.txt");
+    EXPECT_EQ(Find(L"missing.txt"), L"");
 }
 
 TEST_F(FindInPathOfFolders, WithoutAPathThereIsNothingToSearch) {
     mFolder.MakeFile(L"a\\one.txt");
     const EnvironmentVariable path(L"PATH", L"");
-    EXPECT_EQ(L"", Find(L"one.txt"));
+    EXPECT_EQ(Find(L"one.txt"), L"");
     SetEnvironmentVariableW(L"PATH", nullptr);
-    EXPECT_EQ(L"", Find(L"one.txt"));
+    EXPECT_EQ(Find(L"one.txt"), L"");
 }
 
 TEST_F(FindInPathOfFolders, NoNameIsAnError) {
@@ -199,15 +199,15 @@ TEST_F(FindInPathOfFolders, NoNameIsAnError) {
     for (const std::wstring& name :
          {std::wstring(), std::wstring(L"<>|\""), std::wstring(L"..\\..\\..\\*:*"), std::wstring(100'000, L'x'),
           std::wstring(L"a\0b", 3), std::wstring(L"\\\\no server\\no share\\x")})
-        EXPECT_EQ(L"", Find(name)) << name.size();
+        EXPECT_EQ(Find(name), L"") << name.size();
 }
 
 TEST_F(FindInPathOfFolders, ANameWithAZeroCharacterIsNotFound) {
     mFolder.MakeFile(L"a\\one.txt");
     const EnvironmentVariable path(L"PATH", mA);
-    EXPECT_EQ(mA + L"\\one.txt", Find(L"one.txt"));
-    EXPECT_EQ(L"", Find(std::wstring(L"one.txt\0.bak", 12)));
-    EXPECT_EQ(L"", Find(std::wstring(L"one.txt\0", 8)));
+    EXPECT_EQ(Find(L"one.txt"), mA + L"\\one.txt");
+    EXPECT_EQ(Find(std::wstring(L"one.txt\0.bak", 12)), L"");
+    EXPECT_EQ(Find(std::wstring(L"one.txt\0", 8)), L"");
 }
 
 std::vector<DWORD> theErrorModes;
@@ -225,10 +225,10 @@ TEST_F(FindInPathOfFolders, ADriveWithoutADiskIsNotAskedFor) {
     const ReplacedFunction search("FindFirstFileW", &NoteErrorMode);
     Find(L"one.txt");
 
-    ASSERT_EQ(2u, theErrorModes.size());
+    ASSERT_EQ(theErrorModes.size(), 2u);
     for (const DWORD mode : theErrorModes)
-        EXPECT_EQ(static_cast<DWORD>(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX), mode);
-    EXPECT_EQ(static_cast<DWORD>(SEM_NOGPFAULTERRORBOX), GetThreadErrorMode());
+        EXPECT_EQ(mode, static_cast<DWORD>(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX));
+    EXPECT_EQ(GetThreadErrorMode(), static_cast<DWORD>(SEM_NOGPFAULTERRORBOX));
     SetThreadErrorMode(before, nullptr);
 }
 
@@ -240,8 +240,8 @@ TEST_F(FindInPathOfFolders, NoSearchLeavesAHandle) {
     Find(L"*.txt");
     const long before = HandlesInUse();
     for (int i = 0; i < 50; ++i) {
-        EXPECT_EQ(mA + L"\\*.txt", Find(L"*.txt"));
-        EXPECT_EQ(L"", Find(L"*.none"));
+        EXPECT_EQ(Find(L"*.txt"), mA + L"\\*.txt");
+        EXPECT_EQ(Find(L"*.none"), L"");
     }
     EXPECT_LT(HandlesInUse(), before + 10);
 }
@@ -258,37 +258,37 @@ TEST_F(UtilityClass, DirectoriesAreThoseOfTheSystem) {
         const auto ask = [&](const std::vector<Var>& arguments) {
             return Call(mUtility.Get(), row.member, arguments).result.Text();
         };
-        EXPECT_EQ(directory, ask({}));
-        EXPECT_EQ(directory, ask({Var::Missing()}));
-        EXPECT_EQ(directory, ask({false}));
-        EXPECT_EQ(directory, ask({Var::Null()}));
-        EXPECT_EQ(directory, ask({Var()}));
-        EXPECT_EQ(directory + L"\\", ask({true}));
-        EXPECT_EQ(directory + L"\\", ask({1}));
-        EXPECT_EQ(directory + L"\\", ask({L"True"}));
+        EXPECT_EQ(ask({}), directory);
+        EXPECT_EQ(ask({Var::Missing()}), directory);
+        EXPECT_EQ(ask({false}), directory);
+        EXPECT_EQ(ask({Var::Null()}), directory);
+        EXPECT_EQ(ask({Var()}), directory);
+        EXPECT_EQ(ask({true}), directory + L"\\");
+        EXPECT_EQ(ask({1}), directory + L"\\");
+        EXPECT_EQ(ask({L"True"}), directory + L"\\");
         const Outcome outcome = Call(mUtility.Get(), row.member, {L"perhaps"});
-        EXPECT_EQ(Hex(kTypeMismatch), Hex(outcome.scode));
-        EXPECT_EQ(std::wstring(L"KWOUtility.") + row.member, outcome.source);
+        EXPECT_EQ(Hex(outcome.scode), Hex(kTypeMismatch));
+        EXPECT_EQ(outcome.source, std::wstring(L"KWOUtility.") + row.member);
         Probe stranger;
         for (const Var& bad : {Var(L""), Var(static_cast<IDispatch*>(nullptr)), Var(&stranger),
                                Var::Error(DISP_E_OVERFLOW), Var::Error(static_cast<SCODE>(0x800A0005))}) {
             const Outcome refused = Call(mUtility.Get(), row.member, {bad});
             EXPECT_TRUE(FAILED(refused.status)) << bad.vt;
         }
-        EXPECT_EQ(0u, stranger.references);
+        EXPECT_EQ(stranger.references, 0u);
     }
 }
 
 TEST_F(UtilityClass, AMissingSlashComesBackAsFalse) {
     for (const wchar_t* const member : {L"KWO_SystemDir", L"KWO_WindowsDir"}) {
         Var slash = Var::Missing();
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mUtility.Get(), member, {Var::Ref(&slash)}).status));
-        EXPECT_EQ(VT_BOOL, slash.vt);
-        EXPECT_EQ(VARIANT_FALSE, slash.boolVal);
+        EXPECT_EQ(Hex(Call(mUtility.Get(), member, {Var::Ref(&slash)}).status), Hex(S_OK));
+        EXPECT_EQ(slash.vt, VT_BOOL);
+        EXPECT_EQ(slash.boolVal, VARIANT_FALSE);
         Var given(7);
-        EXPECT_EQ(Hex(S_OK), Hex(Call(mUtility.Get(), member, {Var::Ref(&given)}).status));
-        EXPECT_EQ(VT_I4, given.vt);
-        EXPECT_EQ(7, given.lVal);
+        EXPECT_EQ(Hex(Call(mUtility.Get(), member, {Var::Ref(&given)}).status), Hex(S_OK));
+        EXPECT_EQ(given.vt, VT_I4);
+        EXPECT_EQ(given.lVal, 7);
     }
 }
 
@@ -297,15 +297,15 @@ TEST_F(UtilityClass, TheVersionIsWhatTheSystemTells) {
     version.dwOSVersionInfoSize = sizeof version;
     ASSERT_TRUE(GetVersionExA(&version));
 
-    EXPECT_EQ(static_cast<short>(version.dwMajorVersion), Get(mUtility.Get(), L"KWO_WinMajorVersion").result.iVal);
-    EXPECT_EQ(static_cast<short>(version.dwMinorVersion), Get(mUtility.Get(), L"KWO_WinMinorVersion").result.iVal);
-    EXPECT_EQ(VARIANT_FALSE, Get(mUtility.Get(), L"KWO_IsWin32").result.boolVal);
-    EXPECT_EQ(VARIANT_TRUE, Get(mUtility.Get(), L"KWO_IsWinNT").result.boolVal);
+    EXPECT_EQ(Get(mUtility.Get(), L"KWO_WinMajorVersion").result.iVal, static_cast<short>(version.dwMajorVersion));
+    EXPECT_EQ(Get(mUtility.Get(), L"KWO_WinMinorVersion").result.iVal, static_cast<short>(version.dwMinorVersion));
+    EXPECT_EQ(Get(mUtility.Get(), L"KWO_IsWin32").result.boolVal, VARIANT_FALSE);
+    EXPECT_EQ(Get(mUtility.Get(), L"KWO_IsWinNT").result.boolVal, VARIANT_TRUE);
 }
 
 DWORD MillisecondsOf(IDispatch* utility, int seconds) {
     const DWORD before = GetTickCount();
-    EXPECT_EQ(Hex(S_OK), Hex(Call(utility, L"KWO_Pause", {seconds}).status)) << seconds;
+    EXPECT_EQ(Hex(Call(utility, L"KWO_Pause", {seconds}).status), Hex(S_OK)) << seconds;
     return GetTickCount() - before;
 }
 
@@ -323,15 +323,15 @@ TEST_F(UtilityClass, APauseGivesUpWhenTheProgramIsAskedToQuit) {
 
     MSG message = {};
     ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-    EXPECT_EQ(7u, message.wParam);
+    EXPECT_EQ(message.wParam, 7u);
 }
 
 TEST_F(UtilityClass, From33To99SecondsAnOverflowComesBeforeAnyWait) {
     for (const int seconds : {33, 99}) {
         const DWORD before = GetTickCount();
         const Outcome outcome = Call(mUtility.Get(), L"KWO_Pause", {seconds});
-        EXPECT_EQ(Hex(kOverflow), Hex(outcome.scode)) << seconds;
-        EXPECT_EQ(L"KWOUtility.KWO_Pause", outcome.source);
+        EXPECT_EQ(Hex(outcome.scode), Hex(kOverflow)) << seconds;
+        EXPECT_EQ(outcome.source, L"KWOUtility.KWO_Pause");
         EXPECT_LT(GetTickCount() - before, 1000u);
     }
 }
@@ -358,7 +358,7 @@ protected:
         UtilityClass::SetUp();
         mProgramFolder = com_support::ModulePath(nullptr);
         mProgramFolder.resize(mProgramFolder.rfind(L'\\') + 1);
-        ASSERT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW((mProgramFolder + kProgram).c_str()));
+        ASSERT_NE(GetFileAttributesW((mProgramFolder + kProgram).c_str()), INVALID_FILE_ATTRIBUTES);
         mReport = mFolder.Path() + L"\\report.txt";
         SetEnvironmentVariableW(L"KWO_REPORT", mReport.c_str());
     }
@@ -377,7 +377,7 @@ protected:
     long Load(const std::wstring& path, const std::wstring& program, const std::wstring& parameters, short mode,
               const std::wstring& name) {
         const Outcome outcome = Call(mUtility.Get(), L"KWO_LoadApp", {path, program, parameters, Var(mode), name});
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
         return outcome.result.lVal;
     }
     /// Its name has a blank: quoted, as a command line wants it.
@@ -411,7 +411,7 @@ protected:
     bool ComesToTheFront(HWND window) {
         for (int i = 0; i < 1000 && GetForegroundWindow() != window; ++i) {
             if (i % 100 == 99) {
-                EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, L"The Running One"));
+                EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"The Running One"), 1);
             }
             MSG message;
             while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
@@ -436,40 +436,40 @@ TEST_F(StartOrActivate, StartsWithItsCommandLineAndItsWindowMode) {
     const std::wstring parameters = L"/a \"two words\" \"\" -x=\"y z\" Started";
     const long task = LoadSecond(parameters, SW_SHOWMAXIMIZED);
 
-    EXPECT_EQ(Narrow(L"\"" + mProgramFolder + kProgram + L"\" " + parameters + L"\n3\n"), Report());
+    EXPECT_EQ(Report(), Narrow(L"\"" + mProgramFolder + kProgram + L"\" " + parameters + L"\n3\n"));
     const HWND window = WindowOf(L"Started");
-    ASSERT_NE(nullptr, window);
-    EXPECT_EQ(static_cast<long>(ProcessOf(window)), task);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(task, static_cast<long>(ProcessOf(window)));
     EXPECT_TRUE(IsZoomed(window));
 }
 
 TEST_F(StartOrActivate, TheWindowModeIsPassedAsItStands) {
     for (const int mode : {0, 2, 6, 7, 4660, -1}) {
-        EXPECT_NE(0, LoadSecond(L"Mode", static_cast<short>(mode)));
+        EXPECT_NE(LoadSecond(L"Mode", static_cast<short>(mode)), 0);
         const std::string report = Report();
-        EXPECT_EQ("\n" + std::to_string(mode & 0xFFFF) + "\n", report.substr(report.find('\n'))) << mode;
+        EXPECT_EQ(report.substr(report.find('\n')), "\n" + std::to_string(mode & 0xFFFF) + "\n") << mode;
     }
 }
 
 TEST_F(StartOrActivate, ABlankStandsBehindAProgramWithoutParameters) {
-    EXPECT_NE(0, LoadSecond(L""));
-    EXPECT_EQ(Narrow(L"\"" + mProgramFolder + kProgram + L"\" \n1\n"), Report());
+    EXPECT_NE(LoadSecond(L""), 0);
+    EXPECT_EQ(Report(), Narrow(L"\"" + mProgramFolder + kProgram + L"\" \n1\n"));
 }
 
 TEST_F(StartOrActivate, ARunningInstanceComesToTheFrontInstead) {
     const long task = LoadSecond(L"\"The Running One\"");
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100, nullptr,
                                      nullptr, GetModuleHandleW(nullptr), nullptr);
     SetForegroundWindow(own);
-    ASSERT_EQ(own, GetForegroundWindow());
+    ASSERT_EQ(GetForegroundWindow(), own);
 
-    EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, L"the running one"));
+    EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"the running one"), 1);
 
     const HWND window = WindowOf(L"The Running One");
-    EXPECT_EQ(static_cast<long>(ProcessOf(window)), task);
+    EXPECT_EQ(task, static_cast<long>(ProcessOf(window)));
     EXPECT_TRUE(ComesToTheFront(window));
-    EXPECT_EQ(nullptr, WindowOf(L"Other"));
+    EXPECT_EQ(WindowOf(L"Other"), nullptr);
     DestroyWindow(own);
 }
 
@@ -477,36 +477,36 @@ TEST_F(StartOrActivate, AMinimisedInstanceIsRestored) {
     for (const short mode : std::initializer_list<short>{SW_SHOWMINNOACTIVE, SW_SHOWMINIMIZED}) {
         const std::wstring title = L"Minimised " + std::to_wstring(mode);
         LoadSecond(L"\"" + title + L"\"", mode);
-        ASSERT_NE("", Report());
+        ASSERT_NE(Report(), "");
         const HWND window = WindowOf(title.c_str());
         ASSERT_TRUE(IsIconic(window));
 
-        EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, title));
+        EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, title), 1);
 
         for (int i = 0; i < 1000 && IsIconic(window); ++i)
             Sleep(10);
         EXPECT_FALSE(IsIconic(window)) << mode;
     }
-    EXPECT_EQ(nullptr, WindowOf(L"Other"));
+    EXPECT_EQ(WindowOf(L"Other"), nullptr);
 }
 
 TEST_F(StartOrActivate, AMaximisedInstanceStaysMaximised) {
     LoadSecond(L"Maximised", SW_SHOWMAXIMIZED);
-    ASSERT_NE("", Report());
-    EXPECT_EQ(1, LoadSecond(L"Other", SW_SHOWNORMAL, L"Maximised"));
+    ASSERT_NE(Report(), "");
+    EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"Maximised"), 1);
     Sleep(200);
     EXPECT_TRUE(IsZoomed(WindowOf(L"Maximised")));
 }
 
 TEST_F(StartOrActivate, AHiddenInstanceIsNotTakenForARunningOne) {
     const long first = LoadSecond(L"Hidden", SW_HIDE);
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     ASSERT_FALSE(IsWindowVisible(WindowOf(L"Hidden")));
 
     const long second = LoadSecond(L"Second", SW_SHOWNORMAL, L"Hidden");
     EXPECT_LT(1, second);
-    EXPECT_NE(first, second);
-    ASSERT_NE("", Report());
+    EXPECT_NE(second, first);
+    ASSERT_NE(Report(), "");
 }
 
 HWND theCloakedWindow = nullptr;
@@ -521,27 +521,27 @@ HRESULT WINAPI TellWhatIsCloaked(HWND window, DWORD attribute, void* value, DWOR
 TEST_F(StartOrActivate, ACloakedInstanceIsNotTakenForARunningOne) {
     const ReplacedFunction cloaks("DwmGetWindowAttribute", &TellWhatIsCloaked);
     LoadSecond(L"Cloaked");
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     cloakingIsKnown = true;
     theCloakedWindow = nullptr;
-    EXPECT_EQ(1, LoadSecond(L"Second", SW_SHOWNORMAL, L"Cloaked"));
+    EXPECT_EQ(LoadSecond(L"Second", SW_SHOWNORMAL, L"Cloaked"), 1);
     theCloakedWindow = WindowOf(L"Cloaked");
-    ASSERT_NE(nullptr, theCloakedWindow);
+    ASSERT_NE(theCloakedWindow, nullptr);
 
     EXPECT_LT(1, LoadSecond(L"Second", SW_SHOWNORMAL, L"Cloaked"));
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     // If the system cannot tell, a visible window counts.
     cloakingIsKnown = false;
-    EXPECT_EQ(1, LoadSecond(L"Third", SW_SHOWNORMAL, L"Cloaked"));
+    EXPECT_EQ(LoadSecond(L"Third", SW_SHOWNORMAL, L"Cloaked"), 1);
 }
 
 TEST_F(StartOrActivate, NoStartLeavesAHandle) {
     LoadSecond(L"First");
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     const long before = HandlesInUse();
     for (int i = 0; i < 10; ++i) {
         LoadSecond(L"Again", SW_HIDE);
-        ASSERT_NE("", Report());
+        ASSERT_NE(Report(), "");
     }
     EXPECT_LT(HandlesInUse(), before + 5);
 }
@@ -552,17 +552,17 @@ TEST_F(StartOrActivate, ALongCommandLineIsRefusedAtOnce) {
     while (blanks.size() < 65'536)
         blanks += L"x ";
     const DWORD before = GetTickCount();
-    EXPECT_EQ(0, Load(L"", blanks, L"", 1, L""));
+    EXPECT_EQ(Load(L"", blanks, L"", 1, L""), 0);
     EXPECT_LT(GetTickCount() - before, 5000u);
 
     const std::wstring program = L"\"" + mProgramFolder + kProgram + L"\"";
     const std::size_t room = 32'766 - program.size() - 1;
-    EXPECT_EQ(0, Load(L"", program, std::wstring(room + 1, L'x'), 1, L""));
-    EXPECT_EQ(0, Load(L"", program, std::wstring(L"a\0b", 3), 1, L""));
-    EXPECT_EQ(3u, user.boxes.size());
-    EXPECT_EQ("", ReportAtOnce());
-    EXPECT_NE(0, Load(L"", program, std::wstring(room, L'x'), 1, L""));
-    EXPECT_NE("", Report());
+    EXPECT_EQ(Load(L"", program, std::wstring(room + 1, L'x'), 1, L""), 0);
+    EXPECT_EQ(Load(L"", program, std::wstring(L"a\0b", 3), 1, L""), 0);
+    EXPECT_EQ(user.boxes.size(), 3u);
+    EXPECT_EQ(ReportAtOnce(), "");
+    EXPECT_NE(Load(L"", program, std::wstring(room, L'x'), 1, L""), 0);
+    EXPECT_NE(Report(), "");
 }
 
 TEST_F(StartOrActivate, AFolderWithABlankIsQuoted) {
@@ -571,54 +571,54 @@ TEST_F(StartOrActivate, AFolderWithABlankIsQuoted) {
     ASSERT_TRUE(CopyFileW(program.c_str(), (tools + L"tool.exe").c_str(), TRUE));
     ASSERT_TRUE(CopyFileW(program.c_str(), (mFolder.Path() + L"\\My.exe").c_str(), TRUE));
 
-    EXPECT_NE(0, Load(L"\"" + tools, L"tool.exe\"", L"/quiet Quoted", 1, L""));
-    EXPECT_EQ(Narrow(L"\"" + tools + L"tool.exe\" /quiet Quoted\n1\n"), Report());
+    EXPECT_NE(Load(L"\"" + tools, L"tool.exe\"", L"/quiet Quoted", 1, L""), 0);
+    EXPECT_EQ(Report(), Narrow(L"\"" + tools + L"tool.exe\" /quiet Quoted\n1\n"));
 }
 
 TEST_F(StartOrActivate, OnlyTheWholeTitleCounts) {
     LoadSecond(L"\"Exact Title\"");
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
 
     EXPECT_LT(1, LoadSecond(L"Second", SW_SHOWNORMAL, L"Exact"));
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     EXPECT_LT(1, LoadSecond(L"Third", SW_SHOWNORMAL, L"Exact Title "));
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
 }
 
 TEST_F(StartOrActivate, WithoutATitleEveryCallStarts) {
     const long first = LoadSecond(L"Same");
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
     const long second = LoadSecond(L"Same");
-    ASSERT_NE("", Report());
+    ASSERT_NE(Report(), "");
 
-    EXPECT_NE(first, second);
+    EXPECT_NE(second, first);
 }
 
 TEST_F(StartOrActivate, AMissingProgramIsToldByABoxAndZero) {
     BoxAnswerer user;
-    EXPECT_EQ(0, Load(L"C:\\No Such Folder\\", L"none.exe", L"-x", 1, L""));
+    EXPECT_EQ(Load(L"C:\\No Such Folder\\", L"none.exe", L"-x", 1, L""), 0);
 
-    ASSERT_EQ(1u, user.boxes.size());
+    ASSERT_EQ(user.boxes.size(), 1u);
     // The text comes from the message file beside the companion.
-    EXPECT_NE(std::wstring::npos, user.boxes[0].text.find(L"none.exe")) << Narrow(user.boxes[0].text);
-    EXPECT_NE(std::wstring::npos, user.boxes[0].text.find(L"C:\\No Such Folder\\")) << Narrow(user.boxes[0].text);
+    EXPECT_NE(user.boxes[0].text.find(L"none.exe"), std::wstring::npos) << Narrow(user.boxes[0].text);
+    EXPECT_NE(user.boxes[0].text.find(L"C:\\No Such Folder\\"), std::wstring::npos) << Narrow(user.boxes[0].text);
     EXPECT_TRUE(user.boxes[0].hasIcon);
-    EXPECT_EQ(L"com_tests", user.boxes[0].title);
-    EXPECT_EQ(1, user.boxes[0].buttons);
+    EXPECT_EQ(user.boxes[0].title, L"com_tests");
+    EXPECT_EQ(user.boxes[0].buttons, 1);
 }
 
 TEST_F(StartOrActivate, NothingIsPutBetweenFolderAndProgram) {
     BoxAnswerer user;
-    EXPECT_EQ(0, Load(mFolder.Path(), L"second program.exe", L"", 1, L"no such window"));
-    EXPECT_EQ(1u, user.boxes.size());
+    EXPECT_EQ(Load(mFolder.Path(), L"second program.exe", L"", 1, L"no such window"), 0);
+    EXPECT_EQ(user.boxes.size(), 1u);
 }
 
 TEST_F(StartOrActivate, WhatIsNoProgramIsAFailedStart) {
     BoxAnswerer user;
-    EXPECT_EQ(0, Load(L"", L"", L"", 1, L""));
-    EXPECT_EQ(0, Load(mFolder.Path(), L"", L"", 1, L""));
-    EXPECT_EQ(0, Load(L"", std::wstring(L"a\0b", 3), L"", 1, std::wstring(L"\0", 1)));
-    EXPECT_EQ(3u, user.boxes.size());
+    EXPECT_EQ(Load(L"", L"", L"", 1, L""), 0);
+    EXPECT_EQ(Load(mFolder.Path(), L"", L"", 1, L""), 0);
+    EXPECT_EQ(Load(L"", std::wstring(L"a\0b", 3), L"", 1, std::wstring(L"\0", 1)), 0);
+    EXPECT_EQ(user.boxes.size(), 3u);
 }
 
 TEST_F(UtilityClass, EarlyBoundCallersGetTheSame) {
@@ -627,31 +627,31 @@ TEST_F(UtilityClass, EarlyBoundCallersGetTheSame) {
     ASSERT_TRUE(slots);
     Var slash = Var::Missing();
     Bstr directory;
-    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_SystemDir(&slash, directory.Out())));
-    EXPECT_EQ(VT_BOOL, slash.vt);
-    EXPECT_EQ(VARIANT_FALSE, slash.boolVal);
-    EXPECT_EQ(Call(mUtility.Get(), L"KWO_SystemDir").result.Text(), directory.Text());
-    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_WindowsDir(nullptr, directory.Out())));
-    EXPECT_EQ(Call(mUtility.Get(), L"KWO_WindowsDir").result.Text(), directory.Text());
+    EXPECT_EQ(Hex(slots->KWO_SystemDir(&slash, directory.Out())), Hex(S_OK));
+    EXPECT_EQ(slash.vt, VT_BOOL);
+    EXPECT_EQ(slash.boolVal, VARIANT_FALSE);
+    EXPECT_EQ(directory.Text(), Call(mUtility.Get(), L"KWO_SystemDir").result.Text());
+    EXPECT_EQ(Hex(slots->KWO_WindowsDir(nullptr, directory.Out())), Hex(S_OK));
+    EXPECT_EQ(directory.Text(), Call(mUtility.Get(), L"KWO_WindowsDir").result.Text());
 
     Bstr name(L"KWOUtil.dll");
     Bstr found;
-    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_FindInPath(name.InOut(), found.Out())));
-    EXPECT_EQ(DistFolder() + L"\\KWOUtil.dll", found.Text());
-    EXPECT_EQ(L"KWOUtil.dll", name.Text());
-    EXPECT_EQ(Hex(E_POINTER), Hex(slots->KWO_FindInPath(nullptr, found.Out())));
-    EXPECT_EQ(Hex(E_POINTER), Hex(slots->KWO_FindInPath(name.InOut(), nullptr)));
+    EXPECT_EQ(Hex(slots->KWO_FindInPath(name.InOut(), found.Out())), Hex(S_OK));
+    EXPECT_EQ(found.Text(), DistFolder() + L"\\KWOUtil.dll");
+    EXPECT_EQ(name.Text(), L"KWOUtil.dll");
+    EXPECT_EQ(Hex(slots->KWO_FindInPath(nullptr, found.Out())), Hex(E_POINTER));
+    EXPECT_EQ(Hex(slots->KWO_FindInPath(name.InOut(), nullptr)), Hex(E_POINTER));
 
     VARIANT_BOOL isNt = VARIANT_FALSE;
-    EXPECT_EQ(Hex(S_OK), Hex(slots->get_KWO_IsWinNT(&isNt)));
-    EXPECT_EQ(VARIANT_TRUE, isNt);
+    EXPECT_EQ(Hex(slots->get_KWO_IsWinNT(&isNt)), Hex(S_OK));
+    EXPECT_EQ(isNt, VARIANT_TRUE);
     short seconds = 33;
-    EXPECT_EQ(Hex(kOverflow), Hex(slots->KWO_Pause(&seconds)));
-    EXPECT_EQ(L"Overflow", TakeErrorObject().description);
-    EXPECT_EQ(33, seconds);
+    EXPECT_EQ(Hex(slots->KWO_Pause(&seconds)), Hex(kOverflow));
+    EXPECT_EQ(TakeErrorObject().description, L"Overflow");
+    EXPECT_EQ(seconds, 33);
     IDispatch* none = nullptr;
-    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_CenterForm(&none, nullptr)));
-    EXPECT_EQ(Hex(S_OK), Hex(slots->KWO_SetFormPosition(&none, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)));
+    EXPECT_EQ(Hex(slots->KWO_CenterForm(&none, nullptr)), Hex(S_OK));
+    EXPECT_EQ(Hex(slots->KWO_SetFormPosition(&none, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)), Hex(S_OK));
 }
 
 }  // namespace

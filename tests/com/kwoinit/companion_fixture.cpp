@@ -20,8 +20,8 @@ std::wstring CompanionPath() {
 ComPtr<IDispatch> CreateCompanion() {
     ComPtr<IDispatch> object;
     CLSID id = {};
-    EXPECT_EQ(Hex(S_OK), Hex(CLSIDFromProgID(L"KWOInit.KWOInitialize", &id)));
-    EXPECT_EQ(Hex(S_OK), Hex(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid())));
+    EXPECT_EQ(Hex(CLSIDFromProgID(L"KWOInit.KWOInitialize", &id)), Hex(S_OK));
+    EXPECT_EQ(Hex(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid())), Hex(S_OK));
     return object;
 }
 
@@ -34,7 +34,7 @@ TemporaryFile::TemporaryFile(const std::string& bytes) {
     const HANDLE file = CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     DWORD written = 0;
     EXPECT_TRUE(WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
-    EXPECT_EQ(bytes.size(), written);
+    EXPECT_EQ(written, bytes.size());
     CloseHandle(file);
 }
 

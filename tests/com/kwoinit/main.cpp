@@ -9,11 +9,11 @@ namespace {
 class RegisteredCompanion : public ::testing::Environment {
 public:
     void SetUp() override {
-        ASSERT_EQ(Hex(S_OK), Hex(CoInitialize(nullptr)));
-        ASSERT_EQ(Hex(S_OK), Hex(Companion().Call("DllRegisterServer")));
+        ASSERT_EQ(Hex(CoInitialize(nullptr)), Hex(S_OK));
+        ASSERT_EQ(Hex(Companion().Call("DllRegisterServer")), Hex(S_OK));
     }
     void TearDown() override {
-        EXPECT_EQ(Hex(S_OK), Hex(Companion().Call("DllUnregisterServer")));
+        EXPECT_EQ(Hex(Companion().Call("DllUnregisterServer")), Hex(S_OK));
         CoUninitialize();
     }
 };

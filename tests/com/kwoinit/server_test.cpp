@@ -44,17 +44,17 @@ Snapshot Classes(HKEY root) {
 /// The registration of the whole run is away for the test.
 class CompanionServer : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_EQ(Hex(S_OK), Hex(mDll.Call("DllUnregisterServer"))); }
-    void TearDown() override { EXPECT_EQ(Hex(S_OK), Hex(mDll.Call("DllRegisterServer"))); }
+    void SetUp() override { ASSERT_EQ(Hex(mDll.Call("DllUnregisterServer")), Hex(S_OK)); }
+    void TearDown() override { EXPECT_EQ(Hex(mDll.Call("DllRegisterServer")), Hex(S_OK)); }
 
     Companion mDll;
 };
 
 TEST_F(CompanionServer, RegistrationForAllAndItsRemovalLeaveTheRegistryAsItWas) {
     const Snapshot before = Classes(HKEY_LOCAL_MACHINE);
-    ASSERT_EQ(Hex(S_OK), Hex(mDll.Call("DllRegisterServer")));
+    ASSERT_EQ(Hex(mDll.Call("DllRegisterServer")), Hex(S_OK));
     const Snapshot registered = Classes(HKEY_LOCAL_MACHINE);
-    ASSERT_EQ(Hex(S_OK), Hex(mDll.Call("DllUnregisterServer")));
+    ASSERT_EQ(Hex(mDll.Call("DllUnregisterServer")), Hex(S_OK));
 
     EXPECT_TRUE(registered.contains(L"Software\\Classes\\KWOInit.KWOInitialize\\CLSID"));
     EXPECT_TRUE(before == Classes(HKEY_LOCAL_MACHINE));
@@ -64,10 +64,10 @@ TEST_F(CompanionServer, RegistrationForAllAndItsRemovalLeaveTheRegistryAsItWas) 
 TEST_F(CompanionServer, RegistrationForOneUserLeavesTheMachineAlone) {
     const Snapshot machine = Classes(HKEY_LOCAL_MACHINE);
     const Snapshot before = Classes(HKEY_CURRENT_USER);
-    ASSERT_EQ(Hex(S_OK), Hex(mDll.Call<BOOL, LPCWSTR>("DllInstall", TRUE, L"user")));
+    ASSERT_EQ(Hex(mDll.Call<BOOL, LPCWSTR>("DllInstall", TRUE, L"user")), Hex(S_OK));
     const Snapshot registered = Classes(HKEY_CURRENT_USER);
     EXPECT_TRUE(machine == Classes(HKEY_LOCAL_MACHINE));
-    ASSERT_EQ(Hex(S_OK), Hex(mDll.Call<BOOL, LPCWSTR>("DllInstall", FALSE, L"user")));
+    ASSERT_EQ(Hex(mDll.Call<BOOL, LPCWSTR>("DllInstall", FALSE, L"user")), Hex(S_OK));
 
     EXPECT_TRUE(registered.contains(L"Software\\Classes\\KWOInit.KWOInitialize\\CLSID"));
     EXPECT_TRUE(before == Classes(HKEY_CURRENT_USER));
@@ -81,14 +81,14 @@ TEST_F(CompanionServer, TheManifestActivatesTheClassWithoutRegistration) {
     context.cbSize = sizeof context;
     context.lpSource = manifest.c_str();
     const HANDLE handle = CreateActCtxW(&context);
-    ASSERT_NE(INVALID_HANDLE_VALUE, handle) << GetLastError();
+    ASSERT_NE(handle, INVALID_HANDLE_VALUE) << GetLastError();
     ULONG_PTR cookie = 0;
     ASSERT_TRUE(ActivateActCtx(handle, &cookie));
 
     {
         const ComPtr<IDispatch> companion = CreateCompanion();
         ASSERT_TRUE(companion);
-        EXPECT_NE(DISPID_UNKNOWN, IdOf(companion.Get(), L"KWO_MsgTableSize"));
+        EXPECT_NE(IdOf(companion.Get(), L"KWO_MsgTableSize"), DISPID_UNKNOWN);
     }
 
     DeactivateActCtx(0, cookie);
@@ -97,20 +97,20 @@ TEST_F(CompanionServer, TheManifestActivatesTheClassWithoutRegistration) {
 
 TEST_F(CompanionServer, ObjectsAndClassObjectsKeepTheDll) {
     const GUID id = {0xd618a575, 0x30ba, 0x4349, {0x95, 0x03, 0x3f, 0xc2, 0x63, 0x66, 0x31, 0xeb}};
-    EXPECT_EQ(Hex(S_OK), Hex(mDll.Call("DllCanUnloadNow")));
+    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_OK));
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(Hex(S_OK),
-              Hex(mDll.Call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, factory.OutVoid())));
-    EXPECT_EQ(Hex(S_FALSE), Hex(mDll.Call("DllCanUnloadNow")));
+    ASSERT_EQ(Hex(mDll.Call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, factory.OutVoid())),
+              Hex(S_OK));
+    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_FALSE));
     ComPtr<IDispatch> object;
-    ASSERT_EQ(Hex(S_OK), Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())));
+    ASSERT_EQ(Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())), Hex(S_OK));
     factory.Reset();
-    EXPECT_EQ(Hex(S_FALSE), Hex(mDll.Call("DllCanUnloadNow")));
+    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_FALSE));
     object.Reset();
-    EXPECT_EQ(Hex(S_OK), Hex(mDll.Call("DllCanUnloadNow")));
-    EXPECT_EQ(Hex(CLASS_E_CLASSNOTAVAILABLE),
-              Hex(mDll.Call<REFCLSID, REFIID, void**>("DllGetClassObject", IID_IUnknown, IID_IClassFactory,
-                                                      factory.OutVoid())));
+    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_OK));
+    EXPECT_EQ(Hex(mDll.Call<REFCLSID, REFIID, void**>("DllGetClassObject", IID_IUnknown, IID_IClassFactory,
+                                                      factory.OutVoid())),
+              Hex(CLASS_E_CLASSNOTAVAILABLE));
 }
 
 TEST(CompanionDll, LeavesTheProcessWhenNobodyUsesIt) {
@@ -118,7 +118,7 @@ TEST(CompanionDll, LeavesTheProcessWhenNobodyUsesIt) {
     for (int round = 0; round < 3; ++round)
         CoFreeUnusedLibrariesEx(0, 0);
 
-    EXPECT_EQ(nullptr, GetModuleHandleW(L"KWOInit.dll"));
+    EXPECT_EQ(GetModuleHandleW(L"KWOInit.dll"), nullptr);
 }
 
 // The second copy of the interface definition, typed by hand.
@@ -167,7 +167,7 @@ std::wstring IdentifierAndName(ITypeInfo* info) {
 class CompanionLibrary : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_EQ(Hex(S_OK), Hex(LoadTypeLibEx(CompanionPath().c_str(), REGKIND_NONE, mLibrary.Out())));
+        ASSERT_EQ(Hex(LoadTypeLibEx(CompanionPath().c_str(), REGKIND_NONE, mLibrary.Out())), Hex(S_OK));
     }
     ComPtr<ITypeLib> mLibrary;
 };
@@ -176,22 +176,22 @@ TEST_F(CompanionLibrary, HasItsNamesAndIdentifiers) {
     TLIBATTR* attributes = nullptr;
     Bstr name;
     Bstr help;
-    ASSERT_EQ(Hex(S_OK), Hex(mLibrary->GetLibAttr(&attributes)));
+    ASSERT_EQ(Hex(mLibrary->GetLibAttr(&attributes)), Hex(S_OK));
     mLibrary->GetDocumentation(-1, name.Out(), help.Out(), nullptr, nullptr);
 
-    EXPECT_EQ(L"{D2F4C74E-598F-436B-9D8F-54A17BB93015}", GuidText(attributes->guid));
-    EXPECT_EQ(1, attributes->wMajorVerNum);
-    EXPECT_EQ(0, attributes->wMinorVerNum);
-    EXPECT_EQ(L"KWOInit", name.Text());
-    EXPECT_EQ(L"KWO Message Tables", help.Text());
+    EXPECT_EQ(GuidText(attributes->guid), L"{D2F4C74E-598F-436B-9D8F-54A17BB93015}");
+    EXPECT_EQ(attributes->wMajorVerNum, 1);
+    EXPECT_EQ(attributes->wMinorVerNum, 0);
+    EXPECT_EQ(name.Text(), L"KWOInit");
+    EXPECT_EQ(help.Text(), L"KWO Message Tables");
     mLibrary->ReleaseTLibAttr(attributes);
 
-    ASSERT_EQ(2u, mLibrary->GetTypeInfoCount());
+    ASSERT_EQ(mLibrary->GetTypeInfoCount(), 2u);
     ComPtr<ITypeInfo> info;
     mLibrary->GetTypeInfo(0, info.Out());
-    EXPECT_EQ(L"{53A7E8D8-73B7-4B39-89C4-3000CFB75CDA} _KWOInitialize", IdentifierAndName(info.Get()));
+    EXPECT_EQ(IdentifierAndName(info.Get()), L"{53A7E8D8-73B7-4B39-89C4-3000CFB75CDA} _KWOInitialize");
     mLibrary->GetTypeInfo(1, info.Out());
-    EXPECT_EQ(L"{D618A575-30BA-4349-9503-3FC2636631EB} KWOInitialize", IdentifierAndName(info.Get()));
+    EXPECT_EQ(IdentifierAndName(info.Get()), L"{D618A575-30BA-4349-9503-3FC2636631EB} KWOInitialize");
 }
 
 TEST_F(CompanionLibrary, InTheDllEqualsTheList) {
@@ -199,32 +199,32 @@ TEST_F(CompanionLibrary, InTheDllEqualsTheList) {
     ComPtr<ITypeInfo> info;
     HREFTYPE reference = 0;
     mLibrary->GetTypeInfo(0, dispatch.Out());
-    ASSERT_EQ(Hex(S_OK), Hex(dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)));
-    ASSERT_EQ(Hex(S_OK), Hex(dispatch->GetRefTypeInfo(reference, info.Out())));
+    ASSERT_EQ(Hex(dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)), Hex(S_OK));
+    ASSERT_EQ(Hex(dispatch->GetRefTypeInfo(reference, info.Out())), Hex(S_OK));
     for (UINT at = 0; at < std::size(kGolden); ++at) {
         const auto& golden = kGolden[at];
         FUNCDESC* function = nullptr;
-        ASSERT_EQ(Hex(S_OK), Hex(info->GetFuncDesc(at, &function)));
+        ASSERT_EQ(Hex(info->GetFuncDesc(at, &function)), Hex(S_OK));
         BSTR names[8] = {};
         UINT count = 0;
         info->GetNames(function->memid, names, 8, &count);
 
-        EXPECT_EQ(golden.id, function->memid);
-        EXPECT_EQ(INVOKE_FUNC, function->invkind);
-        EXPECT_EQ(static_cast<int>((7 + at) * sizeof(void*)), function->oVft);
-        EXPECT_EQ(std::wstring(golden.name), names[0]);
-        ASSERT_EQ(golden.arguments.size(), static_cast<std::size_t>(function->cParams));
+        EXPECT_EQ(function->memid, golden.id);
+        EXPECT_EQ(function->invkind, INVOKE_FUNC);
+        EXPECT_EQ(function->oVft, static_cast<int>((7 + at) * sizeof(void*)));
+        EXPECT_EQ(names[0], std::wstring(golden.name));
+        ASSERT_EQ(static_cast<std::size_t>(function->cParams), golden.arguments.size());
         for (std::size_t argument = 0; argument < golden.arguments.size(); ++argument) {
             const GoldenArgument& expected = golden.arguments[argument];
             const ELEMDESC& element = function->lprgelemdescParam[argument];
-            ASSERT_EQ(VT_PTR, element.tdesc.vt);
-            EXPECT_EQ(expected.type, element.tdesc.lptdesc->vt) << Narrow(expected.name);
+            ASSERT_EQ(element.tdesc.vt, VT_PTR);
+            EXPECT_EQ(element.tdesc.lptdesc->vt, expected.type) << Narrow(expected.name);
             if (expected.element != 0) {
-                EXPECT_EQ(expected.element, element.tdesc.lptdesc->lptdesc->vt);
+                EXPECT_EQ(element.tdesc.lptdesc->lptdesc->vt, expected.element);
             }
-            EXPECT_EQ(expected.flags, element.paramdesc.wParamFlags) << Narrow(expected.name);
+            EXPECT_EQ(element.paramdesc.wParamFlags, expected.flags) << Narrow(expected.name);
             if (argument + 1 < count) {
-                EXPECT_EQ(std::wstring(expected.name), names[argument + 1]);
+                EXPECT_EQ(names[argument + 1], std::wstring(expected.name));
             }
         }
         for (const BSTR name : names)

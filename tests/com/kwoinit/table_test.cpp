@@ -34,8 +34,8 @@ protected:
     }
     bool Found(const std::wstring& path, const std::wstring& program = L"KWOUtil") {
         const Outcome outcome = Size(path, program);
-        EXPECT_EQ(Hex(S_OK), Hex(outcome.status)) << Narrow(outcome.description);
-        EXPECT_EQ(VT_BOOL, outcome.result.vt);
+        EXPECT_EQ(Hex(outcome.status), Hex(S_OK)) << Narrow(outcome.description);
+        EXPECT_EQ(outcome.result.vt, VT_BOOL);
         return outcome.result.boolVal == VARIANT_TRUE;
     }
     Outcome Load(LONG language, const Var& index, const Var& texts) {
@@ -58,11 +58,11 @@ protected:
 
 TEST_F(Table, SizeTellsTheBoundsOfTheProgram) {
     EXPECT_TRUE(Found(mFile.Path()));
-    EXPECT_EQ(L"3..6 16", Bounds());
+    EXPECT_EQ(Bounds(), L"3..6 16");
     EXPECT_TRUE(Found(mFile.Path(), L"OTHER"));
-    EXPECT_EQ(L"100..100 7", Bounds());
+    EXPECT_EQ(Bounds(), L"100..100 7");
     EXPECT_TRUE(Found(mFile.Path(), L"Unknown"));
-    EXPECT_EQ(L"3..6 16", Bounds());
+    EXPECT_EQ(Bounds(), L"3..6 16");
 }
 
 TEST_F(Table, LoadFillsTheTextsOfTheLanguageWithinTheBounds) {
@@ -70,17 +70,17 @@ TEST_F(Table, LoadFillsTheTextsOfTheLanguageWithinTheBounds) {
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 4);
 
-    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0407, index, texts).status));
+    ASSERT_EQ(Hex(Load(0x0407, index, texts).status), Hex(S_OK));
 
-    EXPECT_EQ(L"drei", texts.Text(3));
-    EXPECT_EQ(L"", texts.Text(4));
-    EXPECT_EQ(L"five", texts.Text(5));
-    EXPECT_EQ(L"six", texts.Text(6));
-    EXPECT_EQ(3, index.Lowest());
-    EXPECT_EQ(6, index.Highest());
-    EXPECT_EQ(1, index.Number(3));
-    EXPECT_EQ(0, index.Number(4));
-    EXPECT_EQ(1, index.Number(6));
+    EXPECT_EQ(texts.Text(3), L"drei");
+    EXPECT_EQ(texts.Text(4), L"");
+    EXPECT_EQ(texts.Text(5), L"five");
+    EXPECT_EQ(texts.Text(6), L"six");
+    EXPECT_EQ(index.Lowest(), 3);
+    EXPECT_EQ(index.Highest(), 6);
+    EXPECT_EQ(index.Number(3), 1);
+    EXPECT_EQ(index.Number(4), 0);
+    EXPECT_EQ(index.Number(6), 1);
 }
 
 TEST_F(Table, ArraysOfOtherBoundsGetWhatLiesWithin) {
@@ -90,15 +90,15 @@ TEST_F(Table, ArraysOfOtherBoundsGetWhatLiesWithin) {
     texts.Put(-2, L"old");
     texts.Put(5, L"old");
 
-    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    ASSERT_EQ(Hex(Load(0x0409, index, texts).status), Hex(S_OK));
 
-    EXPECT_EQ(-2, texts.Lowest());
-    EXPECT_EQ(5, texts.Highest());
-    EXPECT_EQ(L"", texts.Text(-2));
-    EXPECT_EQ(L"three", texts.Text(3));
-    EXPECT_EQ(L"five", texts.Text(5));
-    EXPECT_EQ(-2, index.Lowest());
-    EXPECT_EQ(5, index.Highest());
+    EXPECT_EQ(texts.Lowest(), -2);
+    EXPECT_EQ(texts.Highest(), 5);
+    EXPECT_EQ(texts.Text(-2), L"");
+    EXPECT_EQ(texts.Text(3), L"three");
+    EXPECT_EQ(texts.Text(5), L"five");
+    EXPECT_EQ(index.Lowest(), -2);
+    EXPECT_EQ(index.Highest(), 5);
 }
 
 TEST_F(Table, AnArrayOfNoElementsStaysOne) {
@@ -106,10 +106,10 @@ TEST_F(Table, AnArrayOfNoElementsStaysOne) {
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 0);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    EXPECT_EQ(Hex(Load(0x0409, index, texts).status), Hex(S_OK));
 
-    EXPECT_EQ(2, texts.Highest());
-    EXPECT_EQ(1, index.Highest());
+    EXPECT_EQ(texts.Highest(), 2);
+    EXPECT_EQ(index.Highest(), 1);
 }
 
 TEST_F(Table, TheIndexEndsAtWhatSixteenBitsCount) {
@@ -117,11 +117,11 @@ TEST_F(Table, TheIndexEndsAtWhatSixteenBitsCount) {
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 1, 40'000);
 
-    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    ASSERT_EQ(Hex(Load(0x0409, index, texts).status), Hex(S_OK));
 
-    EXPECT_EQ(1, index.Lowest());
-    EXPECT_EQ(32'767, index.Highest());
-    EXPECT_EQ(1, index.Number(5));
+    EXPECT_EQ(index.Lowest(), 1);
+    EXPECT_EQ(index.Highest(), 32'767);
+    EXPECT_EQ(index.Number(5), 1);
 }
 
 TEST_F(Table, AnIndexOfFixedSizeOrInUseStaysAsItIs) {
@@ -130,19 +130,19 @@ TEST_F(Table, AnIndexOfFixedSizeOrInUseStaysAsItIs) {
     Array texts(VT_BSTR, 3, 4);
 
     SafeArrayLock(index.Get());
-    EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    EXPECT_EQ(Hex(Load(0x0409, index, texts).status), Hex(S_OK));
     SafeArrayUnlock(index.Get());
-    EXPECT_EQ(1, index.Highest());
-    EXPECT_EQ(0, index.Number(1));
+    EXPECT_EQ(index.Highest(), 1);
+    EXPECT_EQ(index.Number(1), 0);
 
     for (const int fixed : {FADF_FIXEDSIZE, FADF_STATIC, FADF_AUTO, FADF_EMBEDDED}) {
         index.Get()->fFeatures = static_cast<USHORT>(index.Get()->fFeatures | fixed);
-        EXPECT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+        EXPECT_EQ(Hex(Load(0x0409, index, texts).status), Hex(S_OK));
         index.Get()->fFeatures = static_cast<USHORT>(index.Get()->fFeatures & ~fixed);
-        EXPECT_EQ(1, index.Highest()) << fixed;
-        EXPECT_EQ(0, index.Number(1)) << fixed;
+        EXPECT_EQ(index.Highest(), 1) << fixed;
+        EXPECT_EQ(index.Number(1), 0) << fixed;
     }
-    EXPECT_EQ(L"six", texts.Text(6));
+    EXPECT_EQ(texts.Text(6), L"six");
 }
 
 TEST_F(Table, VariablesOfAScriptAreServed) {
@@ -155,10 +155,10 @@ TEST_F(Table, VariablesOfAScriptAreServed) {
                                {Var::Ref(static_cast<VARIANT*>(&program)), Var::Ref(static_cast<VARIANT*>(&path)),
                                 Var::Ref(static_cast<VARIANT*>(&first)), Var::Ref(static_cast<VARIANT*>(&last)),
                                 Var::Ref(static_cast<VARIANT*>(&size))});
-    ASSERT_EQ(Hex(S_OK), Hex(sized.status));
-    EXPECT_EQ(3, first.lVal);
-    EXPECT_EQ(6, last.lVal);
-    EXPECT_EQ(16, size.lVal);
+    ASSERT_EQ(Hex(sized.status), Hex(S_OK));
+    EXPECT_EQ(first.lVal, 3);
+    EXPECT_EQ(last.lVal, 6);
+    EXPECT_EQ(size.lVal, 16);
 
     Var index;
     index.vt = VT_ARRAY | VT_I2;
@@ -168,13 +168,13 @@ TEST_F(Table, VariablesOfAScriptAreServed) {
     texts.parray = SafeArrayCreateVector(VT_BSTR, 3, 4);
     const Outcome loaded =
         Load(0x0407, Var::Ref(static_cast<VARIANT*>(&index)), Var::Ref(static_cast<VARIANT*>(&texts)));
-    ASSERT_EQ(Hex(S_OK), Hex(loaded.status));
+    ASSERT_EQ(Hex(loaded.status), Hex(S_OK));
     LONG at = 3;
     Bstr text;
     SafeArrayGetElement(texts.parray, &at, text.Out());
-    EXPECT_EQ(L"drei", text.Text());
-    EXPECT_EQ(VT_ARRAY | VT_I2, index.vt);
-    EXPECT_EQ(4u, index.parray->rgsabound[0].cElements);
+    EXPECT_EQ(text.Text(), L"drei");
+    EXPECT_EQ(index.vt, VT_ARRAY | VT_I2);
+    EXPECT_EQ(index.parray->rgsabound[0].cElements, 4u);
 }
 
 TEST_F(Table, AReferenceInsideAVariableIsFollowed) {
@@ -183,9 +183,9 @@ TEST_F(Table, AReferenceInsideAVariableIsFollowed) {
     Array texts(VT_BSTR, 3, 4);
     Var inner = texts.Reference(VT_BSTR);
 
-    EXPECT_EQ(Hex(S_OK), Hex(Load(0, index.Reference(VT_I2), Var::Ref(static_cast<VARIANT*>(&inner))).status));
+    EXPECT_EQ(Hex(Load(0, index.Reference(VT_I2), Var::Ref(static_cast<VARIANT*>(&inner))).status), Hex(S_OK));
 
-    EXPECT_EQ(L"three", texts.Text(3));
+    EXPECT_EQ(texts.Text(3), L"three");
 }
 
 TEST_F(Table, ArraysByValueAreTakenAndStayTheCallersOwn) {
@@ -201,11 +201,12 @@ TEST_F(Table, ArraysByValueAreTakenAndStayTheCallersOwn) {
     VARIANT arguments[3] = {byValue[0], byValue[1], Var(0x0409)};
     DISPPARAMS parameters = {arguments, nullptr, 3, 0};
 
-    EXPECT_EQ(Hex(S_OK), Hex(mCompanion->Invoke(IdOf(mCompanion.Get(), L"KWO_MsgTableLoad"), IID_NULL, 0,
-                                                DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr)));
+    EXPECT_EQ(Hex(mCompanion->Invoke(IdOf(mCompanion.Get(), L"KWO_MsgTableLoad"), IID_NULL, 0, DISPATCH_METHOD,
+                                     &parameters, nullptr, nullptr, nullptr)),
+              Hex(S_OK));
 
-    EXPECT_EQ(L"mine", texts.Text(3));
-    EXPECT_EQ(1, index.Highest());
+    EXPECT_EQ(texts.Text(3), L"mine");
+    EXPECT_EQ(index.Highest(), 1);
 }
 
 TEST_F(Table, ArraysOfVariantsAreFilledAsScriptsPassThem) {
@@ -217,33 +218,34 @@ TEST_F(Table, ArraysOfVariantsAreFilledAsScriptsPassThem) {
     held.parray = SafeArrayCreateVector(VT_VARIANT, 3, 4);
 
     // The whole array by reference, and a variable that holds one.
-    ASSERT_EQ(Hex(S_OK), Hex(Call(mCompanion.Get(), L"KWO_MsgTableLoad",
-                                  {0, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)})
-                                 .status));
     ASSERT_EQ(
-        Hex(S_OK),
-        Hex(Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, index.Reference(VT_VARIANT), Var::Ref(&held)}).status));
+        Hex(Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)})
+                .status),
+        Hex(S_OK));
+    ASSERT_EQ(
+        Hex(Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, index.Reference(VT_VARIANT), Var::Ref(&held)}).status),
+        Hex(S_OK));
 
     Array wanted(VT_BSTR, 3, 4);
     Array shorts(VT_I2, 1, 1);
-    ASSERT_EQ(Hex(S_OK),
-              Hex(Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, shorts.Reference(VT_I2), wanted.Reference(VT_BSTR)})
-                      .status));
+    ASSERT_EQ(Hex(Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, shorts.Reference(VT_I2), wanted.Reference(VT_BSTR)})
+                      .status),
+              Hex(S_OK));
     int texted = 0;
     for (LONG at = 3; at < 7; ++at) {
         for (SAFEARRAY* const array : {texts.Get(), held.parray}) {
             Var element;
-            ASSERT_EQ(S_OK, SafeArrayGetElement(array, &at, &element));
-            ASSERT_EQ(VT_BSTR, element.vt) << at;
-            EXPECT_EQ(wanted.Text(at), std::wstring(element.bstrVal, SysStringLen(element.bstrVal))) << at;
+            ASSERT_EQ(SafeArrayGetElement(array, &at, &element), S_OK);
+            ASSERT_EQ(element.vt, VT_BSTR) << at;
+            EXPECT_EQ(std::wstring(element.bstrVal, SysStringLen(element.bstrVal)), wanted.Text(at)) << at;
         }
         texted += !wanted.Text(at).empty();
     }
     EXPECT_GT(texted, 0);
     LONG first = 3;
     Var number;
-    ASSERT_EQ(S_OK, SafeArrayGetElement(index.Get(), &first, &number)) << "redimensioned like the texts";
-    EXPECT_EQ(VT_I2, number.vt);
+    ASSERT_EQ(SafeArrayGetElement(index.Get(), &first, &number), S_OK) << "redimensioned like the texts";
+    EXPECT_EQ(number.vt, VT_I2);
 }
 
 TEST_F(Table, ArraysOfVariantsThatHoldNoTextsAreATypeMismatch) {
@@ -252,17 +254,17 @@ TEST_F(Table, ArraysOfVariantsThatHoldNoTextsAreATypeMismatch) {
     Array variants(VT_VARIANT, 3, 4);
     LONG at = 4;
     Var null = Var::Null();
-    ASSERT_EQ(S_OK, SafeArrayPutElement(variants.Get(), &at, &null));
+    ASSERT_EQ(SafeArrayPutElement(variants.Get(), &at, &null), S_OK);
 
     const Outcome outcome =
         Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, shorts.Reference(VT_I2), variants.Reference(VT_VARIANT)});
 
-    EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
-    EXPECT_EQ(0u, outcome.badArgument);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
+    EXPECT_EQ(outcome.badArgument, 0u);
     Var element;
     at = 3;
-    ASSERT_EQ(S_OK, SafeArrayGetElement(variants.Get(), &at, &element));
-    EXPECT_EQ(VT_EMPTY, element.vt) << "nothing is written";
+    ASSERT_EQ(SafeArrayGetElement(variants.Get(), &at, &element), S_OK);
+    EXPECT_EQ(element.vt, VT_EMPTY) << "nothing is written";
 }
 
 TEST_F(Table, ArraysOfOtherElementsAreATypeMismatch) {
@@ -277,8 +279,8 @@ TEST_F(Table, ArraysOfOtherElementsAreATypeMismatch) {
     // The first argument in the order of writing has the highest place.
     const auto expectMismatch = [&](const Var& index, const Var& text, UINT place) {
         const Outcome outcome = Call(mCompanion.Get(), L"KWO_MsgTableLoad", {0, index, text});
-        EXPECT_EQ(Hex(DISP_E_TYPEMISMATCH), Hex(outcome.status));
-        EXPECT_EQ(place, outcome.badArgument);
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_TYPEMISMATCH));
+        EXPECT_EQ(outcome.badArgument, place);
     };
     expectMismatch(longs.Reference(VT_I4), texts.Reference(VT_BSTR), 1);
     expectMismatch(Var::Ref(&number), texts.Reference(VT_BSTR), 1);
@@ -300,36 +302,36 @@ TEST_F(Table, WhatIsNoTableOfOneDimensionIsAClearError) {
 
     const auto expectError = [&](Array& one, Array& other) {
         const Outcome outcome = Load(0, one, other);
-        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
-        EXPECT_EQ(Hex(kBadArray), Hex(outcome.scode));
-        EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", outcome.source);
-        EXPECT_NE(std::wstring::npos, outcome.description.find(L"Array"));
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION));
+        EXPECT_EQ(Hex(outcome.scode), Hex(kBadArray));
+        EXPECT_EQ(outcome.source, L"KWOInitialize.KWO_MsgTableLoad");
+        EXPECT_NE(outcome.description.find(L"Array"), std::wstring::npos);
     };
     expectError(index, none);
     expectError(none, texts);
     expectError(index, square);
     expectError(squareIndex, texts);
-    EXPECT_EQ(L"", texts.Text(3));
+    EXPECT_EQ(texts.Text(3), L"");
 }
 
 TEST_F(Table, LoadNeedsASizeThatFoundSomething) {
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 4);
-    EXPECT_EQ(Hex(kNotSized), Hex(Load(0, index, texts).scode));
+    EXPECT_EQ(Hex(Load(0, index, texts).scode), Hex(kNotSized));
 
     ASSERT_TRUE(Found(mFile.Path()));
     const TemporaryFile empty("; nothing\n");
     ASSERT_FALSE(Found(empty.Path()));
-    EXPECT_EQ(L"0..0 0", Bounds());
+    EXPECT_EQ(Bounds(), L"0..0 0");
 
     const Outcome outcome = Load(0, index, texts);
-    EXPECT_EQ(Hex(kNotSized), Hex(outcome.scode));
-    EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", outcome.source);
+    EXPECT_EQ(Hex(outcome.scode), Hex(kNotSized));
+    EXPECT_EQ(outcome.source, L"KWOInitialize.KWO_MsgTableLoad");
 }
 
 TEST_F(Table, AMissingFileIsNoError) {
     EXPECT_FALSE(Found(L"C:\\nowhere\\NoSuchFile.nls"));
-    EXPECT_EQ(L"0..0 0", Bounds());
+    EXPECT_EQ(Bounds(), L"0..0 0");
     EXPECT_FALSE(Found(L"C:\\nowhere\\"));
     EXPECT_FALSE(Found(L"\\\\.\\nul"));
     EXPECT_FALSE(Found(L"?*<>|"));
@@ -341,7 +343,7 @@ TEST_F(Table, APipeIsNoFile) {
     constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\kwoinit_com_tests";
     const HANDLE pipe =
         CreateNamedPipeW(kPipe, PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1, 64, 64, 0, nullptr);
-    ASSERT_NE(INVALID_HANDLE_VALUE, pipe);
+    ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
 
     EXPECT_FALSE(Found(kPipe));
 
@@ -351,8 +353,8 @@ TEST_F(Table, APipeIsNoFile) {
 TEST_F(Table, TheFileBesideTheDllServesWhereThereIsNone) {
     for (const wchar_t* const path : {L"C:\\nowhere\\KWOInit.nls", L"kwoinit.nls", L"C:/nowhere/KWOInit.nls", L""}) {
         EXPECT_TRUE(Found(path)) << Narrow(path);
-        EXPECT_EQ(1899, mFirst);
-        EXPECT_EQ(1930, mLast);
+        EXPECT_EQ(mFirst, 1899);
+        EXPECT_EQ(mLast, 1930);
     }
 }
 
@@ -362,11 +364,11 @@ TEST_F(Table, FilesThatAreNoTextAreErrorsWithTheFileAndAReason) {
 
     for (const TemporaryFile* const file : {&wide, &binary}) {
         const Outcome outcome = Size(file->Path());
-        EXPECT_EQ(Hex(DISP_E_EXCEPTION), Hex(outcome.status));
-        EXPECT_EQ(Hex(kNotText), Hex(outcome.scode));
-        EXPECT_EQ(L"KWOInitialize.KWO_MsgTableSize", outcome.source);
-        EXPECT_NE(std::wstring::npos, outcome.description.find(file->Path())) << Narrow(outcome.description);
-        EXPECT_NE(std::wstring::npos, outcome.description.find(L"UTF-8"));
+        EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_EXCEPTION));
+        EXPECT_EQ(Hex(outcome.scode), Hex(kNotText));
+        EXPECT_EQ(outcome.source, L"KWOInitialize.KWO_MsgTableSize");
+        EXPECT_NE(outcome.description.find(file->Path()), std::wstring::npos) << Narrow(outcome.description);
+        EXPECT_NE(outcome.description.find(L"UTF-8"), std::wstring::npos);
     }
     EXPECT_TRUE(Found(mFile.Path()));
 }
@@ -403,28 +405,28 @@ private:
 TEST_F(Table, ARefusedFileSaysSoInTheDebugOutput) {
     const DebugOutput output;
     const TemporaryFile wide("1 = too early\n\xFF\n" + std::string((1 << 20) + 1, ';'));
-    EXPECT_NE(Hex(S_OK), Hex(Size(wide.Path()).status));
-    EXPECT_NE(std::wstring::npos, output.Text().find(wide.Path() + L"(1): it stands in no section"))
+    EXPECT_NE(Hex(Size(wide.Path()).status), Hex(S_OK));
+    EXPECT_NE(output.Text().find(wide.Path() + L"(1): it stands in no section"), std::wstring::npos)
         << Narrow(output.Text());
-    EXPECT_NE(std::wstring::npos, output.Text().find(L"cannot be used: line 3 is longer than 1 MiB"))
+    EXPECT_NE(output.Text().find(L"cannot be used: line 3 is longer than 1 MiB"), std::wstring::npos)
         << Narrow(output.Text());
 
     const HANDLE held = CreateFileW(mFile.Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(INVALID_HANDLE_VALUE, held);
-    EXPECT_EQ(Hex(kFileUnreadable), Hex(Size(mFile.Path()).scode));
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(Hex(Size(mFile.Path()).scode), Hex(kFileUnreadable));
     CloseHandle(held);
-    EXPECT_NE(std::wstring::npos, output.Text().find(mFile.Path() + L" cannot be used: it cannot be opened"))
+    EXPECT_NE(output.Text().find(mFile.Path() + L" cannot be used: it cannot be opened"), std::wstring::npos)
         << Narrow(output.Text());
 }
 
 TEST_F(Table, AProgramWithoutATextOfItsOwnIsServedKWOUtils) {
     const TemporaryFile file("[Host]\n[Host 0407]\n; nothing yet\n[KWOUtil]\n3 = three\n");
     ASSERT_TRUE(Found(file.Path(), L"Host"));
-    EXPECT_EQ(L"3..3 5", Bounds());
+    EXPECT_EQ(Bounds(), L"3..3 5");
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 1);
-    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0407, index, texts).status));
-    EXPECT_EQ(L"three", texts.Text(3));
+    ASSERT_EQ(Hex(Load(0x0407, index, texts).status), Hex(S_OK));
+    EXPECT_EQ(texts.Text(3), L"three");
 }
 
 TEST_F(Table, AFileOfMoreThan64MebibytesIsRefusedUnread) {
@@ -434,14 +436,14 @@ TEST_F(Table, AFileOfMoreThan64MebibytesIsRefusedUnread) {
     SetEndOfFile(file);
     CloseHandle(file);
 
-    EXPECT_EQ(Hex(kFileTooLarge), Hex(Size(large.Path()).scode));
+    EXPECT_EQ(Hex(Size(large.Path()).scode), Hex(kFileTooLarge));
 }
 
 TEST_F(Table, AFileThatAnotherKeepsToItselfIsAnError) {
     const HANDLE held = CreateFileW(mFile.Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(INVALID_HANDLE_VALUE, held);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
 
-    EXPECT_EQ(Hex(kFileUnreadable), Hex(Size(mFile.Path()).scode));
+    EXPECT_EQ(Hex(Size(mFile.Path()).scode), Hex(kFileUnreadable));
 
     CloseHandle(held);
     EXPECT_TRUE(Found(mFile.Path()));
@@ -457,10 +459,10 @@ TEST_F(Table, AHundredThousandMessagesAreReadInWellUnderASecond) {
 
     const ULONGLONG start = GetTickCount64();
     ASSERT_TRUE(Found(file.Path()));
-    ASSERT_EQ(Hex(S_OK), Hex(Load(0x0409, index, texts).status));
+    ASSERT_EQ(Hex(Load(0x0409, index, texts).status), Hex(S_OK));
     const ULONGLONG taken = GetTickCount64() - start;
 
-    EXPECT_EQ(L"This is the text of message 100000", texts.Text(100'000));
+    EXPECT_EQ(texts.Text(100'000), L"This is the text of message 100000");
     RecordProperty("milliseconds", static_cast<int>(taken));
     EXPECT_LT(taken, 1000u);
 }
@@ -471,21 +473,21 @@ TEST_F(Table, TheVirtualTableServesCompiledClients) {
     Bstr program(L"KWOUtil");
     Bstr path(mFile.Path());
     VARIANT_BOOL found = VARIANT_FALSE;
-    ASSERT_EQ(Hex(S_OK),
-              Hex(compiled->KWO_MsgTableSize(program.InOut(), path.InOut(), &mFirst, &mLast, &mSize, &found)));
-    EXPECT_EQ(VARIANT_TRUE, found);
-    EXPECT_EQ(L"3..6 16", Bounds());
+    ASSERT_EQ(Hex(compiled->KWO_MsgTableSize(program.InOut(), path.InOut(), &mFirst, &mLast, &mSize, &found)),
+              Hex(S_OK));
+    EXPECT_EQ(found, VARIANT_TRUE);
+    EXPECT_EQ(Bounds(), L"3..6 16");
 
     LONG language = 0x0407;
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 4);
-    ASSERT_EQ(Hex(S_OK), Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), texts.InOut())));
-    EXPECT_EQ(L"drei", texts.Text(3));
+    ASSERT_EQ(Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), texts.InOut())), Hex(S_OK));
+    EXPECT_EQ(texts.Text(3), L"drei");
 
     Array longs(VT_I4, 3, 4);
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), longs.InOut())));
-    EXPECT_EQ(L"KWOInitialize.KWO_MsgTableLoad", TakeErrorObject().source);
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, longs.InOut(), texts.InOut())));
+    EXPECT_EQ(Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), longs.InOut())), Hex(kBadArray));
+    EXPECT_EQ(TakeErrorObject().source, L"KWOInitialize.KWO_MsgTableLoad");
+    EXPECT_EQ(Hex(compiled->KWO_MsgTableLoad(&language, longs.InOut(), texts.InOut())), Hex(kBadArray));
 }
 
 TEST_F(Table, NullPointersAreErrorsForCompiledClients) {
@@ -495,18 +497,18 @@ TEST_F(Table, NullPointersAreErrorsForCompiledClients) {
     BSTR* const strings[] = {nullptr, text.InOut()};
     for (int missing = 0; missing < 6; ++missing) {
         VARIANT_BOOL found = VARIANT_FALSE;
-        EXPECT_EQ(Hex(E_POINTER),
-                  Hex(compiled->KWO_MsgTableSize(strings[missing != 0], strings[missing != 1],
+        EXPECT_EQ(Hex(compiled->KWO_MsgTableSize(strings[missing != 0], strings[missing != 1],
                                                  missing == 2 ? nullptr : &mFirst, missing == 3 ? nullptr : &mLast,
-                                                 missing == 4 ? nullptr : &mSize, missing == 5 ? nullptr : &found)))
+                                                 missing == 4 ? nullptr : &mSize, missing == 5 ? nullptr : &found)),
+                  Hex(E_POINTER))
             << missing;
     }
     LONG language = 0;
     Array index(VT_I2, 1, 1);
     Array texts(VT_BSTR, 3, 4);
-    EXPECT_EQ(Hex(E_POINTER), Hex(compiled->KWO_MsgTableLoad(nullptr, index.InOut(), texts.InOut())));
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, nullptr, texts.InOut())));
-    EXPECT_EQ(Hex(kBadArray), Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), nullptr)));
+    EXPECT_EQ(Hex(compiled->KWO_MsgTableLoad(nullptr, index.InOut(), texts.InOut())), Hex(E_POINTER));
+    EXPECT_EQ(Hex(compiled->KWO_MsgTableLoad(&language, nullptr, texts.InOut())), Hex(kBadArray));
+    EXPECT_EQ(Hex(compiled->KWO_MsgTableLoad(&language, index.InOut(), nullptr)), Hex(kBadArray));
 }
 
 }  // namespace
