@@ -1,12 +1,34 @@
 #include "com_support/variant_conversion.h"
 
+#include <cmath>
 #include <cstdint>
 
 #include "com_support/variant_references.h"
 
 namespace kwo::com_support {
 
+namespace {
+
+bool IsNotANumber(const VARIANT& value) {
+    const VARIANT* const inner = Innermost(&value);
+    if (inner == nullptr) return false;
+    VARIANT number = *inner;
+    if ((inner->vt & VT_BYREF) != 0 && !SeeReferred(*inner, number)) return false;
+    return (number.vt == VT_R4 && std::isnan(number.fltVal)) ||
+           ((number.vt == VT_R8 || number.vt == VT_DATE) && std::isnan(number.dblVal));
+}
+
+/// True for the types that have no place for a value that is not a number.
+bool HoldsNumbersAlone(VARTYPE type) {
+    return type == VT_DATE || type == VT_CY || type == VT_DECIMAL || type == VT_I2 || type == VT_I4 ||
+           (type >= VT_I1 && type <= VT_UINT);
+}
+
+}  // namespace
+
 HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
+    // The system's comparisons for an overflow let such a value pass, and each system makes another number of it.
+    if (HoldsNumbersAlone(type) && IsNotANumber(value)) return DISP_E_OVERFLOW;
     // The function only reads its source, although it is not declared const.
     return ::VariantChangeTypeEx(&converted, const_cast<VARIANT*>(&value), locale, VARIANT_ALPHABOOL, type);
 }

@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace kwo::com_test {
 namespace {
@@ -321,6 +322,20 @@ TEST(InvokeFlags, APropertyIsPutWithEitherFlag) {
     EXPECT_TRUE(Reached(Set(timer.Get(), L"Item", timer.Get()), L"KWOTimer"));
     // Otherwise it would hold itself for ever.
     EXPECT_TRUE(Reached(Let(timer.Get(), L"Item", Var()), L"KWOTimer"));
+}
+
+TEST(InvokeArguments, AValueThatIsNotANumberIsNoWholeNumber) {
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    ASSERT_TRUE(timer);
+    double number = std::numeric_limits<double>::quiet_NaN();
+    float single = std::numeric_limits<float>::quiet_NaN();
+    Var variable(number);
+    for (const Var& hostile : {Var(number), Var::Date(number), Var::Reference(VT_R8, &number),
+                               Var::Reference(VT_R4, &single), Var::Ref(&variable)}) {
+        EXPECT_EQ(Hex(Let(timer.Get(), L"Interval", hostile).status), Hex(DISP_E_OVERFLOW)) << "type " << hostile.vt;
+        EXPECT_EQ(Hex(Call(timer.Get(), L"AddRelativeAlarm", {hostile, 1}).status), Hex(DISP_E_OVERFLOW))
+            << "type " << hostile.vt;
+    }
 }
 
 TEST(InvokeFlags, APutWithoutItsNameIsRefused) {

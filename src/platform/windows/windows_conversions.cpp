@@ -18,11 +18,6 @@ namespace {
 
 using com_support::OwnedVariant;
 
-bool IsNotANumber(const VARIANT& value) {
-    return (value.vt == VT_R8 && std::isnan(value.dblVal)) || (value.vt == VT_R4 && std::isnan(value.fltVal)) ||
-           (value.vt == VT_DATE && std::isnan(value.date));
-}
-
 /// False for a value that is not a number, too.
 bool IsWithinCalendar(double days) {
     constexpr double kBeforeFirstDay = -657435;  // 0099-12-31
@@ -38,10 +33,6 @@ OwnedVariant Convertible(const Variant& value, VARTYPE type) {
     if (source.vt & VT_ARRAY) RaiseRuntime(RuntimeError::TypeMismatch);
     if (const auto* const text = std::get_if<Text>(&value); text != nullptr && text->find(u'\0') != Text::npos) {
         RaiseRuntime(RuntimeError::TypeMismatch);
-    }
-    // The system's comparisons for an overflow let a value pass that is not a number.
-    if (type != VT_BSTR && type != VT_R4 && type != VT_R8 && type != VT_BOOL && IsNotANumber(source)) {
-        RaiseRuntime(RuntimeError::Overflow);
     }
     // Some systems ignore the sign when they convert an unsigned number to a signed one of the same size.
     if (type == VT_I4 && (source.vt == VT_UI4 || source.vt == VT_UINT) && source.lVal < 0) {
