@@ -11,5 +11,5 @@ add_subdirectory(${KWO_GOOGLETEST_DIR} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_
 # Its own locks on Windows need no thread library, but for one class that is ours to provide there.
 if(WIN32)
   # In front of GoogleTest's own folders, where that file is empty.
-  target_compile_options(gtest PUBLIC "SHELL:-iquote ${CMAKE_CURRENT_LIST_DIR}/googletest")
+  target_compile_options(gtest PUBLIC "SHELL:-iquote \"${CMAKE_CURRENT_LIST_DIR}/googletest\"")
 endif()

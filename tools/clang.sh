@@ -19,15 +19,17 @@ windows_commands() {
     headers=$("$gcc" -print-file-name=include)/c++
     options="--target=x86_64-w64-mingw32 -fsyntax-only -Wno-unknown-warning-option"
     options+=" -isystem $headers -isystem $headers/x86_64-w64-mingw32 -isystem $headers/backward"
-    ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost | grep -- '\.cpp$' |
+    # Paths with a blank are quoted.
+    ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost | grep -E "[.]cpp['\"]?$" |
         sed -E "s#^.*/x86_64-w64-mingw32-g[+][+][^ ]* #clang++ $options #
-                s# -o [^ ]*##; s# -M[TF] [^ ]*##g; s# -MD##; s# -Winvalid-pch##; s# -include [^ ]*cmake_pch.hxx##"
+                s# -o [^ ]*##; s# -M[TF] [^ ]*##g; s# -MD##; s# -Winvalid-pch##
+                s# -include ('[^']*'|\"[^\"]*\"|[^ ]*)##"
 }
 
 windows_code_compiles() {
     "$KWO_ROOT/tools/build.sh" x64 kwoutil_idl kwoinit_idl || return
     local commands
-    commands=$(windows_commands)
+    commands=$(windows_commands || true)
     [[ $commands == *windows_timer_service.cpp* ]] || die 'there is nothing to compile'
     cd "$KWO_ROOT/build/x64"
     printf '%s\n' "$commands" | tr '\n' '\0' | xargs -0 -P 2 -n 1 bash -c

@@ -26,12 +26,12 @@ protected:
     }
     /// The uses that name a member.
     static std::vector<std::pair<const char*, std::function<void(platform::HostObject&)>>> UsesOf(TextView member) {
-        return {{"Get", [=](auto& object) { object.Get(member); }},
-                {"Let", [=](auto& object) { object.Let(member, true); }},
-                {"Set", [=](auto& object) { object.Set(member, nullptr); }},
-                {"Call", [=](auto& object) { object.Call(member); }},
-                {"Notify", [=](auto& object) { object.Notify(member, {}); }},
-                {"CallNamed", [=](auto& object) { object.CallNamed(member, {}, {}); }}};
+        return {{"Get", [=](auto& asked) { asked.Get(member); }},
+                {"Let", [=](auto& asked) { asked.Let(member, true); }},
+                {"Set", [=](auto& asked) { asked.Set(member, nullptr); }},
+                {"Call", [=](auto& asked) { asked.Call(member); }},
+                {"Notify", [=](auto& asked) { asked.Notify(member, {}); }},
+                {"CallNamed", [=](auto& asked) { asked.CallNamed(member, {}, {}); }}};
     }
 
     std::unique_ptr<ScriptedObject> scripted = outside().MakeObject(u"Form");
@@ -89,7 +89,7 @@ TEST_F(HostObjectContract, TheTypesNameIsEmptyWithoutTypeInformation) {
 TEST_F(HostObjectContract, EveryUseOfAMemberThatIsMissingRaises438) {
     EXPECT_FALSE(object->Knows(u"Nowhere"));
     for (const auto& [name, use] : UsesOf(u"Nowhere")) {
-        const ComponentError error = Raised([&] { use(*object); });
+        const ComponentError error = Raised([&, &used = use] { used(*object); });
         EXPECT_EQ(error.number, 438) << name;
         EXPECT_EQ(error.description, kNoSuchMember) << name;
     }
@@ -112,7 +112,7 @@ TEST_F(HostObjectContract, TheErrorOfAMemberArrivesWhole) {
     for (const std::int32_t number : {5, 1004, static_cast<std::int32_t>(0x80040123)}) {
         scripted->FailMember(u"Broken", {number, u"Form1.Broken", u"It does not like it.", u"form.hlp", 12});
         for (const auto& [name, use] : UsesOf(u"Broken")) {
-            const ComponentError error = Raised([&] { use(*object); });
+            const ComponentError error = Raised([&, &used = use] { used(*object); });
             EXPECT_EQ(error.number, number) << name;
             EXPECT_EQ(error.source, u"Form1.Broken") << name;
             EXPECT_EQ(error.description, u"It does not like it.") << name;
