@@ -195,16 +195,18 @@ TEST(TypeDescriptionTest, WhatIsNotLentIsNotGivenBack) {
     EXPECT_EQ(type.lent, 0);
 }
 
+HRESULT STDAPICALLTYPE FillInDeferred(EXCEPINFO* asked) {
+    ++asked->wReserved;
+    asked->bstrSource = ::SysAllocString(L"the object");
+    return S_OK;
+}
+
 TEST(ExceptionInfoTest, AsksOnceForTextsThatWereDeferred) {
     ExceptionInfo info;
     info.Complete();
     EXPECT_EQ(info.bstrSource, nullptr);
     info.wReserved = 0;
-    info.pfnDeferredFillIn = [](EXCEPINFO* asked) -> HRESULT {
-        ++asked->wReserved;
-        asked->bstrSource = ::SysAllocString(L"the object");
-        return S_OK;
-    };
+    info.pfnDeferredFillIn = FillInDeferred;
     info.Complete();
     info.Complete();
     EXPECT_EQ(View(info.bstrSource), L"the object");

@@ -15,15 +15,15 @@ void SwitchOffStringCache() {
     if (function != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))();
 }
 
-/// Looks after each test whether anything still holds the DLL.
+/// Looks after each test whether anything still uses the DLL.
 class HolderSearch : public ::testing::EmptyTestEventListener {
 public:
-    /// The test since which the DLL has been held; empty when it can go.
+    /// The test since which the DLL has been in use; empty when it is not.
     const std::string& Holder() const { return mHolder; }
 
 private:
     void OnTestEnd(const ::testing::TestInfo& test) override {
-        if (LetTheDllGo()) {
+        if (LetTheDllGo() || !TheDllIsInUse()) {
             mHolder.clear();
         } else if (mHolder.empty()) {
             mHolder = std::string(test.test_suite_name()) + '.' + test.name();
@@ -51,7 +51,7 @@ public:
             EXPECT_EQ(Hex(library.UnregisterServer()), Hex(S_OK));
         }
         CoUninitialize();
-        EXPECT_EQ(mSearch.Holder(), "") << "it left the DLL held";
+        EXPECT_EQ(mSearch.Holder(), "") << "it left the DLL in use";
     }
 
 private:
