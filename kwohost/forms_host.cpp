@@ -84,7 +84,7 @@ private:
     }
 
     void AddInput() {
-        AddMethod(L"MovePointer", 3, 3, [this](Call& call) { kwohost::MovePointer(PlaceOf(call)); });
+        AddMethod(L"MovePointer", 3, 3, [](Call& call) { kwohost::MovePointer(PlaceOf(call)); });
         AddMethod(L"PressButton", 0, 1, [](Call& call) { kwohost::PressButton(call.Has(0) ? call.Whole(0) : 1); });
         AddMethod(L"ReleaseButton", 0, 1, [](Call& call) { kwohost::ReleaseButton(call.Has(0) ? call.Whole(0) : 1); });
         AddMethod(L"HoldButton", 1, 2, [](Call& call) {
@@ -93,7 +93,7 @@ private:
                 Fail(RuntimeError::InvalidProcedureCall, L"A button cannot be held for less than no time");
             kwohost::HoldButton(call.Has(1) ? call.Whole(1) : 1, static_cast<DWORD>(milliseconds));
         });
-        AddMethod(L"Click", 3, 4, [this](Call& call) {
+        AddMethod(L"Click", 3, 4, [](Call& call) {
             const LONG button = call.Has(3) ? call.Whole(3) : 1;
             kwohost::MovePointer(PlaceOf(call));
             kwohost::ClickButton(button);

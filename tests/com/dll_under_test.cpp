@@ -67,13 +67,6 @@ HRESULT Library::Install(bool install, const wchar_t* commandLine) const {
     return function != nullptr ? function(install ? TRUE : FALSE, commandLine) : TYPE_E_DLLFUNCTIONNOTFOUND;
 }
 
-bool TheDllIsInUse() {
-    const HMODULE module = GetModuleHandleW(L"KWOUtil.dll");
-    if (module == nullptr) return false;
-    FARPROC function = GetProcAddress(module, "DllCanUnloadNow");
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))() != S_OK;
-}
-
 bool LetTheDllGo() {
     for (int round = 0; round < 3; ++round)
         CoFreeUnusedLibrariesEx(0, 0);

@@ -34,10 +34,6 @@ private:
     HMODULE mModule;
 };
 
-/// True while an object, a lock or a timer of the DLL is alive. The system may keep a DLL loaded that is not in use, as
-/// Wine does with one that an apartment of its own has loaded.
-bool TheDllIsInUse();
-
 /// Lets the object libraries that COM loaded go, as far as they agree, so that the DLL is not in the process.
 /// False when it stays.
 bool LetTheDllGo();
