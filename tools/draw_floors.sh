@@ -67,6 +67,12 @@ draw() {
             if (to[i] == node && (from[i] in x)) { sum += x[from[i]]; ++users }
         return users ? sum / users : -1
     }
+    function hides(node, at, i) {  # a line that goes straight down past it
+        for (i = 1; i <= edges; ++i)
+            if (!needless(i) && row(from[i]) > row(node) && row(node) > row(to[i]) && isGround(to[i]) &&
+                x[from[i]] > at - boxWidth / 2 && x[from[i]] < at + boxWidth / 2) return 1
+        return 0
+    }
     function y(r) { return margin + (top - r) * rowHeight }
     function isGround(node) { return row(node) == 0 && rowSize[0] == 1 }  # as wide as the house
     function label(node) { return node == "KWOUtil" ? "KWOUtil.dll" : node }
@@ -94,6 +100,7 @@ draw() {
             for (j = 1; j <= count; ++j) {
                 wanted = rowSize[r] == widest ? -1 : place(order[j])
                 if (wanted < 0 && r == top) wanted = width / 2
+                if (hides(order[j], wanted)) wanted -= boxWidth / 2 + gap
                 if (wanted - boxWidth / 2 < left) wanted = left + boxWidth / 2
                 x[order[j]] = wanted
                 left = wanted + boxWidth / 2 + gap
