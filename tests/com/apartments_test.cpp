@@ -3,9 +3,11 @@
 #include <atomic>
 #include <functional>
 
+#include "dll_under_test.h"
 #include "thread.h"
 #include "timer_client.h"
 #include "timer_slots.h"
+#include "wine.h"
 
 namespace kwo::com_test {
 namespace {
@@ -44,6 +46,40 @@ protected:
         return object;
     }
 };
+
+/// Without a timer of its own, which would hold the DLL.
+class FreeThreadedClients : public OtherApartments {
+protected:
+    void SetUp() override { ASSERT_EQ(Hex(mDll.CanUnloadNow()), Hex(S_OK)) << "an earlier test still holds the DLL"; }
+
+    const Library mDll;
+};
+
+TEST_F(FreeThreadedClients, LeaveNoObjectBehind) {
+    for (const std::wstring& name : ClassNames()) {
+        CLSID id = {};
+        ComPtr<IClassFactory> factory;
+        ComPtr<IStream> stream;
+        ASSERT_EQ(Hex(CLSIDFromProgID((L"KWOUtil." + name).c_str(), &id)), Hex(S_OK));
+        ASSERT_EQ(Hex(mDll.GetClassObject(id, IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+        EXPECT_EQ(Hex(CoMarshalInterThreadInterfaceInStream(IID_IClassFactory, factory.Get(), stream.Out())),
+                  Hex(S_OK));
+        OnThread(COINIT_MULTITHREADED, [&] {
+            const auto maker = Unmarshalled<IClassFactory>(stream, IID_IClassFactory);
+            ComPtr<IDispatch> object;
+            EXPECT_EQ(Hex(maker->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())), Hex(S_OK)) << Narrow(name);
+        });
+    }
+
+    EXPECT_EQ(Hex(mDll.CanUnloadNow()), Hex(S_OK));
+}
+
+TEST_F(FreeThreadedClients, LeaveTheClassObjectsOfTheirHostApartmentBehindUnderWine) {
+    OnThread(COINIT_MULTITHREADED, [] { EXPECT_TRUE(Create(L"KWOUtility")); });
+
+    // The system makes the object in an apartment of its own. Wine never releases the class object that it used.
+    EXPECT_EQ(Hex(mDll.CanUnloadNow()), Hex(IsWine() ? S_FALSE : S_OK));
+}
 
 TEST_F(OtherApartments, FreeThreadedClientsCreateAndCallEveryClass) {
     OnThread(COINIT_MULTITHREADED, [] {

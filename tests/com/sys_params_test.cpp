@@ -6,6 +6,7 @@
 
 #include "com_test.h"
 #include "replaced_function.h"
+#include "wine.h"
 
 namespace kwo::com_test {
 namespace {
@@ -147,15 +148,14 @@ TEST_F(FontsOfAnotherDesktop, WhateverIsNotZeroIsAStyle) {
 }
 
 TEST_F(FontsOfAnotherDesktop, FontsThatAreNotToldHaveNoNameAndNoSize) {
-    const bool isWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
     theMetricsAreTold = false;
     MakeFonts();
     for (const wchar_t* const property : {L"CaptionFont", L"MenuFont", L"StatusFont", L"MessageFont"}) {
         const ComPtr<IFont> font = Font(property);
         ASSERT_TRUE(font);
         // Wine's font object returns the name of the font that it would draw with.
-        EXPECT_EQ(!NameOf(font.Get()).empty(), isWine) << Narrow(property);
-        EXPECT_EQ(SizeOf(font.Get()) != 0, isWine) << Narrow(property);
+        EXPECT_EQ(!NameOf(font.Get()).empty(), IsWine()) << Narrow(property);
+        EXPECT_EQ(SizeOf(font.Get()) != 0, IsWine()) << Narrow(property);
         EXPECT_FALSE(Has(font.Get(), &IFont::get_Bold)) << Narrow(property);
     }
 }
