@@ -52,5 +52,5 @@ targets=()
 (($# == 0)) || targets=(--target "$@")
 cmake --build "$folder" -j "$jobs" "${targets[@]}"
 if [[ $install == yes ]]; then
-    cmake --install "$folder" --component user --prefix "$KWO_ROOT/dist/$preset"
+    cmake --install "$folder" --component user --strip --prefix "$KWO_ROOT/dist/$preset"
 fi

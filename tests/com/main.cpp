@@ -1,4 +1,5 @@
 #include "com_test.h"
+#include "crash.h"
 #include "dll_under_test.h"
 #include "process_end.h"
 
@@ -40,6 +41,7 @@ int main(int count, char** arguments) {
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kEndWithAnArmedTimer) == 0) {
         return kwo::com_test::EndWithAnArmedTimer();
     }
+    if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kCrash) == 0) kwo::com_test::Crash();
     // Sizes as they are, whatever the display's density.
     SetProcessDPIAware();
     ::testing::InitGoogleTest(&count, arguments);

@@ -56,6 +56,12 @@ failed_tests() {
         /^\[  FAILED  \] .* \([0-9]+ ms\)$/ { printf "%s", said; said = "" }' | head -n 60
 }
 
+# name_frames_in LOG: functions and lines for the frames of a crash, if the log tells of one.
+name_frames_in() {
+    grep -aq '^Crash: ' "$1" || return 0
+    "$KWO_ROOT/tools/name_frames.sh" <"$1" >"$1.named" && mv "$1.named" "$1"
+}
+
 # gtest_group NAME PROGRAM TRANSLATE COMMAND...: TRANSLATE makes of a path what the program calls it.
 # A program that ends without one has crashed or hung; one without a test has tested nothing.
 gtest_group() {
@@ -70,6 +76,7 @@ gtest_group() {
         return
     fi
     run_limited "$log" "$@" "--gtest_output=json:$("$translate" "$results")"
+    name_frames_in "$log"
     if ! read_gtest_results "$results"; then
         group_ends 0 1 "no results; ${kwo_trouble:-exit code 0}"
         show_tail "$log"

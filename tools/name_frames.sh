@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Gives functions and lines to the frames of a crash in a Windows program: reads a log and prints it with them.
+#   name_frames.sh [--bits 32|64] <LOG
+# A frame is MODULE+0xOFFSET, as programs of tests print it and as Windows tells it of a user's machine. The bitness
+# stands in the line that begins with "Crash:", else it is given; the modules are those in the build folder.
+# shellcheck source-path=SCRIPTDIR
+source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
+
+bits=64
+if [[ ${1:-} == --bits ]]; then
+    bits=${2:-}
+    shift 2
+fi
+if (($# > 0)) || [[ $bits != 32 && $bits != 64 ]]; then
+    die 'usage: name_frames.sh [--bits 32|64] <LOG'
+fi
+
+# choose BITS: sets target, the prefix of the tools, and folder, where the modules are.
+choose() {
+    if [[ $1 == 64 ]]; then
+        target=x86_64-w64-mingw32 folder=$KWO_ROOT/build/x64
+    else
+        target=i686-w64-mingw32 folder=$KWO_ROOT/build/x86
+    fi
+}
+
+# name_frame MODULE OFFSET: "function at file:line", a line for each function that the compiler has inlined there.
+name_frame() {
+    local file base
+    file=$(find "$folder" -name "$1" -type f 2>/dev/null | head -n 1)
+    [[ -n $file ]] || return 0
+    base=$("$target-objdump" -p "$file" | sed -n 's/^ImageBase[[:blank:]]*//p')
+    [[ -n $base ]] || return 0
+    "$target-addr2line" -f -C -i -p -e "$file" "$(printf '0x%x' $((0x$base + $2)))" | grep -v '^??' |
+        sed -E "s#$KWO_ROOT/##g; s#build/x(64|86)/[.][.]/[.][.]/##; s#^#        #" || true
+}
+
+choose "$bits"
+while IFS= read -r line || [[ -n $line ]]; do
+    line=${line%$'\r'}
+    printf '%s\n' "$line"
+    if [[ $line =~ ^Crash:.*\((32|64)-bit\)$ ]]; then
+        choose "${BASH_REMATCH[1]}"
+    elif [[ $line =~ ([A-Za-z_0-9.]+)\+(0x[0-9a-fA-F]+)$ ]]; then
+        name_frame "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}"
+    fi
+done
