@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/component_error.h"
-#include "platform/drawing.h"
 #include "platform/host_errors.h"
+#include "platform/screen_drawing.h"
 
 namespace kwo::controls {
 

@@ -10,26 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/clock.h"
 #include "platform/component_error.h"
-#include "platform/conversions.h"
-#include "platform/debug_output.h"
-#include "platform/drawing.h"
-#include "platform/event_log.h"
-#include "platform/file_system.h"
-#include "platform/host_application.h"
-#include "platform/log_files.h"
-#include "platform/message_loop.h"
-#include "platform/notification_area.h"
 #include "platform/platform.h"
-#include "platform/process_memory.h"
-#include "platform/programs.h"
-#include "platform/registry_store.h"
-#include "platform/screen.h"
-#include "platform/system_errors.h"
-#include "platform/system_fonts.h"
 #include "platform/variant.h"
 #include "support/raised.h"
+
+#define SERVICE_HEADER(name) <platform/name.h>
+#include "platform/service_headers.def"
+#undef SERVICE_HEADER
 
 namespace kwo::contract {
 

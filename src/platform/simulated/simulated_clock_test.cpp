@@ -4,13 +4,15 @@
 
 #include <stdexcept>
 
+#include "platform/simulated/simulated_desktop.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
 class SimulatedClockTest : public testing::Test {
 protected:
-    World world;
-    SimulatedClock clock{world};
+    SimulatedDesktop desktop;
+    SimulatedClock& clock = desktop.clock;
 };
 
 TEST_F(SimulatedClockTest, StandsStillUntilTold) {

@@ -7,6 +7,7 @@
 #include "platform/simulated/calendar.h"
 #include "platform/simulated/english_dates.h"
 #include "platform/simulated/english_numbers.h"
+#include "platform/simulated/simulated_desktop.h"
 #include "platform/simulated/text_codec.h"
 #include "support/raised.h"
 
@@ -20,8 +21,8 @@ constexpr std::int32_t kMismatch = 13;
 
 class EnglishConversionsTest : public testing::Test {
 protected:
-    World world;
-    SimulatedConversions conversions{world};
+    SimulatedDesktop desktop;
+    SimulatedConversions& conversions = desktop.conversions;
 };
 
 TEST_F(EnglishConversionsTest, WholeNumbersRoundHalvesToEven) {

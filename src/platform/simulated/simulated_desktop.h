@@ -4,32 +4,12 @@
 #include <utility>
 
 #include "platform/platform.h"
-#include "platform/simulated/simulated_clock.h"
-#include "platform/simulated/simulated_component_factory.h"
-#include "platform/simulated/simulated_conversions.h"
-#include "platform/simulated/simulated_debug_output.h"
-#include "platform/simulated/simulated_drawing.h"
-#include "platform/simulated/simulated_event_log.h"
-#include "platform/simulated/simulated_file_system.h"
-#include "platform/simulated/simulated_host_application.h"
-#include "platform/simulated/simulated_keyboard.h"
-#include "platform/simulated/simulated_locale_source.h"
-#include "platform/simulated/simulated_log_files.h"
-#include "platform/simulated/simulated_message_loop.h"
-#include "platform/simulated/simulated_mouse.h"
-#include "platform/simulated/simulated_notification_area.h"
 #include "platform/simulated/simulated_object.h"
-#include "platform/simulated/simulated_pictures.h"
-#include "platform/simulated/simulated_process_memory.h"
-#include "platform/simulated/simulated_programs.h"
-#include "platform/simulated/simulated_registry_store.h"
-#include "platform/simulated/simulated_screen.h"
-#include "platform/simulated/simulated_system_errors.h"
-#include "platform/simulated/simulated_system_fonts.h"
-#include "platform/simulated/simulated_system_metrics.h"
-#include "platform/simulated/simulated_timer_service.h"
-#include "platform/simulated/simulated_window_service.h"
 #include "platform/simulated/world.h"
+
+#define SERVICE_HEADER(name) <platform/simulated/simulated_##name.h>
+#include "platform/service_headers.def"
+#undef SERVICE_HEADER
 
 namespace kwo::platform::simulated {
 
@@ -37,7 +17,7 @@ namespace kwo::platform::simulated {
 /// waits), the user answers what a test has scripted, and calls fail where a test has planned it.
 class SimulatedDesktop {
 private:
-    World mWorld;
+    World mWorld{ServicesOf<SimulatedServices>(*this)};
 
 public:
     /// The desktop must outlive what uses them.
@@ -56,33 +36,13 @@ public:
     Log& log = mWorld.log;
     Faults& faults = mWorld.faults;
 
-    SimulatedClock clock{mWorld};
-    SimulatedConversions conversions{mWorld};
-    SimulatedDebugOutput debugOutput;
-    SimulatedWindowService windows{mWorld};
-    SimulatedDrawing drawing{mWorld};
-    SimulatedEventLog eventLog{mWorld};
-    SimulatedFileSystem files{mWorld};
-    SimulatedHostApplication host{mWorld};
-    SimulatedLogFiles logFiles{mWorld, files};
-    SimulatedMessageLoop messages{mWorld, clock};
-    SimulatedMouse mouse;
-    SimulatedNotificationArea notificationArea{mWorld};
-    SimulatedPictures pictures{conversions};
-    SimulatedProcessMemory processMemory{mWorld, host};
-    SimulatedPrograms programs{mWorld, windows};
-    SimulatedRegistryStore registry{mWorld};
-    SimulatedScreen screen{mWorld};
-    SimulatedScreenDrawing screenDrawing{mWorld};
-    SimulatedSystemErrors errors{mWorld};
-    SimulatedSystemFonts fonts{mWorld};
-    SimulatedSystemMetrics metrics;
-    SimulatedComponentFactory components{mWorld};
-    SimulatedKeyboard keyboard{mWorld};
-    SimulatedLocaleSource locale{mWorld};
-    SimulatedTimerService timers{mWorld, clock, messages};
+#define SERVICE(Interface, member) Simulated##Interface member = MakeService<Simulated##Interface>(mWorld);
+#include "platform/services.def"
+#undef SERVICE
 
-    SimulatedDesktop() { files.AddFolder(host.folder); }
+    SimulatedDesktop() {
+        files.AddFolder(host.folder);
+    }
     SimulatedDesktop(const SimulatedDesktop&) = delete;
     SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 };

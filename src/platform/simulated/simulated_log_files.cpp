@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "platform/simulated/simulated_file_system.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
@@ -16,7 +17,7 @@ constexpr std::int32_t kDiskFull = 112;
 
 }  // namespace
 
-SimulatedLogFiles::SimulatedLogFiles(World& world, SimulatedFileSystem& names) : mWorld(world), mNames(names) {
+SimulatedLogFiles::SimulatedLogFiles(World& world) : mWorld(world), mNames(world.services.files) {
     world.faults.Declare({"CreateFile", "WriteFile", "DeleteFile"});
 }
 

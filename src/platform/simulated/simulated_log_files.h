@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/log_files.h"
-#include "platform/simulated/simulated_file_system.h"
 #include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
@@ -14,7 +13,7 @@ namespace kwo::platform::simulated {
 /// what was written is in the contents.
 class SimulatedLogFiles final : public LogFiles {
 public:
-    SimulatedLogFiles(World& world, SimulatedFileSystem& names);
+    explicit SimulatedLogFiles(World& world);
 
     File CreateNew(TextView path) override;
     bool Write(File file, std::string_view bytes) override;

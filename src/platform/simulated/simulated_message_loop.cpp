@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/simulated/simulated_clock.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -12,7 +14,7 @@ constexpr std::uint32_t kForEver = 0xFFFFFFFF;
 
 }  // namespace
 
-SimulatedMessageLoop::SimulatedMessageLoop(World& world, SimulatedClock& clock) : mWorld(world), mClock(clock) {
+SimulatedMessageLoop::SimulatedMessageLoop(World& world) : mWorld(world), mClock(world.services.clock) {
     world.faults.Declare({"MsgWaitForMultipleObjectsEx", "MsgWaitForMultipleObjects"});
 }
 

@@ -4,8 +4,9 @@
 #include <map>
 #include <utility>
 
+#include "platform/clock.h"
 #include "platform/message_loop.h"
-#include "platform/simulated/simulated_clock.h"
+#include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
 
@@ -14,7 +15,7 @@ namespace kwo::platform::simulated {
 /// action may process the queue itself.
 class SimulatedMessageLoop final : public MessageLoop {
 public:
-    SimulatedMessageLoop(World& world, SimulatedClock& clock);
+    explicit SimulatedMessageLoop(World& world);
 
     bool ProcessPending() override;
     /// A wait moves the clock to the next new message, else by the whole timeout. A message is new until a wait has

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/simulated/simulated_desktop.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -17,9 +19,9 @@ protected:
     }
     std::int64_t Now() const { return clock.Elapsed().scaled / Milliseconds::kScale; }
 
-    World world;
-    SimulatedClock clock{world};
-    SimulatedMessageLoop queue{world, clock};
+    SimulatedDesktop desktop;
+    SimulatedClock& clock = desktop.clock;
+    SimulatedMessageLoop& queue = desktop.messages;
     std::string ran;
 };
 
@@ -73,7 +75,7 @@ TEST_F(SimulatedMessageLoopTest, WaitMovesTheClockToTheNextMessageOrTheTimeout) 
     queue.WaitForInput(200, kAnyInput);
     EXPECT_EQ(Now(), 300);
     EXPECT_EQ(ran, "");
-    EXPECT_EQ(world.log.Lines(), (std::vector<std::string>{"WaitEx 200 mask=0xff flags=0x2", "Wait 200 mask=0xff"}));
+    EXPECT_EQ(desktop.log.Lines(), (std::vector<std::string>{"WaitEx 200 mask=0xff flags=0x2", "Wait 200 mask=0xff"}));
 }
 
 TEST_F(SimulatedMessageLoopTest, WaitEndsAtItsLastMillisecond) {
@@ -105,12 +107,12 @@ TEST_F(SimulatedMessageLoopTest, WaitThatDoesNotListenSleepsOn) {
 }
 
 TEST_F(SimulatedMessageLoopTest, FailingWaitReturnsAtOnce) {
-    world.faults.FailCall("MsgWaitForMultipleObjects", 1, 87);
+    desktop.faults.FailCall("MsgWaitForMultipleObjects", 1, 87);
 
     queue.WaitForInput(100, kAnyInput);
 
     EXPECT_EQ(Now(), 0);
-    EXPECT_EQ(world.lastError, 87);
+    EXPECT_EQ(desktop.errors.Last(), 87);
 }
 
 TEST_F(SimulatedMessageLoopTest, WaitThatNothingEndsIsATestsMistake) {

@@ -1,20 +1,21 @@
 #pragma once
 
-#include "platform/conversions.h"
 #include "platform/pictures.h"
+#include "platform/simulated/simulated_conversions.h"
+#include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
 
 /// Pictures are objects with the properties Type and Handle.
 class SimulatedPictures final : public Pictures {
 public:
-    explicit SimulatedPictures(Conversions& conversions) : mConversions(conversions) {}
+    explicit SimulatedPictures(World& world) : mConversions(world.services.conversions) {}
 
     std::int32_t Type(HostObject& picture) override { return mConversions.ToInt32(picture.Get(u"Type")); }
     Handle NativeHandle(HostObject& picture) override { return mConversions.To32Bits(picture.Get(u"Handle")); }
 
 private:
-    Conversions& mConversions;
+    SimulatedConversions& mConversions;
 };
 
 }  // namespace kwo::platform::simulated

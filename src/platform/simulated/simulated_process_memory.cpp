@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/simulated/simulated_host_application.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -10,8 +12,7 @@ constexpr std::int32_t kInvalidParameter = 87;
 
 }  // namespace
 
-SimulatedProcessMemory::SimulatedProcessMemory(World& world, SimulatedHostApplication& host)
-    : mWorld(world), mHost(host) {
+SimulatedProcessMemory::SimulatedProcessMemory(World& world) : mWorld(world), mHost(world.services.host) {
     world.faults.Declare({"OpenProcess", "GetProcessMemoryInfo"});
 }
 

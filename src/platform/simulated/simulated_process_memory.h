@@ -3,7 +3,6 @@
 #include <set>
 
 #include "platform/process_memory.h"
-#include "platform/simulated/simulated_host_application.h"
 #include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
@@ -11,7 +10,7 @@ namespace kwo::platform::simulated {
 /// The memory of the host's process; there is no other process.
 class SimulatedProcessMemory final : public ProcessMemory {
 public:
-    SimulatedProcessMemory(World& world, SimulatedHostApplication& host);
+    explicit SimulatedProcessMemory(World& world);
 
     Handle Open(std::uint32_t access, bool inherit, std::uint32_t processId) override;
     std::optional<Counters> Query(Handle process) override;

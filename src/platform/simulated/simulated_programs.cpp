@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/simulated/simulated_window_service.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "platform/programs.h"
-#include "platform/simulated/simulated_window_service.h"
 #include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
@@ -14,7 +13,7 @@ class SimulatedPrograms final : public Programs {
 public:
     static constexpr std::int32_t kFirstTask = 5001;
 
-    SimulatedPrograms(World& world, SimulatedWindowService& windows) : mWorld(world), mWindows(windows) {}
+    explicit SimulatedPrograms(World& world) : mWorld(world), mWindows(world.services.windows) {}
 
     void Activate(TextView title) override;
     std::int32_t Start(TextView commandLine, std::int16_t windowMode) override;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/simulated/simulated_desktop.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -21,8 +23,8 @@ protected:
         return result.key;
     }
 
-    World world;
-    SimulatedRegistryStore registry{world};
+    SimulatedDesktop desktop;
+    SimulatedRegistryStore& registry = desktop.registry;
 };
 
 TEST_F(SimulatedRegistryStoreTest, PredefinedRootsAreThereAndNoOthers) {
@@ -188,8 +190,8 @@ TEST_F(SimulatedRegistryStoreTest, NamesHaveALongestLength) {
 
 TEST_F(SimulatedRegistryStoreTest, PlannedFailureChangesNothing) {
     const Handle key = Made(u"A");
-    world.faults.FailCall("RegSetValueEx", 2, 8);
-    world.faults.FailCall("RegCloseKey", 1, 6);
+    desktop.faults.FailCall("RegSetValueEx", 2, 8);
+    desktop.faults.FailCall("RegCloseKey", 1, 6);
 
     EXPECT_EQ(registry.SetString(key, u"one", u"v", 2), 0);
     EXPECT_EQ(registry.SetString(key, u"two", u"v", 2), 8);
@@ -203,7 +205,7 @@ TEST_F(SimulatedRegistryStoreTest, CallsStandInTheLog) {
     EXPECT_EQ(registry.SetString(key, u"n", u"v", 2), 0);
     EXPECT_EQ(registry.OpenKey(kUser, u"X", 1).status, 2);
 
-    EXPECT_EQ(world.log.Lines(),
+    EXPECT_EQ(desktop.log.Lines(),
               (std::vector<std::string>{"RegCreateKeyEx 0x80000001 A\\B access=0x20006 inheritable -> 0",
                                         "RegSetValueEx 0x100 n=v length=2 -> 0",
                                         "RegOpenKeyEx 0x80000001 X access=0x1 -> 2"}));

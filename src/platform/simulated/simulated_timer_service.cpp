@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/simulated/simulated_clock.h"
+
 namespace kwo::platform::simulated {
 
 namespace {
@@ -11,8 +13,8 @@ constexpr std::uint32_t kShortestMs = 1;
 
 }  // namespace
 
-SimulatedTimerService::SimulatedTimerService(World& world, SimulatedClock& clock, SimulatedMessageLoop& messages)
-    : mWorld(world), mClock(clock), mMessages(messages) {
+SimulatedTimerService::SimulatedTimerService(World& world)
+    : mWorld(world), mClock(world.services.clock), mMessages(world.services.messages) {
     world.faults.Declare({"SetTimer", "KillTimer"});
 }
 

@@ -12,7 +12,7 @@ namespace kwo::platform::simulated {
 /// the timer's own rhythm. Identifiers count down from 32767 and are not given twice.
 class SimulatedTimerService final : public TimerService {
 public:
-    SimulatedTimerService(World& world, SimulatedClock& clock, SimulatedMessageLoop& messages);
+    explicit SimulatedTimerService(World& world);
 
     std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
     void Stop(std::int32_t timerId) override;

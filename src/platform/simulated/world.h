@@ -10,10 +10,22 @@
 
 namespace kwo::platform::simulated {
 
-/// What all parts of one desktop share.
+#define SERVICE(Interface, member) class Simulated##Interface;
+#include "platform/services.def"
+#undef SERVICE
+
+/// The services of one desktop.
+struct SimulatedServices {
+#define SERVICE(Interface, member) Simulated##Interface& member;
+#include "platform/services.def"
+#undef SERVICE
+};
+
+/// What the services of one desktop share.
 struct World {
-    Log log;
-    Faults faults;
+    SimulatedServices services;
+    Log log{};
+    Faults faults{};
     std::int32_t lastError = 0;
     CodePage codePage = CodePage::Windows1252;
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/clock.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsClock final : public Clock {
 public:
-    explicit WindowsClock(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsClock(Context& context) : mLastError(context.lastError) {}
 
     std::optional<std::int64_t> CounterFrequency() override;
     std::int64_t Counter() override;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/file_system.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsFileSystem final : public FileSystem {
 public:
-    explicit WindowsFileSystem(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsFileSystem(Context& context) : mLastError(context.lastError) {}
 
     std::int32_t Attributes(TextView path) override;
     std::int32_t AttributesAnsi(TextView path) override;

@@ -4,15 +4,14 @@
 #include <lmcons.h>
 
 #include "platform/host_application.h"
-#include "platform/windows/last_error.h"
-#include "platform/windows/system_library.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsHostApplication final : public HostApplication {
 public:
-    WindowsHostApplication(HINSTANCE module, LastError& lastError, SystemLibrary& network, SystemLibrary& versions)
-        : mModule(module), mLastError(lastError), mNetwork(network), mVersions(versions) {}
+    explicit WindowsHostApplication(Context& context)
+        : mModule(context.module), mLastError(context.lastError), mNetwork(context.network) {}
 
     Text ExecutableName() override;
     Text Folder() override;
@@ -38,7 +37,7 @@ private:
     HINSTANCE mModule;
     LastError& mLastError;
     SystemLibrary& mNetwork;
-    SystemLibrary& mVersions;
+    SystemLibrary mVersions{L"version.dll"};
 };
 
 }  // namespace kwo::platform::windows

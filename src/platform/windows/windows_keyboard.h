@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/keyboard.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsKeyboard final : public Keyboard {
 public:
-    explicit WindowsKeyboard(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsKeyboard(Context& context) : mLastError(context.lastError) {}
 
     void SendTab(bool backwards) override;
 

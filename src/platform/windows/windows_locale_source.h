@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/locale_source.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsLocaleSource final : public LocaleSource {
 public:
-    explicit WindowsLocaleSource(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsLocaleSource(Context& context) : mLastError(context.lastError) {}
 
     std::optional<Text> Setting(std::uint32_t type, std::uint32_t capacity) override;
     std::uint32_t QueryTimeZone(TimeZone& zone) override;

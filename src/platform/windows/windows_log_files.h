@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/log_files.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsLogFiles final : public LogFiles {
 public:
-    explicit WindowsLogFiles(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsLogFiles(Context& context) : mLastError(context.lastError) {}
 
     File CreateNew(TextView path) override;
     bool Write(File file, std::string_view bytes) override;

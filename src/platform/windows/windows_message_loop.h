@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/message_loop.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsMessageLoop final : public MessageLoop {
 public:
-    explicit WindowsMessageLoop(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsMessageLoop(Context& context) : mLastError(context.lastError) {}
 
     bool ProcessPending() override;
     void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;

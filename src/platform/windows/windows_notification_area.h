@@ -4,17 +4,15 @@
 #include <vector>
 
 #include "platform/notification_area.h"
-#include "platform/windows/last_error.h"
-#include "platform/windows/module_use.h"
-#include "platform/windows/system_library.h"
+#include "platform/windows/context.h"
 #include "platform/windows/taskbar_window.h"
 
 namespace kwo::platform::windows {
 
 class WindowsNotificationArea final : public NotificationArea, private TaskbarListener {
 public:
-    WindowsNotificationArea(HINSTANCE module, LastError& lastError, SystemLibrary& shell, ModuleUse& use)
-        : mModule(module), mLastError(lastError), mShell(shell), mUse(use) {}
+    explicit WindowsNotificationArea(Context& context)
+        : mModule(context.module), mUse(context.use), mLastError(context.lastError) {}
 
     bool Add(const TrayRecord& record) override;
     bool Modify(const TrayRecord& record) override;
@@ -27,9 +25,9 @@ private:
     bool Notify(DWORD message, const TrayRecord& record);
 
     HINSTANCE mModule;
-    LastError& mLastError;
-    SystemLibrary& mShell;
     ModuleUse& mUse;
+    LastError& mLastError;
+    SystemLibrary mShell{L"shell32.dll"};
     std::vector<TaskbarListener*> mListeners;
     std::unique_ptr<TaskbarWindow> mTaskbar;  ///< while somebody listens
 };

@@ -1,15 +1,13 @@
 #pragma once
 
 #include "platform/process_memory.h"
-#include "platform/windows/last_error.h"
-#include "platform/windows/system_library.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsProcessMemory final : public ProcessMemory {
 public:
-    /// `counters` is the library that has GetProcessMemoryInfo.
-    WindowsProcessMemory(LastError& lastError, SystemLibrary& counters) : mLastError(lastError), mCounters(counters) {}
+    explicit WindowsProcessMemory(Context& context) : mLastError(context.lastError) {}
 
     Handle Open(std::uint32_t access, bool inherit, std::uint32_t processId) override;
     std::optional<Counters> Query(Handle process) override;
@@ -17,7 +15,7 @@ public:
 
 private:
     LastError& mLastError;
-    SystemLibrary& mCounters;
+    SystemLibrary mCounters{L"psapi.dll"};
 };
 
 }  // namespace kwo::platform::windows

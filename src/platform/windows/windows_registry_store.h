@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/registry_store.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsRegistryStore final : public RegistryStore {
 public:
-    explicit WindowsRegistryStore(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsRegistryStore(Context& context) : mLastError(context.lastError) {}
 
     KeyResult OpenKey(Handle root, TextView name, std::uint32_t access) override;
     KeyResult CreateKey(Handle root, TextView name, std::uint32_t access, bool inheritable) override;

@@ -1,15 +1,13 @@
 #pragma once
 
 #include "platform/system_errors.h"
-#include "platform/windows/last_error.h"
-#include "platform/windows/system_library.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsSystemErrors final : public SystemErrors {
 public:
-    WindowsSystemErrors(LastError& lastError, SystemLibrary& internet, SystemLibrary& network)
-        : mLastError(lastError), mInternet(internet), mNetwork(network) {}
+    explicit WindowsSystemErrors(Context& context) : mLastError(context.lastError), mNetwork(context.network) {}
 
     std::int32_t Last() override { return mLastError.Get(); }
     void SetLast(std::int32_t code) override { mLastError.Set(code); }
@@ -22,7 +20,7 @@ private:
     Text Formatted(DWORD flags, HMODULE module, std::int32_t code);
 
     LastError& mLastError;
-    SystemLibrary& mInternet;
+    SystemLibrary mInternet{L"wininet.dll"};
     SystemLibrary& mNetwork;
 };
 

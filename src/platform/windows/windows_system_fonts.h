@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/system_fonts.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsSystemFonts final : public SystemFonts {
 public:
-    explicit WindowsSystemFonts(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsSystemFonts(Context& context) : mLastError(context.lastError) {}
 
     bool QueryNonClient(NonClientFonts& fonts) override;
     HostObjectRef MakeFont() override;

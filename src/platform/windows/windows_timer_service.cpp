@@ -17,7 +17,7 @@ constinit WindowsTimerService* gFirst = nullptr;
 
 }  // namespace
 
-WindowsTimerService::WindowsTimerService(ModuleUse& use) : mUse(use), mThread(::GetCurrentThreadId()) {
+WindowsTimerService::WindowsTimerService(Context& context) : mUse(context.use), mThread(::GetCurrentThreadId()) {
     const std::lock_guard guard(gLock);
     mNext = std::exchange(gFirst, this);
 }

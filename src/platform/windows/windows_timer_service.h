@@ -6,7 +6,7 @@
 
 #include "platform/timer_service.h"
 #include "platform/windows/apartment_watch.h"
-#include "platform/windows/module_use.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
@@ -14,7 +14,7 @@ namespace kwo::platform::windows {
 /// handler runs. When the thread leaves its apartment, the timers end.
 class WindowsTimerService final : public TimerService, private ApartmentUser {
 public:
-    explicit WindowsTimerService(ModuleUse& use);
+    explicit WindowsTimerService(Context& context);
     ~WindowsTimerService() override;
     WindowsTimerService(const WindowsTimerService&) = delete;
     WindowsTimerService& operator=(const WindowsTimerService&) = delete;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/window_service.h"
-#include "platform/windows/last_error.h"
+#include "platform/windows/context.h"
 
 namespace kwo::platform::windows {
 
 class WindowsWindowService final : public WindowService {
 public:
-    explicit WindowsWindowService(LastError& lastError) : mLastError(lastError) {}
+    explicit WindowsWindowService(Context& context) : mLastError(context.lastError) {}
 
     bool WindowExists(Handle window) override;
     bool IsMinimised(Handle window) override;

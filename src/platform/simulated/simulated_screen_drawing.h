@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+
+#include "platform/screen_drawing.h"
+#include "platform/simulated/world.h"
+
+namespace kwo::platform::simulated {
+
+/// Lines across the screen, recorded as `LineTo 1 (40,200)`. Contexts and pens are counted to find those that were not
+/// given back.
+class SimulatedScreenDrawing final : public ScreenDrawing {
+public:
+    static constexpr Handle kFirstPen = 0x2000;
+
+    explicit SimulatedScreenDrawing(World& world);
+
+    /// 1, 2, ... for each context made.
+    Handle CreateDisplayContext() override;
+    void DeleteContext(Handle context) override;
+    Handle CreatePen(std::int32_t style, std::int32_t width, Colour colour) override;
+    std::int32_t SetRasterOperation(Handle context, std::int32_t mode) override;
+    Handle SelectObject(Handle context, Handle object) override;
+    void DeleteObject(Handle object) override;
+    /// 1000 and the number of the object.
+    Handle StockObject(std::int32_t which) override;
+    void ClientToScreen(Handle window, Point& point) override;
+    void MoveTo(Handle context, Point point) override;
+    void LineTo(Handle context, Point point) override;
+
+    /// The places of the windows' client areas on the screen, by handle.
+    std::map<Handle, Point> origins;
+    int openContexts = 0;
+    int livePens = 0;
+
+private:
+    struct Context {
+        std::int32_t rasterOperation = 13;  ///< R2_COPYPEN
+        Handle pen = 1007;                  ///< BLACK_PEN
+        Handle brush = 1000;                ///< WHITE_BRUSH
+    };
+
+    World& mWorld;
+    std::map<Handle, Context> mContexts;
+    Handle mLastContext = 0;
+    Handle mLastPen = kFirstPen;
+};
+
+}  // namespace kwo::platform::simulated
