@@ -14,6 +14,7 @@
 #include "messages/locale.h"
 #include "messages/message_table.h"
 #include "platform/platform.h"
+#include "platform/twips.h"
 #include "timers/timer_registry.h"
 
 namespace kwo::component {
@@ -52,11 +53,7 @@ public:
     frame::MKWORoutines routines;       ///< checks that report through `error`
 
     /// The twips per pixel of the screen, as the picture button that was created last found them. All buttons use it.
-    struct ButtonScale {
-        std::int16_t twipsPerPixelX = 15;
-        std::int16_t twipsPerPixelY = 15;
-    };
-    ButtonScale buttonScale;
+    platform::TwipsPerPixel buttonTwips;
 
     messages::MKWOLocale locale;      ///< the user's settings
     messages::MessageTable messages;  ///< the numbered texts

@@ -1,5 +1,6 @@
 #include "controls/pic_btn.h"
 
+#include <cmath>
 #include <utility>
 
 #include "frame/text_routines.h"
@@ -10,9 +11,6 @@
 #include "platform/twips.h"
 
 namespace kwo::controls {
-
-using platform::Rounded;
-using platform::TwipsPerPixel;
 
 namespace {
 
@@ -68,9 +66,8 @@ private:
 KWOPicBtn::KWOPicBtn(component::Component& component)
     : mComponent(component), mBox(component.platform), mDrawing(mBox, component.platform.drawing) {
     mComponent.SetProgramName();
-    const TwipsPerPixel twips = TwipsPerPixel::Of(component.platform.screen);
     // All buttons share one pair of factors; each new button reads them again.
-    mComponent.buttonScale = {twips.x, twips.y};
+    mComponent.buttonTwips = platform::TwipsPerPixel::Of(component.platform.screen);
 }
 
 void KWOPicBtn::Create(const HostObjectRef& pictureBox, TextView caption) {
@@ -102,10 +99,8 @@ void KWOPicBtn::DrawButton(bool pressed, bool framed) {
 }
 
 bool KWOPicBtn::IsInside(float x, float y) const {
-    const auto& scale = mComponent.buttonScale;
-    const platform::Point point = {Rounded<std::int32_t>(double{std::nearbyint(x)} / scale.twipsPerPixelX),
-                                   Rounded<std::int32_t>(double{std::nearbyint(y)} / scale.twipsPerPixelY)};
-    return mDrawing.Contains(point);
+    // The place is rounded to whole twips first: where a pixel has 15 twips, 22.5 of them are in pixel 1.
+    return mDrawing.Contains(mComponent.buttonTwips.Pixels(double{std::nearbyint(x)}, double{std::nearbyint(y)}));
 }
 
 void KWOPicBtn::MouseDown(std::int16_t button, float x, float y) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 
 #include "platform/geometry.h"
@@ -19,10 +20,12 @@ struct TwipsPerPixel {
         return {Rounded<std::int16_t>(screen.TwipsPerPixelX()), Rounded<std::int16_t>(screen.TwipsPerPixelY())};
     }
 
-    /// A place in twips as a place in pixels, rounded, halves to even. Raises Overflow.
-    Point Pixels(float twipsX, float twipsY) const {
-        return {Rounded<std::int32_t>(twipsX / static_cast<float>(x)),
-                Rounded<std::int32_t>(twipsY / static_cast<float>(y))};
+    /// A place in twips as a place in pixels, divided in the precision of `Number` and rounded, halves to even. Raises
+    /// Overflow.
+    template <std::floating_point Number>
+    Point Pixels(Number twipsX, Number twipsY) const {
+        return {Rounded<std::int32_t>(twipsX / static_cast<Number>(x)),
+                Rounded<std::int32_t>(twipsY / static_cast<Number>(y))};
     }
     /// A rectangle in pixels as one in twips. Raises Overflow.
     Rect Twips(const Rect& pixels) const {
