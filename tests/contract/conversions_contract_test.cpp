@@ -209,12 +209,46 @@ TEST_F(ConversionsContract, NumbersByThePatternsInUse) {
         const char16_t* pattern;
         const char16_t* text;
     };
-    for (const Row& row :
-         {Row{0, u"0", u"0"}, Row{12, u"0", u"12"}, Row{0.153, u"#0.000", u"0.153"}, Row{12.3456, u"#0.000", u"12.346"},
-          Row{999.9996, u"#0.000", u"1000.000"}, Row{0, u"#,##0", u"0"}, Row{999, u"#,##0", u"999"},
-          Row{1000, u"#,##0", u"1,000"}, Row{1234567, u"#,##0 ", u"1,234,567 "}, Row{-1234, u"#,##0", u"-1,234"},
-          Row{0, u" 000.00", u" 000.00"}, Row{2.41, u" 000.00", u" 002.41"}, Row{12345.678, u" 000.00", u" 12345.68"},
-          Row{4294967295.0, u"#,##0", u"4,294,967,295"}}) {
+    for (const Row& row : {Row{-0.5, u"0", u"-1"},
+                           Row{-0.4, u"0", u"0"},
+                           Row{0, u"0", u"0"},
+                           Row{0.49, u"0", u"0"},
+                           Row{0.5, u"0", u"1"},
+                           Row{0.99, u"0", u"1"},
+                           Row{1.5, u"0", u"2"},
+                           Row{2.5, u"0", u"3"},
+                           Row{9.5, u"0", u"10"},
+                           Row{12, u"0", u"12"},
+                           Row{36524, u"0", u"36524"},
+                           Row{0, u"#0.000", u"0.000"},
+                           Row{0.0004, u"#0.000", u"0.000"},
+                           Row{0.0005, u"#0.000", u"0.001"},
+                           Row{0.153, u"#0.000", u"0.153"},
+                           Row{0.15349, u"#0.000", u"0.153"},
+                           Row{0.1535, u"#0.000", u"0.154"},
+                           Row{12.3456, u"#0.000", u"12.346"},
+                           Row{999.9996, u"#0.000", u"1000.000"},
+                           Row{-1234, u"#,##0", u"-1,234"},
+                           Row{0, u"#,##0", u"0"},
+                           Row{0.5, u"#,##0", u"1"},
+                           Row{999, u"#,##0", u"999"},
+                           Row{1000, u"#,##0", u"1,000"},
+                           Row{999999.5, u"#,##0", u"1,000,000"},
+                           Row{4294967295.0, u"#,##0", u"4,294,967,295"},
+                           Row{1e15, u"#,##0", u"1,000,000,000,000,000"},
+                           Row{0, u"#,##0 ", u"0 "},
+                           Row{1234567, u"#,##0 ", u"1,234,567 "},
+                           Row{0, u" 000.00", u" 000.00"},
+                           Row{0.004, u" 000.00", u" 000.00"},
+                           Row{0.005, u" 000.00", u" 000.01"},
+                           Row{0.305, u" 000.00", u" 000.31"},
+                           Row{1.005, u" 000.00", u" 001.01"},
+                           Row{2.41, u" 000.00", u" 002.41"},
+                           Row{99.999, u" 000.00", u" 100.00"},
+                           Row{999.995, u" 000.00", u" 1000.00"},
+                           Row{12345.678, u" 000.00", u" 12345.68"},
+                           Row{0.0001, u"0.00", u"0.00"},
+                           Row{0.004, u"0.00", u"0.00"}}) {
         EXPECT_EQ(conversions.FormatNumber(row.value, row.pattern), row.text) << row.value << Printed(row.pattern);
     }
 }
@@ -256,6 +290,7 @@ TEST_F(ConversionsContract, EveryAnsiByteSurvivesTheWayThereAndBack) {
     ASSERT_EQ(text.size(), 256u);
     EXPECT_EQ(text[0], u'\0');
     EXPECT_EQ(text[0x80], u'€');
+    EXPECT_EQ(text[0x9F], u'Ÿ');
     EXPECT_EQ(text[0xE4], u'ä');
     EXPECT_EQ(conversions.ToAnsi(text), bytes);
     EXPECT_EQ(conversions.ToAnsi(u"漢"), "?");

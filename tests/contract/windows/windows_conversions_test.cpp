@@ -228,52 +228,6 @@ TEST_F(WindowsConversionsTest, TextsThatAreNoDates) {
     }
 }
 
-TEST_F(WindowsConversionsTest, NumbersByPattern) {
-    struct Row {
-        double value;
-        const char16_t* pattern;
-        const char16_t* text;
-    };
-    for (const Row& row : {Row{0, u"0", u"0"},
-                           Row{0.49, u"0", u"0"},
-                           Row{0.5, u"0", u"1"},
-                           Row{0.99, u"0", u"1"},
-                           Row{1.5, u"0", u"2"},
-                           Row{2.5, u"0", u"3"},
-                           Row{9.5, u"0", u"10"},
-                           Row{-0.4, u"0", u"0"},
-                           Row{-0.5, u"0", u"-1"},
-                           Row{36524, u"0", u"36524"},
-                           Row{0, u"#0.000", u"0.000"},
-                           Row{0.0004, u"#0.000", u"0.000"},
-                           Row{0.0005, u"#0.000", u"0.001"},
-                           Row{0.1535, u"#0.000", u"0.154"},
-                           Row{12.3456, u"#0.000", u"12.346"},
-                           Row{999.9996, u"#0.000", u"1000.000"},
-                           Row{0, u"#,##0", u"0"},
-                           Row{0.5, u"#,##0", u"1"},
-                           Row{999, u"#,##0", u"999"},
-                           Row{1000, u"#,##0", u"1,000"},
-                           Row{999999.5, u"#,##0", u"1,000,000"},
-                           Row{-1234, u"#,##0", u"-1,234"},
-                           Row{4294967295.0, u"#,##0", u"4,294,967,295"},
-                           Row{1e15, u"#,##0", u"1,000,000,000,000,000"},
-                           Row{1234567, u"#,##0 ", u"1,234,567 "},
-                           Row{0, u"#,##0 ", u"0 "},
-                           Row{0, u" 000.00", u" 000.00"},
-                           Row{0.004, u" 000.00", u" 000.00"},
-                           Row{0.005, u" 000.00", u" 000.01"},
-                           Row{2.41, u" 000.00", u" 002.41"},
-                           Row{0.305, u" 000.00", u" 000.31"},
-                           Row{1.005, u" 000.00", u" 001.01"},
-                           Row{99.999, u" 000.00", u" 100.00"},
-                           Row{999.995, u" 000.00", u" 1000.00"},
-                           Row{12345.678, u" 000.00", u" 12345.68"}}) {
-        EXPECT_EQ(conversions.FormatNumber(row.value, row.pattern), Localised(row.text))
-            << row.value << Narrow(row.pattern);
-    }
-}
-
 TEST_F(WindowsConversionsTest, TimesByPattern) {
     const Text separator = SimulatedLocaleSource(LOCALE_STIME);
     struct Row {
