@@ -10,10 +10,8 @@ namespace kwo::com_support {
 namespace {
 
 bool IsNotANumber(const VARIANT& value) {
-    const VARIANT* const inner = Innermost(&value);
-    if (inner == nullptr) return false;
-    VARIANT number = *inner;
-    if ((inner->vt & VT_BYREF) != 0 && !SeeReferred(*inner, number)) return false;
+    VARIANT number;
+    if (!SeeInnermost(value, number)) return false;
     return (number.vt == VT_R4 && std::isnan(number.fltVal)) ||
            ((number.vt == VT_R8 || number.vt == VT_DATE) && std::isnan(number.dblVal));
 }
@@ -34,10 +32,8 @@ HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID loc
 }
 
 HRESULT To32Bits(LONG& bits, const VARIANT& value, LCID locale) {
-    const VARIANT* const inner = Innermost(&value);
-    if (inner == nullptr || IsNullObject(*inner)) return DISP_E_TYPEMISMATCH;
-    VARIANT number = *inner;
-    if ((inner->vt & VT_BYREF) != 0 && !SeeReferred(*inner, number)) return DISP_E_TYPEMISMATCH;
+    VARIANT number;
+    if (!SeeInnermost(value, number) || IsNullObject(number)) return DISP_E_TYPEMISMATCH;
     if (number.vt != VT_UI8) {
         const VARIANT given = number;
         ::VariantInit(&number);

@@ -6,10 +6,8 @@
 namespace kwo::com_support {
 
 bool IsMissing(const VARIANT& value) {
-    const VARIANT* const inner = Innermost(&value);
-    if (inner == nullptr) return false;
-    if (inner->vt == (VT_BYREF | VT_ERROR)) return inner->pscode != nullptr && *inner->pscode == DISP_E_PARAMNOTFOUND;
-    return inner->vt == VT_ERROR && inner->scode == DISP_E_PARAMNOTFOUND;
+    VARIANT seen;
+    return SeeInnermost(value, seen) && seen.vt == VT_ERROR && seen.scode == DISP_E_PARAMNOTFOUND;
 }
 
 bool IsNullObject(const VARIANT& value) {
@@ -68,6 +66,14 @@ bool SeeReferred(const VARIANT& reference, VARIANT& value) {
     }
     seen.vt = type;  // last: a decimal lies over the tag
     value = seen;
+    return true;
+}
+
+bool SeeInnermost(const VARIANT& variant, VARIANT& value) {
+    const VARIANT* const inner = Innermost(&variant);
+    if (inner == nullptr) return false;
+    if ((inner->vt & VT_BYREF) != 0) return SeeReferred(*inner, value);
+    value = *inner;
     return true;
 }
 

@@ -46,6 +46,10 @@ std::size_t StorageSize(VARTYPE type);
 /// changes nothing, if the reference is null or its type cannot be referred to.
 [[nodiscard]] bool SeeReferred(const VARIANT& reference, VARIANT& value);
 
+/// Sets `value` to the value at the end of all references, without copying what that owns. Returns false, and changes
+/// nothing, if a reference is null, nested too deep, or of a type that cannot be referred to.
+[[nodiscard]] bool SeeInnermost(const VARIANT& variant, VARIANT& value);
+
 /// Exchanges the value behind `reference` with `value`, which must have the same type. Frees nothing: `value` then owns
 /// the old value. Returns false, and changes nothing, if the type cannot be referred to.
 bool ExchangeReferred(const VARIANT& reference, VARIANT& value);

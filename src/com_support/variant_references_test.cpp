@@ -184,6 +184,32 @@ TEST(SeeReferredTest, RefusesWhatLeadsNowhere) {
     EXPECT_EQ(value.lVal, 5);
 }
 
+TEST(SeeInnermostTest, ShowsTheValueBehindEveryKindOfReference) {
+    LONG number = 7;
+    VARIANT whole = Number(7);
+    VARIANT referred = Reference(VT_I4, &number);
+    Chain toWhole(2, whole);
+    Chain toReferred(kMostNestedReferences, referred);
+    for (const VARIANT* const variant : {&whole, &referred, toWhole.First(), toReferred.First()}) {
+        VARIANT value = {};
+        ASSERT_TRUE(SeeInnermost(*variant, value)) << variant->vt;
+        EXPECT_EQ(value.vt, VT_I4);
+        EXPECT_EQ(value.lVal, 7);
+    }
+}
+
+TEST(SeeInnermostTest, RefusesWhatLeadsNowhere) {
+    LONG number = 7;
+    VARIANT whole = Number(7);
+    VARIANT value = Number(5);
+    EXPECT_FALSE(SeeInnermost(Reference(VT_VARIANT, nullptr), value));
+    EXPECT_FALSE(SeeInnermost(Reference(VT_I4, nullptr), value));
+    EXPECT_FALSE(SeeInnermost(Reference(77, &number), value));
+    Chain tooLong(kMostNestedReferences + 1, whole);
+    EXPECT_FALSE(SeeInnermost(*tooLong.First(), value));
+    EXPECT_EQ(value.lVal, 5);
+}
+
 TEST(ExchangeReferredTest, SwapsNumbersOfEverySizeAndNothingBesideThem) {
     for (const int type : {VT_UI1, VT_I2, VT_I4, VT_R8}) {
         const std::size_t size = StorageSize(static_cast<VARTYPE>(type));

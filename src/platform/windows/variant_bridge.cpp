@@ -139,12 +139,8 @@ VARIANT ToVariant(const Variant& value) {
 }
 
 Variant FromVariant(const VARIANT& value) {
-    const VARIANT* const innermost = com_support::Innermost(&value);
-    if (innermost == nullptr) RaiseRuntime(RuntimeError::TypeMismatch);
-    VARIANT inner = *innermost;
-    if ((inner.vt & VT_BYREF) != 0 && !com_support::SeeReferred(*innermost, inner)) {
-        RaiseRuntime(RuntimeError::TypeMismatch);
-    }
+    VARIANT inner;
+    if (!com_support::SeeInnermost(value, inner)) RaiseRuntime(RuntimeError::TypeMismatch);
     switch (inner.vt) {
         case VT_EMPTY:
             return Empty();
