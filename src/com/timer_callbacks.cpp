@@ -17,28 +17,13 @@ using platform::Date;
 using platform::HostObjectRef;
 using platform::TextView;
 
-/// The timer as a by-reference argument. What the callee leaves there is released.
-class PassedTimer {
-public:
-    explicit PassedTimer(_KWOTimer& timer) : mPassed(&timer) { mPassed->AddRef(); }
-    ~PassedTimer() {
-        if (mPassed != nullptr) mPassed->Release();
-    }
-    PassedTimer(const PassedTimer&) = delete;
-    PassedTimer& operator=(const PassedTimer&) = delete;
-    _KWOTimer** Reference() { return &mPassed; }
-
-private:
-    _KWOTimer* mPassed;
-};
-
 class EarlyBoundTick final : public HostTickCallback {
 public:
     EarlyBoundTick(ComPtr<_IKWOTimer> object, _KWOTimer& timer) : mObject(std::move(object)), mTimer(timer) {}
 
     void Tick() override {
-        PassedTimer timer(mTimer);
-        const HRESULT result = mObject->Tick(timer.Reference());
+        ComPtr<_KWOTimer> timer(&mTimer);
+        const HRESULT result = mObject->Tick(timer.InOut());
         if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOTimer);
     }
     IDispatch* Given() const override { return mObject.Get(); }
@@ -54,9 +39,9 @@ public:
     EarlyBoundAlarm(ComPtr<_IKWOAlarm> object, _KWOTimer& timer) : mObject(std::move(object)), mTimer(timer) {}
 
     void Alarm(std::int32_t& itemData, Date& newDateTime) override {
-        PassedTimer timer(mTimer);
+        ComPtr<_KWOTimer> timer(&mTimer);
         PassedNumber alarmData(itemData);
-        const HRESULT result = mObject->Alarm(timer.Reference(), alarmData.Reference(), &newDateTime.days);
+        const HRESULT result = mObject->Alarm(timer.InOut(), alarmData.Reference(), &newDateTime.days);
         if (FAILED(result)) platform::windows::RaiseEarlyBoundFailure(result, *mObject, IID__IKWOAlarm);
     }
     IDispatch* Given() const override { return mObject.Get(); }

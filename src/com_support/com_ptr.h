@@ -45,6 +45,8 @@ public:
         Reset();
         return &mObject;
     }
+    /// Where a call finds a reference and may replace it.
+    Interface** InOut() { return &mObject; }
     void** OutVoid() { return reinterpret_cast<void**>(Out()); }
 
     /// Releases the reference. Returns what Release answered; 0 for null.

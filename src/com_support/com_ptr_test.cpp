@@ -96,6 +96,22 @@ TEST(ComPtrTest, CopyToGivesAReferenceToTheCaller) {
     copy->Release();
 }
 
+TEST(ComPtrTest, InOutShowsItsReferenceAndTakesAnother) {
+    StandIn first;
+    StandIn second;
+    {
+        ComPtr<IDispatch> pointer(&first);
+        IDispatch** const place = pointer.InOut();
+        EXPECT_EQ(*place, &first);
+        (*place)->Release();
+        *place = &second;
+        second.AddRef();
+        EXPECT_EQ(pointer.Get(), &second);
+    }
+    EXPECT_EQ(first.references, 0u);
+    EXPECT_EQ(second.references, 0u);
+}
+
 TEST(ComPtrTest, FindsOtherInterfacesOfTheObject) {
     StandIn object;
     const ComPtr<IUnknown> pointer(&object);

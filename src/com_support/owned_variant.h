@@ -11,7 +11,7 @@ namespace kwo::com_support {
 /// stays somebody else's. It begins empty.
 class OwnedVariant : public VARIANT {
 public:
-    OwnedVariant() noexcept { ::VariantInit(this); }
+    OwnedVariant() noexcept : VARIANT{} {}
     OwnedVariant(OwnedVariant&& other) noexcept : VARIANT(other.Detach()) {}
     OwnedVariant& operator=(OwnedVariant&& other) noexcept {
         // The old value goes last: an object may call back while it is released.
@@ -25,7 +25,9 @@ public:
     static OwnedVariant Adopt(const VARIANT& value) noexcept { return OwnedVariant(value); }
 
     /// Frees what it holds; it is empty then.
-    void Clear() noexcept { ::VariantClear(this); }
+    void Clear() noexcept {
+        if (vt != VT_EMPTY) ::VariantClear(this);
+    }
     /// Where a call puts a value that it hands over. Frees what was held.
     VARIANT* Out() noexcept {
         Clear();
