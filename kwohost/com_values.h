@@ -7,13 +7,16 @@
 #include <utility>
 
 #include "com_support/bstr.h"
+#include "com_support/com_object.h"
 #include "com_support/com_ptr.h"
 #include "com_support/owned_variant.h"
 
 namespace kwohost {
 
 using kwo::com_support::Bstr;
+using kwo::com_support::ComObject;
 using kwo::com_support::ComPtr;
+using kwo::com_support::MakeObject;
 using kwo::com_support::OwnedVariant;
 using kwo::com_support::View;
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "com_object.h"
+#include "com_values.h"
 #include "event_source.h"
 
 namespace kwohost {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "com_object.h"
+#include "com_values.h"
 
 namespace kwohost {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "com_object.h"
+#include "com_values.h"
 
 namespace kwohost {
 

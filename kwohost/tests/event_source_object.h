@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "com_object.h"
 #include "script_object.h"
 
 namespace kwohost::tests {

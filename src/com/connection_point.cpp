@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "com/server/module.h"
+#include "com_support/com_object.h"
 #include "platform/component_error.h"
 #include "platform/windows/call_failure.h"
 
@@ -16,27 +17,13 @@ namespace kwo::com {
 namespace {
 
 /// A COM enumerator over a copy of a list.
-template <class Interface, const IID& InterfaceId, class Item>
-class Enumerator final : public Interface {
+template <class Interface, class Item>
+class Enumerator final : public com_support::ComObject<Interface> {
 public:
     using Native = decltype(std::declval<const Item&>().Native());
 
     Enumerator(std::vector<Item> items, std::size_t next) : mItems(std::move(items)), mNext(next) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = nullptr;
-        if (id != IID_IUnknown && id != InterfaceId) return E_NOINTERFACE;
-        *object = static_cast<Interface*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --mReferences;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP Next(ULONG count, Native* items, ULONG* fetched) override {
         if (items == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
         ULONG given = 0;
@@ -70,7 +57,6 @@ public:
 
 private:
     ModuleLock mModuleLock;
-    ULONG mReferences = 1;
     std::vector<Item> mItems;
     std::size_t mNext;
 };
@@ -86,8 +72,8 @@ struct ConnectionItem {
     CONNECTDATA Native() const { return {ComPtr(sink).Detach(), cookie}; }
 };
 
-using PointEnumerator = Enumerator<IEnumConnectionPoints, IID_IEnumConnectionPoints, PointItem>;
-using ConnectionEnumerator = Enumerator<IEnumConnections, IID_IEnumConnections, ConnectionItem>;
+using PointEnumerator = Enumerator<IEnumConnectionPoints, PointItem>;
+using ConnectionEnumerator = Enumerator<IEnumConnections, ConnectionItem>;
 
 /// True if the sink's program has ended.
 bool IsGone(HRESULT result) {

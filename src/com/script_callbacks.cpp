@@ -23,8 +23,7 @@ Variant TimerArgument(_KWOTimer** timer) {
 void TakeTimerBack(const Variant& argument, _KWOTimer** timer) {
     const auto* const object = std::get_if<HostObjectRef>(&argument);
     if (object == nullptr) platform::RaiseRuntime(platform::RuntimeError::TypeMismatch);
-    ComPtr<_KWOTimer> before;
-    *before.Out() = std::exchange(*timer, NewReference<_KWOTimer>(*object));
+    const auto before = ComPtr<_KWOTimer>::Adopt(std::exchange(*timer, NewReference<_KWOTimer>(*object)));
 }
 
 class ScriptTick final : public ComponentObject<_IKWOTimer> {
@@ -66,9 +65,7 @@ private:
 
 template <class Object, class Interface>
 ComPtr<Interface> Made(HostObjectRef script) {
-    ComPtr<Interface> made;
-    *made.Out() = new Object(std::move(script));
-    return made;
+    return ComPtr<Interface>::Adopt(new Object(std::move(script)));
 }
 
 }  // namespace

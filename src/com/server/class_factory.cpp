@@ -4,30 +4,16 @@
 
 #include "com/server/error_report.h"
 #include "com/server/module.h"
+#include "com_support/com_object.h"
 
 namespace kwo::com {
 
 namespace {
 
 /// A class object. Several threads may use it, so its count is atomic.
-class ClassObject final : public IClassFactory {
+class ClassObject final : public com_support::ComObject<IClassFactory, std::atomic<ULONG>> {
 public:
     explicit ClassObject(const ClassEntry& entry) : mEntry(entry) {}
-
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = nullptr;
-        if (id != IID_IUnknown && id != IID_IClassFactory) return E_NOINTERFACE;
-        *object = static_cast<IClassFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --mReferences;
-        if (left == 0) delete this;
-        return left;
-    }
 
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override {
         if (object == nullptr) return E_POINTER;
@@ -53,7 +39,6 @@ public:
 private:
     const ClassEntry mEntry;
     ModuleLock mModuleLock;
-    std::atomic<ULONG> mReferences = 1;
 };
 
 }  // namespace
@@ -69,11 +54,10 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
     for (const kwo::com::ClassSource entryOf : kwo::com::Classes()) {
         const ClassEntry entry = entryOf();
         if (entry.classId != classId) continue;
-        auto* const made = new (std::nothrow) kwo::com::ClassObject(entry);
-        if (made == nullptr) return E_OUTOFMEMORY;
-        const HRESULT result = made->QueryInterface(id, object);
-        made->Release();
-        return result;
+        using kwo::com::ClassObject;
+        const auto made = kwo::com_support::ComPtr<ClassObject>::Adopt(new (std::nothrow) ClassObject(entry));
+        if (!made) return E_OUTOFMEMORY;
+        return made->QueryInterface(id, object);
     }
     return CLASS_E_CLASSNOTAVAILABLE;
 }

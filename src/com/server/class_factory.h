@@ -6,6 +6,7 @@
 #include <span>
 
 #include "com/server/com_values.h"
+#include "com_support/com_object.h"
 
 namespace kwo::com {
 
@@ -23,10 +24,7 @@ std::span<const ClassSource> Classes();
 /// Creates an object and returns the interface asked for. Raises what the constructor raises.
 template <class Object>
 HRESULT Make(REFIID interfaceId, void** object) {
-    Object* const made = new Object();
-    const HRESULT result = made->QueryInterface(interfaceId, object);
-    made->Release();
-    return result;
+    return com_support::MakeObject<Object>()->QueryInterface(interfaceId, object);
 }
 
 }  // namespace kwo::com

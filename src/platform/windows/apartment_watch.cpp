@@ -4,29 +4,17 @@
 
 #include <new>
 
+#include "com_support/com_object.h"
+
 namespace kwo::platform::windows {
 
 namespace {
 
 /// The system calls it before and after each CoInitialize and CoUninitialize of its thread.
-class Spy final : public IInitializeSpy {
+class Spy final : public com_support::ComObject<IInitializeSpy> {
 public:
     explicit Spy(ApartmentUser& user) : mUser(user) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = nullptr;
-        if (id != IID_IUnknown && id != __uuidof(IInitializeSpy)) return E_NOINTERFACE;
-        *object = static_cast<IInitializeSpy*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --mReferences;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP PreInitialize(DWORD, DWORD) override { return S_OK; }
     STDMETHODIMP PostInitialize(HRESULT result, DWORD, DWORD) override { return result; }
     STDMETHODIMP PreUninitialize(DWORD entered) override {
@@ -42,7 +30,6 @@ public:
 
 private:
     ApartmentUser& mUser;
-    ULONG mReferences = 1;
 };
 
 bool IsInApartment() {
@@ -54,10 +41,9 @@ bool IsInApartment() {
 
 void ApartmentWatch::Begin() noexcept {
     if (mRunning || !IsInApartment()) return;
-    auto* const spy = new (std::nothrow) Spy(mUser);
-    if (spy == nullptr) return;
-    mRunning = SUCCEEDED(::CoRegisterInitializeSpy(spy, &mCookie));
-    spy->Release();
+    const auto spy = com_support::ComPtr<Spy>::Adopt(new (std::nothrow) Spy(mUser));
+    if (!spy) return;
+    mRunning = SUCCEEDED(::CoRegisterInitializeSpy(spy.Get(), &mCookie));
 }
 
 void ApartmentWatch::End() noexcept {

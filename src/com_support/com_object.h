@@ -1,22 +1,25 @@
 #pragma once
 
+#include <windows.h>
+#include <unknwn.h>
+
 #include <utility>
 
-#include "com_values.h"
+#include "com_support/com_ptr.h"
 
-namespace kwohost {
+namespace kwo::com_support {
 
-/// Identity and lifetime of an object with one interface, used on the thread that created it. It starts with one
-/// reference and lives on the heap: see MakeObject.
-template <class Interface>
+/// Identity and lifetime of an object with one interface. It starts with one reference and lives on the heap: see
+/// MakeObject. `Counter` is an atomic type if several threads use the object.
+template <class Interface, class Counter = ULONG>
 class ComObject : public Interface {
 public:
     ComObject(const ComObject&) = delete;
     ComObject& operator=(const ComObject&) = delete;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (!object) return E_POINTER;
-        const bool isKnown = iid == IID_IUnknown || iid == __uuidof(Interface) || AlsoAnswers(iid);
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        const bool isKnown = id == IID_IUnknown || id == __uuidof(Interface) || AlsoAnswers(id);
         *object = isKnown ? static_cast<Interface*>(this) : nullptr;
         if (!isKnown) return E_NOINTERFACE;
         AddRef();
@@ -37,12 +40,13 @@ protected:
     virtual bool AlsoAnswers(REFIID) const { return false; }
 
 private:
-    ULONG mReferences = 1;
+    Counter mReferences = 1;
 };
 
+/// Makes an object and returns its first reference. Raises std::bad_alloc.
 template <class Object, class... Args>
 ComPtr<Object> MakeObject(Args&&... args) {
     return ComPtr<Object>::Adopt(new Object(std::forward<Args>(args)...));
 }
 
-}  // namespace kwohost
+}  // namespace kwo::com_support
