@@ -40,6 +40,7 @@ enum class RuntimeError : unsigned short {
     InvalidPicture = 481,
 };
 
+/// The HRESULT that scripts see as this number: 0x800A0000 + number.
 constexpr HRESULT ToResult(RuntimeError error) {
     return MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, static_cast<unsigned short>(error));
 }
@@ -51,12 +52,15 @@ struct ScriptFailure {
     std::wstring description = {};
 };
 
+/// Raises a standard code.
 [[noreturn]] inline void Fail(HRESULT code) {
     throw ScriptFailure{code};
 }
+/// Raises one of our own errors. `description` is what `Err.Description` says.
 [[noreturn]] inline void Fail(RuntimeError error, std::wstring description) {
     throw ScriptFailure{ToResult(error), std::move(description)};
 }
+/// Raises a failure of the system.
 inline void Check(HRESULT result) {
     if (FAILED(result)) Fail(result);
 }

@@ -7,11 +7,14 @@ namespace kwohost {
 /// A window inside a form: a picture box, a label, a panel.
 class Control : public HostWindow {
 public:
+    /// A control without a window. `takesFocus` says whether it can ever be a tab stop.
     Control(ScriptHost& host, Form& form, std::wstring name, bool takesFocus);
     /// Makes the window, inside `container`.
     void Open(HostWindow& container);
 
+    /// Whether the Tab key stops here now: the script allows it, and the window is visible and enabled.
     bool IsTabStop() const;
+    /// The place in the order of the Tab key; controls with the same one keep the order of their creation.
     LONG TabIndex() const { return mTabIndex; }
 
 protected:

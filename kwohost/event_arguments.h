@@ -10,8 +10,10 @@ namespace kwohost {
 /// reference to a variant, the only kind that a script assigns to.
 class EventArguments {
 public:
+    /// Copies the values. `original` must outlive it.
     explicit EventArguments(const DISPPARAMS& original);
 
+    /// The arguments to call the procedure with.
     DISPPARAMS& ForScript() { return mParams; }
     /// Stores what the script assigned, in the types of the event's source. If a conversion fails, the other arguments
     /// are still stored; then the failure is returned.

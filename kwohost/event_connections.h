@@ -13,6 +13,7 @@ namespace kwohost {
 /// The connections of a script to the events of objects.
 class EventConnections {
 public:
+    /// `handler` runs for each event of each connected object.
     explicit EventConnections(EventHandler handler) : mHandler(std::move(handler)) {}
     EventConnections(const EventConnections&) = delete;
     EventConnections& operator=(const EventConnections&) = delete;
@@ -23,6 +24,7 @@ public:
     void Connect(IDispatch* object, std::wstring prefix);
     /// Does nothing for an object that is not connected.
     void Disconnect(IDispatch* object);
+    /// Ends all connections. An object that still fires is not heard.
     void DisconnectAll();
 
 private:

@@ -14,6 +14,7 @@ using EventHandler = std::function<void(const std::wstring& procedure, const DIS
 /// Receives the events of one object and passes each one on under its prefix and name.
 class EventSink : public ComObject<IDispatch> {
 public:
+    /// `prefix` is what the procedures' names begin with, underscore included.
     EventSink(EventInterface events, std::wstring prefix, EventHandler handler)
         : mEvents(std::move(events)), mPrefix(std::move(prefix)), mHandler(std::move(handler)) {}
 

@@ -10,6 +10,7 @@ namespace kwohost {
 /// The font of a control: a standard font object that scripts share and change.
 class Font {
 public:
+    /// 8.25 points MS Sans Serif, not bold.
     Font() {
         FONTDESC first = {};
         first.cbSizeofstruct = sizeof first;
@@ -20,6 +21,7 @@ public:
         CountInTwips();
     }
 
+    /// The font object for scripts. Who changes it changes this font.
     ComPtr<IDispatch> Object() const {
         ComPtr<IDispatch> object;
         Check(mFont->QueryInterface(IID_PPV_ARGS(object.Out())));

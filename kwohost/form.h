@@ -19,14 +19,20 @@ public:
 
     /// `parent` is the MDI form of a child. Call Open next.
     Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* parent);
+    /// Makes the window, hidden. Raises error 429 if the system has none.
     void Open();
     /// Destroys the window without raising Unload.
     void End();
 
+    /// The window that the children of an MDI form are in; null for other forms.
     HWND MdiClient() const { return mMdiClient; }
+    /// Whether the form gets the key events of its controls first.
     bool PreviewsKeys() const { return mKeyPreview; }
+    /// A window of the form has got or lost the focus. The form gives it to its first tab stop.
     void OnFocus(HostWindow& window, bool hasIt);
+    /// The user has pressed a button on a window of the form: it gets the focus if it is a tab stop.
     void FocusByPointer(HostWindow& window);
+    /// Moves the focus to the next tab stop, or with `backwards` to the previous one, round and round.
     void FocusNext(bool backwards);
 
 protected:

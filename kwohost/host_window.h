@@ -15,10 +15,14 @@ class Form;
 /// The arguments of an event, in the order of the procedure. Those by reference stay the caller's.
 class EventValues {
 public:
+    /// Adds a 16-bit number by value.
     EventValues& Whole(SHORT value);
+    /// Adds a number of single precision by value.
     EventValues& Single(double value);
+    /// Adds a reference. `value` must outlive the call.
     EventValues& Reference(SHORT& value);
 
+    /// The arguments for a call, valid as long as this object.
     DISPPARAMS Params();
 
 private:
@@ -32,15 +36,20 @@ private:
 /// the window's end every use of it raises error 91.
 class HostWindow : public ScriptObject {
 public:
+    /// The window. Raises error 91 if it is gone.
     HWND Window() const;
+    /// Whether the window is there now.
     bool IsThere() const { return mWindow != nullptr; }
+    /// The name that procedures for its events begin with.
     const std::wstring& Name() const { return mName; }
     /// What the window's own coordinates are counted in.
     Scale OwnScale() const { return mScale; }
     /// Calls the script's procedure `name_event`; it need not exist.
     void Fire(const wchar_t* event, EventValues values = {});
 
+    /// The object behind a window; null for a window of somebody else.
     static HostWindow* From(HWND window);
+    /// The window procedure of all our windows.
     static WNDPROC ProcedureOfClass() { return Procedure; }
 
 protected:

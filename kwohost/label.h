@@ -8,6 +8,7 @@ namespace kwohost {
 /// A line or more of text.
 class Label final : public Control {
 public:
+    /// A label without a window; it takes no focus.
     Label(ScriptHost& host, Form& form, std::wstring name);
 
 protected:

@@ -17,14 +17,18 @@ namespace kwohost {
 /// Runs one script. Objects that the script finds by name are added before `Run`.
 class ScriptHost {
 public:
+    /// Takes the script; nothing runs yet.
     explicit ScriptHost(SourceFile source);
     ScriptHost(const ScriptHost&) = delete;
     ScriptHost& operator=(const ScriptHost&) = delete;
     ~ScriptHost();
 
+    /// The path of the script.
     const std::wstring& ScriptPath() const { return mSource.path; }
+    /// The language of the script.
     Language ScriptLanguage() const { return mSource.language; }
 
+    /// Adds an object that the script finds as `name`. The host keeps it until Close.
     void AddGlobal(const std::wstring& name, ComPtr<IDispatch> object);
     /// Runs before the engine is closed, the last one added first.
     void AtClose(std::function<void()> action) { mAtClose.push_back(std::move(action)); }
@@ -34,6 +38,7 @@ public:
     /// Calls a procedure of the script for an event; one that the script does not have is no error. An error inside is
     /// reported and ends the script. What the procedure assigns to arguments by reference is stored for the caller.
     void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
+    /// Whether the script has a procedure of that name.
     bool HasProcedure(const std::wstring& procedure);
     /// Calls a procedure for somebody who handles its error: it is reported and returned, with its content.
     HRESULT CallProcedure(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
@@ -49,6 +54,7 @@ public:
     void Close();
     /// Ends the process, from however deep inside the script. Inside Close it only sets the exit code.
     void End(int exitCode);
+    /// What Run returns when the script has ended.
     int ExitCode() const { return mExitCode; }
 
 private:

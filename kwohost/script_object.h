@@ -12,13 +12,16 @@ namespace kwohost {
 /// The arguments of one call in the order of the script, and its result.
 class Call {
 public:
+    /// Both must outlive the object. `result` may be null: nobody wants it then.
     Call(const DISPPARAMS& params, VARIANT* result) : mParams(params), mResult(result) {}
 
+    /// The number of arguments that the script passed. Indexes count from 0.
     int Count() const { return static_cast<int>(mParams.cArgs); }
     /// False for an argument that was left out, in the middle or at the end.
     bool Has(int index) const;
     /// By value, whatever reference the script passed.
     OwnedVariant Value(int index) const;
+    /// The argument as a text, number or truth value; raises what the conversion returns, mostly error 13 or 6.
     std::wstring Text(int index) const;
     LONG Whole(int index) const;
     double Number(int index) const;
@@ -26,10 +29,12 @@ public:
     /// Raises 424 if the argument is not an object, 91 for the null object.
     ComPtr<IDispatch> Object(int index) const;
 
+    /// Sets the result. The last one set counts.
     void ReturnText(std::wstring_view text);
     void ReturnWhole(LONG number);
     void ReturnSingle(double number);
     void ReturnTruth(bool value);
+    /// Sets an object as the result; null is the null object.
     void ReturnObject(ComPtr<IDispatch> object);
     void ReturnUnknown(ComPtr<IUnknown> object);
 

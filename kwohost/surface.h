@@ -12,10 +12,13 @@ public:
     Surface& operator=(const Surface&) = delete;
     ~Surface() { Drop(); }
 
+    /// The context to draw on; null before Resize and after Drop.
     HDC Context() const { return mContext; }
+    /// The bitmap, which stays the surface's; null as the context is.
     HBITMAP Bitmap() const { return mBitmap; }
     /// Changes the size. The picture stays where it fits; new area gets the colour. The context stays the same.
     void Resize(SIZE size, COLORREF colour);
+    /// Frees bitmap and context.
     void Drop();
 
 private:

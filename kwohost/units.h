@@ -21,15 +21,18 @@ inline double TwipsPerPixel(Axis axis) {
     return std::nearbyint(1440.0 / dotsPerInch);
 }
 
+/// How many units of the scale a pixel has. The display is asked once.
 inline double UnitsPerPixel(Scale scale, Axis axis) {
     static const double twips[] = {TwipsPerPixel(Axis::X), TwipsPerPixel(Axis::Y)};
     return scale == Scale::Pixels ? 1.0 : twips[axis == Axis::X ? 0 : 1];
 }
 
+/// A length in pixels, rounded, halves away from 0.
 inline int ToPixels(double units, Scale scale, Axis axis) {
     return static_cast<int>(std::lround(units / UnitsPerPixel(scale, axis)));
 }
 
+/// A length in pixels in the units of the scale.
 inline double ToUnits(int pixels, Scale scale, Axis axis) {
     return pixels * UnitsPerPixel(scale, axis);
 }

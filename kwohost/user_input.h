@@ -10,6 +10,7 @@ namespace kwohost {
 void MovePointer(POINT onScreen);
 /// 1 left, 2 right, 4 middle.
 void PressButton(LONG button);
+/// Releases the button that PressButton holds.
 void ReleaseButton(LONG button);
 /// Presses and releases at once, before any event runs: an event that waits for the release gets it.
 void ClickButton(LONG button);

@@ -26,6 +26,7 @@ public:
     /// header ends the section before it. A file that is refused as a whole is reported and raises ComponentError.
     MessageFile(std::string_view bytes, TextView name, ProblemReport& report);
 
+    /// What a program's texts need: their lowest and highest number and the characters of all of them.
     struct Extent {
         std::int32_t lowest = 0;
         std::int32_t highest = 0;

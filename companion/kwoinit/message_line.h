@@ -22,11 +22,13 @@ struct TextLine {
     std::int32_t number = 0;
     Text text;  ///< escapes replaced; never empty
 };
+/// A line that is skipped, and why; `reason` is a literal.
 struct BadLine {
     TextView reason;
 };
 using Line = std::variant<NothingLine, SectionLine, TextLine, BadLine>;
 
+/// The highest number that a text may have. The lowest is 1.
 constexpr std::int32_t kHighestNumber = 99'999'999;
 
 /// One line of a message file, without its end.

@@ -12,6 +12,7 @@ namespace kwo::com {
 
 /// What the objects of one apartment thread share. Two apartments never share state, so it needs no locks.
 struct Apartment {
+    /// `module` is this DLL, `use` counts what the system may call in it.
     Apartment(HINSTANCE module, platform::windows::ModuleUse& use)
         : platform(module, use), component(platform.Services()) {}
 
@@ -23,6 +24,7 @@ struct Apartment {
 /// process it stays as it is.
 class Apartments {
 public:
+    /// The only one.
     static Apartments& Instance();
 
     constexpr Apartments() = default;
@@ -30,6 +32,7 @@ public:
     /// The apartment of the calling thread. It is created at the first call and kept until the thread ends or the DLL
     /// is unloaded.
     std::shared_ptr<Apartment> Current();
+    /// Takes the apartment of the calling thread out of the list. Runs under the loader's lock.
     void ThreadEnded() noexcept;
     /// Ends all apartments. Called when the DLL is unloaded and the process goes on.
     void EndAll() noexcept;

@@ -10,10 +10,12 @@ namespace kwo::com {
 /// A 32-bit number as a by-reference argument. What the callee writes is used, even if the call fails.
 class PassedNumber {
 public:
+    /// `number` must outlive it.
     explicit PassedNumber(std::int32_t& number) : mNumber(number), mPassed(number) {}
     ~PassedNumber() { mNumber = mPassed; }
     PassedNumber(const PassedNumber&) = delete;
     PassedNumber& operator=(const PassedNumber&) = delete;
+    /// What to pass to the callee.
     LONG* Reference() { return &mPassed; }
 
 private:

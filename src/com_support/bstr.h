@@ -22,6 +22,7 @@ inline std::u16string ToText(BSTR string) {
 
 /// A new automation string that the caller owns, never null. Raises std::bad_alloc.
 [[nodiscard]] BSTR NewString(std::wstring_view text);
+/// The same for text of the logic.
 [[nodiscard]] BSTR NewString(std::u16string_view text);
 
 /// Owns an automation string, or none: null.
@@ -30,7 +31,9 @@ public:
     Bstr() = default;
     /// A copy of `text`. Raises std::bad_alloc.
     explicit Bstr(std::wstring_view text) : mString(NewString(text)) {}
+    /// The same for text of the logic.
     explicit Bstr(std::u16string_view text) : mString(NewString(text)) {}
+    /// Leaves `other` null.
     Bstr(Bstr&& other) noexcept : mString(other.Detach()) {}
     Bstr& operator=(Bstr other) noexcept {
         std::swap(mString, other.mString);
@@ -45,8 +48,11 @@ public:
         return owner;
     }
 
+    /// The string, which stays this owner's; null if it owns none.
     BSTR Get() const { return mString; }
+    /// Its characters. The view is valid until the string is replaced or freed.
     std::wstring_view View() const { return com_support::View(mString); }
+    /// A copy of its characters.
     std::wstring Text() const { return std::wstring(View()); }
 
     /// Where a call puts a string that it hands over. Frees what was held.

@@ -17,6 +17,7 @@ public:
     ComObject(const ComObject&) = delete;
     ComObject& operator=(const ComObject&) = delete;
 
+    /// Answers IUnknown, the interface, and what AlsoAnswers adds.
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
         if (object == nullptr) return E_POINTER;
         const bool isKnown = id == IID_IUnknown || id == __uuidof(Interface) || AlsoAnswers(id);
@@ -26,6 +27,7 @@ public:
         return S_OK;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return ++mReferences; }
+    /// Destroys the object with its last reference.
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --mReferences;
         if (left == 0) delete this;

@@ -19,7 +19,9 @@ public:
         if (mObject != nullptr) mObject->AddRef();
     }
     ComPtr(const ComPtr& other) : ComPtr(other.mObject) {}
+    /// Takes the reference of `other`, which is null then.
     ComPtr(ComPtr&& other) noexcept : mObject(other.Detach()) {}
+    /// Adds a reference to the object by one of its base interfaces.
     template <class Derived>
     ComPtr(const ComPtr<Derived>& other) : ComPtr(static_cast<Interface*>(other.Get())) {}
     ComPtr& operator=(ComPtr other) noexcept {
@@ -35,6 +37,7 @@ public:
         return pointer;
     }
 
+    /// The object, without a reference for the caller; null if there is none.
     Interface* Get() const { return mObject; }
     Interface* operator->() const { return mObject; }
     Interface& operator*() const { return *mObject; }
@@ -47,6 +50,7 @@ public:
     }
     /// Where a call finds a reference and may replace it.
     Interface** InOut() { return &mObject; }
+    /// The same for calls that take any interface, such as QueryInterface.
     void** OutVoid() { return reinterpret_cast<void**>(Out()); }
 
     /// Releases the reference. Returns what Release answered; 0 for null.

@@ -10,6 +10,7 @@ namespace kwo::com_support {
 /// What an object reports about its failure. Owns the texts in it.
 class ExceptionInfo : public EXCEPINFO {
 public:
+    /// Begins with no code and no texts.
     ExceptionInfo() noexcept : EXCEPINFO{} {}
     ExceptionInfo(const ExceptionInfo&) = delete;
     ExceptionInfo& operator=(const ExceptionInfo&) = delete;

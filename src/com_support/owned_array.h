@@ -18,6 +18,7 @@ public:
         mArray = ::SafeArrayCreate(element, 1, &bound);
         if (mArray == nullptr) throw std::bad_alloc();
     }
+    /// Leaves `other` null.
     OwnedArray(OwnedArray&& other) noexcept : mArray(other.Detach()) {}
     OwnedArray& operator=(OwnedArray other) noexcept {
         std::swap(mArray, other.mArray);
@@ -34,6 +35,7 @@ public:
         return owner;
     }
 
+    /// The array, which stays this owner's; null if it owns none.
     SAFEARRAY* Get() const { return mArray; }
     /// Where a call finds an array and may replace it.
     SAFEARRAY** InOut() { return &mArray; }
@@ -49,6 +51,7 @@ private:
 template <class Element>
 class ArrayElements {
 public:
+    /// Locks `array`, which must outlive it. A null array is a failure.
     explicit ArrayElements(SAFEARRAY* array)
         : mArray(array), mStatus(::SafeArrayAccessData(array, reinterpret_cast<void**>(&mFirst))) {}
     ArrayElements(const ArrayElements&) = delete;
@@ -59,7 +62,9 @@ public:
 
     /// A failure when the system does not give access; there are no elements then.
     HRESULT Status() const { return mStatus; }
+    /// The first element; null after a failure.
     Element* First() const { return mFirst; }
+    /// The element at a place from 0. There is no check of the place.
     Element& operator[](std::size_t at) const { return mFirst[at]; }
 
 private:

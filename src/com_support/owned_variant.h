@@ -12,6 +12,7 @@ namespace kwo::com_support {
 class OwnedVariant : public VARIANT {
 public:
     OwnedVariant() noexcept : VARIANT{} {}
+    /// Leaves `other` empty.
     OwnedVariant(OwnedVariant&& other) noexcept : VARIANT(other.Detach()) {}
     OwnedVariant& operator=(OwnedVariant&& other) noexcept {
         // The old value goes last: an object may call back while it is released.

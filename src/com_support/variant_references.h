@@ -7,6 +7,7 @@
 
 namespace kwo::com_support {
 
+/// The tag of a reference to a variant, as scripts pass their variables.
 inline constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
 
 /// How many levels of references to variants are followed. Nobody nests them on purpose, but a variant may refer to
@@ -28,6 +29,7 @@ AnyVariant* FirstReferred(AnyVariant* variant, IsWanted&& isWanted) {
 inline const VARIANT* Innermost(const VARIANT* variant) {
     return FirstReferred(variant, [](const VARIANT& at) { return at.vt != kVariantReference; });
 }
+/// The same for a variable that is to be written.
 inline VARIANT* Innermost(VARIANT* variant) {
     return const_cast<VARIANT*>(Innermost(static_cast<const VARIANT*>(variant)));
 }

@@ -18,15 +18,15 @@ struct ComponentError {
 
 /// The numbers that automation clients know as the errors of the language's own run-time.
 enum class RuntimeError : std::int32_t {
-    InvalidProcedureCall = 5,
-    Overflow = 6,
-    SubscriptOutOfRange = 9,
-    TypeMismatch = 13,
-    FileNotFound = 53,
-    NoObjectSet = 91,
-    ObjectRequired = 424,
-    CannotCreateObject = 429,
-    NoSuchMember = 438,
+    InvalidProcedureCall = 5,  ///< an argument outside of what the call accepts
+    Overflow = 6,              ///< a number that does not fit its type
+    SubscriptOutOfRange = 9,   ///< an index outside its array
+    TypeMismatch = 13,         ///< a value of the wrong kind
+    FileNotFound = 53,         ///< no such file, or no such program
+    NoObjectSet = 91,          ///< a call on the null object
+    ObjectRequired = 424,      ///< a value where an object is needed
+    CannotCreateObject = 429,  ///< no class of that name, or it cannot create one
+    NoSuchMember = 438,        ///< the object lacks the property or method
 };
 
 /// Throws a ComponentError.

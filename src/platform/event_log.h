@@ -16,7 +16,7 @@ public:
     /// Opens the log for entries of this source (RegisterEventSourceA); 0 on failure. The caller closes it.
     virtual Source Open(TextView sourceName) = 0;
     /// Writes one entry: category 0, no user, one text, no data (ReportEventW). `type` is the system's number for the
-    /// type. False on failure.
+    /// type. False on failure. `source` is one of Open.
     virtual bool Report(Source source, std::uint16_t type, std::uint32_t eventId, TextView text) = 0;
     /// Ends a successful Open.
     virtual void Close(Source source) = 0;

@@ -9,6 +9,7 @@ namespace kwo::platform {
 /// What the logic asks about files by name.
 class FileSystem {
 public:
+    /// What the system returns in place of attributes (INVALID_FILE_ATTRIBUTES).
     static constexpr std::int32_t kNoAttributes = -1;
     static constexpr std::int32_t kFolder = 0x10;  ///< the bit of Attributes that says folder
 

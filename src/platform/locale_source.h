@@ -11,7 +11,8 @@ namespace kwo::platform {
 class LocaleSource {
 public:
     /// When daylight-saving time begins or ends, as the system's time-zone record says it: the `day`th `dayOfWeek` of
-    /// the month or, if `year` is not 0, a date.
+    /// the month or, if `year` is not 0, a date. A `month` of 0 means that the zone has no change, a `day` of 5 without
+    /// a year the last such day of the month.
     struct ChangeDate {
         std::uint16_t year = 0;
         std::uint16_t month = 0;
@@ -38,7 +39,7 @@ public:
     /// its terminating zero do not fit `capacity` bytes, or if the call fails.
     virtual std::optional<Text> Setting(std::uint32_t type, std::uint32_t capacity) = 0;
     /// Fills `zone` (GetTimeZoneInformation). Returns 1 in standard time, 2 in daylight-saving time, 0 if the zone has
-    /// none.
+    /// none. 0xFFFFFFFF means failure; `zone` then stays.
     virtual std::uint32_t QueryTimeZone(TimeZone& zone) = 0;
 };
 

@@ -11,6 +11,7 @@ namespace kwo::platform {
 ///
 /// The icon is identified by its window and by the component's module, so a window can have one icon.
 struct TrayRecord {
+    /// The flags: which of callbackMessage, icon and tip count.
     static constexpr std::uint32_t kMessage = 1;
     static constexpr std::uint32_t kIcon = 2;
     static constexpr std::uint32_t kTip = 4;

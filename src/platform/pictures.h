@@ -9,6 +9,7 @@ namespace kwo::platform {
 /// Reads picture objects of the host. Both calls raise whatever the object raises.
 class Pictures {
 public:
+    /// The Type of an icon.
     static constexpr std::int32_t kIcon = 3;
 
     virtual ~Pictures() = default;

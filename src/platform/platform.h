@@ -8,7 +8,8 @@ namespace kwo::platform {
 #include "platform/services.def"
 #undef SERVICE
 
-/// Everything that a component may ask of the system. The services must outlive the component.
+/// Everything that a component may ask of the system. The services must outlive the component. A component calls them
+/// on its own thread only.
 struct Platform {
 #define SERVICE(Interface, member) Interface& member;
 #include "platform/services.def"

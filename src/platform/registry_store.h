@@ -17,7 +17,9 @@ class RegistryStore {
 public:
     using Status = std::int32_t;
 
+    /// ERROR_SUCCESS.
     static constexpr Status kSuccess = 0;
+    /// ERROR_MORE_DATA: the value is longer than the buffer. Value::length then says how long it is.
     static constexpr Status kMoreData = 234;
 
     /// An opened key, or the reason why there is none.

@@ -24,7 +24,9 @@ public:
 
     virtual ~SystemErrors() = default;
 
-    /// The last-error value, as this component's last platform call left it (GetLastError).
+    /// The last-error value, as this component's last platform call left it (GetLastError). What the system does
+    /// between two calls of the component does not change it. Nor do ComponentFactory, Conversions, DebugOutput, Mouse,
+    /// Pictures, Screen and SystemMetrics.
     virtual std::int32_t Last() = 0;
     /// Sets the last-error value (SetLastError).
     virtual void SetLast(std::int32_t code) = 0;

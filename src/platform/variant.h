@@ -141,6 +141,7 @@ private:
     /// A reference for the length of a call. Null for an object that nobody shares, which no release can end.
     std::shared_ptr<const HostObject> Held() const { return weak_from_this().lock(); }
 
+    /// What the platforms implement. The public call of the same name holds the object meanwhile.
     virtual Variant DoGet(TextView member, std::span<const Variant> arguments) = 0;
     virtual void DoLet(TextView member, const Variant& value) = 0;
     virtual void DoSet(TextView member, const HostObjectRef& value) = 0;

@@ -12,6 +12,7 @@ namespace kwo::com {
 /// What all objects of one class share. There is one static object for each class, initialised before any code runs.
 class ClassInfo {
 public:
+    /// All of these must live as long as the program. `members` stand in the order of the interface.
     constexpr ClassInfo(const CLSID& ofClass, const IID& ofInterface, const IID* ofSource, TextView className,
                         std::span<const MemberThunk> members)
         : classId(ofClass), interfaceId(ofInterface), sourceId(ofSource), name(className), mMembers(members) {}

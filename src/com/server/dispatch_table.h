@@ -44,6 +44,7 @@ public:
     /// do not match.
     DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const MemberThunk> members);
 
+    /// The type information that callers may ask for. The caller gets no reference of its own.
     ITypeInfo* TypeInfo() const { return mTypeInfo.Get(); }
 
     /// IDispatch::GetIDsOfNames: the ids of a member and of its arguments, by their names.

@@ -25,6 +25,7 @@ HRESULT ToHresult(std::int32_t number);
 /// Stores `error` as the thread's error object and returns its HRESULT. An error without a source gets the member as
 /// source.
 HRESULT ReportToCaller(const platform::ComponentError& error, const MemberName& member) noexcept;
+/// The same for a failure that has no number of its own.
 HRESULT ReportToCaller(HRESULT failure, TextView description, const MemberName& member) noexcept;
 
 /// Moves the thread's error object into the EXCEPINFO of a late-bound caller.

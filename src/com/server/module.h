@@ -12,10 +12,13 @@ HINSTANCE ThisModule();
 /// Counts what keeps the DLL loaded: objects, locks of class factories, running timers and hidden windows.
 class Module {
 public:
+    /// The only one of this module.
     static Module& Instance();
 
+    /// May run on any thread, as all members.
     void Lock() { ++mLocks; }
     void Unlock() { --mLocks; }
+    /// What DllCanUnloadNow answers.
     bool CanUnload() const { return mLocks == 0; }
 
 private:

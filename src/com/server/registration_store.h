@@ -12,6 +12,7 @@ struct StoredValue {
     DWORD type = REG_NONE;
     std::vector<BYTE> bytes;
 
+    /// A text as the registry stores it (REG_SZ), with its terminator.
     static StoredValue OfText(const std::wstring& text);
     /// The text up to the first terminator; empty if the value is not a text.
     [[nodiscard]] std::wstring Text() const;
@@ -28,9 +29,12 @@ public:
     [[nodiscard]] virtual LSTATUS DeleteKey(const std::wstring& path) = 0;
     /// Whether the key has neither subkeys nor values.
     [[nodiscard]] virtual LSTATUS IsEmpty(const std::wstring& path, bool& empty) = 0;
+    /// Reads a value of any type and size. `value` is set on success only.
     [[nodiscard]] virtual LSTATUS GetValue(const std::wstring& path, const std::wstring& name, StoredValue& value) = 0;
+    /// Stores a value over the old one. The key must exist.
     [[nodiscard]] virtual LSTATUS SetValue(const std::wstring& path, const std::wstring& name,
                                            const StoredValue& value) = 0;
+    /// Deletes a value. The status says if there is no such value or key.
     [[nodiscard]] virtual LSTATUS DeleteValue(const std::wstring& path, const std::wstring& name) = 0;
     /// Whether programs of the other bitness see this key. 32-bit Windows has only one view.
     [[nodiscard]] virtual bool OtherBitnessHas(const std::wstring& path) = 0;
@@ -39,6 +43,7 @@ public:
 /// The registry itself, below a root key that stays open while this object exists.
 class WindowsRegistrationStore final : public RegistrationStore {
 public:
+    /// `root` is a predefined root or an open key; it is not closed here.
     explicit WindowsRegistrationStore(HKEY root) : mRoot(root) {}
 
     [[nodiscard]] LSTATUS CreateKey(const std::wstring& path, bool& created) override;

@@ -24,6 +24,7 @@ constexpr double kLastDay = 2958465;   ///< 9999-12-31
 /// Whether this many days are a date of the calendar.
 bool IsWithinCalendar(double days);
 
+/// The parts of a date within the calendar.
 Moment MomentOf(Date date);
 
 /// The number of a day; nothing if there is no such day.

@@ -13,10 +13,13 @@ namespace kwo::platform::simulated {
 /// the order in which the calls were made. The lines are UTF-8.
 class Log {
 public:
+    /// Adds a line at the end. It must be UTF-8 and have no line end.
     void Add(std::string line) { mLines.push_back(std::move(line)); }
+    /// All lines since the beginning or Clear, the oldest first.
     const std::vector<std::string>& Lines() const { return mLines; }
     /// The lines that begin with `prefix`.
     std::vector<std::string> Starting(std::string_view prefix) const;
+    /// Forgets all lines.
     void Clear() { mLines.clear(); }
 
 private:

@@ -16,7 +16,9 @@ public:
     Date Now() override;
     std::optional<std::int64_t> LocalFileTimeToUtc(std::int64_t fileTime) override;
 
+    /// Moves all sources of time. Runs no messages. A negative span throws std::invalid_argument.
     void Advance(Milliseconds span);
+    /// The same in whole milliseconds.
     void Advance(std::int64_t ms) { Advance(Milliseconds::Whole(ms)); }
     /// What has passed since the desktop came into being.
     Milliseconds Elapsed() const { return mElapsed; }

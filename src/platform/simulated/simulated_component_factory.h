@@ -17,6 +17,7 @@ public:
 
     HostObjectRef Create(TextView programmaticId) override;
 
+    /// Adds a class, or replaces the one of that name. `maker` runs for each object.
     void Install(TextView programmaticId, Maker maker);
 
 private:

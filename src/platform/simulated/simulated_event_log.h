@@ -11,6 +11,7 @@ namespace kwo::platform::simulated {
 /// The system's event log.
 class SimulatedEventLog final : public EventLog {
 public:
+    /// One entry, as Report was called.
     struct Entry {
         Text source;
         std::uint16_t type = 0;
@@ -25,6 +26,7 @@ public:
     bool Report(Source source, std::uint16_t type, std::uint32_t eventId, TextView text) override;
     void Close(Source source) override;
 
+    /// All entries so far, the oldest first.
     std::vector<Entry> entries;
     /// Sources that are open.
     std::size_t OpenSources() const { return mSources.size(); }

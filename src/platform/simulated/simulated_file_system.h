@@ -24,7 +24,9 @@ public:
 
     /// Also adds the folders above it.
     void AddFile(TextView path, std::int32_t attributes = kArchive);
+    /// Adds a folder and the folders above it.
     void AddFolder(TextView path) { AddFile(path, kFolder); }
+    /// Removes one name. What is in a folder of that name stays.
     void Remove(TextView path);
 
     /// The attributes of a file or folder, without a call that is counted or fails.

@@ -41,6 +41,7 @@ public:
     Platform platform{10, 0, 19045, 2};
     std::uint32_t processId = 1234;
     Text libraryFolder = u"C:\\Program Files\\Common";
+    /// The environment, by names as they are asked for.
     std::map<Text, Text> environment;
     std::string systemDirectory = "C:\\WINDOWS\\system32";
     std::string windowsDirectory = "C:\\WINDOWS";

@@ -17,6 +17,7 @@ public:
         if (onTab) onTab();
     }
 
+    /// Runs at the end of each SendTab, as the control that gets the focus would.
     std::function<void()> onTab;
 
 private:

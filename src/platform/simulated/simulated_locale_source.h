@@ -15,8 +15,11 @@ public:
     std::optional<Text> Setting(std::uint32_t type, std::uint32_t capacity) override;
     std::uint32_t QueryTimeZone(TimeZone& zone) override;
 
+    /// The settings by LCTYPE. One that is not here fails.
     std::map<std::uint32_t, Text> settings;
+    /// What QueryTimeZone fills in.
     TimeZone zone;
+    /// What QueryTimeZone returns.
     std::uint32_t zoneId = 1;
 
 private:

@@ -22,6 +22,7 @@ public:
 
     /// Of a file that was made here; null when there is no such file.
     const std::string* Content(TextView path) const;
+    /// How many files are open now; 0 when nothing leaks.
     std::size_t OpenFiles() const { return mOpen.size(); }
     /// What fits on the disk yet; a write that does not fit writes nothing.
     std::uint64_t freeBytes = UINT64_MAX;

@@ -26,9 +26,11 @@ public:
     /// Names a message that was posted.
     using Order = std::pair<std::int64_t, std::int64_t>;  ///< due time (scaled milliseconds), number
 
+    /// Due now, behind the messages of this moment.
     Order Post(std::function<void()> action) { return PostAt(Milliseconds{}, std::move(action)); }
     /// Due `delay` from now.
     Order PostAt(Milliseconds delay, std::function<void()> action);
+    /// The same in whole milliseconds.
     Order PostAt(std::int64_t delayMs, std::function<void()> action) {
         return PostAt(Milliseconds::Whole(delayMs), std::move(action));
     }
@@ -36,6 +38,7 @@ public:
     void Withdraw(const Order& order) { mMessages.erase(order); }
     /// Asks the host's own loop to end. Nothing takes the request back.
     void RequestQuit();
+    /// Whether RequestQuit was called.
     bool QuitRequested() const { return mQuit; }
     /// Messages that have not run yet, due or not.
     std::size_t Waiting() const { return mMessages.size(); }

@@ -23,6 +23,7 @@ public:
     /// What happens when the shell is started again.
     void RecreateTaskbar();
 
+    /// Those between Listen and Unlisten.
     std::vector<TaskbarListener*> listeners;
     /// What is shown, by the handle of the window. The tips are as their readers see them.
     std::map<Handle, TrayRecord> icons;

@@ -18,6 +18,8 @@ class SimulatedObject final : public HostObject {
 public:
     using Method = std::function<Variant(std::span<Variant>)>;
 
+    /// An object without members. With an empty `typeName` it has no type information. `label` names it in the log,
+    /// which must outlive the object.
     explicit SimulatedObject(Log& log, Text typeName = {}, std::string label = {});
 
     /// Adds or changes a property, without a line in the log.
@@ -32,6 +34,7 @@ public:
     void SetMethod(TextView name, Method method, std::vector<Text> parameters = {});
     /// Every use of the member raises `error` from now on, even if there is no such member.
     void FailMember(TextView name, ComponentError error);
+    /// Ends FailMember.
     void MendMember(TextView name);
 
     /// Whether reads are in the log; there are too many of them for most tests.

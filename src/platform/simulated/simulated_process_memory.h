@@ -16,7 +16,9 @@ public:
     std::optional<Counters> Query(Handle process) override;
     void Close(Handle process) override;
 
+    /// What Query answers for the process.
     Counters counters{120, 5'000'000, 60'000, 8'000, 2'000'000};
+    /// How many handles are open now.
     std::size_t OpenHandles() const { return mOpen.size(); }
 
 private:

@@ -38,9 +38,11 @@ public:
 
     // What follows bypasses handles, rights and the log. Roots are predefined ones.
 
+    /// Whether there is such a key; case does not matter.
     bool KeyExists(Handle root, TextView path) const;
     /// Makes the key where it is missing.
     void PutKey(Handle root, TextView path);
+    /// Stores these bytes, and makes the key where it is missing.
     void PutValue(Handle root, TextView path, TextView name, std::uint32_t type, std::string bytes);
     /// The value as it is stored; null when there is none.
     const Stored* Find(Handle root, TextView path, TextView name) const;

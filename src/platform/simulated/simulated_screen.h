@@ -28,6 +28,7 @@ public:
     double twipsPerPixelY = 15;
     float width = 15'360;
     float height = 11'520;
+    /// The help topics of forms; 0 for a form that is not here.
     std::map<Handle, std::int32_t> helpContexts;
 
 private:

@@ -17,7 +17,9 @@ public:
     bool QueryNonClient(NonClientFonts& fonts) override;
     HostObjectRef MakeFont() override;
 
+    /// What QueryNonClient answers.
     NonClientFonts nonClient;
+    /// The font objects of MakeFont, the first one first.
     std::vector<std::shared_ptr<SimulatedObject>> made;
 
 private:

@@ -12,12 +12,14 @@ namespace kwo::platform::simulated {
 /// The windows of the desktop and the boxes it shows.
 class SimulatedWindowService final : public WindowService {
 public:
+    /// A window that a test has added.
     struct Window {
         Text title;
         bool minimised = false;
         int flashes = 0;  ///< calls that inverted the caption
         bool hidden = false;
     };
+    /// What a message box was asked to show.
     struct Question {
         Handle owner = 0;
         Text prompt;
@@ -36,6 +38,7 @@ public:
 
     /// All there are, by handle; a test adds, changes and removes them here.
     std::map<Handle, Window> windows;
+    /// The buttons that the user will press, the next one first.
     std::deque<std::int32_t> answers;
     /// Runs while the box is up; what it returns is the button pressed.
     std::function<std::int32_t(const Question&)> onAsk;

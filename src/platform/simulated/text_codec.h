@@ -15,7 +15,9 @@ Text FromAnsi(std::string_view bytes);
 
 /// The code pages that a desktop may have: Windows-1252, or UTF-8, where one character takes up to four bytes.
 enum class CodePage { Windows1252, Utf8 };
+/// Bytes in the given code page. In UTF-8 nothing is lacking.
 std::string ToAnsi(TextView text, CodePage page);
+/// Text from bytes in the given code page.
 Text FromAnsi(std::string_view bytes, CodePage page);
 
 /// What an ANSI call sees of a text: its bytes up to the first zero.
@@ -25,11 +27,13 @@ Text ThroughAnsi(TextView text);
 /// The text up to its first zero character.
 TextView UpToZero(TextView text);
 
+/// UTF-8 for log lines and for messages of tests, and back.
 std::string ToUtf8(TextView text);
 Text FromUtf8(std::string_view bytes);
 
 /// ASCII letters in lower case, for names that are compared without regard to case.
 std::string Folded(std::string_view name);
+/// The same for text.
 Text Folded(TextView name);
 
 }  // namespace kwo::platform::simulated

@@ -32,6 +32,7 @@ Text FromBufferUpToZero(const char (&buffer)[Size], std::size_t length = Size) {
 inline std::wstring ToWide(TextView text) {
     return {text.begin(), text.end()};
 }
+/// The same the other way round.
 inline Text FromWide(std::wstring_view text) {
     return {text.begin(), text.end()};
 }

@@ -7,6 +7,7 @@ namespace kwo::platform::windows {
 /// Is told when its thread leaves its apartment.
 class ApartmentUser {
 public:
+    /// Runs on the thread that leaves. May end the watch.
     virtual void ApartmentEnds() noexcept = 0;
 
 protected:
@@ -18,6 +19,7 @@ protected:
 /// Begin and End run on the same thread. The module must stay loaded in between.
 class ApartmentWatch {
 public:
+    /// Watches nothing yet. `user` must outlive it.
     explicit ApartmentWatch(ApartmentUser& user) : mUser(user) {}
     ~ApartmentWatch() { End(); }
     ApartmentWatch(const ApartmentWatch&) = delete;
@@ -25,6 +27,7 @@ public:
 
     /// Does nothing on a thread that is in no apartment, or that is already watched.
     void Begin() noexcept;
+    /// Stops watching. Does nothing if it does not watch.
     void End() noexcept;
 
 private:

@@ -19,6 +19,7 @@ namespace kwo::platform::windows {
 /// failure with the code as its number and the system's text.
 class DispatchObject final : public DispatchReference {
 public:
+    /// Adds a reference to `dispatch`.
     explicit DispatchObject(IDispatch& dispatch) : mDispatch(&dispatch) {}
 
     IDispatch* Dispatch() const override { return mDispatch.Get(); }

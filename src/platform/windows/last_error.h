@@ -10,7 +10,9 @@ namespace kwo::platform::windows {
 /// does between two steps of the component cannot change it. Calls that cannot fail do not change it.
 class LastError {
 public:
+    /// The value that the last platform call of this component left; 0 at first.
     std::int32_t Get() const { return mCode; }
+    /// Sets it, and the system's own value for the thread too.
     void Set(std::int32_t code) {
         mCode = code;
         ::SetLastError(static_cast<DWORD>(code));

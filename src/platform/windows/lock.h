@@ -12,7 +12,9 @@ public:
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
 
+    /// Waits for ever. The owner must not lock again.
     void lock() noexcept { ::AcquireSRWLockExclusive(&mLock); }
+    /// Only on the thread that locked.
     void unlock() noexcept { ::ReleaseSRWLockExclusive(&mLock); }
 
 private:

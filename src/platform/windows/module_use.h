@@ -5,7 +5,9 @@ namespace kwo::platform::windows {
 /// Is told while the system may call into the module that holds the component. The module must stay loaded meanwhile.
 class ModuleUse {
 public:
+    /// The module is needed from now on. Calls nest.
     virtual void Begin() noexcept {}
+    /// Takes one Begin back.
     virtual void End() noexcept {}
 
     /// For a module that is never unloaded.

@@ -25,6 +25,7 @@ PassedTypes VariantReferences(std::span<const Argument> arguments);
 PassedTypes TypedReferences(std::span<const Argument> arguments);
 /// The same with 32 bits for whole numbers.
 PassedTypes LongReferences(std::span<const Argument> arguments);
+/// The values alone, for callees that take no references.
 PassedTypes Values(std::span<const Argument> arguments);
 
 /// The types of the first `count` parameters of the method, from the object's type information; nothing if that does

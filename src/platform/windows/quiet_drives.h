@@ -8,9 +8,11 @@ namespace kwo::platform::windows {
 /// that asks for the disk, and the call waits for the answer.
 class QuietDrives {
 public:
+    /// Keeps the other error modes of the thread.
     QuietDrives() { mSet = ::SetThreadErrorMode(::GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &mBefore); }
     QuietDrives(const QuietDrives&) = delete;
     QuietDrives& operator=(const QuietDrives&) = delete;
+    /// Puts the error modes back.
     ~QuietDrives() {
         if (mSet) ::SetThreadErrorMode(mBefore, nullptr);
     }

@@ -11,6 +11,7 @@ namespace kwo::platform::windows {
 /// It stays loaded: its user may end while the loader holds its lock, when nothing can be unloaded safely.
 class SystemLibrary {
 public:
+    /// `name` is the file's name with its extension and must stay valid. Loads nothing yet.
     explicit SystemLibrary(const wchar_t* name) : mName(name) {}
     SystemLibrary(const SystemLibrary&) = delete;
     SystemLibrary& operator=(const SystemLibrary&) = delete;

@@ -14,7 +14,9 @@ namespace kwo::platform::windows {
 /// A copy of a VARIANT that the logic only passes on.
 class WindowsForeignValue final : public ForeignValue {
 public:
+    /// Owns `value`.
     explicit WindowsForeignValue(com_support::OwnedVariant value) : mValue(std::move(value)) {}
+    /// The value, valid as long as this object.
     const VARIANT& Get() const { return mValue; }
 
 private:

@@ -5,6 +5,8 @@
 
 namespace kwo::platform::windows {
 
+/// The clocks of Windows. Now has the milliseconds of GetLocalTime. Only LocalFileTimeToUtc changes the last-error
+/// value.
 class WindowsClock final : public Clock {
 public:
     explicit WindowsClock(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,8 @@
 
 namespace kwo::platform::windows {
 
+/// The system's own drawing calls, which are named in Drawing. Texts are drawn in the font, colour and background mode
+/// of the context.
 class WindowsDrawing final : public Drawing {
 public:
     explicit WindowsDrawing(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The event log of this machine. A source name is passed in the ANSI code page, the text of an entry in UTF-16.
 class WindowsEventLog final : public EventLog {
 public:
     explicit WindowsEventLog(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The files of this machine and its network. For a drive without a disk each call fails at once and shows no box.
 class WindowsFileSystem final : public FileSystem {
 public:
     explicit WindowsFileSystem(Context& context) : mLastError(context.lastError) {}

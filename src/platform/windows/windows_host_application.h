@@ -8,8 +8,11 @@
 
 namespace kwo::platform::windows {
 
+/// The process and the machine. Names that the system tells are read in the ANSI code page, paths and version resources
+/// in UTF-16.
 class WindowsHostApplication final : public HostApplication {
 public:
+    /// The module of `context` gives LibraryFolder and ModuleFileName; everything else belongs to the process.
     explicit WindowsHostApplication(Context& context)
         : mModule(context.module), mLastError(context.lastError), mNetwork(context.network) {}
 

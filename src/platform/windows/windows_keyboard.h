@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// Puts the keys into the system's input (SendInput), where they mix with those of the user.
 class WindowsKeyboard final : public Keyboard {
 public:
     explicit WindowsKeyboard(Context& context) : mLastError(context.lastError) {}

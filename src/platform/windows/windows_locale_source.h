@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The locale of the current user. The names in a time zone are UTF-16, settings come in the ANSI code page.
 class WindowsLocaleSource final : public LocaleSource {
 public:
     explicit WindowsLocaleSource(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// Files of the system, opened for others to read. Names are UTF-16.
 class WindowsLogFiles final : public LogFiles {
 public:
     explicit WindowsLogFiles(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The message queue of the calling thread. ProcessPending puts a WM_QUIT back with its exit code.
 class WindowsMessageLoop final : public MessageLoop {
 public:
     explicit WindowsMessageLoop(Context& context) : mLastError(context.lastError) {}

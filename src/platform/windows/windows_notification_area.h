@@ -9,6 +9,8 @@
 
 namespace kwo::platform::windows {
 
+/// Shell_NotifyIconA of shell32.dll. While somebody listens, a hidden window of the thread waits for a new taskbar. The
+/// module counts as used while the listeners are told.
 class WindowsNotificationArea final : public NotificationArea, private TaskbarListener {
 public:
     explicit WindowsNotificationArea(Context& context)
@@ -21,6 +23,7 @@ public:
     void Unlisten(TaskbarListener& listener) noexcept override;
 
 private:
+    /// Tells each listener. One of them may end the listening of others meanwhile.
     void TaskbarCreated() noexcept override;
     bool Notify(DWORD message, const TrayRecord& record);
 

@@ -18,6 +18,7 @@ public:
     WindowsPlatform(const WindowsPlatform&) = delete;
     WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
+    /// The services. They live as long as this object, which must be used on the thread that created it.
     Platform Services();
     /// Stops everything that would still call into the module.
     void StopTimers();

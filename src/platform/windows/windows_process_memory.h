@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The counters of psapi.dll, which is loaded when they are first asked for.
 class WindowsProcessMemory final : public ProcessMemory {
 public:
     explicit WindowsProcessMemory(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,8 @@
 
 namespace kwo::platform::windows {
 
+/// Windows of all programs, in the order in which the system lists them (EnumWindows), and CreateProcessW with the
+/// search path of the system. A window that does not answer is not waited for.
 class WindowsPrograms final : public Programs {
 public:
     explicit WindowsPrograms(Context& context) : mLastError(context.lastError) {}

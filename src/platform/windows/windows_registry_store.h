@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The registry of Windows. Names and values are passed in the ANSI code page.
 class WindowsRegistryStore final : public RegistryStore {
 public:
     explicit WindowsRegistryStore(Context& context) : mLastError(context.lastError) {}

@@ -4,6 +4,8 @@
 
 namespace kwo::platform::windows {
 
+/// The display and the thread's windows: the form is the active window of the thread, and 15 twips to a pixel stand in
+/// where the display tells no resolution.
 class WindowsScreen final : public Screen {
 public:
     std::intptr_t MousePointer() override;

@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The system's own drawing calls, which are named in ScreenDrawing.
 class WindowsScreenDrawing final : public ScreenDrawing {
 public:
     explicit WindowsScreenDrawing(Context& context) : mLastError(context.lastError) {}

@@ -5,6 +5,8 @@
 
 namespace kwo::platform::windows {
 
+/// The texts of FormatMessageA. The library for the last internet error is wininet.dll, for the network mpr.dll;
+/// without them there is no text.
 class WindowsSystemErrors final : public SystemErrors {
 public:
     explicit WindowsSystemErrors(Context& context) : mLastError(context.lastError), mNetwork(context.network) {}

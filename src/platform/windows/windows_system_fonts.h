@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// Fonts by SPI_GETNONCLIENTMETRICS, and the system's own font objects (OleCreateFontIndirect).
 class WindowsSystemFonts final : public SystemFonts {
 public:
     explicit WindowsSystemFonts(Context& context) : mLastError(context.lastError) {}

@@ -19,8 +19,10 @@ public:
     WindowsTimerService(const WindowsTimerService&) = delete;
     WindowsTimerService& operator=(const WindowsTimerService&) = delete;
 
+    /// Counts the module as used until Stop. A handler's call may stop timers and start others.
     std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
     void Stop(std::int32_t timerId) override;
+    /// Stops every timer of the thread. Their handlers are not told.
     void StopAll();
     /// The calling thread ends: stops its timers and tells their handlers.
     void EndThread() noexcept;

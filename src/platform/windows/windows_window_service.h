@@ -5,6 +5,7 @@
 
 namespace kwo::platform::windows {
 
+/// The windows of all programs. A handle of the component is sign-extended to the system's.
 class WindowsWindowService final : public WindowService {
 public:
     explicit WindowsWindowService(Context& context) : mLastError(context.lastError) {}
