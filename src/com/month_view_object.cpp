@@ -67,42 +67,37 @@ public:
     MonthViewObject() : ComponentObject(Info()), mView(Component()) {}
 
     STDMETHODIMP get_CanSelect(VARIANT_BOOL* value) override {
-        return Run(u".CanSelect (Get)", [&] { Required(value) = mView.CanSelect() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".CanSelect (Get)", [&] { Required(value) = VariantBool(mView.CanSelect()); });
     }
     STDMETHODIMP put_CanSelect(VARIANT_BOOL value) override {
         return Run(u".CanSelect (Let)", [&] { mView.SetCanSelect(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_MultiSelect(VARIANT_BOOL* value) override {
-        return Run(u".MultiSelect (Get)",
-                   [&] { Required(value) = mView.MultiSelect() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".MultiSelect (Get)", [&] { Required(value) = VariantBool(mView.MultiSelect()); });
     }
     STDMETHODIMP put_MultiSelect(VARIANT_BOOL value) override {
         return Run(u".MultiSelect (Let)", [&] { mView.SetMultiSelect(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_CaptionFontBold(VARIANT_BOOL* value) override {
-        return Run(u".CaptionFontBold (Get)",
-                   [&] { Required(value) = mView.CaptionFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".CaptionFontBold (Get)", [&] { Required(value) = VariantBool(mView.CaptionFontBold()); });
     }
     STDMETHODIMP put_CaptionFontBold(VARIANT_BOOL value) override {
         return Run(u".CaptionFontBold (Let)", [&] { mView.SetCaptionFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_DayHdrFontBold(VARIANT_BOOL* value) override {
-        return Run(u".DayHdrFontBold (Get)",
-                   [&] { Required(value) = mView.DayHdrFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".DayHdrFontBold (Get)", [&] { Required(value) = VariantBool(mView.DayHdrFontBold()); });
     }
     STDMETHODIMP put_DayHdrFontBold(VARIANT_BOOL value) override {
         return Run(u".DayHdrFontBold (Let)", [&] { mView.SetDayHdrFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_DayFontBold(VARIANT_BOOL* value) override {
-        return Run(u".DayFontBold (Get)",
-                   [&] { Required(value) = mView.DayFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".DayFontBold (Get)", [&] { Required(value) = VariantBool(mView.DayFontBold()); });
     }
     STDMETHODIMP put_DayFontBold(VARIANT_BOOL value) override {
         return Run(u".DayFontBold (Let)", [&] { mView.SetDayFontBold(value != VARIANT_FALSE); });
     }
     STDMETHODIMP get_SelDayFontBold(VARIANT_BOOL* value) override {
-        return Run(u".SelDayFontBold (Get)",
-                   [&] { Required(value) = mView.SelDayFontBold() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".SelDayFontBold (Get)", [&] { Required(value) = VariantBool(mView.SelDayFontBold()); });
     }
     STDMETHODIMP put_SelDayFontBold(VARIANT_BOOL value) override {
         return Run(u".SelDayFontBold (Let)", [&] { mView.SetSelDayFontBold(value != VARIANT_FALSE); });
@@ -146,7 +141,7 @@ public:
                              {OptionalValue(selDate), OptionalValue(canMultiSelect), OptionalValue(spinInterval),
                               OptionalValue(notifyOnChange), OptionalValue(control), OptionalValue(canChange)});
             *focusDate = focus.days;
-            answer = done ? VARIANT_TRUE : VARIANT_FALSE;
+            answer = VariantBool(done);
         });
     }
     STDMETHODIMP MouseDown(short* button, VARIANT* shift, float* x, float* y) override {
@@ -186,8 +181,7 @@ public:
         return Run(u".SelDaysClear", [&] { mView.SelDaysClear(); });
     }
     STDMETHODIMP get_IsSelected(DATE* date, VARIANT_BOOL* selected) override {
-        return Run(u".IsSelected (Get)",
-                   [&] { Required(selected) = mView.IsSelected({Required(date)}) ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".IsSelected (Get)", [&] { Required(selected) = VariantBool(mView.IsSelected({Required(date)})); });
     }
     STDMETHODIMP get_MinDate(DATE* date) override {
         return Run(u".MinDate (Get)", [&] { Required(date) = mView.MinDate().days; });

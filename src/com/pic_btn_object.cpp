@@ -64,8 +64,7 @@ public:
         return Run(u".PicAlignment (Let)", [&] { mButton.SetTextAlignment(Required(alignment)); });
     }
     STDMETHODIMP get_MultiLine(VARIANT_BOOL* multiLine) override {
-        return Run(u".MultiLine (Get)",
-                   [&] { Required(multiLine) = mButton.MultiLine() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".MultiLine (Get)", [&] { Required(multiLine) = VariantBool(mButton.MultiLine()); });
     }
     STDMETHODIMP put_MultiLine(VARIANT_BOOL* multiLine) override {
         return Run(u".MultiLine (Let)", [&] { mButton.SetMultiLine(Required(multiLine) != VARIANT_FALSE); });

@@ -62,7 +62,7 @@ public:
                 platform::windows::MakeHostObject(Required(splitter)),
                 {OptionalValue(size), OptionalValue(marginLeft), OptionalValue(marginTop), OptionalValue(marginRight),
                  OptionalValue(marginBottom)});
-            answer = done ? VARIANT_TRUE : VARIANT_FALSE;
+            answer = VariantBool(done);
         });
     }
     STDMETHODIMP Resize() override {

@@ -65,7 +65,7 @@ private:
         });
     }
     HRESULT Flag(TextView member, Metric metric, VARIANT_BOOL* value) {
-        return Run(member, [&] { Required(value) = mMetrics.Flag(metric) ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(member, [&] { Required(value) = VariantBool(mMetrics.Flag(metric)); });
     }
     HRESULT Number(TextView member, Metric metric, short* value) {
         return Run(member, [&] { Required(value) = mMetrics.Short(metric); });

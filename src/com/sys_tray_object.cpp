@@ -39,7 +39,7 @@ public:
         return Run(u".Create", [&] {
             VARIANT_BOOL& answer = Required(added);
             const bool done = mTray.Create(Required(window), PictureOf(Required(icon)), ToText(Required(toolTip)));
-            answer = done ? VARIANT_TRUE : VARIANT_FALSE;
+            answer = VariantBool(done);
         });
     }
     STDMETHODIMP Destroy() override {

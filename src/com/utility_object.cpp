@@ -82,12 +82,10 @@ public:
                    [&] { Directory(&sysinfo::KWOUtility::KWO_WindowsDir, slashAtEnd, Required(directory)); });
     }
     STDMETHODIMP get_KWO_IsWin32(VARIANT_BOOL* value) override {
-        return Run(u".KWO_IsWin32 (Get)",
-                   [&] { Required(value) = mUtility.KWO_IsWin32() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".KWO_IsWin32 (Get)", [&] { Required(value) = VariantBool(mUtility.KWO_IsWin32()); });
     }
     STDMETHODIMP get_KWO_IsWinNT(VARIANT_BOOL* value) override {
-        return Run(u".KWO_IsWinNT (Get)",
-                   [&] { Required(value) = mUtility.KWO_IsWinNT() ? VARIANT_TRUE : VARIANT_FALSE; });
+        return Run(u".KWO_IsWinNT (Get)", [&] { Required(value) = VariantBool(mUtility.KWO_IsWinNT()); });
     }
     STDMETHODIMP get_KWO_WinMajorVersion(short* value) override {
         return Run(u".KWO_WinMajorVersion (Get)", [&] { Required(value) = mUtility.KWO_WinMajorVersion(); });

@@ -14,6 +14,7 @@ namespace kwo::kwoinit {
 namespace {
 
 using com::Required;
+using com::VariantBool;
 
 constexpr com::MemberThunk kMembers[] = {com::Member<&_KWOInitialize::KWO_MsgTableSize>,
                                          com::Member<&_KWOInitialize::KWO_MsgTableLoad>};
@@ -39,7 +40,7 @@ public:
             first = extent.lowest;
             last = extent.highest;
             characters = extent.characters;
-            answer = extent.highest != 0 ? VARIANT_TRUE : VARIANT_FALSE;
+            answer = VariantBool(extent.highest != 0);
         });
     }
     STDMETHODIMP KWO_MsgTableLoad(LONG* language, SAFEARRAY** indexArray, SAFEARRAY** textArray) override {

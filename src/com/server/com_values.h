@@ -15,4 +15,9 @@ using com_support::ToText;
 using platform::Text;
 using platform::TextView;
 
+/// A truth value as automation passes it.
+constexpr VARIANT_BOOL VariantBool(bool truth) {
+    return truth ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
 }  // namespace kwo::com
