@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "com_support/bstr.h"
+#include "com_support/owned_variant.h"
 #include "form.h"
 #include "kwoutil.h"
 #include "measure.h"
@@ -18,7 +20,8 @@
 namespace {
 
 using namespace kwo::bench;
-using kwohost::ComPtr;
+using kwo::com_support::NewString;
+using kwo::com_support::OwnedVariant;
 
 constexpr int kWidth = 280;
 constexpr int kHeight = 240;
@@ -30,8 +33,7 @@ public:
 
     void Get(const wchar_t* name, VARIANT& result) { Call(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {}, &result); }
     LONG Whole(const wchar_t* name) {
-        VARIANT value;
-        ::VariantInit(&value);
+        OwnedVariant value;
         Get(name, value);
         return value.vt == VT_R4 ? static_cast<LONG>(value.fltVal) : value.lVal;
     }
@@ -73,6 +75,13 @@ VARIANT Truth(bool truth) {
     return value;
 }
 
+OwnedVariant TextValue(const wchar_t* text) {
+    OwnedVariant value;
+    value.vt = VT_BSTR;
+    value.bstrVal = NewString(std::wstring_view(text));
+    return value;
+}
+
 /// November 2026, whose first day is a Sunday, by the calls that the calendar makes.
 class DirectCalendar {
 public:
@@ -80,13 +89,9 @@ public:
 
     void Draw() {
         mBox.Call(L"Cls", DISPATCH_METHOD, {});
-        VARIANT sample;
-        sample.vt = VT_BSTR;
-        sample.bstrVal = ::SysAllocString(L"JjGg|");
-        VARIANT height;
-        ::VariantInit(&height);
+        const OwnedVariant sample = TextValue(L"JjGg|");
+        OwnedVariant height;
         mBox.Call(L"TextHeight", DISPATCH_METHOD, {sample}, &height);
-        ::SysFreeString(sample.bstrVal);
         const LONG button = static_cast<LONG>(height.fltVal / 15) + 6;
         const LONG width = mBox.Whole(L"Width") / 15;
         const LONG cellWidth = (width - 8) / 7;
@@ -131,8 +136,7 @@ private:
     /// The font is asked for each time, as a host may have been given another one.
     void Style(LONG colour) {
         mBox.Call(L"ForeColor", DISPATCH_PROPERTYPUT, {Whole(colour)});
-        VARIANT font;
-        ::VariantInit(&font);
+        OwnedVariant font;
         mBox.Get(L"Font", font);
         constexpr DISPID kBold = 3;
         VARIANT bold = Truth(false);
@@ -140,17 +144,13 @@ private:
         DISPPARAMS parameters = {&bold, &put, 1, 1};
         font.pdispVal->Invoke(kBold, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr,
                               nullptr);
-        ::VariantClear(&font);
     }
 
     Direct mBox;
 };
 
 void MeasureRedraw(IDispatch* box) {
-    IDispatch* const object = Created(L"KWOUtil.KWOMonthView");
-    void* early = nullptr;
-    Must(object->QueryInterface(IID__KWOMonthView, &early), "QueryInterface");
-    auto* const view = static_cast<_KWOMonthView*>(early);
+    const auto view = Early<_KWOMonthView>(Created(L"KWOUtil.KWOMonthView"), IID__KWOMonthView);
     DATE focus = 46347;  // 2026-11-21
     VARIANT_BOOL created = VARIANT_FALSE;
     Must(view->Create(&box, &focus, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &created), "Create");
@@ -187,8 +187,6 @@ void MeasureRedraw(IDispatch* box) {
     ::DeleteObject(bitmap);
     ::ReleaseDC(nullptr, screen);
     ::DestroyWindow(month);
-    view->Release();
-    object->Release();
 }
 
 }  // namespace
@@ -202,18 +200,13 @@ int main() {
         const auto form = kwohost::MakeObject<kwohost::Form>(host, forms, L"frm", kwohost::Form::Kind::Plain, nullptr);
         form->Open();
         Direct members(form.Get());
-        VARIANT type;
-        type.vt = VT_BSTR;
-        type.bstrVal = ::SysAllocString(L"PictureBox");
-        VARIANT box;
-        ::VariantInit(&box);
+        const OwnedVariant type = TextValue(L"PictureBox");
+        OwnedVariant box;
         members.Call(L"AddControl", DISPATCH_METHOD, {type, type}, &box);
         members.Call(L"Show", DISPATCH_METHOD, {});
         Direct(box.pdispVal)
             .Call(L"Move", DISPATCH_METHOD, {Whole(0), Whole(0), Whole(kWidth * 15), Whole(kHeight * 15)});
         MeasureRedraw(box.pdispVal);
-        ::VariantClear(&box);
-        ::SysFreeString(type.bstrVal);
         form->End();
     }
     ::CoUninitialize();

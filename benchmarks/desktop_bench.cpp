@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string>
 
+#include "com_support/bstr.h"
+#include "com_support/owned_variant.h"
 #include "kwoutil.h"
 #include "measure.h"
 #include "process_resources.h"
@@ -14,14 +16,15 @@
 namespace {
 
 using namespace kwo::bench;
+using kwo::com_support::Bstr;
+using kwo::com_support::OwnedVariant;
 namespace com_test = kwo::com_test;
 
 void MeasureMetric(const wchar_t* name, DISPID id, int index, int callsPerRound) {
     constexpr DISPID kScaleMode = 0x6803001C;
-    IDispatch* const metrics = Created(L"KWOUtil.KWOSysMetrics");
+    const auto metrics = Created(L"KWOUtil.KWOSysMetrics");
     DISPPARAMS none = {nullptr, nullptr, 0, 0};
-    VARIANT result;
-    ::VariantInit(&result);
+    OwnedVariant result;
     const auto invoke = [&](DISPID member, WORD kind) {
         return Cost(callsPerRound, [&] {
             metrics->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &none, &result, nullptr, nullptr);
@@ -36,7 +39,6 @@ void MeasureMetric(const wchar_t* name, DISPID id, int index, int callsPerRound)
     Row("a property without anything behind it, by Invoke", property);
     Row("the metric, by Invoke", metric);
     Row("the metric less GetSystemMetrics", metric - system);
-    metrics->Release();
 }
 
 /// The same probes as the search makes, in a plain loop.
@@ -63,26 +65,18 @@ void MeasureSearch() {
     for (int entry = 0; entry < kEntries; ++entry)
         path += std::wstring(folder) + L"\\fonts;";
     ::SetEnvironmentVariableW(L"PATH", path.c_str());
-    IDispatch* const object = Created(L"KWOUtil.KWOUtility");
-    void* early = nullptr;
-    Must(object->QueryInterface(IID__KWOUtility, &early), "QueryInterface");
-    auto* const utility = static_cast<_KWOUtility*>(early);
-    BSTR name = ::SysAllocString(L"no such file");
+    const auto utility = Early<_KWOUtility>(Created(L"KWOUtil.KWOUtility"), IID__KWOUtility);
+    Bstr name(std::wstring_view(L"no such file"));
 
     std::printf("\nA file that is nowhere in a path of %d entries\n", kEntries);
     const double plain = Cost(1, [&] { PlainSearch(path, L"no such file"); });
     const double search = Cost(1, [&] {
-        BSTR found = nullptr;
-        utility->KWO_FindInPath(&name, &found);
-        ::SysFreeString(found);
+        Bstr found;
+        utility->KWO_FindInPath(name.InOut(), found.Out());
     });
     Row("a plain loop of the same probes", plain);
     Row("KWO_FindInPath", search);
     Target("KWO_FindInPath against the plain loop", search / plain, "at most", 1.1, search <= 1.1 * plain);
-
-    ::SysFreeString(name);
-    utility->Release();
-    object->Release();
 }
 
 struct Use {
@@ -111,16 +105,11 @@ void MeasureLeaks() {
     ProveTheCounting();
     std::printf("\n%d objects of each class created and released: what is left\n", kObjects);
     for (const wchar_t* const name : kClasses) {
-        void* made = nullptr;
-        Must(::CoGetClassObject(ClassOf((std::wstring(L"KWOUtil.") + name).c_str()), CLSCTX_INPROC_SERVER, nullptr,
-                                IID_IClassFactory, &made),
-             "CoGetClassObject");
-        auto* const factory = static_cast<IClassFactory*>(made);
+        const auto factory = FactoryOf((std::wstring(L"KWOUtil.") + name).c_str());
         const auto make = [&](int count) {
             for (int at = 0; at < count; ++at) {
-                void* object = nullptr;
-                Must(factory->CreateInstance(nullptr, IID_IDispatch, &object), "CreateInstance");
-                static_cast<IDispatch*>(object)->Release();
+                ComPtr<IDispatch> object;
+                Must(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid()), "CreateInstance");
             }
         };
         // What is made once and kept is no leak.
@@ -132,7 +121,6 @@ void MeasureLeaks() {
         std::printf("  %-16ls %6ld handles %6ld drawing objects %6ld windows and menus %8lld bytes\n", name,
                     left.handles, after.drawingObjects - before.drawingObjects, after.userObjects - before.userObjects,
                     left.heapBytes);
-        factory->Release();
     }
 }
 

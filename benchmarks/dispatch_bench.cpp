@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "com_support/owned_variant.h"
 #include "kwoutil.h"
 #include "measure.h"
 
@@ -12,29 +13,26 @@
 namespace {
 
 using namespace kwo::bench;
+using kwo::com_support::OwnedVariant;
 
 /// A late-bound call as a script makes it: by name every time.
-void CallByName(IDispatch* object, const wchar_t* name, WORD flags, DISPPARAMS& arguments) {
+void CallByName(IDispatch& object, const wchar_t* name, WORD flags, DISPPARAMS& arguments) {
     LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
     DISPID id = DISPID_UNKNOWN;
-    VARIANT result;
-    ::VariantInit(&result);
-    object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
-    object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, &result, nullptr, nullptr);
+    OwnedVariant result;
+    object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, &result, nullptr, nullptr);
 }
 
 void MeasureCalls() {
     constexpr DISPID kInterval = 0x68030000;
-    IDispatch* const object = Created(L"KWOUtil.KWOTimer");
-    IDispatch* const dictionary = Created(L"Scripting.Dictionary");
-    void* early = nullptr;
-    Must(object->QueryInterface(IID__KWOTimer, &early), "QueryInterface");
-    auto* const timer = static_cast<_KWOTimer*>(early);
-    ITypeInfo* info = nullptr;
-    Must(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), "GetTypeInfo");
+    const auto object = Created(L"KWOUtil.KWOTimer");
+    const auto dictionary = Created(L"Scripting.Dictionary");
+    const auto timer = Early<_KWOTimer>(object, IID__KWOTimer);
+    ComPtr<ITypeInfo> info;
+    Must(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Out()), "GetTypeInfo");
     DISPPARAMS none = {nullptr, nullptr, 0, 0};
-    VARIANT result;
-    ::VariantInit(&result);
+    OwnedVariant result;
 
     std::printf("\nReading a property (KWOTimer.Interval)\n");
     LONG interval = 0;
@@ -43,8 +41,8 @@ void MeasureCalls() {
         object->Invoke(kInterval, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &result, nullptr,
                        nullptr);
     });
-    const double throughTypeInfo =
-        Cost(50'000, [&] { info->Invoke(timer, kInterval, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr); });
+    const double throughTypeInfo = Cost(
+        50'000, [&] { info->Invoke(timer.Get(), kInterval, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr); });
     Row("by the virtual table", direct);
     Row("by Invoke", invoked);
     Row("by ITypeInfo::Invoke", throughTypeInfo);
@@ -53,7 +51,7 @@ void MeasureCalls() {
            throughTypeInfo >= 10 * invoked);
 
     std::printf("\nWriting it\n");
-    VARIANTARG value;
+    OwnedVariant value;
     value.vt = VT_I4;
     value.lVal = 500;
     DISPID put = DISPID_PROPERTYPUT;
@@ -67,41 +65,29 @@ void MeasureCalls() {
     Target("Invoke against the virtual table", invokedPut / directPut, "at most", 10, invokedPut <= 10 * directPut);
 
     std::printf("\nReading it late bound, the name looked up every time\n");
-    const double ours = Cost(200'000, [&] { CallByName(object, L"Interval", DISPATCH_PROPERTYGET, none); });
-    const double theirs = Cost(100'000, [&] { CallByName(dictionary, L"Count", DISPATCH_PROPERTYGET, none); });
+    const double ours = Cost(200'000, [&] { CallByName(*object, L"Interval", DISPATCH_PROPERTYGET, none); });
+    const double theirs = Cost(100'000, [&] { CallByName(*dictionary, L"Count", DISPATCH_PROPERTYGET, none); });
     Row("KWOTimer.Interval", ours);
     Row("Scripting.Dictionary.Count", theirs);
     Target("Scripting.Dictionary against KWOUtil", theirs / ours, "at least", 5, theirs >= 5 * ours);
-
-    info->Release();
-    timer->Release();
-    dictionary->Release();
-    object->Release();
 }
 
 void MeasureCreation(const wchar_t* name) {
-    void* made = nullptr;
-    Must(::CoGetClassObject(ClassOf(name), CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, &made),
-         "CoGetClassObject");
-    auto* const factory = static_cast<IClassFactory*>(made);
-    IDispatch* const held = Created(name);
+    const auto factory = FactoryOf(name);
+    const auto held = Created(name);
 
     std::printf("\nAn object created and released (%ls)\n", name);
     const double byFactory = Cost(50'000, [&] {
-        void* object = nullptr;
-        factory->CreateInstance(nullptr, IID_IDispatch, &object);
-        static_cast<IDispatch*>(object)->Release();
+        ComPtr<IDispatch> object;
+        factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid());
     });
-    const double byName = Cost(500, [&] { Created(name)->Release(); });
-    const double peer = Cost(500, [&] { Created(L"Scripting.Dictionary")->Release(); });
+    const double byName = Cost(500, [&] { Created(name); });
+    const double peer = Cost(500, [&] { Created(L"Scripting.Dictionary"); });
     Row("by a class factory that is held", byFactory);
     Row("by its programmatic identifier", byName);
     Row("Scripting.Dictionary by its programmatic identifier", peer);
     Target("by a class factory, nanoseconds", byFactory, "under", 1000, byFactory < 1000);
     Target("by name against Scripting.Dictionary", byName / peer, "about", 1, byName <= 1.1 * peer);
-
-    held->Release();
-    factory->Release();
 }
 
 }  // namespace

@@ -8,8 +8,12 @@
 #include <cstdlib>
 #include <vector>
 
+#include "com_support/com_ptr.h"
+
 /// What the benchmarks that run as automation clients have in common.
 namespace kwo::bench {
+
+using com_support::ComPtr;
 
 inline void Must(HRESULT result, const char* what) {
     if (SUCCEEDED(result)) return;
@@ -51,10 +55,26 @@ inline CLSID ClassOf(const wchar_t* name) {
     return id;
 }
 
-inline IDispatch* Created(const wchar_t* name) {
-    void* object = nullptr;
-    Must(::CoCreateInstance(ClassOf(name), nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, &object), "CoCreateInstance");
-    return static_cast<IDispatch*>(object);
+inline ComPtr<IDispatch> Created(const wchar_t* name) {
+    ComPtr<IDispatch> object;
+    Must(::CoCreateInstance(ClassOf(name), nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutVoid()),
+         "CoCreateInstance");
+    return object;
+}
+
+inline ComPtr<IClassFactory> FactoryOf(const wchar_t* name) {
+    ComPtr<IClassFactory> factory;
+    Must(::CoGetClassObject(ClassOf(name), CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.OutVoid()),
+         "CoGetClassObject");
+    return factory;
+}
+
+/// An interface that the object must have.
+template <class Interface>
+ComPtr<Interface> Early(const ComPtr<IDispatch>& object, REFIID id) {
+    auto early = object.As<Interface>(id);
+    Must(early ? S_OK : E_NOINTERFACE, "QueryInterface");
+    return early;
 }
 
 }  // namespace kwo::bench

@@ -9,11 +9,14 @@
 #include <vector>
 
 #include "kwoutil.h"
+#include "measure.h"
 
 // A tick of 50 milliseconds for 20 seconds beside a plain timer of the system, in one process at the same time.
 // KWOUtil must be registered.
 
 namespace {
+
+using namespace kwo::bench;
 
 constexpr LONG kIntervalMs = 50;
 constexpr DWORD kDurationMs = 20'000;
@@ -109,15 +112,8 @@ int main(int argc, char** argv) {
     for (int at = 1; at < argc; ++at) {
         if (std::string_view(argv[at]).find("tick") == std::string_view::npos) return 0;
     }
-    ::CoInitialize(nullptr);
-    CLSID classId;
-    void* object = nullptr;
-    if (FAILED(::CLSIDFromProgID(L"KWOUtil.KWOTimer", &classId)) ||
-        FAILED(::CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID__KWOTimer, &object))) {
-        std::printf("KWOUtil is not registered\n");
-        return 1;
-    }
-    auto* const timer = static_cast<_KWOTimer*>(object);
+    Must(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
+    auto timer = Early<_KWOTimer>(Created(L"KWOUtil.KWOTimer"), IID__KWOTimer);
     Callback callback;
     VARIANT_BOOL enabled = VARIANT_TRUE;
     timer->putref_TimerEvents(&callback);
@@ -136,7 +132,7 @@ int main(int argc, char** argv) {
     callback.series.Print("KWOTimer");
     ofTheSystem.Print("SetTimer");
     std::printf("  (milliseconds; late is behind the grid of whole intervals since the start)\n");
-    timer->Release();
+    timer.Reset();
     ::CoUninitialize();
     return 0;
 }
