@@ -55,7 +55,10 @@ HRESULT Copy(VARIANT& copy, VARIANT& original) {
         return S_OK;
     }
     ::VariantInit(&copy);
-    return ::VariantCopyInd(&copy, &original);
+    const HRESULT copied = ::VariantCopyInd(&copy, &original);
+    // After a failure it owns nothing, whatever the call wrote.
+    if (FAILED(copied)) ::VariantInit(&copy);
+    return copied;
 }
 
 /// The conversion failures that automation knows. Anything else is a type mismatch.
@@ -66,7 +69,7 @@ HRESULT ConversionResult(HRESULT result) {
     return DISP_E_TYPEMISMATCH;
 }
 
-HRESULT Convert(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
+HRESULT ConvertValue(VARIANT& converted, const VARIANT& value, VARTYPE type, LCID locale) {
     ::VariantInit(&converted);
     if (com_support::IsNullObject(value)) return DISP_E_TYPEMISMATCH;
     const HRESULT changed = com_support::Convert(converted, value, type, locale);
@@ -138,9 +141,6 @@ HRESULT ConvertHandle(VARIANT& converted, const VARIANT& value, LCID locale) {
 }  // namespace
 
 HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCID locale) noexcept {
-    mSource = nullptr;
-    mOwnsValue = false;
-    mChanged = false;
     if (source == nullptr) return PrepareMissing(parameter);
 
     VARIANT* const held = Innermost(source);
@@ -162,14 +162,12 @@ HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCI
     }
     const HRESULT copied = CopyFor(parameter, *held, locale);
     if (FAILED(copied)) return copied;
-    mOwnsValue = true;
     mPointer = PlaceOfValue(parameter, mValue);
     return fromVariable && parameter.byReference ? Remember(source) : S_OK;
 }
 
 HRESULT PassedArgument::PrepareMissing(const Parameter& parameter) noexcept {
     if (!parameter.optional) return DISP_E_PARAMNOTOPTIONAL;
-    mOwnsValue = true;
     mPointer = PlaceOfValue(parameter, mValue);
     if (parameter.type == VT_VARIANT) {
         mValue.vt = VT_ERROR;
@@ -199,7 +197,6 @@ HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT& held, 
     whole.parray = *array;
     const HRESULT copied = ofVariants ? ConvertArray(mValue, whole, element, locale) : Copy(mValue, whole);
     if (FAILED(copied)) return ConversionResult(copied);
-    mOwnsValue = true;
     mPointer = &mValue.parray;
     // Changes that the member makes to an array passed by value do not reach the caller.
     if (isReference || &held != source) WriteBackAlways(source);
@@ -211,7 +208,7 @@ HRESULT PassedArgument::CopyFor(const Parameter& parameter, VARIANT& held, LCID 
     const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
     if (parameter.type == VT_DISPATCH) return CopyObject(parameter, held);
     if (parameter.type == VT_VARIANT || parameter.type == type) return ConversionResult(Copy(mValue, held));
-    return parameter.handle ? ConvertHandle(mValue, held, locale) : Convert(mValue, held, parameter.type, locale);
+    return parameter.handle ? ConvertHandle(mValue, held, locale) : ConvertValue(mValue, held, parameter.type, locale);
 }
 
 HRESULT PassedArgument::CopyObject(const Parameter& parameter, VARIANT& held) noexcept {
@@ -229,9 +226,13 @@ HRESULT PassedArgument::CopyObject(const Parameter& parameter, VARIANT& held) no
         object->AddRef();
         return S_OK;
     }
-    auto* const place = reinterpret_cast<void**>(&mValue.pdispVal);
-    if (SUCCEEDED(object->QueryInterface(parameter.interfaceId, place))) return S_OK;
-    return SUCCEEDED(object->QueryInterface(IID_IDispatch, place)) ? S_OK : DISP_E_TYPEMISMATCH;
+    void* found = nullptr;
+    if (FAILED(object->QueryInterface(parameter.interfaceId, &found)) &&
+        FAILED(object->QueryInterface(IID_IDispatch, &found))) {
+        return DISP_E_TYPEMISMATCH;
+    }
+    mValue.pdispVal = static_cast<IDispatch*>(found);
+    return S_OK;
 }
 
 /// Changes after this are written back to the caller's variable.
@@ -241,8 +242,7 @@ HRESULT PassedArgument::Remember(VARIANT* source) noexcept {
         mBefore.vt = VT_PTR;
         mBefore.parray = mValue.parray;
     } else if (const HRESULT copied = Copy(mBefore, mValue); FAILED(copied)) {
-        ::VariantClear(&mValue);
-        mOwnsValue = false;
+        mValue.Clear();
         return copied;
     }
     mSource = source;
@@ -250,13 +250,7 @@ HRESULT PassedArgument::Remember(VARIANT* source) noexcept {
 }
 
 void PassedArgument::WriteBackAlways(VARIANT* source) noexcept {
-    mBefore.vt = VT_EMPTY;
     mSource = source;
-}
-
-void PassedArgument::Clear() noexcept {
-    if (mOwnsValue) ::VariantClear(&mValue);
-    if (mSource != nullptr) ::VariantClear(&mBefore);
 }
 
 bool PassedArgument::HasChanged() const noexcept {
@@ -292,12 +286,11 @@ HRESULT PassedArgument::ConvertBack(LCID locale) noexcept {
     const bool toVariants = type == kArrayOfVariants && mValue.vt != kArrayOfVariants && (mValue.vt & VT_ARRAY) != 0;
     if ((mVariableType & VT_BYREF) == 0 && !toVariants) return S_OK;
 
-    VARIANT converted;
-    const HRESULT result =
-        toVariants ? ConvertArray(converted, mValue, VT_VARIANT, locale) : Convert(converted, mValue, type, locale);
+    OwnedVariant converted;
+    const HRESULT result = toVariants ? ConvertArray(converted, mValue, VT_VARIANT, locale)
+                                      : ConvertValue(converted, mValue, type, locale);
     if (FAILED(result)) return result;
-    ::VariantClear(&mValue);
-    mValue = converted;
+    mValue = std::move(converted);
     return S_OK;
 }
 
@@ -306,7 +299,7 @@ void PassedArgument::WriteBack() noexcept {
     VARIANT* const variable = Innermost(mSource);
     if (variable == nullptr) return;
     if (((variable->vt | mVariableType) & VT_BYREF) == 0) {
-        std::swap(*variable, mValue);
+        std::swap(*variable, static_cast<VARIANT&>(mValue));
         return;
     }
     // Converting may have run code of the caller.

@@ -4,6 +4,7 @@
 #include <oleauto.h>
 
 #include "com/server/dispatch_table.h"
+#include "com_support/owned_variant.h"
 
 namespace kwo::com {
 
@@ -12,15 +13,15 @@ namespace kwo::com {
 /// A value in a variable of the caller is always copied, and a changed copy is written back after the call: the
 /// caller's code may run meanwhile and give the variable another value or type. Only an array behind a reference of its
 /// own type is used in place, because it may be one that cannot be replaced.
-///
-/// It is uninitialised until Prepare, so that a frame of many arguments costs nothing.
 class PassedArgument {
 public:
+    PassedArgument() = default;
+    PassedArgument(const PassedArgument&) = delete;
+    PassedArgument& operator=(const PassedArgument&) = delete;
+
     /// Converts what the caller sent for `parameter`; a null `source` means that the argument was left out. If it does
-    /// not fit, returns a standard automation error, and Clear need not be called.
+    /// not fit, returns a standard automation error.
     HRESULT Prepare(const Parameter& parameter, VARIANT* source, LCID locale) noexcept;
-    /// Frees what Prepare took.
-    void Clear() noexcept;
 
     /// The pointer that the member is called with.
     void* Value() const { return mPointer; }
@@ -39,13 +40,12 @@ private:
     void WriteBackAlways(VARIANT* source) noexcept;
     bool HasChanged() const noexcept;
 
-    void* mPointer;
-    VARIANT mValue;
-    VARIANT mBefore;        ///< the value as it was passed; only with mSource
-    VARIANT* mSource;       ///< what leads to the caller's variable; null when there is nothing to write back
-    VARTYPE mVariableType;  ///< what the variable held when the value was converted back
-    bool mOwnsValue;
-    bool mChanged;
+    void* mPointer = nullptr;
+    com_support::OwnedVariant mBefore;  ///< the value as it was passed; only with mSource
+    com_support::OwnedVariant mValue;   ///< the copy that is passed; empty when the caller's own value is
+    VARIANT* mSource = nullptr;  ///< what leads to the caller's variable; null when there is nothing to write back
+    VARTYPE mVariableType = VT_EMPTY;  ///< what the variable held when the value was converted back
+    bool mChanged = false;
 };
 
 }  // namespace kwo::com

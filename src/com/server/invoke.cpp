@@ -1,6 +1,7 @@
 #include "com/server/invoke.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "com/server/argument.h"
 #include "com/server/error_report.h"
@@ -27,8 +28,9 @@ public:
     ArgumentFrame(const DispatchMember& member, DISPPARAMS& arguments, LCID locale)
         : mMember(member), mArguments(arguments), mLocale(locale) {}
     ~ArgumentFrame() {
-        for (std::size_t at = 0; at < mPrepared; ++at)
-            mPassed[at].Clear();
+        // In the order of the parameters: releasing an object runs code of the caller.
+        for (std::size_t at = 0; at < mMade; ++at)
+            std::destroy_at(&mPassed[at]);
     }
     ArgumentFrame(const ArgumentFrame&) = delete;
     ArgumentFrame& operator=(const ArgumentFrame&) = delete;
@@ -37,29 +39,31 @@ public:
         const HRESULT matched = Match(badArgument);
         if (FAILED(matched)) return matched;
         for (const Parameter& parameter : mMember.parameters) {
-            VARIANT* const source = mSources[mPrepared];
-            const HRESULT prepared = mPassed[mPrepared].Prepare(parameter, source, mLocale);
+            VARIANT* const source = mSources[mMade];
+            void*& pointer = mPointers[mMade];
+            PassedArgument& passed = *std::construct_at(&mPassed[mMade]);
+            ++mMade;
+            const HRESULT prepared = passed.Prepare(parameter, source, mLocale);
             if (FAILED(prepared)) {
                 if (source == nullptr) return mArguments.cNamedArgs == 0 ? DISP_E_BADPARAMCOUNT : prepared;
                 return Bad(prepared, source, badArgument);
             }
-            mPointers[mPrepared] = mPassed[mPrepared].Value();
-            ++mPrepared;
+            pointer = passed.Value();
         }
         return S_OK;
     }
 
     void* const* Pointers(void* result) {
-        mPointers[mPrepared] = result;
+        mPointers[mMade] = result;
         return mPointers;
     }
 
     HRESULT WriteBack(UINT* badArgument) {
-        for (std::size_t at = 0; at < mPrepared; ++at) {
+        for (std::size_t at = 0; at < mMade; ++at) {
             const HRESULT converted = mPassed[at].ConvertBack(mLocale);
             if (FAILED(converted)) return Bad(converted, mSources[at], badArgument);
         }
-        for (std::size_t at = 0; at < mPrepared; ++at)
+        for (std::size_t at = 0; at < mMade; ++at)
             mPassed[at].WriteBack();
         return S_OK;
     }
@@ -100,11 +104,13 @@ private:
     const DispatchMember& mMember;
     DISPPARAMS& mArguments;
     LCID mLocale;
-    std::size_t mPrepared = 0;
-    // Uninitialised on purpose: only the arguments that a member has are touched.
+    std::size_t mMade = 0;
+    // Uninitialised on purpose: only the arguments that a member has are touched, and the first mMade of mPassed made.
     VARIANT* mSources[DispatchTable::kMostArguments];
     void* mPointers[DispatchTable::kMostArguments + 1];
-    PassedArgument mPassed[DispatchTable::kMostArguments];
+    union {
+        PassedArgument mPassed[DispatchTable::kMostArguments];
+    };
 };
 
 HRESULT Called(const DispatchMember& member, void* interfacePointer, void* const* pointers, EXCEPINFO* exception) {
