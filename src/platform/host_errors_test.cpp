@@ -4,7 +4,6 @@
 
 #include <new>
 
-#include "platform/simulated/log.h"
 #include "platform/simulated/simulated_object.h"
 #include "support/raised.h"
 
@@ -13,7 +12,8 @@ namespace {
 
 TEST(RequiredTest, IsTheObjectOrError91) {
     simulated::Log log;
-    const auto form = std::make_shared<simulated::SimulatedObject>(log, u"Form");
+    simulated::Faults faults;
+    const auto form = std::make_shared<simulated::SimulatedObject>(log, faults, u"Form");
     EXPECT_EQ(&Required(form), form.get());
     EXPECT_EQ(test_support::RaisedNumber([] { Required(nullptr); }), 91);
 }

@@ -7,17 +7,33 @@ namespace kwo::platform::simulated {
 
 namespace {
 
+/// Allocations until one fails; 0 if none is to fail.
 thread_local int untilFailure = 0;
+thread_local bool staysShort = false;
+thread_local bool hasFailed = false;
+
+bool Fails() noexcept {
+    if (untilFailure == 0 || UncountedMemory::IsActive()) return false;
+    if (untilFailure > 1) {
+        --untilFailure;
+        return false;
+    }
+    if (!staysShort) untilFailure = 0;
+    hasFailed = true;
+    return true;
+}
 
 void* Allocated(std::size_t size) noexcept {
-    if (untilFailure > 0 && --untilFailure == 0) return nullptr;
+    if (Fails()) return nullptr;
     return std::malloc(size > 0 ? size : 1);
 }
 
 }  // namespace
 
-FailingMemory::FailingMemory(int nth) {
+FailingMemory::FailingMemory(int nth, Which which) {
     untilFailure = nth;
+    staysShort = which == Which::ThatAndAllLater;
+    hasFailed = false;
 }
 
 FailingMemory::~FailingMemory() {
@@ -25,7 +41,7 @@ FailingMemory::~FailingMemory() {
 }
 
 bool FailingMemory::HasFailed() const {
-    return untilFailure == 0;
+    return hasFailed;
 }
 
 }  // namespace kwo::platform::simulated

@@ -1,12 +1,17 @@
 #pragma once
 
+#include "platform/simulated/uncounted_memory.h"
+
 namespace kwo::platform::simulated {
 
-/// Lets one allocation of the calling thread fail: the `nth` from now, with std::bad_alloc.
+/// Lets allocations of the calling thread fail with std::bad_alloc. What the simulated desktop allocates for itself
+/// neither counts nor fails.
 class FailingMemory {
 public:
-    /// Begins to count. 1 is the next allocation.
-    explicit FailingMemory(int nth);
+    enum class Which { One, ThatAndAllLater };
+
+    /// Begins to count. The `nth` allocation fails (1 is the next one), or that one and all later ones.
+    explicit FailingMemory(int nth, Which which = Which::One);
     /// Ends it; a failure that has not come does not come.
     ~FailingMemory();
     FailingMemory(const FailingMemory&) = delete;

@@ -11,11 +11,12 @@ constexpr double kScaledPerDay = 86'400'000.0 * static_cast<double>(Milliseconds
 }  // namespace
 
 SimulatedClock::SimulatedClock(World& world) : mWorld(world) {
-    world.faults.Declare({"QueryPerformanceFrequency", "LocalFileTimeToFileTime"});
+    world.faults.Declare({{"QueryPerformanceFrequency", {50}}, {"LocalFileTimeToFileTime", {87}}});
 }
 
 std::optional<std::int64_t> SimulatedClock::CounterFrequency() {
-    if (mWorld.Fails("QueryPerformanceFrequency")) return std::nullopt;
+    const Call call(mWorld, "QueryPerformanceFrequency");
+    if (call.Fails()) return std::nullopt;
     return mFrequency;
 }
 
@@ -37,9 +38,10 @@ Date SimulatedClock::Now() {
 }
 
 std::optional<std::int64_t> SimulatedClock::LocalFileTimeToUtc(std::int64_t fileTime) {
+    const Call call(mWorld, "LocalFileTimeToFileTime");
     constexpr std::int64_t kPerMinute = 60 * kScaledPerSecond;
     constexpr std::int32_t kInvalidParameter = 87;
-    if (mWorld.Fails("LocalFileTimeToFileTime")) return std::nullopt;
+    if (call.Fails()) return std::nullopt;
     if (fileTime < 0) {
         mWorld.lastError = kInvalidParameter;
         return std::nullopt;

@@ -6,9 +6,10 @@
 namespace kwo::platform::simulated {
 
 HostObjectRef SimulatedComponentFactory::Create(TextView programmaticId) {
+    const Call call(mWorld, "CoCreateInstance");
     mWorld.log.Add("CreateObject " + Shown(programmaticId));
     const auto found = mMakers.find(Folded(programmaticId));
-    if (mWorld.Fails("CoCreateInstance") || found == mMakers.end()) RaiseRuntime(RuntimeError::CannotCreateObject);
+    if (call.Fails() || found == mMakers.end()) RaiseRuntime(RuntimeError::CannotCreateObject);
     return found->second();
 }
 

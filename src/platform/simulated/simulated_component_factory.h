@@ -13,7 +13,9 @@ class SimulatedComponentFactory final : public ComponentFactory {
 public:
     using Maker = std::function<HostObjectRef()>;
 
-    explicit SimulatedComponentFactory(World& world) : mWorld(world) { world.faults.Declare({"CoCreateInstance"}); }
+    explicit SimulatedComponentFactory(World& world) : mWorld(world) {
+        world.faults.Declare({{"CoCreateInstance", {-2147221164, Faults::kNoMemory}}});
+    }
 
     HostObjectRef Create(TextView programmaticId) override;
 

@@ -13,6 +13,9 @@
 namespace kwo::platform::simulated {
 namespace {
 
+constexpr auto kTypeMismatch = static_cast<std::int32_t>(RuntimeError::TypeMismatch);
+constexpr auto kOverflow = static_cast<std::int32_t>(RuntimeError::Overflow);
+
 [[noreturn]] void Mismatch() {
     RaiseRuntime(RuntimeError::TypeMismatch);
 }
@@ -103,22 +106,28 @@ struct AsText {
 }  // namespace
 
 SimulatedConversions::SimulatedConversions(World& world) : mWorld(world) {
-    world.faults.Declare(
-        {"VariantChangeType", "VarDateFromStr", "VarFormat", "MultiByteToWideChar", "WideCharToMultiByte"});
+    world.faults.Declare({{"VariantChangeType", {kTypeMismatch, kOverflow, Faults::kNoMemory}},
+                          {"VarDateFromStr", {kTypeMismatch, Faults::kNoMemory}},
+                          {"VarFormat", {kOverflow, Faults::kNoMemory}},
+                          {"MultiByteToWideChar", {Faults::kNoMemory}},
+                          {"WideCharToMultiByte", {Faults::kNoMemory}}});
 }
 
 std::int16_t SimulatedConversions::ToInt16(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     return ToInteger<std::int16_t>(value);
 }
 
 std::int32_t SimulatedConversions::ToInt32(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     return ToInteger<std::int32_t>(value);
 }
 
 std::int32_t SimulatedConversions::To32Bits(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     const double number = std::nearbyint(std::visit(Number{}, value));
     const bool fits = number >= double{INT32_MIN} && number <= double{UINT32_MAX};
     if (!fits) Overflow();
@@ -126,19 +135,22 @@ std::int32_t SimulatedConversions::To32Bits(const Variant& value) {
 }
 
 float SimulatedConversions::ToSingle(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     const double number = std::visit(Number{}, value);
     if (std::fabs(number) > static_cast<double>(FLT_MAX)) Overflow();
     return static_cast<float>(number);
 }
 
 double SimulatedConversions::ToDouble(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     return std::visit(Number{}, value);
 }
 
 bool SimulatedConversions::ToBoolean(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     if (const auto* text = std::get_if<Text>(&value)) {
         const Text folded = Folded(*text);
         if (folded == u"true" || folded == u"#true#") return true;
@@ -148,7 +160,8 @@ bool SimulatedConversions::ToBoolean(const Variant& value) {
 }
 
 Date SimulatedConversions::ToDate(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     if (const auto* text = std::get_if<Text>(&value)) {
         const auto date = ParseEnglishDate(*text);
         if (!date) Mismatch();
@@ -160,22 +173,26 @@ Date SimulatedConversions::ToDate(const Variant& value) {
 }
 
 Text SimulatedConversions::ToText(const Variant& value) {
-    mWorld.MayRaise("VariantChangeType");
+    const Call call(mWorld, "VariantChangeType");
+    call.RaiseIfPlanned();
     return std::visit(AsText{}, value);
 }
 
 std::optional<Date> SimulatedConversions::ParseDate(TextView text) {
-    if (mWorld.faults.Enter("VarDateFromStr")) return std::nullopt;
+    const Call call(mWorld, "VarDateFromStr");
+    if (call.Status()) return std::nullopt;
     return ParseEnglishDate(text);
 }
 
 Text SimulatedConversions::FormatNumber(double value, TextView pattern) {
-    mWorld.MayRaise("VarFormat");
+    const Call call(mWorld, "VarFormat");
+    call.RaiseIfPlanned();
     return FormattedNumber(value, pattern);
 }
 
 Text SimulatedConversions::FormatDate(Date value, TextView pattern) {
-    mWorld.MayRaise("VarFormat");
+    const Call call(mWorld, "VarFormat");
+    call.RaiseIfPlanned();
     if (!IsWithinCalendar(value.days)) Overflow();
     return FormattedDate(value, pattern);
 }
@@ -188,12 +205,14 @@ char16_t SimulatedConversions::ToUpper(char16_t character) {
 }
 
 Text SimulatedConversions::FromAnsi(std::string_view bytes) {
-    mWorld.MayRaise("MultiByteToWideChar");
+    const Call call(mWorld, "MultiByteToWideChar");
+    call.RaiseIfPlanned();
     return simulated::FromAnsi(bytes, mWorld.codePage);
 }
 
 std::string SimulatedConversions::ToAnsi(TextView text) {
-    mWorld.MayRaise("WideCharToMultiByte");
+    const Call call(mWorld, "WideCharToMultiByte");
+    call.RaiseIfPlanned();
     return simulated::ToAnsi(text, mWorld.codePage);
 }
 

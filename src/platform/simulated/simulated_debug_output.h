@@ -3,16 +3,26 @@
 #include <vector>
 
 #include "platform/debug_output.h"
-#include "platform/simulated/text_codec.h"
+#include "platform/simulated/world.h"
 
 namespace kwo::platform::simulated {
 
 /// A debugger that keeps the lines it is shown.
 class SimulatedDebugOutput final : public DebugOutput {
 public:
-    void Write(TextView line) override { lines.push_back(ThroughAnsi(line)); }
+    explicit SimulatedDebugOutput(World& world) : mWorld(world) {
+        world.faults.Declare({{"OutputDebugString", {Faults::kNoMemory}}});
+    }
+
+    void Write(TextView line) override {
+        const Call call(mWorld, "OutputDebugString");
+        lines.push_back(ThroughAnsi(line));
+    }
 
     std::vector<Text> lines;  ///< as an ANSI call takes them: up to a zero
+
+private:
+    World& mWorld;
 };
 
 }  // namespace kwo::platform::simulated

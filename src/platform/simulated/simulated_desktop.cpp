@@ -7,7 +7,7 @@ Platform SimulatedDesktop::Services() {
 }
 
 std::shared_ptr<SimulatedObject> SimulatedDesktop::MakeObject(Text typeName, std::string label) {
-    return std::make_shared<SimulatedObject>(log, std::move(typeName), std::move(label));
+    return std::make_shared<SimulatedObject>(log, faults, std::move(typeName), std::move(label));
 }
 
 }  // namespace kwo::platform::simulated

@@ -2,13 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 
 #include "platform/component_error.h"
+#include "platform/simulated/failing_memory.h"
+#include "support/raised.h"
 
 namespace kwo::platform::simulated {
 namespace {
 
+using test_support::RaisedNumber;
 using Lines = std::vector<std::string>;
 
 class SimulatedDesktopTest : public testing::Test {
@@ -69,6 +73,66 @@ TEST_F(SimulatedDesktopTest, FailureOfAnUnknownCallOrBelowTheFirstIsRefused) {
     EXPECT_THROW(desktop.FailCall("RegSetValeuEx", 1, 5), std::invalid_argument);
     EXPECT_THROW(desktop.FailCall("RegSetValueEx", 0, 5), std::invalid_argument);
     EXPECT_THROW(desktop.faults.Calls("NoSuchCall"), std::invalid_argument);
+}
+
+TEST_F(SimulatedDesktopTest, CallsOfAllPartsAreCountedTogether) {
+    const auto form = desktop.MakeObject(u"Form");
+    form->SetProperty(u"Left", 0.0f);
+    const auto use = [&] {
+        platform.clock.TickCount();
+        platform.windows.WindowExists(7);
+        platform.screen.SetMousePointer(0);
+        form->Let(u"Left", 1.0f);
+        return platform.conversions.ToInt16(std::int16_t{5});
+    };
+    desktop.faults.FailAnyCall(0);
+    EXPECT_EQ(use(), 5);
+    EXPECT_EQ(desktop.faults.Made(), (Lines{"IsWindow", "Form.Let Left", "VariantChangeType"}));
+    EXPECT_TRUE(desktop.faults.Failed().empty());
+
+    desktop.faults.FailAnyCall(3);
+    EXPECT_EQ(RaisedNumber(use), 13);
+    EXPECT_EQ(use(), 5);
+    desktop.faults.FailAnyCall(2);
+    EXPECT_EQ(RaisedNumber(use), 380);
+    desktop.faults.FailAnyCall(4);
+    EXPECT_EQ(use(), 5) << "there is no fourth call";
+}
+
+TEST_F(SimulatedDesktopTest, ACallFailsInEachOfItsWaysOrFromThenOn) {
+    const auto convert = [&] { return platform.conversions.ToInt16(std::int16_t{5}); };
+    EXPECT_EQ(desktop.faults.WaysOf("VariantChangeType"), 3u);
+    desktop.faults.FailAnyCall(1, 1);
+    EXPECT_EQ(RaisedNumber(convert), 6);
+    desktop.faults.FailAnyCall(1, 2);
+    EXPECT_THROW(convert(), std::bad_alloc);
+    EXPECT_EQ(convert(), 5);
+
+    desktop.faults.FailAnyCall(2, 0, true);
+    EXPECT_EQ(convert(), 5);
+    for (int again = 0; again < 3; ++again)
+        EXPECT_EQ(RaisedNumber(convert), 13);
+    EXPECT_EQ(desktop.faults.Failed().size(), 3u);
+    desktop.faults.Clear();
+    EXPECT_EQ(convert(), 5);
+}
+
+TEST_F(SimulatedDesktopTest, WhatTheDesktopAllocatesIsNotCounted) {
+    desktop.host.environment[u"PATH"] = Text(100, u'x');
+    const TextView name = u"PATH";
+    {
+        const FailingMemory memory(1);
+        EXPECT_EQ(platform.host.EnvironmentVariable(name).size(), 100u);
+        EXPECT_FALSE(memory.HasFailed());
+    }
+    const FailingMemory memory(1, FailingMemory::Which::ThatAndAllLater);
+    EXPECT_THROW(Text(100, u'x'), std::bad_alloc);
+    EXPECT_THROW(Text(100, u'x'), std::bad_alloc);
+}
+
+TEST_F(SimulatedDesktopTest, ACallThatNeverEndsIsStopped) {
+    desktop.faults.FailAnyCall(0);
+    EXPECT_THROW(for (;;) platform.windows.WindowExists(7), std::logic_error);
 }
 
 TEST_F(SimulatedDesktopTest, EveryKindOfFailureShowsInItsOwnWay) {

@@ -13,13 +13,16 @@ constexpr std::int32_t kInvalidParameter = 87;
 }  // namespace
 
 SimulatedEventLog::SimulatedEventLog(World& world) : mWorld(world) {
-    world.faults.Declare({"RegisterEventSource", "ReportEvent", "DeregisterEventSource"});
+    world.faults.Declare({{"RegisterEventSource", {5, Faults::kNoMemory}},
+                          {"ReportEvent", {1502, Faults::kNoMemory}},
+                          {"DeregisterEventSource", {6}}});
 }
 
 EventLog::Source SimulatedEventLog::Open(TextView sourceName) {
+    const Call call(mWorld, "RegisterEventSource");
     const Text name = ThroughAnsi(sourceName);
     mWorld.log.Add("RegisterEventSource " + Shown(TextView(name)));
-    if (mWorld.Fails("RegisterEventSource")) return 0;
+    if (call.Fails()) return 0;
     if (name.empty()) {
         mWorld.lastError = kInvalidParameter;
         return 0;
@@ -29,10 +32,11 @@ EventLog::Source SimulatedEventLog::Open(TextView sourceName) {
 }
 
 bool SimulatedEventLog::Report(Source source, std::uint16_t type, std::uint32_t eventId, TextView text) {
+    const Call call(mWorld, "ReportEvent");
     const TextView reported = UpToZero(text);
     mWorld.log.Add("ReportEvent type=" + std::to_string(type) + " id=" + std::to_string(eventId) + " " +
                    Shown(reported));
-    if (mWorld.Fails("ReportEvent")) return false;
+    if (call.Fails()) return false;
     const auto found = mSources.find(source);
     if (found == mSources.end()) {
         mWorld.lastError = kInvalidHandle;
@@ -43,8 +47,9 @@ bool SimulatedEventLog::Report(Source source, std::uint16_t type, std::uint32_t 
 }
 
 void SimulatedEventLog::Close(Source source) {
+    const Call call(mWorld, "DeregisterEventSource");
     mWorld.log.Add("DeregisterEventSource");
-    if (mWorld.Fails("DeregisterEventSource")) return;
+    if (call.Fails()) return;
     if (mSources.erase(source) == 0) mWorld.lastError = kInvalidHandle;
 }
 

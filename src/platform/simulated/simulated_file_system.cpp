@@ -42,19 +42,24 @@ bool Matches(TextView name, TextView pattern) {
 }  // namespace
 
 SimulatedFileSystem::SimulatedFileSystem(World& world) : mWorld(world) {
-    world.faults.Declare({"GetFileAttributes", "GetFileAttributesAnsi", "FindFirstFile"});
+    world.faults.Declare({{"GetFileAttributes", {2, 5, Faults::kNoMemory}},
+                          {"GetFileAttributesAnsi", {2, 5, Faults::kNoMemory}},
+                          {"FindFirstFile", {2, 5, Faults::kNoMemory}}});
 }
 
 std::int32_t SimulatedFileSystem::Attributes(TextView path) {
-    return mWorld.Fails("GetFileAttributes") ? kNoAttributes : Look(path);
+    const Call call(mWorld, "GetFileAttributes");
+    return call.Fails() ? kNoAttributes : Look(path);
 }
 
 std::int32_t SimulatedFileSystem::AttributesAnsi(TextView path) {
-    return mWorld.Fails("GetFileAttributesAnsi") ? kNoAttributes : Look(ThroughAnsi(path));
+    const Call call(mWorld, "GetFileAttributesAnsi");
+    return call.Fails() ? kNoAttributes : Look(ThroughAnsi(path));
 }
 
 bool SimulatedFileSystem::ListsFile(TextView pattern) {
-    if (mWorld.Fails("FindFirstFile")) return false;
+    const Call call(mWorld, "FindFirstFile");
+    if (call.Fails()) return false;
     const TextView path = UpToZero(pattern);
     if (path.empty() || path.back() == u'\\' || path.back() == u'/') return false;
     const Text normal = Normal(path);

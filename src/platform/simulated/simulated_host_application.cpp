@@ -14,17 +14,32 @@ constexpr std::size_t kLongestModuleName = 255;
 }  // namespace
 
 SimulatedHostApplication::SimulatedHostApplication(World& world) : mWorld(world) {
-    world.faults.Declare({"GetModuleFileName", "GetComputerName", "WNetGetUser", "GetUserName", "GetVersionEx",
-                          "GetSystemDirectory", "GetWindowsDirectory"});
+    world.faults.Declare({{"GetModuleFileName", {126, Faults::kNoMemory}},
+                          {"GetComputerName", {1722, Faults::kNoMemory}},
+                          {"WNetGetUser", {1222, Faults::kNoMemory}},
+                          {"GetUserName", {5, Faults::kNoMemory}},
+                          {"GetVersionEx", {5}},
+                          {"GetSystemDirectory", {5}},
+                          {"GetWindowsDirectory", {5}},
+                          {"GetFileVersionInfo", {Faults::kNoMemory}},
+                          {"GetEnvironmentVariable", {Faults::kNoMemory}},
+                          {"ReportEvent of the host", {Faults::kNoMemory}}});
+}
+
+Text SimulatedHostApplication::Fact(const Text& text) {
+    const Call call(mWorld, "GetFileVersionInfo");
+    return text;
 }
 
 Text SimulatedHostApplication::ModuleFileName() {
-    if (mWorld.Fails("GetModuleFileName")) return {};
+    const Call call(mWorld, "GetModuleFileName");
+    if (call.Fails()) return {};
     return ThroughAnsi(moduleFileName).substr(0, kLongestModuleName);
 }
 
 bool SimulatedHostApplication::ComputerName(Text& name) {
-    if (mWorld.Fails("GetComputerName")) return false;
+    const Call call(mWorld, "GetComputerName");
+    if (call.Fails()) return false;
     if (computerName.size() > kLongestComputerName) {
         mWorld.lastError = kBufferOverflow;
         return false;
@@ -34,24 +49,28 @@ bool SimulatedHostApplication::ComputerName(Text& name) {
 }
 
 bool SimulatedHostApplication::NetworkUserName(Text& name) {
-    if (mWorld.Fails("WNetGetUser")) return false;
+    const Call call(mWorld, "WNetGetUser");
+    if (call.Fails()) return false;
     name = ThroughAnsi(networkUserName);
     return true;
 }
 
 bool SimulatedHostApplication::UserName(Text& name) {
-    if (mWorld.Fails("GetUserName")) return false;
+    const Call call(mWorld, "GetUserName");
+    if (call.Fails()) return false;
     name = ThroughAnsi(userName);
     return true;
 }
 
 bool SimulatedHostApplication::QueryPlatform(Platform& result) {
-    if (mWorld.Fails("GetVersionEx")) return false;
+    const Call call(mWorld, "GetVersionEx");
+    if (call.Fails()) return false;
     result = platform;
     return true;
 }
 
 Text SimulatedHostApplication::EnvironmentVariable(TextView name) {
+    const Call call(mWorld, "GetEnvironmentVariable");
     const auto found = environment.find(Text(name));
     return found == environment.end() ? Text() : found->second;
 }
@@ -64,10 +83,11 @@ std::uint32_t SimulatedHostApplication::WindowsDirectory(std::string& buffer) {
     return Directory("GetWindowsDirectory", windowsDirectory, buffer);
 }
 
-std::uint32_t SimulatedHostApplication::Directory(std::string_view call, const std::string& directory,
+std::uint32_t SimulatedHostApplication::Directory(std::string_view name, const std::string& directory,
                                                   std::string& buffer) {
-    mWorld.log.Add(std::string(call) + " " + std::to_string(buffer.size()));
-    if (mWorld.Fails(call)) return 0;
+    const Call call(mWorld, name);
+    mWorld.log.Add(std::string(name) + " " + std::to_string(buffer.size()));
+    if (call.Fails()) return 0;
     const std::size_t needed = directory.size() + (directoryNeedsNoEnd ? 0 : 1);
     if (needed > buffer.size()) return static_cast<std::uint32_t>(directory.size() + 1);
     std::copy(directory.c_str(), directory.c_str() + needed, buffer.begin());
@@ -75,6 +95,7 @@ std::uint32_t SimulatedHostApplication::Directory(std::string_view call, const s
 }
 
 void SimulatedHostApplication::WriteLog(TextView text) {
+    const Call call(mWorld, "ReportEvent of the host");
     mWorld.log.Add("HostLog " + Shown(text));
 }
 

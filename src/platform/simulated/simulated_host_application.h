@@ -12,10 +12,10 @@ class SimulatedHostApplication final : public HostApplication {
 public:
     explicit SimulatedHostApplication(World& world);
 
-    Text ExecutableName() override { return executableName; }
-    Text Folder() override { return folder; }
-    Text Title() override { return title; }
-    Text ProductName() override { return productName; }
+    Text ExecutableName() override { return Fact(executableName); }
+    Text Folder() override { return Fact(folder); }
+    Text Title() override { return Fact(title); }
+    Text ProductName() override { return Fact(productName); }
     Version ProgramVersion() override { return version; }
     Text ModuleFileName() override;
     bool ComputerName(Text& name) override;
@@ -23,7 +23,7 @@ public:
     bool UserName(Text& name) override;
     bool QueryPlatform(Platform& platform) override;
     std::uint32_t ProcessId() override { return processId; }
-    Text LibraryFolder() override { return libraryFolder; }
+    Text LibraryFolder() override { return Fact(libraryFolder); }
     Text EnvironmentVariable(TextView name) override;
     std::uint32_t SystemDirectory(std::string& buffer) override;
     std::uint32_t WindowsDirectory(std::string& buffer) override;
@@ -49,7 +49,8 @@ public:
     bool directoryNeedsNoEnd = false;
 
 private:
-    std::uint32_t Directory(std::string_view call, const std::string& directory, std::string& buffer);
+    Text Fact(const Text& text);
+    std::uint32_t Directory(std::string_view name, const std::string& directory, std::string& buffer);
 
     World& mWorld;
 };

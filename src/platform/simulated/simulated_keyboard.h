@@ -10,9 +10,13 @@ namespace kwo::platform::simulated {
 /// Keys that are sent stand in the log.
 class SimulatedKeyboard final : public Keyboard {
 public:
-    explicit SimulatedKeyboard(World& world) : mWorld(world) {}
+    explicit SimulatedKeyboard(World& world) : mWorld(world) {
+        world.faults.Declare({{"SendInput", {5, Faults::kNoMemory}}});
+    }
 
     void SendTab(bool backwards) override {
+        const Call call(mWorld, "SendInput");
+        if (call.Fails()) return;
         mWorld.log.Add(backwards ? "Keys +{TAB}" : "Keys {TAB}");
         if (onTab) onTab();
     }

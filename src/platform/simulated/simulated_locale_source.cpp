@@ -19,7 +19,7 @@ std::map<std::uint32_t, Text> UnitedStates() {
 }  // namespace
 
 SimulatedLocaleSource::SimulatedLocaleSource(World& world) : settings(UnitedStates()), mWorld(world) {
-    world.faults.Declare({"GetLocaleInfo", "GetTimeZoneInformation"});
+    world.faults.Declare({{"GetLocaleInfo", {87, Faults::kNoMemory}}, {"GetTimeZoneInformation", {87}}});
     zone.bias = 300;
     zone.standardName = u"Eastern Standard Time";
     zone.standardDate = {0, 11, 0, 1, 2, 0};
@@ -29,8 +29,9 @@ SimulatedLocaleSource::SimulatedLocaleSource(World& world) : settings(UnitedStat
 }
 
 std::optional<Text> SimulatedLocaleSource::Setting(std::uint32_t type, std::uint32_t capacity) {
+    const Call call(mWorld, "GetLocaleInfo");
     mWorld.log.Add("GetLocaleInfo " + std::to_string(type) + " " + std::to_string(capacity));
-    if (mWorld.Fails("GetLocaleInfo")) return std::nullopt;
+    if (call.Fails()) return std::nullopt;
     const auto found = settings.find(type);
     if (found == settings.end() || capacity <= found->second.size()) {
         mWorld.lastError = found == settings.end() ? kInvalidFlags : kBufferTooSmall;
@@ -40,8 +41,9 @@ std::optional<Text> SimulatedLocaleSource::Setting(std::uint32_t type, std::uint
 }
 
 std::uint32_t SimulatedLocaleSource::QueryTimeZone(TimeZone& result) {
+    const Call call(mWorld, "GetTimeZoneInformation");
     mWorld.log.Add("GetTimeZoneInformation");
-    if (mWorld.Fails("GetTimeZoneInformation")) return 0xFFFFFFFF;
+    if (call.Fails()) return 0xFFFFFFFF;
     result = zone;
     return zoneId;
 }

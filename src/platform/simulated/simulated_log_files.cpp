@@ -18,11 +18,15 @@ constexpr std::int32_t kDiskFull = 112;
 }  // namespace
 
 SimulatedLogFiles::SimulatedLogFiles(World& world) : mWorld(world), mNames(world.services.files) {
-    world.faults.Declare({"CreateFile", "WriteFile", "DeleteFile"});
+    world.faults.Declare({{"CreateFile", {5, 3, 112, Faults::kNoMemory}},
+                          {"WriteFile", {112, 5}},
+                          {"CloseFile", {}},
+                          {"DeleteFile", {5, Faults::kNoMemory}}});
 }
 
 LogFiles::File SimulatedLogFiles::CreateNew(TextView path) {
-    if (mWorld.Fails("CreateFile")) return 0;
+    const Call call(mWorld, "CreateFile");
+    if (call.Fails()) return 0;
     const std::int32_t before = mWorld.lastError;
     if (mNames.Look(path) != FileSystem::kNoAttributes) {
         mWorld.lastError = kFileExists;
@@ -38,7 +42,8 @@ LogFiles::File SimulatedLogFiles::CreateNew(TextView path) {
 }
 
 bool SimulatedLogFiles::Write(File file, std::string_view bytes) {
-    if (mWorld.Fails("WriteFile")) return false;
+    const Call call(mWorld, "WriteFile");
+    if (call.Fails()) return false;
     if (memoryIsShort) throw std::bad_alloc();
     const auto found = mOpen.find(file);
     if (found == mOpen.end()) {
@@ -55,13 +60,15 @@ bool SimulatedLogFiles::Write(File file, std::string_view bytes) {
 }
 
 void SimulatedLogFiles::Close(File file) {
+    const Call call(mWorld, "CloseFile");
     mWorld.log.Add("CloseFile");
     if (mOpen.erase(file) == 0) mWorld.lastError = kInvalidHandle;
 }
 
 bool SimulatedLogFiles::Delete(TextView path) {
+    const Call call(mWorld, "DeleteFile");
     mWorld.log.Add("DeleteFile " + ToUtf8(path));
-    if (mWorld.Fails("DeleteFile")) return false;
+    if (call.Fails()) return false;
     const std::int32_t attributes = mNames.Look(path);
     if (attributes == FileSystem::kNoAttributes) return false;
     const Text name = Folded(path);

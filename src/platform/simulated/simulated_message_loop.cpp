@@ -15,10 +15,12 @@ constexpr std::uint32_t kForEver = 0xFFFFFFFF;
 }  // namespace
 
 SimulatedMessageLoop::SimulatedMessageLoop(World& world) : mWorld(world), mClock(world.services.clock) {
-    world.faults.Declare({"MsgWaitForMultipleObjectsEx", "MsgWaitForMultipleObjects"});
+    world.faults.Declare(
+        {{"PeekMessage", {}}, {"MsgWaitForMultipleObjectsEx", {87}}, {"MsgWaitForMultipleObjects", {87}}});
 }
 
 bool SimulatedMessageLoop::ProcessPending() {
+    const Call call(mWorld, "PeekMessage");
     mWorld.log.Add("Pump");
     mQuitIsNews = false;
     while (!mMessages.empty() && mMessages.begin()->first.first <= mClock.Elapsed().scaled) {
@@ -29,13 +31,15 @@ bool SimulatedMessageLoop::ProcessPending() {
 }
 
 void SimulatedMessageLoop::WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) {
+    const Call call(mWorld, "MsgWaitForMultipleObjectsEx");
     mWorld.log.Add("WaitEx " + std::to_string(timeoutMs) + " mask=" + Hex(wakeMask) + " flags=" + Hex(flags));
-    if (!mWorld.Fails("MsgWaitForMultipleObjectsEx")) Wait(timeoutMs, wakeMask);
+    if (!call.Fails()) Wait(timeoutMs, wakeMask);
 }
 
 void SimulatedMessageLoop::WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) {
+    const Call call(mWorld, "MsgWaitForMultipleObjects");
     mWorld.log.Add("Wait " + std::to_string(timeoutMs) + " mask=" + Hex(wakeMask));
-    if (!mWorld.Fails("MsgWaitForMultipleObjects")) Wait(timeoutMs, wakeMask);
+    if (!call.Fails()) Wait(timeoutMs, wakeMask);
 }
 
 SimulatedMessageLoop::Order SimulatedMessageLoop::PostAt(Milliseconds delay, std::function<void()> action) {

@@ -17,7 +17,9 @@ void Take(TrayRecord& shown, const TrayRecord& told) {
 }  // namespace
 
 bool SimulatedNotificationArea::Add(const TrayRecord& record) {
-    if (!Enter("Add", record) || record.window == 0 || icons.contains(record.window)) return false;
+    const Call call(mWorld, "Shell_NotifyIcon");
+    Note("Add", record);
+    if (call.Fails() || record.window == 0 || icons.contains(record.window)) return false;
     TrayRecord& shown = icons[record.window];
     shown.window = record.window;
     Take(shown, record);
@@ -25,7 +27,9 @@ bool SimulatedNotificationArea::Add(const TrayRecord& record) {
 }
 
 bool SimulatedNotificationArea::Modify(const TrayRecord& record) {
-    if (!Enter("Modify", record)) return false;
+    const Call call(mWorld, "Shell_NotifyIcon");
+    Note("Modify", record);
+    if (call.Fails()) return false;
     const auto found = icons.find(record.window);
     if (found == icons.end()) return false;
     Take(found->second, record);
@@ -33,21 +37,24 @@ bool SimulatedNotificationArea::Modify(const TrayRecord& record) {
 }
 
 bool SimulatedNotificationArea::Delete(const TrayRecord& record) {
-    return Enter("Delete", record) && icons.erase(record.window) != 0;
+    const Call call(mWorld, "Shell_NotifyIcon");
+    Note("Delete", record);
+    return !call.Fails() && icons.erase(record.window) != 0;
 }
 
 void SimulatedNotificationArea::RecreateTaskbar() {
     icons.clear();
     for (TaskbarListener* const listener : std::vector(listeners)) {
-        if (std::ranges::find(listeners, listener) != listeners.end()) listener->TaskbarCreated();
+        if (std::ranges::find(listeners, listener) == listeners.end()) continue;
+        const CountedMemory counted;
+        listener->TaskbarCreated();
     }
 }
 
-bool SimulatedNotificationArea::Enter(std::string_view call, const TrayRecord& record) {
-    mWorld.log.Add("NotifyIcon " + std::string(call) + " " + std::to_string(record.window) +
+void SimulatedNotificationArea::Note(std::string_view verb, const TrayRecord& record) {
+    mWorld.log.Add("NotifyIcon " + std::string(verb) + " " + std::to_string(record.window) +
                    " flags=" + std::to_string(record.flags) + " message=" + std::to_string(record.callbackMessage) +
                    " icon=" + std::to_string(record.icon) + " tip=\"" + Shown(TextView(record.tip)) + '"');
-    return !mWorld.Fails("Shell_NotifyIcon");
 }
 
 }  // namespace kwo::platform::simulated

@@ -11,13 +11,19 @@ namespace kwo::platform::simulated {
 /// The notification area: one icon for a window. Every call stands in the log.
 class SimulatedNotificationArea final : public NotificationArea {
 public:
-    explicit SimulatedNotificationArea(World& world) : mWorld(world) { world.faults.Declare({"Shell_NotifyIcon"}); }
+    explicit SimulatedNotificationArea(World& world) : mWorld(world) {
+        world.faults.Declare(
+            {{"Shell_NotifyIcon", {1460, 5, Faults::kNoMemory}}, {"CreateWindowEx", {Faults::kNoMemory}}});
+    }
 
     bool Add(const TrayRecord& record) override;
     bool Modify(const TrayRecord& record) override;
     bool Delete(const TrayRecord& record) override;
 
-    void Listen(TaskbarListener& listener) override { listeners.push_back(&listener); }
+    void Listen(TaskbarListener& listener) override {
+        const Call call(mWorld, "CreateWindowEx");
+        listeners.push_back(&listener);
+    }
     void Unlisten(TaskbarListener& listener) noexcept override { std::erase(listeners, &listener); }
 
     /// What happens when the shell is started again.
@@ -29,7 +35,7 @@ public:
     std::map<Handle, TrayRecord> icons;
 
 private:
-    bool Enter(std::string_view call, const TrayRecord& record);
+    void Note(std::string_view verb, const TrayRecord& record);
 
     World& mWorld;
 };

@@ -19,8 +19,42 @@ std::string List(std::span<const Variant> values) {
 
 }  // namespace
 
-SimulatedObject::SimulatedObject(Log& log, Text typeName, std::string label)
-    : mLog(log), mTypeName(std::move(typeName)), mLabel(std::move(label)) {}
+/// One use of the object from outside: a call into the desktop.
+class SimulatedObject::Use {
+public:
+    /// A use that cannot fail.
+    explicit Use(const SimulatedObject& object) { Run(object.whenUsed); }
+    /// One that can, by its name: "Get" and "hDC".
+    Use(const SimulatedObject& object, std::string_view verb, TextView member) {
+        Faults& faults = object.mFaults;
+        if (faults.Listens()) {
+            mFails = faults.EnterObject(ToUtf8(object.mTypeName) + '.' + std::string(verb) + ' ' + ToUtf8(member))
+                         .has_value();
+        }
+        Run(object.whenUsed);
+    }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+
+    bool Fails() const { return mFails; }
+    void RaiseIfPlanned() const {
+        if (mFails) Raise(Faults::kRefusedByObject, u"Host", u"Refused.");
+    }
+
+private:
+    static void Run(const std::function<void()>& whenUsed) {
+        if (!whenUsed) return;
+        // It may end the object, and itself with it.
+        const std::function<void()> use = whenUsed;
+        use();
+    }
+
+    UncountedMemory mMemory;
+    bool mFails = false;
+};
+
+SimulatedObject::SimulatedObject(Log& log, Faults& faults, Text typeName, std::string label)
+    : mLog(log), mFaults(faults), mTypeName(std::move(typeName)), mLabel(std::move(label)) {}
 
 void SimulatedObject::SetProperty(TextView name, Variant value) {
     mProperties[Folded(name)] = std::move(value);
@@ -49,7 +83,8 @@ void SimulatedObject::MendMember(TextView name) {
 }
 
 Variant SimulatedObject::DoGet(TextView member, std::span<const Variant> arguments) {
-    Used();
+    const Use use(*this, "Get", member);
+    use.RaiseIfPlanned();
     if (logsReads) Record("Get", member, arguments.empty() ? "" : "(" + List(arguments) + ")");
     RaiseIfFailing(member);
     if (const auto value = Property(member); value && arguments.empty()) return *value;
@@ -58,7 +93,8 @@ Variant SimulatedObject::DoGet(TextView member, std::span<const Variant> argumen
 }
 
 void SimulatedObject::DoLet(TextView member, const Variant& value) {
-    Used();
+    const Use use(*this, "Let", member);
+    use.RaiseIfPlanned();
     Record("Let", member, " " + Shown(value));
     RaiseIfFailing(member);
     const auto found = mProperties.find(Folded(member));
@@ -67,7 +103,8 @@ void SimulatedObject::DoLet(TextView member, const Variant& value) {
 }
 
 void SimulatedObject::DoSet(TextView member, const HostObjectRef& value) {
-    Used();
+    const Use use(*this, "Set", member);
+    use.RaiseIfPlanned();
     Record("Set", member, " " + Shown(Variant(value)));
     RaiseIfFailing(member);
     const auto found = mProperties.find(Folded(member));
@@ -76,11 +113,13 @@ void SimulatedObject::DoSet(TextView member, const HostObjectRef& value) {
 }
 
 Variant SimulatedObject::DoCall(TextView member, std::span<const Variant> arguments) {
+    const UncountedMemory memory;
     std::vector<Variant> copies(arguments.begin(), arguments.end());
     return CallMethod(member, copies);
 }
 
 Variant SimulatedObject::DoNotify(TextView member, std::span<Argument> arguments) {
+    const UncountedMemory memory;
     std::vector<Variant> copies;
     for (const Argument& argument : arguments)
         copies.push_back(argument.value);
@@ -102,7 +141,8 @@ Variant SimulatedObject::DoNotify(TextView member, std::span<Argument> arguments
 }
 
 Variant SimulatedObject::CallMethod(TextView member, std::span<Variant> arguments) {
-    Used();
+    const Use use(*this, "Call", member);
+    use.RaiseIfPlanned();
     Record("Call", member, arguments.empty() ? "" : " " + List(arguments));
     RaiseIfFailing(member);
     // A method may replace itself while it runs.
@@ -111,7 +151,8 @@ Variant SimulatedObject::CallMethod(TextView member, std::span<Variant> argument
 }
 
 Variant SimulatedObject::DoCallNamed(TextView member, std::span<const TextView> names, std::span<Variant> arguments) {
-    Used();
+    const Use use(*this, "Call", member);
+    use.RaiseIfPlanned();
     if (names.size() != arguments.size()) {
         Raise(kWrongArguments, {}, u"Wrong number of arguments or invalid property assignment");
     }
@@ -140,25 +181,18 @@ Variant SimulatedObject::DoCallNamed(TextView member, std::span<const TextView> 
 }
 
 bool SimulatedObject::DoIsSameAs(const HostObject& other) const {
-    Used();
+    const Use use(*this);
     return this == &other;
 }
 
 bool SimulatedObject::DoKnows(TextView member) {
-    Used();
-    return Property(member).has_value() || mMethods.contains(Folded(member));
+    const Use use(*this, "Knows", member);
+    return !use.Fails() && (Property(member).has_value() || mMethods.contains(Folded(member)));
 }
 
 Text SimulatedObject::DoTypeName() const {
-    Used();
-    return mTypeName;
-}
-
-void SimulatedObject::Used() const {
-    if (!whenUsed) return;
-    // It may end this object, and itself with it.
-    const std::function<void()> use = whenUsed;
-    use();
+    const Use use(*this, "TypeName", {});
+    return use.Fails() ? Text() : mTypeName;
 }
 
 void SimulatedObject::Record(std::string_view verb, TextView member, const std::string& rest) {

@@ -7,20 +7,23 @@
 #include <vector>
 
 #include "platform/component_error.h"
+#include "platform/simulated/faults.h"
 #include "platform/simulated/log.h"
+#include "platform/simulated/uncounted_memory.h"
 #include "platform/variant.h"
 
 namespace kwo::platform::simulated {
 
 /// An object of the caller with named properties and scripted methods; upper and lower case of names are the same. The
-/// log shows what is let, set and called, as `Let Left 1500` or, with a label, `Let pane.Left 1500`.
+/// log shows what is let, set and called, as `Let Left 1500` or, with a label, `Let pane.Left 1500`. Each use counts as
+/// a call, `PictureBox.Get hDC`, that may be let fail: the object raises 380, or has no memory.
 class SimulatedObject final : public HostObject {
 public:
     using Method = std::function<Variant(std::span<Variant>)>;
 
     /// An object without members. With an empty `typeName` it has no type information. `label` names it in the log,
-    /// which must outlive the object.
-    explicit SimulatedObject(Log& log, Text typeName = {}, std::string label = {});
+    /// which must outlive the object, as must `faults`.
+    SimulatedObject(Log& log, Faults& faults, Text typeName = {}, std::string label = {});
 
     /// Adds or changes a property, without a line in the log.
     void SetProperty(TextView name, Variant value);
@@ -60,12 +63,14 @@ private:
     Text DoTypeName() const override;
 
     Variant CallMethod(TextView member, std::span<Variant> arguments);
-    void Used() const;
+    class Use;
+
     void Record(std::string_view verb, TextView member, const std::string& rest);
     void RaiseIfFailing(TextView member) const;
     Method MethodNamed(TextView member) const;
 
     Log& mLog;
+    Faults& mFaults;
     Text mTypeName;
     std::string mLabel;
     std::map<Text, Variant> mProperties;

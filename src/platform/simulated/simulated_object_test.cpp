@@ -14,7 +14,8 @@ using Lines = std::vector<std::string>;
 class SimulatedObjectTest : public testing::Test {
 protected:
     Log log;
-    SimulatedObject form{log, u"Form"};
+    Faults faults;
+    SimulatedObject form{log, faults, u"Form"};
 };
 
 TEST_F(SimulatedObjectTest, PropertiesAreFoundWithoutRegardToCaseAndLetsAreLogged) {
@@ -40,7 +41,7 @@ TEST_F(SimulatedObjectTest, MemberItDoesNotHaveIsRuntimeError438) {
 
 TEST_F(SimulatedObjectTest, ObjectsAreSetByReference) {
     form.SetProperty(u"Font", HostObjectRef{});
-    const auto font = std::make_shared<SimulatedObject>(log, u"StdFont");
+    const auto font = std::make_shared<SimulatedObject>(log, faults, u"StdFont");
 
     form.Set(u"Font", font);
     form.Set(u"Font", nullptr);
@@ -108,7 +109,7 @@ TEST_F(SimulatedObjectTest, MemberFailsUntilItIsMended) {
 }
 
 TEST_F(SimulatedObjectTest, LabelTellsObjectsApart) {
-    SimulatedObject pane(log, u"PictureBox", "left");
+    SimulatedObject pane(log, faults, u"PictureBox", "left");
     pane.SetProperty(u"Width", Empty{});
 
     pane.Let(u"Width", Date{2.5});

@@ -13,13 +13,14 @@ constexpr std::int32_t kInvalidParameter = 87;
 }  // namespace
 
 SimulatedProcessMemory::SimulatedProcessMemory(World& world) : mWorld(world), mHost(world.services.host) {
-    world.faults.Declare({"OpenProcess", "GetProcessMemoryInfo"});
+    world.faults.Declare({{"OpenProcess", {5}}, {"GetProcessMemoryInfo", {5}}, {"CloseHandle", {}}});
 }
 
 Handle SimulatedProcessMemory::Open(std::uint32_t access, bool inherit, std::uint32_t processId) {
+    const Call call(mWorld, "OpenProcess");
     mWorld.log.Add("OpenProcess access=" + Hex(access) + " inherit=" + (inherit ? "1" : "0") +
                    " id=" + std::to_string(processId));
-    if (mWorld.Fails("OpenProcess")) return 0;
+    if (call.Fails()) return 0;
     if (processId != mHost.processId) {
         mWorld.lastError = kInvalidParameter;
         return 0;
@@ -29,13 +30,15 @@ Handle SimulatedProcessMemory::Open(std::uint32_t access, bool inherit, std::uin
 }
 
 std::optional<ProcessMemory::Counters> SimulatedProcessMemory::Query(Handle process) {
-    if (mWorld.Fails("GetProcessMemoryInfo")) return std::nullopt;
+    const Call call(mWorld, "GetProcessMemoryInfo");
+    if (call.Fails()) return std::nullopt;
     if (mOpen.contains(process)) return counters;
     mWorld.lastError = kInvalidHandle;
     return std::nullopt;
 }
 
 void SimulatedProcessMemory::Close(Handle process) {
+    const Call call(mWorld, "CloseHandle");
     mWorld.log.Add("CloseProcess");
     if (mOpen.erase(process) == 0) mWorld.lastError = kInvalidHandle;
 }

@@ -9,20 +9,22 @@
 namespace kwo::platform::simulated {
 
 void SimulatedPrograms::Activate(TextView title) {
+    const Call call(mWorld, "EnumWindows");
     mWorld.log.Add("Activate \"" + Shown(title) + '"');
     const auto found = std::ranges::find_if(mWindows.windows, [&](const auto& entry) {
         const SimulatedWindowService::Window& window = entry.second;
         return !window.hidden && Folded(TextView(window.title)) == Folded(title);
     });
-    if (found == mWindows.windows.end()) RaiseRuntime(RuntimeError::InvalidProcedureCall);
+    if (call.Fails() || found == mWindows.windows.end()) RaiseRuntime(RuntimeError::InvalidProcedureCall);
     found->second.minimised = false;
 }
 
 std::int32_t SimulatedPrograms::Start(TextView commandLine, std::int16_t windowMode) {
+    const Call call(mWorld, "CreateProcess");
     mWorld.log.Add("Start \"" + Shown(commandLine) + "\" " + std::to_string(windowMode));
     const bool isTaken = commandLine.size() <= kLongestCommandLine && commandLine.find(u'\0') == TextView::npos;
     const Text program = isTaken ? ProgramOf(commandLine) : Text();
-    if (program.empty()) RaiseRuntime(RuntimeError::FileNotFound);
+    if (call.Fails() || program.empty()) RaiseRuntime(RuntimeError::FileNotFound);
     started.push_back(program);
     return mNextTask++;
 }

@@ -13,7 +13,10 @@ class SimulatedPrograms final : public Programs {
 public:
     static constexpr std::int32_t kFirstTask = 5001;
 
-    explicit SimulatedPrograms(World& world) : mWorld(world), mWindows(world.services.windows) {}
+    explicit SimulatedPrograms(World& world) : mWorld(world), mWindows(world.services.windows) {
+        world.faults.Declare(
+            {{"EnumWindows", {5, Faults::kNoMemory}}, {"CreateProcess", {2, 5, 740, Faults::kNoMemory}}});
+    }
 
     void Activate(TextView title) override;
     std::int32_t Start(TextView commandLine, std::int16_t windowMode) override;

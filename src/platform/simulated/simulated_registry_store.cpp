@@ -17,6 +17,7 @@ constexpr Status kInvalidHandle = 6;
 constexpr Status kInvalidParameter = 87;
 constexpr Status kBadPathName = 161;
 constexpr Status kKeyDeleted = 1018;
+constexpr Status kNoResources = 1450;
 
 constexpr std::uint32_t kQueryValue = 0x1;
 constexpr std::uint32_t kSetValue = 0x2;
@@ -91,8 +92,13 @@ struct SimulatedRegistryStore::Key {
 };
 
 SimulatedRegistryStore::SimulatedRegistryStore(World& world) : mWorld(world) {
-    world.faults.Declare({"RegOpenKeyEx", "RegCreateKeyEx", "RegDeleteKey", "RegDeleteValue", "RegQueryValueEx",
-                          "RegSetValueEx", "RegCloseKey"});
+    world.faults.Declare({{"RegOpenKeyEx", {kNotFound, kAccessDenied, Faults::kNoMemory}},
+                          {"RegCreateKeyEx", {kAccessDenied, kNoResources, Faults::kNoMemory}},
+                          {"RegDeleteKey", {kNotFound, kAccessDenied, Faults::kNoMemory}},
+                          {"RegDeleteValue", {kNotFound, kAccessDenied, Faults::kNoMemory}},
+                          {"RegQueryValueEx", {kNotFound, kAccessDenied, Faults::kNoMemory}},
+                          {"RegSetValueEx", {kAccessDenied, kNoResources, Faults::kNoMemory}},
+                          {"RegCloseKey", {kInvalidHandle}}});
     for (std::uint32_t root = kFirstRoot; root <= kLastRoot; ++root) {
         mRoots[AsHandle(root)] = std::make_shared<Key>();
     }
@@ -101,8 +107,8 @@ SimulatedRegistryStore::SimulatedRegistryStore(World& world) : mWorld(world) {
 SimulatedRegistryStore::~SimulatedRegistryStore() = default;
 
 RegistryStore::KeyResult SimulatedRegistryStore::OpenKey(Handle root, TextView name, std::uint32_t access) {
-    const auto fault = mWorld.faults.Enter("RegOpenKeyEx");
-    const KeyResult result = fault ? KeyResult{*fault, 0} : Open(root, AnsiArgument(name), access);
+    const Call call(mWorld, "RegOpenKeyEx");
+    const KeyResult result = call.Status() ? KeyResult{*call.Status(), 0} : Open(root, AnsiArgument(name), access);
     mWorld.log.Add("RegOpenKeyEx " + KeyShown(root, name) + " access=" + Hex(access) + " -> " +
                    std::to_string(result.status));
     return result;
@@ -110,32 +116,32 @@ RegistryStore::KeyResult SimulatedRegistryStore::OpenKey(Handle root, TextView n
 
 RegistryStore::KeyResult SimulatedRegistryStore::CreateKey(Handle root, TextView name, std::uint32_t access,
                                                            bool inheritable) {
-    const auto fault = mWorld.faults.Enter("RegCreateKeyEx");
-    const KeyResult result = fault ? KeyResult{*fault, 0} : Create(root, AnsiArgument(name), access);
+    const Call call(mWorld, "RegCreateKeyEx");
+    const KeyResult result = call.Status() ? KeyResult{*call.Status(), 0} : Create(root, AnsiArgument(name), access);
     mWorld.log.Add("RegCreateKeyEx " + KeyShown(root, name) + " access=" + Hex(access) +
                    (inheritable ? " inheritable -> " : " -> ") + std::to_string(result.status));
     return result;
 }
 
 RegistryStore::Status SimulatedRegistryStore::DeleteKey(Handle root, TextView name) {
-    const auto fault = mWorld.faults.Enter("RegDeleteKey");
-    const Status status = fault ? *fault : Delete(root, AnsiArgument(name));
+    const Call call(mWorld, "RegDeleteKey");
+    const Status status = call.Status() ? *call.Status() : Delete(root, AnsiArgument(name));
     mWorld.log.Add("RegDeleteKey " + KeyShown(root, name) + " -> " + std::to_string(status));
     return status;
 }
 
 RegistryStore::Status SimulatedRegistryStore::DeleteValue(Handle key, TextView name) {
-    const auto fault = mWorld.faults.Enter("RegDeleteValue");
-    const Status status = fault ? *fault : Erase(key, AnsiArgument(name));
+    const Call call(mWorld, "RegDeleteValue");
+    const Status status = call.Status() ? *call.Status() : Erase(key, AnsiArgument(name));
     mWorld.log.Add("RegDeleteValue " + KeyShown(key, name) + " -> " + std::to_string(status));
     return status;
 }
 
 RegistryStore::Value SimulatedRegistryStore::Query(Handle key, TextView name, std::uint32_t capacity, char fill) {
-    const auto fault = mWorld.faults.Enter("RegQueryValueEx");
+    const Call call(mWorld, "RegQueryValueEx");
     if (onQuery) onQuery();
-    Value value =
-        fault ? Value{*fault, 0, capacity, std::string(capacity, fill)} : Read(key, AnsiArgument(name), capacity, fill);
+    Value value = call.Status() ? Value{*call.Status(), 0, capacity, std::string(capacity, fill)}
+                                : Read(key, AnsiArgument(name), capacity, fill);
     mWorld.log.Add("RegQueryValueEx " + KeyShown(key, name) + " capacity=" + std::to_string(capacity) +
                    " fill=" + Hex(static_cast<unsigned char>(fill)) + " -> " + std::to_string(value.status));
     return value;
@@ -147,17 +153,17 @@ RegistryStore::Status SimulatedRegistryStore::SetString(Handle key, TextView nam
     // If the terminator stands directly after the given length, it is stored too.
     const bool ends = length > 0 && length <= bytes.size() && bytes[length - 1] != '\0' && bytes[length] == '\0';
     bytes.resize(length + (ends ? 1u : 0u), '\0');
-    const auto fault = mWorld.faults.Enter("RegSetValueEx");
-    const Status status = fault ? *fault : Write(key, AnsiArgument(name), std::move(bytes));
+    const Call call(mWorld, "RegSetValueEx");
+    const Status status = call.Status() ? *call.Status() : Write(key, AnsiArgument(name), std::move(bytes));
     mWorld.log.Add("RegSetValueEx " + KeyShown(key, name) + "=" + Shown(value) + " length=" + std::to_string(length) +
                    " -> " + std::to_string(status));
     return status;
 }
 
 RegistryStore::Status SimulatedRegistryStore::CloseKey(Handle key) {
-    const auto fault = mWorld.faults.Enter("RegCloseKey");
+    const Call call(mWorld, "RegCloseKey");
     const bool known = mRoots.contains(key) || mHandles.contains(key);
-    const Status status = fault ? *fault : known ? kSuccess : kInvalidHandle;
+    const Status status = call.Status() ? *call.Status() : known ? kSuccess : kInvalidHandle;
     if (status == kSuccess) mHandles.erase(key);
     mWorld.log.Add("RegCloseKey " + Hex(static_cast<std::uint32_t>(key)) + " -> " + std::to_string(status));
     return status;

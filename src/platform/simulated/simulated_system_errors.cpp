@@ -13,7 +13,10 @@ constexpr std::size_t kFormatBuffer = 255;  // with the terminating zero
 }  // namespace
 
 SimulatedSystemErrors::SimulatedSystemErrors(World& world) : mWorld(world) {
-    world.faults.Declare({"FormatMessage", "GetModuleHandle", "InternetGetLastResponseInfo", "WNetGetLastError"});
+    world.faults.Declare({{"FormatMessage", {kNoSuchMessage, Faults::kNoMemory}},
+                          {"GetModuleHandle", {kModuleNotFound, Faults::kNoMemory}},
+                          {"InternetGetLastResponseInfo", {kModuleNotFound, Faults::kNoMemory}},
+                          {"WNetGetLastError", {kModuleNotFound, Faults::kNoMemory}}});
     system = {
         {2, u"The file cannot be found.\r\n"},
         {5, u"Access is denied.\r\n"},
@@ -30,7 +33,8 @@ Text SimulatedSystemErrors::SystemText(std::int32_t code) {
 }
 
 Text SimulatedSystemErrors::ModuleText(TextView module, std::int32_t code) {
-    if (mWorld.Fails("GetModuleHandle")) return {};
+    const Call call(mWorld, "GetModuleHandle");
+    if (call.Fails()) return {};
     const auto found = modules.find(Folded(UpToZero(module)));
     if (found == modules.end()) {
         mWorld.lastError = kModuleNotFound;
@@ -40,8 +44,9 @@ Text SimulatedSystemErrors::ModuleText(TextView module, std::int32_t code) {
 }
 
 SystemErrors::InternetResponse SimulatedSystemErrors::LastInternetResponse(std::uint32_t capacity) {
+    const Call call(mWorld, "InternetGetLastResponseInfo");
     InternetResponse response;
-    if (mWorld.Fails("InternetGetLastResponseInfo")) return response;
+    if (call.Fails()) return response;
     const std::string bytes = ToAnsi(internetResponse);
     response.length = static_cast<std::uint32_t>(bytes.size());
     response.succeeded = bytes.size() < capacity;
@@ -54,12 +59,14 @@ SystemErrors::InternetResponse SimulatedSystemErrors::LastInternetResponse(std::
 }
 
 SystemErrors::NetworkError SimulatedSystemErrors::LastNetworkError() {
-    if (mWorld.Fails("WNetGetLastError")) return {};
+    const Call call(mWorld, "WNetGetLastError");
+    if (call.Fails()) return {};
     return {FromAnsi(ToAnsi(networkError.text)), FromAnsi(ToAnsi(networkError.provider))};
 }
 
 Text SimulatedSystemErrors::Formatted(const Texts& texts, std::int32_t code) {
-    if (mWorld.Fails("FormatMessage")) return {};
+    const Call call(mWorld, "FormatMessage");
+    if (call.Fails()) return {};
     const auto found = texts.find(code);
     if (found == texts.end()) {
         mWorld.lastError = kNoSuchMessage;

@@ -5,14 +5,18 @@
 namespace kwo::platform::simulated {
 
 bool SimulatedSystemFonts::QueryNonClient(NonClientFonts& fonts) {
+    const Call call(mWorld, "SystemParametersInfo");
     mWorld.log.Add("SystemParametersInfo 41");
-    if (mWorld.Fails("SystemParametersInfo")) return false;
+    if (call.Fails()) return false;
     fonts = nonClient;
     return true;
 }
 
 HostObjectRef SimulatedSystemFonts::MakeFont() {
-    auto font = std::make_shared<SimulatedObject>(mWorld.log, u"Font", "font" + std::to_string(made.size() + 1));
+    const Call call(mWorld, "OleCreateFontIndirect");
+    call.RaiseIfPlanned();
+    auto font =
+        std::make_shared<SimulatedObject>(mWorld.log, mWorld.faults, u"Font", "font" + std::to_string(made.size() + 1));
     font->SetProperty(u"Name", Text());
     font->SetProperty(u"Size", 0.0);
     for (const TextView name : {u"Bold", u"Italic", u"Underline", u"Strikethrough"})

@@ -12,7 +12,10 @@ namespace kwo::platform::simulated {
 /// The desktop's fonts, as a test has set them, and the font objects made so far. The log calls those font1, font2 ...
 class SimulatedSystemFonts final : public SystemFonts {
 public:
-    explicit SimulatedSystemFonts(World& world) : mWorld(world) { world.faults.Declare({"SystemParametersInfo"}); }
+    explicit SimulatedSystemFonts(World& world) : mWorld(world) {
+        world.faults.Declare({{"SystemParametersInfo", {87, Faults::kNoMemory}},
+                              {"OleCreateFontIndirect", {-2147467259, Faults::kNoMemory}}});
+    }
 
     bool QueryNonClient(NonClientFonts& fonts) override;
     HostObjectRef MakeFont() override;

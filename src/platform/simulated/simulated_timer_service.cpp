@@ -15,11 +15,12 @@ constexpr std::uint32_t kShortestMs = 1;
 
 SimulatedTimerService::SimulatedTimerService(World& world)
     : mWorld(world), mClock(world.services.clock), mMessages(world.services.messages) {
-    world.faults.Declare({"SetTimer", "KillTimer"});
+    world.faults.Declare({{"SetTimer", {8}}, {"KillTimer", {1444}}});
 }
 
 std::int32_t SimulatedTimerService::Start(std::uint32_t delayMs, TimerHandler& handler) {
-    if (mWorld.Fails("SetTimer")) {
+    const Call call(mWorld, "SetTimer");
+    if (call.Fails()) {
         mWorld.log.Add("SetTimer " + std::to_string(delayMs) + " -> 0");
         return 0;
     }
@@ -33,8 +34,10 @@ std::int32_t SimulatedTimerService::Start(std::uint32_t delayMs, TimerHandler& h
 }
 
 void SimulatedTimerService::Stop(std::int32_t timerId) {
+    const Call call(mWorld, "KillTimer");
     mWorld.log.Add("KillTimer " + std::to_string(timerId));
-    if (mWorld.Fails("KillTimer")) return;
+    // The handler is not called again, even if the system refuses.
+    call.Fails();
     const auto found = mTimers.find(timerId);
     if (found == mTimers.end()) return;
     mMessages.Withdraw(found->second.message);
@@ -51,6 +54,7 @@ void SimulatedTimerService::Expire(std::int32_t timerId) {
     const std::int64_t late = mClock.Elapsed().scaled - timer.due;
     timer.due += (late / timer.period + 1) * timer.period;
     Post(timerId, timer);
+    const CountedMemory counted;
     timer.handler->TimerProc();
 }
 

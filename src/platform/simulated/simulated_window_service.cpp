@@ -17,28 +17,36 @@ constexpr std::array<std::int32_t, 7> kFirstButton = {1, 1, 3, 6, 6, 4, 2};
 }  // namespace
 
 SimulatedWindowService::SimulatedWindowService(World& world) : mWorld(world) {
-    world.faults.Declare({"IsWindow", "IsIconic", "FlashWindow", "GetWindowText", "MessageBox"});
+    world.faults.Declare({{"IsWindow", {1400}},
+                          {"IsIconic", {1400}},
+                          {"FlashWindow", {1400}},
+                          {"GetWindowText", {1400, Faults::kNoMemory}},
+                          {"MessageBox", {1158, Faults::kNoMemory}}});
 }
 
 bool SimulatedWindowService::WindowExists(Handle window) {
-    return !mWorld.Fails("IsWindow") && windows.contains(window);
+    const Call call(mWorld, "IsWindow");
+    return !call.Fails() && windows.contains(window);
 }
 
 bool SimulatedWindowService::IsMinimised(Handle window) {
-    if (mWorld.Fails("IsIconic")) return false;
+    const Call call(mWorld, "IsIconic");
+    if (call.Fails()) return false;
     const auto found = windows.find(window);
     return found != windows.end() && found->second.minimised;
 }
 
 void SimulatedWindowService::Flash(Handle window, bool invert) {
+    const Call call(mWorld, "FlashWindow");
     mWorld.log.Add("Flash " + std::to_string(window) + (invert ? " 1" : " 0"));
-    if (mWorld.Fails("FlashWindow")) return;
+    if (call.Fails()) return;
     const auto found = windows.find(window);
     if (found != windows.end() && invert) ++found->second.flashes;
 }
 
 Text SimulatedWindowService::WindowText(Handle window) {
-    if (mWorld.Fails("GetWindowText")) return {};
+    const Call call(mWorld, "GetWindowText");
+    if (call.Fails()) return {};
     const auto found = windows.find(window);
     if (found == windows.end()) {
         mWorld.lastError = kInvalidWindow;
@@ -48,10 +56,11 @@ Text SimulatedWindowService::WindowText(Handle window) {
 }
 
 std::int32_t SimulatedWindowService::AskUser(Handle owner, TextView prompt, TextView title, std::uint32_t style) {
+    const Call call(mWorld, "MessageBox");
     const Question question{owner, ThroughAnsi(prompt), ThroughAnsi(title), style};
     mWorld.log.Add("Ask owner=" + std::to_string(owner) + " style=" + Hex(style) +
                    " title=" + Shown(TextView(question.title)) + " prompt=" + Shown(TextView(question.prompt)));
-    if (mWorld.Fails("MessageBox")) return 0;
+    if (call.Fails()) return 0;
     if (owner != 0 && !windows.contains(owner)) {
         mWorld.lastError = kInvalidWindow;
         return 0;

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "platform/component_error.h"
 #include "platform/simulated/faults.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/text_codec.h"
+#include "platform/simulated/uncounted_memory.h"
 
 namespace kwo::platform::simulated {
 
@@ -28,17 +30,33 @@ struct World {
     Faults faults{};
     std::int32_t lastError = 0;
     CodePage codePage = CodePage::Windows1252;
+};
 
-    /// Enters a call whose failures show in the last-error value; true when it has to fail.
-    bool Fails(std::string_view call) {
-        const auto code = faults.Enter(call);
-        if (code) lastError = *code;
-        return code.has_value();
+/// One call into a part of the desktop, from its first line to its last: every call that the component makes begins
+/// with one. It counts the call and tells whether it has to fail. What the desktop allocates meanwhile is not the
+/// component's.
+class Call {
+public:
+    Call(World& world, std::string_view name) : mWorld(world), mCode(world.faults.Enter(name)) {}
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+    /// For calls whose failures show in the last-error value: sets it, and returns true, if the call has to fail.
+    bool Fails() const {
+        if (mCode) mWorld.lastError = *mCode;
+        return mCode.has_value();
     }
-    /// Enters a call that has nothing but a raised error to show a failure with.
-    void MayRaise(std::string_view call) {
-        if (const auto code = faults.Enter(call)) Raise(*code, u"", u"Planned failure.");
+    /// For calls that return a status: the one to fail with.
+    const std::optional<std::int32_t>& Status() const { return mCode; }
+    /// For calls that have nothing but a raised error to show a failure with.
+    void RaiseIfPlanned() const {
+        if (mCode) Raise(*mCode, u"", u"Planned failure.");
     }
+
+private:
+    UncountedMemory mMemory;
+    World& mWorld;
+    std::optional<std::int32_t> mCode;
 };
 
 }  // namespace kwo::platform::simulated
