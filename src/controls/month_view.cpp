@@ -27,9 +27,13 @@ bool KWOMonthView::Create(const HostObjectRef& pictureBox, Date& focusDate, cons
     try {
         return Open(pictureBox, focusDate, options);
     } catch (const ComponentError& error) {
-        mComponent.error.KWO_SaveError(error, {.source = u"KWOMonthView.Create", .replace = true});
         mCreated = false;
+        mComponent.error.KWO_SaveError(error, {.source = u"KWOMonthView.Create", .replace = true});
         return false;
+    } catch (...) {
+        // Without memory the box may be half prepared: nothing must be drawn on it.
+        mCreated = false;
+        throw;
     }
 }
 

@@ -1,6 +1,7 @@
 #include "controls/month_view.h"
 
 #include <cmath>
+#include <new>
 
 #include "controls/month_view_fixture.h"
 
@@ -276,6 +277,22 @@ TEST_F(MonthView, NothingHappensAfterAFailedSecondCreate) {
     view->SelDaysAdd(On(2026, 11, 5));
     EXPECT_EQ(TakeLog(), Lines{});
     EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
+}
+
+TEST_F(MonthView, NothingHappensAfterACreateWithoutMemory) {
+    for (const bool isSecond : {false, true}) {
+        view.emplace(component);
+        if (isSecond) Ready(On(2026, 11, 21), {.canMultiSelect = true});
+        desktop.FailCall("VariantChangeType", 1, platform::simulated::Faults::kNoMemory);
+        EXPECT_THROW(Create(On(2026, 11, 21), {.selDate = On(2026, 11, 24), .canMultiSelect = true}), std::bad_alloc);
+        desktop.log.Clear();
+        Click(2026, 11, 5);
+        view->Resize();
+        view->SelDaysAdd(On(2026, 11, 5));
+        EXPECT_EQ(TakeLog(), Lines{});
+        EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
+        EXPECT_TRUE(Create(On(2026, 11, 21)));
+    }
 }
 
 using ShowMonthTest = MonthView;

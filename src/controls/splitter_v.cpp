@@ -88,14 +88,18 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
             return false;
         }
         Open(left, right, splitter, options);
+        mCreated = true;
+        Resize();
     } catch (const ComponentError& error) {
         mCreated = false;
         mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create", .replace = true});
         mComponent.error.KWO_AppError({}, {}, kStopIcon, false, false);
         return false;
+    } catch (...) {
+        // Without memory some of the controls may be missing.
+        mCreated = false;
+        throw;
     }
-    mCreated = true;
-    Resize();
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "controls/splitter_v.h"
 
 #include <functional>
+#include <new>
 #include <optional>
 
 #include "controls/controls_fixture.h"
@@ -65,6 +66,20 @@ protected:
 
 KWOSplitterV::Options Margins(float leftMargin, float top, float rightMargin, float bottom) {
     return {.marginLeft = leftMargin, .marginTop = top, .marginRight = rightMargin, .marginBottom = bottom};
+}
+
+TEST_F(Splitter, NothingHappensAfterACreateWithoutMemory) {
+    for (const bool isSecond : {false, true}) {
+        splitter.emplace(component);
+        if (isSecond) CreateQuietly();
+        desktop.FailCall("VariantChangeType", 2, platform::simulated::Faults::kNoMemory);
+        EXPECT_THROW(Create(), std::bad_alloc);
+        desktop.log.Clear();
+        splitter->MouseDown(1, 30);
+        splitter->Resize();
+        EXPECT_EQ(TakeLog(), Lines{});
+        EXPECT_TRUE(Create());
+    }
 }
 
 TEST_F(Splitter, TheContainersWindowIsTakenWithOrWithoutASign) {
