@@ -52,8 +52,20 @@ bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& 
     Destroy();
     mIcon = icon;
     mRecord = std::move(record);
-    mAdded = mComponent.platform.notificationArea.Add(mRecord);
-    if (mAdded) mComponent.platform.notificationArea.Listen(*this);
+    return Show();
+}
+
+/// Listens first, because that may need memory: an icon that is shown is never lost.
+bool KWOSysTray::Show() {
+    platform::NotificationArea& area = mComponent.platform.notificationArea;
+    area.Listen(*this);
+    try {
+        mAdded = area.Add(mRecord);
+    } catch (...) {
+        area.Unlisten(*this);
+        throw;
+    }
+    if (!mAdded) area.Unlisten(*this);
     return mAdded;
 }
 
@@ -97,6 +109,7 @@ std::int32_t KWOSysTray::MouseUpMsg(std::int16_t button) {
 }
 
 void KWOSysTray::TaskbarCreated() {
+    if (!mAdded) return;
     // The shell refuses if it still has the icon or is too busy. Nobody can be told; the next taskbar gets the icon
     // again.
     mRecord.flags = kEverything;

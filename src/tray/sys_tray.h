@@ -54,6 +54,7 @@ public:
 
 private:
     void TaskbarCreated() override;
+    bool Show();
     bool IsIcon(const platform::HostObjectRef& picture);
 
     component::Component& mComponent;

@@ -101,6 +101,19 @@ TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
     EXPECT_EQ(area.deletions, 2);
 }
 
+TEST_F(Tray, AnIconWhoseTaskbarCannotBeWatchedIsNotShown) {
+    desktop.FailCall("CreateWindowEx", 1, platform::simulated::Faults::kNoMemory);
+    EXPECT_THROW(tray->Create(kWindow, icon, u"Hello"), std::bad_alloc);
+    EXPECT_FALSE(IsShown());
+    EXPECT_TRUE(tray->Create(kWindow, icon, u"Hello"));
+}
+
+TEST_F(Tray, WithoutMemoryForTheIconNoTaskbarIsWatched) {
+    desktop.FailCall("Shell_NotifyIcon", 1, platform::simulated::Faults::kNoMemory);
+    EXPECT_THROW(tray->Create(kWindow, icon, u"Hello"), std::bad_alloc);
+    EXPECT_TRUE(desktop.notificationArea.listeners.empty());
+}
+
 TEST_F(Tray, CreationLeavesTheProgramNameAlone) {
     EXPECT_EQ(component.ProgramName(), u"");
 }
