@@ -1,5 +1,7 @@
 #include "frame/event_log_writer.h"
 
+#include <new>
+
 #include "frame/frame_fixture.h"
 
 namespace kwo::frame {
@@ -69,6 +71,12 @@ TEST_F(EventLogWriterTest, AFailingReportStillClosesTheSource) {
     desktop.FailCall("ReportEvent", 1, 5);
     eventLog.KWO_LogEvent(u"text", 4, 1);
     EXPECT_EQ(apiResult.last, 0);
+    EXPECT_EQ(desktop.eventLog.OpenSources(), 0u);
+}
+
+TEST_F(EventLogWriterTest, AReportWithoutMemoryStillClosesTheSource) {
+    desktop.FailCall("ReportEvent", 1, platform::simulated::Faults::kNoMemory);
+    EXPECT_THROW(eventLog.KWO_LogEvent(u"text", 4, 1), std::bad_alloc);
     EXPECT_EQ(desktop.eventLog.OpenSources(), 0u);
 }
 
