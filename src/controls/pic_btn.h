@@ -11,7 +11,8 @@ namespace kwo::controls {
 /// A push button on the caller's picture box. The caller forwards the events of the box and the key-down event of the
 /// form. A click calls "OnButtonClick" of the form.
 ///
-/// Members raise what the host raises, with their own name as the source. Before Create most of them raise NoObjectSet.
+/// Members raise what the host raises, with their own name as the source; KeyDown and Form_KeyDown pass it on as it is.
+/// Before Create most of them raise NoObjectSet.
 class KWOPicBtn {
 public:
     /// Reads the twips per pixel of the screen, for all buttons. `component` must outlive the object.
