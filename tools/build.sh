@@ -22,32 +22,17 @@ folder=$KWO_ROOT/build/$preset
 jobs=$(nproc)
 ((jobs > 2)) && jobs=2
 
-# A moved checkout takes its old paths with it, and CMake refuses them.
-configured_elsewhere() {
-    [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$KWO_ROOT" "$folder/CMakeCache.txt"
-}
-
-# The compiler is chosen once, when a folder is configured for the first time: another choice needs a new folder.
-compilers() { cat "$KWO_ROOT"/cmake/mingw*.cmake | sha256sum; }
-configured_with_others() {
-    [[ -f $folder/CMakeCache.txt && $(compilers) != "$(cat "$folder/compilers" 2>/dev/null)" ]]
-}
-
 # Ninja configures again when a list changes; what it does not know of is a change of the presets.
 is_configured() { [[ -f $folder/build.ninja && ! $KWO_ROOT/CMakePresets.json -nt $folder/build.ninja ]]; }
 
 cd "$KWO_ROOT"
-mkdir -p "$folder"
+mkdir -p "$KWO_ROOT/build"
 lock "$folder.lock"
-if configured_elsewhere || configured_with_others; then
-    rm -rf "$folder"
-    mkdir "$folder"
-fi
+ready_build_folder "$folder"
 is_configured || cmake --preset "$preset"
 if [[ $strict == yes ]] && ! grep -qx 'KWO_STRICT:BOOL=ON' "$folder/CMakeCache.txt"; then
     cmake -DKWO_STRICT=ON "$folder"
 fi
-compilers >"$folder/compilers"
 targets=()
 (($# == 0)) || targets=(--target "$@")
 cmake --build "$folder" -j "$jobs" "${targets[@]}"

@@ -13,7 +13,7 @@ folder=$KWO_ROOT/build/floors
 graph() {
     local name=$1
     shift
-    mkdir -p "$folder"
+    ready_build_folder "$folder/$name"
     run_job "$folder/$name.log" cmake -S "$KWO_ROOT" -B "$folder/$name" -G Ninja \
         --graphviz="$folder/$name.dot" "$@" || die "CMake fails: see $folder/$name.log"
     sed -nE 's|^.* -> .*// (\S+) -> (\S+)$|\1 \2|p' "$folder/$name.dot"

@@ -39,7 +39,7 @@ is_formatted() { cpp_files | xargs -P 2 -n 64 clang-format --dry-run -Werror; }
 
 # What is sourced sets variables for others and reads theirs.
 scripts_are_clean() {
-    of_kind run test bench .ci/run ':(glob)tools/*.sh' 'tests/*/run_*' | xargs shellcheck -x &&
+    of_kind run test bench .ci/run ':(glob)tools/*.sh' 'tests/*/run_*' 'tests/*/extract_*' | xargs shellcheck -x &&
         of_kind 'tools/lib/*.sh' | xargs shellcheck -e SC2034,SC2154
 }
 
@@ -104,7 +104,10 @@ subjects_are_short() {
 tidy_sources() {
     local -A built=()
     local file
-    while read -r file; do built[$file]=yes; done < <(sed -n "s|^  \"file\": \"$KWO_ROOT/\(.*\)\".*|\1|p" "$commands/compile_commands.json")
+    while read -r file; do
+        [[ $file != "$KWO_ROOT/"* ]] || built[${file#"$KWO_ROOT/"}]=yes
+    done < <(sed -n 's|^  "file": "\(.*\)".*|\1|p' "$commands/compile_commands.json")
+    ((${#built[@]} > 0)) || return
     if [[ $everything == yes ]] || ! git rev-parse -q --verify HEAD~1 >/dev/null; then
         cpp_files
     else
@@ -112,7 +115,9 @@ tidy_sources() {
     fi | while read -r file; do [[ -z ${built[$file]:-} || ! -f $file ]] || printf '%s\n' "$file"; done
 }
 is_tidy() {
-    tidy_sources | xargs -r -P 2 -n 4 clang-tidy --quiet -p "$commands" 2>/dev/null
+    local sources
+    sources=$(tidy_sources) || return
+    printf '%s\n' "$sources" | xargs -r -P 2 -n 4 clang-tidy --quiet -p "$commands" 2>/dev/null
 }
 
 check 'the sources are formatted (clang-format)' is_formatted

@@ -6,6 +6,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"
 (($# == 0)) || die 'usage: make_pictures.sh'
 
+use_one_language
 # Both of its commands are used, and the list knows one.
 need_packages "${KWO_WINE_PACKAGES[@]}" 'imagemagick identify'
 dist=$KWO_ROOT/dist/x64

@@ -118,3 +118,26 @@ lock() {
     printf 'waiting for another command that uses %s ...\n' "${1%.lock}" >&2
     flock 9
 }
+
+# Build folders.
+
+# The compiler is chosen once, when a folder is configured for the first time: another choice needs a new folder.
+compilers() { cat "$KWO_ROOT"/cmake/mingw*.cmake | sha256sum; }
+
+# ready_build_folder FOLDER: makes it, anew if it was configured for another compiler, or in another place: a moved
+# checkout takes its old paths with it, and CMake refuses them.
+ready_build_folder() {
+    if [[ -f $1/CMakeCache.txt ]] &&
+        { ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$KWO_ROOT" "$1/CMakeCache.txt" ||
+            [[ $(compilers) != "$(cat "$1/compilers" 2>/dev/null)" ]]; }; then
+        rm -rf "$1"
+    fi
+    mkdir -p "$1"
+    compilers >"$1/compilers"
+}
+
+# What programs say does not depend on the language of the machine.
+use_one_language() {
+    unset LANGUAGE
+    export LC_ALL=C.UTF-8
+}

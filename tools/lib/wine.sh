@@ -70,6 +70,19 @@ manage_windows() {
     printf '%s\n' "$wanted" >"$kwo_prefix/.kwo-managed"
 }
 
+# set_dpi DOTS: of the display, from the next start of the chosen Wine on.
+set_dpi() {
+    # First the note: whoever is stopped in between leaves it behind.
+    printf '%s\n' "$1" >"$kwo_prefix/.kwo-dots"
+    in_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null || return
+    stop_wine
+}
+
+# A command that was stopped may have left another density.
+usual_density() {
+    [[ ! -f $kwo_prefix/.kwo-dots || $(<"$kwo_prefix/.kwo-dots") == 96 ]] || set_dpi 96
+}
+
 # open_prefix BITS NAME [TREE]: build/NAME, made when it is missing, half-made, of another Wine, or broken; from then on
 # chosen, also by a later call. A display must be there: Wine asks for it once, when a prefix's first program starts.
 open_prefix() {
@@ -85,6 +98,7 @@ open_prefix() {
             "$KWO_ROOT/tools/make_wine_prefix.sh" "$kwo_bits" "$kwo_prefix" "${3:-}" || return
         wine_answers || return
     fi
+    usual_density || return
     manage_windows
 }
 
@@ -179,6 +193,7 @@ run_program_by_hand() {
     local bits=$1 argument words=() kwo_wine32_tree=''
     shift
     (($# > 0)) || die "usage: $KWO_COMMAND.sh PROGRAM [ARGUMENT...]"
+    use_one_language
     need_packages "${KWO_WINE_PACKAGES[@]}"
     ((bits == 64)) || find_wine32 || die "32-bit: not run: $kwo_wine32_why"
     lock "$KWO_ROOT/build/wine.lock"
