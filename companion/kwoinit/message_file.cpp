@@ -22,15 +22,23 @@ constexpr std::uint16_t kDefaultSublanguage = 0x400;
     Raise(error, kSource, Text(u"The message file ") + Text(name) + u" cannot be used: " + Text(reason));
 }
 
-/// Makes upper and lower case the same, in the alphabets of program names.
+/// Makes upper and lower case the same for Latin, Greek and Cyrillic letters.
 char16_t Fold(char16_t c) {
     struct Range {
-        char16_t first, last, distance;
+        char16_t first, last;
+        std::int16_t distance;
+        int step = 1;  ///< 2 where capitals and small letters alternate
     };
-    constexpr Range kCapitals[] = {{u'A', u'Z', 0x20},     {0xC0, 0xD6, 0x20},     {0xD8, 0xDE, 0x20},
-                                   {0x0391, 0x03A9, 0x20}, {0x0400, 0x040F, 0x50}, {0x0410, 0x042F, 0x20}};
+    constexpr Range kCapitals[] = {
+        {u'A', u'Z', 0x20},     {0x00C0, 0x00D6, 0x20}, {0x00D8, 0x00DE, 0x20}, {0x0100, 0x012E, 1, 2},
+        {0x0132, 0x0136, 1, 2}, {0x0139, 0x0147, 1, 2}, {0x014A, 0x0176, 1, 2}, {0x0178, 0x0178, -0x79},
+        {0x0179, 0x017D, 1, 2}, {0x0386, 0x0386, 0x26}, {0x0388, 0x038A, 0x25}, {0x038C, 0x038C, 0x40},
+        {0x038E, 0x038F, 0x3F}, {0x0391, 0x03AB, 0x20}, {0x0400, 0x040F, 0x50}, {0x0410, 0x042F, 0x20},
+    };
     for (const Range& range : kCapitals) {
-        if (c >= range.first && c <= range.last) return static_cast<char16_t>(c + range.distance);
+        if (c >= range.first && c <= range.last && (c - range.first) % range.step == 0) {
+            return static_cast<char16_t>(c + range.distance);
+        }
     }
     return c;
 }
@@ -252,7 +260,7 @@ MessageFile::Texts MessageFile::In(TextView program, std::uint16_t language) con
             group = 1;
         else if (its == (kDefaultSublanguage | primary))
             group = 2;
-        return its == 0 ? std::pair(4, its) : std::pair(group, its);
+        return std::pair(its == 0 ? 4 : group, section);
     };
     std::erase_if(sections, [&](std::uint32_t section) {
         const std::uint16_t its = mSections[section].language;

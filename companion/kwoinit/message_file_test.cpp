@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "kwoinit/message_errors.h"
 #include "kwoinit/recorded_problems.h"
@@ -99,6 +100,32 @@ TEST(MessageFile, EachTextIsOfTheBestLanguageThatHasIt) {
     EXPECT_EQ(all(0x0C0C), (Strings{"040C", "none", "none", "none", "none", "-"}));
     EXPECT_EQ(all(0x0409), (Strings{"none", "none", "none", "none", "none", "-"}));
     EXPECT_EQ(all(0), (Strings{"none", "none", "none", "none", "none", "-"}));
+}
+
+TEST(MessageFile, ProgramsAreFoundInAnyLetterCaseOfEuropeanAlphabets) {
+    for (const auto& [capital, small, section] : {std::tuple(u"\u010C", u"\u010D", "\xC4\x8D"),
+                                                  {u"\u0141", u"\u0142", "\xC5\x82"},
+                                                  {u"\u0160", u"\u0161", "\xC5\xA1"},
+                                                  {u"\u0178", u"\u00FF", "\xC3\xBF"},
+                                                  {u"\u017D", u"\u017E", "\xC5\xBE"},
+                                                  {u"\u0386", u"\u03AC", "\xCE\xAC"},
+                                                  {u"\u0389", u"\u03AE", "\xCE\xAE"},
+                                                  {u"\u038C", u"\u03CC", "\xCF\x8C"},
+                                                  {u"\u038F", u"\u03CE", "\xCF\x8E"},
+                                                  {u"\u03AB", u"\u03CB", "\xCF\x8B"}}) {
+        const Opened opened("[" + std::string(section) + "]\n1=a\n[KWOUtil]\n1=other\n");
+        EXPECT_EQ(opened.Text(0, 1, capital), "a") << section;
+        EXPECT_EQ(opened.Text(0, 1, small), "a") << section;
+    }
+    const Opened opened("[\xC5\x82]\n1=a\n[KWOUtil]\n1=other\n");
+    EXPECT_EQ(opened.Text(0, 1, u"\u0143"), "other") << "the capital of the next letter";
+}
+
+TEST(MessageFile, OtherLanguagesAreTriedInTheOrderOfTheFile) {
+    const Opened opened("[KWOUtil 0C07]\n1=a\n[KWOUtil 0807]\n1=b\n2=b\n");
+
+    EXPECT_EQ(opened.Text(0x1407, 1), "a");
+    EXPECT_EQ(opened.Text(0x1407, 2), "b");
 }
 
 TEST(MessageFile, WithoutASectionThatNamesNoLanguageAnotherLanguageServesNobody) {

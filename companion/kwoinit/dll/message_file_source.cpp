@@ -6,6 +6,7 @@
 #include "com_support/module_path.h"
 #include "kwoinit/message_errors.h"
 #include "kwoinit/message_file.h"
+#include "platform/windows/quiet_drives.h"
 
 namespace kwo::kwoinit {
 
@@ -74,6 +75,7 @@ platform::Text FolderOfThisDll() {
 }  // namespace
 
 std::optional<FoundFile> FindMessageFile(platform::TextView path) {
+    const platform::windows::QuietDrives quiet;
     if (auto found = Read(platform::Text(path))) return found;
     const std::size_t separator = path.find_last_of(u"\\/:");
     platform::TextView name = separator == platform::TextView::npos ? path : path.substr(separator + 1);

@@ -5,6 +5,7 @@
 #include <cwchar>
 
 #include "platform/windows/ansi.h"
+#include "platform/windows/quiet_drives.h"
 
 namespace kwo::platform::windows {
 
@@ -12,6 +13,7 @@ VersionResource::VersionResource(SystemLibrary& versions, const std::wstring& pa
     const auto sizeOf = mVersions.Find<decltype(::GetFileVersionInfoSizeW)>("GetFileVersionInfoSizeW");
     const auto read = mVersions.Find<decltype(::GetFileVersionInfoW)>("GetFileVersionInfoW");
     if (sizeOf == nullptr || read == nullptr) return;
+    const QuietDrives quiet;
     DWORD unused = 0;
     mData.resize(sizeOf(path.c_str(), &unused));
     if (!mData.empty() && !read(path.c_str(), 0, static_cast<DWORD>(mData.size()), mData.data())) {
