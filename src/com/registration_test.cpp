@@ -528,6 +528,22 @@ TEST_F(Registration, ThePathIsComparedWithoutCase) {
     EXPECT_EQ(Difference(before, Now()), "");
 }
 
+TEST_F(Registration, ThePathIsComparedWithoutShortNames) {
+    const Snapshot before = Now();
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    wchar_t shortPath[MAX_PATH] = {};
+    ASSERT_NE(GetShortPathNameW(ThisProgram().c_str(), shortPath, MAX_PATH), 0u);
+    ASSERT_NE(std::wstring(shortPath), ThisProgram());
+    Put(mVersionKey + L"\\0\\" + mPlatform, L"", shortPath);
+    for (const std::wstring name : kClassNames) {
+        Put(L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32", L"", shortPath);
+    }
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
 TEST_F(Registration, WhatOthersPutUnderOurKeysStays) {
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     const std::wstring timer = L"CLSID\\" + ClassIdOf(L"KWOTimer");

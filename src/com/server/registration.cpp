@@ -153,9 +153,21 @@ bool AreSame(const std::wstring& one, const std::wstring& other) {
     return CompareStringOrdinal(one.c_str(), -1, other.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
+/// The path without short names, as far as the system knows it.
+std::wstring LongPath(const std::wstring& path) {
+    std::wstring found(::GetLongPathNameW(path.c_str(), nullptr, 0), L'\0');
+    found.resize(::GetLongPathNameW(path.c_str(), found.data(), static_cast<DWORD>(found.size())));
+    return found.empty() ? path : found;
+}
+
+/// The same, and paths of the same file or folder that are spelled with and without short names.
+bool MeanTheSame(const std::wstring& one, const std::wstring& other) {
+    return AreSame(one, other) || AreSame(LongPath(one), LongPath(other));
+}
+
 /// True if a registration names this file, or no file, which is the rest of a damaged one.
 bool OursOrNobodys(const std::wstring& registered, const ServerDescription& server) {
-    return registered.empty() || AreSame(registered, server.modulePath);
+    return registered.empty() || MeanTheSame(registered, server.modulePath);
 }
 
 void Write(RegistryChanges& changes, const std::vector<Key>& keys) {
@@ -181,7 +193,7 @@ void RecordKeysMade(RegistryChanges& changes, RegistrationStore& store, const La
 void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vector<Key>& keys) {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
         for (const Value& value : key->values) {
-            if (AreSame(TextAt(store, key->path, value.name), value.text)) changes.DeleteValue(key->path, value.name);
+            if (MeanTheSame(TextAt(store, key->path, value.name), value.text)) changes.DeleteValue(key->path, value.name);
         }
         changes.DeleteKeyIfEmpty(key->path);
     }
