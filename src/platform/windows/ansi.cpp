@@ -4,11 +4,11 @@
 
 namespace kwo::platform::windows {
 
-Text FromAnsi(std::string_view bytes) {
+Text FromAnsi(std::string_view bytes, unsigned codePage) {
     const int size = static_cast<int>(bytes.size());
     if (size == 0) return {};
     std::wstring wide(bytes.size(), L'\0');
-    const int length = ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide.data(), size);
+    const int length = ::MultiByteToWideChar(codePage, 0, bytes.data(), size, wide.data(), size);
     wide.resize(static_cast<std::size_t>(length));
     return FromWide(wide);
 }

@@ -9,9 +9,9 @@
 
 namespace kwo::platform::windows {
 
-/// Text from bytes in the system's ANSI code page. Zero bytes become zero characters.
-Text FromAnsi(std::string_view bytes);
-/// Bytes in the system's ANSI code page; '?' replaces a character that it lacks.
+/// Text from bytes in `codePage`, by default the system's ANSI code page. Zero bytes become zero characters.
+Text FromAnsi(std::string_view bytes, unsigned codePage = 0);
+/// Bytes in the system's ANSI code page. A character that it lacks becomes a similar one, else '?'.
 std::string ToAnsi(TextView text);
 
 /// The text that a call reports to have written into a buffer. Some calls report the length that they need: nothing
