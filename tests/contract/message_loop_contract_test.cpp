@@ -80,6 +80,28 @@ TEST_F(MessageLoopContract, PendingMessagesRunInOrderUntilNoneIsLeft) {
     EXPECT_EQ(ran, "123");
 }
 
+TEST_F(MessageLoopContract, AFloodOfMessagesDoesNotHoldTheCaller) {
+    constexpr int kEndless = 500;
+    int handled = 0;
+    std::function<void()> handler = [&] {
+        messages.WaitForInput(12, 0);  // its work
+        if (++handled < kEndless) outside().Post(handler);
+    };
+    outside().Post(handler);
+
+    EXPECT_TRUE(messages.ProcessPending());
+    EXPECT_LT(handled, 100);
+
+    // The message that is left ends a wait, though it is not new.
+    const int before = handled;
+    EXPECT_LT(Duration([&] { messages.WaitForInput(60'000, kAnyInput); }), 30'000u);
+    messages.ProcessPending();
+    EXPECT_GT(handled, before);
+
+    handled = kEndless;
+    messages.ProcessPending();
+}
+
 TEST_F(MessageLoopContract, ProcessingMayBeNested) {
     outside().Post([this] {
         ran += '(';

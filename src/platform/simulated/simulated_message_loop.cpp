@@ -10,6 +10,8 @@ namespace kwo::platform::simulated {
 namespace {
 
 constexpr std::uint32_t kPostedMessage = 0x0008;
+/// That ProcessPending goes on for.
+constexpr Milliseconds kLongest = Milliseconds::Whole(50);
 constexpr std::uint32_t kForEver = 0xFFFFFFFF;
 
 }  // namespace
@@ -23,9 +25,15 @@ bool SimulatedMessageLoop::ProcessPending() {
     const Call call(mWorld, "PeekMessage");
     mWorld.log.Add("Pump");
     mQuitIsNews = false;
+    const std::int64_t end = mClock.Elapsed().scaled + kLongest.scaled;
     while (!mMessages.empty() && mMessages.begin()->first.first <= mClock.Elapsed().scaled) {
         const auto action = std::move(mMessages.extract(mMessages.begin()).mapped().action);
         action();
+        if (mClock.Elapsed().scaled >= end) {
+            for (auto& [order, message] : mMessages)
+                message.news = true;
+            break;
+        }
     }
     return !mQuit;
 }

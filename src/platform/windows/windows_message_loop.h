@@ -16,6 +16,8 @@ public:
 
 private:
     LastError& mLastError;
+    /// Messages are left that a wait would not return for: it has been told of them.
+    bool mHasMore = false;
 };
 
 }  // namespace kwo::platform::windows
