@@ -22,7 +22,8 @@ public:
     virtual ~Keyboard() = default;
 
     /// Presses the Tab key, which moves the focus to the next control, or with `backwards` Shift+Tab, which moves it to
-    /// the previous one. The program with the focus receives the keys.
+    /// the previous one. Keys that the user holds meanwhile (Shift, Ctrl, Alt, the logo key) do not count. The program
+    /// with the focus receives the keys.
     virtual void SendTab(bool backwards) = 0;
 };
 

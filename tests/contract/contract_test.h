@@ -83,8 +83,10 @@ public:
     virtual std::size_t TopLevelWindows() = 0;
     /// From now on a window of this program has the focus and hears the keys.
     virtual void ListenToKeys() = 0;
-    /// The keys heard, the first one first: "Tab", "Shift+Tab", and "held " before one that was not released since the
-    /// last time. Waits until there are at least `count`.
+    /// The user holds the Ctrl key from now on, or no longer.
+    virtual void HoldControl(bool hold) = 0;
+    /// The keys heard, the first one first: "Tab", "Shift+Tab", "Ctrl+Tab", and "held " before one that was not
+    /// released since the last time. Waits until there are at least `count`.
     virtual std::vector<std::string> KeysHeard(std::size_t count) = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;

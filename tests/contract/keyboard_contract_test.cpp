@@ -27,6 +27,18 @@ TEST_F(KeyboardContract, BackwardsIsWithTheShiftKey) {
     EXPECT_EQ(outside().KeysHeard(1), Keys{"Shift+Tab"});
 }
 
+TEST_F(KeyboardContract, KeysThatTheUserHoldsDoNotCount) {
+    outside().ListenToKeys();
+    outside().HoldControl(true);
+
+    keyboard.SendTab(false);
+    keyboard.SendTab(true);
+    const std::vector<std::string> heard = outside().KeysHeard(2);
+    outside().HoldControl(false);
+
+    EXPECT_EQ(heard, (Keys{"Tab", "Shift+Tab"}));
+}
+
 TEST_F(KeyboardContract, KeysArriveInTheirOrderAndAreReleased) {
     outside().ListenToKeys();
 

@@ -59,6 +59,7 @@ public:
     }
     void Hide(Handle window) override { mDesktop.windows.windows.at(window).hidden = true; }
     void ListenToKeys() override { mDesktop.log.Clear(); }
+    void HoldControl(bool) override {}  // nobody looks at it
     std::vector<std::string> KeysHeard(std::size_t) override {
         std::vector<std::string> heard;
         for (const std::string& line : mDesktop.log.Starting("Keys "))

@@ -30,10 +30,12 @@ std::vector<std::string> heardKeys;
 
 void HearKey(WPARAM key, LPARAM lParam) {
     constexpr LPARAM kWasDown = 1 << 30;
-    if (key == VK_SHIFT) return;
+    constexpr WPARAM kNoKey = 0xE8;
+    if (key == VK_SHIFT || key == VK_CONTROL || key == kNoKey) return;
     const std::string held = (lParam & kWasDown) != 0 ? "held " : "";
     const std::string shift = GetKeyState(VK_SHIFT) < 0 ? "Shift+" : "";
-    heardKeys.push_back(held + shift + (key == VK_TAB ? "Tab" : "key " + std::to_string(key)));
+    const std::string control = GetKeyState(VK_CONTROL) < 0 ? "Ctrl+" : "";
+    heardKeys.push_back(held + control + shift + (key == VK_TAB ? "Tab" : "key " + std::to_string(key)));
 }
 
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -206,6 +208,14 @@ public:
         SetFocus(mWindows.back());
         mServices.messages.ProcessPending();
         heardKeys.clear();
+    }
+    void HoldControl(bool hold) override {
+        INPUT input = {};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = VK_CONTROL;
+        input.ki.dwFlags = hold ? 0 : KEYEVENTF_KEYUP;
+        EXPECT_EQ(SendInput(1, &input, sizeof input), 1u);
+        EXPECT_EQ(GetAsyncKeyState(VK_CONTROL) < 0, hold);
     }
     std::vector<std::string> KeysHeard(std::size_t count) override {
         mServices.messages.ProcessPending();

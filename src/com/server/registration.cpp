@@ -193,7 +193,8 @@ void RecordKeysMade(RegistryChanges& changes, RegistrationStore& store, const La
 void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vector<Key>& keys) {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
         for (const Value& value : key->values) {
-            if (MeanTheSame(TextAt(store, key->path, value.name), value.text)) changes.DeleteValue(key->path, value.name);
+            if (MeanTheSame(TextAt(store, key->path, value.name), value.text))
+                changes.DeleteValue(key->path, value.name);
         }
         changes.DeleteKeyIfEmpty(key->path);
     }
