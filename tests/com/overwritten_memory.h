@@ -18,8 +18,6 @@ public:
     static int Freed();
 
 private:
-    void Put(void* function);
-
     void** mPlace = nullptr;  ///< the DLL's entry for the run-time's function that frees
     void* mBefore = nullptr;
 };

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <map>
+
+#include "windows_calls/import_table.h"
 
 namespace kwo::com_test {
 namespace {
@@ -12,33 +13,6 @@ namespace {
 std::map<std::string, void*>& LookedUp() {
     static std::map<std::string, void*> functions;
     return functions;
-}
-
-void Put(void** place, void* function) {
-    DWORD before = 0;
-    ASSERT_TRUE(VirtualProtect(place, sizeof *place, PAGE_READWRITE, &before));
-    *place = function;
-    VirtualProtect(place, sizeof *place, before, &before);
-}
-
-/// Where the DLL keeps the address of a function that it imports; null when it imports none of that name.
-void** ImportOf(HMODULE dll, const char* name) {
-    auto* const base = reinterpret_cast<BYTE*>(dll);
-    const LONG headersAt = reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew;
-    const auto& headers = *reinterpret_cast<IMAGE_NT_HEADERS*>(base + headersAt);
-    const DWORD imports = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    for (auto* module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports); module->Name != 0; ++module) {
-        const auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
-        auto* addresses = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->FirstThunk);
-        for (; names->u1.AddressOfData != 0; ++names, ++addresses) {
-            if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
-            const auto& entry = *reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-            if (std::strcmp(reinterpret_cast<const char*>(entry.Name), name) == 0) {
-                return reinterpret_cast<void**>(&addresses->u1.Function);
-            }
-        }
-    }
-    return nullptr;
 }
 
 FARPROC WINAPI Find(HMODULE module, const char* name) {
@@ -56,24 +30,23 @@ ReplacedFunction::ReplacedFunction(const char* name, void* replacement) : mName(
         ADD_FAILURE() << "KWOUtil.dll is not loaded";
         return;
     }
-    mImport = ImportOf(mDll, name);
+    mImport = windows_calls::PlaceOf(mDll, name);
     if (mImport != nullptr) {
-        mBefore = *mImport;
-        Put(mImport, replacement);
+        mBefore = windows_calls::Exchange(mImport, replacement);
         return;
     }
-    void** const lookUp = ImportOf(mDll, "GetProcAddress");
+    void** const lookUp = windows_calls::PlaceOf(mDll, "GetProcAddress");
     if (lookUp == nullptr) {
         ADD_FAILURE() << "KWOUtil.dll neither imports " << name << " nor looks functions up";
         return;
     }
     LookedUp()[mName] = replacement;
-    Put(lookUp, reinterpret_cast<void*>(&Find));
+    windows_calls::Exchange(lookUp, reinterpret_cast<void*>(&Find));
 }
 
 ReplacedFunction::~ReplacedFunction() {
     if (mImport != nullptr) {
-        Put(mImport, mBefore);
+        windows_calls::Exchange(mImport, mBefore);
     } else {
         LookedUp().erase(mName);
     }
