@@ -2,8 +2,8 @@
 # Builds one program of tests and runs those of its tests that match.
 #   try.sh PROGRAM [FILTER]     'Timer.*', 'Timer*:-*Year*', as GoogleTest's filter has it; all tests by default
 # PROGRAM: unit, contract, messages or faults, natively under the sanitizers;
-#          com, companion, registration, host or windows (the contract tests there), under Wine in 64 bits; with 32
-#          behind it (com32) in 32 bits
+#          com, companion, imports, registration, host or windows (the contract tests there), under Wine in 64 bits;
+#          with 32 behind it (com32) in 32 bits
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
 
@@ -21,6 +21,7 @@ case $kind in
     faults) preset=sanitized program=tests/faults/fault_tests ;;
     com) program=tests/com/com_tests.exe targets=(user) ;;
     companion) program=tests/com/kwoinit/kwoinit_com_tests.exe targets=(user) ;;
+    imports) program=tests/com/faults/import_fault_tests.exe targets=(user) ;;
     registration) program=src/com/com_unit_tests.exe ;;
     host) program=kwohost/tests/kwohost_tests.exe ;;
     windows) program=tests/contract/contract_tests.exe ;;

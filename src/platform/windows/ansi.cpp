@@ -2,14 +2,28 @@
 
 #include <windows.h>
 
+#include <new>
+
 namespace kwo::platform::windows {
+
+namespace {
+
+/// The length of converted text. In the system's own code page and without flags, a conversion fails only if the system
+/// has no memory for it. An empty text in its place would name another key, file or value.
+std::size_t Converted(int length) {
+    if (length <= 0) throw std::bad_alloc();
+    return static_cast<std::size_t>(length);
+}
+
+}  // namespace
 
 Text FromAnsi(std::string_view bytes, unsigned codePage) {
     const int size = static_cast<int>(bytes.size());
     if (size == 0) return {};
     std::wstring wide(bytes.size(), L'\0');
     const int length = ::MultiByteToWideChar(codePage, 0, bytes.data(), size, wide.data(), size);
-    wide.resize(static_cast<std::size_t>(length));
+    // The system may lack another code page.
+    wide.resize(codePage == CP_ACP ? Converted(length) : static_cast<std::size_t>(length));
     return FromWide(wide);
 }
 
@@ -17,10 +31,10 @@ std::string ToAnsi(TextView text) {
     if (text.empty()) return {};
     const std::wstring wide = ToWide(text);
     const int size = static_cast<int>(wide.size());
-    std::string bytes(
-        static_cast<std::size_t>(::WideCharToMultiByte(CP_ACP, 0, wide.data(), size, nullptr, 0, nullptr, nullptr)),
-        '\0');
-    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), size, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
+    std::string bytes(Converted(::WideCharToMultiByte(CP_ACP, 0, wide.data(), size, nullptr, 0, nullptr, nullptr)),
+                      '\0');
+    Converted(::WideCharToMultiByte(CP_ACP, 0, wide.data(), size, bytes.data(), static_cast<int>(bytes.size()), nullptr,
+                                    nullptr));
     return bytes;
 }
 

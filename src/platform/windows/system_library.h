@@ -2,11 +2,10 @@
 
 #include <windows.h>
 
-#include <utility>
-
 namespace kwo::platform::windows {
 
-/// A system library. It is loaded from the system's directory when it is first needed.
+/// A system library. It is loaded from the system's directory when it is first needed, and asked for again after a
+/// failure, which may have been a lack of memory.
 ///
 /// It stays loaded: its user may end while the loader holds its lock, when nothing can be unloaded safely.
 class SystemLibrary {
@@ -19,7 +18,7 @@ public:
     /// A function of the library. Null if the system lacks the library or the function; the last-error value says why.
     template <class Function>
     Function* Find(const char* function) {
-        if (!std::exchange(mAsked, true)) mHandle = Load(mName);
+        if (mHandle == nullptr) mHandle = Load(mName);
         if (mHandle == nullptr) {
             ::SetLastError(ERROR_MOD_NOT_FOUND);
             return nullptr;
@@ -31,7 +30,6 @@ private:
     static HMODULE Load(const wchar_t* name);
 
     const wchar_t* mName;
-    bool mAsked = false;
     HMODULE mHandle = nullptr;
 };
 

@@ -13,13 +13,15 @@ TaskbarWindow::TaskbarWindow(TaskbarListener& listener)
     // The shell may have fewer rights than this program.
     ::ChangeWindowMessageFilterEx(mWindow, mCreated, MSGFLT_ALLOW, nullptr);
     ::SetWindowLongPtrW(mWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    // Without it the procedure would not find this object; the window then stays deaf.
+    if (::GetWindowLongPtrW(mWindow, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this)) return;
     mInherited = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(mWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&TaskbarWindow::Procedure)));
 }
 
 TaskbarWindow::~TaskbarWindow() {
     if (mWindow == nullptr) return;
-    ::SetWindowLongPtrW(mWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(mInherited));
+    if (mInherited != nullptr) ::SetWindowLongPtrW(mWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(mInherited));
     // Only its own thread may destroy a window; another thread posts the request.
     if (!::DestroyWindow(mWindow)) ::PostMessageW(mWindow, WM_CLOSE, 0, 0);
 }

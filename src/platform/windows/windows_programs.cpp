@@ -17,6 +17,8 @@ using WindowAttribute = HRESULT WINAPI(HWND window, DWORD attribute, void* value
 struct Search {
     std::wstring title;
     WindowAttribute* attribute = nullptr;  ///< null where the system cloaks no windows
+    /// Room for a window's title: one character more than the wanted one, and the end.
+    std::wstring text = std::wstring(title.size() + 2, L'\0');
     HWND found = nullptr;
 };
 
@@ -28,16 +30,16 @@ bool IsCloaked(HWND window, WindowAttribute* attribute) {
 }
 
 /// The title as the system stores it. Asking the window would wait for a program that does not answer.
-bool HasTitle(HWND window, const std::wstring& title) {
-    std::wstring text(title.size() + 2, L'\0');
-    const int length = ::InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
-    return ::CompareStringOrdinal(text.data(), length, title.data(), static_cast<int>(title.size()), TRUE) ==
-           CSTR_EQUAL;
+bool HasTitle(HWND window, Search& search) noexcept {
+    const int length = ::InternalGetWindowText(window, search.text.data(), static_cast<int>(search.text.size()));
+    return ::CompareStringOrdinal(search.text.data(), length, search.title.data(),
+                                  static_cast<int>(search.title.size()), TRUE) == CSTR_EQUAL;
 }
 
-BOOL CALLBACK Look(HWND window, LPARAM parameter) {
+/// The system calls it: no exception may leave it.
+BOOL CALLBACK Look(HWND window, LPARAM parameter) noexcept {
     auto& search = *reinterpret_cast<Search*>(parameter);
-    if (!::IsWindowVisible(window) || !HasTitle(window, search.title)) return TRUE;
+    if (!::IsWindowVisible(window) || !HasTitle(window, search)) return TRUE;
     if (IsCloaked(window, search.attribute)) return TRUE;
     search.found = window;
     return FALSE;

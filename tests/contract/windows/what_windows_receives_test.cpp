@@ -504,7 +504,9 @@ TEST_F(WhatWindowsReceives, OfTimers) {
 }
 
 TEST_F(WhatWindowsReceives, OfKeys) {
-    Watch({"SendInput", "MapVirtualKeyW"}).Replace("SendInput", &Yes<UINT, UINT, LPINPUT, int>);
+    Watch({"SendInput", "MapVirtualKeyW", "GetAsyncKeyState"});
+    mCalls->Replace("GetAsyncKeyState", [](int) -> SHORT { return 0; });  // the user holds no key
+    mCalls->Replace("SendInput", &Yes<UINT, UINT, LPINPUT, int>);
     const auto key = [](WORD code, DWORD flags) {
         INPUT input = {};
         input.type = INPUT_KEYBOARD;

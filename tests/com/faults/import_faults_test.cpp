@@ -1,0 +1,405 @@
+// Call n of each function that the DLLs take from Windows fails: once, and from then on. Nothing may crash, hang or be
+// left behind, the caller gets what is documented, and the same object works when the failure is over.
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "allocation_count.h"
+#include "dll_under_test.h"
+#include "fault_rounds.h"
+#include "process_resources.h"
+#include "thread.h"
+#include "windows_calls/import_table.h"
+
+namespace kwo::com_test {
+
+void ReplaceWhatTheUserWouldSee(windows_calls::WindowsCalls& calls);
+
+namespace {
+
+using windows_calls::Function;
+using windows_calls::WindowsCalls;
+
+enum class Repeat { Once, FromThenOn };
+
+/// Which call fails, and whether the object is also released while it does.
+struct Fault {
+    const Function* function = nullptr;
+    long which = 0;
+    Repeat repeat = Repeat::Once;
+    bool untilReleased = false;
+};
+
+std::string TextOf(const Fault& fault) {
+    if (fault.function == nullptr) return "no fault";
+    return std::string(fault.function->name) + " call " + std::to_string(fault.which) +
+           (fault.repeat == Repeat::Once ? "" : " and all later ones") +
+           (fault.untilReleased ? ", until the object is released" : "");
+}
+
+struct Result {
+    bool happened = false;
+    std::vector<Answer> during;
+    std::vector<Answer> after;
+    bool isSameObject = false;
+    std::map<std::string, long> balance;
+    long automationBlocks = 0;
+    ULONG references = 0;
+    HRESULT canUnload = S_OK;
+    std::map<const Function*, long> calls;
+};
+
+/// Ends the program when a round takes too long, and says which round that was.
+class Watchdog {
+public:
+    Watchdog() : mThread([this] { Watch(); }) {}
+    ~Watchdog() { mEnds = true; }
+    void Begin(const std::string& round) {
+        lstrcpynA(mRound, round.c_str(), sizeof mRound);
+        mBegin = GetTickCount();
+    }
+    void End() { mBegin = 0; }
+    const char* Round() const { return mRound; }
+
+private:
+    static constexpr DWORD kTooLongMs = 20'000;
+    void Watch() {
+        while (!mEnds) {
+            Sleep(100);
+            const DWORD begin = mBegin;
+            if (begin == 0 || GetTickCount() - begin < kTooLongMs) continue;
+            std::printf("[  FAILED  ] hangs: %s\n", mRound);
+            std::fflush(stdout);
+            TerminateProcess(GetCurrentProcess(), 3);
+        }
+    }
+    char mRound[400] = "";
+    std::atomic<DWORD> mBegin = 0;
+    std::atomic<bool> mEnds = false;
+    Thread mThread;
+};
+
+Watchdog* theWatchdog = nullptr;
+
+void SayWhereItCrashed(const char* how) {
+    std::printf("[  FAILED  ] %s: %s\n", how, theWatchdog != nullptr ? theWatchdog->Round() : "");
+    std::fflush(stdout);
+    TerminateProcess(GetCurrentProcess(), 4);
+}
+LONG WINAPI OnCrash(EXCEPTION_POINTERS*) {
+    SayWhereItCrashed("crashes");
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+void OnAbort(int) {
+    SayWhereItCrashed("aborts");
+}
+
+/// A scenario, and the DLLs that it runs in.
+class Rounds {
+public:
+    explicit Rounds(const NamedScenario& scenario) : mScenario(scenario) {
+        if (!scenario.loadsAnew) Load();
+    }
+    ~Rounds() { Unload(); }
+
+    /// One round, on a thread of its own: with the fault, and then without it.
+    Result Run(const Fault& fault) {
+        if (mScenario.loadsAnew) Load();
+        Result result;
+        const long blocks = AllocationCount::Instance().InUse();
+        theWatchdog->Begin(std::string(mScenario.name) + ", " + TextOf(fault));
+        Thread([&] { RunHere(fault, result); }).Join();
+        theWatchdog->End();
+        result.balance = mCalls->Balance();
+        // A DLL keeps some memory until it is unloaded.
+        if (mScenario.loadsAnew) result.balance.erase(windows_calls::NameOf(windows_calls::Held::Block));
+        mIsIntact = mIsIntact && mCalls->FreedMemoryIsIntact();
+        using CanUnload = HRESULT(STDAPICALLTYPE*)();
+        result.canUnload =
+            reinterpret_cast<CanUnload>(reinterpret_cast<void*>(GetProcAddress(mModule, "DllCanUnloadNow")))();
+        if (mScenario.loadsAnew) Unload();
+        result.automationBlocks = AllocationCount::Instance().InUse() - blocks;
+        return result;
+    }
+    bool FreedMemoryIsIntact() const { return mIsIntact; }
+
+private:
+    void Load() {
+        const std::wstring folder = DistFolder() + L"\\";
+        mModule = LoadLibraryW((folder + mScenario.module).c_str());
+        // The component loads its companion when it needs a text.
+        mCompanion = LoadLibraryW((folder + L"KWOInit.dll").c_str());
+        std::vector<HMODULE> modules = {mModule};
+        if (mCompanion != mModule) modules.push_back(mCompanion);
+        mCalls = std::make_unique<WindowsCalls>(modules);
+        ReplaceWhatTheUserWouldSee(*mCalls);
+        mCalls->OverwriteFreedMemory(true);
+    }
+    void Unload() {
+        if (mModule == nullptr) return;
+        mCalls.reset();
+        FreeLibrary(std::exchange(mModule, nullptr));
+        FreeLibrary(std::exchange(mCompanion, nullptr));
+    }
+
+    void RunHere(const Fault& fault, Result& result) {
+        CoInitialize(nullptr);
+        mCalls->WatchThisThread();
+        mCalls->ResetCounts();
+        {
+            const std::unique_ptr<Scenario> scenario = mScenario.make();
+            Stage stage(mModule, *mCalls);
+            if (fault.function != nullptr) {
+                mCalls->Fail(*fault.function, fault.which, fault.repeat == Repeat::FromThenOn);
+            }
+            scenario->Run(stage);
+            if (fault.untilReleased) stage.Release();
+            result.happened = mCalls->StopFailing();
+            SetErrorInfo(0, nullptr);
+            result.during = stage.TakeAnswers();
+            for (const Function* const function : windows_calls::AllFunctions())
+                result.calls[function] = function->calls;
+            result.isSameObject = stage.HasObject();
+            scenario->Run(stage);
+            result.after = stage.TakeAnswers();
+            stage.Release();
+            SetErrorInfo(0, nullptr);
+            result.references = scenario->References();
+        }
+        CoUninitialize();
+    }
+
+    const NamedScenario& mScenario;
+    HMODULE mModule = nullptr;
+    HMODULE mCompanion = nullptr;
+    std::unique_ptr<WindowsCalls> mCalls;
+    bool mIsIntact = true;
+};
+
+std::string TextOf(const std::vector<Answer>& answers) {
+    std::string text;
+    for (const Answer& answer : answers)
+        text += "\n  " + answer.Text();
+    return text;
+}
+
+bool AllFaults() {
+    return std::getenv("KWO_ALL_FAULTS") != nullptr;
+}
+
+/// The calls that are to fail: all, or in the short version the first one, the last one and some between.
+std::vector<long> Chosen(const Function& function, long calls) {
+    const long most = std::string_view(function.name) == "malloc" ? 6 : 2;
+    const long step = AllFaults() || calls <= most ? 1 : (calls + most - 2) / (most - 1);
+    std::vector<long> chosen;
+    for (long which = 1; which <= calls; which += step)
+        chosen.push_back(which);
+    if (chosen.back() != calls) chosen.push_back(calls);
+    return chosen;
+}
+
+/// What a caller may be told when calls of these functions fail.
+bool IsDocumented(const Function& function, HRESULT status);
+/// Whether they fail for want of memory.
+bool TakesMemory(const Function& function);
+
+class ImportFaults : public ::testing::TestWithParam<NamedScenario> {
+protected:
+    static void SetUpTestSuite() {
+        if (theWatchdog != nullptr) return;
+        theWatchdog = new Watchdog;  // for good
+        SetUnhandledExceptionFilter(&OnCrash);
+        std::signal(SIGABRT, &OnAbort);
+    }
+
+    /// A round whose result can be compared. The first exception of a 32-bit DLL makes the unwinder's table, which
+    /// stays as long as the DLL: what a round leaves behind counts if it leaves it again.
+    Result RunFaulty(Rounds& rounds, const Result& reference, const Fault& fault) {
+        ++mRounds;
+        Result result = rounds.Run(fault);
+        return result.balance == reference.balance ? result : rounds.Run(fault);
+    }
+
+    void Expect(const Result& reference, const Result& result, const Fault& fault) {
+        const std::string where = std::string(GetParam().name) + ", " + TextOf(fault);
+        EXPECT_EQ(result.balance, reference.balance) << where;
+        EXPECT_EQ(result.automationBlocks, reference.automationBlocks) << where;
+        EXPECT_EQ(result.references, 0u) << where;
+        EXPECT_EQ(Hex(result.canUnload), Hex(S_OK)) << where;
+        EXPECT_EQ(TextOf(result.after), TextOf(reference.after)) << where << ", after it";
+        for (const Answer& answer : result.during) {
+            if (fault.function == nullptr || IsUsual(reference, answer)) continue;
+            EXPECT_TRUE(IsDocumented(*fault.function, answer.status)) << where << ": " << answer.Text();
+        }
+        ExpectNoWrongAnswer(reference, result, fault);
+    }
+
+    static bool IsUsual(const Result& reference, const Answer& answer) {
+        return std::ranges::any_of(reference.during, [&](const Answer& usual) {
+            return usual.step == answer.step && usual.status == answer.status;
+        });
+    }
+
+    /// Without memory a step fails or does what it always does; it does not succeed with another answer.
+    static void ExpectNoWrongAnswer(const Result& reference, const Result& result, const Fault& fault) {
+        if (fault.function == nullptr || !TakesMemory(*fault.function)) return;
+        for (std::size_t at = 0; at < std::min(reference.during.size(), result.during.size()); ++at) {
+            const Answer& answer = result.during[at];
+            // What follows a step that has failed may differ for that reason.
+            if (answer.status != reference.during[at].status) return;
+            EXPECT_EQ(answer.Text(), reference.during[at].Text()) << GetParam().name << ", " << TextOf(fault);
+        }
+    }
+
+    long mRounds = 0;
+};
+
+constexpr HRESULT kNoObjectSet = static_cast<HRESULT>(0x800A005B);
+
+struct Documented {
+    const char* function;
+    HRESULT status;
+};
+constexpr HRESULT kUnreadable = static_cast<HRESULT>(0x80047601);
+constexpr HRESULT kBadArray = static_cast<HRESULT>(0x80047607);
+constexpr HRESULT kNoResources = HRESULT_FROM_WIN32(ERROR_NO_SYSTEM_RESOURCES);
+constexpr HRESULT kDenied = HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
+constexpr Documented kDocumented[] = {
+    // The type library describes the classes: without it there are no objects.
+    {"LoadTypeLibEx", TYPE_E_CANTLOADLIBRARY},
+    {"GetModuleFileNameW", TYPE_E_CANTLOADLIBRARY},
+    // Registration.
+    {"GetModuleFileNameW", HRESULT_FROM_WIN32(ERROR_NOT_ENOUGH_MEMORY)},
+    {"RegOpenKeyExW", kNoResources},
+    {"RegCreateKeyExW", kNoResources},
+    {"RegQueryInfoKeyW", kNoResources},
+    {"RegQueryValueExW", kNoResources},
+    {"RegSetValueExW", kNoResources},
+    {"RegDeleteKeyW", kDenied},
+    {"RegDeleteValueW", kDenied},
+    // The companion: the message file, and the arrays that it fills.
+    {"CreateFileW", kUnreadable},
+    {"GetFileSizeEx", kUnreadable},
+    {"ReadFile", kUnreadable},
+    {"SafeArrayAccessData", kBadArray},
+    {"SafeArrayGetVartype", kBadArray},
+    {"SafeArrayGetVartype", DISP_E_TYPEMISMATCH},
+};
+
+bool IsDocumented(const Function& function, HRESULT status) {
+    // The second is what a control says whose Create has failed.
+    if (status == E_OUTOFMEMORY || status == kNoObjectSet) return true;
+    return std::ranges::any_of(kDocumented, [&](const Documented& one) {
+        return std::string_view(one.function) == function.name && one.status == status;
+    });
+}
+
+bool TakesMemory(const Function& function) {
+    static const std::set<std::string_view> names = {
+        "malloc",         "calloc",          "SysAllocStringLen",   "SafeArrayCreate",    "SafeArrayPutElement",
+        "VariantCopy",    "VariantCopyInd",  "VariantChangeTypeEx", "VarFormat",          "SafeArrayGetElement",
+        "VarDateFromStr", "CreateErrorInfo", "WideCharToMultiByte", "MultiByteToWideChar"};
+    return names.contains(function.name);
+}
+
+TEST_P(ImportFaults, LeaveNothingBehindAndAreTold) {
+    const DWORD begin = GetTickCount();
+    Rounds rounds(GetParam());
+    // What is kept for the life of the DLL is made by the first round.
+    if (!GetParam().loadsAnew) rounds.Run({});
+    const Result reference = rounds.Run({});
+    const Result again = rounds.Run({});
+    ASSERT_EQ(TextOf(reference.during), TextOf(reference.after)) << "the scenario cannot be repeated";
+    ASSERT_EQ(TextOf(reference.during), TextOf(again.during)) << "the scenario has no fixed answers";
+    Expect(reference, again, {});
+    if (!GetParam().loadsAnew) {  // else the DLL still holds something when the round is counted
+        EXPECT_TRUE(reference.balance.empty()) << ::testing::PrintToString(reference.balance);
+    }
+    EXPECT_EQ(reference.automationBlocks, 0);
+    const long handles = HandlesInUse();
+
+    long functions = 0;
+    for (const Function* const function : windows_calls::AllFunctions()) {
+        const long calls = reference.calls.at(function);
+        if (calls == 0 || !function->canFail) continue;
+        ++functions;
+        for (const long which : Chosen(*function, calls)) {
+            for (const Repeat repeat : {Repeat::Once, Repeat::FromThenOn}) {
+                for (const bool untilReleased : {false, true}) {
+                    // The short version tries both on one of the two.
+                    if (!AllFaults() && untilReleased != (repeat == Repeat::FromThenOn)) continue;
+                    const Fault fault = {function, which, repeat, untilReleased};
+                    const Result result = RunFaulty(rounds, reference, fault);
+                    EXPECT_TRUE(result.happened) << TextOf(fault);
+                    Expect(reference, result, fault);
+                }
+            }
+        }
+        // What is reached only by the release, or after something else has failed.
+        for (long which = calls + 1;; ++which) {
+            const Fault fault = {function, which, Repeat::Once, true};
+            const Result result = RunFaulty(rounds, reference, fault);
+            Expect(reference, result, fault);
+            if (!result.happened) break;
+        }
+    }
+    EXPECT_TRUE(rounds.FreedMemoryIsIntact()) << "something was written after it had been freed";
+    EXPECT_LT(HandlesInUse(), handles + 8);
+    std::printf("%s: %ld functions, %ld rounds, %lu ms\n", GetParam().name, functions, mRounds, GetTickCount() - begin);
+}
+
+/// Registering the component takes a thousand calls: the short version looks at the companion's alone.
+std::vector<NamedScenario> ChosenScenarios() {
+    std::vector<NamedScenario> chosen = Scenarios();
+    if (!AllFaults())
+        std::erase_if(chosen, [](const auto& one) { return std::string_view(one.name) == "Registration"; });
+    return chosen;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenarios, ImportFaults, ::testing::ValuesIn(ChosenScenarios()),
+                         [](const auto& parameter) { return std::string(parameter.param.name); });
+
+/// What is left out of the list of functions: it computes, or waits, or ends the program, and has nothing to refuse.
+bool CannotFail(const std::string& name) {
+    static const std::set<std::string> names = {
+        // The C run-time.
+        "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_errno", "_initterm", "_lock",
+        "_unlock", "_read", "_close", "abort", "fputc", "fputs", "fputwc", "fwprintf", "fwrite", "localeconv", "memchr",
+        "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror", "strlen", "strncmp", "strchr", "atoi",
+        "setlocale", "__mb_cur_max", "_iob", "strtoul", "vfprintf", "wcslen",
+        // Locks, threads and the unwinder.
+        "AcquireSRWLockExclusive", "ReleaseSRWLockExclusive", "TryAcquireSRWLockExclusive", "InitializeCriticalSection",
+        "EnterCriticalSection", "LeaveCriticalSection", "DeleteCriticalSection", "GetCurrentThreadId", "Sleep",
+        "TlsGetValue", "RaiseException", "RtlCaptureContext", "RtlLookupFunctionEntry", "RtlUnwindEx",
+        "RtlVirtualUnwind", "ReleaseSemaphore", "WaitForSingleObject", "VirtualProtect", "VirtualQuery",
+        "InterlockedIncrement",
+        // Questions without a failure, and what gives back.
+        "GetLastError", "SetLastError", "GetThreadErrorMode", "LocalFree", "FreeLibrary", "IsDBCSLeadByteEx",
+        "OutputDebugStringW", "StringFromGUID2", "SysFreeString", "SysStringLen", "SysStringByteLen", "VariantInit",
+        "VariantClear", "GetWindowLongPtrW", "GetWindowLongW"};
+    return names.contains(name);
+}
+
+TEST(ImportList, HasEveryFunctionThatTheDllsTake) {
+    for (const wchar_t* const name : {L"KWOUtil.dll", L"KWOInit.dll"}) {
+        const HMODULE module = LoadLibraryW((DistFolder() + L"\\" + name).c_str());
+        ASSERT_NE(module, nullptr);
+        int count = 0;
+        windows_calls::ForEachImport(module, [&](const char* import, void**) {
+            ++count;
+            EXPECT_TRUE(windows_calls::FindFunction(import) != nullptr || CannotFail(import))
+                << import << " is in no list";
+        });
+        EXPECT_GT(count, 50);
+        FreeLibrary(module);
+    }
+}
+
+}  // namespace
+}  // namespace kwo::com_test

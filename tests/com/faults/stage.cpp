@@ -1,0 +1,100 @@
+#include "com_support/type_description.h"
+#include "fault_rounds.h"
+
+namespace kwo::com_test {
+
+namespace {
+
+std::string TextOf(const Var& value) {
+    switch (value.vt) {
+        case VT_EMPTY:
+            return {};
+        case VT_BSTR:
+            return '\'' + Narrow(value.Text()) + '\'';
+        case VT_DISPATCH:
+            return value.pdispVal != nullptr ? "an object" : "nothing";
+        default: {
+            Var text;
+            if (FAILED(VariantChangeType(&text, const_cast<Var*>(&value), VARIANT_ALPHABOOL, VT_BSTR)))
+                return "a value";
+            return Narrow(text.Text());
+        }
+    }
+}
+
+/// The identifier of a class, from the module's type library. It is read once.
+CLSID IdOfClass(HMODULE module, const std::wstring& name) {
+    static std::map<std::wstring, CLSID> known;
+    const auto found = known.find(name);
+    if (found != known.end()) return found->second;
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(module, path, MAX_PATH);
+    ComPtr<ITypeLib> library;
+    EXPECT_EQ(Hex(LoadTypeLibEx(path, REGKIND_NONE, library.Out())), Hex(S_OK));
+    CLSID id = {};
+    for (UINT at = 0; library && at < library->GetTypeInfoCount(); ++at) {
+        ComPtr<ITypeInfo> info;
+        Bstr itsName;
+        library->GetTypeInfo(at, info.Out());
+        info->GetDocumentation(MEMBERID_NIL, itsName.Out(), nullptr, nullptr, nullptr);
+        const com_support::TypeAttributes attributes(*info);
+        if (itsName.Text() == name && attributes->typekind == TKIND_COCLASS) id = attributes->guid;
+    }
+    return known[name] = id;
+}
+
+}  // namespace
+
+HRESULT CreateFrom(HMODULE module, const wchar_t* className, IDispatch** object) {
+    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+    const auto getClassObject =
+        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    ComPtr<IClassFactory> factory;
+    const HRESULT status = getClassObject(IdOfClass(module, className), IID_IClassFactory, factory.OutVoid());
+    if (FAILED(status)) return status;
+    return factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(object));
+}
+
+IDispatch* Stage::Object(const wchar_t* className) {
+    if (!mObject) {
+        const HRESULT status = CreateFrom(mModule, className, mObject.Out());
+        if (FAILED(status)) Note(Narrow(className), status);
+    }
+    return mObject.Get();
+}
+
+ComPtr<IDispatch> Stage::Another(const wchar_t* className) {
+    ComPtr<IDispatch> made;
+    const HRESULT status = CreateFrom(mModule, className, made.Out());
+    Note(Narrow(className), status);
+    return made;
+}
+
+Outcome Stage::Noted(const wchar_t* member, Outcome outcome) {
+    SetErrorInfo(0, nullptr);
+    const HRESULT status = outcome.status == DISP_E_EXCEPTION ? outcome.scode : outcome.status;
+    Note(Narrow(member), status, TextOf(outcome.result));
+    return outcome;
+}
+
+Outcome Stage::Call(IDispatch* object, const wchar_t* member, const std::vector<Var>& arguments) {
+    return Noted(member, com_test::Call(object, member, arguments));
+}
+
+Outcome Stage::Get(IDispatch* object, const wchar_t* property, const std::vector<Var>& arguments) {
+    return Noted(property, com_test::Get(object, property, arguments));
+}
+
+Outcome Stage::Let(IDispatch* object, const wchar_t* property, const Var& value) {
+    return Noted(property, com_test::Let(object, property, value));
+}
+
+Outcome Stage::Set(IDispatch* object, const wchar_t* property, const Var& value) {
+    return Noted(property, com_test::Set(object, property, value));
+}
+
+void Stage::Note(const std::string& step, HRESULT status, const std::string& value) {
+    mAnswers.push_back({step, status, value});
+}
+
+}  // namespace kwo::com_test
