@@ -7,9 +7,9 @@
 
 namespace kwohost {
 
-/// What a script's author expects to read: `True` or `true`, numbers and dates as the language itself would show them
-/// (VBScript: in the user's locale), an object by its default member. Raises 13 for an array and for what else has no
-/// text, 91 for `Nothing`.
+/// What a script's author expects to read: `True` or `true`, and an object by its default member. Numbers and dates of
+/// VBScript are in the user's locale. Numbers of JScript are as the language converts them to text, and dates are
+/// month/day/year. Raises 13 for an array and for what else has no text, 91 for `Nothing`.
 std::wstring ValueText(const VARIANT& value, Language language);
 
 }  // namespace kwohost

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <limits>
 
 #include "com_support/owned_array.h"
 #include "error_report.h"
@@ -93,6 +94,49 @@ TEST(ValueText, FollowsTheLanguage) {
     EXPECT_EQ(ValueText(Of(VT_NULL), Language::JScript), L"null");
     EXPECT_EQ(ValueText(Of(VT_EMPTY), Language::VBScript), L"");
     EXPECT_EQ(ValueText(Of(VT_EMPTY), Language::JScript), L"undefined");
+}
+
+TEST(ValueText, NumbersOfJScriptAreAsTheLanguageWritesThem) {
+    const struct {
+        double number;
+        const wchar_t* text;
+    } kNumbers[] = {
+        {0, L"0"},
+        {-0.0, L"0"},
+        {1, L"1"},
+        {-2.5, L"-2.5"},
+        {1.0 / 3, L"0.3333333333333333"},
+        {0.1, L"0.1"},
+        {100, L"100"},
+        {123.456, L"123.456"},
+        {1e20, L"100000000000000000000"},
+        {1.5e20, L"150000000000000000000"},
+        {1e21, L"1e+21"},
+        {1.25e21, L"1.25e+21"},
+        {1e-6, L"0.000001"},
+        {1.5e-6, L"0.0000015"},
+        {1e-7, L"1e-7"},
+        {1.5e-7, L"1.5e-7"},
+        {5e-324, L"5e-324"},
+        {1.7976931348623157e308, L"1.7976931348623157e+308"},
+        {std::numeric_limits<double>::infinity(), L"Infinity"},
+        {-std::numeric_limits<double>::infinity(), L"-Infinity"},
+        {std::numeric_limits<double>::quiet_NaN(), L"NaN"},
+    };
+    for (const auto& [number, text] : kNumbers) {
+        VARIANT value = Of(VT_R8);
+        value.dblVal = number;
+        EXPECT_EQ(ValueText(value, Language::JScript), text);
+    }
+    VARIANT single = Of(VT_R4);
+    single.fltVal = 0.1F;
+    EXPECT_EQ(ValueText(single, Language::JScript), L"0.10000000149011612");
+}
+
+TEST(ValueText, DatesOfJScriptAreMonthDayYear) {
+    VARIANT date = Of(VT_DATE);
+    date.date = 45'000.5;
+    EXPECT_EQ(ValueText(date, Language::JScript), L"03/15/2023 12:00:00");
 }
 
 TEST(ValueText, WhatHasNoTextIsAnError) {
