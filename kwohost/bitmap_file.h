@@ -6,9 +6,10 @@
 
 namespace kwohost {
 
-/// Writes the bitmap as a BMP file of 24 bits. Raises error 75 for a file that cannot be written.
+/// These write BMP files of 24 bits. They raise error 75 for a file that cannot be written, 481 for a picture that
+/// cannot be read and 7 for one that is too large; there is no file then.
 void SaveBitmap(HBITMAP bitmap, const std::wstring& path);
-/// Writes what is on the screen inside `area`.
-void SaveScreen(const RECT& area, const std::wstring& path);
+/// Writes what a context shows inside `area`; the screen's context shows the whole screen.
+void SaveArea(HDC context, const RECT& area, const std::wstring& path);
 
 }  // namespace kwohost

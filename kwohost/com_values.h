@@ -10,6 +10,7 @@
 #include "com_support/com_object.h"
 #include "com_support/com_ptr.h"
 #include "com_support/owned_variant.h"
+#include "com_support/variant_references.h"
 
 namespace kwohost {
 
@@ -23,6 +24,8 @@ using kwo::com_support::View;
 /// Numbers that script authors know from the language's own run-time.
 enum class RuntimeError : unsigned short {
     InvalidProcedureCall = 5,
+    Overflow = 6,
+    OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
     OutOfStackSpace = 28,
@@ -68,8 +71,10 @@ inline void Check(HRESULT result) {
 /// A copy by value, through every level of reference.
 inline OwnedVariant Copied(const VARIANT& value) {
     OwnedVariant copy;
-    // The function only reads its source, it is declared without saying so.
-    Check(VariantCopyInd(&copy, const_cast<VARIANT*>(&value)));
+    // VariantCopyInd follows one reference to a variant, and reads through a null pointer.
+    VARIANT* const last = kwo::com_support::Innermost(const_cast<VARIANT*>(&value));
+    if (!last || ((last->vt & VT_BYREF) && !last->byref)) Fail(DISP_E_BADVARTYPE);
+    Check(VariantCopyInd(&copy, last));
     return copy;
 }
 

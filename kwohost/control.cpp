@@ -34,8 +34,8 @@ bool Control::IsTabStop() const {
     return mTakesFocus && mTabStop && IsThere() && IsWindowVisible(Window()) && IsWindowEnabled(Window());
 }
 
-Form* Control::OwnerForm() {
-    return mForm.Get();
+ComPtr<Form> Control::OwnerForm() {
+    return mForm;
 }
 
 void Control::SetContainer(HostWindow& container) {

@@ -20,7 +20,7 @@ public:
 protected:
     ~Control() override;
 
-    Form* OwnerForm() override;
+    ComPtr<Form> OwnerForm() override;
     Scale PlaceScale() const override { return mContainer ? mContainer->OwnScale() : Scale::Twips; }
     HWND PlaceWindow() const override { return mContainer ? mContainer->Window() : nullptr; }
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;

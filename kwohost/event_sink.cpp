@@ -1,5 +1,7 @@
 #include "event_sink.h"
 
+#include "guard.h"
+
 namespace kwohost {
 
 HRESULT EventSink::GetTypeInfoCount(UINT* count) {
@@ -16,17 +18,11 @@ HRESULT EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VAR
     if (!mHandler) return S_OK;
     // The procedure may disconnect its own object.
     const ComPtr<EventSink> keep(this);
-    const EventHandler handler = mHandler;
-    try {
+    return Guarded([&] {
+        const EventHandler handler = mHandler;
         handler(mPrefix + name->second, *params, result);
         return S_OK;
-    } catch (const ScriptFailure& failure) {
-        return failure.code;
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (...) {
-        return E_UNEXPECTED;
-    }
+    });
 }
 
 }  // namespace kwohost

@@ -1,6 +1,7 @@
 #include "form.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "control.h"
 
@@ -50,7 +51,8 @@ void Form::Open() {
         mMdiClient = CreateWindowExW(WS_EX_CLIENTEDGE, L"MDICLIENT", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
                                      area.right, area.bottom, Window(), nullptr, GetModuleHandleW(nullptr), &first);
     }
-    mForms.push_back(this);
+    mForms.all.push_back(this);
+    mIsOpen = true;
     Fire(L"Load");
 }
 
@@ -111,8 +113,16 @@ void Form::Show() {
     if (!isShown) ShowWindow(Window(), kCommands[wanted]);
     // A form that was maximised before it was minimised is maximised again at first.
     if (wanted == kNormal && IsZoomed(Window())) ShowWindow(Window(), kCommands[wanted]);
-    if (mStateWhenShown != kMinimised) SetForegroundWindow(Window());
+    if (mStateWhenShown != kMinimised) BringToFront();
     UpdateWindow(Window());
+}
+
+void Form::BringToFront() {
+    if (mKind == Kind::MdiChild) {
+        SendMessageW(mParent->mMdiClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Window()), 0);
+    } else {
+        SetForegroundWindow(Window());
+    }
 }
 
 void Form::CheckMovable() const {
@@ -141,7 +151,7 @@ LRESULT Form::Default(UINT message, WPARAM first, LPARAM second) {
 LRESULT Form::OnMessage(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
         case WM_CLOSE:
-            if (MayClose() && IsThere()) End();
+            Close();
             return 0;
         case WM_ACTIVATE: {
             const LRESULT result = Default(message, first, second);
@@ -149,6 +159,13 @@ LRESULT Form::OnMessage(UINT message, WPARAM first, LPARAM second) {
                 if (mLastFocus && IsChild(Window(), mLastFocus)) ::SetFocus(mLastFocus);
                 Fire(L"Activate");
             }
+            return result;
+        }
+        case WM_MDIACTIVATE:
+        case WM_WINDOWPOSCHANGED: {
+            if (message == WM_MDIACTIVATE) mIsInFront = reinterpret_cast<HWND>(second) == Window();
+            const LRESULT result = HostWindow::OnMessage(message, first, second);
+            NoteActivity();
             return result;
         }
         case WM_SIZE:
@@ -169,6 +186,31 @@ void Form::End() {
     }
 }
 
+void Form::Close() {
+    if (CloseChildren() && IsThere() && MayClose() && IsThere()) End();
+}
+
+/// One after the other, until one of them refuses.
+bool Form::CloseChildren() {
+    const auto isChild = [this](const Form* form) { return form->mParent.Get() == this; };
+    std::vector<ComPtr<Form>> children;
+    for (Form* const form : mForms.all)
+        if (isChild(form)) children.emplace_back(form);
+    return std::all_of(children.begin(), children.end(), [](const ComPtr<Form>& child) {
+        if (child->IsThere()) child->Close();
+        return !child->IsThere();
+    });
+}
+
+/// A child has no WM_ACTIVATE. It is active when it is visible and in front of the other children.
+void Form::NoteActivity() {
+    if (mKind != Kind::MdiChild || !mIsOpen || !IsThere()) return;
+    const bool isActive = mIsInFront && IsWindowVisible(Window());
+    if (std::exchange(mIsActiveChild, isActive) || !isActive) return;
+    if (mLastFocus && IsChild(Window(), mLastFocus)) ::SetFocus(mLastFocus);
+    Fire(L"Activate");
+}
+
 bool Form::MayClose() {
     SHORT cancel = 0;
     Fire(L"Unload", EventValues().Reference(cancel));
@@ -176,7 +218,7 @@ bool Form::MayClose() {
 }
 
 void Form::OnGone() {
-    std::erase(mForms, this);
+    std::erase(mForms.all, this);
     mControls.clear();
 }
 

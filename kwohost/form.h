@@ -8,8 +8,11 @@ namespace kwohost {
 
 class Control;
 
-/// All forms of the script, in the order of their creation.
-using Forms = std::vector<Form*>;
+/// What the forms of a script share.
+struct Forms {
+    std::vector<Form*> all;     ///< that are not closed, in the order of their creation
+    HCURSOR pointer = nullptr;  ///< over all of them; null for the usual one
+};
 
 /// A window of its own, a child of an MDI form, or an MDI form. Members that it does not have are procedures of the
 /// script: `form.Name` calls `form_Name`.
@@ -28,6 +31,8 @@ public:
     HWND MdiClient() const { return mMdiClient; }
     /// Whether the form gets the key events of its controls first.
     bool PreviewsKeys() const { return mKeyPreview; }
+    /// The pointer's shape over all forms; null for the usual one.
+    HCURSOR Pointer() const { return mForms.pointer; }
     /// A window of the form has got or lost the focus. The form gives it to its first tab stop.
     void OnFocus(HostWindow& window, bool hasIt);
     /// The user has pressed a button on a window of the form: it gets the focus if it is a tab stop.
@@ -38,7 +43,7 @@ public:
 protected:
     ~Form() override;
 
-    Form* OwnerForm() override { return this; }
+    ComPtr<Form> OwnerForm() override { return ComPtr<Form>(this); }
     HWND PlaceWindow() const override { return mParent ? mParent->mMdiClient : nullptr; }
     RECT ClientArea() const override;
     void CheckMovable() const override;
@@ -54,7 +59,11 @@ private:
     LONG WindowState() const;
     void SetWindowState(LONG state);
     void Show();
+    void Close();
+    bool CloseChildren();
     bool MayClose();
+    void NoteActivity();
+    void BringToFront();
     std::vector<Control*> TabStops() const;
 
     Forms& mForms;
@@ -63,6 +72,9 @@ private:
     HWND mMdiClient = nullptr;
     bool mKeyPreview = false;
     LONG mStateWhenShown = 0;
+    bool mIsOpen = false;
+    bool mIsInFront = false;                ///< of the other MDI children
+    bool mIsActiveChild = false;            ///< in front and visible
     std::vector<std::wstring> mOtherNames;  ///< of the script's procedures that were asked for
     std::vector<ComPtr<Control>> mControls;
     HWND mLastFocus = nullptr;

@@ -1,12 +1,13 @@
 #include "forms_host.h"
 
 #include <olectl.h>
+#include <shlwapi.h>
 
 #include <algorithm>
 #include <memory>
+#include <type_traits>
 
 #include "bitmap_file.h"
-#include "message_loop.h"
 #include "picture_box.h"
 #include "user_input.h"
 
@@ -14,10 +15,14 @@ namespace kwohost {
 
 namespace {
 
+struct ScreenCloser {
+    void operator()(HDC screen) const { ReleaseDC(nullptr, screen); }
+};
+
 /// `Screen`.
 class ScreenObject final : public ScriptObject {
 public:
-    explicit ScreenObject(Forms& forms) : mForms(forms) {
+    explicit ScreenObject(std::shared_ptr<Forms> forms) : mForms(std::move(forms)) {
         const auto addSize = [this](const wchar_t* name, int metric, Axis axis) {
             AddProperty(name, [=](Call& call) { call.ReturnSingle(GetSystemMetrics(metric) * TwipsPerPixel(axis)); });
         };
@@ -30,19 +35,21 @@ public:
             [this](Call& call) {
                 constexpr WORD kArrow = 32512;
                 constexpr WORD kHourglass = 32514;
+                constexpr LONG kBusy = 11;
                 mPointer = call.Whole(0);
-                SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(mPointer == 11 ? kHourglass : kArrow)));
+                mForms->pointer = mPointer == kBusy ? LoadCursorW(nullptr, MAKEINTRESOURCEW(kHourglass)) : nullptr;
+                SetCursor(mForms->pointer ? mForms->pointer : LoadCursorW(nullptr, MAKEINTRESOURCEW(kArrow)));
             });
         AddProperty(L"ActiveForm", [this](Call& call) {
             const HWND active = GetActiveWindow();
-            const auto found =
-                std::find_if(mForms.begin(), mForms.end(), [&](Form* form) { return form->Window() == active; });
-            call.ReturnObject(found == mForms.end() ? nullptr : ComPtr<IDispatch>(*found));
+            const auto found = std::find_if(mForms->all.begin(), mForms->all.end(),
+                                            [&](Form* form) { return form->Window() == active; });
+            call.ReturnObject(found == mForms->all.end() ? nullptr : ComPtr<IDispatch>(*found));
         });
     }
 
 private:
-    Forms& mForms;
+    std::shared_ptr<Forms> mForms;
     LONG mPointer = 0;
 };
 
@@ -68,12 +75,12 @@ private:
     }
 
     void AddLoop() {
-        AddMethod(L"DoEvents", 0, 0, [this](Call&) { Run(std::chrono::milliseconds(0)); });
+        AddMethod(L"DoEvents", 0, 0, [this](Call&) { mHost.Wait(std::chrono::milliseconds(0)); });
         AddMethod(L"Run", 0, 0, [this](Call&) {
             constexpr std::chrono::milliseconds kSlice(50);
             mIsStopped = false;
             while (!mIsStopped && IsAnyFormVisible())
-                Run(kSlice);
+                mHost.Wait(kSlice);
         });
         AddMethod(L"Stop", 0, 0, [this](Call&) { mIsStopped = true; });
     }
@@ -84,21 +91,22 @@ private:
     }
 
     void AddInput() {
-        AddMethod(L"MovePointer", 3, 3, [](Call& call) { kwohost::MovePointer(PlaceOf(call)); });
-        AddMethod(L"PressButton", 0, 1, [](Call& call) { kwohost::PressButton(call.Has(0) ? call.Whole(0) : 1); });
-        AddMethod(L"ReleaseButton", 0, 1, [](Call& call) { kwohost::ReleaseButton(call.Has(0) ? call.Whole(0) : 1); });
-        AddMethod(L"HoldButton", 1, 2, [](Call& call) {
+        AddMethod(L"MovePointer", 3, 3, [this](Call& call) { mInput.MovePointer(PlaceOf(call)); });
+        AddMethod(L"PressButton", 0, 1, [this](Call& call) { mInput.PressButton(call.Has(0) ? call.Whole(0) : 1); });
+        AddMethod(L"ReleaseButton", 0, 1,
+                  [this](Call& call) { mInput.ReleaseButton(call.Has(0) ? call.Whole(0) : 1); });
+        AddMethod(L"HoldButton", 1, 2, [this](Call& call) {
             const LONG milliseconds = call.Whole(0);
             if (milliseconds < 0)
                 Fail(RuntimeError::InvalidProcedureCall, L"A button cannot be held for less than no time");
-            kwohost::HoldButton(call.Has(1) ? call.Whole(1) : 1, static_cast<DWORD>(milliseconds));
+            mInput.HoldButton(call.Has(1) ? call.Whole(1) : 1, static_cast<DWORD>(milliseconds));
         });
-        AddMethod(L"Click", 3, 4, [](Call& call) {
+        AddMethod(L"Click", 3, 4, [this](Call& call) {
             const LONG button = call.Has(3) ? call.Whole(3) : 1;
-            kwohost::MovePointer(PlaceOf(call));
-            kwohost::ClickButton(button);
+            mInput.MovePointer(PlaceOf(call));
+            mInput.ClickButton(button);
         });
-        AddMethod(L"TypeKeys", 1, 1, [](Call& call) { kwohost::TypeKeys(call.Text(0)); });
+        AddMethod(L"TypeKeys", 1, 1, [this](Call& call) { mInput.TypeKeys(call.Text(0)); });
     }
 
     void Open(Call& call, Form::Kind kind, Form* parent) {
@@ -107,40 +115,36 @@ private:
         call.ReturnObject(form);
     }
 
-    /// A procedure that fails ends the script, as in an event.
-    void Run(std::chrono::milliseconds duration) {
-        const auto endAfterError = [this, errorsBefore = mHost.ErrorCount()] {
-            if (mHost.ErrorCount() != errorsBefore) mHost.End(mHost.ExitCode());
-        };
-        if (const auto quit = RunMessages(duration, endAfterError)) mHost.End(*quit);
-    }
-
     bool IsAnyFormVisible() const {
-        return std::any_of(mForms->begin(), mForms->end(),
+        return std::any_of(mForms->all.begin(), mForms->all.end(),
                            [](Form* form) { return IsWindowVisible(form->Window()) != FALSE; });
     }
 
     static void LoadPictureOf(Call& call) {
-        std::wstring path = call.Text(0);
+        const std::wstring path = call.Text(0);
         if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
             Fail(RuntimeError::FileNotFound, L"There is no file '" + path + L"'");
-        wchar_t whole[MAX_PATH];
-        if (GetFullPathNameW(path.c_str(), MAX_PATH, whole, nullptr) != 0) path = whole;
+        // OleLoadPicturePath refuses long names.
+        constexpr DWORD kMode = STGM_READ | STGM_SHARE_DENY_WRITE;
+        ComPtr<IStream> file;
         ComPtr<IDispatch> picture;
-        if (FAILED(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IDispatch, picture.OutVoid())))
+        if (FAILED(SHCreateStreamOnFileEx(path.c_str(), kMode, 0, FALSE, nullptr, file.Out())) ||
+            FAILED(OleLoadPicture(file.Get(), 0, FALSE, IID_IDispatch, picture.OutVoid())))
             Fail(RuntimeError::InvalidPicture, L"'" + path + L"' is no picture");
         call.ReturnObject(picture);
     }
 
     void SavePicture(IDispatch* target, const std::wstring& path) {
-        if (auto* const box = ScriptObject::Own<PictureBox>(target); box && box->Bitmap())
-            return SaveBitmap(box->Bitmap(), path);
+        if (auto* const box = ScriptObject::Own<PictureBox>(target); box && box->Drawing()) {
+            const Surface& drawing = *box->Drawing();
+            return SaveArea(drawing.Context(), {0, 0, drawing.Size().cx, drawing.Size().cy}, path);
+        }
         if (ScriptObject::Own<ScreenObject>(target))
             return SaveScreen({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, path);
         if (auto* const window = ScriptObject::Own<HostWindow>(target)) {
             RECT area = {};
             GetWindowRect(window->Window(), &area);
-            Run(std::chrono::milliseconds(100));
+            mHost.Wait(std::chrono::milliseconds(100));
             return SaveScreen(area, path);
         }
         ComPtr<IPicture> picture;
@@ -150,6 +154,11 @@ private:
             type != PICTYPE_BITMAP || FAILED(picture->get_Handle(&handle)))
             Fail(RuntimeError::InvalidPicture, L"Only bitmaps, picture boxes and windows can be saved");
         SaveBitmap(reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle))), path);
+    }
+
+    static void SaveScreen(const RECT& area, const std::wstring& path) {
+        const std::unique_ptr<std::remove_pointer_t<HDC>, ScreenCloser> screen(GetDC(nullptr));
+        SaveArea(screen.get(), area, path);
     }
 
     /// The arguments are a window and a place in it, in the window's own units; or the screen and twips.
@@ -167,6 +176,7 @@ private:
 
     ScriptHost& mHost;
     std::shared_ptr<Forms> mForms;
+    UserInput mInput{mHost};
     bool mIsStopped = false;
 };
 
@@ -175,10 +185,10 @@ private:
 void AddFormObjects(ScriptHost& host) {
     const auto forms = std::make_shared<Forms>();
     host.AddGlobal(L"Host", MakeObject<HostObject>(host, forms));
-    host.AddGlobal(L"Screen", MakeObject<ScreenObject>(*forms));
+    host.AddGlobal(L"Screen", MakeObject<ScreenObject>(forms));
     host.AtClose([forms] {
-        while (!forms->empty())
-            forms->back()->End();
+        while (!forms->all.empty())
+            forms->all.back()->End();
     });
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "form.h"
+#include "guard.h"
 
 namespace kwohost {
 
@@ -74,6 +75,7 @@ HostWindow* HostWindow::From(HWND window) {
 }
 
 void HostWindow::Fire(const wchar_t* event, EventValues values) {
+    if (!mWindow) return;
     const DISPPARAMS params = values.Params();
     mHost.HandleEvent(mName + L"_" + event, params, nullptr);
 }
@@ -181,8 +183,22 @@ void HostWindow::SetPlace(const RECT& place) {
     if (place.right < place.left || place.bottom < place.top)
         Fail(RuntimeError::InvalidPropertyValue, L"A size is not negative");
     CheckMovable();
-    SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT before = Place();
+    try {
+        Reposition(place, 0);
+    } catch (const ScriptFailure&) {
+        if (IsThere()) Reposition(before, 0);
+        throw;
+    }
+}
+
+void HostWindow::Reposition(const RECT& place, UINT flags) {
+    const HWND window = Window();
+    const bool before = std::exchange(mRaisesFailures, true);
+    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 flags | SWP_NOZORDER | SWP_NOACTIVATE);
+    mRaisesFailures = before;
+    if (const auto failure = std::exchange(mFailure, nullptr)) std::rethrow_exception(failure);
 }
 
 LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -200,12 +216,8 @@ LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM first, 
     if (!self) return DefWindowProcW(window, message, first, second);
     // A script may close the window from inside its event.
     const ComPtr<IDispatch> keep(self);
-    LRESULT result = 0;
-    try {
-        result = self->OnMessage(message, first, second);
-    } catch (const ScriptFailure&) {
-        // The window went away in the middle of it.
-    }
+    const LRESULT result = Guarded([&] { return self->OnMessage(message, first, second); },
+                                   [self](const ScriptFailure& failure) { return self->OnFailure(failure); });
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         self->mWindow = nullptr;
@@ -213,6 +225,16 @@ LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM first, 
         self->Release();
     }
     return result;
+}
+
+LRESULT HostWindow::OnFailure(const ScriptFailure& failure) noexcept {
+    if (mRaisesFailures) {
+        mFailure = std::current_exception();
+    } else if (mWindow) {
+        mHost.EndAfter(mName, failure);
+    }
+    // Otherwise the window went away in the middle of the message.
+    return 0;
 }
 
 LRESULT HostWindow::Default(UINT message, WPARAM first, LPARAM second) {
@@ -226,18 +248,25 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
         case WM_SYSKEYDOWN:
         case WM_KEYUP:
         case WM_SYSKEYUP:
-            return OnKey(message, first) ? 0 : Default(message, first, second);
+            if (!OnKey(message, first)) return Default(message, first, second);
+            if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN) DropCharacters();
+            return 0;
         case WM_CHAR: {
             SHORT key = static_cast<SHORT>(first);
-            if (key == VK_TAB) return 0;
             Fire(L"KeyPress", EventValues().Reference(key));
             return 0;
         }
         case WM_SETFOCUS:
         case WM_KILLFOCUS: {
             const LRESULT result = Default(message, first, second);
-            if (Form* const form = OwnerForm()) form->OnFocus(*this, message == WM_SETFOCUS);
+            if (const ComPtr<Form> form = OwnerForm()) form->OnFocus(*this, message == WM_SETFOCUS);
             return result;
+        }
+        case WM_SETCURSOR: {
+            const ComPtr<Form> form = OwnerForm();
+            if (!form || !form->Pointer() || LOWORD(second) != HTCLIENT) return Default(message, first, second);
+            SetCursor(form->Pointer());
+            return TRUE;
         }
         case WM_SIZE: {
             const LRESULT result = Default(message, first, second);
@@ -257,7 +286,7 @@ LRESULT HostWindow::OnMouse(UINT message, WPARAM first, LPARAM second) {
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
         case WM_MBUTTONDOWN:
-            if (Form* const form = OwnerForm()) form->FocusByPointer(*this);
+            if (const ComPtr<Form> form = OwnerForm()) form->FocusByPointer(*this);
             if (mWindow) SetCapture(mWindow);
             FireMouse(L"MouseDown", ButtonOf(message), second);
             return 0;
@@ -290,10 +319,11 @@ void HostWindow::FireMouse(const wchar_t* event, SHORT button, LPARAM place) {
 bool HostWindow::OnKey(UINT message, WPARAM key) {
     const bool isDown = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
     const wchar_t* const event = isDown ? L"KeyDown" : L"KeyUp";
-    Form* const form = OwnerForm();
+    const ComPtr<Form> form = OwnerForm();
     SHORT code = static_cast<SHORT>(key);
     SHORT shift = ShiftKeys();
-    if (form && form != this && form->PreviewsKeys()) form->Fire(event, EventValues().Reference(code).Reference(shift));
+    if (form && form.Get() != this && form->PreviewsKeys())
+        form->Fire(event, EventValues().Reference(code).Reference(shift));
     if (code == 0) return true;
     if (code == VK_TAB && form && !(shift & 4)) {
         if (isDown) form->FocusNext((shift & 1) != 0);
@@ -301,6 +331,14 @@ bool HostWindow::OnKey(UINT message, WPARAM key) {
     }
     Fire(event, EventValues().Reference(code).Reference(shift));
     return code == 0;
+}
+
+/// The characters of a key are posted before its own message runs.
+void HostWindow::DropCharacters() {
+    MSG character;
+    while (mWindow && (PeekMessageW(&character, mWindow, WM_CHAR, WM_DEADCHAR, PM_REMOVE) ||
+                       PeekMessageW(&character, mWindow, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE))) {
+    }
 }
 
 void RegisterWindowClasses() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <vector>
@@ -44,7 +45,7 @@ public:
     const std::wstring& Name() const { return mName; }
     /// What the window's own coordinates are counted in.
     Scale OwnScale() const { return mScale; }
-    /// Calls the script's procedure `name_event`; it need not exist.
+    /// Calls the script's procedure `name_event`; it need not exist. A window that is gone has no events.
     void Fire(const wchar_t* event, EventValues values = {});
 
     /// The object behind a window; null for a window of somebody else.
@@ -62,7 +63,8 @@ protected:
     void AddScaleMembers();
     void CreateWindowOf(const wchar_t* className, DWORD style, DWORD extendedStyle, HWND parent, RECT place);
 
-    virtual Form* OwnerForm() = 0;
+    /// Held, because an event of the script may close and release it. Null when the window is gone.
+    virtual ComPtr<Form> OwnerForm() = 0;
     /// What the window's place is counted in, and the window whose client area it is in; null for the screen.
     virtual Scale PlaceScale() const { return Scale::Twips; }
     virtual HWND PlaceWindow() const { return nullptr; }
@@ -73,10 +75,13 @@ protected:
     virtual LRESULT Default(UINT message, WPARAM first, LPARAM second);
     virtual void OnResized() { Fire(L"Resize"); }
     virtual void OnGone() {}
+    void CheckUsable() const override { Window(); }
     ScriptHost& Host() const { return mHost; }
 
     RECT Place() const;
     void SetPlace(const RECT& place);
+    /// SetWindowPos, which sends messages to this window. Raises the failure of their handling.
+    void Reposition(const RECT& place, UINT flags);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
@@ -85,11 +90,15 @@ private:
     void FireMouse(const wchar_t* event, SHORT button, LPARAM place);
     LRESULT OnMouse(UINT message, WPARAM first, LPARAM second);
     bool OnKey(UINT message, WPARAM key);
+    void DropCharacters();
+    LRESULT OnFailure(const ScriptFailure& failure) noexcept;
 
     ScriptHost& mHost;
     std::wstring mName;
     HWND mWindow = nullptr;
     Scale mScale = Scale::Twips;
+    bool mRaisesFailures = false;
+    std::exception_ptr mFailure;
 };
 
 /// The windows' classes; to be called once before the first window.

@@ -4,13 +4,10 @@
 #include <vector>
 
 #include "error_report.h"
-#include "event_connections.h"
-#include "forms_host.h"
 #include "output.h"
-#include "script_host.h"
+#include "run_script.h"
 #include "source_file.h"
 #include "stack_guard.h"
-#include "wscript_object.h"
 
 namespace {
 
@@ -23,19 +20,6 @@ constexpr wchar_t kUsage[] =
     L"Runs a VBScript or JScript file. The exit code is the script's (WScript.Quit), 1 after an error in the "
     L"script,\r\n"
     L"2 when there is no script that can be read.\r\n";
-
-int RunScript(SourceFile source, const std::vector<std::wstring>& arguments) {
-    ScriptHost host(std::move(source));
-    EventConnections connections([&host](const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
-        host.HandleEvent(procedure, params, result);
-    });
-    host.AtClose([&connections] { connections.DisconnectAll(); });
-    host.AddGlobal(L"WScript", MakeWScriptObject(host, connections, arguments));
-    AddFormObjects(host);
-    host.Run();
-    host.Close();
-    return host.ExitCode();
-}
 
 }  // namespace
 

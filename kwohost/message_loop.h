@@ -7,8 +7,10 @@
 namespace kwohost {
 
 /// Runs the thread's messages, so timers and events arrive, until `duration` has passed; never shorter, and longer
-/// only by the message that runs at the end. `afterEach` runs after every message. Returns the exit code of a request
-/// to quit that arrived meanwhile.
-std::optional<int> RunMessages(std::chrono::milliseconds duration, const std::function<void()>& afterEach);
+/// only by the message that runs at the end. A duration of 0 runs the pending messages: until there are none, or half
+/// a second has passed. `afterEach` runs after every message. Returns the exit code of a request to quit that arrived
+/// meanwhile.
+[[nodiscard]] std::optional<int> RunMessages(std::chrono::milliseconds duration,
+                                             const std::function<void()>& afterEach);
 
 }  // namespace kwohost

@@ -6,9 +6,6 @@ namespace kwohost {
 
 namespace {
 
-/// A console accepts no more than some 64 KB in one call.
-constexpr std::size_t kConsoleChunk = 8192;
-
 std::string ToUtf8(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
     const int needed = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
@@ -18,6 +15,13 @@ std::string ToUtf8(std::wstring_view text) {
 }
 
 }  // namespace
+
+std::size_t ConsoleChunk(std::wstring_view text) {
+    // A console accepts no more than some 64 KB in one call.
+    constexpr std::size_t kMost = 8192;
+    if (text.size() <= kMost) return text.size();
+    return IS_HIGH_SURROGATE(text[kMost - 1]) ? kMost - 1 : kMost;
+}
 
 Output::Output(DWORD which) : mHandle(GetStdHandle(which)) {
     DWORD mode = 0;
@@ -33,7 +37,7 @@ bool Output::Write(std::wstring_view text) {
 bool Output::WriteToConsole(std::wstring_view text) {
     while (!text.empty()) {
         DWORD written = 0;
-        const auto chunk = static_cast<DWORD>(text.size() < kConsoleChunk ? text.size() : kConsoleChunk);
+        const auto chunk = static_cast<DWORD>(ConsoleChunk(text));
         if (!WriteConsoleW(mHandle, text.data(), chunk, &written, nullptr) || written == 0) return false;
         text.remove_prefix(written);
     }

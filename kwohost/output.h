@@ -23,4 +23,7 @@ private:
     bool mIsConsole;
 };
 
+/// How much of `text` goes to a console in one call. A surrogate pair stays together.
+std::size_t ConsoleChunk(std::wstring_view text);
+
 }  // namespace kwohost

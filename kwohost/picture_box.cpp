@@ -37,7 +37,7 @@ void PictureBox::AddSettings() {
             mBorderStyle = call.Whole(0);
             const LONG style = GetWindowLongW(Window(), GWL_STYLE) & ~static_cast<LONG>(WS_BORDER);
             SetWindowLongW(Window(), GWL_STYLE, mBorderStyle ? style | static_cast<LONG>(WS_BORDER) : style);
-            SetWindowPos(Window(), nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
+            Reposition({}, SWP_NOMOVE | SWP_NOSIZE | SWP_FRAMECHANGED);
         });
     AddVariable(
         L"Font", [this](Call& call) { call.ReturnObject(mFont.Object()); },
@@ -137,12 +137,12 @@ SIZE PictureBox::SizeOfText(const std::wstring& text) {
 }
 
 void PictureBox::SetAutoRedraw(bool wanted) {
-    mAutoRedraw = wanted;
     if (wanted) {
         mSurface.Resize(SizeOf(ClientArea()), ToColour(mBackColour));
     } else {
         mSurface.Drop();
     }
+    mAutoRedraw = wanted;
 }
 
 void PictureBox::Paint(HDC context) {

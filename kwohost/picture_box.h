@@ -13,7 +13,7 @@ public:
     PictureBox(ScriptHost& host, Form& form, std::wstring name);
 
     /// What has been drawn; null without AutoRedraw.
-    HBITMAP Bitmap() const { return mAutoRedraw ? mSurface.Bitmap() : nullptr; }
+    const Surface* Drawing() const { return mSurface.Context() && mAutoRedraw ? &mSurface : nullptr; }
 
 protected:
     void Paint(HDC context) override;

@@ -4,6 +4,8 @@
 
 #include "com_support/exception_info.h"
 #include "event_arguments.h"
+#include "guard.h"
+#include "message_loop.h"
 #include "script_variables.h"
 
 namespace kwohost {
@@ -18,6 +20,25 @@ constexpr wchar_t kCannotStore[] = L"An argument cannot take the value that the 
 
 std::wstring Text(BSTR text) {
     return std::wstring(View(text));
+}
+
+ErrorReport ReportOf(IActiveScriptError* error, const std::wstring& file) {
+    kwo::com_support::ExceptionInfo exception;
+    ErrorReport report{file};
+    if (SUCCEEDED(error->GetExceptionInfo(&exception))) {
+        exception.Complete();
+        report.source = Text(exception.bstrSource);
+        report.description = Text(exception.bstrDescription);
+        report.code = exception.scode ? exception.scode : ToResult(static_cast<RuntimeError>(exception.wCode));
+    }
+    DWORD context = 0;
+    ULONG line = 0;
+    LONG column = 0;
+    if (SUCCEEDED(error->GetSourcePosition(&context, &line, &column))) {
+        report.line = static_cast<long>(line);
+        report.column = column + 1;
+    }
+    return report;
 }
 
 }  // namespace
@@ -121,15 +142,39 @@ void ScriptHost::ReportFailure(const std::wstring& procedure, HRESULT called, co
            Text(raised.bstrDescription));
 }
 
-void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) {
-    ShowError({mSource.path, 0, 0, code, source, description});
+void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) noexcept {
+    ShowError([&] { return ErrorReport{mSource.path, 0, 0, code, source, description}; });
 }
 
-void ScriptHost::ShowError(const ErrorReport& report) {
+void ScriptHost::EndAfter(const std::wstring& source, const ScriptFailure& failure) noexcept {
+    Report(source, failure.code, failure.description);
+    End(kScriptFailed);
+}
+
+/// The error counts, and the exit code says so, even if there is no memory left to report it.
+template <class Describe>
+void ScriptHost::ShowError(Describe&& describe) noexcept {
     ++mErrorCount;
     mExitCode = kScriptFailed;
-    mLastError = report;
-    mErrors.Write(Format(report) + L"\r\n");
+    const auto show = [&] {
+        mLastError = describe();
+        return mErrors.Write(Format(mLastError) + L"\r\n");
+    };
+    const auto showShortly = [this](const ScriptFailure& failure) {
+        mLastError = {};
+        mLastError.code = failure.code;
+        const auto giveUp = [](const ScriptFailure&) { return false; };
+        return Guarded([this] { return mErrors.Write(L"kwohost: out of memory\r\n"); }, giveUp);
+    };
+    Guarded(show, showShortly);
+}
+
+void ScriptHost::Wait(std::chrono::milliseconds duration) {
+    // A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
+    const auto endAfterError = [this, errorsBefore = mErrorCount] {
+        if (mErrorCount != errorsBefore) End(mExitCode);
+    };
+    if (const auto quit = RunMessages(duration, endAfterError)) End(*quit);
 }
 
 void ScriptHost::Close() {
@@ -146,7 +191,11 @@ void ScriptHost::Close() {
 /// VBScript keeps the variables of a script that is still running, inside an event for instance, when it is closed.
 void ScriptHost::LetGoOfVariables() {
     ComPtr<IDispatch> script;
-    if (mEngine && SUCCEEDED(mEngine->GetScriptDispatch(nullptr, script.Out())) && script) EmptyVariables(script.Get());
+    if (!mEngine || FAILED(mEngine->GetScriptDispatch(nullptr, script.Out())) || !script) return;
+    Guarded([&script] {
+        EmptyVariables(script.Get());
+        return S_OK;
+    });
 }
 
 void ScriptHost::End(int exitCode) {
@@ -177,32 +226,19 @@ HRESULT ScriptHost::Site::GetLCID(LCID* locale) {
 HRESULT ScriptHost::Site::GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** item, ITypeInfo** info) {
     if (item) *item = nullptr;
     if (info) *info = nullptr;
-    const auto found = mHost.mGlobals.find(name);
-    if (found == mHost.mGlobals.end() || (mask & SCRIPTINFO_ITYPEINFO)) return TYPE_E_ELEMENTNOTFOUND;
-    if ((mask & SCRIPTINFO_IUNKNOWN) && item) {
-        *item = found->second.Get();
-        (*item)->AddRef();
-    }
-    return S_OK;
+    return Guarded([&] {
+        const auto found = mHost.mGlobals.find(name);
+        if (found == mHost.mGlobals.end() || (mask & SCRIPTINFO_ITYPEINFO)) return TYPE_E_ELEMENTNOTFOUND;
+        if ((mask & SCRIPTINFO_IUNKNOWN) && item) {
+            *item = found->second.Get();
+            (*item)->AddRef();
+        }
+        return S_OK;
+    });
 }
 
 HRESULT ScriptHost::Site::OnScriptError(IActiveScriptError* error) {
-    kwo::com_support::ExceptionInfo exception;
-    ErrorReport report{mHost.mSource.path};
-    if (SUCCEEDED(error->GetExceptionInfo(&exception))) {
-        exception.Complete();
-        report.source = Text(exception.bstrSource);
-        report.description = Text(exception.bstrDescription);
-        report.code = exception.scode ? exception.scode : ToResult(static_cast<RuntimeError>(exception.wCode));
-    }
-    DWORD context = 0;
-    ULONG line = 0;
-    LONG column = 0;
-    if (SUCCEEDED(error->GetSourcePosition(&context, &line, &column))) {
-        report.line = static_cast<long>(line);
-        report.column = column + 1;
-    }
-    mHost.ShowError(report);
+    mHost.ShowError([&] { return ReportOf(error, mHost.mSource.path); });
     return S_OK;
 }
 

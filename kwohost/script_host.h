@@ -2,6 +2,7 @@
 
 #include <activscp.h>
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <string>
@@ -44,11 +45,15 @@ public:
     HRESULT CallProcedure(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
                           EXCEPINFO* exception);
     /// Reports an error that has no place in the script.
-    void Report(const std::wstring& source, HRESULT code, const std::wstring& description);
+    void Report(const std::wstring& source, HRESULT code, const std::wstring& description) noexcept;
+    /// Reports a failure that nobody can handle, and ends the script.
+    void EndAfter(const std::wstring& source, const ScriptFailure& failure) noexcept;
     /// Reports that `procedure` failed: `called` is what the engine returned, `raised` what it filled in.
     void ReportFailure(const std::wstring& procedure, HRESULT called, const EXCEPINFO& raised);
-    /// How many errors have been reported.
-    int ErrorCount() const { return mErrorCount; }
+
+    /// Lets timers and events run, as RunMessages does. An error in one of their procedures ends the script, and so
+    /// does a request to quit, with its code.
+    void Wait(std::chrono::milliseconds duration);
 
     /// Takes the script down: AtClose actions, engine, globals. Nothing of the script runs afterwards.
     void Close();
@@ -88,7 +93,9 @@ private:
     void LetGoOfVariables();
     /// Null when the script has no such procedure.
     ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
-    void ShowError(const ErrorReport& report);
+    /// `describe` returns the report, and may fail for lack of memory.
+    template <class Describe>
+    void ShowError(Describe&& describe) noexcept;
 
     SourceFile mSource;
     Output mErrors{STD_ERROR_HANDLE};

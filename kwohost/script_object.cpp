@@ -1,9 +1,12 @@
 #include "script_object.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "com_support/variant_conversion.h"
 #include "com_support/variant_references.h"
+#include "guard.h"
 #include "type_information.h"
 
 namespace kwohost {
@@ -20,7 +23,7 @@ bool SameName(std::wstring_view a, std::wstring_view b) {
            CSTR_EQUAL;
 }
 
-/// The one place where a failure becomes what the caller of a member gets.
+/// What the caller of a member gets for a failure.
 HRESULT Report(const ScriptFailure& failure, EXCEPINFO* exception) noexcept {
     if (failure.description.empty() || !exception) return failure.code;
     *exception = {};
@@ -81,6 +84,7 @@ void Call::ReturnWhole(LONG number) {
 }
 
 void Call::ReturnSingle(double number) {
+    if (std::abs(number) > std::numeric_limits<float>::max()) Fail(RuntimeError::Overflow, L"The result is too large");
     OwnedVariant value;
     value.vt = VT_R4;
     value.fltVal = static_cast<float>(number);
@@ -149,19 +153,26 @@ HRESULT ScriptObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, D
     if (count == 0) return S_OK;
     // The names behind the first one are those of arguments, and no member here takes named arguments.
     std::fill_n(ids, count, DISPID_UNKNOWN);
-    const Member* member = Find(std::wstring_view(names[0]));
-    ids[0] = member ? member->id : IdOfOther(names[0]);
-    return ids[0] != DISPID_UNKNOWN && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+    return Guarded([&] {
+        const Member* member = Find(std::wstring_view(names[0]));
+        ids[0] = member ? member->id : IdOfOther(names[0]);
+        return ids[0] != DISPID_UNKNOWN && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+    });
 }
 
 HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
                              EXCEPINFO* exception, UINT* badArgument) {
     if (!params) return E_POINTER;
     const ComPtr<IDispatch> keep(this);
+    return Guarded([&] { return InvokeMember(id, flags, params, result, exception, badArgument); },
+                   [exception](const ScriptFailure& failure) { return Report(failure, exception); });
+}
+
+HRESULT ScriptObject::InvokeMember(DISPID id, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* badArgument) {
     const Member* member = Find(id == DISPID_VALUE ? mDefault : id);
     if (!member) return InvokeOther(id, *params, result, exception);
-    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF))
-        return Assign(*member, *params, exception, badArgument);
+    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) return Assign(*member, *params, badArgument);
     const WORD accepted = member->isMethod ? DISPATCH_METHOD : DISPATCH_METHOD | DISPATCH_PROPERTYGET;
     if (!(flags & accepted)) return DISP_E_MEMBERNOTFOUND;
     if (params->cNamedArgs > 0) return DISP_E_NONAMEDARGS;
@@ -169,7 +180,8 @@ HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* pa
     if (count > 0 && !member->isMethod && member->most == 0)
         return CallDefaultOf(*member, flags, params, result, exception, badArgument);
     if (count < member->fewest || (member->most != kAnyNumber && count > member->most)) return DISP_E_BADPARAMCOUNT;
-    return CallMember(*member, *params, result, exception, badArgument);
+    CallMember(*member, *params, result, badArgument);
+    return S_OK;
 }
 
 void ScriptObject::AddMethod(const wchar_t* name, int fewest, int most, Body body) {
@@ -215,33 +227,28 @@ const ScriptObject::Member* ScriptObject::Find(DISPID id) const {
     return found == mMembers.end() ? nullptr : &*found;
 }
 
-HRESULT ScriptObject::CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
-                                 UINT* badArgument) const {
+void ScriptObject::CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result,
+                              UINT* badArgument) const {
     if (result) VariantInit(result);
-    return RunBody(member.body, params, result, exception, badArgument);
+    RunBody(member.body, params, result, badArgument);
 }
 
-HRESULT ScriptObject::Assign(const Member& member, const DISPPARAMS& params, EXCEPINFO* exception,
-                             UINT* badArgument) const {
+HRESULT ScriptObject::Assign(const Member& member, const DISPPARAMS& params, UINT* badArgument) const {
     if (!member.put) return DISP_E_MEMBERNOTFOUND;
     if (params.cArgs != 1) return DISP_E_BADPARAMCOUNT;
-    return RunBody(member.put, params, nullptr, exception, badArgument);
+    RunBody(member.put, params, nullptr, badArgument);
+    return S_OK;
 }
 
-HRESULT ScriptObject::RunBody(const Body& body, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
-                              UINT* badArgument) {
+void ScriptObject::RunBody(const Body& body, const DISPPARAMS& params, VARIANT* result, UINT* badArgument) const {
+    CheckUsable();
     Call call(params, result);
     try {
         body(call);
-        return S_OK;
     } catch (const ScriptFailure& failure) {
         if (badArgument && (failure.code == DISP_E_TYPEMISMATCH || failure.code == DISP_E_OVERFLOW))
             *badArgument = call.LastArgument();
-        return Report(failure, exception);
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (...) {
-        return E_UNEXPECTED;
+        throw;
     }
 }
 
@@ -251,8 +258,7 @@ HRESULT ScriptObject::CallDefaultOf(const Member& property, WORD flags, DISPPARA
                                     EXCEPINFO* exception, UINT* badArgument) const {
     DISPPARAMS none = {};
     OwnedVariant object;
-    const HRESULT got = CallMember(property, none, &object, exception, badArgument);
-    if (FAILED(got)) return got;
+    CallMember(property, none, &object, badArgument);
     if (object.vt != VT_DISPATCH || !object.pdispVal) return DISP_E_BADPARAMCOUNT;
     return object.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, flags, params, result, exception,
                                    badArgument);

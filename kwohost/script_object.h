@@ -85,6 +85,8 @@ protected:
     /// What an object does with members that it does not have itself.
     virtual DISPID IdOfOther(std::wstring_view) { return DISPID_UNKNOWN; }
     virtual HRESULT InvokeOther(DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO*) { return DISP_E_MEMBERNOTFOUND; }
+    /// Raises the error of every member while none of them can be used.
+    virtual void CheckUsable() const {}
     /// Describes the members as a type of that name: from now on GetTypeInfo has an answer.
     void Describe(const wchar_t* typeName);
 
@@ -103,14 +105,14 @@ private:
 
     const Member* Find(std::wstring_view name) const;
     const Member* Find(DISPID id) const;
-    HRESULT CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
-                       UINT* badArgument) const;
+    HRESULT InvokeMember(DISPID id, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                         UINT* badArgument);
+    void CallMember(const Member& member, const DISPPARAMS& params, VARIANT* result, UINT* badArgument) const;
     HRESULT CallDefaultOf(const Member& property, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
                           UINT* badArgument) const;
 
-    static HRESULT RunBody(const Body& body, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception,
-                           UINT* badArgument);
-    HRESULT Assign(const Member& member, const DISPPARAMS& params, EXCEPINFO* exception, UINT* badArgument) const;
+    HRESULT Assign(const Member& member, const DISPPARAMS& params, UINT* badArgument) const;
+    void RunBody(const Body& body, const DISPPARAMS& params, VARIANT* result, UINT* badArgument) const;
 
     std::vector<Member> mMembers;
     ComPtr<ITypeInfo> mType;

@@ -14,9 +14,10 @@ public:
 
     /// The context to draw on; null before Resize and after Drop.
     HDC Context() const { return mContext; }
-    /// The bitmap, which stays the surface's; null as the context is.
-    HBITMAP Bitmap() const { return mBitmap; }
-    /// Changes the size. The picture stays where it fits; new area gets the colour. The context stays the same.
+    /// The size of the bitmap.
+    SIZE Size() const { return mSize; }
+    /// Changes the size. The picture stays where it fits; new area gets the colour. The context stays the same. Raises
+    /// error 7 when the system has no memory for that size; nothing has changed then.
     void Resize(SIZE size, COLORREF colour);
     /// Frees bitmap and context.
     void Drop();

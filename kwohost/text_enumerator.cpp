@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "com_values.h"
+#include "guard.h"
 
 namespace kwohost {
 
@@ -36,8 +37,11 @@ public:
     }
     HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override {
         if (!copy) return E_POINTER;
-        *copy = MakeObject<TextEnumerator>(mTexts, mNext).Detach();
-        return S_OK;
+        *copy = nullptr;
+        return Guarded([&] {
+            *copy = MakeObject<TextEnumerator>(mTexts, mNext).Detach();
+            return S_OK;
+        });
     }
 
 private:

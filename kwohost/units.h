@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "com_values.h"
+
 namespace kwohost {
 
 /// What positions and sizes are counted in; the numbers are those of ScaleMode.
@@ -27,9 +29,13 @@ inline double UnitsPerPixel(Scale scale, Axis axis) {
     return scale == Scale::Pixels ? 1.0 : twips[axis == Axis::X ? 0 : 1];
 }
 
-/// A length in pixels, rounded, halves away from 0.
+/// A length in pixels, rounded, halves away from 0. Raises error 6 for what no window reaches; the sum of a position
+/// and a size does not overflow.
 inline int ToPixels(double units, Scale scale, Axis axis) {
-    return static_cast<int>(std::lround(units / UnitsPerPixel(scale, axis)));
+    constexpr double kFarthest = 0x3FFFFFFF;
+    const double pixels = units / UnitsPerPixel(scale, axis);
+    if (!(std::abs(pixels) <= kFarthest)) Fail(RuntimeError::Overflow, L"The position or size is too large");
+    return static_cast<int>(std::lround(pixels));
 }
 
 /// A length in pixels in the units of the scale.

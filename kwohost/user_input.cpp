@@ -1,28 +1,18 @@
 #include "user_input.h"
 
+#include <algorithm>
 #include <chrono>
-#include <optional>
+#include <cstdint>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "com_values.h"
-#include "message_loop.h"
 
 namespace kwohost {
 
 namespace {
-
-/// Input comes back to the program by way of the system.
-void Settle() {
-    RunMessages(std::chrono::milliseconds(60), [] {});
-}
-
-void Send(std::vector<INPUT> inputs) {
-    for (INPUT& input : inputs) {
-        SendInput(1, &input, sizeof input);
-        Settle();
-    }
-}
 
 INPUT Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
     INPUT input = {};
@@ -49,12 +39,18 @@ void CALLBACK ReleaseHeld(HWND, UINT, UINT_PTR timer, DWORD) {
     SendInput(1, &up, sizeof up);
 }
 
+/// The number pad has keys with the same codes; those of the keyboard's middle are told apart by this.
+bool IsExtended(WORD code) {
+    constexpr WORD kExtended[] = {VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT};
+    return std::find(std::begin(kExtended), std::end(kExtended), code) != std::end(kExtended);
+}
+
 INPUT Key(WORD code, bool isUp) {
     INPUT input = {};
     input.type = INPUT_KEYBOARD;
     input.ki.wVk = code;
     input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = isUp ? KEYEVENTF_KEYUP : 0;
+    input.ki.dwFlags = (isUp ? KEYEVENTF_KEYUP : 0) | (IsExtended(code) ? KEYEVENTF_EXTENDEDKEY : 0);
     return input;
 }
 
@@ -75,38 +71,59 @@ WORD CodeOf(std::wstring_view name) {
 
 }  // namespace
 
-void MovePointer(POINT onScreen) {
-    constexpr LONG kWhole = 65536;
-    const LONG width = GetSystemMetrics(SM_CXSCREEN);
-    const LONG height = GetSystemMetrics(SM_CYSCREEN);
-    // The middle of the pixel, so that rounding does not miss it.
-    Send({Mouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, (onScreen.x * kWhole + kWhole / 2) / width,
-                (onScreen.y * kWhole + kWhole / 2) / height)});
+std::vector<WORD> ModifiersOf(int shiftState) {
+    constexpr std::pair<int, WORD> kModifiers[] = {{1, VK_SHIFT}, {2, VK_CONTROL}, {4, VK_MENU}};
+    std::vector<WORD> keys;
+    for (const auto& [bit, key] : kModifiers)
+        if (shiftState & bit) keys.push_back(key);
+    return keys;
 }
 
-void PressButton(LONG button) {
+/// Input comes back to the program by way of the system.
+void UserInput::Settle() {
+    mHost.Wait(std::chrono::milliseconds(60));
+}
+
+void UserInput::Send(std::vector<INPUT> inputs) {
+    for (INPUT& input : inputs) {
+        SendInput(1, &input, sizeof input);
+        Settle();
+    }
+}
+
+void UserInput::MovePointer(POINT onScreen) {
+    // The middle of the pixel, so that rounding does not miss it.
+    const auto normalised = [](LONG pixel, int pixels) {
+        constexpr std::int64_t kWhole = 65536;
+        return static_cast<LONG>(std::clamp<std::int64_t>((pixel * kWhole + kWhole / 2) / pixels, -kWhole, 2 * kWhole));
+    };
+    Send({Mouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, normalised(onScreen.x, GetSystemMetrics(SM_CXSCREEN)),
+                normalised(onScreen.y, GetSystemMetrics(SM_CYSCREEN)))});
+}
+
+void UserInput::PressButton(LONG button) {
     Send({Mouse(DownOf(button))});
 }
 
-void ReleaseButton(LONG button) {
+void UserInput::ReleaseButton(LONG button) {
     Send({Mouse(UpOf(button))});
 }
 
-void ClickButton(LONG button) {
+void UserInput::ClickButton(LONG button) {
     INPUT inputs[] = {Mouse(DownOf(button)), Mouse(UpOf(button))};
     SendInput(2, inputs, sizeof(INPUT));
     Settle();
 }
 
-void HoldButton(LONG button, DWORD milliseconds) {
+void UserInput::HoldButton(LONG button, DWORD milliseconds) {
     theHeldButton = button;
     SetTimer(nullptr, 0, milliseconds, ReleaseHeld);
     Send({Mouse(DownOf(button))});
-    RunMessages(std::chrono::milliseconds(milliseconds), [] {});
+    mHost.Wait(std::chrono::milliseconds(milliseconds));
     Settle();
 }
 
-void TypeKeys(std::wstring_view keys) {
+void UserInput::TypeKeys(std::wstring_view keys) {
     std::vector<WORD> held;
     for (std::size_t at = 0; at < keys.size(); ++at) {
         if (keys[at] == L'+' || keys[at] == L'%') {
@@ -123,7 +140,8 @@ void TypeKeys(std::wstring_view keys) {
             const SHORT found = VkKeyScanW(keys[at]);
             if (found == -1) Fail(RuntimeError::InvalidProcedureCall, L"The keyboard has no such character");
             code = LOBYTE(found);
-            if (HIBYTE(found) & 1) held.push_back(VK_SHIFT);
+            for (const WORD modifier : ModifiersOf(HIBYTE(found)))
+                if (std::find(held.begin(), held.end(), modifier) == held.end()) held.push_back(modifier);
         }
         std::vector<INPUT> inputs;
         for (const WORD modifier : held)

@@ -4,7 +4,6 @@
 
 #include "com_support/module_path.h"
 #include "kwohost_version.h"
-#include "message_loop.h"
 #include "output.h"
 #include "script_object.h"
 #include "text_enumerator.h"
@@ -132,12 +131,7 @@ private:
 
     void Sleep(LONG ms) {
         if (ms < 0) Fail(RuntimeError::InvalidProcedureCall, L"A script cannot sleep for less than no time");
-        // A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
-        const auto endAfterError = [this, errorsBefore = mHost.ErrorCount()] {
-            if (mHost.ErrorCount() != errorsBefore) mHost.End(mHost.ExitCode());
-        };
-        const auto quit = RunMessages(std::chrono::milliseconds(ms), endAfterError);
-        if (quit) mHost.End(*quit);
+        mHost.Wait(std::chrono::milliseconds(ms));
     }
 
     ScriptHost& mHost;

@@ -1,77 +1,17 @@
-#include <gtest/gtest.h>
-
 #include <cstdio>
-#include <memory>
 
-#include "event_connections.h"
-#include "event_source_object.h"
-#include "script_host.h"
-#include "wscript_object.h"
+#include "script_test.h"
 
 namespace kwohost::tests {
 
 namespace {
 
-VARIANT Number(LONG value) {
-    VARIANT number;
-    number.vt = VT_I4;
-    number.lVal = value;
-    return number;
-}
-
-VARIANT Reference(VARTYPE type, void* target) {
-    VARIANT reference;
-    reference.vt = static_cast<VARTYPE>(VT_BYREF | type);
-    reference.byref = target;
-    return reference;
-}
-
-/// One script and one source of events, which the script finds as `Source`. `notes` contains what the script notes.
-class EventsTest : public testing::Test {
-protected:
-    explicit EventsTest(Language language = Language::VBScript) : mLanguage(language) {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        source = MakeObject<EventSourceObject>();
-        source->OnCall(L"Note", [this](Call& call) { notes.push_back(call.Text(0)); });
-        source->OnCall(L"FireTick",
-                       [this](Call& call) { source->Fire(EventSourceObject::kTick, {Number(call.Whole(0))}); });
-    }
-    ~EventsTest() override {
-        if (host) host->Close();
-        connections.reset();
-        host.reset();
-        source.Reset();
-        CoUninitialize();
-    }
-
-    int Run(const std::wstring& script) {
-        host = std::make_unique<ScriptHost>(SourceFile{L"C:\\events.vbs", mLanguage, script});
-        connections = std::make_unique<EventConnections>(
-            [this](const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
-                host->HandleEvent(procedure, params, result);
-            });
-        host->AtClose([this] { connections->DisconnectAll(); });
-        host->AddGlobal(L"WScript", MakeWScriptObject(*host, *connections, {}));
-        host->AddGlobal(L"Source", source);
-        return host->Run();
-    }
-    void Tick(LONG number) { source->Fire(EventSourceObject::kTick, {Number(number)}); }
-
-    ComPtr<EventSourceObject> source;
-    std::unique_ptr<ScriptHost> host;
-    std::unique_ptr<EventConnections> connections;
-    std::vector<std::wstring> notes;
-
-private:
-    Language mLanguage;
-};
+using EventsTest = ScriptTest;
 
 class JScriptEventsTest : public EventsTest {
 protected:
     JScriptEventsTest() : EventsTest(Language::JScript) {}
 };
-
-using Notes = std::vector<std::wstring>;
 
 const std::wstring kTickNotes =
     L"Sub s_Tick(n)\r\n"

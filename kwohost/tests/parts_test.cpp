@@ -6,9 +6,13 @@
 #include "com_support/owned_array.h"
 #include "error_report.h"
 #include "font.h"
+#include "memory.h"
 #include "message_loop.h"
+#include "output.h"
+#include "run_script.h"
 #include "source_file.h"
 #include "units.h"
+#include "user_input.h"
 #include "value_text.h"
 
 namespace kwohost::tests {
@@ -177,18 +181,74 @@ TEST(MessageLoop, EndsInTimeAlsoUnderAFloodOfMessages) {
     EXPECT_LT(took, std::chrono::milliseconds(1000));
 }
 
-TEST(MessageLoop, WaitOfNoLengthLetsAMessageIn) {
+TEST(MessageLoop, WaitOfNoLengthRunsAllPendingMessages) {
     int handled = 0;
-    PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
+    for (int i = 0; i < 5; ++i)
+        PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
 
-    RunMessages(std::chrono::milliseconds(0), [&handled] { ++handled; });
+    EXPECT_FALSE(RunMessages(std::chrono::milliseconds(0), [&handled] { ++handled; }));
 
-    EXPECT_EQ(handled, 1);
+    EXPECT_EQ(handled, 5);
+}
+
+TEST(MessageLoop, PendingMessagesThatMakeNewOnesComeToAnEnd) {
+    static int handled = 0;
+    handled = 0;
+    const auto another = [] {
+        ++handled;
+        PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
+    };
+    another();
+
+    EXPECT_FALSE(RunMessages(std::chrono::milliseconds(0), another));
+
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    EXPECT_GT(handled, 10);
 }
 
 TEST(MessageLoop, RequestToQuitEndsTheWaitWithItsCode) {
     PostQuitMessage(12);
     EXPECT_EQ(RunMessages(std::chrono::milliseconds(60000), [] {}), 12);
+}
+
+TEST(ConsoleOutput, SurrogatePairIsNotCut) {
+    const auto chunkOf = [](std::size_t before) {
+        return ConsoleChunk(std::wstring(before, L'a') + L"\xD83D\xDE00" + std::wstring(9000, L'b'));
+    };
+    EXPECT_EQ(ConsoleChunk(L""), 0U);
+    EXPECT_EQ(ConsoleChunk(std::wstring(8192, L'a')), 8192U);
+    EXPECT_EQ(ConsoleChunk(std::wstring(8193, L'a')), 8192U);
+    EXPECT_EQ(chunkOf(8190), 8192U);
+    EXPECT_EQ(chunkOf(8191), 8191U);
+    EXPECT_EQ(chunkOf(8192), 8192U);
+}
+
+TEST(UserInput, KeysThatACharacterNeeds) {
+    using Keys = std::vector<WORD>;
+    EXPECT_EQ(ModifiersOf(0), Keys());
+    EXPECT_EQ(ModifiersOf(1), Keys({VK_SHIFT}));
+    EXPECT_EQ(ModifiersOf(2), Keys({VK_CONTROL}));
+    EXPECT_EQ(ModifiersOf(6), Keys({VK_CONTROL, VK_MENU}));
+    EXPECT_EQ(ModifiersOf(7), Keys({VK_SHIFT, VK_CONTROL, VK_MENU}));
+    EXPECT_EQ(ModifiersOf(8), Keys());
+}
+
+TEST(RunScript, EndsInOrderWhereverMemoryIsUsedUp) {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    int failures = 0;
+    for (bool hasFailed = true; hasFailed; ++failures) {
+        SourceFile source{L"C:\\script.vbs", Language::VBScript, L"WScript.Arguments.Count"};
+        const FailingAllocation failing(failures);
+        try {
+            RunScript(std::move(source), {L"argument"});
+        } catch (const std::bad_alloc&) {
+        }
+        hasFailed = failing.HasFailed();
+    }
+    EXPECT_GT(failures, 30);
+    CoUninitialize();
 }
 
 namespace {

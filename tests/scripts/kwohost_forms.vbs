@@ -164,7 +164,7 @@ Check "keys", log = "box key 66/0;char 98;"
 log = ""
 form.KeyPreview = True
 Host.TypeKeys "ab"
-Check "preview", log = "form key 65;char 97;form key 66;box key 66/0;char 98;" Or log = "form key 65;form key 66;box key 66/0;char 98;"
+Check "preview", log = "form key 65;form key 66;box key 66/0;char 98;"
 form.KeyPreview = False
 log = ""
 Host.TypeKeys "{TAB}"
