@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace kwohost {
 
@@ -22,8 +21,5 @@ struct UnreadableSource {
 /// Reads UTF-8, with or without a byte order mark, and UTF-16 with the low byte first. The language comes from the
 /// extension. Throws UnreadableSource.
 SourceFile ReadSource(const std::wstring& path);
-
-/// The text of a file's bytes. Throws UnreadableSource, without the file's name.
-std::wstring DecodeSource(std::string_view bytes);
 
 }  // namespace kwohost

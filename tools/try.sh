@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds one program of tests and runs those of its tests that match.
 #   try.sh PROGRAM [FILTER]     'Timer.*', 'Timer*:-*Year*', as GoogleTest's filter has it; all tests by default
-# PROGRAM: unit, contract, messages or faults, natively under the sanitizers;
+# PROGRAM: unit, contract, messages, faults or sources (of scripts), natively under the sanitizers;
 #          com, companion, imports, registration, host or windows (the contract tests there), under Wine in 64 bits;
 #          with 32 behind it (com32) in 32 bits
 # shellcheck source-path=SCRIPTDIR
@@ -19,6 +19,7 @@ case $kind in
     contract) preset=sanitized program=tests/contract/contract_tests ;;
     messages) preset=sanitized program=companion/kwoinit/kwoinit_tests ;;
     faults) preset=sanitized program=tests/faults/fault_tests ;;
+    sources) preset=sanitized program=kwohost/kwohost_source_tests ;;
     com) program=tests/com/com_tests.exe targets=(user) ;;
     companion) program=tests/com/kwoinit/kwoinit_com_tests.exe targets=(user) ;;
     imports) program=tests/com/faults/import_fault_tests.exe targets=(user) ;;

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "kwoinit/message_errors.h"
-#include "kwoinit/utf8.h"
+#include "platform/utf8.h"
 
 namespace kwo::kwoinit {
 
@@ -135,7 +135,7 @@ private:
     }
 
     Line LineOf(std::string_view bytes) {
-        if (!FromUtf8(bytes, mText)) return BadLine{u"it is not well-formed UTF-8"};
+        if (!platform::FromUtf8(bytes, mText)) return BadLine{u"it is not well-formed UTF-8"};
         if (mText.size() > kLongestLine) return BadLine{u"it is longer than 65536 characters"};
         if (HasControls(mText)) return BadLine{u"it holds control characters"};
         return ParseLine(mText);

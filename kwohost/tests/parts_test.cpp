@@ -10,7 +10,6 @@
 #include "message_loop.h"
 #include "output.h"
 #include "run_script.h"
-#include "source_file.h"
 #include "units.h"
 #include "user_input.h"
 #include "value_text.h"
@@ -19,17 +18,6 @@ namespace kwohost::tests {
 
 namespace {
 
-using namespace std::string_literals;
-
-std::wstring Refusal(const std::string& bytes) {
-    try {
-        DecodeSource(bytes);
-    } catch (const UnreadableSource& reason) {
-        return reason.message;
-    }
-    return L"none";
-}
-
 VARIANT Of(VARTYPE type) {
     VARIANT value = {};
     value.vt = type;
@@ -37,37 +25,6 @@ VARIANT Of(VARTYPE type) {
 }
 
 }  // namespace
-
-TEST(SourceFile, Utf8WithAndWithoutMark) {
-    EXPECT_EQ(DecodeSource("a\xC3\xBC\xE2\x82\xAC"), L"a\u00FC\u20AC");
-    EXPECT_EQ(DecodeSource("\xEF\xBB\xBF"
-                           "a\xC3\xBC"),
-              L"a\u00FC");
-    EXPECT_EQ(DecodeSource(""), L"");
-    EXPECT_EQ(DecodeSource("\xEF\xBB\xBF"), L"");
-}
-
-TEST(SourceFile, Utf16WithAndWithoutMark) {
-    EXPECT_EQ(DecodeSource("\xFF\xFE"
-                           "a\0\xAC\x20"s),
-              L"a\u20AC");
-    EXPECT_EQ(DecodeSource("a\0\xAC\x20"s), L"a\u20AC");
-    EXPECT_EQ(DecodeSource("\xFF\xFE"s), L"");
-}
-
-TEST(SourceFile, EveryLineEndBecomesOne) {
-    EXPECT_EQ(DecodeSource("a\nb\rc\r\nd\n\re\r\r\n"), L"a\r\nb\r\nc\r\nd\r\n\r\ne\r\n\r\n");
-}
-
-TEST(SourceFile, WhatCannotBeReadIsRefusedWithItsReason) {
-    EXPECT_NE(Refusal("a\xFC").find(L"neither UTF-8 nor UTF-16"), std::wstring::npos);
-    EXPECT_NE(Refusal("\xFF\xFE"
-                      "a"s)
-                  .find(L"half a character"),
-              std::wstring::npos);
-    EXPECT_NE(Refusal("\xFE\xFF\0a"s).find(L"high byte first"), std::wstring::npos);
-    EXPECT_NE(Refusal("a\r\nb\nc\0d"s).find(L"null character in line 3"), std::wstring::npos);
-}
 
 TEST(ErrorReport, RunTimeErrorShowsItsShortNumber) {
     EXPECT_EQ(Format({L"a.vbs", 3, 5, static_cast<HRESULT>(0x800A000D), L"Engine", L"Type mismatch"}),

@@ -4,10 +4,10 @@
 
 #include "platform/text.h"
 
-namespace kwo::kwoinit {
+namespace kwo::platform {
 
 /// Converts UTF-8 bytes to text. Returns false if they are not well-formed UTF-8 (surrogates and overlong forms are
 /// not); `text` is then undefined.
-bool FromUtf8(std::string_view bytes, platform::Text& text);
+bool FromUtf8(std::string_view bytes, Text& text);
 
-}  // namespace kwo::kwoinit
+}  // namespace kwo::platform

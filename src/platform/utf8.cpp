@@ -1,9 +1,9 @@
-#include "kwoinit/utf8.h"
+#include "platform/utf8.h"
 
 #include <cstddef>
 #include <cstdint>
 
-namespace kwo::kwoinit {
+namespace kwo::platform {
 
 namespace {
 
@@ -40,7 +40,7 @@ std::uint32_t Next(std::string_view& bytes) {
 
 }  // namespace
 
-bool FromUtf8(std::string_view bytes, platform::Text& text) {
+bool FromUtf8(std::string_view bytes, Text& text) {
     text.clear();
     text.reserve(bytes.size());
     while (!bytes.empty()) {
@@ -56,4 +56,4 @@ bool FromUtf8(std::string_view bytes, platform::Text& text) {
     return true;
 }
 
-}  // namespace kwo::kwoinit
+}  // namespace kwo::platform

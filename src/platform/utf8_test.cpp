@@ -1,16 +1,16 @@
-#include "kwoinit/utf8.h"
+#include "platform/utf8.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
 
-namespace kwo::kwoinit {
+namespace kwo::platform {
 namespace {
 
 /// Nothing when they are refused. What the text was before does not matter.
-std::optional<platform::Text> FromUtf8(std::string_view bytes) {
-    platform::Text text = u"before";
-    if (!kwoinit::FromUtf8(bytes, text)) return std::nullopt;
+std::optional<Text> FromUtf8(std::string_view bytes) {
+    Text text = u"before";
+    if (!platform::FromUtf8(bytes, text)) return std::nullopt;
     return text;
 }
 
@@ -41,4 +41,4 @@ TEST(Utf8, SurrogatesAndWhatLiesAboveAllCharactersAreRefused) {
 }
 
 }  // namespace
-}  // namespace kwo::kwoinit
+}  // namespace kwo::platform
