@@ -259,5 +259,12 @@ TEST_F(EnglishConversionsTest, Utf8SurvivesTheWayThereAndBack) {
     EXPECT_EQ(Shown(TextView(u"a\r\n\x01\0b", 6)), "a\\r\\n\\x01\\0b");
 }
 
+TEST_F(EnglishConversionsTest, ByteOfNoUtf8CharacterIsReplacedAndSwallowsNothing) {
+    EXPECT_EQ(FromUtf8("d\xFF\xB6"
+                       "d"),
+              u"d\uFFFD\uFFFDd");
+    EXPECT_EQ(FromUtf8("\xE2\x82 \xC3"), u"\uFFFD\uFFFD \uFFFD");
+}
+
 }  // namespace
 }  // namespace kwo::platform::simulated

@@ -6,6 +6,8 @@
 #include <functional>
 #include <numeric>
 
+#include "platform/utf8.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -120,20 +122,19 @@ std::string ToUtf8(TextView text) {
 }
 
 Text FromUtf8(std::string_view bytes) {
+    constexpr std::size_t kLongest = 4;
+    constexpr char16_t kReplacement = 0xFFFD;
     Text text;
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto lead = static_cast<unsigned char>(bytes[i++]);
-        const unsigned following = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-        std::uint32_t code = following == 0 ? lead : lead & (0x3Fu >> following);
-        for (unsigned k = 0; k < following && i < bytes.size(); ++k) {
-            code = (code << 6) | (static_cast<unsigned char>(bytes[i++]) & 0x3Fu);
-        }
-        if (code >= 0x10000) {
-            text += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-            text += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
-        } else {
-            text += static_cast<char16_t>(code);
-        }
+    if (platform::FromUtf8(bytes, text)) return text;
+    text.clear();
+    while (!bytes.empty()) {
+        Text character;
+        std::size_t length = 1;
+        while (length < kLongest && !platform::FromUtf8(bytes.substr(0, length), character))
+            ++length;
+        const bool isCharacter = platform::FromUtf8(bytes.substr(0, length), character);
+        text += isCharacter ? character : Text(1, kReplacement);
+        bytes.remove_prefix(isCharacter ? std::min(length, bytes.size()) : 1);
     }
     return text;
 }

@@ -29,6 +29,7 @@ TextView UpToZero(TextView text);
 
 /// UTF-8 for log lines and for messages of tests, and back.
 std::string ToUtf8(TextView text);
+/// A byte that is part of no character becomes the replacement character, U+FFFD.
 Text FromUtf8(std::string_view bytes);
 
 /// ASCII letters in lower case, for names that are compared without regard to case.
