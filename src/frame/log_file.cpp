@@ -18,7 +18,13 @@ void LogFile::SetName(TextView folder, TextView program) {
 }
 
 bool LogFile::Open(TextView folder, TextView program, platform::SystemErrors& errors) {
+    constexpr std::int32_t kInvalidName = 123;
     SetName(folder, program);
+    if (mName.find(u'\0') != Text::npos) {
+        // The system would read the name up to that character, where it is the same for every number.
+        errors.SetLast(kInvalidName);
+        return false;
+    }
     mFile = mFiles.CreateNew(mName);
     for (std::int64_t number = 1; mFile == 0 && IsTaken(errors); ++number) {
         SetName(folder, Text(program) + Decimal(number));

@@ -1,5 +1,6 @@
 #include "frame/message_lookup.h"
 #include "frame/trace_fixture.h"
+#include "support/raised.h"
 
 namespace kwo::frame {
 namespace {
@@ -35,6 +36,14 @@ TEST_F(TraceFileNameTest, PassesOverAFolderThatDeniesAccess) {
     desktop.FailCall("CreateFile", 1, 5);
     StartFile();
     EXPECT_EQ(trace.FileName(), kSecondPath);
+}
+
+TEST_F(TraceFileNameTest, WithAZeroCharacterIsRefused) {
+    // The system reads it up to that character: as the name of a folder, which is taken whatever the number.
+    using namespace std::string_view_literals;
+    trace.SetTraceFolder(u"C:\\Program Files\\Host\\\0"sv);
+    EXPECT_EQ(test_support::Raised([&] { StartFile(); }).number, -123);
+    EXPECT_FALSE(trace.IsRecording());
 }
 
 TEST_F(TraceFileNameTest, StandsInTheTraceFolder) {
