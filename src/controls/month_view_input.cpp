@@ -75,8 +75,8 @@ void KWOMonthView::Spin(std::size_t which) {
             due = platform::Narrowed<std::int32_t>(std::int64_t{Ticks()} + mSpinInterval);
         }
         press.Look();
-        // If the program ends or the window is gone, no release will arrive.
-        if (!mComponent.platform.messages.ProcessPending() || press.WindowIsGone()) {
+        // If the program ends or the window is gone, no release will arrive; after a Create that failed, none counts.
+        if (!mComponent.platform.messages.ProcessPending() || press.WindowIsGone() || !mCreated) {
             button = {};
         } else if (button.active && press.IsOver()) {
             MouseUp();

@@ -1041,6 +1041,17 @@ TEST_F(HeldButton, EndsWhenANotificationSwallowsTheReleaseOfAShortPress) {
     EXPECT_EQ(Visible(), IntPair(12, 2026));
 }
 
+TEST_F(HeldButton, EndsWithACreateThatFails) {
+    // From then on MouseUp does nothing.
+    desktop.PostAt(2 * kMuchLater, [&] { desktop.messages.RequestQuit(); });
+    onMonth = [&](std::span<Variant>) {
+        box->FailMember(u"TextHeight", Refusal());
+        EXPECT_FALSE(Create(On(2026, 11, 21)));
+        box->MendMember(u"TextHeight");
+    };
+    EXPECT_LT(Held(), 150);
+}
+
 TEST_F(HeldButton, ItsOwnReleaseComesFirst) {
     desktop.mouse.isHeld = true;
     int releases = 0;
