@@ -58,17 +58,16 @@ Colour PictureBox::ForeColour() const {
 }
 
 void PictureBox::SetFontBold(bool bold) const {
+    const HostObjectRef box = mBox;
     HostObjectRef font = ObjectProperty(Box(), u"Font");
     platform::Required(font);
-    // The same font stays the same object here, which already knows the ids of its members. While the fonts are
-    // compared, the host may give the box another font, or this object another box.
+    // The same font stays the same object here, which already knows the ids of its members.
     const HostObjectRef known = mFont;
-    if (known != nullptr && known->IsSameAs(*font)) {
-        font = known;
-    } else {
-        mFont = font;
-    }
+    if (known != nullptr && known->IsSameAs(*font)) font = known;
     font->Let(u"Bold", bold);
+    // Only a font is kept, or an odd host could give the very object that owns this one, which would never end then.
+    // Meanwhile the host may have given this object another box.
+    if (mBox == box) mFont = font;
 }
 
 void PictureBox::Let(TextView property, const Variant& value) const {

@@ -71,6 +71,17 @@ TEST_F(PictureBoxTest, AnotherFontIsTakenAtOnce) {
     EXPECT_EQ(Raised([&] { wrapped.SetFontBold(true); }).number, 91);
 }
 
+TEST_F(PictureBoxTest, WhatRefusesToBeBoldIsNotKept) {
+    PictureBox wrapped(component.platform);
+    wrapped.Assign(box);
+    auto odd = desktop.MakeObject(u"Odd");
+    box->SetProperty(u"Font", HostObjectRef(odd));
+    EXPECT_EQ(Raised([&] { wrapped.SetFontBold(true); }).number, 438);
+    box->SetProperty(u"Font", HostObjectRef(font));
+    const std::weak_ptr<SimulatedObject> watched = std::exchange(odd, nullptr);
+    EXPECT_TRUE(watched.expired()) << "it may be the very object that owns the box";
+}
+
 TEST_F(PictureBoxTest, AFilledBoxIsASinglesCallWithTheOption) {
     PictureBox wrapped(component.platform);
     wrapped.Assign(box);
