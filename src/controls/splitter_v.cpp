@@ -1,6 +1,7 @@
 #include "controls/splitter_v.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/component_error.h"
 #include "platform/host_errors.h"
@@ -92,6 +93,7 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
         Resize();
     } catch (const ComponentError& error) {
         mCreated = false;
+        Forget();
         mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create", .replace = true});
         mComponent.error.KWO_AppError({}, {}, kStopIcon, false, false);
         return false;
@@ -137,6 +139,15 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
         position = mLeftMargin;
     }
     Move(mSplitter, position, mTopMargin, width, Single(mContainer, u"ScaleHeight") - mTopMargin - mBottomMargin);
+}
+
+/// Nothing uses the caller's objects until the next Create. One of them may own this object, which would never end
+/// then.
+void KWOSplitterV::Forget() {
+    // A release may call back, so all are taken out before one is released.
+    const HostObjectRef released[] = {std::exchange(mLeftPane, nullptr), std::exchange(mRightPane, nullptr),
+                                      std::exchange(mSplitter, nullptr), std::exchange(mContainer, nullptr),
+                                      std::exchange(mForm, nullptr)};
 }
 
 void KWOSplitterV::Resize() {

@@ -65,6 +65,7 @@ private:
     void Open(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
               const Options& options);
     float Single(const HostObjectRef& object, TextView property) const;
+    void Forget();
     void Move(const HostObjectRef& object, float left, float top, float width, float height) const;
     float UnitsPerPixel(TextView conversion) const;
     /// The nearest position that the bar may have.

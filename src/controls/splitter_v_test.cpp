@@ -498,6 +498,15 @@ TEST_F(Splitter, AScreenWithoutContextsIsHarmless) {
     EXPECT_NO_THROW(splitter->MouseUp(0));
 }
 
+TEST_F(Splitter, ACreateThatFailsKeepsNoneOfTheCallersObjects) {
+    auto odd = desktop.MakeObject(u"Odd", "odd");
+    EXPECT_FALSE(splitter->Create(left, right, odd, {}));
+    const std::weak_ptr<SimulatedObject> watched[] = {std::exchange(left, nullptr), std::exchange(right, nullptr),
+                                                      std::exchange(odd, nullptr)};
+    for (const auto& object : watched)
+        EXPECT_TRUE(object.expired()) << "it may be the very object that owns the splitter";
+}
+
 TEST_F(Splitter, LetsGoOfTheCallersObjects) {
     CreateQuietly();
     splitter.reset();
