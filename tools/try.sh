@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds one program of tests and runs those of its tests that match.
 #   try.sh PROGRAM [FILTER]     'Timer.*', 'Timer*:-*Year*', as GoogleTest's filter has it; all tests by default
-# PROGRAM: unit, contract, messages, faults or sources (of scripts), natively under the sanitizers;
+# PROGRAM: unit, contract, messages, faults, sources (of scripts) or fuzz (kept inputs), natively under the sanitizers;
 #          com, companion, imports, registration, host or windows (the contract tests there), under Wine in 64 bits;
 #          with 32 behind it (com32) in 32 bits
 # shellcheck source-path=SCRIPTDIR
@@ -20,6 +20,7 @@ case $kind in
     messages) preset=sanitized program=companion/kwoinit/kwoinit_tests ;;
     faults) preset=sanitized program=tests/faults/fault_tests ;;
     sources) preset=sanitized program=kwohost/kwohost_source_tests ;;
+    fuzz) preset=sanitized program=fuzzers/fuzz_replay ;;
     com) program=tests/com/com_tests.exe targets=(user) ;;
     companion) program=tests/com/kwoinit/kwoinit_com_tests.exe targets=(user) ;;
     imports) program=tests/com/faults/import_fault_tests.exe targets=(user) ;;

@@ -42,6 +42,11 @@ KWO_BENCH_PACKAGES=(
     'libuv1-dev /usr/include/uv.h'
     'libevent-dev /usr/include/event2/event.h'
 )
+KWO_FUZZ_PACKAGES=(
+    'clang clang++'
+    'libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a'
+    'llvm llvm-symbolizer'
+)
 
 is_there() {
     if [[ $1 == /* ]]; then [[ -e $1 ]]; else command -v "$1" >/dev/null; fi
