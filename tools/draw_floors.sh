@@ -26,11 +26,13 @@ folder_of() {
     printf '%s' "$name"
 }
 
-# Beside the floors only the DLL is drawn.
+# Beside the floors only the DLL is drawn: what tests make of them is no floor.
 floors_of() {
     local user used
-    grep -E '^(kwo_[a-z_]+|KWOUtil) kwo_[a-z_]+$' | grep -v kwo_options | LC_ALL=C sort -u | while read -r user used; do
-        printf '%s %s\n' "$(folder_of "$user")" "$(folder_of "$used")"
+    grep -E '^(kwo_[a-z_]+|KWOUtil) kwo_[a-z_]+$' | LC_ALL=C sort -u | while read -r user used; do
+        user=$(folder_of "$user") used=$(folder_of "$used")
+        [[ -d $KWO_ROOT/src/$used && ($user == KWOUtil || -d $KWO_ROOT/src/$user) ]] || continue
+        printf '%s %s\n' "$user" "$used"
     done
 }
 
