@@ -97,7 +97,7 @@ void OnAbort(int) {
     here.ContextFlags = CONTEXT_FULL;
     RtlCaptureContext(&here);
     PrintStack(here);
-    std::_Exit(3);  // as abort ends
+    TerminateProcess(GetCurrentProcess(), 3);  // the exit code of abort
 }
 
 const bool gWatching = [] {

@@ -25,8 +25,8 @@ Text WideSetting(std::uint32_t type) {
 
 /// Also run in an environment whose language has another code page than the process; KWO_LANGUAGE is its identifier.
 TEST(WindowsLocaleSource, NamesAreReadInTheCodePageOfTheirLanguage) {
-    LastError lastError;
-    WindowsLocaleSource locale(lastError);
+    Context context{::GetModuleHandleW(nullptr), ModuleUse::Nobody()};
+    WindowsLocaleSource locale(context);
     if (const char* const language = std::getenv("KWO_LANGUAGE")) {
         ASSERT_EQ(contract::Printed(locale.Setting(kLanguage, kLargeBuffer).value_or(Text())), language);
         ASSERT_NE(::GetACP(), 1250u);
