@@ -31,7 +31,9 @@ name_frame() {
     [[ -n $file ]] || return 0
     base=$("$target-objdump" -p "$file" | sed -n 's/^ImageBase[[:blank:]]*//p')
     [[ -n $base ]] || return 0
-    "$target-addr2line" -f -C -i -p -e "$file" "$(printf '0x%x' $((0x$base + $2)))" | grep -v '^??' |
+    # In 32 bits the tool takes away the underscore that every name begins with.
+    "$target-addr2line" -f -i -p -e "$file" "$(printf '0x%x' $((0x$base + $2)))" | grep -v '^??' |
+        sed -E 's#(^| )_?Z(N?[0-9])#\1_Z\2#' | "$target-c++filt" -n |
         sed -E "s#$KWO_ROOT/##g; s#build/x(64|86)/[.][.]/[.][.]/##; s#^#        #" || true
 }
 
