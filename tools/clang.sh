@@ -3,13 +3,7 @@
 # goes, without a warning. The last line is `N passed, M failed`.
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
-
-passed=0
-failed=0
-# check NAME COMMAND...
-check() {
-    if step "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
-}
+source "$KWO_ROOT/tools/lib/results.sh"
 
 # The commands that compile the component, its companion and the host for Windows, for clang: without what GCC makes of
 # its headers, and with the library of the other compiler.
@@ -41,5 +35,4 @@ if [[ ${1:-} == --windows ]]; then
 fi
 check 'building the logic and its tests with clang' "$KWO_ROOT/tools/build.sh" --strict clang
 check 'compiling the Windows code with clang' "$KWO_ROOT/tools/clang.sh" --windows
-printf '%d passed, %d failed\n' "$passed" "$failed"
-((failed == 0))
+print_total

@@ -3,6 +3,7 @@
 #   lint.sh [--all]     clang-tidy reads what the last commit and the working tree change, or every source
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
+source "$KWO_ROOT/tools/lib/results.sh"
 
 everything=no
 case ${1:-} in
@@ -11,20 +12,6 @@ case ${1:-} in
     *) die 'usage: lint.sh [--all]' ;;
 esac
 cd "$KWO_ROOT"
-
-passed=0
-failed=0
-# check NAME COMMAND...: what it prints is shown when it fails.
-check() {
-    local name=$1 said
-    shift
-    if said=$("$@" 2>&1); then
-        passed=$((passed + 1))
-    else
-        failed=$((failed + 1))
-        printf 'not ok: %s\n%s\n' "$name" "$said"
-    fi
-}
 
 # of_kind PATTERN...: the files of the working tree, new ones included, that are not deleted.
 of_kind() {
@@ -134,5 +121,4 @@ if [[ -f $commands/compile_commands.json ]] || cmake --preset clang >"$(log_of c
 else
     check 'clang can be configured' false
 fi
-printf '%d passed, %d failed\n' "$passed" "$failed"
-((failed == 0))
+print_total

@@ -8,18 +8,6 @@ remove_scratch() { rm -rf "$scratch"; }
 at_exit remove_scratch
 KWO_LOGS=$scratch
 
-passed=0
-failed=0
-# is NAME ACTUAL EXPECTED
-is() {
-    if [[ $2 == "$3" ]]; then
-        passed=$((passed + 1))
-    else
-        failed=$((failed + 1))
-        printf 'not ok: %s\n    it is:     %s\n    expected:  %s\n' "$1" "$2" "$3"
-    fi
-}
-
 # A stand-in for a test program: it writes the given result file where it is told to, then ends with the given code.
 cat >"$scratch/program" <<'PROGRAM'
 #!/usr/bin/env bash
@@ -50,6 +38,7 @@ head -n 5 "$scratch/good.json" >"$scratch/torn.json"
 gtest_counts() {
     local said
     said=$(
+        kwo_passed=0 kwo_failed=0
         gtest_group group "$scratch/program" realpath "$scratch/program" "$1" "$scratch/$2" >"$scratch/said"
         printf '%d %d' "$kwo_passed" "$kwo_failed"
     )
@@ -67,15 +56,17 @@ is 'a torn result file' "$(gtest_counts 0 torn.json)" '0 1 (no results; exit cod
 cp "$scratch/good.json" "$scratch/selftest-group.json"
 is 'the results of an earlier run' "$(gtest_counts 0 missing)" '0 1 (no results; exit code 0)'
 is 'a program that is not there' "$(
+    kwo_passed=0 kwo_failed=0
     gtest_group group "$scratch/absent" realpath "$scratch/absent" >"$scratch/said"
     printf '%d %d' "$kwo_passed" "$kwo_failed"
 )" '0 1'
 
-# counts COMMAND...: of a command that counts itself.
+# counts COMMAND [WORD...]: of a command that counts itself; the words start it.
 counts() {
     local said
     said=$(
-        counted_group group bash -c "$1" >"$scratch/said"
+        kwo_passed=0 kwo_failed=0
+        counted_group group "${@:2}" bash -c "$1" >"$scratch/said"
         printf '%d %d' "$kwo_passed" "$kwo_failed"
     )
     printf '%s%s' "$said" "$(sed -n '1s/.* s\( (.*)\)$/\1/p' "$scratch/said")"
@@ -101,8 +92,7 @@ is 'the child is stopped too' "$(is_running "$(<"$scratch/child")" || echo gone)
 
 # total PASSED FAILED: the last line and whether the run was a success.
 total() {
-    local rc=0
-    kwo_passed=$1 kwo_failed=$2
+    local rc=0 kwo_passed=$1 kwo_failed=$2
     print_total || rc=$?
     printf 'exit %d' "$rc"
 }
@@ -141,6 +131,18 @@ is 'a component that is not registered, in French' "$(registered_dll /d/KWOInit.
 is 'a log name' "$(slug 'COM tests (64-bit)')" com-tests-64-bit
 is 'missing packages' "$(missing_packages 'one no-such-command' 'two bash' 'three /no/such/file')" $'one\nthree'
 
+# checks COMMAND...: what it says and counts.
+checks() {
+    local kwo_passed=0 kwo_failed=0 KWO_COMMAND=checks
+    check 'a check' "$@" 2>/dev/null
+    printf '%d passed, %d failed\n' "$kwo_passed" "$kwo_failed"
+}
+is 'a check that passes' "$(checks echo fine)" '1 passed, 0 failed'
+is 'a check that fails' "$(checks bash -c 'echo wrong; exit 3')" "not ok: a check
+    wrong
+    (all of it: $scratch/checks-a-check.log)
+0 passed, 1 failed"
+
 # Examples of pages: one that nobody runs, or that has lost its script, must not go unnoticed.
 mkdir -p "$scratch/pages" "$scratch/examples"
 cp "$KWO_ROOT/tests/pages/extract_examples" "$scratch/pages"
@@ -175,5 +177,4 @@ is 'a script that no example uses' "$(extracted 'text')" $'wrong: tests/pages/go
 # The map of the house shows the floors as they are built.
 is 'the picture of the floors' "$("$KWO_ROOT/tools/draw_floors.sh" --check 2>&1)" ''
 
-printf '%d passed, %d failed\n' "$passed" "$failed"
-((failed == 0))
+print_total

@@ -1,10 +1,38 @@
 # shellcheck shell=bash
-# Groups of tests: each runs under a time limit, and counts only by what it wrote down about itself.
+# Checks of a script, and groups of tests: each group runs under a time limit, and counts only by what it wrote down
+# about itself.
 
 kwo_passed=0
 kwo_failed=0
 kwo_trouble=''
 KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-600}
+
+# check NAME COMMAND...: counts one. What the command says is shown when it fails; how long it takes, always.
+check() {
+    local name=$1 log begun=$SECONDS
+    shift
+    log=$(log_of "$name")
+    printf '%s ... ' "$name" >&2
+    if ("$@") >"$log" 2>&1; then
+        kwo_passed=$((kwo_passed + 1))
+        printf '%d s\n' "$((SECONDS - begun))" >&2
+    else
+        kwo_failed=$((kwo_failed + 1))
+        printf 'failed after %d s\n' "$((SECONDS - begun))" >&2
+        printf 'not ok: %s\n' "$name"
+        show_tail "$log"
+    fi
+}
+
+# is NAME ACTUAL EXPECTED: counts one.
+is() {
+    if [[ $2 == "$3" ]]; then
+        kwo_passed=$((kwo_passed + 1))
+    else
+        kwo_failed=$((kwo_failed + 1))
+        printf 'not ok: %s\n    it is:     %s\n    expected:  %s\n' "$1" "$2" "$3"
+    fi
+}
 
 group_begins() {
     kwo_trouble=''
