@@ -131,6 +131,30 @@ is 'a component that is not registered, in French' "$(registered_dll /d/KWOInit.
 is 'a log name' "$(slug 'COM tests (64-bit)')" com-tests-64-bit
 is 'missing packages' "$(missing_packages 'one no-such-command' 'two bash' 'three /no/such/file')" $'one\nthree'
 
+# Assertions that name the expected value first.
+cat >"$scratch/assertions.cpp" <<'ASSERTIONS'
+EXPECT_EQ(got, 5);
+EXPECT_EQ(
+    5, got);
+ASSERT_STREQ(
+    L"a \" b"
+    L"c",
+    Got(1));
+EXPECT_EQ(Got("x", 5), 7);
+EXPECT_NE(Hex(
+    E_FAIL), Hex(got));
+EXPECT_EQ((std::vector<int>{1}), got);
+EXPECT_EQ(true ? a : b, got);
+EXPECT_EQ(
+    u'x', got);
+ASSERTIONS
+is 'expected values in front' "$(perl "$KWO_ROOT/tools/lib/expected_first.pl" "$scratch/assertions.cpp" | cut -d: -f2-)" \
+    '2: EXPECT_EQ( 5,
+4: ASSERT_STREQ( L"a \" b" L"c",
+9: EXPECT_NE(Hex( E_FAIL),
+11: EXPECT_EQ((std::vector<int>{
+13: EXPECT_EQ( u'"'x',"
+
 # checks COMMAND...: what it says and counts.
 checks() {
     local kwo_passed=0 kwo_failed=0 KWO_COMMAND=checks

@@ -30,6 +30,7 @@ KWO_LINT_PACKAGES=(
     'clang-format clang-format'
     'clang-tidy clang-tidy'
     'shellcheck shellcheck'
+    'perl perl'
 )
 # Only the 32-bit Wine tree needs them, and it may be missing.
 KWO_WINE32_PACKAGES=(
