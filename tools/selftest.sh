@@ -90,6 +90,44 @@ is 'hanging, with a child of its own' "$(counts "sleep 30 & echo \$! >'$scratch/
 is_running() { grep -qs '^State:[[:space:]]*[^[:space:]ZX]' "/proc/$1/status"; }
 is 'the child is stopped too' "$(is_running "$(<"$scratch/child")" || echo gone)" gone
 
+# A stand-in for a Wine that ends as often as it is told to before it starts its program, with nothing in the log.
+cat >"$scratch/wine" <<'WINE'
+#!/usr/bin/env bash
+left=$(<"$1")
+shift
+((left == 0)) && exec "$@"
+printf '%d\n' "$((left - 1))" >"$(dirname "$0")/left"
+exit 1
+WINE
+chmod +x "$scratch/wine"
+kwo_prefix=$scratch/no-prefix
+KWO_GROUP_SECONDS=600
+# counts_in_wine FAILURES COMMAND
+counts_in_wine() {
+    printf '%d\n' "$1" >"$scratch/left"
+    counts "$2" "$scratch/wine" "$scratch/left"
+}
+kwo_wine=("$scratch/wine")
+is 'a Wine that starts' "$(counts_in_wine 0 'echo 12 passed, 0 failed')" '12 0'
+is 'a Wine that starts at the second time' "$(counts_in_wine 1 'echo 12 passed, 0 failed')" \
+    '12 0 (Wine was started again after exit code 1)'
+is 'a Wine that does not start' "$(counts_in_wine 2 'echo 12 passed, 0 failed')" \
+    '0 1 (no results; exit code 1; Wine was started again after exit code 1)'
+# runs COMMAND: how often it is started; it notes that it was.
+runs() {
+    : >"$scratch/runs"
+    counts_in_wine 0 "echo >>'$scratch/runs'; $1" >"$scratch/counted"
+    wc -l <"$scratch/runs"
+}
+is 'a test that fails is not run again' "$(runs 'echo 3 passed, 1 failed; exit 1')" 1
+is 'a program that crashes is not run again' "$(runs 'echo begun; kill -SEGV $$')" 1
+is 'a program that says nothing, but ends well, is not run again' "$(runs true)" 1
+KWO_GROUP_SECONDS=1
+is 'a program that hangs and says nothing is not run again' "$(runs 'sleep 30')" 1
+KWO_GROUP_SECONDS=600
+kwo_wine=(another wine)
+is 'what is not Wine is not run again' "$(counts_in_wine 1 'echo 12 passed, 0 failed')" '0 1 (no results; exit code 1)'
+
 # total PASSED FAILED: the last line and whether the run was a success.
 total() {
     local rc=0 kwo_passed=$1 kwo_failed=$2

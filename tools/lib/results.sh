@@ -5,6 +5,7 @@
 kwo_passed=0
 kwo_failed=0
 kwo_trouble=''
+kwo_started_again=''
 KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-600}
 
 # check NAME COMMAND...: counts one. What the command says is shown when it fails; how long it takes, always.
@@ -36,15 +37,18 @@ is() {
 
 group_begins() {
     kwo_trouble=''
+    kwo_started_again=''
     printf '%-48s' "$1"
     kwo_group_begun=$SECONDS
 }
 
 # group_ends PASSED FAILED [REMARK]
 group_ends() {
+    local remark=${3:-}
+    [[ -z $kwo_started_again ]] || remark+="${remark:+; }$kwo_started_again"
     kwo_passed=$((kwo_passed + $1))
     kwo_failed=$((kwo_failed + $2))
-    printf '%d passed, %d failed, %d s%s\n' "$1" "$2" "$((SECONDS - kwo_group_begun))" "${3:+ ($3)}"
+    printf '%d passed, %d failed, %d s%s\n' "$1" "$2" "$((SECONDS - kwo_group_begun))" "${remark:+ ($remark)}"
 }
 
 # group_cannot_run NAME WHY: counts as one failure.
@@ -54,7 +58,21 @@ group_cannot_run() {
 }
 
 # run_limited LOG COMMAND...: the job with the group's time limit; kwo_trouble says what went wrong with it as a whole.
+# A Wine that ends at once and says nothing has not started the program. It gets a second chance, and the group's line
+# says so. Nothing else is tried again.
 run_limited() {
+    local begun=$SECONDS
+    run_once "$@"
+    if [[ $kwo_trouble == 'exit code '* && ! -s $1 && -n ${kwo_wine[*]:-} && "${*:2}" == "${kwo_wine[*]} "* ]] &&
+        ((SECONDS - begun <= 10)); then
+        kwo_started_again="Wine was started again after $kwo_trouble"
+        stop_wine
+        run_once "$@"
+    fi
+}
+
+# run_once LOG COMMAND...
+run_once() {
     local log=$1 rc=0
     shift
     run_job "$log" timeout --kill-after=5 "$KWO_GROUP_SECONDS" "$@" || rc=$?
