@@ -92,14 +92,12 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
         mCreated = true;
         Resize();
     } catch (const ComponentError& error) {
-        mCreated = false;
         Forget();
         mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create", .replace = true});
         mComponent.error.KWO_AppError({}, {}, kStopIcon, false, false);
         return false;
     } catch (...) {
-        // Without memory some of the controls may be missing.
-        mCreated = false;
+        Forget();
         throw;
     }
     return true;
@@ -141,9 +139,10 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
     Move(mSplitter, position, mTopMargin, width, Single(mContainer, u"ScaleHeight") - mTopMargin - mBottomMargin);
 }
 
-/// Nothing uses the caller's objects until the next Create. One of them may own this object, which would never end
-/// then.
+/// Nothing happens until the next Create. The caller's objects are given back: one of them may own this object, which
+/// would never end then.
 void KWOSplitterV::Forget() {
+    mCreated = false;
     // A release may call back, so all are taken out before one is released.
     const HostObjectRef released[] = {std::exchange(mLeftPane, nullptr), std::exchange(mRightPane, nullptr),
                                       std::exchange(mSplitter, nullptr), std::exchange(mContainer, nullptr),
