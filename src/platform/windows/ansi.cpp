@@ -8,8 +8,8 @@ namespace kwo::platform::windows {
 
 namespace {
 
-/// The length of converted text. In the system's own code page and without flags, a conversion fails only if the system
-/// has no memory for it. An empty text in its place would name another key, file or value.
+/// The length of converted text. In a code page that the system has and without flags, a conversion fails only for
+/// lack of memory. An empty text in its place would name another key, file or value.
 std::size_t Converted(int length) {
     if (length <= 0) throw std::bad_alloc();
     return static_cast<std::size_t>(length);
@@ -22,8 +22,7 @@ Text FromAnsi(std::string_view bytes, unsigned codePage) {
     if (size == 0) return {};
     std::wstring wide(bytes.size(), L'\0');
     const int length = ::MultiByteToWideChar(codePage, 0, bytes.data(), size, wide.data(), size);
-    // The system may lack another code page.
-    wide.resize(codePage == CP_ACP ? Converted(length) : static_cast<std::size_t>(length));
+    wide.resize(Converted(length));
     return FromWide(wide);
 }
 

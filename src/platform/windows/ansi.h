@@ -9,7 +9,8 @@
 
 namespace kwo::platform::windows {
 
-/// Text from bytes in `codePage`, by default the system's ANSI code page. Zero bytes become zero characters.
+/// Text from bytes in `codePage`, which the system must have; by default its ANSI code page. Zero bytes become zero
+/// characters.
 Text FromAnsi(std::string_view bytes, unsigned codePage = 0);
 /// Bytes in the system's ANSI code page. A character that it lacks becomes a similar one, else '?'.
 std::string ToAnsi(TextView text);
