@@ -10,6 +10,7 @@
 
 #include "kwoutil.h"
 #include "measure.h"
+#include "support/stand_in.h"
 
 // A tick of 50 milliseconds for 20 seconds beside a plain timer of the system, in one process at the same time.
 // KWOUtil must be registered.
@@ -73,20 +74,9 @@ void CALLBACK SystemTimer(HWND, UINT, UINT_PTR, DWORD) {
 }
 
 /// An early-bound callback object.
-class Callback final : public _IKWOTimer {
+class Callback final : public kwo::test_support::StandIn<_IKWOTimer> {
 public:
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        *object = id == IID_IUnknown || id == IID_IDispatch || id == IID__IKWOTimer ? this : nullptr;
-        return *object != nullptr ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
+    Callback() { interfaceId = IID__IKWOTimer; }
     STDMETHODIMP Tick(_KWOTimer**) override {
         series.Note();
         return S_OK;
