@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "component/component.h"
+#include "controls/box_fixture.h"
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
 #include "support/raised.h"
@@ -40,20 +41,7 @@ protected:
         auto made = desktop.MakeObject(u"PictureBox", "box");
         font = desktop.MakeObject(u"Font", "font");
         font->SetProperty(u"Bold", false);
-        made->SetProperty(u"Font", HostObjectRef(font));
-        made->SetProperty(u"Parent", HostObjectRef(form));
-        made->SetProperty(u"hDC", context);
-        made->SetProperty(u"hWnd", window);
-        made->SetProperty(u"AutoRedraw", false);
-        made->SetProperty(u"Width", 2000.0f);
-        made->SetProperty(u"Height", 3000.0f);
-        for (const TextView colour : {u"BackColor", u"ForeColor"})
-            made->SetProperty(colour, std::int32_t{0});
-        made->SetProperty(u"FillStyle", std::int16_t{1});
-        made->SetProperty(u"FontTransparent", false);
-        for (const TextView method : {u"Cls", u"Refresh", u"SetFocus", u"Line"})
-            made->SetMethod(method, [](std::span<Variant>) -> Variant { return platform::Empty{}; });
-        made->SetMethod(u"TextHeight", [](std::span<Variant>) -> Variant { return 195.0f; });
+        FurnishBox(*made, font, form, context, window);
         return made;
     }
 

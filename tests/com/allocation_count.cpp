@@ -2,6 +2,12 @@
 
 namespace kwo::com_test {
 
+void SwitchOffStringCache() {
+    // The function is in no header or import library.
+    FARPROC function = GetProcAddress(LoadLibraryW(L"oleaut32.dll"), "SetOaNoCache");
+    if (function != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))();
+}
+
 AllocationCount& AllocationCount::Instance() {
     static AllocationCount& count = []() -> AllocationCount& {
         static AllocationCount made;

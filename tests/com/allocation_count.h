@@ -9,7 +9,7 @@
 namespace kwo::com_test {
 
 /// Counts the blocks of automation memory (strings, arrays, error texts ...) in use that were taken since its first
-/// use. Strings count because main() has switched their cache off. It stays for good: the system keeps calling a spy
+/// use. Strings count only after SwitchOffStringCache. It stays for good: the system keeps calling a spy
 /// until the last block it saw is freed, which a leak would put off for ever.
 class AllocationCount final : public IMallocSpy {
 public:
@@ -40,6 +40,9 @@ private:
 
     std::atomic<long> mInUse = 0;
 };
+
+/// Without its cache every string shows up in a count of allocations.
+void SwitchOffStringCache();
 
 /// Blocks in use in the process's own heap, where the C and C++ allocations of the DLL live.
 long HeapBlocksInUse();

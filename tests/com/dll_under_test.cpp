@@ -4,6 +4,10 @@
 
 #include <algorithm>
 
+#include "com_support/bstr.h"
+#include "com_support/com_ptr.h"
+#include "com_support/type_description.h"
+
 namespace kwo::com_test {
 namespace {
 
@@ -65,6 +69,20 @@ HRESULT Library::UnregisterServer() const {
 HRESULT Library::Install(bool install, const wchar_t* commandLine) const {
     const auto function = Export<HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR)>("DllInstall");
     return function != nullptr ? function(install ? TRUE : FALSE, commandLine) : TYPE_E_DLLFUNCTIONNOTFOUND;
+}
+
+CLSID ClassIdIn(const std::wstring& path, const std::wstring& name) {
+    com_support::ComPtr<ITypeLib> library;
+    if (FAILED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Out()))) return CLSID_NULL;
+    for (UINT at = 0; at < library->GetTypeInfoCount(); ++at) {
+        com_support::ComPtr<ITypeInfo> info;
+        com_support::Bstr itsName;
+        library->GetTypeInfo(at, info.Out());
+        info->GetDocumentation(MEMBERID_NIL, itsName.Out(), nullptr, nullptr, nullptr);
+        const com_support::TypeAttributes attributes(*info);
+        if (itsName.Text() == name && attributes->typekind == TKIND_COCLASS) return attributes->guid;
+    }
+    return CLSID_NULL;
 }
 
 bool LetTheDllGo() {

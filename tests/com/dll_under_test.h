@@ -34,6 +34,10 @@ private:
     HMODULE mModule;
 };
 
+/// The identifier of a class from the type library of the file at `path`; CLSID_NULL if that knows no such class. An
+/// object of no class cannot be made.
+CLSID ClassIdIn(const std::wstring& path, const std::wstring& name);
+
 /// Lets the object libraries that COM loaded go, as far as they agree, so that the DLL is not in the process.
 /// False when it stays.
 bool LetTheDllGo();

@@ -24,21 +24,6 @@ struct Subject {
     std::function<void(IDispatch*)> use;
 };
 
-CLSID ClassIdIn(const std::wstring& path, const wchar_t* name) {
-    ComPtr<ITypeLib> library;
-    EXPECT_EQ(Hex(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Out())), Hex(S_OK));
-    CLSID found = {};
-    for (UINT at = 0; library && at < library->GetTypeInfoCount(); ++at) {
-        ComPtr<ITypeInfo> info;
-        Bstr itsName;
-        library->GetTypeInfo(at, info.Out());
-        info->GetDocumentation(MEMBERID_NIL, itsName.Out(), nullptr, nullptr, nullptr);
-        const com_support::TypeAttributes attributes(*info);
-        if (itsName.Text() == name && attributes->typekind == TKIND_COCLASS) found = attributes->guid;
-    }
-    return found;
-}
-
 void RaiseAndForget(IDispatch* object, const wchar_t* member, const std::vector<Var>& arguments) {
     EXPECT_EQ(Hex(Call(object, member, arguments).status), Hex(DISP_E_EXCEPTION));
     SetErrorInfo(0, nullptr);

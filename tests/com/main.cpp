@@ -1,3 +1,4 @@
+#include "allocation_count.h"
 #include "com_test.h"
 #include "crash.h"
 #include "dll_under_test.h"
@@ -8,12 +9,6 @@
 
 namespace kwo::com_test {
 namespace {
-
-/// Without its cache every string shows up in a count of allocations. The function is in no header or import library.
-void SwitchOffStringCache() {
-    FARPROC function = GetProcAddress(LoadLibraryW(L"oleaut32.dll"), "SetOaNoCache");
-    if (function != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))();
-}
 
 /// One apartment and one machine-wide registration for all tests.
 class RegisteredDll : public ::testing::Environment {

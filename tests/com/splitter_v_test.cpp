@@ -1,31 +1,10 @@
 #include "box_answerer.h"
 #include "com_test.h"
 #include "host_box.h"
+#include "host_pane.h"
 
 namespace kwo::com_test {
 namespace {
-
-/// A control of a form, with a place.
-class Pane : public MemberObject {
-public:
-    Pane(IDispatch* container, IDispatch* form, double left) {
-        Property(L"Container", Var(container));
-        Property(L"Parent", Var(form));
-        const wchar_t* const names[] = {L"Left", L"Top", L"Width", L"Height"};
-        const double place[] = {left, 0, 600, 3000};
-        for (std::size_t at = 0; at < 4; ++at)
-            Property(names[at], Var(place[at]));
-        Method(L"Move", [this, names](Arguments& given, VARIANT*) {
-            for (std::size_t at = 0; at < given.size(); ++at)
-                values[names[at]] = Var(NumberIn(*given[at]));
-            return S_OK;
-        });
-    }
-    std::vector<double> Place() {
-        return {NumberIn(values[L"Left"]), NumberIn(values[L"Top"]), NumberIn(values[L"Width"]),
-                NumberIn(values[L"Height"])};
-    }
-};
 
 class SplitterVClass : public ::testing::Test {
 protected:

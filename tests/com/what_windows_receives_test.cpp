@@ -15,21 +15,13 @@ namespace kwo::com_test {
 namespace {
 
 using windows_calls::Any;
+using windows_calls::At;
 using windows_calls::Bytes;
 using windows_calls::MakeCall;
 using windows_calls::Out;
 using windows_calls::Same;
 using windows_calls::WindowsCalls;
-
-template <class Native>
-Native At(std::intptr_t value) {
-    return reinterpret_cast<Native>(value);
-}
-
-template <class Result, class... Arguments>
-Result WINAPI Yes(Arguments...) {
-    return static_cast<Result>(1);
-}
+using windows_calls::Yes;
 
 class WhatWindowsReceives : public ::testing::Test {
 protected:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/box_fixture.h"
 #include "scenario.h"
 
 namespace kwo::fault_tests {
@@ -16,20 +17,7 @@ struct ControlsStage : Stage {
             form->SetMethod(procedure, nothing);
         other->SetProperty(u"hWnd", std::int32_t{501});
         font->SetProperty(u"Bold", false);
-        box->SetProperty(u"Font", HostObjectRef(font));
-        box->SetProperty(u"Parent", HostObjectRef(form));
-        box->SetProperty(u"hDC", std::int32_t{77});
-        box->SetProperty(u"hWnd", kWindow);
-        box->SetProperty(u"AutoRedraw", false);
-        box->SetProperty(u"Width", 2000.0f);
-        box->SetProperty(u"Height", 3000.0f);
-        for (const TextView colour : {u"BackColor", u"ForeColor"})
-            box->SetProperty(colour, std::int32_t{0});
-        box->SetProperty(u"FillStyle", std::int16_t{1});
-        box->SetProperty(u"FontTransparent", false);
-        for (const TextView method : {u"Cls", u"Refresh", u"SetFocus", u"Line"})
-            box->SetMethod(method, nothing);
-        box->SetMethod(u"TextHeight", [](std::span<Variant>) -> Variant { return 195.0f; });
+        controls::FurnishBox(*box, font, form, 77, kWindow);
         desktop.windows.windows[kWindow] = {u"Box"};
         desktop.drawing.clientAreas[kWindow] = {0, 0, 100, 40};
         InstallCompanion(*this);

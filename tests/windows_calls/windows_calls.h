@@ -126,6 +126,18 @@ private:
     std::vector<Place> mPlaces;
 };
 
+/// A stand-in that only says yes: 1 differs from the answers of failures.
+template <class Result, class... Arguments>
+Result WINAPI Yes(Arguments...) {
+    return static_cast<Result>(1);
+}
+
+/// A handle or pointer of a test's own, which nothing but stand-ins get.
+template <class Native>
+Native At(std::intptr_t value) {
+    return reinterpret_cast<Native>(value);
+}
+
 /// All functions that there are stand-ins for.
 std::vector<Function*>& AllFunctions();
 Function* FindFunction(const std::string& name);

@@ -1,16 +1,11 @@
 #include <cstdio>
 
+#include "allocation_count.h"
 #include "com_test.h"
 #include "dll_under_test.h"
 
 namespace kwo::com_test {
 namespace {
-
-/// Without its cache every string shows up in a count of allocations. The function is in no header or import library.
-void SwitchOffStringCache() {
-    FARPROC function = GetProcAddress(LoadLibraryW(L"oleaut32.dll"), "SetOaNoCache");
-    if (function != nullptr) reinterpret_cast<void(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(function))();
-}
 
 /// The companion is found in the registry; the component is not looked for there.
 class RegisteredCompanion : public ::testing::Environment {

@@ -8,6 +8,7 @@
 #include "fault_rounds.h"
 #include "host_box.h"
 #include "host_form.h"
+#include "host_pane.h"
 #include "timer_client.h"
 #include "timer_slots.h"
 
@@ -119,20 +120,6 @@ private:
     TitledWindow mWindow;
 };
 
-/// A control of a form, with a place.
-class PlacedControl : public MemberObject {
-public:
-    PlacedControl(IDispatch* container, IDispatch* form, double left) {
-        Property(L"Container", Var(container));
-        Property(L"Parent", Var(form));
-        const wchar_t* const names[] = {L"Left", L"Top", L"Width", L"Height"};
-        const double place[] = {left, 0, 600, 3000};
-        for (std::size_t at = 0; at < 4; ++at)
-            Property(names[at], Var(place[at]));
-        Method(L"Move", [](Arguments&, VARIANT*) { return S_OK; });
-    }
-};
-
 class SplitterScenario final : public Scenario {
 public:
     SplitterScenario() {
@@ -182,9 +169,9 @@ private:
     TitledWindow mWindow;
     MemberObject mForm;
     MemberObject mContainer;
-    PlacedControl mLeft{&mContainer, &mForm, 0};
-    PlacedControl mRight{&mContainer, &mForm, 3000};
-    PlacedControl mBar{&mContainer, &mForm, 2000};
+    Pane mLeft{&mContainer, &mForm, 0};
+    Pane mRight{&mContainer, &mForm, 3000};
+    Pane mBar{&mContainer, &mForm, 2000};
 };
 
 class ButtonScenario final : public Scenario {

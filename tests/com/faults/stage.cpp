@@ -1,4 +1,5 @@
-#include "com_support/type_description.h"
+#include "com_support/module_path.h"
+#include "dll_under_test.h"
 #include "fault_rounds.h"
 
 namespace kwo::com_test {
@@ -25,22 +26,9 @@ std::string TextOf(const Var& value) {
 /// The identifier of a class, from the module's type library. It is read once.
 CLSID IdOfClass(HMODULE module, const std::wstring& name) {
     static std::map<std::wstring, CLSID> known;
-    const auto found = known.find(name);
-    if (found != known.end()) return found->second;
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(module, path, MAX_PATH);
-    ComPtr<ITypeLib> library;
-    EXPECT_EQ(Hex(LoadTypeLibEx(path, REGKIND_NONE, library.Out())), Hex(S_OK));
-    CLSID id = {};
-    for (UINT at = 0; library && at < library->GetTypeInfoCount(); ++at) {
-        ComPtr<ITypeInfo> info;
-        Bstr itsName;
-        library->GetTypeInfo(at, info.Out());
-        info->GetDocumentation(MEMBERID_NIL, itsName.Out(), nullptr, nullptr, nullptr);
-        const com_support::TypeAttributes attributes(*info);
-        if (itsName.Text() == name && attributes->typekind == TKIND_COCLASS) id = attributes->guid;
-    }
-    return known[name] = id;
+    const auto [place, isNew] = known.try_emplace(name);
+    if (isNew) place->second = ClassIdIn(com_support::ModulePath(module), name);
+    return place->second;
 }
 
 }  // namespace

@@ -44,16 +44,13 @@ namespace kwo::platform::windows {
 namespace {
 
 using windows_calls::Any;
+using windows_calls::At;
 using windows_calls::Bytes;
 using windows_calls::MakeCall;
 using windows_calls::Out;
 using windows_calls::Same;
 using windows_calls::WindowsCalls;
-
-template <class Native>
-Native At(std::intptr_t value) {
-    return reinterpret_cast<Native>(value);
-}
+using windows_calls::Yes;
 
 class WhatWindowsReceives : public testing::Test {
 protected:
@@ -68,12 +65,6 @@ protected:
     Platform platform = mWindows.Services();
     std::unique_ptr<WindowsCalls> mCalls;
 };
-
-// A stand-in that only says yes: the number is an answer that differs from those of failures.
-template <class Result, class... Arguments>
-Result WINAPI Yes(Arguments...) {
-    return static_cast<Result>(1);
-}
 
 TEST_F(WhatWindowsReceives, OfTheRegistry) {
     Watch({"RegOpenKeyExA", "RegCreateKeyExA", "RegDeleteKeyA", "RegDeleteValueA", "RegQueryValueExA", "RegSetValueExA",
