@@ -8,13 +8,21 @@
 
 namespace kwo::com_support {
 
-/// Owns one reference to a COM object, or none: null. A copy owns a reference of its own.
+/// Owns one reference to a COM object, or none: null.
+/// A copy owns a reference of its own.
+///
+///     ComPtr<IDispatch> object;
+///     if (SUCCEEDED(::CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_IDispatch, object.OutVoid()))) use(*object);
+///
+/// Releasing a reference may run any code of the object. So each member lets go of its reference before it releases
+/// it: code that looks at the pointer meanwhile finds the new value.
 template <class Interface>
 class ComPtr {
 public:
     ComPtr() = default;
+    /// Null, for functions that return "none".
     ComPtr(std::nullptr_t) {}
-    /// Adds a reference. The caller keeps the one it has.
+    /// Adds a reference. The caller keeps the one it has. Null is allowed.
     explicit ComPtr(Interface* object) : mObject(object) {
         if (mObject != nullptr) mObject->AddRef();
     }
@@ -24,51 +32,58 @@ public:
     /// Adds a reference to the object by one of its base interfaces.
     template <class Derived>
     ComPtr(const ComPtr<Derived>& other) : ComPtr(static_cast<Interface*>(other.Get())) {}
+    /// Releases the reference that was held, when this already holds the new one.
+    /// Assigning a pointer to itself changes nothing.
     ComPtr& operator=(ComPtr other) noexcept {
         std::swap(mObject, other.mObject);
         return *this;
     }
     ~ComPtr() { Reset(); }
 
-    /// Takes over a reference that the caller owns.
+    /// Takes over a reference that the caller owns; the caller must not release it any more.
     static ComPtr Adopt(Interface* object) {
         ComPtr pointer;
         pointer.mObject = object;
         return pointer;
     }
 
-    /// The object, without a reference for the caller; null if there is none.
+    /// The object, without a reference for the caller; null if there is none. Valid as long as this pointer holds it.
     Interface* Get() const { return mObject; }
+    /// These two need an object: there is no check for null.
     Interface* operator->() const { return mObject; }
     Interface& operator*() const { return *mObject; }
     explicit operator bool() const { return mObject != nullptr; }
 
-    /// Where a call puts a reference that it hands over. Releases what was held.
+    /// Where a call puts a reference that it hands over.
+    /// Releases what was held. Use the pointer at once: it points into this object.
     Interface** Out() {
         Reset();
         return &mObject;
     }
-    /// Where a call finds a reference and may replace it.
+    /// Where a call finds a reference and may replace it. The call must release what it replaces.
     Interface** InOut() { return &mObject; }
-    /// The same for calls that take any interface, such as QueryInterface.
+    /// As Out, for calls that take any interface, such as QueryInterface. Ask them for `Interface` and no other.
     void** OutVoid() { return reinterpret_cast<void**>(Out()); }
 
-    /// Releases the reference. Returns what Release answered; 0 for null.
+    /// Releases the reference; this is null before the object learns of it.
+    /// Returns what Release answered; 0 for null.
     ULONG Reset() {
         // An object may call back while it is released: this is null by then.
         Interface* const held = Detach();
         return held != nullptr ? held->Release() : 0;
     }
-    /// Hands the reference over to the caller and is null from then on.
+    /// Hands the reference over to the caller, who releases it, and is null from then on.
     [[nodiscard]] Interface* Detach() { return std::exchange(mObject, nullptr); }
-    /// Gives the caller of an interface a reference of its own. E_POINTER when `target` is null.
+    /// Gives the caller of an interface a reference of its own, or null if there is no object.
+    /// E_POINTER if `target` is null.
     HRESULT CopyTo(Interface** target) const {
         if (target == nullptr) return E_POINTER;
         *target = ComPtr(*this).Detach();
         return S_OK;
     }
 
-    /// Another interface of the object; null when the object does not have it, and for null.
+    /// Another interface of the object, with a reference of its own; null if the object does not have it, and for
+    /// null.
     template <class Other>
     ComPtr<Other> As(REFIID id = __uuidof(Other)) const;
 
@@ -76,7 +91,8 @@ private:
     Interface* mObject = nullptr;
 };
 
-/// An interface of `object`; null when the object does not have it, and for null.
+/// An interface of `object`, with a reference of its own; null if the object does not have it, and for null.
+/// `object` keeps its references.
 template <class Interface>
 ComPtr<Interface> As(IUnknown* object, REFIID id = __uuidof(Interface)) {
     void* found = nullptr;

@@ -7,13 +7,14 @@
 
 namespace kwo::com_support {
 
-/// What an object reports about its failure. Owns the texts in it.
+/// What an object reports about its failure: the last argument but one of IDispatch::Invoke. Owns the texts in it.
 class ExceptionInfo : public EXCEPINFO {
 public:
     /// Begins with no code and no texts.
     ExceptionInfo() noexcept : EXCEPINFO{} {}
     ExceptionInfo(const ExceptionInfo&) = delete;
     ExceptionInfo& operator=(const ExceptionInfo&) = delete;
+    /// Frees the texts, whoever put them there.
     ~ExceptionInfo() {
         ::SysFreeString(bstrSource);
         ::SysFreeString(bstrDescription);
@@ -21,6 +22,7 @@ public:
     }
 
     /// Asks the object for the texts if it composes them only on request.
+    /// Call it before you read them; a second call does nothing. It runs code of the object.
     void Complete() {
         if (const auto compose = std::exchange(pfnDeferredFillIn, nullptr)) compose(this);
     }

@@ -5,15 +5,22 @@
 
 namespace kwo::com_support {
 
-/// A part of a type library, returned to its owner at the end. `owner` must outlive it.
+/// A part of a type library, returned to its owner at the end:
+///
+///     const TypeAttributes attributes(info);
+///     if (attributes) count = attributes->cFuncs;
+///
+/// `owner` must outlive it.
 template <class Owner, class Description, auto Take, auto GiveBack>
 class Lent {
 public:
-    /// `which` says which part, where the owner has several.
+    /// Asks for the part.
+    /// `which` says which one, where the owner has several. There may be none: look at the object as a bool.
     template <class... Which>
     explicit Lent(Owner& owner, Which... which) : mOwner(owner), mStatus((owner.*Take)(which..., &mDescription)) {}
     Lent(const Lent&) = delete;
     Lent& operator=(const Lent&) = delete;
+    /// Returns the part to its owner, if there is one.
     ~Lent() {
         if (mDescription != nullptr) (mOwner.*GiveBack)(mDescription);
     }
@@ -22,6 +29,7 @@ public:
     HRESULT Status() const { return mStatus; }
     /// False if there is no such part; then nothing else may be called.
     explicit operator bool() const { return mDescription != nullptr; }
+    /// The part, valid as long as this object.
     const Description* operator->() const { return mDescription; }
 
 private:
@@ -30,11 +38,13 @@ private:
     HRESULT mStatus;
 };
 
+/// What kind of type it is, its identifier, and how many functions and variables it has.
 using TypeAttributes = Lent<ITypeInfo, TYPEATTR, &ITypeInfo::GetTypeAttr, &ITypeInfo::ReleaseTypeAttr>;
-/// One of the functions, counted from 0.
+/// One of the functions of a type, counted from 0.
 using FunctionDescription = Lent<ITypeInfo, FUNCDESC, &ITypeInfo::GetFuncDesc, &ITypeInfo::ReleaseFuncDesc>;
-/// One of the variables, counted from 0.
+/// One of the variables of a type, counted from 0.
 using VariableDescription = Lent<ITypeInfo, VARDESC, &ITypeInfo::GetVarDesc, &ITypeInfo::ReleaseVarDesc>;
+/// Identifier, version and language of a type library.
 using LibraryAttributes = Lent<ITypeLib, TLIBATTR, &ITypeLib::GetLibAttr, &ITypeLib::ReleaseTLibAttr>;
 
 }  // namespace kwo::com_support

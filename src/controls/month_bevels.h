@@ -6,13 +6,17 @@
 
 namespace kwo::controls {
 
-/// The edge of an element of the calendar, as the arguments of Drawing::DrawEdge.
+/// The edge of an element of the calendar, as the arguments of Drawing::DrawEdge. A value: compare edges by Number.
 struct Bevel {
+    /// One of the edges that Drawing names.
     std::uint32_t edge = 0;
+    /// The system's BF_ numbers for an element that is not selected.
     std::uint32_t flags = 0;
-    std::uint32_t selectedFlags = 0;  ///< the flags for a selected day
+    /// The flags for a selected day. Its edge is sunken, whatever `edge` says.
+    std::uint32_t selectedFlags = 0;
 
     /// The edge for a number of the public properties: 1 raised, 2 sunken, 3 etched, any other a bump.
+    /// The middle is always filled.
     static constexpr Bevel Of(std::int16_t number) {
         constexpr std::uint32_t kRectangle = 0x000F;
         constexpr std::uint32_t kMiddle = 0x0800;

@@ -11,12 +11,12 @@ namespace kwo::controls {
 
 using platform::Date;
 
-/// The date without its time of day.
+/// The date without its time of day, which is what stands before the decimal point. Works for every number.
 inline Date WholeDays(Date date) {
     return {std::trunc(date.days)};
 }
 
-/// A day of the calendar.
+/// A day of the calendar: year 100 to 9999, month 1 to 12, day 1 to 31. All are 0 where there is no day.
 struct CalendarDay {
     std::int16_t year = 0;
     std::int16_t month = 0;
@@ -25,10 +25,12 @@ struct CalendarDay {
 
 /// Automation dates count from 1899-12-30; the calendar has the years 100 to 9999.
 inline constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};
-inline constexpr double kFirstDate = -657434;  ///< 100-01-01
-inline constexpr double kLastDate = 2958465;   ///< 9999-12-31
+/// 100-01-01.
+inline constexpr double kFirstDate = -657434;
+/// 9999-12-31.
+inline constexpr double kLastDate = 2958465;
 
-/// Returns `date`. Raises InvalidProcedureCall if it is outside the calendar.
+/// Returns `date`, with its time of day. Raises InvalidProcedureCall if it is outside the calendar or not a number.
 inline Date InCalendar(Date date) {
     if (!(date.days > kFirstDate - 1 && date.days < kLastDate + 1)) {
         platform::RaiseRuntime(platform::RuntimeError::InvalidProcedureCall);
@@ -36,7 +38,7 @@ inline Date InCalendar(Date date) {
     return date;
 }
 
-/// Year, month and day of a date. Raises InvalidProcedureCall outside the calendar.
+/// Year, month and day of a date; its time of day does not count. Raises InvalidProcedureCall outside the calendar.
 inline CalendarDay DayOf(Date date) {
     const auto days = static_cast<std::int32_t>(InCalendar(WholeDays(date)).days);
     const std::chrono::year_month_day calendar{kDayZero + std::chrono::days{days}};
@@ -45,8 +47,11 @@ inline CalendarDay DayOf(Date date) {
             static_cast<std::int16_t>(static_cast<unsigned>(calendar.day()))};
 }
 
-/// The date of a day. Days and months beyond their ends continue into the next or the previous month or year. The
-/// result may be outside the calendar. Raises InvalidProcedureCall for a year beyond 30,000.
+/// The date of a day.
+/// Days and months beyond their ends continue into the next or the previous month or year: day 0 is the last day of
+/// the month before.
+/// The result may be outside the calendar.
+/// Raises InvalidProcedureCall for a year beyond 30,000.
 inline Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {
     const std::int32_t months = year * 12 + month - 1;
     const std::int32_t wholeYears = months >= 0 ? months / 12 : (months - 11) / 12;
@@ -59,19 +64,21 @@ inline Date DateOf(std::int32_t year, std::int32_t month, std::int32_t day) {
     return {static_cast<double>((first - kDayZero).count() + day - 1)};
 }
 
-/// The first day of the date's month. Raises InvalidProcedureCall outside the calendar.
+/// The first day of the date's month, without a time of day. Raises InvalidProcedureCall outside the calendar.
 inline Date FirstOfMonth(Date date) {
     const CalendarDay day = DayOf(date);
     return DateOf(day.year, day.month, 1);
 }
 
-/// The last day of the date's month. Raises InvalidProcedureCall outside the calendar.
+/// The last day of the date's month, without a time of day. Raises InvalidProcedureCall outside the calendar.
 inline Date LastOfMonth(Date date) {
     const CalendarDay day = DayOf(date);
     return DateOf(day.year, day.month + 1, 0);
 }
 
-/// The same day of another month, or the last day of a shorter month. Raises InvalidProcedureCall outside the calendar.
+/// The same day `months` later (or earlier, if negative), or the last day of a shorter month.
+/// The time of day is lost.
+/// Raises InvalidProcedureCall if either date is outside the calendar.
 inline Date MovedByMonths(Date date, std::int32_t months) {
     const CalendarDay day = DayOf(date);
     const Date first = InCalendar(DateOf(day.year, day.month + months, 1));
@@ -80,7 +87,7 @@ inline Date MovedByMonths(Date date, std::int32_t months) {
     return same < last ? same : last;
 }
 
-/// The day of the week; 0 is Monday.
+/// The day of the week; 0 is Monday, 6 is Sunday. The date must be one of the calendar.
 inline std::int32_t WeekdayOf(Date date) {
     const auto days = static_cast<std::int32_t>(WholeDays(date).days);
     return static_cast<std::int32_t>(std::chrono::weekday{kDayZero + std::chrono::days{days}}.iso_encoding()) - 1;

@@ -7,27 +7,32 @@
 
 namespace kwo::controls {
 
-/// The form of a calendar's picture box. It is asked before the month or the selection changes, and may refuse. A form
-/// that lacks the procedure, or whose procedure fails, refuses nothing.
+/// The form of a calendar's picture box.
+/// It is asked before the month or the selection changes, and may refuse.
 ///
-/// The form's procedure may call the calendar again.
+/// A form that lacks the procedure, or whose procedure fails, refuses nothing; its error is lost. The form's procedure
+/// may call the calendar again: read fields again afterwards.
 class MonthForm {
 public:
     /// Keeps references to both; they must outlive it.
     MonthForm(const PictureBox& box, platform::Conversions& conversions) : mBox(box), mConversions(conversions) {}
 
-    /// Sets the form; null for none.
+    /// Sets the form; null for none, which refuses nothing. Releasing the old form may run code of the host.
     void Assign(HostObjectRef form) { mForm = std::move(form); }
-    /// Calls "OnChangeMonth" with the month and year of `day`. True if the form sets Cancel.
+    /// Calls "OnChangeMonth" with the month and year of `day`.
+    /// True if the form sets Cancel to something that counts as true.
+    /// Raises InvalidProcedureCall for a day outside the calendar.
     bool RefusesMonth(Date day) const;
-    /// Calls "OnChangeDate". True if the form sets Cancel.
+    /// Calls "OnChangeDate". True if the form sets Cancel. What the form writes into the date does not count.
     bool RefusesDate(Date date) const;
 
 private:
+    /// The last argument is Cancel. Without a form, and after an error, nothing is refused.
     bool Refuses(TextView procedure, std::span<platform::Argument> arguments) const;
 
     const PictureBox& mBox;
     platform::Conversions& mConversions;
+    /// Null while there is no form.
     HostObjectRef mForm;
 };
 

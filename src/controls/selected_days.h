@@ -10,8 +10,9 @@ namespace kwo::controls {
 
 using platform::Rounded;
 
-/// The selected days, in the order in which they were selected. Dates that round to the same day are one. Raises
-/// Overflow for a date that does not fit 32 bits.
+/// The selected days, in the order in which they were selected.
+/// Dates that round to the same day are one; the date is kept as it was given first.
+/// Members that take a date raise Overflow if it does not fit 32 bits or is not a number; nothing has changed then.
 class SelectedDays {
 public:
     /// Whether the day is selected.
@@ -39,10 +40,14 @@ public:
     platform::Date First() const { return mDates.empty() ? platform::Date{} : mDates.begin()->second; }
 
 private:
+    /// The day that a date rounds to; halves go to the even one.
     static std::int32_t KeyOf(platform::Date date) { return Rounded<std::int32_t>(date.days); }
 
+    /// The place of each day in the order of selection.
     std::map<std::int32_t, std::uint64_t> mPlaces;
+    /// The date at each place, as it was given.
     std::map<std::uint64_t, platform::Date> mDates;
+    /// The next place. Places are never used again.
     std::uint64_t mNext = 0;
 };
 

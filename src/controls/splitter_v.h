@@ -10,43 +10,55 @@ namespace kwo::controls {
 
 using platform::TwipsPerPixel;
 
-/// A vertical bar between two panes of the caller's form. The caller forwards the mouse events of the bar and the
-/// resize event of the form. While the user drags the bar, an inverted line on the screen shows where it will be.
+/// A vertical bar between two panes of the caller's form.
+/// The caller forwards the mouse events of the bar and the resize event of the form. While the user drags the bar, an
+/// inverted line on the screen shows where it will be.
 ///
-/// Before Create has succeeded, nothing happens. Members raise what the host raises.
+///     KWOSplitterV splitter(component);
+///     splitter.Create(leftPane, rightPane, bar, {});
+///     splitter.MouseDown(1, x);           // then MouseMove, MouseUp
+///
+/// Before Create has succeeded, nothing happens. Members raise what the host raises. Places and sizes are in the units
+/// of the bar's container; it should be twips.
 class KWOSplitterV {
 public:
-    /// What Create may be told besides the controls. A missing value changes nothing.
+    /// What Create may be told besides the controls.
+    /// A missing value changes nothing: an earlier Create or property counts.
     struct Options {
-        Variant splitterSizeInPixels = platform::Missing();  ///< the width of the bar; 4 at first
-        Variant marginLeft = platform::Missing();            ///< this and the others: in the units of the container
+        /// The width of the bar; 4 at first.
+        Variant splitterSizeInPixels = platform::Missing();
+        /// This and the others: in the units of the container; 0 at first.
+        Variant marginLeft = platform::Missing();
         Variant marginTop = platform::Missing();
         Variant marginRight = platform::Missing();
         Variant marginBottom = platform::Missing();
     };
 
-    /// Reads the twips per pixel of the screen, once. `component` must outlive the object.
+    /// Reads the twips per pixel of the screen, once.
+    /// `component` must outlive the object. Sets the component's program name.
     explicit KWOSplitterV(component::Component& component);
 
     /// Takes the two panes and the bar, puts the panes into the bar's container, places the bar and fits the panes.
+    /// The object keeps all of them, the container and the form until the next Create or its own end.
     ///
-    /// Returns false, and stores nothing, if a pane is in something that is not a container. If the host raises an
-    /// error, an application-error box shows it and the result is false.
+    /// Returns false, and changes nothing, if a pane is in something that is not a container. If the host raises an
+    /// error, the error replaces the saved one, an application-error box shows it, and the result is false; the object
+    /// then lets go of the controls. What was moved by then stays moved.
     bool Create(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
                 const Options& options);
-    /// Fits the panes to the bar, unless the form is minimised. Skips what the host refuses. Does not change the bar's
-    /// height.
+    /// Fits the panes to the bar, unless the form is minimised.
+    /// A bar beyond the right limit moves in. Skips what the host refuses. Does not change the bar's height.
     void Resize();
-    /// Starts a drag if `button` is 1 (left). `x` is in the units of the bar, from its left edge.
+    /// Starts a drag if `button` is 1 (left), and draws the line. `x` is in the units of the bar, from its left edge.
     void MouseDown(std::int16_t button, float x);
-    /// Moves the line on the screen while the bar is dragged.
+    /// Moves the line on the screen while the bar is dragged. The line stays between the limits of the bar.
     void MouseMove(float x);
-    /// Ends a drag: moves the bar and fits the panes. The bar's height then comes from the container's width, which is
-    /// intended.
+    /// Ends a drag, whichever button is released: removes the line, moves the bar and fits the panes.
+    /// The bar's height then comes from the container's width, which is intended.
     void MouseUp(float x);
 
-    /// The gap between the left pane and the edge of the container, in the container's units. It is also the bar's
-    /// leftmost place. The four margins take effect at the next Resize.
+    /// The gap between the left pane and the edge of the container, in the container's units.
+    /// It is also the bar's leftmost place. The four margins take effect at the next Resize.
     float LeftMargin() const { return mLeftMargin; }
     void SetLeftMargin(float margin) { mLeftMargin = margin; }
     /// The gap above the panes and the bar.
@@ -60,13 +72,19 @@ public:
     void SetBottomMargin(float margin) { mBottomMargin = margin; }
 
 private:
+    /// The line on the screen, as long as one event is handled.
     class TrackingLine;
 
+    /// Create without the handling of errors.
     void Open(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
               const Options& options);
+    /// A property as a number.
     float Single(const HostObjectRef& object, TextView property) const;
+    /// Lets go of the caller's objects.
     void Forget();
+    /// Calls the object's method Move.
     void Move(const HostObjectRef& object, float left, float top, float width, float height) const;
+    /// What one pixel is in the units of the container, by one of its conversions.
     float UnitsPerPixel(TextView conversion) const;
     /// The nearest position that the bar may have.
     float Clamped(float position) const;
@@ -82,9 +100,12 @@ private:
     float mTopMargin = 0;
     float mRightMargin = 0;
     float mBottomMargin = 0;
+    /// Where the bar was grabbed, from its left edge.
     float mDownX = 0;
+    /// Where the line is, from the container's left edge.
     float mLastLinePos = 0;
     float mSplitterSizeInPixels = 4;
+    /// Units of the container to a pixel.
     float mUnitsPerPixelX = 0;
     bool mDragging = false;
     bool mCreated = false;

@@ -7,12 +7,16 @@
 namespace kwo::frame {
 
 /// For tests of what leaves marks on the call trace: keeps the names pushed and the lines written.
+/// It is on from the beginning.
 class RecordingTrace final : public CallTrace {
 public:
     RecordingTrace() { mOn = true; }
 
+    /// The routines that are entered now, the innermost last.
     std::vector<Text> routines;
+    /// All routines that were ever entered, in their order.
     std::vector<Text> pushed;
+    /// The lines written, as they were given: without time and indent.
     std::vector<Text> lines;
 
 private:

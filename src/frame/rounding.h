@@ -7,6 +7,7 @@
 namespace kwo::frame {
 
 /// The nearest whole number; halves go to the even neighbour, as automation rounds everywhere.
+/// Works for every value, negative ones too: -2.5 gives -2.
 constexpr std::int64_t RoundHalfEven(platform::Currency value) {
     constexpr std::int64_t kScale = platform::Currency::kScale;
     const std::int64_t whole = value.scaled / kScale;

@@ -16,16 +16,24 @@
 
 namespace kwo::messages {
 
-/// The numbered texts for the user, in the user's language. A companion component reads them from a file, once. Until
-/// then, and without a file, every number is undefined.
+/// The numbered texts for the user, in the user's language.
+/// A companion component reads them from a file, once.
+///
+///     messages.KWOInitialize();
+///     const Text text = messages.KWO_GetMsg(1930, values);
+///
+/// Until it is loaded, and without a file, every number is undefined.
 class MessageTable final : public frame::MessageLookup {
 public:
-    /// `programName` is the name by which messages are asked for; the first load sets it if it is empty. Keeps
-    /// references to all of these; they must outlive the table.
+    /// `programName` is the name by which messages are asked for; the first load sets it if it is empty.
+    /// Keeps references to all of these; they must outlive the table. They need not be constructed yet, but for
+    /// `services`.
     MessageTable(const platform::Platform& services, frame::HostIdentity& identity, frame::MKWORoutines& routines,
                  MKWOLocale& locale, frame::ApiResult& apiResult, Text& programName);
 
-    /// Loads the table at the first call; later calls do nothing. A missing file leaves the table empty.
+    /// Loads the table at the first call; later calls do nothing.
+    /// A missing file leaves the table empty. Loads the locale settings first, because the user's language chooses the
+    /// texts.
     ///
     /// Raises what creating or calling the companion raises, and TypeMismatch, Overflow or SubscriptOutOfRange for a
     /// malformed answer. Later calls raise the same error without another try, until ForgetFailure.
@@ -33,13 +41,17 @@ public:
     /// Makes the next KWOInitialize try again after a failure.
     void ForgetFailure() { mFailure.reset(); }
     /// The text of `msgNo` with every "%1", "%2" ... replaced by the values; "Undefined Message" if there is none.
-    /// Loads nothing. Raises TypeMismatch for a value that cannot be converted to text.
+    /// Inserted text is not searched again, and a marker without a value stays.
+    /// Loads nothing. An error value is shown as its number.
+    /// Raises TypeMismatch for any other value that cannot be converted to text.
     Text KWO_GetMsg(std::int32_t msgNo, std::span<const platform::Variant> args = {}) const;
 
-    /// As KWO_GetMsg, but nothing as long as no file was loaded.
+    /// As KWO_GetMsg, but nothing as long as no file was loaded. Raises nothing but lack of memory.
     std::optional<Text> LoadedMessage(std::int32_t number, std::span<const Text> values = {}) override;
 
-    /// Sets the path of the message file, before the first load. Without it the load chooses the path.
+    /// Sets the path of the message file, before the first load.
+    /// Without it the load chooses the path: KWOInit.nls beside the host's executable, or in other places inside the
+    /// development environment.
     void SetMsgFilePath(TextView path) {
         mMsgFilePath = path;
         ForgetFailure();
@@ -48,11 +60,17 @@ public:
     const Text& MsgFilePath() const { return mMsgFilePath; }
 
 private:
+    /// Creates the companion and asks it; a table without texts takes the place of a missing file.
     void LoadByCompanion();
+    /// Where the file should be. It need not be there.
     Text DefaultFilePath();
+    /// False also for what cannot be looked at.
     bool IsFile(const Text& path);
+    /// Sets the program name if it is empty, and replaces the names that stand for another program.
     void ChooseProgramName();
+    /// False if the companion finds no file.
     bool Load(platform::HostObject& companion);
+    /// "Undefined Message" if there is none.
     Text TextOf(std::int32_t msgNo) const;
 
     platform::HostApplication& mHost;
@@ -64,10 +82,14 @@ private:
     frame::ApiResult& mApiResult;
     Text& mProgramName;
 
+    /// A load succeeded, with or without a file.
     bool mInitialised = false;
+    /// A file was loaded.
     bool mLoaded = false;
+    /// Why the last load failed, to be raised again.
     std::optional<platform::ComponentError> mFailure;
     Text mMsgFilePath;
+    /// The texts by number; null before the first load.
     std::shared_ptr<const platform::TextArray> mTextArray;
 };
 

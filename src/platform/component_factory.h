@@ -5,13 +5,16 @@
 
 namespace kwo::platform {
 
-/// Creates objects of other automation components on this machine.
+/// Creates objects of other automation components on this machine. The message table uses it to reach the companion.
 class ComponentFactory {
 public:
     virtual ~ComponentFactory() = default;
 
-    /// Creates an object of the class with this programmatic identifier. Raises CannotCreateObject if there is no such
-    /// class or it cannot create one.
+    /// Creates an object of the class with this programmatic identifier, such as "Vendor.Class".
+    /// Upper and lower case are the same. The server may be a DLL or a program; starting one can take seconds and may
+    /// process messages. Never returns null.
+    /// Raises CannotCreateObject (429) if there is no such class, if it cannot create an object, or if the object has
+    /// no late-bound interface.
     virtual HostObjectRef Create(TextView programmaticId) = 0;
 };
 

@@ -4,7 +4,7 @@
 
 namespace kwo::platform {
 
-/// The codes of keys as key events carry them: the system's virtual key codes.
+/// The codes of keys as the host's key events carry them: the system's virtual key codes (VK_).
 struct Key {
     static constexpr std::int16_t kEnter = 13;
     static constexpr std::int16_t kSpace = 32;
@@ -21,9 +21,12 @@ class Keyboard {
 public:
     virtual ~Keyboard() = default;
 
-    /// Presses the Tab key, which moves the focus to the next control, or with `backwards` Shift+Tab, which moves it to
-    /// the previous one. Keys that the user holds meanwhile (Shift, Ctrl, Alt, the logo key) do not count. The program
-    /// with the focus receives the keys.
+    /// Presses the Tab key, which moves the focus to the next control, or with `backwards` Shift+Tab, which moves it
+    /// to the previous one.
+    /// Keys that the user holds meanwhile (Shift, Ctrl, Alt, the logo key) do not count; they are down again
+    /// afterwards.
+    /// Returns before the focus has moved: the keys wait in the input queue. The program with the focus then receives
+    /// them, whichever it is. If the system refuses the keys, nothing happens.
     virtual void SendTab(bool backwards) = 0;
 };
 

@@ -7,12 +7,12 @@
 
 namespace kwo::platform {
 
-/// The user's locale settings and time zone.
+/// The user's locale settings and time zone. Each call asks the system again, so a change shows at once.
 class LocaleSource {
 public:
-    /// When daylight-saving time begins or ends, as the system's time-zone record says it: the `day`th `dayOfWeek` of
-    /// the month or, if `year` is not 0, a date. A `month` of 0 means that the zone has no change, a `day` of 5 without
-    /// a year the last such day of the month.
+    /// When daylight-saving time begins or ends, as the system's time-zone record says it, in local time.
+    /// With `year` 0 it is the `day`th `dayOfWeek` of the month in every year; a `day` of 5 means the last one of the
+    /// month. With another `year` it is that one date. A `month` of 0 means that the zone has no change.
     struct ChangeDate {
         std::uint16_t year = 0;
         std::uint16_t month = 0;
@@ -22,7 +22,9 @@ public:
         std::uint16_t minute = 0;
         friend bool operator==(const ChangeDate&, const ChangeDate&) = default;
     };
-    /// A time zone. Biases are minutes: local time plus the bias is UTC.
+    /// A time zone.
+    /// Biases are minutes: local time plus `bias` plus the bias of the season is UTC. The names are in the user's
+    /// language.
     struct TimeZone {
         std::int32_t bias = 0;
         Text standardName;
@@ -35,11 +37,14 @@ public:
 
     virtual ~LocaleSource() = default;
 
-    /// A setting of the user's locale (GetLocaleInfoA). `type` is the system's LCTYPE. Returns nothing if the text and
-    /// its terminating zero do not fit `capacity` bytes, or if the call fails.
+    /// A setting of the user's locale (GetLocaleInfoA).
+    /// `type` is the system's LCTYPE.
+    /// Returns nothing if the text and its terminating zero do not fit `capacity` bytes, if `capacity` is 0, or if the
+    /// call fails; the last-error value says why.
     virtual std::optional<Text> Setting(std::uint32_t type, std::uint32_t capacity) = 0;
-    /// Fills `zone` (GetTimeZoneInformation). Returns 1 in standard time, 2 in daylight-saving time, 0 if the zone has
-    /// none. 0xFFFFFFFF means failure; `zone` then stays.
+    /// Fills `zone` (GetTimeZoneInformation).
+    /// Returns 1 in standard time, 2 in daylight-saving time, 0 if the zone has none.
+    /// 0xFFFFFFFF means failure; `zone` then stays.
     virtual std::uint32_t QueryTimeZone(TimeZone& zone) = 0;
 };
 

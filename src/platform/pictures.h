@@ -6,7 +6,11 @@
 
 namespace kwo::platform {
 
-/// Reads picture objects of the host. Both calls raise whatever the object raises.
+/// Reads picture objects of the host.
+/// Both calls may run code of the host.
+///
+/// Both raise whatever the object raises. Any object may be passed: one without the member raises NoSuchMember, one
+/// whose member is not a number TypeMismatch, and one whose number does not fit 32 bits Overflow.
 class Pictures {
 public:
     /// The Type of an icon.
@@ -14,9 +18,11 @@ public:
 
     virtual ~Pictures() = default;
 
-    /// The type of the picture: 0 none, 1 bitmap, 2 metafile, 3 icon, 4 enhanced metafile.
+    /// The type of the picture: 0 none, 1 bitmap, 2 metafile, 3 icon, 4 enhanced metafile; -1 if the picture was never
+    /// set up.
     virtual std::int32_t Type(HostObject& picture) = 0;
-    /// The system's handle of the picture. The picture object owns it: keep the object as long as the handle is used.
+    /// The system's handle of the picture; 0 for an empty one.
+    /// The picture object owns it: keep the object as long as the handle is used.
     virtual Handle NativeHandle(HostObject& picture) = 0;
 };
 

@@ -8,8 +8,9 @@
 
 namespace kwo::platform {
 
-/// The nearest whole number; halves go to the even one. Raises Overflow if it does not fit the type, and for a value
-/// that is not a number.
+/// The nearest whole number; halves go to the even one, as automation rounds everywhere.
+/// `Whole` is a type of at most 32 bits.
+/// Raises Overflow if the number does not fit that type, and for a value that is not a number.
 template <class Whole>
 Whole Rounded(double value) {
     const double nearest = std::nearbyint(value);
@@ -19,7 +20,7 @@ Whole Rounded(double value) {
     return static_cast<Whole>(nearest);
 }
 
-/// `value` as a smaller type. Raises Overflow if it does not fit.
+/// `value` as a smaller type, unchanged. Raises Overflow if it does not fit.
 template <class Whole>
 Whole Narrowed(std::int64_t value) {
     if (value != static_cast<Whole>(value)) RaiseRuntime(RuntimeError::Overflow);

@@ -4,7 +4,8 @@
 
 namespace kwo::timers {
 
-/// The services with another clock and other timers.
+/// The services of `from` with another clock and other timers, for tests that let time behave as no desktop does.
+/// `clock` and `timers` must outlive the result.
 inline platform::Platform WithTime(const platform::Platform& from, platform::Clock& clock,
                                    platform::TimerService& timers) {
     struct Doubled : platform::Platform {

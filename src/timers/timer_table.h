@@ -11,17 +11,28 @@ namespace kwo::timers {
 
 /// One pending tick or alarm, or a free place for one.
 struct TimerRow {
+    /// kTick or kAlarm, or kFree; the other members then mean nothing.
     RowType type = kFree;
-    std::int32_t interval = 0;   ///< milliseconds between ticks; 0 for an alarm
-    std::int32_t itemData = 0;   ///< the alarm's tag; 0 for a tick
-    OwnerRef timer;              ///< keeps the owner alive while the row is used
-    platform::Milliseconds due;  ///< on the millisecond clock
+    /// Milliseconds between ticks; 0 for an alarm.
+    std::int32_t interval = 0;
+    /// The alarm's tag; 0 for a tick.
+    std::int32_t itemData = 0;
+    /// Keeps the owner alive while the row is used; empty in a free row.
+    OwnerRef timer;
+    /// On the millisecond clock.
+    platform::Milliseconds due;
 };
 
 /// The rows of the timer registry, numbered from 1 to SlotCount.
+/// A row keeps its number as long as it is used.
+///
+///     table.Take({kAlarm, 0, tag, OwnerRef(owner), due});
+///     const std::int32_t row = table.FirstDue(now);
+///     if (row != TimerTable::kNoRow) const OwnerRef last = table.Free(row);
 ///
 /// Indexes by due time, by owner and by tag keep every operation fast, however many rows there are. An owner has at
 /// most one tick row and at most one alarm row for each tag; the caller sees to that.
+/// The table calls no owner but to count references.
 class TimerTable {
 public:
     /// No row.
@@ -35,11 +46,14 @@ public:
     const TimerRow& Row(std::int32_t row) const { return mRows[Index(row)].row; }
 
     /// Adds two free rows.
+    /// Raises Overflow beyond the numbers that 32 bits hold, and std::bad_alloc; the rows then stay as they were.
     void Grow();
-    /// Puts `row` into the first free place, or a new one. If memory runs out, nothing changes.
+    /// Puts `row` into the free place with the lowest number, or a new one.
+    /// `row` must be a tick or an alarm with an owner.
+    /// Raises as Grow does if there is no free place. `row` is then dropped and the used rows are as before.
     void Take(TimerRow row);
-    /// Frees a used row and returns its reference to the owner. Destroy the reference last: it may end the owner and
-    /// call back.
+    /// Frees a used row and returns its reference to the owner.
+    /// Destroy the reference last: it may end the owner and call back.
     [[nodiscard]] OwnerRef Free(std::int32_t row);
     /// Sets the due time of a used row.
     void SetDue(std::int32_t row, platform::Milliseconds due);
@@ -79,8 +93,10 @@ private:
     std::vector<Slot> mRows;
     std::int32_t mActiveCount = 0;
     DueIndex mDue;
-    std::vector<std::int32_t> mFree;       ///< a heap, the lowest row on top
-    std::vector<std::int32_t> mHashHeads;  ///< a power of two
+    /// A heap of the free rows, the lowest on top.
+    std::vector<std::int32_t> mFree;
+    /// The first alarm row of each hash. Their number is a power of two.
+    std::vector<std::int32_t> mHashHeads;
 };
 
 }  // namespace kwo::timers
