@@ -484,6 +484,69 @@ TEST_F(Registration, AProgrammaticIdentifierTakenFromAnotherVendorIsGivenBack) {
     EXPECT_EQ(Difference(before, Now()), "");
 }
 
+TEST_F(Registration, ADescriptionWithoutAClassIsGivenBack) {
+    Put(L"KWOUtil.KWOTimer", L"", L"Another timer");
+    Put(L"KWOUtil.KWOTimer\\CurVer", L"", L"KWOUtil.KWOTimer.3");
+    const Snapshot before = Now();
+
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer"), L"KWOUtil.KWOTimer");
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
+TEST_F(Registration, AnExpandableTextIsGivenBackAsOne) {
+    for (const std::wstring key : {L"KWOUtil.KWOTimer", L"KWOUtil.KWOTimer\\CLSID"}) {
+        MakeKey(key);
+        constexpr wchar_t kText[] = L"%another%";
+        ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, Below(key).c_str(), nullptr, REG_EXPAND_SZ, kText, sizeof(kText)),
+                  ERROR_SUCCESS);
+    }
+    const Snapshot before = Now();
+
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
+TEST_F(Registration, AnEmptyDescriptionIsGivenBack) {
+    Put(L"KWOUtil.KWOTimer", L"", L"");
+    Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"");
+    const Snapshot before = Now();
+
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
+TEST_F(Registration, ADescriptionThatChangedMeanwhileStays) {
+    Put(L"KWOUtil.KWOTimer", L"", L"Another timer");
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    Put(L"KWOUtil.KWOTimer", L"", L"A later timer");
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer"), L"A later timer");
+    EXPECT_EQ(At(L"KWOUtil.KWOTimer", L"Replaced"), L"(none)");
+    EXPECT_FALSE(Has(L"KWOUtil.KWOTimer\\CLSID"));
+}
+
+TEST_F(Registration, UnregisteringWithoutARegistrationLeavesAnotherVendorsClass) {
+    Put(L"KWOUtil.KWOTimer", L"", L"KWOUtil.KWOTimer");
+    Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{another class}");
+    Put(L"CLSID\\{another class}", L"", L"KWOUtil.KWOTimer");
+    Put(L"CLSID\\{another class}\\InprocServer32", L"", ThisProgram());
+    const Snapshot before = Now();
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
 TEST_F(Registration, AProgrammaticIdentifierThatAnotherVendorTookOverStays) {
     Put(L"KWOUtil.KWOTimer", L"", L"Another timer");
     Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{another class}");

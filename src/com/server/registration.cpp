@@ -14,7 +14,7 @@ namespace {
 constexpr wchar_t kClassesKey[] = L"Software\\Classes";
 /// Which shared keys did not exist before, so that unregistering can remove them.
 constexpr wchar_t kKeysMade[] = L"KeysMade";
-/// The class that a programmatic identifier named before it named ours.
+/// The value that a key of a programmatic identifier had before it got ours.
 constexpr wchar_t kReplaced[] = L"Replaced";
 
 struct Value {
@@ -200,24 +200,27 @@ void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vecto
     }
 }
 
-/// Remembers the class that had the programmatic identifier before, so that it gets it back when ours is unregistered.
+/// Remembers the class and the description that the programmatic identifier had before, so that it gets them back when
+/// ours is unregistered.
 void RememberReplaced(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
                       const ServerDescription::Class& one) {
-    const std::wstring before = TextAt(store, layout.ProgIdClassKey(one));
-    if (before.empty() || AreSame(before, one.clsid)) return;
-    changes.SetValue(layout.ProgIdClassKey(one), kReplaced, StoredValue::OfText(before));
-    const std::wstring text = TextAt(store, layout.Path(one.progId));
-    changes.SetValue(layout.Path(one.progId), kReplaced, StoredValue::OfText(text));
+    StoredValue classBefore;
+    StoredValue textBefore;  // REG_NONE if there was none
+    const bool otherClass = store.GetValue(layout.ProgIdClassKey(one), L"", classBefore) == ERROR_SUCCESS &&
+                            !AreSame(classBefore.Text(), one.clsid);
+    const bool otherText = store.GetValue(layout.Path(one.progId), L"", textBefore) == ERROR_SUCCESS &&
+                           !AreSame(textBefore.Text(), one.progId);
+    if (otherClass) changes.SetValue(layout.ProgIdClassKey(one), kReplaced, classBefore);
+    if (otherClass || otherText) changes.SetValue(layout.Path(one.progId), kReplaced, textBefore);
 }
 
+/// Gives back what RememberReplaced remembered, unless there is another value by now.
 void RestoreReplaced(RegistryChanges& changes, RegistrationStore& store, const std::wstring& key) {
     StoredValue before;
     if (store.GetValue(key, kReplaced, before) != ERROR_SUCCESS) return;
-    if (before.Text().empty()) {
-        changes.DeleteValue(key, L"");
-    } else {
-        changes.SetValue(key, L"", before);
-    }
+    StoredValue now;
+    const bool isFree = store.GetValue(key, L"", now) == ERROR_FILE_NOT_FOUND;
+    if (isFree && before.type != REG_NONE) changes.SetValue(key, L"", before);
     changes.DeleteValue(key, kReplaced);
 }
 
@@ -228,12 +231,12 @@ void RemoveProgId(RegistryChanges& changes, RegistrationStore& store, const Layo
     if (!AreSame(TextAt(store, classKey), one.clsid)) {
         changes.DeleteValue(classKey, kReplaced);
         changes.DeleteValue(layout.Path(one.progId), kReplaced);
-    } else if (TextAt(store, classKey, kReplaced).empty()) {
-        Remove(changes, store, layout.ProgIdKeys(one));
-    } else {
-        RestoreReplaced(changes, store, classKey);
-        RestoreReplaced(changes, store, layout.Path(one.progId));
+        return;
     }
+    // A key with a remembered value is not empty, so it stays.
+    Remove(changes, store, layout.ProgIdKeys(one));
+    RestoreReplaced(changes, store, classKey);
+    RestoreReplaced(changes, store, layout.Path(one.progId));
 }
 
 void RemoveClasses(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
