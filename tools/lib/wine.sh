@@ -12,8 +12,8 @@ wine_path() {
 }
 
 # choose_wine BITS PREFIX [TREE]: sets kwo_wine, the words that start a program, kwo_wineserver, and kwo_preset, the
-# build of that bitness. The 32-bit Wine lives in a tree of its own. Nothing of the user's own Wine settings gets in,
-# and nothing is written to the home folder.
+# build of that bitness; KWO_FLAVOUR names another than the usual one. The 32-bit Wine lives in a tree of its own. Nothing
+# of the user's own Wine settings gets in, and nothing is written to the home folder.
 choose_wine() {
     local loader server settings
     kwo_bits=$1 kwo_prefix=$2
@@ -21,11 +21,11 @@ choose_wine() {
         "HOME=$KWO_ROOT/build/home" "WINEPREFIX=$kwo_prefix" "WINEDEBUG=${KWO_WINEDEBUG:--all}"
         'WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=;winemenubuilder.exe=')
     if ((kwo_bits == 64)); then
-        kwo_preset=x64
+        kwo_preset=x64${KWO_FLAVOUR:-}
         loader=/usr/lib/wine/wine64 server=/usr/lib/wine/wineserver64
         [[ -x $loader && -x $server ]] || loader=$(command -v wine64) server=$(command -v wineserver)
     else
-        kwo_preset=x86
+        kwo_preset=x86${KWO_FLAVOUR:-}
         loader=$3/usr/lib/wine/wine server=$3/usr/lib/wine/wineserver32
         settings+=(WINEARCH=win32 "LD_LIBRARY_PATH=$3/usr/lib/i386-linux-gnu:$3/lib/i386-linux-gnu")
     fi
