@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "controls/selected_days.h"
 #include "platform/simulated/calendar.h"
 #include "support/raised.h"
 

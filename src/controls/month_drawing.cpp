@@ -1,6 +1,5 @@
 #include "controls/month_drawing.h"
 
-#include "controls/month_grid.h"
 #include "frame/text_routines.h"
 
 namespace kwo::controls {

@@ -4,6 +4,7 @@
 
 #include "controls/month_dates.h"
 #include "controls/picture_box.h"
+#include "platform/component_error.h"
 
 namespace kwo::controls {
 
@@ -35,5 +36,27 @@ private:
     /// Null while there is no form.
     HostObjectRef mForm;
 };
+
+inline bool MonthForm::RefusesMonth(Date day) const {
+    const CalendarDay asked = DayOf(day);
+    platform::Argument arguments[] = {{mBox.Object()}, {asked.month, false}, {asked.year, false}, {false}};
+    return Refuses(u"OnChangeMonth", arguments);
+}
+
+inline bool MonthForm::RefusesDate(Date date) const {
+    // Intended: sent even if notifications are off; the switch is for months only.
+    platform::Argument arguments[] = {{mBox.Object()}, {date}, {false}};
+    return Refuses(u"OnChangeDate", arguments);
+}
+
+inline bool MonthForm::Refuses(TextView procedure, std::span<platform::Argument> arguments) const {
+    if (mForm == nullptr) return false;
+    try {
+        mForm->Notify(procedure, arguments);
+        return mConversions.ToBoolean(arguments.back().value);
+    } catch (const platform::ComponentError&) {
+        return false;
+    }
+}
 
 }  // namespace kwo::controls

@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "controls/month_dates.h"
-#include "controls/selected_days.h"
 
 namespace kwo::controls {
 

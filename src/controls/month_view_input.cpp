@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "controls/month_grid.h"
 #include "platform/clock.h"
 #include "platform/component_error.h"
 #include "platform/keyboard.h"
