@@ -113,6 +113,7 @@ check 'headers are guarded' headers_are_guarded
 check 'assertions name the expected value second' expected_stands_second
 check 'no blanks at the end of a line' texts_are_tidy
 check 'every service of the platform has a contract' every_service_has_a_contract
+check 'the reference is what the sources say' "$KWO_ROOT/tools/make_reference.py" --check
 check 'subjects of commits are short' subjects_are_short
 commands=$KWO_ROOT/build/clang
 if [[ -f $commands/compile_commands.json ]] || cmake --preset clang >"$(log_of configure)" 2>&1; then

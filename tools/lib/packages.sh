@@ -31,6 +31,7 @@ KWO_LINT_PACKAGES=(
     'clang-tidy clang-tidy'
     'shellcheck shellcheck'
     'perl perl'
+    'python3 python3'
 )
 # Only the 32-bit Wine tree needs them, and it may be missing.
 KWO_WINE32_PACKAGES=(
