@@ -44,6 +44,20 @@ KWO_BENCH_PACKAGES=(
     'libuv1-dev /usr/include/uv.h'
     'libevent-dev /usr/include/event2/event.h'
 )
+# What puts the package together, but not the manual.
+KWO_PACKAGE_TEST_PACKAGES=(
+    'git git'
+    'perl perl'
+    'python3 python3'
+    'wixl wixl'
+    'msitools msibuild'
+)
+KWO_PACKAGE_PACKAGES=(
+    "${KWO_PACKAGE_TEST_PACKAGES[@]}"
+    'pandoc pandoc'
+    'zip zip'
+    'unzip unzip'
+)
 KWO_FUZZ_PACKAGES=(
     'clang clang++'
     'libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a'

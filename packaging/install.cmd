@@ -1,0 +1,143 @@
+@echo off
+rem Installs KWOUtil.
+rem   install.cmd              for the current user; needs no rights
+rem   install.cmd /machine     for everybody on this computer; needs an administrator
+rem   /quiet                   does not wait for a key at the end
+rem The exit code is 0 if KWOUtil is installed, and 1 if not. A text on the screen says why.
+setlocal
+set "FROM=%~dp0"
+set "SCOPE=user"
+set "QUIET="
+set "MADE="
+set "PROBLEM="
+
+:arguments
+if "%~1"=="" goto checked
+if /i "%~1"=="/machine" (
+    set "SCOPE=machine"
+    shift
+    goto arguments
+)
+if /i "%~1"=="/quiet" (
+    set "QUIET=yes"
+    shift
+    goto arguments
+)
+echo Unknown switch: %1
+echo Type install.cmd to install for yourself, or install.cmd /machine to install for everybody.
+exit /b 1
+
+:checked
+if "%SCOPE%"=="user" set "FOLDER=%LOCALAPPDATA%\Programs\KWOUtil"
+if "%SCOPE%"=="machine" set "FOLDER=%ProgramFiles%\KWOUtil"
+rem A 32-bit command prompt on 64-bit Windows has the 32-bit folder in that variable.
+if "%SCOPE%"=="machine" if defined ProgramW6432 set "FOLDER=%ProgramW6432%\KWOUtil"
+
+if not exist "%FROM%x64\KWOUtil.dll" goto incomplete
+if not exist "%FROM%x86\KWOUtil.dll" goto incomplete
+
+rem Which bitnesses this Windows runs, and the program that registers each.
+set "REGISTER64="
+set "REGISTER32="
+if /i "%PROCESSOR_ARCHITECTURE%"=="AMD64" set "REGISTER64=%SystemRoot%\System32\regsvr32.exe"
+if /i "%PROCESSOR_ARCHITEW6432%"=="AMD64" set "REGISTER64=%SystemRoot%\Sysnative\regsvr32.exe"
+if exist "%SystemRoot%\SysWOW64\regsvr32.exe" set "REGISTER32=%SystemRoot%\SysWOW64\regsvr32.exe"
+if not defined REGISTER32 if not defined REGISTER64 set "REGISTER32=%SystemRoot%\System32\regsvr32.exe"
+
+if not exist "%FOLDER%\" set "MADE=yes"
+if not exist "%FOLDER%\x64\" mkdir "%FOLDER%\x64" 2>nul
+if not exist "%FOLDER%\x64\" goto nofolder
+if not exist "%FOLDER%\x86\" mkdir "%FOLDER%\x86" 2>nul
+if not exist "%FOLDER%\x86\" goto nofolder
+
+for %%b in (x64 x86) do (
+    for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe) do (
+        copy /y "%FROM%%%b\%%f" "%FOLDER%\%%b\%%f" >nul 2>nul
+        if errorlevel 1 set "PROBLEM=%FOLDER%\%%b\%%f"
+    )
+)
+for %%f in (README.txt LICENSE.txt uninstall.cmd) do (
+    copy /y "%FROM%%%f" "%FOLDER%\%%f" >nul 2>nul
+    if errorlevel 1 set "PROBLEM=%FOLDER%\%%f"
+)
+if defined PROBLEM goto nocopy
+
+if defined REGISTER64 call :register "%REGISTER64%" x64 KWOUtil.dll
+if defined PROBLEM goto noregister
+if defined REGISTER64 call :register "%REGISTER64%" x64 KWOInit.dll
+if defined PROBLEM goto noregister
+if defined REGISTER32 call :register "%REGISTER32%" x86 KWOUtil.dll
+if defined PROBLEM goto noregister
+if defined REGISTER32 call :register "%REGISTER32%" x86 KWOInit.dll
+if defined PROBLEM goto noregister
+
+if "%SCOPE%"=="user" echo KWOUtil is installed for you, in "%FOLDER%"
+if "%SCOPE%"=="machine" echo KWOUtil is installed for everybody on this computer, in "%FOLDER%"
+if not defined REGISTER64 echo Only 32-bit programs can use it, because this is not a 64-bit Windows for Intel or AMD processors.
+if not defined REGISTER32 echo Only 64-bit programs can use it, because this Windows runs no 32-bit programs.
+echo To remove it, start uninstall.cmd in that folder.
+call :wait
+exit /b 0
+
+rem :register PROGRAM BITNESS FILE
+:register
+set "SWITCHES=/s /n /i:user"
+if "%SCOPE%"=="machine" set "SWITCHES=/s"
+"%~1" %SWITCHES% "%FOLDER%\%~2\%~3"
+set "CODE=%ERRORLEVEL%"
+if not "%CODE%"=="0" set "PROBLEM=%FOLDER%\%~2\%~3"
+exit /b 0
+
+:incomplete
+echo KWOUtil was not installed: there are files missing beside install.cmd.
+echo What to do: unpack the whole ZIP file into a folder, and start install.cmd there.
+goto failed
+
+:nofolder
+echo KWOUtil was not installed: Windows does not let you create the folder
+echo     "%FOLDER%"
+if "%SCOPE%"=="user" echo What to do: check that your disk is not full, and that you may write to this folder.
+if "%SCOPE%"=="machine" echo What to do: open the command prompt with "Run as administrator", and start install.cmd /machine there.
+if "%SCOPE%"=="machine" echo Or start install.cmd without /machine, to install only for yourself.
+if defined MADE rd "%FOLDER%\x86" "%FOLDER%\x64" "%FOLDER%" 2>nul
+goto failed
+
+:nocopy
+echo KWOUtil was not installed completely: this file could not be written:
+echo     "%PROBLEM%"
+echo What to do: close all programs that use KWOUtil, and start install.cmd again.
+if "%SCOPE%"=="machine" echo If that does not help, open the command prompt with "Run as administrator" first.
+if defined MADE call :undo
+goto failed
+
+:noregister
+echo KWOUtil was not installed: Windows could not register this file:
+echo     "%PROBLEM%"
+if "%CODE%"=="3" echo Windows could not load it: it is damaged, or a virus scanner holds it back.
+if "%CODE%"=="3" echo What to do: unpack the ZIP file again, and start install.cmd again.
+if "%CODE%"=="4" echo The file is damaged.
+if "%CODE%"=="4" echo What to do: unpack the ZIP file again, and start install.cmd again.
+if "%CODE%"=="5" if "%SCOPE%"=="machine" echo Windows does not let you write to the registry of the whole computer.
+if "%CODE%"=="5" if "%SCOPE%"=="machine" echo What to do: open the command prompt with "Run as administrator", and start install.cmd /machine there.
+if "%CODE%"=="5" if "%SCOPE%"=="machine" echo Or start install.cmd without /machine, to install only for yourself.
+if "%CODE%"=="5" if "%SCOPE%"=="user" echo Windows does not let you write to your part of the registry.
+if "%CODE%"=="5" if "%SCOPE%"=="user" echo What to do: ask the administrator of this computer to allow it, or to start install.cmd /machine.
+echo The program regsvr32.exe ended with exit code %CODE%.
+if defined MADE call :undo
+goto failed
+
+:undo
+rem What cannot be loaded cannot be unregistered either.
+del /f /q "%PROBLEM%" >nul 2>nul
+set "SWITCH="
+if "%SCOPE%"=="machine" set "SWITCH=/machine"
+call "%FROM%uninstall.cmd" %SWITCH% /quiet >nul 2>nul
+exit /b 0
+
+:failed
+call :wait
+exit /b 1
+
+:wait
+if not defined QUIET pause
+exit /b 0

@@ -1,0 +1,113 @@
+@echo off
+rem Removes KWOUtil.
+rem   uninstall.cmd              what install.cmd has installed for the current user
+rem   uninstall.cmd /machine     what install.cmd /machine has installed; needs an administrator
+rem   /quiet                     does not wait for a key at the end
+rem It deletes the files that install.cmd has copied and nothing else. The exit code is 0 if KWOUtil is removed, and 1 if
+rem not. A text on the screen says why.
+setlocal
+set "SCOPE=user"
+set "QUIET="
+set "PROBLEM="
+set "HERE=%~dp0"
+
+:arguments
+if "%~1"=="" goto checked
+if /i "%~1"=="/machine" (
+    set "SCOPE=machine"
+    shift
+    goto arguments
+)
+if /i "%~1"=="/quiet" (
+    set "QUIET=yes"
+    shift
+    goto arguments
+)
+echo Unknown switch: %1
+echo Type uninstall.cmd to remove what you have installed for yourself, or uninstall.cmd /machine.
+exit /b 1
+
+:checked
+set "MACHINEFOLDER=%ProgramFiles%\KWOUtil"
+rem A 32-bit command prompt on 64-bit Windows has the 32-bit folder in that variable.
+if defined ProgramW6432 set "MACHINEFOLDER=%ProgramW6432%\KWOUtil"
+rem Started by a double click where it was installed for everybody, it removes that.
+if /i "%HERE%"=="%MACHINEFOLDER%\" set "SCOPE=machine"
+if "%SCOPE%"=="user" set "FOLDER=%LOCALAPPDATA%\Programs\KWOUtil"
+if "%SCOPE%"=="machine" set "FOLDER=%MACHINEFOLDER%"
+if not exist "%FOLDER%\" goto nothing
+
+set "REGISTER64="
+set "REGISTER32="
+if /i "%PROCESSOR_ARCHITECTURE%"=="AMD64" set "REGISTER64=%SystemRoot%\System32\regsvr32.exe"
+if /i "%PROCESSOR_ARCHITEW6432%"=="AMD64" set "REGISTER64=%SystemRoot%\Sysnative\regsvr32.exe"
+if exist "%SystemRoot%\SysWOW64\regsvr32.exe" set "REGISTER32=%SystemRoot%\SysWOW64\regsvr32.exe"
+if not defined REGISTER32 if not defined REGISTER64 set "REGISTER32=%SystemRoot%\System32\regsvr32.exe"
+
+if defined REGISTER64 call :unregister "%REGISTER64%" x64 KWOInit.dll
+if defined REGISTER64 call :unregister "%REGISTER64%" x64 KWOUtil.dll
+if defined REGISTER32 call :unregister "%REGISTER32%" x86 KWOInit.dll
+if defined REGISTER32 call :unregister "%REGISTER32%" x86 KWOUtil.dll
+if defined PROBLEM goto noregister
+
+for %%b in (x64 x86) do (
+    for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe) do (
+        if exist "%FOLDER%\%%b\%%f" del /f /q "%FOLDER%\%%b\%%f" >nul 2>nul
+        if exist "%FOLDER%\%%b\%%f" set "PROBLEM=%FOLDER%\%%b\%%f"
+    )
+    rd "%FOLDER%\%%b" 2>nul
+)
+if defined PROBLEM goto nodelete
+for %%f in (README.txt LICENSE.txt) do (
+    if exist "%FOLDER%\%%f" del /f /q "%FOLDER%\%%f" >nul 2>nul
+)
+echo KWOUtil is removed.
+call :wait
+rem This file goes last. If it runs from that folder, another command deletes it when this one has ended.
+if /i "%HERE%"=="%FOLDER%\" (
+    cd /d "%SystemRoot%"
+    start "" /b cmd /c "ping -n 3 127.0.0.1 >nul 2>nul & del /f /q "%FOLDER%\uninstall.cmd" & rd "%FOLDER%" 2>nul"
+    exit /b 0
+)
+if exist "%FOLDER%\uninstall.cmd" del /f /q "%FOLDER%\uninstall.cmd" >nul 2>nul
+rd "%FOLDER%" 2>nul
+if exist "%FOLDER%\" echo The folder "%FOLDER%" stays, because it contains files that install.cmd has not copied.
+exit /b 0
+
+rem :unregister PROGRAM BITNESS FILE
+:unregister
+if not exist "%FOLDER%\%~2\%~3" exit /b 0
+set "SWITCHES=/s /u /n /i:user"
+if "%SCOPE%"=="machine" set "SWITCHES=/s /u"
+"%~1" %SWITCHES% "%FOLDER%\%~2\%~3"
+set "CODE=%ERRORLEVEL%"
+if not "%CODE%"=="0" set "PROBLEM=%FOLDER%\%~2\%~3"
+exit /b 0
+
+:nothing
+if "%SCOPE%"=="user" echo There is nothing to remove: KWOUtil is not installed for you in
+if "%SCOPE%"=="machine" echo There is nothing to remove: KWOUtil is not installed for everybody in
+echo     "%FOLDER%"
+if "%SCOPE%"=="user" if exist "%MACHINEFOLDER%\" echo It is installed for everybody. To remove that, start uninstall.cmd /machine.
+call :wait
+exit /b 0
+
+:noregister
+echo KWOUtil was not removed: Windows could not take this file out of the registry:
+echo     "%PROBLEM%"
+if "%SCOPE%"=="machine" echo What to do: open the command prompt with "Run as administrator", and start uninstall.cmd /machine there.
+if "%SCOPE%"=="user" echo What to do: start install.cmd again, which repairs the files, and then uninstall.cmd.
+echo The program regsvr32.exe ended with exit code %CODE%.
+call :wait
+exit /b 1
+
+:nodelete
+echo KWOUtil can no longer be used, but this file could not be deleted:
+echo     "%PROBLEM%"
+echo What to do: close all programs that use KWOUtil, and start uninstall.cmd again.
+call :wait
+exit /b 1
+
+:wait
+if not defined QUIET pause
+exit /b 0

@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# Puts together what a user takes home, from dist/x64, dist/x86 and the build folders they came from.
+#   assemble.sh [--no-manual] FOLDER     FOLDER must not exist. Without the manual it takes a second and needs no pandoc
+# shellcheck source-path=SCRIPTDIR
+source "$(dirname "${BASH_SOURCE[0]}")/../lib/base.sh"
+source "$KWO_ROOT/tools/lib/release.sh"
+
+manual=yes
+if [[ ${1:-} == --no-manual ]]; then
+    manual=no
+    shift
+fi
+(($# == 1)) || die 'usage: assemble.sh [--no-manual] FOLDER'
+folder=$1
+[[ ! -e $folder ]] || die "$folder is there already"
+use_one_language
+version=$(release_version)
+
+# as_windows_text SOURCE TARGET: what Windows users open: lines end with CR LF, and the version is filled in.
+as_windows_text() { sed -e "s/@VERSION@/$version/g" -e 's/\r*$/\r/' "$1" >"$2"; }
+
+mkdir -p "$folder"
+for preset in x64 x86; do
+    [[ -f $KWO_ROOT/dist/$preset/KWOUtil.dll ]] || die "there is no dist/$preset/KWOUtil.dll: ./run --build"
+    mkdir "$folder/$preset"
+    for file in KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe; do
+        cp "$KWO_ROOT/dist/$preset/$file" "$folder/$preset/"
+    done
+done
+as_windows_text "$KWO_ROOT/packaging/README.txt" "$folder/README.txt"
+as_windows_text "$KWO_ROOT/LICENSE" "$folder/LICENSE.txt"
+as_windows_text "$KWO_ROOT/packaging/install.cmd" "$folder/install.cmd"
+as_windows_text "$KWO_ROOT/packaging/uninstall.cmd" "$folder/uninstall.cmd"
+
+# For C and C++. The generator's first line names the folder of the build.
+mkdir -p "$folder/sdk/x64" "$folder/sdk/x86"
+generated=$KWO_ROOT/build/x64/src/com
+for file in kwoutil.h kwoutil_i.c; do
+    sed -e "1s|^/\*.*\*/\$|/* KWOUtil $version: made from kwoutil.idl */|" -e 's/\r*$/\r/' "$generated/$file" >"$folder/sdk/$file"
+    ! grep -nF "$KWO_ROOT" "$folder/sdk/$file" || die "$file names a folder of this machine"
+done
+"$KWO_ROOT/tools/package/flatten_idl.pl" "${version%.*}" "$KWO_ROOT/src" com/kwoutil.idl >"$folder/sdk/kwoutil.idl"
+for preset in x64 x86; do
+    cp "$KWO_ROOT/build/$preset/src/com/kwoutil.tlb" "$folder/sdk/$preset/KWOUtil.tlb"
+done
+
+mkdir "$folder/samples"
+for file in "$KWO_ROOT"/samples/*.{vbs,js,cpp}; do as_windows_text "$file" "$folder/samples/$(basename "$file")"; done
+cp "$KWO_ROOT"/samples/*.ico "$folder/samples/"
+
+[[ $manual == no ]] || "$KWO_ROOT/tools/package/make_manual.py" "$version" "$KWO_ROOT" "$folder/docs"
+
+# What is linked in statically, with its licenses.
+mkdir "$folder/licenses"
+copy_licenses "$folder/licenses"
+"$KWO_ROOT/tools/package/make_sbom.py" "$version" "$(release_time)" "$folder" >"$folder/sbom.cdx.json"
+
+# No file of the package names a folder of the machine that made it.
+if grep -rlaF -e "$KWO_ROOT" "$folder"; then die 'the files above name a folder of this machine'; fi
+find "$folder" -type d -exec chmod 755 {} +
+find "$folder" -type f -exec chmod 644 {} +
+find "$folder" -exec touch -h -d "@$(release_time)" {} +
