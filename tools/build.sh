@@ -37,5 +37,6 @@ targets=()
 (($# == 0)) || targets=(--target "$@")
 cmake --build "$folder" -j "$jobs" "${targets[@]}"
 if [[ $install == yes ]]; then
-    cmake --install "$folder" --component user --strip --prefix "$KWO_ROOT/dist/$preset"
+    # The program that strips writes a time into the header: this one, which means none.
+    SOURCE_DATE_EPOCH=0 cmake --install "$folder" --component user --strip --prefix "$KWO_ROOT/dist/$preset"
 fi
