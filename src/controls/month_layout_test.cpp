@@ -105,6 +105,10 @@ TEST(MonthLayoutTest, SizesBeyondThePlatformOverflow) {
     };
     EXPECT_EQ(raises(195, 1e12, 300), 6);
     EXPECT_EQ(raises(195, 300, -1e12), 6);
+    // A thousand million pixels is the limit.
+    EXPECT_EQ(raises(195, 15e9, -15e9), 0);
+    EXPECT_EQ(raises(195, 15e9 + 15, 300), 6);
+    EXPECT_EQ(raises(195, 300, -15e9 - 15), 6);
     EXPECT_EQ(raises(1e6, 300, 300), 6);
     EXPECT_EQ(raises(195, std::nan(""), 300), 6);
     EXPECT_EQ(raises(32'761 * 15.0, 300, 300), 0);

@@ -146,6 +146,28 @@ TEST_F(SystemErrorTextTest, AnExtendedInternetErrorIsAskedForTwiceUnlessTheFirst
     }
 }
 
+TEST_F(SystemErrorTextTest, AnInternetResponseWithoutABufferWillDo) {
+    /// A system whose library has nothing to say.
+    class Silent final : public platform::SystemErrors {
+    public:
+        std::int32_t Last() override { return 122; }
+        void SetLast(std::int32_t) override {}
+        Text SystemText(std::int32_t) override { return u"system"; }
+        Text ModuleText(TextView, std::int32_t) override { return u"module"; }
+        InternetResponse LastInternetResponse(std::uint32_t) override {
+            ++asked;
+            return {true, 0, {}};
+        }
+        NetworkError LastNetworkError() override { return {}; }
+
+        int asked = 0;
+    } silent;
+    MKWOError ofIt{silent, services.host, identity, trace, boxes};
+
+    EXPECT_EQ(ofIt.KWO_SystemErrorText(12003), u"");
+    EXPECT_EQ(silent.asked, 1);
+}
+
 TEST_F(SystemErrorTextTest, AnExtendedInternetErrorIsNoTextOfTheModule) {
     desktop.errors.modules[u"wininet.dll"] = {{12003, u"An extended error was returned.\r\n"}};
     desktop.errors.internetResponse = u"550 No such file";
@@ -209,6 +231,15 @@ TEST_F(SaveErrorTest, APlatformCodeStandsInForAMissingNumber) {
     EXPECT_EQ(error.Saved().description, u"Access is denied.");
     EXPECT_EQ(error.LastPlatformCode(), 5);
     EXPECT_EQ(desktop.errors.Last(), 5);
+}
+
+TEST_F(SaveErrorTest, APlatformCodeOfZeroIsNoError) {
+    desktop.errors.SetLast(87);
+    error.KWO_SaveError({}, {.source = u"s", .platformCode = 0});
+    EXPECT_EQ(error.Saved().number, 0);
+    EXPECT_EQ(error.Saved().description, u"");
+    EXPECT_EQ(error.LastPlatformCode(), 0);
+    EXPECT_EQ(desktop.errors.Last(), 0);
 }
 
 TEST_F(SaveErrorTest, APlatformCodesTextIsAddedOnce) {

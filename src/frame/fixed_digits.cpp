@@ -21,7 +21,7 @@ void AppendFixedDigits(Text& text, platform::Currency value, int wholeDigits, in
     std::uint64_t cut = 1;
     for (int place = places; place < kStoredPlaces; ++place)
         cut *= 10;
-    digits = digits / cut + (digits % cut * 2 >= cut && cut > 1 ? 1 : 0);
+    digits = digits / cut + (digits % cut * 2 >= cut ? 1 : 0);
     if (negative && digits != 0) text += u'-';
 
     // All digits, from the last one to the first.

@@ -217,6 +217,17 @@ TEST_F(TracedRoutineTest, LeavesWhatItsRoutineLeftOpen) {
     EXPECT_EQ(Entries().back(), "10:04:31 000.00  Pop  A.B Dur=0.000ms");
 }
 
+TEST_F(TracedRoutineTest, ClassAndMemberAreJoinedOnceTheTraceIsOn) {
+    { const TracedRoutine traced(trace, u"KWOTimer", u".AddAlarm"); }
+    EXPECT_FALSE(trace.IsOn());
+    StartFile();
+    {
+        const TracedRoutine traced(trace, u"KWOTimer", u".AddAlarm");
+        EXPECT_EQ(trace.KWO_CurrentRoutine(), u"KWOTimer.AddAlarm");
+    }
+    EXPECT_EQ(trace.Stack().Depth(), 0);
+}
+
 TEST_F(TracedRoutineTest, DoesNotLeaveWhatItDidNotEnter) {
     {
         const TracedRoutine traced(trace, u"A.B");

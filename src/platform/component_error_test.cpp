@@ -22,14 +22,23 @@ TEST(ComponentErrorTest, RuntimeErrorsCarryTheNumbersAndTextsThatClientsKnow) {
         std::int32_t number;
         TextView description;
     };
-    for (const Row& row : {Row{RuntimeError::NoObjectSet, 91, u"Object variable or With block variable not set"},
-                           Row{RuntimeError::CannotCreateObject, 429, u"ActiveX component can't create object"}}) {
+    for (const Row& row :
+         {Row{RuntimeError::InvalidProcedureCall, 5, u"Invalid procedure call or argument"},
+          Row{RuntimeError::Overflow, 6, u"Overflow"},
+          Row{RuntimeError::SubscriptOutOfRange, 9, u"Subscript out of range"},
+          Row{RuntimeError::TypeMismatch, 13, u"Type mismatch"}, Row{RuntimeError::FileNotFound, 53, u"File not found"},
+          Row{RuntimeError::NoObjectSet, 91, u"Object variable or With block variable not set"},
+          Row{RuntimeError::ObjectRequired, 424, u"Object required"},
+          Row{RuntimeError::CannotCreateObject, 429, u"ActiveX component can't create object"},
+          Row{RuntimeError::NoSuchMember, 438, u"Object doesn't support this property or method"},
+          Row{static_cast<RuntimeError>(7), 7, u"Unknown error."}}) {
         try {
             RaiseRuntime(row.error);
             ADD_FAILURE() << "nothing was raised";
         } catch (const ComponentError& error) {
             EXPECT_EQ(error.number, row.number);
             EXPECT_EQ(error.description, row.description);
+            EXPECT_EQ(error.source, u"");
         }
     }
 }

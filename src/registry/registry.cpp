@@ -1,5 +1,6 @@
 #include "registry/registry.h"
 
+#include <concepts>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -26,10 +27,10 @@ constexpr std::uint32_t kNumberType = 4;
 constexpr std::uint32_t kValueCapacity = 1024;
 constexpr std::uint32_t kTextCapacity = 260;
 
-/// The bytes of the value that the system reported, without the one zero byte that ends a string and without trailing
-/// blanks.
+/// The bytes of a value that was read, as many as the system reported, without the one zero byte that ends a string and
+/// without trailing blanks.
 std::string ReportedBytes(const RegistryStore::Value& value) {
-    if (value.status != RegistryStore::kSuccess || value.length == 0) return {};
+    if (value.length == 0) return {};
     std::string bytes = value.bytes.substr(0, value.length);
     if (bytes.ends_with('\0')) bytes.pop_back();
     bytes.erase(bytes.find_last_not_of(' ') + 1);
@@ -67,25 +68,22 @@ bool Fits(std::int32_t number) {
     return number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max();
 }
 
-/// `number` as the type that `like` holds. Nothing if it does not fit, or if `like` holds something else.
-std::optional<Variant> NumberLike(const Variant& like, std::int32_t number) {
-    return std::visit(
-        [&](const auto& sample) -> std::optional<Variant> {
-            using Type = std::decay_t<decltype(sample)>;
-            if constexpr (std::is_same_v<Type, bool>) {
-                return Variant(number != 0);
-            } else if constexpr (std::is_integral_v<Type>) {
-                return Fits<Type>(number) ? std::optional(Variant(static_cast<Type>(number))) : std::nullopt;
-            } else if constexpr (std::is_floating_point_v<Type>) {
-                return Variant(static_cast<Type>(number));
-            } else if constexpr (std::is_same_v<Type, platform::Currency>) {
-                return Variant(platform::Currency::Whole(number));
-            } else {
-                return std::nullopt;
-            }
-        },
-        like);
-}
+/// `number` as a value of the type that it is called with. Nothing if it does not fit.
+struct NumberLike {
+    std::int32_t number;
+
+    std::optional<Variant> operator()(bool) const { return Variant(number != 0); }
+    template <std::integral Integer>
+    std::optional<Variant> operator()(const Integer&) const {
+        return Fits<Integer>(number) ? std::optional(Variant(static_cast<Integer>(number))) : std::nullopt;
+    }
+    template <std::floating_point Real>
+    std::optional<Variant> operator()(const Real&) const {
+        return Variant(static_cast<Real>(number));
+    }
+    std::optional<Variant> operator()(platform::Currency) const { return Variant(platform::Currency::Whole(number)); }
+    std::optional<Variant> operator()(const auto&) const { return {}; }  // uncovered: IsNumber lets none come so far
+};
 
 bool IsNumber(const Variant& value) {
     return std::visit(
@@ -213,7 +211,7 @@ std::optional<Variant> KWORegistry::ReadText(Handle key, TextView valueName, con
 std::optional<Variant> KWORegistry::ReadNumber(Handle key, TextView valueName, const Variant& like) {
     const RegistryStore::Value found = mStore.Query(key, valueName, sizeof(std::int32_t), '\0');
     if (Keep(found.status) != RegistryStore::kSuccess) return std::nullopt;
-    return NumberLike(like, LittleEndian(found.bytes));
+    return std::visit(NumberLike{LittleEndian(found.bytes)}, like);
 }
 
 }  // namespace kwo::registry

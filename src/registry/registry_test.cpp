@@ -5,6 +5,7 @@
 #include <functional>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "platform/component_error.h"
 #include "platform/simulated/simulated_desktop.h"
@@ -483,6 +484,37 @@ TEST_F(RegGetValueExTest, TextOfMoreThan64MiBIsReadWhole) {
 
     ASSERT_TRUE(std::holds_alternative<Text>(read));
     EXPECT_EQ(std::get<Text>(read).size(), kLength);
+}
+
+TEST_F(RegGetValueExTest, TheBufferIsDoubledUntilThereIsNoLargerOne) {
+    /// A system that wants more room, whatever it gets, and does not say how much.
+    class Insatiable final : public platform::RegistryStore {
+    public:
+        KeyResult OpenKey(Handle, TextView, std::uint32_t) override { return {}; }
+        KeyResult CreateKey(Handle, TextView, std::uint32_t, bool) override { return {}; }
+        Status DeleteKey(Handle, TextView) override { return kSuccess; }
+        Status DeleteValue(Handle, TextView) override { return kSuccess; }
+        Value Query(Handle, TextView, std::uint32_t capacity, char) override {
+            capacities.push_back(capacity);
+            return {kMoreData, kString, capacity, {}};
+        }
+        Status SetString(Handle, TextView, TextView, std::uint32_t) override { return kSuccess; }
+        Status CloseKey(Handle) override { return kSuccess; }
+
+        std::vector<std::uint32_t> capacities;
+    } store;
+    struct Services : platform::Platform {
+        platform::RegistryStore& registry;
+    };
+    const Services services{desktop.Services(), store};
+    component::Component other(platform::ServicesOf(services));
+
+    EXPECT_EQ(KWORegistry(other).KWO_RegGetValueEx(1, u"v", Text(u"default")), std::nullopt);
+
+    ASSERT_EQ(store.capacities.size(), 24u);
+    for (std::size_t i = 0; i < store.capacities.size(); ++i)
+        EXPECT_EQ(store.capacities[i], 260u << i);
+    EXPECT_EQ(other.apiResult.last, platform::RegistryStore::kMoreData);
 }
 
 TEST_F(RegGetValueExTest, AFailingSecondQueryGivesTheDefault) {

@@ -103,6 +103,24 @@ TEST_F(Timer, EndTakesItsRowsAndItsCount) {
     EXPECT_EQ(Told(), Lines{"callback gone"});
 }
 
+TEST_F(Timer, EndsAlthoughThePlatformTimerCannotBeStopped) {
+    RecordingOwner stranger(told, "stranger");
+    // Its own row is the last one, then that of somebody else.
+    for (const bool alone : {true, false}) {
+        if (!made) made.emplace(component, shell);
+        made->AddRelativeAlarm(static_cast<std::int32_t>(100 + ElapsedMs()), 1);
+        if (!alone) timers.AddTick(stranger, 100);
+        desktop.FailCall("KillTimer", 1, platform::simulated::Faults::kNoMemory);
+
+        made.reset();
+
+        EXPECT_EQ(timers.InstanceCount(), 0);
+        EXPECT_EQ(timers.Table().ActiveCount(), 0);
+        EXPECT_EQ(shell.references, 0);
+        EXPECT_EQ(stranger.references, 0);
+    }
+}
+
 TEST_F(Timer, TicksWhenEnabledAfterTheInterval) {
     timer.SetInterval(100);
     EXPECT_FALSE(HasTick());

@@ -114,8 +114,9 @@ TEST_F(TimerRegistry, EveryRowGoesWhenTheThreadEnds) {
     AddRelative(a, 100, 3);
     AddRelative(b, 90'000, 1);
 
-    timers.CancelAll();
+    desktop.timers.EndThread();
 
+    EXPECT_EQ(desktop.timers.Running(), 0u);
     EXPECT_EQ(timers.Table().ActiveCount(), 0);
     EXPECT_EQ(a.references, 0);
     EXPECT_EQ(b.references, 0);
@@ -878,6 +879,41 @@ TEST_F(TimerRegistry, DispatchThatFailsIsLoggedAndTheNextOneGoesOn) {
     EXPECT_EQ(Told(), Lines{});
 
     clock.onRead = {};
+    Pass(100);
+    EXPECT_EQ(Told(), Lines{"a tick"});
+    failing.timers.CancelAll();
+}
+
+TEST_F(TimerRegistry, FailureThatCannotBeLoggedIsDropped) {
+    FailingClock clock(desktop.clock);
+    component::Component failing(WithTime(desktop.Services(), clock, desktop.timers));
+    failing.timers.AddTick(a, 100);
+    clock.onRead = [] { throw std::bad_alloc(); };
+    desktop.FailCall("ReportEvent of the host", 1, platform::simulated::Faults::kNoMemory);
+
+    Pass(100);
+    EXPECT_TRUE(failing.timers.TimerId() != 0) << "the platform timer goes on";
+    EXPECT_EQ(desktop.faults.Calls("ReportEvent of the host"), 1);
+
+    clock.onRead = {};
+    Pass(100);
+    EXPECT_EQ(Told(), Lines{"a tick"});
+    failing.timers.CancelAll();
+}
+
+TEST_F(TimerRegistry, RowStaysWhenTheTimeCannotBeReadToArmThePlatformTimer) {
+    FailingClock clock(desktop.clock);
+    component::Component failing(WithTime(desktop.Services(), clock, desktop.timers));
+    int reads = 0;
+    clock.onRead = [&] {
+        if (++reads == 2) throw std::bad_alloc();
+    };
+
+    failing.timers.AddTick(a, 100);
+    EXPECT_EQ(failing.timers.Table().ActiveCount(), 1);
+    EXPECT_EQ(failing.timers.TimerId(), 0);
+
+    failing.timers.AskAgainForARefusedTimer();
     Pass(100);
     EXPECT_EQ(Told(), Lines{"a tick"});
     failing.timers.CancelAll();

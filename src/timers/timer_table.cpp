@@ -13,7 +13,7 @@ void TimerTable::Grow() {
     constexpr std::size_t kStep = 2;
     constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
     const std::size_t size = mRows.size() + kStep;
-    if (size > kMost) platform::RaiseRuntime(platform::RuntimeError::Overflow);
+    if (size > kMost) platform::RaiseRuntime(platform::RuntimeError::Overflow);  // uncovered: needs 100 GB of rows
     mDue.Grow(size);
     if (mHashHeads.size() < size) GrowHash();
     // So that freeing needs no memory.

@@ -1,6 +1,7 @@
 #include "timers/timer_table.h"
 
 #include <new>
+#include <vector>
 
 #include "platform/simulated/failing_memory.h"
 #include "timers/timer_fixture.h"
@@ -66,6 +67,27 @@ TEST_F(TimerTableTest, TakingARowChangesNothingWhenThereIsNoMemory) {
         }
     }
     EXPECT_GT(failures, 10) << "taking a row has to need memory";
+}
+
+TEST_F(TimerTableTest, ATickIsNoAlarmHoweverTheTableGrows) {
+    TimerTable table;
+    table.Take({kTick, 100, 0, OwnerRef(owner), Milliseconds{kDue}});
+    for (std::int32_t tag = 1; tag <= 100; ++tag) {
+        table.Take(Alarm(tag));
+        ASSERT_EQ(table.AlarmOf(owner, 0), TimerTable::kNoRow) << tag;
+        ASSERT_EQ(table.AlarmOf(owner, tag), tag + 1);
+    }
+    EXPECT_EQ(TimerTable::TickOf(owner), 1);
+    Empty(table);
+}
+
+TEST_F(TimerTableTest, AReferenceToNobodyCanBeCopied) {
+    const std::vector<OwnerRef> none(2, OwnerRef());
+    EXPECT_EQ(none[1].Get(), nullptr);
+
+    const std::vector<OwnerRef> some(2, OwnerRef(owner));
+    EXPECT_EQ(some[1].Get(), &owner);
+    EXPECT_EQ(owner.references, 2);
 }
 
 }  // namespace

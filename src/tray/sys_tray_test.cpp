@@ -320,6 +320,18 @@ TEST_F(Tray, WithoutAnIconNobodyListensForATaskbar) {
     EXPECT_FALSE(IsShown());
 }
 
+TEST_F(Tray, ATaskbarThatComesAfterTheIconIsGoneGetsNone) {
+    tray->Create(kWindow, icon, u"Hello");
+    platform::TaskbarListener* const listener = desktop.notificationArea.listeners.front();
+    tray->Destroy();
+    desktop.log.Clear();
+
+    listener->TaskbarCreated();
+
+    EXPECT_EQ(Calls(), Lines{});
+    EXPECT_FALSE(IsShown());
+}
+
 TEST_F(Tray, AnIconThatANewTaskbarDoesNotTakeIsTriedAgainWithTheNext) {
     tray->Create(kWindow, icon, u"Hello");
     desktop.FailCall("Shell_NotifyIcon", 1, 5);

@@ -21,8 +21,8 @@ constexpr std::size_t kAbbreviated = 3;
 bool IsDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
 }
-bool IsLetter(char16_t c) {
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+bool IsSmallLetter(char16_t c) {
+    return c >= u'a' && c <= u'z';
 }
 
 Text Padded(unsigned number, std::size_t width) {
@@ -196,7 +196,7 @@ Text FormattedDate(Date date, TextView pattern) {
         if (folded.compare(i, kHalves.size(), kHalves) == 0) {
             text += moment.hour < 12 ? u"AM" : u"PM";
             i += kHalves.size();
-        } else if (!IsLetter(folded[i])) {
+        } else if (!IsSmallLetter(folded[i])) {
             text += pattern[i++];
         } else {
             const std::size_t end = std::min(folded.find_first_not_of(folded[i], i), folded.size());

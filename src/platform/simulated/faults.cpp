@@ -50,7 +50,6 @@ std::optional<std::int32_t> Faults::Enter(std::string_view name) {
 }
 
 std::optional<std::int32_t> Faults::EnterObject(const std::string& name) {
-    if (!mListens) return std::nullopt;
     mCalls.try_emplace(name, Call{{kRefusedByObject, kNoMemory}, 0, {}});
     return Enter(name);
 }

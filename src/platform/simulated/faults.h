@@ -57,7 +57,8 @@ public:
     /// For the parts of the desktop: counts one call of `name`; returns the code to fail with, if it must fail. Throws
     /// std::bad_alloc if that is kNoMemory.
     std::optional<std::int32_t> Enter(std::string_view name);
-    /// For objects of the host, whose members have any names: the same for a call that nobody has declared.
+    /// For objects of the host, whose members have any names: the same for a call that nobody has declared. To be
+    /// called only while somebody listens.
     std::optional<std::int32_t> EnterObject(const std::string& name);
 
 private:

@@ -70,5 +70,13 @@ TEST_F(SimulatedClockTest, DateMovesWithTheClockAndCanBeSet) {
     EXPECT_EQ(clock.Now().days, 2.0);
 }
 
+TEST_F(SimulatedClockTest, AMachineWithoutACounterCountsNothing) {
+    clock.SetCounterFrequency(std::nullopt);
+    clock.Advance(1000);
+
+    EXPECT_EQ(clock.CounterFrequency(), std::nullopt);
+    EXPECT_EQ(clock.Counter(), 0);
+}
+
 }  // namespace
 }  // namespace kwo::platform::simulated

@@ -54,6 +54,7 @@ TEST_F(EnglishConversionsTest, FloatingNumbersOverflowAtTheirBounds) {
     EXPECT_EQ(RaisedNumber([&] { conversions.ToSingle(3.5e38); }), kOverflow);
     EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(u"1e309")); }), kOverflow);
     EXPECT_EQ(conversions.ToDouble(Text(u"1e-400")), 0);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(400, u'9')); }), kOverflow);
 }
 
 TEST_F(EnglishConversionsTest, KindsWithoutAValueMismatch) {
@@ -68,6 +69,8 @@ TEST_F(EnglishConversionsTest, KindsWithoutAValueMismatch) {
     }
     EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Null{}); }), kMismatch);
     EXPECT_EQ(RaisedNumber([&] { conversions.ToText(Missing{}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(ErrorValue{5}); }), kMismatch);
+    EXPECT_EQ(RaisedNumber([&] { conversions.ToText(ForeignRef{}); }), kMismatch);
 }
 
 TEST_F(EnglishConversionsTest, EveryKindOfNumberConverts) {
@@ -86,6 +89,8 @@ TEST_F(EnglishConversionsTest, EveryKindOfNumberConverts) {
     EXPECT_TRUE(conversions.ToBoolean(0.1));
     EXPECT_TRUE(conversions.ToBoolean(Text(u"tRue")));
     EXPECT_FALSE(conversions.ToBoolean(Text(u"False")));
+    EXPECT_TRUE(conversions.ToBoolean(Text(u"#TRUE#")));
+    EXPECT_FALSE(conversions.ToBoolean(Text(u"#FALSE#")));
 }
 
 TEST_F(EnglishConversionsTest, TextsThatAreNumbers) {
@@ -93,18 +98,20 @@ TEST_F(EnglishConversionsTest, TextsThatAreNumbers) {
         const char16_t* text;
         double value;
     };
-    for (const Row& row : {Row{u" 12 ", 12}, Row{u"-12", -12}, Row{u"+12", 12}, Row{u"12-", -12}, Row{u"- 12", -12},
-                           Row{u"(12)", -12}, Row{u"$12", 12}, Row{u"1,234,567.5", 1234567.5}, Row{u".5", .5},
-                           Row{u"5.", 5}, Row{u"1e3", 1000}, Row{u"1E-2", .01}, Row{u"2d2", 200}, Row{u"&HFF", 255},
-                           Row{u"&hff", 255}, Row{u"&O17", 15}, Row{u"\t7\r\n", 7}}) {
+    for (const Row& row : {Row{u" 12 ", 12},  Row{u"-12", -12},   Row{u"+12", 12},    Row{u"12-", -12},
+                           Row{u"- 12", -12}, Row{u"(12)", -12},  Row{u"$12", 12},    Row{u"1,234,567.5", 1234567.5},
+                           Row{u".5", .5},    Row{u"5.", 5},      Row{u"1e3", 1000},  Row{u"1E-2", .01},
+                           Row{u"2d2", 200},  Row{u"&HFF", 255},  Row{u"&hff", 255},  Row{u"&O17", 15},
+                           Row{u"&o17", 15},  Row{u"\t7\r\n", 7}, Row{u"1e+3", 1000}, Row{u"( 12 )", -12}}) {
         EXPECT_EQ(conversions.ToDouble(Text(row.text)), row.value) << ToUtf8(row.text);
     }
 }
 
 TEST_F(EnglishConversionsTest, TextsThatAreNoNumbers) {
     for (const char16_t* text :
-         {u"",    u" ",   u"-",   u".",   u"e3",  u"1e",  u"1e+", u"1 2",   u"1.2.3", u"&H",
-          u"&HG", u"&O8", u"&X1", u"(12", u"12)", u"--1", u"-1-", u"1.5,5", u",5",    u"12abc"}) {
+         {u"",    u" ",     u"-",    u".",    u"e3",   u"1e",   u"1e+",  u"1 2",   u"1.2.3", u"&H",
+          u"&HG", u"&O8",   u"&X1",  u"(12",  u"12)",  u"--1",  u"-1-",  u"1.5,5", u",5",    u"12abc",
+          u"$$1", u"((1))", u"-(1)", u"(-1)", u"(1-)", u"(1))", u"1e5x", u"&Hg",   u"1e-x"}) {
         EXPECT_EQ(RaisedNumber([&] { conversions.ToDouble(Text(text)); }), kMismatch) << ToUtf8(text);
     }
 }
@@ -201,7 +208,8 @@ TEST_F(EnglishConversionsTest, TextsThatAreNoDates) {
                                  u"24:00",      u"6:60",       u"6:00:60",
                                  u"13:00 PM",   u"1/1/2026 x", u"1/1/2026 PM",
                                  u"AM",         u":30",        u"6:",
-                                 u"1//2026",    u"1/1/10000",  u"1/1/2026 6:00 7:00"}) {
+                                 u"1//2026",    u"1/1/10000",  u"1/1/2026 6:00 7:00",
+                                 u"1/200/2026", u"1:2:3:4"}) {
         EXPECT_FALSE(conversions.ParseDate(text)) << ToUtf8(text);
         EXPECT_EQ(RaisedNumber([&] { conversions.ToDate(Text(text)); }), kMismatch) << ToUtf8(text);
     }
@@ -213,8 +221,9 @@ TEST_F(EnglishConversionsTest, NumbersByPatternsThatNobodyUses) {
         const char16_t* pattern;
         const char16_t* text;
     };
-    for (const Row& row : {Row{0.5, u"#.##", u".5"}, Row{5, u"#", u"5"}, Row{0, u"#", u""}, Row{1.5, u"0.0#", u"1.5"},
-                           Row{7, u"none", u"none"}}) {
+    for (const Row& row :
+         {Row{0.5, u"#.##", u".5"}, Row{5, u"#", u"5"}, Row{0, u"#", u""}, Row{1.5, u"0.0#", u"1.5"},
+          Row{7, u"none", u"none"}, Row{7, u"0#", u"07"}, Row{7.25, u"0.#,#", u"7.25"}, Row{7, u"#0", u"7"}}) {
         EXPECT_EQ(conversions.FormatNumber(row.value, row.pattern), row.text) << row.value << ToUtf8(row.pattern);
     }
 }
@@ -236,7 +245,11 @@ TEST_F(EnglishConversionsTest, DatesByPattern) {
           Row{0.4 / 86400, u"h:nn:ss", u"0:00:00"}, Row{0.6 / 86400, u"h:nn:ss", u"0:00:01"}, Row{1.25, u"h", u"6"}}) {
         EXPECT_EQ(conversions.FormatDate({row.days}, row.pattern), row.text) << ToUtf8(row.pattern);
     }
-    EXPECT_THROW(conversions.FormatDate({1}, u"q"), std::invalid_argument);
+    EXPECT_EQ(conversions.FormatDate({1.5}, u"[d]"), u"[31]");
+    EXPECT_EQ(conversions.FormatDate({1.5}, u"d{|}~d"), u"31{|}~31");
+    for (const char16_t* pattern : {u"q", u"ddddd", u"mmmmm", u"yyy", u"yyyyy", u"hhh", u"nnn", u"sss"}) {
+        EXPECT_THROW(conversions.FormatDate({1}, pattern), std::invalid_argument) << ToUtf8(pattern);
+    }
 }
 
 TEST_F(EnglishConversionsTest, DayNumbersAndMomentsAgreeOverTheWholeCalendar) {
@@ -246,10 +259,21 @@ TEST_F(EnglishConversionsTest, DayNumbersAndMomentsAgreeOverTheWholeCalendar) {
     }
     EXPECT_EQ(MomentOf({2}).weekday, 1u);
     EXPECT_EQ(DayNumber(99, 1, 1), std::nullopt);
+    EXPECT_EQ(DayNumber(9999, 12, 31), kLastDay);
+    EXPECT_EQ(DayNumber(10000, 1, 1), std::nullopt);
 }
 
 TEST_F(EnglishConversionsTest, AQuestionMarkStandsForWhatTheCodePageLacks) {
     EXPECT_EQ(conversions.ToAnsi(u"漢\U0001F600\u0080"), "????");
+}
+
+TEST_F(EnglishConversionsTest, LettersOfTheCodePageHaveCapitals) {
+    EXPECT_EQ(conversions.ToUpper(u'a'), u'A');
+    EXPECT_EQ(conversions.ToUpper(u'z'), u'Z');
+    EXPECT_EQ(conversions.ToUpper(u'à'), u'À');
+    EXPECT_EQ(conversions.ToUpper(u'þ'), u'Þ');
+    for (const char16_t same : {u'A', u'`', u'{', u'ß', u'÷', u'ÿ', u'1'})
+        EXPECT_EQ(conversions.ToUpper(same), same);
 }
 
 TEST_F(EnglishConversionsTest, Utf8SurvivesTheWayThereAndBack) {

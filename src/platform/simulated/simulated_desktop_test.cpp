@@ -9,6 +9,10 @@
 #include "platform/simulated/failing_memory.h"
 #include "support/raised.h"
 
+// clang declares neither by itself.
+void operator delete(void* block, std::size_t) noexcept;
+void operator delete[](void* block, std::size_t) noexcept;
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -130,18 +134,43 @@ TEST_F(SimulatedDesktopTest, WhatTheDesktopAllocatesIsNotCounted) {
     EXPECT_THROW(Text(100, u'x'), std::bad_alloc);
 }
 
+TEST_F(SimulatedDesktopTest, EveryFormOfAnAllocationIsFreedByItsPartner) {
+    void* block = ::operator new(8, std::nothrow);
+    ASSERT_NE(block, nullptr);
+    ::operator delete(block, std::nothrow);
+    block = ::operator new[](8, std::nothrow);
+    ASSERT_NE(block, nullptr);
+    ::operator delete[](block, std::nothrow);
+    block = ::operator new(0);
+    ASSERT_NE(block, nullptr) << "also of no bytes";
+    ::operator delete (block, std::size_t{0});
+    block = ::operator new[](0);
+    ASSERT_NE(block, nullptr);
+    ::operator delete[](block, std::size_t{0});
+}
+
+TEST_F(SimulatedDesktopTest, AnAllocationThatDoesNotThrowFailsWithNothing) {
+    const FailingMemory memory(1, FailingMemory::Which::ThatAndAllLater);
+    EXPECT_EQ(::operator new(8, std::nothrow), nullptr);
+    EXPECT_EQ(::operator new[](8, std::nothrow), nullptr);
+}
+
 TEST_F(SimulatedDesktopTest, ACallThatNeverEndsIsStopped) {
     desktop.faults.FailAnyCall(0);
     EXPECT_THROW(for (;;) platform.windows.WindowExists(7), std::logic_error);
 }
 
 TEST_F(SimulatedDesktopTest, EveryKindOfFailureShowsInItsOwnWay) {
-    for (const char* call : {"QueryPerformanceFrequency", "RegOpenKeyEx", "VariantChangeType", "VarDateFromStr",
-                             "Let MousePointer", "RegisterEventSource", "GetFileAttributes", "WNetGetUser",
-                             "GetUserName", "GetVersionEx", "FormatMessage", "IsWindow", "GetWindowText"}) {
+    for (const char* call :
+         {"QueryPerformanceFrequency", "RegOpenKeyEx", "VariantChangeType", "VarDateFromStr", "Let MousePointer",
+          "RegisterEventSource", "GetFileAttributes", "WNetGetUser", "GetUserName", "GetVersionEx", "FormatMessage",
+          "IsWindow", "GetWindowText", "GetFileAttributesAnsi", "GetModuleHandle", "WNetGetLastError", "IsIconic",
+          "FlashWindow"}) {
         desktop.FailCall(call, 1, 8);
     }
-    desktop.windows.windows[7] = {u"Main"};
+    desktop.windows.windows[7] = {u"Main", true};
+    desktop.errors.modules[u"wininet.dll"][12007] = u"No such server";
+    desktop.errors.networkError = {u"No domain", u"Test Network"};
     desktop.files.AddFile(u"C:\\a.txt");
     Text name;
     HostApplication::Platform record{1, 2, 3, 4};
@@ -158,8 +187,14 @@ TEST_F(SimulatedDesktopTest, EveryKindOfFailureShowsInItsOwnWay) {
     EXPECT_FALSE(platform.host.QueryPlatform(record));
     EXPECT_EQ(record.platformId, 4u);
     EXPECT_EQ(platform.errors.SystemText(5), u"");
+    EXPECT_EQ(platform.errors.ModuleText(u"wininet.dll", 12007), u"");
+    EXPECT_EQ(platform.errors.LastNetworkError().text, u"");
     EXPECT_FALSE(platform.windows.WindowExists(7));
+    EXPECT_FALSE(platform.windows.IsMinimised(7));
+    platform.windows.Flash(7, true);
+    EXPECT_EQ(desktop.windows.windows[7].flashes, 0);
     EXPECT_EQ(platform.windows.WindowText(7), u"");
+    EXPECT_EQ(platform.files.AttributesAnsi(u"C:\\a.txt"), FileSystem::kNoAttributes);
 }
 
 TEST_F(SimulatedDesktopTest, BoxIsAnsweredByTheScriptElseByItsFirstButton) {
@@ -253,7 +288,98 @@ TEST_F(SimulatedDesktopTest, FilesAndTheirFoldersHaveAttributes) {
     EXPECT_EQ(platform.files.Attributes(u"C:\\Data"), FileSystem::kFolder);
     EXPECT_EQ(platform.files.Attributes(u"C:\\Data\\Log\\"), FileSystem::kFolder);
     EXPECT_EQ(platform.files.Attributes(u"C:\\"), FileSystem::kFolder);
+    EXPECT_EQ(platform.files.AttributesAnsi(u"C:\\Data\\Log\\app.log"), 0x20);
     EXPECT_EQ(platform.errors.Last(), 0);
+}
+
+TEST_F(SimulatedDesktopTest, AFolderOfTwoLettersIsNoDrive) {
+    EXPECT_EQ(platform.files.Attributes(u"ab"), FileSystem::kNoAttributes);
+    EXPECT_EQ(platform.files.Attributes(u"a:"), FileSystem::kFolder);
+}
+
+TEST_F(SimulatedDesktopTest, AListingOfAFolderItselfFindsNoFile) {
+    desktop.files.AddFile(u"C:\\Data\\a.txt");
+    EXPECT_TRUE(platform.files.ListsFile(u"C:\\Data\\a.txt"));
+    for (const char16_t* pattern : {u"", u"C:\\Data\\", u"C:\\Data/", u"C:\\Data"})
+        EXPECT_FALSE(platform.files.ListsFile(pattern));
+}
+
+TEST_F(SimulatedDesktopTest, WhatIsNotOpenCannotBeClosed) {
+    platform.eventLog.Close(5);
+    EXPECT_EQ(platform.errors.Last(), 6);
+    platform.errors.SetLast(0);
+    platform.logFiles.Close(5);
+    EXPECT_EQ(platform.errors.Last(), 6);
+    platform.errors.SetLast(0);
+    platform.processMemory.Close(5);
+    EXPECT_EQ(platform.errors.Last(), 6);
+}
+
+TEST_F(SimulatedDesktopTest, ALogFileIsDeletedOnceItIsClosedAndAFolderNever) {
+    desktop.files.AddFolder(u"C:\\Log");
+    const auto first = platform.logFiles.CreateNew(u"C:\\Log\\a.txt");
+    const auto second = platform.logFiles.CreateNew(u"C:\\Log\\b.txt");
+    platform.logFiles.Close(second);
+
+    EXPECT_TRUE(platform.logFiles.Delete(u"C:\\Log\\b.txt"));
+    EXPECT_FALSE(platform.logFiles.Delete(u"C:\\Log\\a.txt"));
+    EXPECT_EQ(platform.errors.Last(), 32);
+    platform.logFiles.Close(first);
+    EXPECT_TRUE(platform.logFiles.Delete(u"C:\\Log\\a.txt"));
+    EXPECT_FALSE(platform.logFiles.Delete(u"C:\\Log"));
+    EXPECT_EQ(platform.errors.Last(), 5);
+}
+
+TEST_F(SimulatedDesktopTest, AProcessIsOpenedAsAsked) {
+    platform.processMemory.Open(0x410, true, 1);
+    platform.processMemory.Open(0x410, false, 1);
+
+    EXPECT_EQ(desktop.log.Starting("OpenProcess"),
+              (Lines{"OpenProcess access=0x410 inherit=1 id=1", "OpenProcess access=0x410 inherit=0 id=1"}));
+}
+
+TEST_F(SimulatedDesktopTest, AContextKeepsPenAndBrushApart) {
+    ScreenDrawing& screen = platform.screenDrawing;
+    constexpr std::int32_t kNullBrush = 5;
+    constexpr std::int32_t kWhitePen = 6;
+    constexpr std::int32_t kNullPen = 8;
+    constexpr std::int32_t kFirstFont = 10;
+    const Handle context = screen.CreateDisplayContext();
+
+    screen.SelectObject(context, screen.StockObject(kNullBrush));
+    screen.SelectObject(context, screen.StockObject(kWhitePen));
+    EXPECT_EQ(screen.SelectObject(context, screen.StockObject(kNullPen)), screen.StockObject(kWhitePen));
+    EXPECT_EQ(screen.SelectObject(context, screen.CreatePen(0, 1, 0)), screen.StockObject(kNullPen));
+    EXPECT_EQ(screen.SelectObject(context, screen.StockObject(kFirstFont)), screen.StockObject(kNullBrush));
+}
+
+TEST_F(SimulatedDesktopTest, TimersOfAThreadThatEndsStop) {
+    struct Handler final : TimerHandler {
+        void TimerProc() noexcept override { ++fired; }
+        int fired = 0;
+    } handler;
+    platform.timers.Start(10, handler);
+    platform.timers.Start(20, handler);
+
+    desktop.timers.EndThread();
+
+    EXPECT_EQ(desktop.timers.Running(), 0u);
+    desktop.Advance(100);
+    desktop.messages.ProcessPending();
+    EXPECT_EQ(handler.fired, 0);
+}
+
+TEST_F(SimulatedDesktopTest, AnIconNeedsAWindow) {
+    TrayRecord record;
+    EXPECT_FALSE(platform.notificationArea.Add(record));
+    record.window = 7;
+    EXPECT_TRUE(platform.notificationArea.Add(record));
+}
+
+TEST_F(SimulatedDesktopTest, AQuotedProgramIsStartedIfItIsInstalled) {
+    desktop.programs.installed = {u"C:\\a b.exe"};
+    EXPECT_NE(platform.programs.Start(u"\"C:\\a b.exe\" x", 1), 0);
+    EXPECT_EQ(RaisedNumber([&] { platform.programs.Start(u"\"C:\\c.exe\"", 1); }), 53);
 }
 
 TEST_F(SimulatedDesktopTest, MissingFileFolderAndImpossibleNameDiffer) {

@@ -119,6 +119,14 @@ TEST_F(SimulatedMessageLoopTest, WaitThatNothingEndsIsATestsMistake) {
     EXPECT_THROW(queue.WaitForInput(0xFFFFFFFF, kAnyInput), std::logic_error);
 }
 
+TEST_F(SimulatedMessageLoopTest, WaitForEverEndsWithTheNextMessage) {
+    queue.PostAt(90'000, Note('a'));
+
+    queue.WaitForInput(0xFFFFFFFF, kAnyInput);
+
+    EXPECT_EQ(Now(), 90'000);
+}
+
 TEST_F(SimulatedMessageLoopTest, QuitRequestEndsOneWaitOnly) {
     queue.RequestQuit();
 

@@ -75,6 +75,10 @@ TEST_F(SimulatedObjectTest, PropertyWithArgumentsIsAMethod) {
 
     EXPECT_EQ(form.Get(u"ScaleX", arguments), Variant(std::int32_t{15}));
     EXPECT_EQ(log.Lines(), (Lines{"Get ScaleX(15,Missing)"}));
+
+    form.SetProperty(u"ScaleX", std::int32_t{1});
+    EXPECT_EQ(form.Get(u"ScaleX", arguments), Variant(std::int32_t{15}));
+    EXPECT_EQ(form.Get(u"ScaleX"), Variant(std::int32_t{1}));
 }
 
 TEST_F(SimulatedObjectTest, NamedArgumentsComeInTheMethodsOrder) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "platform/simulated/simulated_desktop.h"
 
 namespace kwo::platform::simulated {
@@ -209,6 +211,50 @@ TEST_F(SimulatedRegistryStoreTest, CallsStandInTheLog) {
               (std::vector<std::string>{"RegCreateKeyEx 0x80000001 A\\B access=0x20006 inheritable -> 0",
                                         "RegSetValueEx 0x100 n=v length=2 -> 0",
                                         "RegOpenKeyEx 0x80000001 X access=0x1 -> 2"}));
+}
+
+TEST_F(SimulatedRegistryStoreTest, GenericRightsStandForTheirOwn) {
+    constexpr std::uint32_t kGenericRead = 0x80000000;
+    constexpr std::uint32_t kGenericWrite = 0x40000000;
+    constexpr std::uint32_t kGenericAll = 0x10000000;
+    constexpr std::uint32_t kMaximumAllowed = 0x02000000;
+    struct Row {
+        std::uint32_t access;
+        std::int32_t read;
+        std::int32_t write;
+    };
+    registry.PutValue(kUser, u"A", u"n", 1, "v");
+    for (const Row& row :
+         {Row{kGenericRead, 0, 5}, Row{kGenericWrite, 5, 0}, Row{kGenericAll, 0, 0}, Row{kMaximumAllowed, 0, 0}}) {
+        const Handle key = registry.OpenKey(kUser, u"A", row.access).key;
+        EXPECT_EQ(registry.Query(key, u"n", 9, ' ').status, row.read) << row.access;
+        EXPECT_EQ(registry.SetString(key, u"n", u"v", 2), row.write) << row.access;
+    }
+    registry.MakeReadOnly(kUser, u"A");
+    const Handle key = registry.OpenKey(kUser, u"A", kMaximumAllowed).key;
+    EXPECT_EQ(registry.Query(key, u"n", 9, ' ').status, 0);
+    EXPECT_EQ(registry.SetString(key, u"n", u"v", 2), 5);
+}
+
+TEST_F(SimulatedRegistryStoreTest, AReadOnlyRootRefusesChange) {
+    registry.PutValue(kUser, u"", u"n", 1, "v");
+    registry.MakeReadOnly(kUser, u"");
+
+    EXPECT_EQ(registry.Query(kUser, u"n", 9, ' ').status, 0);
+    EXPECT_EQ(registry.SetString(kUser, u"n", u"w", 2), 5);
+    EXPECT_EQ(registry.CreateKey(kUser, u"A", kQuery, false).status, 5);
+}
+
+TEST_F(SimulatedRegistryStoreTest, BackslashesAreLeftOutWhereNoNameIsBetweenThem) {
+    registry.PutKey(kUser, u"A\\B");
+    EXPECT_EQ(registry.OpenKey(kUser, u"A\\\\B", kQuery).status, 0);
+    EXPECT_EQ(registry.OpenKey(Root(0), u"\\", kQuery).status, 0) << "the classes root takes one in front";
+}
+
+TEST_F(SimulatedRegistryStoreTest, PreparingWhatCannotBeIsATestsMistake) {
+    EXPECT_THROW(registry.PutKey(kUser, u"\\A"), std::invalid_argument);
+    EXPECT_THROW(registry.MakeReadOnly(kUser, u"Missing"), std::invalid_argument);
+    EXPECT_EQ(registry.Find(kUser, u"Missing", u"n"), nullptr);
 }
 
 }  // namespace

@@ -44,6 +44,14 @@ void SimulatedTimerService::Stop(std::int32_t timerId) {
     mTimers.erase(found);
 }
 
+void SimulatedTimerService::EndThread() {
+    while (!mTimers.empty()) {
+        const auto [timerId, timer] = *mTimers.begin();
+        timer.handler->ThreadEnds();
+        Stop(timerId);
+    }
+}
+
 void SimulatedTimerService::Post(std::int32_t timerId, Timer& timer) {
     timer.message =
         mMessages.PostAt(Milliseconds{timer.due - mClock.Elapsed().scaled}, [this, timerId] { Expire(timerId); });

@@ -17,6 +17,8 @@ public:
     std::int32_t Start(std::uint32_t delayMs, TimerHandler& handler) override;
     void Stop(std::int32_t timerId) override;
 
+    /// The thread ends: every handler is told, and its timer stops.
+    void EndThread();
     /// How many timers run now.
     std::size_t Running() const { return mTimers.size(); }
 
