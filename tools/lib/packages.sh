@@ -58,6 +58,14 @@ KWO_PACKAGE_PACKAGES=(
     'zip zip'
     'unzip unzip'
 )
+KWO_COVERAGE_PACKAGES=(
+    'libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.profile-x86_64.a'
+    'llvm llvm-cov'
+    'python3 python3'
+)
+KWO_MUTANTS_PACKAGES=(
+    'python3-clang-14 /usr/lib/python3/dist-packages/clang/cindex.py'
+)
 KWO_FUZZ_PACKAGES=(
     'clang clang++'
     'libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a'
