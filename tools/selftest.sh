@@ -236,6 +236,68 @@ is 'an example outside a fence' "$(extracted "$mark" "$fence" "$end" '    Set a 
     $'run good.vbs\nwrong: page.md:4: an example outside a fence\nexit 1'
 is 'a script that no example uses' "$(extracted 'text')" $'wrong: tests/pages/good.vbs drives no example\nexit 1'
 
+# What the tests reach: an unreached place must not be called reached.
+mkdir -p "$scratch/code/part" "$scratch/code/rest"
+# covered THIRD FOURTH: the report on a source with these lines; the condition of the third was never false, and the
+# fourth not reached.
+covered() {
+    printf '%s\n' 'int f(bool a) {' '    int b = 0;' "$1" "$2" '    return b;' '}' >"$scratch/code/part/f.cpp"
+    printf '%s' '{"data": [{"files": [{"filename": "'"$scratch"'/code/part/f.cpp", "segments": [
+        [1, 15, 3, true, true, false], [3, 9, 3, true, true, false], [3, 10, 3, true, false, true],
+        [4, 5, 0, true, true, false], [4, 15, 3, true, false, false], [6, 2, 0, false, false, false]],
+        "branches": [[3, 9, 3, 10, 3, 0, 0, 0, 4]]}]}]}' >"$scratch/code/exported"
+    report_on part
+}
+report_on() { (cd "$scratch" && "$KWO_ROOT/tools/coverage_report.py" code "$1" <code/exported) | sed 's/  */ /g'; }
+is 'unreached places' "$(covered '    if (a)' '        b = 1;')" 'part lines 5 of 6 83.33 % branches 1 of 2 50.00 %
+all lines 5 of 6 83.33 % branches 1 of 2 50.00 %
+part/f.cpp:3: never false: a
+part/f.cpp:4: not reached: b = 1;
+0 passed, 1 failed'
+is 'marked places' "$(covered '    if (a)  // uncovered: why' '        b = 1;  // uncovered: why' | tail -n 2)" \
+    'all lines 5 of 6 83.33 % branches 1 of 2 50.00 %
+1 passed, 0 failed'
+is 'a mark without a reason' "$(covered '    if (a)  // uncovered:' '        b = 1;  // uncovered: why' | tail -n 3)" \
+    'part/f.cpp:3: never false: a
+part/f.cpp:3: a mark without a reason
+0 passed, 1 failed'
+sed -i '5s/$/  \/\/ uncovered: why/' "$scratch/code/part/f.cpp"
+is 'a mark on a reached line' "$(report_on part | tail -n 2)" 'part/f.cpp:5: marked as uncovered, but reached
+0 passed, 1 failed'
+touch "$scratch/code/rest/g.cpp" "$scratch/code/rest/g_test.cpp"
+is 'a source in no program' "$(report_on rest | tail -n 3)" 'rest/g.cpp: in no program
+rest: no source is counted
+0 passed, 1 failed'
+# Another program reaches what this one does not.
+covered '    if (a)' '        b = 1;' >/dev/null || true
+sed 's/\[4, 5, 0,/[4, 5, 1,/; s/3, 10, 3, 0, 0, 0, 4/3, 10, 3, 2, 0, 0, 4/' "$scratch/code/exported" >"$scratch/code/second"
+cat "$scratch/code/second" >>"$scratch/code/exported"
+is 'two programs' "$(report_on part)" 'part lines 6 of 6 100.00 % branches 2 of 2 100.00 %
+all lines 6 of 6 100.00 % branches 2 of 2 100.00 %
+1 passed, 0 failed'
+
+# The faults that can be planted, if the parser that finds them is there.
+if /usr/bin/python3 -c 'from clang import cindex' 2>/dev/null; then
+    printf '%s\n' 'int g(int, int);' 'int f(int a, bool b) {' '    if (a < 2 && !b) return g(a, 7);' \
+        '    while (b) g(1, 2);' '    return a;' '}' >"$scratch/f.cpp"
+    is 'the faults of a source' "$(/usr/bin/python3 -B -c 'import sys
+sys.path.insert(0, sys.argv[1] + "/tools/mutants")
+import places
+for place in places.places_of(sys.argv[2], ["-std=c++20"]):
+    print(place[0], place[4], "->", place[3] or "nothing")' "$KWO_ROOT" "$scratch/f.cpp")" '3 < -> <=
+3 < -> >=
+3 2 -> (2 + 1)
+3 && -> ||
+3 ! -> nothing
+3 a, 7 -> 7, a
+3 7 -> (7 + 1)
+4 b -> !(b)
+4 g(1, 2) -> (void)0
+4 1 -> 0
+4 1, 2 -> 2, 1
+4 2 -> (2 + 1)'
+fi
+
 # The map of the house shows the floors as they are built.
 is 'the picture of the floors' "$("$KWO_ROOT/tools/draw_floors.sh" --check 2>&1)" ''
 
