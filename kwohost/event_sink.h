@@ -8,24 +8,28 @@
 
 namespace kwohost {
 
-/// Handles an event; gets the name of its procedure.
+/// Handles an event; gets the name of its procedure, "Timer_Tick". May raise.
 using EventHandler = std::function<void(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result)>;
 
 /// Receives the events of one object and passes each one on under its prefix and name.
+/// The object calls it late-bound, by the ids of its event interface.
 class EventSink : public ComObject<IDispatch> {
 public:
-    /// `prefix` is what the procedures' names begin with, underscore included.
+    /// `prefix` is what the procedures' names begin with, underscore included. `handler` must be usable until Silence.
     EventSink(EventInterface events, std::wstring prefix, EventHandler handler)
         : mEvents(std::move(events)), mPrefix(std::move(prefix)), mHandler(std::move(handler)) {}
 
-    /// Ignores all further events: the object may keep the sink and call it for ever.
+    /// Ignores all further events: the object may keep the sink and call it for ever. The handler is let go of.
     void Silence() { mHandler = nullptr; }
 
+    /// A sink describes nothing: objects know the interface that they fire.
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
         return DISP_E_UNKNOWNNAME;
     }
+    /// DISP_E_MEMBERNOTFOUND for an id that the event interface does not have.
+    /// A failure of the handler is returned as its code.
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result, EXCEPINFO*,
                                      UINT*) override;
 
@@ -33,8 +37,10 @@ protected:
     bool AlsoAnswers(REFIID iid) const override { return iid == mEvents.id; }
 
 private:
+    /// What the object calls.
     EventInterface mEvents;
     std::wstring mPrefix;
+    /// Empty once the sink is silenced.
     EventHandler mHandler;
 };
 

@@ -8,9 +8,10 @@
 namespace kwohost {
 
 /// The font of a control: a standard font object that scripts share and change.
+/// It counts in the twips of this host, so a font of 10 points has 200 twips at every resolution.
 class Font {
 public:
-    /// 8.25 points MS Sans Serif, not bold.
+    /// 8.25 points MS Sans Serif, not bold. Raises what the system answers if it makes no font.
     Font() {
         FONTDESC first = {};
         first.cbSizeofstruct = sizeof first;
@@ -21,13 +22,13 @@ public:
         CountInTwips();
     }
 
-    /// The font object for scripts. Who changes it changes this font.
+    /// The font object for scripts. Who changes it changes this font, and every other one that shares it.
     ComPtr<IDispatch> Object() const {
         ComPtr<IDispatch> object;
         Check(mFont->QueryInterface(IID_PPV_ARGS(object.Out())));
         return object;
     }
-    /// Uses another font object. Raises error 13 if it is not a font.
+    /// Uses another font object from now on. Raises error 13 if it is not a font.
     void Share(IDispatch* object) {
         ComPtr<IFont> font;
         if (FAILED(object->QueryInterface(IID_IFont, font.OutVoid())))
@@ -35,7 +36,7 @@ public:
         mFont = font;
         CountInTwips();
     }
-    /// The font as it is now. The font object owns the handle.
+    /// The font as it is now. The font object owns the handle: ask again after a script has run.
     HFONT Handle() const {
         HFONT handle = nullptr;
         Check(mFont->get_hFont(&handle));
@@ -44,12 +45,14 @@ public:
 
 private:
     /// Makes a point 20 twips, in the twips that everything else is counted in.
+    /// Needed after each change of the font object.
     void CountInTwips() {
         constexpr LONG kTwipsPerInch = 1440;
         constexpr LONG kHimetricPerInch = 2540;
         Check(mFont->SetRatio(kTwipsPerInch, kHimetricPerInch * static_cast<LONG>(TwipsPerPixel(Axis::Y))));
     }
 
+    /// The object that scripts get.
     ComPtr<IFont> mFont;
 };
 

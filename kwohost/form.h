@@ -10,21 +10,29 @@ class Control;
 
 /// What the forms of a script share.
 struct Forms {
-    std::vector<Form*> all;     ///< that are not closed, in the order of their creation
-    HCURSOR pointer = nullptr;  ///< over all of them; null for the usual one
+    /// Those that are not closed, in the order of their creation. A form leaves the list when its window goes.
+    std::vector<Form*> all;
+    /// Over all of them; null for the usual one. The system owns it.
+    HCURSOR pointer = nullptr;
 };
 
-/// A window of its own, a child of an MDI form, or an MDI form. Members that it does not have are procedures of the
-/// script: `form.Name` calls `form_Name`.
+/// A window of its own, a child of an MDI form, or an MDI form.
+/// Members that it does not have are procedures of the script: `form.Name` calls `form_Name`.
+///
+///     const auto form = MakeObject<Form>(host, forms, L"frmMain", Form::Kind::Plain, nullptr);
+///     form->Open();
+///
+/// A form holds its controls, and each control holds its form, until the window goes.
 class Form : public HostWindow {
 public:
+    /// Kinds do not change: a form is made as one.
     enum class Kind { Plain, MdiParent, MdiChild };
 
-    /// `parent` is the MDI form of a child. Call Open next.
+    /// `parent` is the MDI form of a child, else null. `host` and `forms` must outlive the form. Call Open next.
     Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* parent);
-    /// Makes the window, hidden. Raises error 429 if the system has none.
+    /// Makes the window, hidden, and raises Load. Raises error 429 if the system has none.
     void Open();
-    /// Destroys the window without raising Unload.
+    /// Destroys the window without raising Unload. Its controls go with it.
     void End();
 
     /// The window that the children of an MDI form are in; null for other forms.
@@ -33,11 +41,14 @@ public:
     bool PreviewsKeys() const { return mKeyPreview; }
     /// The pointer's shape over all forms; null for the usual one.
     HCURSOR Pointer() const { return mForms.pointer; }
-    /// A window of the form has got or lost the focus. The form gives it to its first tab stop.
+    /// A window of the form has got or lost the focus.
+    /// Fires GotFocus or LostFocus of it. The form itself gives the focus to its first tab stop.
     void OnFocus(HostWindow& window, bool hasIt);
     /// The user has pressed a button on a window of the form: it gets the focus if it is a tab stop.
+    /// Code of the script may run.
     void FocusByPointer(HostWindow& window);
     /// Moves the focus to the next tab stop, or with `backwards` to the previous one, round and round.
+    /// Does nothing without a tab stop.
     void FocusNext(bool backwards);
 
 protected:
@@ -45,25 +56,41 @@ protected:
 
     ComPtr<Form> OwnerForm() override { return ComPtr<Form>(this); }
     HWND PlaceWindow() const override { return mParent ? mParent->mMdiClient : nullptr; }
+    /// Of an MDI form, what its children have.
     RECT ClientArea() const override;
+    /// Raises error 384 while the form is visible and minimised or maximised.
     void CheckMovable() const override;
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
+    /// MDI forms and their children have rules of their own.
     LRESULT Default(UINT message, WPARAM first, LPARAM second) override;
     void OnGone() override;
+    /// The script's procedures of this form, by their names.
     DISPID IdOfOther(std::wstring_view name) override;
+    /// Calls such a procedure. Its error goes to the caller and is also reported.
     HRESULT InvokeOther(DISPID id, DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception) override;
 
 private:
+    /// The members of forms alone.
     void AddMembers();
+    /// The script's AddControl: type, name and, if it is given, the container.
     void AddControl(Call& call);
+    /// 0 normal, 1 minimised, 2 maximised; of a hidden form the state that it will have.
     LONG WindowState() const;
+    /// Changes a visible form at once. Raises error 380 for a number beyond 0 to 2.
     void SetWindowState(LONG state);
+    /// Shows the form in its state and brings it to the front.
     void Show();
+    /// Closes the children of an MDI form, asks with Unload, and ends the form unless somebody refuses.
     void Close();
+    /// False if a child is still there.
     bool CloseChildren();
+    /// False if the script's Unload sets Cancel.
     bool MayClose();
+    /// Raises Activate if this MDI child has become the active one.
     void NoteActivity();
+    /// Puts a plain form in front of other windows, as far as the system lets it; an MDI child becomes the active one.
     void BringToFront();
+    /// In the order of the Tab key.
     std::vector<Control*> TabStops() const;
 
     Forms& mForms;
@@ -71,12 +98,18 @@ private:
     ComPtr<Form> mParent;
     HWND mMdiClient = nullptr;
     bool mKeyPreview = false;
+    /// The state that Show gives the window.
     LONG mStateWhenShown = 0;
     bool mIsOpen = false;
-    bool mIsInFront = false;                ///< of the other MDI children
-    bool mIsActiveChild = false;            ///< in front and visible
-    std::vector<std::wstring> mOtherNames;  ///< of the script's procedures that were asked for
+    /// Of the other MDI children.
+    bool mIsInFront = false;
+    /// In front and visible.
+    bool mIsActiveChild = false;
+    /// Of the script's procedures that were asked for. Their places are their ids.
+    std::vector<std::wstring> mOtherNames;
+    /// In the order of their creation; empty when the window is gone.
     std::vector<ComPtr<Control>> mControls;
+    /// What gets the focus when the form becomes active.
     HWND mLastFocus = nullptr;
 };
 

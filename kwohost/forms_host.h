@@ -4,7 +4,11 @@
 
 namespace kwohost {
 
-/// The global objects `Host` and `Screen`. The forms are closed with the script.
+/// Adds the global objects `Host` and `Screen`; docs/kwohost.md lists their members.
+/// Call it before the script runs. The forms are closed with the script, without Unload.
+///
+///     AddFormObjects(host);
+///     host.Run();
 void AddFormObjects(ScriptHost& host);
 
 }  // namespace kwohost

@@ -7,8 +7,13 @@
 
 namespace kwohost {
 
-/// Runs the body of a function that the system, an engine or a component calls. This is the one place where an
-/// exception ends: `onFailure` gets it as a ScriptFailure and returns the result in its stead. It must not throw.
+/// Runs the body of a function that the system, an engine or a component calls.
+/// This is the one place where an exception ends.
+///
+///     return Guarded([&] { return InvokeMember(id); }, [&](const ScriptFailure& failure) { return failure.code; });
+///
+/// Returns what the body returns. `onFailure` gets the exception as a ScriptFailure and returns the result in its
+/// stead; it must not throw. Lack of memory is E_OUTOFMEMORY, an unknown exception E_UNEXPECTED.
 template <class Body, class OnFailure>
 auto Guarded(Body&& body, OnFailure&& onFailure) noexcept -> decltype(body()) {
     try {
@@ -22,7 +27,7 @@ auto Guarded(Body&& body, OnFailure&& onFailure) noexcept -> decltype(body()) {
     }
 }
 
-/// For functions that return their failure as a code alone.
+/// For functions that return their failure as a code alone: the description is lost.
 template <class Body>
 HRESULT Guarded(Body&& body) noexcept {
     return Guarded(std::forward<Body>(body), [](const ScriptFailure& failure) { return failure.code; });

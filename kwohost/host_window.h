@@ -13,14 +13,17 @@ namespace kwohost {
 
 class Form;
 
-/// The arguments of an event, in the order of the procedure. Those by reference stay the caller's.
+/// The arguments of an event, in the order of the procedure.
+/// Those by reference stay the caller's.
+///
+///     Fire(L"Unload", EventValues().Reference(cancel));
 class EventValues {
 public:
     /// Adds a 16-bit number by value.
     EventValues& Whole(SHORT value);
     /// Adds a number of single precision by value.
     EventValues& Single(double value);
-    /// Adds a reference. `value` must outlive the call.
+    /// Adds a reference. `value` must outlive the call, which may change it.
     EventValues& Reference(SHORT& value);
 
     /// The arguments for a call, valid as long as this object.
@@ -33,11 +36,13 @@ private:
     std::vector<VARIANT> mBackwards;
 };
 
-/// A window that scripts know as an object. The window holds a reference: the object lives at least as long. After
-/// the window's end every use of it raises error 91.
+/// A window that scripts know as an object.
+/// The window holds a reference: the object lives at least as long. After the window's end every use of it raises
+/// error 91.
+/// Every event may run any code of the script, which may close the window: look at IsThere after Fire.
 class HostWindow : public ScriptObject {
 public:
-    /// The window. Raises error 91 if it is gone.
+    /// The window. Raises error 91 if it is gone or was never made.
     HWND Window() const;
     /// Whether the window is there now.
     bool IsThere() const { return mWindow != nullptr; }
@@ -45,10 +50,12 @@ public:
     const std::wstring& Name() const { return mName; }
     /// What the window's own coordinates are counted in.
     Scale OwnScale() const { return mScale; }
-    /// Calls the script's procedure `name_event`; it need not exist. A window that is gone has no events.
+    /// Calls the script's procedure `name_event`; it need not exist.
+    /// A window that is gone has no events.
+    /// An error in the procedure is reported and ends the script.
     void Fire(const wchar_t* event, EventValues values = {});
 
-    /// The object behind a window; null for a window of somebody else.
+    /// The object behind a window; null for 0 and for a window of somebody else. The caller gets no reference.
     static HostWindow* From(HWND window);
     /// The window procedure of all our windows.
     static WNDPROC ProcedureOfClass() { return Procedure; }
@@ -57,28 +64,39 @@ protected:
     HostWindow(ScriptHost& host, std::wstring name) : mHost(host), mName(std::move(name)) {}
     ~HostWindow() override = default;
 
-    /// Members that every window has.
+    /// Adds the members that every window has: name, handle, place, visibility, focus.
     void AddWindowMembers();
-    /// ScaleMode, ScaleX, ScaleY, ScaleWidth, ScaleHeight.
+    /// Adds ScaleMode, ScaleX, ScaleY, ScaleWidth, ScaleHeight.
     void AddScaleMembers();
+    /// Makes the window. `place` is in pixels of the parent. Raises error 429 if the system has none.
     void CreateWindowOf(const wchar_t* className, DWORD style, DWORD extendedStyle, HWND parent, RECT place);
 
+    /// The form that the window is on, or is.
     /// Held, because an event of the script may close and release it. Null when the window is gone.
     virtual ComPtr<Form> OwnerForm() = 0;
     /// What the window's place is counted in, and the window whose client area it is in; null for the screen.
     virtual Scale PlaceScale() const { return Scale::Twips; }
     virtual HWND PlaceWindow() const { return nullptr; }
+    /// In pixels, with left and top 0.
     virtual RECT ClientArea() const;
     /// Raises the error of a window whose place cannot be changed now.
     virtual void CheckMovable() const {}
+    /// A message for the window. The object lives until it returns.
     virtual LRESULT OnMessage(UINT message, WPARAM first, LPARAM second);
+    /// What the system does with a message; 0 if the window is gone.
     virtual LRESULT Default(UINT message, WPARAM first, LPARAM second);
+    /// The window has got another size.
     virtual void OnResized() { Fire(L"Resize"); }
+    /// The window has gone. Lets go of what would keep this object alive.
     virtual void OnGone() {}
     void CheckUsable() const override { Window(); }
     ScriptHost& Host() const { return mHost; }
 
+    /// In pixels of PlaceWindow.
     RECT Place() const;
+    /// Moves and sizes the window.
+    /// Raises error 380 for a negative size. If handling the new size fails, puts the old place back and raises the
+    /// failure.
     void SetPlace(const RECT& place);
     /// SetWindowPos, which sends messages to this window. Raises the failure of their handling.
     void Reposition(const RECT& place, UINT flags);
@@ -86,22 +104,31 @@ protected:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
 
+    /// Adds one coordinate as a property.
     void AddPlace(const wchar_t* name, LONG RECT::*from, LONG RECT::*to, Axis axis);
+    /// Fires an event with button, shift keys and the place in the window's own units.
     void FireMouse(const wchar_t* event, SHORT button, LPARAM place);
+    /// A press captures the mouse until the last button is released.
     LRESULT OnMouse(UINT message, WPARAM first, LPARAM second);
+    /// True if the key has been used up.
     bool OnKey(UINT message, WPARAM key);
+    /// Takes the characters of a used-up key out of the queue.
     void DropCharacters();
+    /// Keeps a failure for Reposition, else ends the script with it.
     LRESULT OnFailure(const ScriptFailure& failure) noexcept;
 
     ScriptHost& mHost;
     std::wstring mName;
+    /// Null before the window is made and after it is gone.
     HWND mWindow = nullptr;
     Scale mScale = Scale::Twips;
+    /// True while Reposition runs.
     bool mRaisesFailures = false;
+    /// What an event raised while Reposition ran.
     std::exception_ptr mFailure;
 };
 
-/// The windows' classes; to be called once before the first window.
+/// Registers the windows' classes. Call it before the first window; a second call does nothing.
 void RegisterWindowClasses();
 inline constexpr wchar_t kFormClass[] = L"KwohostForm";
 inline constexpr wchar_t kControlClass[] = L"KwohostControl";

@@ -5,7 +5,7 @@
 
 namespace kwohost {
 
-/// A line or more of text.
+/// A line or more of text, broken between words. It takes no focus. Its default member is Caption.
 class Label final : public Control {
 public:
     /// A label without a window; it takes no focus.
@@ -15,11 +15,14 @@ protected:
     void Paint(HDC context) override;
 
 private:
+    /// Adds a colour that is drawn again when it changes.
     void AddColour(const wchar_t* name, LONG& colour);
+    /// The system paints the label again when it has time.
     void Changed() { InvalidateRect(Window(), nullptr, FALSE); }
 
     std::wstring mCaption;
-    LONG mAlignment = 0;  ///< 0 left, 1 right, 2 centre
+    /// 0 left, 1 right, 2 centre; anything else counts as left.
+    LONG mAlignment = 0;
     LONG mForeColour = static_cast<LONG>(0x80000012);
     LONG mBackColour = static_cast<LONG>(0x8000000F);
     Font mFont;

@@ -5,6 +5,8 @@
 namespace kwohost {
 
 /// An area of a form that holds controls.
+/// It takes no focus and has a colour of its own.
+/// Components use it as a container: it has ScaleMode, ScaleX, ScaleY, ScaleWidth and ScaleHeight.
 class Panel final : public Control {
 public:
     Panel(ScriptHost& host, Form& form, std::wstring name) : Control(host, form, std::move(name), false) {
@@ -18,6 +20,7 @@ public:
     }
 
 protected:
+    /// Fills the whole panel; the controls on it paint themselves.
     void Paint(HDC context) override {
         const RECT area = ClientArea();
         const HBRUSH brush = CreateSolidBrush(ToColour(mBackColour));
@@ -26,6 +29,7 @@ protected:
     }
 
 private:
+    /// The system's colour of button faces, until the script sets another.
     LONG mBackColour = static_cast<LONG>(0x8000000F);
 };
 

@@ -15,13 +15,22 @@
 
 namespace kwohost {
 
-/// Runs one script. Objects that the script finds by name are added before `Run`.
+/// Runs one script.
+/// Objects that the script finds by name are added before `Run`.
+///
+///     ScriptHost host(ReadSource(path));
+///     host.AddGlobal(L"WScript", object);
+///     return host.Run();
+///
+/// Everything runs on one thread, which must be in an apartment. Errors go to standard error, in the words of
+/// ErrorReport.
 class ScriptHost {
 public:
     /// Takes the script; nothing runs yet.
     explicit ScriptHost(SourceFile source);
     ScriptHost(const ScriptHost&) = delete;
     ScriptHost& operator=(const ScriptHost&) = delete;
+    /// Closes the script if nobody has.
     ~ScriptHost();
 
     /// The path of the script.
@@ -29,35 +38,42 @@ public:
     /// The language of the script.
     Language ScriptLanguage() const { return mSource.language; }
 
-    /// Adds an object that the script finds as `name`. The host keeps it until Close.
+    /// Adds an object that the script finds as `name`, before Run. The host keeps it until Close.
     void AddGlobal(const std::wstring& name, ComPtr<IDispatch> object);
-    /// Runs before the engine is closed, the last one added first.
+    /// Runs before the engine is closed, the last one added first. `action` must not raise.
     void AtClose(std::function<void()> action) { mAtClose.push_back(std::move(action)); }
 
-    /// Runs the script's main part and returns the exit code.
+    /// Runs the script's main part and returns the exit code: 0, or 1 after an error, which is reported.
+    /// Timers and events of the script need Wait.
     int Run();
-    /// Calls a procedure of the script for an event; one that the script does not have is no error. An error inside is
-    /// reported and ends the script. What the procedure assigns to arguments by reference is stored for the caller.
+    /// Calls a procedure of the script for an event; one that the script does not have is no error.
+    /// An error inside is reported and ends the script, with the exit code 1: the call does not return then. What the
+    /// procedure assigns to arguments by reference is stored for the caller.
     void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
-    /// Whether the script has a procedure of that name.
+    /// Whether the script has a procedure of that name. False while the script is closed.
     bool HasProcedure(const std::wstring& procedure);
-    /// Calls a procedure for somebody who handles its error: it is reported and returned, with its content.
+    /// Calls a procedure for somebody who handles its error: it is reported and returned as DISP_E_EXCEPTION, with its
+    /// content in `exception`, which may be null.
+    /// DISP_E_MEMBERNOTFOUND if the script has no such procedure.
     HRESULT CallProcedure(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
                           EXCEPINFO* exception);
     /// Reports an error that has no place in the script.
+    /// Run then returns 1. Never fails: without memory it says only that.
     void Report(const std::wstring& source, HRESULT code, const std::wstring& description) noexcept;
-    /// Reports a failure that nobody can handle, and ends the script.
+    /// Reports a failure that nobody can handle, and ends the script with the exit code 1.
     void EndAfter(const std::wstring& source, const ScriptFailure& failure) noexcept;
     /// Reports that `procedure` failed: `called` is what the engine returned, `raised` what it filled in.
     void ReportFailure(const std::wstring& procedure, HRESULT called, const EXCEPINFO& raised);
 
-    /// Lets timers and events run, as RunMessages does. An error in one of their procedures ends the script, and so
-    /// does a request to quit, with its code.
+    /// Lets timers and events run, as RunMessages does.
+    /// An error in one of their procedures ends the script, and so does a request to quit, with its code.
     void Wait(std::chrono::milliseconds duration);
 
-    /// Takes the script down: AtClose actions, engine, globals. Nothing of the script runs afterwards.
+    /// Takes the script down: AtClose actions, engine, globals.
+    /// Nothing of the script runs afterwards. A second call does nothing.
     void Close();
-    /// Ends the process, from however deep inside the script. Inside Close it only sets the exit code.
+    /// Closes the script and ends the process, from however deep inside the script: it does not return.
+    /// Inside Close it only sets the exit code.
     void End(int exitCode);
     /// What Run returns when the script has ended.
     int ExitCode() const { return mExitCode; }
@@ -70,18 +86,23 @@ private:
         virtual ~Site() = default;
 
         HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+        /// Any number but 0: nobody frees the site.
         ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
         ULONG STDMETHODCALLTYPE Release() override { return 1; }
 
+        /// The user's locale.
         HRESULT STDMETHODCALLTYPE GetLCID(LCID* locale) override;
+        /// The globals by their names; TYPE_E_ELEMENTNOTFOUND for any other.
         HRESULT STDMETHODCALLTYPE GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** item, ITypeInfo** info) override;
         HRESULT STDMETHODCALLTYPE GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
         HRESULT STDMETHODCALLTYPE OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override { return S_OK; }
         HRESULT STDMETHODCALLTYPE OnStateChange(SCRIPTSTATE) override { return S_OK; }
+        /// Reports the error. The engine then ends what it runs.
         HRESULT STDMETHODCALLTYPE OnScriptError(IActiveScriptError* error) override;
         HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
         HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 
+        /// The desktop owns the engine's own boxes.
         HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
         HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
 
@@ -89,23 +110,32 @@ private:
         ScriptHost& mHost;
     };
 
+    /// Makes the engine and runs the script's main part.
     HRESULT Start();
+    /// Empties the variables of VBScript, which would keep their objects.
     void LetGoOfVariables();
-    /// Null when the script has no such procedure.
+    /// Null if the script has no such procedure, and while it is closed.
     ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
     /// `describe` returns the report, and may fail for lack of memory.
     template <class Describe>
     void ShowError(Describe&& describe) noexcept;
 
+    /// Kept while the script runs, for its path.
     SourceFile mSource;
+    /// Where errors are reported.
     Output mErrors{STD_ERROR_HANDLE};
     Site mSite{*this};
+    /// Null before Run and after Close.
     ComPtr<IActiveScript> mEngine;
     std::map<std::wstring, ComPtr<IDispatch>> mGlobals;
     std::vector<std::function<void()>> mAtClose;
+    /// Set by Close and never reset: no procedure is found any more.
     bool mIsClosing = false;
+    /// Errors that were reported, to notice one that a procedure caused.
     int mErrorCount = 0;
+    /// For callers of CallProcedure, who want its content.
     ErrorReport mLastError;
+    /// 0 until an error or a request to quit.
     int mExitCode = 0;
 };
 

@@ -7,7 +7,9 @@
 
 namespace kwohost {
 
-/// An enumeration over texts, for `For Each` and JScript's `Enumerator`.
+/// An enumeration over a copy of texts (IEnumVARIANT), for `For Each` and JScript's `Enumerator`.
+/// It may outlive the object that made it.
+/// Raises std::bad_alloc.
 ComPtr<IUnknown> EnumerateTexts(const std::vector<std::wstring>& texts);
 
 }  // namespace kwohost

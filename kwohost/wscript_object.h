@@ -9,7 +9,8 @@
 
 namespace kwohost {
 
-/// The object that scripts know as `WScript`. The host and the connections must outlive it.
+/// The object that scripts know as `WScript`. docs/kwohost.md lists its members.
+/// The host and the connections must outlive it. `arguments` are those behind the script's name on the command line.
 ComPtr<IDispatch> MakeWScriptObject(ScriptHost& host, EventConnections& connections,
                                     const std::vector<std::wstring>& arguments);
 

@@ -5,6 +5,9 @@
 
 namespace kwo::com {
 
+/// The classes of the component.
+/// Each function is defined beside the shell of its class, so that no header has to show a shell.
+/// kClasses in dll.cpp lists them; a class that is missing there cannot be created.
 ClassEntry RegistryClass();
 ClassEntry UtilityClass();
 ClassEntry SplitterVClass();
@@ -14,10 +17,12 @@ ClassEntry SysTrayClass();
 ClassEntry SysMetricsClass();
 ClassEntry MonthViewClass();
 ClassEntry TimerClass();
+/// Empty reference implementations of the callback interfaces; programs may create them.
 ClassEntry TimerCallbackClass();
 ClassEntry AlarmCallbackClass();
 
-/// What all objects with a callback interface share.
+/// What all objects with a callback interface share, also the stand-ins for script objects.
+/// May be called on any thread; the result lives as long as the program.
 ClassInfo& TimerCallbackInfo();
 ClassInfo& AlarmCallbackInfo();
 

@@ -22,6 +22,7 @@ inline std::u16string ToText(BSTR string) {
 }
 
 /// A new automation string with a copy of `text`, which the caller owns and frees with SysFreeString.
+/// Every module may free it: the system has one allocator for such strings.
 /// Never null, not even for an empty text.
 /// Raises std::bad_alloc.
 [[nodiscard]] BSTR NewString(std::wstring_view text);
@@ -34,7 +35,6 @@ inline std::u16string ToText(BSTR string) {
 ///     Bstr name;
 ///     info->GetDocumentation(id, name.Out(), nullptr, nullptr, nullptr);
 ///     use(name.View());
-///
 class Bstr {
 public:
     Bstr() = default;

@@ -16,6 +16,7 @@ namespace kwo::com_support {
 ///
 /// Releasing a reference may run any code of the object. So each member lets go of its reference before it releases
 /// it: code that looks at the pointer meanwhile finds the new value.
+/// One thread uses a pointer. Whether another thread may use the object is a matter of its apartment.
 template <class Interface>
 class ComPtr {
 public:

@@ -7,7 +7,12 @@
 
 namespace kwo::com_support {
 
-/// What an object reports about its failure: the last argument but one of IDispatch::Invoke. Owns the texts in it.
+/// What an object reports about its failure: the last argument but one of IDispatch::Invoke.
+/// Owns the texts in it.
+///
+///     ExceptionInfo exception;
+///     const HRESULT code = object->Invoke(id, IID_NULL, locale, flags, &parameters, &result, &exception, nullptr);
+///     if (code == DISP_E_EXCEPTION) exception.Complete();
 class ExceptionInfo : public EXCEPINFO {
 public:
     /// Begins with no code and no texts.

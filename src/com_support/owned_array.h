@@ -57,7 +57,6 @@ private:
 ///
 ///     const ArrayElements<BSTR> texts(array.Get());
 ///     if (SUCCEEDED(texts.Status())) use(texts[0]);
-///
 template <class Element>
 class ArrayElements {
 public:

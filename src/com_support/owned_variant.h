@@ -9,6 +9,11 @@ namespace kwo::com_support {
 
 /// A VARIANT that owns what it holds: a string, an array, a reference to an object.
 /// What it only refers to (VT_BYREF) stays somebody else's. It begins empty.
+///
+///     OwnedVariant text;
+///     if (FAILED(Convert(text, value, VT_BSTR, locale))) return {};
+///     return ToText(text.bstrVal);
+///
 /// It is a VARIANT, so it can be passed wherever a call reads one. Assign to its members only while it is empty.
 class OwnedVariant : public VARIANT {
 public:

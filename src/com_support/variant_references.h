@@ -60,11 +60,11 @@ std::size_t StorageSize(VARTYPE type);
 ///
 ///     VARIANT value;
 ///     if (SeeInnermost(argument, value) && value.vt == VT_I4) use(value.lVal);
-///
 [[nodiscard]] bool SeeInnermost(const VARIANT& variant, VARIANT& value);
 
 /// Exchanges the value behind `reference`, which must not be null, with `value`, which must have the same type.
-/// Frees nothing: `value` then owns the old value.
+/// Frees nothing: `value` then owns the old value. So the variable has its new value before code of an old object
+/// runs.
 /// Returns false, and changes nothing, if the type cannot be referred to.
 bool ExchangeReferred(const VARIANT& reference, VARIANT& value);
 

@@ -28,12 +28,18 @@ struct MonthStyle {
     Bevel headerBevel;
     Bevel dayBevel;
 
-    /// System colours. If the selected colour is kHighlightText, selected days have a highlighted box.
+    /// System colours, which follow the user's colour scheme at the next drawing.
+    /// The text of selected days. While it is the selected colour, they have a highlighted box.
     static constexpr Colour kHighlightText = 0x8000000E;
+    /// The ground of that box.
     static constexpr Colour kHighlight = 0x8000000D;
+    /// The ground of the calendar.
     static constexpr Colour kButtonFace = 0x8000000F;
+    /// The letters of the week.
     static constexpr Colour kGreyText = 0x80000011;
+    /// Month and year.
     static constexpr Colour kButtonText = 0x80000012;
+    /// The days.
     static constexpr Colour kWindowText = 0x80000008;
 };
 

@@ -19,7 +19,9 @@ using platform::TwipsPerPixel;
 /// Drawing and hit testing read the same layout, so the user hits what is drawn. A fresh one has only empty
 /// rectangles. In a box that is too small, rectangles are empty or inverted, and nothing is hit there.
 struct MonthLayout {
+    /// The days of a week, from left to right.
     static constexpr std::size_t kColumns = 7;
+    /// Weeks that a month may touch.
     static constexpr std::size_t kRows = 6;
 
     /// The arrows: 0 leads to the previous month, 1 to the next.

@@ -142,8 +142,8 @@ public:
     /// The last allowed month, as the date that was set; 0 means no limit.
     Date MaxDate() const { return mModel.MaxDate(); }
     /// Sets the last allowed month.
-    /// Moves the focus to `date` even if that is in the visible month, and always if it is 0: see docs/intended.md.
-    /// Before Create it only stores the date.
+    /// Moves the focus to `date` even if that is in the visible month, and always if it is 0: see docs/intended.md. As
+    /// long as there is no visible month, it only stores the date.
     void SetMaxDate(Date date);
     /// The month and year that are shown; 0 before Create. After a refused ShowMonth they differ from the picture.
     std::int16_t VisibleMonth() const { return mModel.VisibleMonth(); }

@@ -57,8 +57,9 @@ public:
     /// The bar's height then comes from the container's width, which is intended.
     void MouseUp(float x);
 
-    /// The gap between the left pane and the edge of the container, in the container's units.
-    /// It is also the bar's leftmost place. The four margins take effect at the next Resize.
+    /// The gap between the left pane and the edge of the container, in the container's units; 0 at first.
+    /// It is also the bar's leftmost place.
+    /// The four margins take effect at the next Resize. Every number is accepted, negative ones too.
     float LeftMargin() const { return mLeftMargin; }
     void SetLeftMargin(float margin) { mLeftMargin = margin; }
     /// The gap above the panes and the bar.

@@ -40,9 +40,9 @@ public:
     /// The routine on top, "KWOTimer.AddAlarm". Empty if the stack is empty or the trace has not been started.
     Text KWO_CurrentRoutine() const { return mOn ? Top() : Text(); }
     /// Writes one entry to the file or, without a file, to the ring; nothing if there is neither.
-    /// The entry gets the time in front; further lines in `text` are indented below the first.
-    /// `indent` indents it below the routine on top, four blanks for each depth. `save` false keeps it out of the
-    /// ring; a file gets it in any case.
+    /// Each line of `text` gets the time in front; the lines after the first are indented further.
+    /// `indent` indents the entry below the routine on top, four blanks for each depth. `save` false keeps it out of
+    /// the ring; a file gets it in any case.
     void KWO_TraceWrite(TextView text, bool indent, bool save) {
         if (mOn) Write(text, indent, save);
     }

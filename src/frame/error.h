@@ -66,7 +66,7 @@ public:
         : mSystem(system), mHost(host), mIdentity(identity), mTrace(trace), mBoxes(boxes) {}
 
     /// Sets where translated texts come from; null means the built-in English texts.
-    /// The caller keeps the ownership and sets null before `messages` ends.
+    /// The caller keeps the ownership: `messages` must live as long as members are called.
     void SetMessages(MessageLookup* messages) { mMessages = messages; }
 
     /// Saves the error that a handler has caught.

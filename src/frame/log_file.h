@@ -14,7 +14,6 @@ namespace kwo::frame {
 ///
 ///     if (!file.Open(folder, u"HOSTAPP", errors)) fail(file.Name(), errors.Last());
 ///     file.Write(u"first line\r\n");
-///
 class LogFile {
 public:
     /// Keeps references to all of these; they must outlive it.

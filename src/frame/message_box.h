@@ -36,7 +36,6 @@ struct MessageBoxRequest {
 ///
 ///     const auto answer = boxes.KWOMsgBox({.prompt = question, .buttons = 4});
 ///     if (answer == 6) ...  // Yes
-///
 class MessageBoxes {
 public:
     /// Keeps references to all of these; they must outlive it.

@@ -12,7 +12,6 @@ namespace kwo::frame {
 /// The wait takes no processor time.
 ///
 ///     if (!wait.KWO_Wait(750, true)) return;  // the program ends
-///
 class MessageWait {
 public:
     /// Keeps references to all of these; they must outlive it.

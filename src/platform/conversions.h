@@ -21,8 +21,8 @@ namespace kwo::platform {
 /// empty text and a text with a zero character are of the wrong kind.
 /// Rounding is to the nearest whole number, halves to even. A value that is not a number (NaN) raises Overflow where a
 /// whole number or a date is wanted.
-/// On Windows an object is asked for its default value, which may run code of the host. The simulated desktop raises
-/// TypeMismatch.
+/// An object of the host is asked for its default value, which may run any code of the host. An object without one is
+/// of the wrong kind.
 class Conversions {
 public:
     virtual ~Conversions() = default;
@@ -68,7 +68,6 @@ public:
     virtual Text FormatDate(Date value, TextView pattern) = 0;
 
     /// The capital letter for a letter of any language; another character stays as it is.
-    /// The simulated desktop knows the letters of Windows-1252 only.
     virtual char16_t ToUpper(char16_t character) = 0;
 
     /// Text from bytes in the system's ANSI code page.

@@ -53,8 +53,7 @@ public:
     /// Draws a frame of one pixel along the inside of `area`, in the colour of `brush`.
     virtual void FrameRect(Handle context, const Rect& area, Handle brush) = 0;
     /// One of the system's own pens, brushes or fonts (GetStockObject); 0 for an unknown number.
-    /// The system owns it:
-    /// it must not be deleted.
+    /// The system owns it: it must not be deleted.
     virtual Handle StockObject(std::int32_t which) = 0;
 };
 

@@ -8,7 +8,6 @@ namespace kwo::platform {
 /// The component has no thread of its own, so while it waits it runs the host's messages:
 ///
 ///     while (!done && messages.ProcessPending()) messages.WaitForInput(100, 0xFF);
-///
 class MessageLoop {
 public:
     virtual ~MessageLoop() = default;

@@ -26,8 +26,7 @@ public:
     /// Sets the number of the help topic of a form. Nothing happens if there is no such window.
     virtual void SetHelpContext(Handle form, std::int32_t context) = 0;
     /// 1440 divided by the logical dots per inch of the display; 15 if the display tells none.
-    /// It may be a fraction:
-    /// 7.5 at 192 dots per inch. Forms and controls count with whole numbers, see TwipsPerPixel.
+    /// It may be a fraction: 7.5 at 192 dots per inch. Forms and controls count with whole numbers, see TwipsPerPixel.
     virtual double TwipsPerPixelX() = 0;
     /// The same for the vertical axis.
     virtual double TwipsPerPixelY() = 0;

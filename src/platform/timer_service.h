@@ -24,7 +24,6 @@ public:
 ///
 ///     const std::int32_t id = timers.Start(500, handler);  // handler.TimerProc runs twice a second
 ///     if (id != 0) timers.Stop(id);
-///
 class TimerService {
 public:
     virtual ~TimerService() = default;

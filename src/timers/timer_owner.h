@@ -69,7 +69,7 @@ public:
         if (mOwner != nullptr) mOwner->ReleaseOwner();
     }
 
-    /// The owner; null for an empty reference.
+    /// The owner, without a reference for the caller; null for an empty reference.
     TimerOwner* Get() const { return mOwner; }
     /// The owner. The reference must not be empty.
     TimerOwner& operator*() const { return *mOwner; }

@@ -6,7 +6,7 @@
 
 namespace kwo::kwoinit {
 
-/// Writes problems to the debug output of the process.
+/// Writes problems to the debug output of the process, one line each, in UTF-16. Does nothing if nobody listens.
 class DebuggerReport final : public ProblemReport {
 public:
     void Problem(platform::TextView text) override {

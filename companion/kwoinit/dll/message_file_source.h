@@ -7,14 +7,16 @@
 
 namespace kwo::kwoinit {
 
-/// The path and the bytes of a message file.
+/// The path and the bytes of a message file, as they are on the disk.
 struct FoundFile {
     platform::Text path;
     std::string bytes;
 };
 
-/// The file at `path`, else the file of the same name beside this DLL. Nothing if there is neither. Raises
-/// ComponentError for a file that cannot be read or is too large.
+/// The file at `path`, else the file of the same name beside this DLL; KWOInit.nls for an empty path.
+/// Nothing if there is neither; folders, devices and pipes do not count. No box asks for a missing disk.
+/// Raises FileUnreadable or FileTooLarge for a file that is there and cannot be used. Others may write to the file
+/// meanwhile.
 std::optional<FoundFile> FindMessageFile(platform::TextView path);
 
 }  // namespace kwo::kwoinit

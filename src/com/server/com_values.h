@@ -15,7 +15,8 @@ using com_support::ToText;
 using platform::Text;
 using platform::TextView;
 
-/// A truth value as automation passes it.
+/// A truth value as automation passes it: -1 for true, 0 for false.
+/// Callers may pass any other number; every one but 0 means true.
 constexpr VARIANT_BOOL VariantBool(bool truth) {
     return truth ? VARIANT_TRUE : VARIANT_FALSE;
 }

@@ -15,41 +15,61 @@ namespace kwo::com {
 
 /// What the type library says about one argument.
 struct Parameter {
-    VARTYPE type = VT_EMPTY;  ///< the automation type, VT_DISPATCH for every interface, VT_ARRAY | the elements' type
+    /// The automation type, VT_DISPATCH for every interface, VT_ARRAY | the elements' type.
+    VARTYPE type = VT_EMPTY;
+    /// The member may write into it.
     bool byReference = false;
-    bool optional = false;  ///< left out, a variant is missing and anything else 0, the one default there is
+    /// If it is left out, a variant is missing and anything else is 0, the one default there is.
+    bool optional = false;
+    /// It is a handle of the system, see MemberThunk.
     bool handle = false;
-    bool anyInterface = true;  ///< an object is passed as it comes, without being asked for an interface
+    /// An object is passed as it comes, without being asked for an interface.
+    bool anyInterface = true;
+    /// The interface that an object is asked for otherwise.
     IID interfaceId = IID_IDispatch;
 };
 
 /// One accessor or method.
 struct DispatchMember {
     DISPID id = DISPID_UNKNOWN;
-    WORD kind = 0;  ///< one of the DISPATCH_ flags
+    /// One of the DISPATCH_ flags.
+    WORD kind = 0;
     MemberThunk thunk{};
-    std::vector<Parameter> parameters;  ///< without the result
-    std::vector<Text> parameterNames;   ///< the same, case-folded
-    VARTYPE resultType = VT_EMPTY;      ///< VT_EMPTY when there is none
-    std::uint8_t requiredCount = 0;     ///< parameters that are not optional
+    /// In the order of the interface, without the result.
+    std::vector<Parameter> parameters;
+    /// The same, case-folded.
+    std::vector<Text> parameterNames;
+    /// VT_EMPTY if there is none.
+    VARTYPE resultType = VT_EMPTY;
+    /// How many must be there: up to the last one that is not optional.
+    std::uint8_t requiredCount = 0;
 };
 
-/// Names, ids and arguments of a dual interface, from its type information. Created once for each class and then only
-/// read.
+/// Names, ids and arguments of a dual interface, from its type information.
+/// Created once for each class and then only read, by all threads.
+///
+///     const DispatchMember* const member = table.Find(id, DISPATCH_METHOD);
+///     if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
 class DispatchTable {
 public:
+    /// The most arguments of a member, its result included.
     static constexpr std::size_t kMostArguments = 16;
 
-    /// `members` lists the members of the interface in the order of its virtual table. Raises ComponentError if the two
-    /// do not match.
+    /// `members` lists the members of the interface in the order of its virtual table.
+    /// Raises ComponentError if the two do not match in number, or a member in the number of its arguments.
     DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const MemberThunk> members);
 
     /// The type information that callers may ask for. The caller gets no reference of its own.
     ITypeInfo* TypeInfo() const { return mTypeInfo.Get(); }
 
     /// IDispatch::GetIDsOfNames: the ids of a member and of its arguments, by their names.
+    /// The id of an argument is its place, from 0.
+    /// DISP_E_UNKNOWNNAME if a name is unknown; its id is then DISPID_UNKNOWN. A name of more than 64 characters is
+    /// unknown. Upper and lower case of A to Z are the same.
     HRESULT IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept;
     /// The member with this id and kind of access; null if there is none.
+    /// `flags` may name several kinds.
+    /// An assignment finds the other kind of assignment if its own is not there. Valid as long as the table.
     const DispatchMember* Find(DISPID id, WORD flags) const noexcept;
 
 private:
@@ -58,9 +78,12 @@ private:
         DISPID id;
     };
 
+    /// Reads one member. Raises ComponentError if it does not match `thunk`.
     void AddMember(ITypeInfo* virtualInfo, UINT index, const MemberThunk& thunk);
+    /// Null if no member has that name.
     const Name* FindName(const OLECHAR* name) const noexcept;
 
+    /// The dispatch interface, as clients see it.
     ComPtr<ITypeInfo> mTypeInfo;
     std::vector<DispatchMember> mMembers;  ///< by id, accessors of one property in the order get, put, putref
     std::vector<DISPID> mIds;              ///< of mMembers, close together for the search

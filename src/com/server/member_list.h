@@ -10,9 +10,14 @@
 
 namespace kwo::com {
 
-/// One member of a class as dispatch calls it. Each argument is passed as a pointer to its value, the result last.
+/// One member of a class as dispatch calls it.
+/// A list of them stands in the order of the IDL file:
+///
+///     constexpr MemberThunk kMembers[] = {Member<&_KWOTimer::get_Enabled>, Member<&_KWOTimer::put_Enabled>};
 struct MemberThunk {
+    /// Each argument is passed as a pointer to its value, the result last.
     HRESULT (*call)(void* interfacePointer, void* const* arguments);
+    /// The result included.
     std::uint8_t argumentCount;
     /// Bit n says that argument n is a handle of the system, which callers pass as any 32-bit number, signed or
     /// unsigned.
@@ -37,6 +42,7 @@ Type Argument(void* value) {
     }
 }
 
+/// The call of a member from pointers to its arguments.
 template <auto Method>
 struct Thunk;
 
@@ -57,7 +63,7 @@ private:
 
 }  // namespace detail
 
-/// The entry of a member list for one member of an interface.
+/// The entry of a member list for one member of an interface. `HandleArguments` is as in MemberThunk.
 template <auto Method, std::uint8_t HandleArguments = 0>
 inline constexpr MemberThunk Member = {&detail::Thunk<Method>::Call, detail::Thunk<Method>::kCount, HandleArguments};
 

@@ -10,7 +10,14 @@
 namespace kwo::com {
 
 /// Changes that are undone, the last one first, unless they are kept: created keys are deleted, deleted keys created,
-/// and values restored. Every member throws RegistrationFailure if the store refuses.
+/// and values restored.
+///
+///     RegistryChanges changes(store);
+///     changes.CreateKey(path);
+///     changes.SetValue(path, L"", text);  // if it throws, the key is deleted again
+///     changes.Keep();
+///
+/// Every member throws RegistrationFailure if the store refuses, and std::bad_alloc.
 class RegistryChanges {
 public:
     /// `store` must outlive it.
@@ -20,9 +27,9 @@ public:
     /// Undoes all changes since the last Keep. A failure to undo one does not stop the others.
     ~RegistryChanges();
 
-    /// Creates the key and its missing parents.
+    /// Creates the key and its missing parents. Does nothing for keys that are there.
     void CreateKey(const std::wstring& path);
-    /// The key must exist.
+    /// Stores a value over the old one, whatever its type. The key must exist.
     void SetValue(const std::wstring& path, const std::wstring& name, const StoredValue& value);
     /// Does nothing if there is no such value or key.
     void DeleteValue(const std::wstring& path, const std::wstring& name);
@@ -34,11 +41,15 @@ public:
     void Keep() { mUndo.clear(); }
 
 private:
+    /// The parent must be there.
     void CreateOneKey(const std::wstring& path);
 
     RegistrationStore& mStore;
+    /// Keys that are known to be there, so that each is asked for once.
     std::set<std::wstring> mPresent;
+    /// Keys that this object has created.
     std::set<std::wstring> mCreated;
+    /// What to do to undo each change, in the order of the changes.
     std::vector<std::function<void()>> mUndo;
 };
 

@@ -4,8 +4,12 @@
 
 namespace kwo::platform::simulated {
 
-/// Lets allocations of the calling thread fail with std::bad_alloc. What the simulated desktop allocates for itself
-/// neither counts nor fails.
+/// Lets allocations of the calling thread fail with std::bad_alloc.
+///
+///     const FailingMemory failing(3);  // the third allocation from here
+///     EXPECT_THROW(timer.AddAlarm(date, 7), std::bad_alloc);
+///
+/// What the simulated desktop allocates for itself neither counts nor fails. A thread may have one at a time.
 class FailingMemory {
 public:
     enum class Which { One, ThatAndAllLater };

@@ -10,8 +10,13 @@
 namespace kwo::platform::simulated {
 
 /// Counts the desktop's calls by the system's name for them (without the A or W at its end) and lets chosen ones fail.
+///
+///     desktop.faults.FailCall("RegOpenKeyEx", 2, 5);  // the second one from now is denied
+///     EXPECT_EQ(desktop.faults.Calls("RegOpenKeyEx"), 2);
+///
 /// How a failure shows depends on the call: a failure result and the last-error value, a status, or a raised error if
 /// the call has nothing else.
+/// A call that fails does nothing else, unless its service says so; many leave their line in the log all the same.
 class Faults {
 public:
     using Codes = std::vector<std::int32_t>;
@@ -32,8 +37,9 @@ public:
         std::int32_t code = 0;
     };
 
-    /// The `nth` call of `name` from now (1 is the next one) fails with `code`. Several may be planned; a name that no
-    /// part of the desktop has throws std::invalid_argument, as does an `nth` below 1.
+    /// The `nth` call of `name` from now (1 is the next one) fails with `code`.
+    /// Several may be planned; a name that no part of the desktop has throws std::invalid_argument, as does an `nth`
+    /// below 1.
     void FailCall(std::string_view name, int nth, std::int32_t code);
     /// The `nth` of all calls that can fail, from now, fails with its own code number `way` (from 0; they go round).
     /// With `lasting` all later ones fail too. An `nth` of 0 lets none fail but forgets what Made and Failed tell.
@@ -43,7 +49,8 @@ public:
 
     /// Whether FailAnyCall was called, and Clear not since.
     bool Listens() const { return mListens; }
-    /// How many calls of `name` were made, failed ones included.
+    /// How many calls of `name` were made since the desktop came into being, failed ones included.
+    /// A name that no part of the desktop has throws std::invalid_argument.
     int Calls(std::string_view name) const;
     /// The calls that could fail since FailAnyCall, in their order.
     const std::vector<std::string>& Made() const { return mMade; }
@@ -54,8 +61,8 @@ public:
 
     /// For the parts of the desktop: names the calls that they have.
     void Declare(std::vector<Kind> kinds);
-    /// For the parts of the desktop: counts one call of `name`; returns the code to fail with, if it must fail. Throws
-    /// std::bad_alloc if that is kNoMemory.
+    /// For the parts of the desktop: counts one call of `name`; returns the code to fail with, if it must fail.
+    /// Throws std::bad_alloc if that is kNoMemory.
     std::optional<std::int32_t> Enter(std::string_view name);
     /// For objects of the host, whose members have any names: the same for a call that nobody has declared. To be
     /// called only while somebody listens.

@@ -9,8 +9,11 @@
 
 namespace kwo::platform::simulated {
 
-/// What happened on the desktop, one short line for each call that a user, the host or the system could notice, in
-/// the order in which the calls were made. The lines are UTF-8.
+/// What happened on the desktop, one short line for each call that a user, the host or the system could notice, in the
+/// order in which the calls were made.
+/// The lines are UTF-8.
+///
+///     EXPECT_EQ(desktop.log.Starting("SetTimer"), (Lines{"SetTimer 500 -> 32767"}));
 class Log {
 public:
     /// Adds a line at the end. It must be UTF-8 and have no line end.

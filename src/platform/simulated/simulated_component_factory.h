@@ -8,7 +8,10 @@
 
 namespace kwo::platform::simulated {
 
-/// The automation classes on the desktop: those that a test has added. Upper and lower case of names are the same.
+/// The automation classes on the desktop: those that a test has added.
+/// Upper and lower case of names are the same.
+/// The log shows `CreateObject "Name"`. CoCreateInstance can fail; the call then raises CannotCreateObject, as for an
+/// unknown class.
 class SimulatedComponentFactory final : public ComponentFactory {
 public:
     using Maker = std::function<HostObjectRef()>;

@@ -5,7 +5,10 @@
 
 namespace kwo::platform::simulated {
 
-/// The automation rules in the United States' English locale, ANSI in Windows-1252.
+/// The automation rules in the United States' English locale, ANSI in Windows-1252 unless the desktop has another code
+/// page. An object has no default value here.
+/// Calls that can fail: VariantChangeType (every conversion of a value), VarDateFromStr, VarFormat,
+/// MultiByteToWideChar and WideCharToMultiByte. They raise the planned code; only ParseDate returns nothing.
 class SimulatedConversions final : public Conversions {
 public:
     explicit SimulatedConversions(World& world);

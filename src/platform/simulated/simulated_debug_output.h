@@ -7,7 +7,7 @@
 
 namespace kwo::platform::simulated {
 
-/// A debugger that keeps the lines it is shown.
+/// A debugger that keeps the lines it is shown. OutputDebugString fails for lack of memory alone.
 class SimulatedDebugOutput final : public DebugOutput {
 public:
     explicit SimulatedDebugOutput(World& world) : mWorld(world) {
@@ -19,7 +19,8 @@ public:
         lines.push_back(ThroughAnsi(line));
     }
 
-    std::vector<Text> lines;  ///< as an ANSI call takes them: up to a zero
+    /// As an ANSI call takes them: up to a zero.
+    std::vector<Text> lines;
 
 private:
     World& mWorld;

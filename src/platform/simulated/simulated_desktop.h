@@ -13,8 +13,16 @@
 
 namespace kwo::platform::simulated {
 
-/// A whole small desktop in memory. It does nothing on its own: time moves when it is told to (or when the logic
-/// waits), the user answers what a test has scripted, and calls fail where a test has planned it.
+/// A whole small desktop in memory.
+///
+///     SimulatedDesktop desktop;
+///     component::Component component(desktop.Services());
+///     desktop.Advance(1'000);
+///     desktop.messages.ProcessPending();  // what is due by now runs
+///
+/// It does nothing on its own: time moves when it is told to (or when the logic waits), the user answers what a test
+/// has scripted, and calls fail where a test has planned it. Each service is a member by the name that it has in
+/// Platform. One thread uses a desktop; two desktops share nothing.
 class SimulatedDesktop {
 private:
     World mWorld{ServicesOf<SimulatedServices>(*this)};

@@ -7,7 +7,9 @@
 
 namespace kwo::platform::simulated {
 
-/// Drawing that is recorded in the log, one line a call: `DrawEdge 77 (4,4,23,23) 5 0x180F`.
+/// Drawing that is recorded in the log, one line a call: `DrawEdge 77 (4,4,23,23) 5 0x180F` is the context, the area,
+/// the edge and the flags.
+/// Calls that can fail are named as in Drawing; a call that fails leaves no line. Every context is accepted.
 class SimulatedDrawing final : public Drawing {
 public:
     explicit SimulatedDrawing(World& world);

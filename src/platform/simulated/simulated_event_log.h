@@ -9,6 +9,8 @@
 namespace kwo::platform::simulated {
 
 /// The system's event log.
+/// Every call is in the log of the desktop, too, as `ReportEvent type=4 id=1 "text"`.
+/// Calls that can fail: RegisterEventSource, ReportEvent and DeregisterEventSource.
 class SimulatedEventLog final : public EventLog {
 public:
     /// One entry, as Report was called.
@@ -28,7 +30,7 @@ public:
 
     /// All entries so far, the oldest first.
     std::vector<Entry> entries;
-    /// Sources that are open.
+    /// Sources that are open; 0 when nothing leaks.
     std::size_t OpenSources() const { return mSources.size(); }
 
 private:

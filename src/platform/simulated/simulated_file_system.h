@@ -7,10 +7,13 @@
 
 namespace kwo::platform::simulated {
 
-/// A file system of names with attributes. Drive roots and the current folder (relative names) are always there;
-/// names are compared without regard to the case of ASCII letters.
+/// A file system of names with attributes.
+/// Drive roots and the current folder (relative names) are always there; names are compared without regard to the case
+/// of ASCII letters.
+/// Calls that can fail: GetFileAttributes, GetFileAttributesAnsi and FindFirstFile. They leave no line in the log.
 class SimulatedFileSystem final : public FileSystem {
 public:
+    /// The system's attributes; see FileSystem::kFolder for folders.
     static constexpr std::int32_t kReadOnly = 0x01;
     static constexpr std::int32_t kHidden = 0x02;
     static constexpr std::int32_t kSystem = 0x04;
@@ -22,7 +25,7 @@ public:
     std::int32_t AttributesAnsi(TextView path) override;
     bool ListsFile(TextView pattern) override;
 
-    /// Also adds the folders above it.
+    /// Adds a file, or changes the attributes of one. Also adds the folders above it.
     void AddFile(TextView path, std::int32_t attributes = kArchive);
     /// Adds a folder and the folders above it.
     void AddFolder(TextView path) { AddFile(path, kFolder); }

@@ -8,6 +8,9 @@
 namespace kwo::platform::simulated {
 
 /// The program that hosts the component, and its machine; every fact can be set.
+/// Calls that can fail: GetModuleFileName, GetComputerName, WNetGetUser, GetUserName, GetVersionEx,
+/// GetSystemDirectory, GetWindowsDirectory and, for lack of memory alone, GetFileVersionInfo, GetEnvironmentVariable
+/// and "ReportEvent of the host". WriteLog leaves `HostLog text` in the log.
 class SimulatedHostApplication final : public HostApplication {
 public:
     explicit SimulatedHostApplication(World& world);

@@ -7,7 +7,7 @@
 
 namespace kwo::platform::simulated {
 
-/// Keys that are sent stand in the log.
+/// Keys that are sent stand in the log: `Keys {TAB}` or, with Shift, `Keys +{TAB}`. SendInput can fail.
 class SimulatedKeyboard final : public Keyboard {
 public:
     explicit SimulatedKeyboard(World& world) : mWorld(world) {

@@ -8,6 +8,7 @@
 namespace kwo::platform::simulated {
 
 /// The user's settings by the platform's numbers for them; those of the United States unless changed.
+/// The log shows `GetLocaleInfo 14 2` (the number and the capacity) and `GetTimeZoneInformation`; both can fail.
 class SimulatedLocaleSource final : public LocaleSource {
 public:
     explicit SimulatedLocaleSource(World& world);

@@ -9,8 +9,9 @@
 
 namespace kwo::platform::simulated {
 
-/// Files with contents, in the folders of the file system of names. The log tells of files made, closed and deleted;
-/// what was written is in the contents.
+/// Files with contents, in the folders of the file system of names.
+/// The log tells of files made, closed and deleted; what was written is in the contents.
+/// Calls that can fail: CreateFile, WriteFile and DeleteFile.
 class SimulatedLogFiles final : public LogFiles {
 public:
     explicit SimulatedLogFiles(World& world);
@@ -20,7 +21,7 @@ public:
     void Close(File file) override;
     bool Delete(TextView path) override;
 
-    /// Of a file that was made here; null when there is no such file.
+    /// All that was written to a file that was made here; null if there is no such file.
     const std::string* Content(TextView path) const;
     /// How many files are open now; 0 when nothing leaks.
     std::size_t OpenFiles() const { return mOpen.size(); }

@@ -10,16 +10,23 @@
 
 namespace kwo::platform::simulated {
 
-/// The message queue of the one thread of the desktop. A message is an action; it runs when the queue is processed at
-/// or after the time it is due, earlier ones first, those of one time in the order in which they were posted. An
-/// action may process the queue itself.
+/// The message queue of the one thread of the desktop.
+///
+///     desktop.PostAt(200, [&] { button.MouseUp(750, 300); });
+///     desktop.messages.ProcessPending();  // nothing yet: it is due in 200 ms
+///
+/// A message is an action; it runs when the queue is processed at or after the time it is due, earlier ones first,
+/// those of one time in the order in which they were posted. An action may process the queue itself.
+/// The log shows `Pump` for each ProcessPending, and `WaitEx 100 mask=0xFF flags=0x2` or `Wait 100 mask=0xFF`. A wait
+/// that fails returns at once.
 class SimulatedMessageLoop final : public MessageLoop {
 public:
     explicit SimulatedMessageLoop(World& world);
 
     bool ProcessPending() override;
-    /// A wait moves the clock to the next new message, else by the whole timeout. A message is new until a wait has
-    /// returned for it or the queue is processed. Waiting for ever for nothing throws std::logic_error.
+    /// A wait moves the clock to the next new message, else by the whole timeout.
+    /// A message is new until a wait has returned for it or the queue is processed. Waiting for ever for nothing
+    /// throws std::logic_error.
     void WaitForInputEx(std::uint32_t timeoutMs, std::uint32_t wakeMask, std::uint32_t flags) override;
     void WaitForInput(std::uint32_t timeoutMs, std::uint32_t wakeMask) override;
 

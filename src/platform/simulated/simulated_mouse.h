@@ -4,7 +4,7 @@
 
 namespace kwo::platform::simulated {
 
-/// A mouse whose button a test presses and releases.
+/// A mouse whose button a test presses and releases. Nothing here is logged or can fail.
 class SimulatedMouse final : public Mouse {
 public:
     bool IsHeld() override { return isHeld; }

@@ -8,7 +8,9 @@
 
 namespace kwo::platform::simulated {
 
-/// The notification area: one icon for a window. Every call stands in the log.
+/// The notification area: one icon for a window.
+/// Every call stands in the log, as `NotifyIcon Add 77 flags=7 message=512 icon=5 tip="text"`.
+/// Calls that can fail: Shell_NotifyIcon and, for lack of memory alone, CreateWindowEx, which stands for Listen.
 class SimulatedNotificationArea final : public NotificationArea {
 public:
     explicit SimulatedNotificationArea(World& world) : mWorld(world) {
@@ -26,7 +28,7 @@ public:
     }
     void Unlisten(TaskbarListener& listener) noexcept override { std::erase(listeners, &listener); }
 
-    /// What happens when the shell is started again.
+    /// What happens when the shell is started again: all icons are gone, and the listeners are told.
     void RecreateTaskbar();
 
     /// Those between Listen and Unlisten.

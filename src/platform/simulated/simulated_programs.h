@@ -9,8 +9,11 @@
 namespace kwo::platform::simulated {
 
 /// Programs that can be started, and the desktop's windows, which can be activated.
+/// The log shows `Activate "Title"` and `Start "command line" 1`. EnumWindows and CreateProcess can fail: the calls
+/// then raise as for a window or program that is not there.
 class SimulatedPrograms final : public Programs {
 public:
+    /// The identifier of the first program that is started. The next ones count up.
     static constexpr std::int32_t kFirstTask = 5001;
 
     explicit SimulatedPrograms(World& world) : mWorld(world), mWindows(world.services.windows) {
@@ -28,7 +31,8 @@ public:
 
 private:
     /// The quoted name at the start; without quotation marks the first program that there is up to some blank, with
-    /// `.exe` behind it where that is missing. Empty when there is none.
+    /// `.exe` behind it where that is missing.
+    /// Empty when there is none.
     Text ProgramOf(TextView commandLine) const;
 
     World& mWorld;

@@ -10,8 +10,14 @@
 
 namespace kwo::platform::simulated {
 
-/// A registry in memory, with the status codes of the NT family. Names are bytes in ANSI; upper and lower case are the
-/// same. A handle is never used again.
+/// A registry in memory, with the status codes of the NT family.
+/// Names are bytes in ANSI; upper and lower case are the same. A handle is never used again.
+///
+///     desktop.registry.PutValue(root, u"Software\\Vendor", u"Folder", 1, std::string("C:\\", 4));
+///
+/// Calls that can fail: RegOpenKeyEx, RegCreateKeyEx, RegDeleteKey, RegDeleteValue, RegQueryValueEx, RegSetValueEx and
+/// RegCloseKey, with the status as their result. The log ends each line with the status: `RegOpenKeyEx 0x80000001
+/// Software\Vendor access=0x1 -> 0`.
 class SimulatedRegistryStore final : public RegistryStore {
 public:
     explicit SimulatedRegistryStore(World& world);
@@ -25,6 +31,7 @@ public:
     Status SetString(Handle key, TextView name, TextView value, std::uint32_t length) override;
     Status CloseKey(Handle key) override;
 
+    /// A value as it is stored: type and bytes, a terminating zero included if there is one.
     struct Stored {
         std::uint32_t type = 0;
         std::string bytes;

@@ -7,7 +7,9 @@
 
 namespace kwo::platform::simulated {
 
-/// The host's screen object.
+/// The host's screen object: 1024 by 768 pixels of 15 twips at first.
+/// Calls that can be let fail raise, as an object of a host does: "Get MousePointer", "Let MousePointer", "Get
+/// ActiveForm", "Get HelpContext" and "Let HelpContext".
 class SimulatedScreen final : public Screen {
 public:
     explicit SimulatedScreen(World& world);

@@ -7,8 +7,9 @@
 
 namespace kwo::platform::simulated {
 
-/// Lines across the screen, recorded as `LineTo 1 (40,200)`. Contexts and pens are counted to find those that were not
-/// given back.
+/// Lines across the screen, recorded as `LineTo 1 (40,200)`.
+/// Contexts and pens are counted to find those that were not given back.
+/// Calls that can fail: CreateDC, CreatePen, SetROP2, SelectObject, ClientToScreen, MoveTo and LineTo.
 class SimulatedScreenDrawing final : public ScreenDrawing {
 public:
     static constexpr Handle kFirstPen = 0x2000;
@@ -30,7 +31,9 @@ public:
 
     /// The places of the windows' client areas on the screen, by handle.
     std::map<Handle, Point> origins;
+    /// Contexts that were made and not deleted.
     int openContexts = 0;
+    /// Pens that were made and not deleted.
     int livePens = 0;
 
 private:

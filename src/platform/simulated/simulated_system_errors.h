@@ -8,6 +8,9 @@
 namespace kwo::platform::simulated {
 
 /// The last-error value and the system's texts for it; all texts can be set.
+/// The value is that of all services of the desktop.
+/// Calls that can fail: FormatMessage, GetModuleHandle, InternetGetLastResponseInfo and WNetGetLastError. They leave
+/// no line in the log.
 class SimulatedSystemErrors final : public SystemErrors {
 public:
     using Texts = std::map<std::int32_t, Text>;
@@ -25,6 +28,7 @@ public:
     Texts system;
     /// By the name of the module in lower case. A module that is not in the map is not loaded.
     std::map<Text, Texts> modules;
+    /// What LastInternetResponse and LastNetworkError answer.
     Text internetResponse;
     NetworkError networkError;
 

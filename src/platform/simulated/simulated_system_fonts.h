@@ -9,7 +9,8 @@
 
 namespace kwo::platform::simulated {
 
-/// The desktop's fonts, as a test has set them, and the font objects made so far. The log calls those font1, font2 ...
+/// The desktop's fonts, as a test has set them, and the font objects made so far.
+/// The log calls those font1, font2 ... SystemParametersInfo and OleCreateFontIndirect can fail; the latter raises.
 class SimulatedSystemFonts final : public SystemFonts {
 public:
     explicit SimulatedSystemFonts(World& world) : mWorld(world) {

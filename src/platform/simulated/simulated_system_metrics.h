@@ -7,7 +7,7 @@
 
 namespace kwo::platform::simulated {
 
-/// What a test has set, 0 for everything else.
+/// What a test has set, 0 for everything else. GetSystemMetrics can fail: it then returns 0.
 class SimulatedSystemMetrics final : public SystemMetrics {
 public:
     explicit SimulatedSystemMetrics(World& world) : mWorld(world) { world.faults.Declare({{"GetSystemMetrics", {1}}}); }
@@ -19,6 +19,7 @@ public:
         return found == values.end() ? 0 : found->second;
     }
 
+    /// By the system's index (SM_).
     std::map<std::int32_t, std::int32_t> values;
 
 private:

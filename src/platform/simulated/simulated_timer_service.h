@@ -8,8 +8,11 @@
 
 namespace kwo::platform::simulated {
 
-/// Periodic timers whose messages come through the desktop's queue. What a busy thread misses comes once, and keeps to
-/// the timer's own rhythm. Identifiers count down from 32767 and are not given twice.
+/// Periodic timers whose messages come through the desktop's queue.
+/// What a busy thread misses comes once, and keeps to the timer's own rhythm. A period of 0 is 1 ms. Identifiers count
+/// down from 32767 and are not given twice.
+/// The log shows `SetTimer 500 -> 32767` and `KillTimer 32767`. SetTimer can fail; a KillTimer that fails stops the
+/// timer all the same.
 class SimulatedTimerService final : public TimerService {
 public:
     explicit SimulatedTimerService(World& world);
@@ -19,7 +22,7 @@ public:
 
     /// The thread ends: every handler is told, and its timer stops.
     void EndThread();
-    /// How many timers run now.
+    /// How many timers run now; 0 when nothing leaks.
     std::size_t Running() const { return mTimers.size(); }
 
 private:

@@ -10,13 +10,20 @@
 namespace kwo::platform::simulated {
 
 /// The windows of the desktop and the boxes it shows.
+///
+///     desktop.windows.windows[77] = {u"Host", true};  // a minimised window
+///     desktop.windows.answers = {6};                  // the user will press Yes
+///
+/// The log shows `Ask owner=77 style=0x10004 title=... prompt=...` and `Flash 77 1`. Calls that can fail: IsWindow,
+/// IsIconic, FlashWindow, GetWindowText and MessageBox.
 class SimulatedWindowService final : public WindowService {
 public:
     /// A window that a test has added.
     struct Window {
         Text title;
         bool minimised = false;
-        int flashes = 0;  ///< calls that inverted the caption
+        /// Calls that inverted the caption.
+        int flashes = 0;
         bool hidden = false;
     };
     /// What a message box was asked to show.

@@ -2,7 +2,7 @@
 
 namespace kwo::platform::simulated {
 
-/// While one exists, FailingMemory neither counts nor refuses the allocations of the thread.
+/// While one exists, FailingMemory neither counts nor refuses the allocations of the thread. They nest.
 class UncountedMemory {
 public:
     UncountedMemory() : mBefore(sUncounted) { sUncounted = true; }

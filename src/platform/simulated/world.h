@@ -28,15 +28,23 @@ struct World {
     SimulatedServices services;
     Log log{};
     Faults faults{};
+    /// The last-error value of the desktop; 0 at first.
     std::int32_t lastError = 0;
+    /// Of the registry's values and of conversions.
     CodePage codePage = CodePage::Windows1252;
 };
 
 /// One call into a part of the desktop, from its first line to its last: every call that the component makes begins
-/// with one. It counts the call and tells whether it has to fail. What the desktop allocates meanwhile is not the
-/// component's.
+/// with one.
+///
+///     const Call call(mWorld, "DeleteFile");
+///     if (call.Fails()) return false;
+///
+/// It counts the call and tells whether it has to fail. What the desktop allocates meanwhile is not the component's.
 class Call {
 public:
+    /// Throws std::bad_alloc if the call has to fail for lack of memory, and std::invalid_argument for a name that was
+    /// not declared.
     Call(World& world, std::string_view name) : mWorld(world), mCode(world.faults.Enter(name)) {}
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;

@@ -8,15 +8,24 @@
 
 namespace kwo::platform::windows {
 
-/// Raises the error that automation clients show for a failure code: the errors of the language's run-time for the
-/// standard codes, else the code with the system's text. E_OUTOFMEMORY is std::bad_alloc.
+/// Raises the error that automation clients show for a failure code.
+/// The standard codes become the errors of the language's run-time: 6, 13, 438, 446, 448, 449 and 450. Any other code
+/// becomes ErrorNumber with the system's text for it. E_OUTOFMEMORY is std::bad_alloc.
+/// Does not look at the thread's error object; the source is empty.
 [[noreturn]] void RaiseFailure(HRESULT code);
 
-/// Raises the failure of an early-bound call: the thread's error object if `object` supports one for the interface,
-/// else the failure code.
+/// Raises the failure of an early-bound call: what the thread's error object says if `object` supports one for the
+/// interface, else as RaiseFailure does.
+///
+///     const HRESULT code = picture->get_Type(&type);
+///     if (FAILED(code)) RaiseEarlyBoundFailure(code, *picture, IID_IPicture);
+///
+/// Call it directly after the call. The error object is taken from the thread in either case.
 [[noreturn]] void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId);
 
-/// Raises the failure that an object described, with its number, source and description.
+/// Raises the failure that an object described in answer to a late-bound call (DISP_E_EXCEPTION), with its number,
+/// source, description and help.
+/// Asks the object for texts that it has put off. An object that gives no number raises 0x80020009.
 [[noreturn]] void RaiseException(com_support::ExceptionInfo& exception);
 
 }  // namespace kwo::platform::windows

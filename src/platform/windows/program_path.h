@@ -4,7 +4,8 @@
 
 namespace kwo::platform::windows {
 
-/// The file's name without folder and extension.
+/// The file's name without folder and extension: "HOSTAPP" of "C:\Host\HOSTAPP.EXE".
+/// The extension is what follows the last dot. Slashes separate folders as backslashes do.
 inline std::wstring NameOf(std::wstring path) {
     path.erase(0, path.find_last_of(L"\\/") + 1);
     const auto extension = path.rfind(L'.');
@@ -12,8 +13,8 @@ inline std::wstring NameOf(std::wstring path) {
     return path;
 }
 
-/// The folder of the file; empty if the path has none. For the root of a drive the separator stays, because a drive
-/// alone would mean the drive's current folder.
+/// The folder of the file without a separator at its end; empty if the path has none.
+/// For the root of a drive the separator stays, because a drive alone would mean the drive's current folder.
 inline std::wstring FolderOf(std::wstring path) {
     const auto separator = path.find_last_of(L"\\/");
     if (separator == std::wstring::npos) return {};

@@ -4,9 +4,13 @@
 
 namespace kwo::platform::windows {
 
-/// A system library. It is loaded from the system's directory when it is first needed, and asked for again after a
-/// failure, which may have been a lack of memory.
+/// A system library, for functions that not every system has and for libraries that most programs never need.
 ///
+///     auto* const function = mShell.Find<NotifyFunction>("Shell_NotifyIconA");
+///     if (function == nullptr) return false;
+///
+/// It is loaded from the system's directory, and from nowhere else, when it is first needed. It is asked for again
+/// after a failure, which may have been a lack of memory.
 /// It stays loaded: its user may end while the loader holds its lock, when nothing can be unloaded safely.
 class SystemLibrary {
 public:
@@ -15,7 +19,9 @@ public:
     SystemLibrary(const SystemLibrary&) = delete;
     SystemLibrary& operator=(const SystemLibrary&) = delete;
 
-    /// A function of the library. Null if the system lacks the library or the function; the last-error value says why.
+    /// A function of the library, valid for the rest of the process.
+    /// `Function` is its type; nothing checks that it is the right one.
+    /// Null if the system lacks the library or the function; the last-error value says why: 126 or 127.
     template <class Function>
     Function* Find(const char* function) {
         if (mHandle == nullptr) mHandle = Load(mName);
@@ -27,9 +33,11 @@ public:
     }
 
 private:
+    /// From the system's folder only. Null if there is no such library there.
     static HMODULE Load(const wchar_t* name);
 
     const wchar_t* mName;
+    /// Null until the library is needed and found.
     HMODULE mHandle = nullptr;
 };
 
