@@ -22,7 +22,8 @@ differences() {
             unzip -q "$1" -d "${folders[0]}"
             unzip -q "$2" -d "${folders[1]}"
             diff -rq "${folders[@]}" | sed "s|$work/||g"
-            diff <(unzip -Z "$1") <(unzip -Z "$2") | head -n 20
+            # Without the first line, which names the file.
+            diff <(unzip -Z "$1" | tail -n +2) <(unzip -Z "$2" | tail -n +2) | head -n 20
             ;;
         *.msi)
             msiextract -C "${folders[0]}" "$1" >/dev/null
