@@ -1,0 +1,145 @@
+#include "census.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <string_view>
+
+#include "live_objects.h"
+#include "process_resources.h"
+#include "wine.h"
+
+namespace kwo::soak {
+namespace {
+
+/// Handles of Wine's graphics objects are their places in a table; it accepts them without the count in their upper
+/// half.
+long WineGdiObjects() {
+    constexpr std::uintptr_t kPlaces = 0x10000;
+    long count = 0;
+    for (std::uintptr_t place = 1; place < kPlaces; ++place)
+        if (GetObjectType(reinterpret_cast<HGDIOBJ>(place)) != 0) ++count;
+    return count;
+}
+
+/// The windows of this process below `parent`, or all top-level ones.
+long WindowsBelow(HWND parent) {
+    long count = 0;
+    for (HWND window = FindWindowExW(parent, nullptr, nullptr, nullptr); window != nullptr;
+         window = FindWindowExW(parent, window, nullptr, nullptr)) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process == GetCurrentProcessId()) count += 1 + WindowsBelow(window);
+    }
+    return count;
+}
+
+bool IsIcon(HICON icon) {
+    ICONINFO info = {};
+    if (!GetIconInfo(icon, &info)) return false;
+    DeleteObject(info.hbmMask);
+    if (info.hbmColor != nullptr) DeleteObject(info.hbmColor);
+    return true;
+}
+
+/// Windows, menus, icons and pointers. Wine's handles of them are even numbers.
+long WineUserObjects() {
+    constexpr std::uintptr_t kFirst = 0x20;
+    constexpr std::uintptr_t kLast = 0xffef;
+    long count = WindowsBelow(nullptr) + WindowsBelow(HWND_MESSAGE);
+    for (std::uintptr_t place = kFirst; place <= kLast; place += 2) {
+        if (IsMenu(reinterpret_cast<HMENU>(place))) ++count;
+        if (IsIcon(reinterpret_cast<HICON>(place))) ++count;
+    }
+    return count;
+}
+
+/// Wine's font object opens the key of the 32-bit classes three times at each use by name and never closes it. A
+/// calendar uses the font of its box by name. Nothing else keeps such a key while the program rests.
+long CloseKeysLostByWine() {
+    constexpr std::uintptr_t kStep = 4;
+    constexpr std::uintptr_t kHighest = 0x8000;
+    constexpr std::wstring_view kLost = L"\\REGISTRY\\Machine\\Software\\Classes\\Wow6432Node";
+    constexpr int kKeyNameInformation = 3;
+    using Query = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
+    static const auto query =
+        reinterpret_cast<Query>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryKey")));
+    struct {
+        ULONG bytes;
+        wchar_t name[512];
+    } key = {};
+    long count = 0;
+    for (std::uintptr_t value = kStep; value < kHighest; value += kStep) {
+        const auto handle = reinterpret_cast<HANDLE>(value);
+        ULONG size = 0;
+        if (query(handle, kKeyNameInformation, &key, sizeof key, &size) < 0) continue;
+        if (std::wstring_view(key.name, key.bytes / sizeof(wchar_t)) != kLost) continue;
+        CloseHandle(handle);
+        ++count;
+    }
+    return count;
+}
+
+struct Measure {
+    const char* name;
+    long long bound;
+    std::function<long long(const Census&)> value;
+};
+
+const std::vector<Measure>& Measures() {
+    static const std::vector<Measure> measures = {
+        {"handles", 3, [](const Census& census) { return census.handles; }},
+        {"GDI objects", 3, [](const Census& census) { return census.gdiObjects; }},
+        {"user objects", 2, [](const Census& census) { return census.userObjects; }},
+        {"private bytes", 500'000, [](const Census& census) { return census.privateBytes; }},
+        {"heap bytes", 3'000, [](const Census& census) { return census.heapBytes; }},
+        {"live objects", 0, [](const Census& census) { return census.liveObjects; }},
+    };
+    return measures;
+}
+
+}  // namespace
+
+Census TakeCensus() {
+    Census census;
+    if (com_test::IsWine()) census.keysLostByWine = CloseKeysLostByWine();
+    const auto resources = com_test::ResourcesInUse();
+    census.handles = resources.handles;
+    census.privateBytes = resources.committedBytes;
+    census.heapBytes = resources.heapBytes;
+    if (com_test::IsWine()) {
+        census.gdiObjects = WineGdiObjects();
+        census.userObjects = WineUserObjects();
+    } else {
+        census.gdiObjects = static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
+        census.userObjects = static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
+    }
+    census.liveObjects = LiveObjects();
+    return census;
+}
+
+std::vector<std::string> Flatness::Growing(std::vector<std::string>& table) const {
+    std::vector<std::string> growing;
+    const auto third = static_cast<std::ptrdiff_t>(mSeries.size() / 3);
+    for (const Measure& measure : Measures()) {
+        const auto lowest = [&](auto from, auto to) {
+            long long least = measure.value(*from);
+            for (auto at = from; at != to; ++at)
+                least = std::min(least, measure.value(*at));
+            return least;
+        };
+        const long long first = lowest(mSeries.begin(), mSeries.begin() + third);
+        const long long last = lowest(mSeries.end() - third, mSeries.end());
+        char line[160];
+        std::snprintf(line, sizeof line, "%-14s %12lld -> %12lld  grew by %8lld, at most %8lld", measure.name, first,
+                      last, last - first, measure.bound);
+        table.emplace_back(line);
+        if (last - first > measure.bound) growing.emplace_back(line);
+    }
+    return growing;
+}
+
+}  // namespace kwo::soak

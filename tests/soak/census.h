@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kwo::soak {
+
+/// What the process holds at one moment.
+struct Census {
+    long handles = 0;
+    long gdiObjects = 0;
+    long userObjects = 0;
+    long long privateBytes = 0;
+    long long heapBytes = 0;
+    long liveObjects = 0;  ///< of the component's, that the program has made and that have not ended
+    long keysLostByWine =
+        0;  ///< registry keys that a fault of Wine's had left open; they are closed before handles are counted
+};
+
+/// GetGuiResources answers 0 under Wine: there the objects are looked for one by one.
+Census TakeCensus();
+
+/// Judges whether a series of states stays flat.
+class Flatness {
+public:
+    void Add(const Census& census) { mSeries.push_back(census); }
+    std::size_t Count() const { return mSeries.size(); }
+    /// One line for each measure that grew by more than its bound, from the lowest value of the first third of the
+    /// series to the lowest value of the last third; a peak is no growth. `table` gets a line for each measure.
+    std::vector<std::string> Growing(std::vector<std::string>& table) const;
+
+    static constexpr std::size_t kFewest = 9;  ///< states that can be judged
+
+private:
+    std::vector<Census> mSeries;
+};
+
+}  // namespace kwo::soak
