@@ -10,4 +10,11 @@ void Crash() {
     std::abort();
 }
 
+void OverrunHeap() {
+    constexpr int kSize = 24;
+    void* const block = std::malloc(kSize);
+    static_cast<volatile char*>(block)[kSize] = 1;
+    std::free(block);
+}
+
 }  // namespace kwo::com_test

@@ -6,6 +6,10 @@ namespace kwo::com_test {
 /// looked at. It does not return.
 [[noreturn]] void Crash();
 
+/// The same, but it writes behind a block of memory and gives that back, so that a check of the heap can be looked at.
+void OverrunHeap();
+
 inline constexpr char kCrash[] = "--crash";
+inline constexpr char kOverrun[] = "--overrun";
 
 }  // namespace kwo::com_test
