@@ -8,6 +8,10 @@ set(INSTALL_GTEST OFF)
 set(BUILD_GMOCK OFF)
 set(gtest_force_shared_crt ON)
 add_subdirectory(${KWO_GOOGLETEST_DIR} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+# Compiling it takes longer than it ever runs.
+foreach(target IN ITEMS gtest gtest_main)
+  target_compile_options(${target} PRIVATE -O0 -g0)
+endforeach()
 # Its own locks on Windows need no thread library, but for one class that is ours to provide there.
 if(WIN32)
   # In front of GoogleTest's own folders, where that file is empty.

@@ -13,7 +13,7 @@ namespace kwo::kwoinit {
 namespace {
 
 constexpr std::int32_t kNumbers[] = {1899, 1900, 1901, 1902, 1923, 1924, 1925, 1926, 1927, 1928, 1929, 1930};
-constexpr std::uint16_t kLanguages[] = {0x0407, 0x040C, 0x0C0A};
+constexpr std::uint16_t kShippedLanguages[] = {0x0407, 0x040C, 0x0C0A};
 
 std::string Bytes() {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(KWO_MESSAGE_FILE, "rb"), &std::fclose);
@@ -143,7 +143,7 @@ TEST_F(ShippedTexts, AreAllThereAndTranslatedWithTheirPlaceholders) {
     for (const std::int32_t number : kNumbers) {
         const Text english(Of(0x409, number));
         EXPECT_FALSE(english.empty()) << number;
-        for (const std::uint16_t language : kLanguages) {
+        for (const std::uint16_t language : kShippedLanguages) {
             const TextView text = Of(language, number);
             EXPECT_NE(text, english) << number << ' ' << language;
             for (const TextView part : {u"%1", u"%2", u"%3", u"\r\n"})

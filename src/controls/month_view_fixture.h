@@ -5,6 +5,7 @@
 
 #include "controls/controls_fixture.h"
 #include "controls/month_view.h"
+#include "controls/mouse_button.h"
 #include "platform/simulated/calendar.h"
 
 namespace kwo::controls {
@@ -12,7 +13,6 @@ namespace kwo::controls {
 /// A calendar on a box of 133 by 200 pixels: spin buttons of 19, cells of 17 or 18 by 23.
 class MonthViewTest : public ControlsTest {
 protected:
-    static constexpr std::int16_t kLeftButton = 1;
     static constexpr double kNoDate = 0;
 
     MonthViewTest() {

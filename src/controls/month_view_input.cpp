@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/mouse_button.h"
 #include "platform/clock.h"
 #include "platform/component_error.h"
 #include "platform/keyboard.h"
@@ -14,8 +15,6 @@ namespace kwo::controls {
 namespace {
 
 using platform::Key;
-
-constexpr std::int16_t kLeftButton = 1;
 
 /// A press of the mouse button on a window, from the MouseDown that reports it. If no real button was pressed, as when
 /// a script calls MouseDown, the press is never over.

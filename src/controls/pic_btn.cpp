@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "controls/mouse_button.h"
 #include "frame/text_routines.h"
 #include "platform/component_error.h"
 #include "platform/host_errors.h"
@@ -17,7 +18,6 @@ namespace {
 using platform::ComponentError;
 using platform::Key;
 
-constexpr std::int16_t kLeftButton = 1;
 /// Stands for the access key among the key codes.
 constexpr std::int16_t kAccessKey = -1;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/mouse_button.h"
 #include "platform/component_error.h"
 #include "platform/host_errors.h"
 #include "platform/screen_drawing.h"
@@ -172,7 +173,6 @@ void KWOSplitterV::Resize() {
 }
 
 void KWOSplitterV::MouseDown(std::int16_t button, float x) {
-    constexpr std::int16_t kLeftButton = 1;
     if (!mCreated) return;
     mDownX = x;
     if (button != kLeftButton) return;

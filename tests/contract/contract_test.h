@@ -26,6 +26,11 @@ using platform::Text;
 using platform::TextView;
 using test_support::RaisedNumber;
 
+/// Codes of the system's errors.
+constexpr std::int32_t kInvalidHandle = 6;
+/// Every kind of input, for waits.
+constexpr std::uint32_t kAnyInput = 0xFF;
+
 /// The types that the procedures of an object give to their parameters.
 enum class ParameterTypes { AsGiven, Longs, Variants };
 

@@ -4,7 +4,6 @@ namespace kwo::contract {
 namespace {
 
 constexpr std::int32_t kPathNotFound = 3;
-constexpr std::int32_t kInvalidHandle = 6;
 constexpr std::int32_t kSharingViolation = 32;
 constexpr std::int32_t kFileExists = 80;
 

@@ -3,7 +3,6 @@
 namespace kwo::contract {
 namespace {
 
-constexpr std::uint32_t kAnyInput = 0xFF;
 constexpr std::uint32_t kAlertable = 2;
 
 class MessageLoopContract : public ContractTest {

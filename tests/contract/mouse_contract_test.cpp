@@ -8,7 +8,6 @@ class MouseContract : public ContractTest {
 protected:
     /// What the mouse has sent may take its time.
     void TakeMessagesUntil(bool pressed) {
-        constexpr std::uint32_t kAnyInput = 0xFF;
         platform().messages.ProcessPending();
         for (int waits = 0; waits < 50 && mouse.WasPressed() != pressed; ++waits) {
             platform().messages.WaitForInput(100, kAnyInput);

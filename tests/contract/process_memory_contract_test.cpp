@@ -5,7 +5,6 @@ namespace {
 
 using platform::ProcessMemory;
 
-constexpr std::int32_t kInvalidHandle = 6;
 constexpr std::int32_t kInvalidParameter = 87;
 
 class ProcessMemoryContract : public ContractTest {

@@ -5,8 +5,6 @@
 namespace kwo::contract {
 namespace {
 
-constexpr std::uint32_t kAnyInput = 0xFF;
-
 class CountingHandler final : public platform::TimerHandler {
 public:
     void TimerProc() noexcept override {

@@ -9,9 +9,9 @@ namespace kwo::fault_tests {
 
 namespace {
 
+using controls::kLeftButton;
 using controls::KWOPicBtn;
 
-constexpr std::int16_t kLeftButton = 1;
 constexpr float kInside = 100;
 constexpr float kOutside = -100;
 
@@ -63,7 +63,7 @@ Scenario Used(std::string name, std::vector<std::string> members, void (*prepare
             std::move(rules)};
 }
 
-void Shown(ButtonStage& stage) {
+void Ready(ButtonStage& stage) {
     stage.Create();
 }
 void Pressed(ButtonStage& stage) {
@@ -108,47 +108,47 @@ std::vector<Scenario> ButtonScenarios() {
                 return "";
             },
             drawn("Create")),
-        Used("ACaptionIsSet", {"KWOPicBtn.get Caption", "KWOPicBtn.let Caption"}, Shown,
+        Used("ACaptionIsSet", {"KWOPicBtn.get Caption", "KWOPicBtn.let Caption"}, Ready,
              [](ButtonStage& stage) {
                  Member([&] { stage.object->SetCaption(u"&Another long caption"); });
-                 return fault_tests::Shown(TextView(stage.object->Caption()));
+                 return Shown(TextView(stage.object->Caption()));
              },
              {}),
         Used("AnAlignmentIsSet",
              {"KWOPicBtn.get TextAlignment", "KWOPicBtn.let TextAlignment", "KWOPicBtn.get MultiLine",
               "KWOPicBtn.let MultiLine"},
-             Shown,
+             Ready,
              [](ButtonStage& stage) {
                  Member([&] {
                      stage.object->SetTextAlignment(4);
                      stage.object->SetMultiLine(false);
                  });
-                 return std::to_string(stage.object->TextAlignment()) + fault_tests::Shown(stage.object->MultiLine());
+                 return std::to_string(stage.object->TextAlignment()) + Shown(stage.object->MultiLine());
              },
              {}),
         Used(
-            "AButtonGetsTheFocus", {"KWOPicBtn.GotFocus"}, Shown,
+            "AButtonGetsTheFocus", {"KWOPicBtn.GotFocus"}, Ready,
             [](ButtonStage& stage) {
                 Member([&] { stage.object->GotFocus(); });
                 return "";
             },
             drawn("GotFocus")),
         Used(
-            "AButtonLosesTheFocus", {"KWOPicBtn.LostFocus"}, Shown,
+            "AButtonLosesTheFocus", {"KWOPicBtn.LostFocus"}, Ready,
             [](ButtonStage& stage) {
                 Member([&] { stage.object->LostFocus(); });
                 return "";
             },
             drawn("LostFocus")),
         Used(
-            "AButtonIsResized", {"KWOPicBtn.Resize"}, Shown,
+            "AButtonIsResized", {"KWOPicBtn.Resize"}, Ready,
             [](ButtonStage& stage) {
                 Member([&] { stage.object->Resize(); });
                 return "";
             },
             drawn("Resize")),
         Used(
-            "AButtonIsPressed", {"KWOPicBtn.MouseDown"}, Shown,
+            "AButtonIsPressed", {"KWOPicBtn.MouseDown"}, Ready,
             [](ButtonStage& stage) {
                 Member([&] { stage.object->MouseDown(kLeftButton, kInside, kInside); });
                 return "";
@@ -179,17 +179,17 @@ std::vector<Scenario> ButtonScenarios() {
             },
             ReleaseRules({"DblClick", "MouseMove"})),
         Used(
-            "AKeyClicks", {"KWOPicBtn.KeyDown"}, Shown, [](ButtonStage& stage) { return Keyed(stage, 13); },
+            "AKeyClicks", {"KWOPicBtn.KeyDown"}, Ready, [](ButtonStage& stage) { return Keyed(stage, 13); },
             ReleaseRules({"MouseDown", "KeyDown"})),
-        Used("AKeyMovesTheFocusToTheNextControl", {"KWOPicBtn.KeyDown"}, Shown,
+        Used("AKeyMovesTheFocusToTheNextControl", {"KWOPicBtn.KeyDown"}, Ready,
              [](ButtonStage& stage) { return Keyed(stage, platform::Key::kRight); }, {{"SendInput", Unnoticed()}}),
         Used(
-            "AnAccessKeyClicks", {"KWOPicBtn.Form_KeyDown"}, Shown,
+            "AnAccessKeyClicks", {"KWOPicBtn.Form_KeyDown"}, Ready,
             [](ButtonStage& stage) {
                 std::int16_t key = 'S';
                 std::int16_t shift = 4;
                 const bool used = Member([&] { return stage.object->Form_KeyDown(key, shift); });
-                return fault_tests::Shown(used) + ' ' + std::to_string(key) + ' ' + std::to_string(shift);
+                return Shown(used) + ' ' + std::to_string(key) + ' ' + std::to_string(shift);
             },
             ReleaseRules({"MouseDown", "Form_KeyDown"})),
     };

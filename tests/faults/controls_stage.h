@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/box_fixture.h"
+#include "controls/mouse_button.h"
 #include "scenario.h"
 
 namespace kwo::fault_tests {

@@ -8,12 +8,12 @@ namespace kwo::fault_tests {
 
 namespace {
 
+using controls::kLeftButton;
 using controls::KWOMonthView;
 
 constexpr Date kFocus{46347};     // 2026-11-21
 constexpr Date kSelected{46350};  // 2026-11-24
 constexpr Date kProbe{46000};
-constexpr std::int16_t kLeftButton = 1;
 // A day's cell, and the arrow to the next month, in twips.
 constexpr float kDayX = 1000, kDayY = 2000;
 constexpr float kArrowX = 100, kArrowY = 100;

@@ -25,13 +25,13 @@ constexpr int kTooManyAllocations = 2'000;
 
 int roundsSoFar = 0;
 
-std::string Shown(const ComponentError& error) {
+std::string Told(const ComponentError& error) {
     if (error.number == 0 && error.source.empty() && error.description.empty()) return {};
-    return std::to_string(error.number) + ' ' + fault_tests::Shown(TextView(error.source)) + ": " +
-           fault_tests::Shown(TextView(error.description));
+    return std::to_string(error.number) + ' ' + Shown(TextView(error.source)) + ": " +
+           Shown(TextView(error.description));
 }
 
-std::string Shown(const Outcome& outcome) {
+std::string Told(const Outcome& outcome) {
     return "answer <" + outcome.answer + "> raised <" + outcome.raised + "> saved <" + outcome.saved + "> boxes <" +
            outcome.boxes + "> state <" + outcome.state + ">";
 }
@@ -53,7 +53,7 @@ bool Fits(const std::string& name, const Rule& rule) {
 
 /// The rest of what can be told, after a run.
 void Tell(Stage& stage, Outcome& outcome) {
-    outcome.saved = Shown(stage.component->error.Saved());
+    outcome.saved = Told(stage.component->error.Saved());
     // What the component tells nobody but the host's log counts too.
     for (const char* const kind : {"Ask", "HostLog"}) {
         for (const std::string& line : stage.desktop.log.Starting(kind))
@@ -164,7 +164,7 @@ void Rounds::RunOnce(Stage& stage, Outcome& outcome) const {
     try {
         outcome.answer = mScenario.run(stage);
     } catch (const ComponentError& error) {
-        outcome.raised = Shown(error);
+        outcome.raised = Told(error);
     } catch (const std::bad_alloc&) {
         outcome.raised = "out of memory";
     } catch (const std::exception& error) {
@@ -177,11 +177,11 @@ void Rounds::Judge(const Fault& fault, const Result& result) const {
                               ", number " + std::to_string(fault.nth) + (fault.lasting ? ", from then on" : ", once");
     std::string documented;
     if (!IsDocumented(result, documented)) {
-        ADD_FAILURE() << first << "\n  outcome:    " << Shown(result.outcome) << "\n  documented: " << documented;
+        ADD_FAILURE() << first << "\n  outcome:    " << Told(result.outcome) << "\n  documented: " << documented;
     }
     if (!IsUsualAgain(result.again)) {
-        ADD_FAILURE() << first << ", used again\n  outcome: " << Shown(result.again)
-                      << "\n  usual:   " << Shown(mReference.clean) << "\n  or:      " << Shown(mSecondClean);
+        ADD_FAILURE() << first << ", used again\n  outcome: " << Told(result.again)
+                      << "\n  usual:   " << Told(mReference.clean) << "\n  or:      " << Told(mSecondClean);
     }
     if (!result.left.empty()) ADD_FAILURE() << first << ": left at the end: " << result.left;
 }
@@ -196,7 +196,7 @@ bool Rounds::IsDocumented(const Result& result, std::string& documented) const {
         }
     }
     for (const Outcome& outcome : all)
-        documented += Shown(outcome) + "; ";
+        documented += Told(outcome) + "; ";
     // After several failures each part of the outcome may come from another one.
     const auto isPart = [&](std::string Outcome::*part) {
         return std::ranges::any_of(all,

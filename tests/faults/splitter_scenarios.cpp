@@ -1,14 +1,14 @@
 #include "controls/splitter_v.h"
 
+#include "controls/mouse_button.h"
 #include "scenario.h"
 
 namespace kwo::fault_tests {
 
 namespace {
 
+using controls::kLeftButton;
 using controls::KWOSplitterV;
-
-constexpr std::int16_t kLeftButton = 1;
 
 /// Two panes and a bar on a form, one of the panes in another container.
 struct SplitterStage : Stage {

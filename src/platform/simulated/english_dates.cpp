@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/simulated/calendar.h"
+#include "platform/simulated/english_numbers.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
@@ -18,9 +19,6 @@ constexpr std::array<TextView, 7> kDays = {u"Sunday",   u"Monday", u"Tuesday", u
                                            u"Thursday", u"Friday", u"Saturday"};
 constexpr std::size_t kAbbreviated = 3;
 
-bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 bool IsSmallLetter(char16_t c) {
     return c >= u'a' && c <= u'z';
 }

@@ -15,9 +15,6 @@ constexpr int kShownDigits = 15;  // what a double shows
 bool IsBlank(char16_t c) {
     return c == u' ' || (c >= u'\t' && c <= u'\r');
 }
-bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 
 TextView WithoutBlanks(TextView text) {
     while (!text.empty() && IsBlank(text.front()))

@@ -15,6 +15,11 @@ struct ParsedNumber {
     bool isPattern = false;
 };
 
+/// Whether it is one of the ten digits of English.
+constexpr bool IsDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+
 /// Blanks around, a sign before or behind, brackets for a negative number, a dollar sign, commas between the digits
 /// of the whole part, a fraction, an exponent with E or D, &H and &O.
 /// Nothing when the text is no number.

@@ -72,6 +72,19 @@ std::string Shown(const Variant& value) {
     return std::visit(ValueText{}, value);
 }
 
+std::string Shown(Point point) {
+    return '(' + std::to_string(point.x) + ',' + std::to_string(point.y) + ')';
+}
+
+std::string Shown(const Rect& area) {
+    return '(' + std::to_string(area.left) + ',' + std::to_string(area.top) + ',' + std::to_string(area.right) + ',' +
+           std::to_string(area.bottom) + ')';
+}
+
+std::string On(std::string_view call, Handle handle) {
+    return std::string(call) + ' ' + std::to_string(handle) + ' ';
+}
+
 std::string Hex(std::uint32_t number) {
     std::array<char, 16> buffer;
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, 16).ptr;

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/geometry.h"
 #include "platform/text.h"
 #include "platform/variant.h"
 
@@ -33,6 +34,12 @@ private:
 std::string Shown(TextView text);
 /// A value as log lines show it: `12`, `1.5`, `"text"`, `True`, `Date 2.5`, `Nothing`, `<TypeName>`.
 std::string Shown(const Variant& value);
+/// `(x,y)`.
+std::string Shown(Point point);
+/// `(left,top,right,bottom)`.
+std::string Shown(const Rect& area);
+/// How the line of a call with a handle begins: `Call 12 `.
+std::string On(std::string_view call, Handle handle);
 /// `0x` and hexadecimal digits without leading zeros.
 std::string Hex(std::uint32_t number);
 

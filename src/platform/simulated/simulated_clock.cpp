@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "platform/simulated/error_codes.h"
+
 namespace kwo::platform::simulated {
 namespace {
 
@@ -40,7 +42,6 @@ Date SimulatedClock::Now() {
 std::optional<std::int64_t> SimulatedClock::LocalFileTimeToUtc(std::int64_t fileTime) {
     const Call call(mWorld, "LocalFileTimeToFileTime");
     constexpr std::int64_t kPerMinute = 60 * kScaledPerSecond;
-    constexpr std::int32_t kInvalidParameter = 87;
     if (call.Fails()) return std::nullopt;
     if (fileTime < 0) {
         mWorld.lastError = kInvalidParameter;

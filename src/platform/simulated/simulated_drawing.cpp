@@ -3,20 +3,7 @@
 #include <string>
 
 namespace kwo::platform::simulated {
-namespace {
-
-constexpr Handle kStockObjects = 1000;
-
-std::string Shown(const Rect& area) {
-    return '(' + std::to_string(area.left) + ',' + std::to_string(area.top) + ',' + std::to_string(area.right) + ',' +
-           std::to_string(area.bottom) + ')';
-}
-
-std::string On(std::string_view call, Handle handle) {
-    return std::string(call) + ' ' + std::to_string(handle) + ' ';
-}
-
-}  // namespace
+namespace {}  // namespace
 
 SimulatedDrawing::SimulatedDrawing(World& world) : mWorld(world) {
     world.faults.Declare({{"GetClientRect", {1400}},
@@ -48,7 +35,7 @@ void SimulatedDrawing::DrawFrameControl(Handle context, const Rect& area, std::u
 void SimulatedDrawing::DrawText(Handle context, TextView text, const Rect& area, std::uint32_t format) {
     const Call call(mWorld, "DrawText");
     if (call.Fails()) return;
-    mWorld.log.Add(On("DrawText", context) + '"' + simulated::Shown(text) + "\" " + Shown(area) + ' ' + Hex(format));
+    mWorld.log.Add(On("DrawText", context) + '"' + Shown(text) + "\" " + Shown(area) + ' ' + Hex(format));
 }
 
 void SimulatedDrawing::DrawFocusRect(Handle context, const Rect& area) {

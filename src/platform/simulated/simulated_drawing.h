@@ -7,6 +7,9 @@
 
 namespace kwo::platform::simulated {
 
+/// The handle of the first stock object; the others follow.
+constexpr Handle kStockObjects = 1000;
+
 /// Drawing that is recorded in the log, one line a call: `DrawEdge 77 (4,4,23,23) 5 0x180F` is the context, the area,
 /// the edge and the flags.
 /// Calls that can fail are named as in Drawing; a call that fails leaves no line. Every context is accepted.

@@ -2,15 +2,11 @@
 
 #include <string>
 
+#include "platform/simulated/error_codes.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
-namespace {
-
-constexpr std::int32_t kInvalidHandle = 6;
-constexpr std::int32_t kInvalidParameter = 87;
-
-}  // namespace
+namespace {}  // namespace
 
 SimulatedEventLog::SimulatedEventLog(World& world) : mWorld(world) {
     world.faults.Declare({{"RegisterEventSource", {5, Faults::kNoMemory}},

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "platform/simulated/error_codes.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
 namespace {
 
-constexpr std::int32_t kFileNotFound = 2;
-constexpr std::int32_t kPathNotFound = 3;
 constexpr std::int32_t kInvalidName = 123;
 
 Text Normal(TextView path) {

@@ -2,15 +2,13 @@
 
 #include <new>
 
+#include "platform/simulated/error_codes.h"
 #include "platform/simulated/simulated_file_system.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
 namespace {
 
-constexpr std::int32_t kFileNotFound = 2;
-constexpr std::int32_t kAccessDenied = 5;
-constexpr std::int32_t kInvalidHandle = 6;
 constexpr std::int32_t kSharingViolation = 32;
 constexpr std::int32_t kFileExists = 80;
 constexpr std::int32_t kDiskFull = 112;

@@ -2,15 +2,11 @@
 
 #include <string>
 
+#include "platform/simulated/error_codes.h"
 #include "platform/simulated/simulated_host_application.h"
 
 namespace kwo::platform::simulated {
-namespace {
-
-constexpr std::int32_t kInvalidHandle = 6;
-constexpr std::int32_t kInvalidParameter = 87;
-
-}  // namespace
+namespace {}  // namespace
 
 SimulatedProcessMemory::SimulatedProcessMemory(World& world) : mWorld(world), mHost(world.services.host) {
     world.faults.Declare({{"OpenProcess", {5}}, {"GetProcessMemoryInfo", {5}}, {"CloseHandle", {}}});

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "platform/simulated/error_codes.h"
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
@@ -12,9 +13,6 @@ namespace {
 using Status = RegistryStore::Status;
 
 constexpr Status kNotFound = 2;
-constexpr Status kAccessDenied = 5;
-constexpr Status kInvalidHandle = 6;
-constexpr Status kInvalidParameter = 87;
 constexpr Status kBadPathName = 161;
 constexpr Status kKeyDeleted = 1018;
 constexpr Status kNoResources = 1450;

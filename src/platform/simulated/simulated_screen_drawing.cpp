@@ -3,20 +3,10 @@
 #include <string>
 #include <utility>
 
+#include "platform/simulated/simulated_drawing.h"
+
 namespace kwo::platform::simulated {
-namespace {
-
-constexpr Handle kStockObjects = 1000;
-
-std::string Shown(Point point) {
-    return '(' + std::to_string(point.x) + ',' + std::to_string(point.y) + ')';
-}
-
-std::string On(std::string_view call, Handle handle) {
-    return std::string(call) + ' ' + std::to_string(handle) + ' ';
-}
-
-}  // namespace
+namespace {}  // namespace
 
 SimulatedScreenDrawing::SimulatedScreenDrawing(World& world) : mWorld(world) {
     world.faults.Declare({{"CreateDC", {8}},

@@ -1,0 +1,1 @@
+// Nothing of its own: CMake precompiles headers only beside a source.
