@@ -213,6 +213,8 @@ STDMETHODIMP ConnectionPoint::Point::Advise(IUnknown* sink, DWORD* cookie) {
     if (sink == nullptr || cookie == nullptr) return E_POINTER;
     *cookie = 0;
     if (mAll.mClosed) return CONNECT_E_CANNOTCONNECT;
+    // The sink is asked for interfaces and names: it may release the owner meanwhile.
+    const ComPtr<IUnknown> owner(&mAll.mOwner);
     const ComPtr<IUnknown> given(sink);
     auto called = given.As<IDispatch>(mAll.mInterface);
     const bool isOurs = static_cast<bool>(called);

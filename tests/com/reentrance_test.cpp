@@ -281,6 +281,14 @@ TEST_F(Reentrance, OfATimersSinks) {
         point()->Advise(sink.Get(), &cookie);
         cookies.push_back(cookie);
     };
+    // As the other members here: the call holds no reference of its own.
+    const Action connectUncounted = [&] {
+        const auto sink = New<MemberObject>();
+        sink->Method(L"Tick", [](MemberObject::Arguments&, VARIANT*) { return S_OK; });
+        IConnectionPoint* const uncounted = point().Get();
+        DWORD cookie = 0;
+        uncounted->Advise(sink.Get(), &cookie);
+    };
     const Action disconnect = [&] {
         for (const DWORD cookie : std::exchange(cookies, {})) {
             if (mObject) point()->Unadvise(cookie);
@@ -292,7 +300,8 @@ TEST_F(Reentrance, OfATimersSinks) {
         connect();
         connect();
     };
-    for (const Action& member : {connect, Member(L"TimerTick", {1, 0}), Member(L"TimerTick", {2, 7})}) {
+    for (const Action& member :
+         {connect, connectUncounted, Member(L"TimerTick", {1, 0}), Member(L"TimerTick", {2, 7})}) {
         for (const Action& intrusion : {connect, disconnect, Action([this] { mObject.Reset(); })})
             EXPECT_GE(mIntrusion.AtEveryUse(prepare, member, intrusion), 1);
     }
