@@ -3,8 +3,6 @@
 #include <string>
 
 namespace kwo::platform::simulated {
-namespace {}  // namespace
-
 SimulatedDrawing::SimulatedDrawing(World& world) : mWorld(world) {
     world.faults.Declare({{"GetClientRect", {1400}},
                           {"DrawEdge", {6}},

@@ -6,8 +6,6 @@
 #include "platform/simulated/text_codec.h"
 
 namespace kwo::platform::simulated {
-namespace {}  // namespace
-
 SimulatedEventLog::SimulatedEventLog(World& world) : mWorld(world) {
     world.faults.Declare({{"RegisterEventSource", {5, Faults::kNoMemory}},
                           {"ReportEvent", {1502, Faults::kNoMemory}},

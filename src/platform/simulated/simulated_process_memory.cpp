@@ -6,8 +6,6 @@
 #include "platform/simulated/simulated_host_application.h"
 
 namespace kwo::platform::simulated {
-namespace {}  // namespace
-
 SimulatedProcessMemory::SimulatedProcessMemory(World& world) : mWorld(world), mHost(world.services.host) {
     world.faults.Declare({{"OpenProcess", {5}}, {"GetProcessMemoryInfo", {5}}, {"CloseHandle", {}}});
 }

@@ -6,8 +6,6 @@
 #include "platform/simulated/simulated_drawing.h"
 
 namespace kwo::platform::simulated {
-namespace {}  // namespace
-
 SimulatedScreenDrawing::SimulatedScreenDrawing(World& world) : mWorld(world) {
     world.faults.Declare({{"CreateDC", {8}},
                           {"DeleteDC", {}},
