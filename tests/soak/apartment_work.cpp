@@ -7,6 +7,7 @@
 #include "findings.h"
 #include "lateness.h"
 #include "member_work.h"
+#include "message_loop.h"
 
 namespace kwo::soak {
 namespace {
@@ -34,16 +35,6 @@ private:
     ComPtr<IStream> mStream;
 };
 
-void ProcessFor(double ms) {
-    const double begin = NowMs();
-    while (NowMs() - begin < ms) {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageW(&message);
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
-    }
-}
-
 /// Counts the alarms of a timer of its own thread.
 class AlarmCount final : public com_test::Probe {
 public:
@@ -52,7 +43,6 @@ public:
         if (event == kAlarmEvent) ++alarms;
         return S_OK;
     }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     int alarms = 0;
 };
 
@@ -69,7 +59,8 @@ void WorkAlone(std::uint64_t seed) {
         ComPtr<IConnectionPoint> point;
         DWORD cookie = 0;
         if (!container || FAILED(container->EnumConnectionPoints(points.Out())) ||
-            points->Next(1, point.Out(), nullptr) != S_OK || FAILED(point->Advise(&sink, &cookie)))
+            points->Next(1, point.Out(), nullptr) != S_OK || FAILED(point->GetConnectionInterface(&sink.interfaceId)) ||
+            FAILED(point->Advise(&sink, &cookie)))
             Found("a thread's timer has no events");
         Let(timer.Get(), L"Interval", 30);
         Let(timer.Get(), L"Enabled", true);
@@ -80,7 +71,7 @@ void WorkAlone(std::uint64_t seed) {
         UseRegistry(random);
         const double begin = NowMs();
         while (sink.alarms < kAlarms && NowMs() - begin < 5'000)
-            ProcessFor(50);
+            static_cast<void>(kwohost::RunMessages(std::chrono::milliseconds(50), [] {}));
         if (sink.alarms != kAlarms) Found("alarms of another thread are lost or came twice");
         Call(timer.Get(), L"CancelTimers");
         point.Reset();
