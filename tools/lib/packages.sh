@@ -24,6 +24,13 @@ KWO_WINE_PACKAGES=(
     'imagemagick identify'
     'locales /usr/share/i18n/locales/ja_JP'
 )
+# What compiles the samples in other languages. npm brings a .NET runtime for Windows.
+KWO_CLIENT_PACKAGES=(
+    'mono-mcs mcs'
+    'npm npm'
+    'python3 python3'
+    'rustc rustc'
+)
 KWO_LINT_PACKAGES=(
     'git git'
     'clang clang++'

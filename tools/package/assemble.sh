@@ -44,8 +44,10 @@ for preset in x64 x86; do
     cp "$KWO_ROOT/build/$preset/src/com/kwoutil.tlb" "$folder/sdk/$preset/KWOUtil.tlb"
 done
 
-mkdir "$folder/samples"
-for file in "$KWO_ROOT"/samples/*.{vbs,js,cpp}; do as_windows_text "$file" "$folder/samples/$(basename "$file")"; done
+mkdir -p "$folder/samples/clients"
+for file in "$KWO_ROOT"/samples/*.{vbs,js} "$KWO_ROOT"/samples/clients/*; do
+    as_windows_text "$file" "$folder/${file#"$KWO_ROOT/"}"
+done
 cp "$KWO_ROOT"/samples/*.ico "$folder/samples/"
 
 [[ $manual == no ]] || "$KWO_ROOT/tools/package/make_manual.py" "$version" "$KWO_ROOT" "$folder/docs"
