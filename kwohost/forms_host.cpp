@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "bitmap_file.h"
+#include "boxes.h"
 #include "picture_box.h"
 #include "user_input.h"
 
@@ -77,10 +78,12 @@ private:
     void AddLoop() {
         AddMethod(L"DoEvents", 0, 0, [this](Call&) { mHost.Wait(std::chrono::milliseconds(0)); });
         AddMethod(L"Run", 0, 0, [this](Call&) {
-            constexpr std::chrono::milliseconds kSlice(50);
             mIsStopped = false;
-            while (!mIsStopped && IsAnyFormVisible())
-                mHost.Wait(kSlice);
+            mHost.WaitUntil([this] { return mIsStopped || !IsAnyFormVisible(); });
+        });
+        AddMethod(L"RunUntilStopped", 0, 0, [this](Call&) {
+            mIsStopped = false;
+            mHost.WaitUntil([this] { return mIsStopped; });
         });
         AddMethod(L"Stop", 0, 0, [this](Call&) { mIsStopped = true; });
     }
@@ -193,3 +196,4 @@ void AddFormObjects(ScriptHost& host) {
 }
 
 }  // namespace kwohost
+    AddBoxes(host);

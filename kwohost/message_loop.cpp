@@ -17,26 +17,56 @@ DWORD MillisecondsUntil(Clock::time_point end) {
     return left < INFINITE ? static_cast<DWORD>(left) : INFINITE - 1;
 }
 
+/// A box that the system runs has a loop of its own. It does not see what this loop takes, from an event inside.
+bool IsForDialogBox(MSG& message) {
+    const HWND top = GetAncestor(message.hwnd, GA_ROOT);
+    return top && GetClassLongW(top, GCW_ATOM) == LOWORD(WC_DIALOG) && IsDialogMessageW(top, &message);
+}
+
+/// False if there is no message. A request to quit is not handled but goes to `quit`.
+bool RunOne(std::optional<int>& quit, const std::function<void()>& afterEach) {
+    MSG message;
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return false;
+    if (message.message == WM_QUIT) {
+        quit = static_cast<int>(message.wParam);
+        return true;
+    }
+    if (!IsForDialogBox(message)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    afterEach();
+    return true;
+}
+
+void WaitForMessage(DWORD milliseconds) {
+    MsgWaitForMultipleObjectsEx(0, nullptr, milliseconds, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+}
+
 }  // namespace
 
 std::optional<int> RunMessages(std::chrono::milliseconds duration, const std::function<void()>& afterEach) {
     const bool waits = duration.count() > 0;
     const Clock::time_point end = Clock::now() + (waits ? duration : kLongestForPending);
+    std::optional<int> quit;
     do {
-        MSG message;
         // No more than one message between two looks at the clock, so that a flood of them cannot hold the end back.
-        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            if (message.message == WM_QUIT) return static_cast<int>(message.wParam);
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-            afterEach();
+        if (RunOne(quit, afterEach)) {
+            if (quit) return quit;
         } else if (!waits) {
             return std::nullopt;
         } else {
-            MsgWaitForMultipleObjectsEx(0, nullptr, MillisecondsUntil(end), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+            WaitForMessage(MillisecondsUntil(end));
         }
     } while (Clock::now() < end);
     return std::nullopt;
+}
+
+std::optional<int> RunMessagesUntil(const std::function<bool()>& isOver, const std::function<void()>& afterEach) {
+    std::optional<int> quit;
+    while (!quit && !isOver())
+        if (!RunOne(quit, afterEach)) WaitForMessage(INFINITE);
+    return quit;
 }
 
 }  // namespace kwohost

@@ -6,8 +6,8 @@
 
 namespace kwohost {
 
-/// Runs the thread's messages, so timers and events arrive, until `duration` has passed; never shorter, and longer
-/// only by the message that runs at the end.
+/// Runs the thread's messages, so timers and events arrive and open dialog boxes stay usable, until `duration` has
+/// passed; never shorter, and longer only by the message that runs at the end.
 ///
 ///     if (const auto quit = RunMessages(duration, [] {})) exit(*quit);
 ///
@@ -17,5 +17,8 @@ namespace kwohost {
 /// otherwise.
 [[nodiscard]] std::optional<int> RunMessages(std::chrono::milliseconds duration,
                                              const std::function<void()>& afterEach);
+/// The same until `isOver` returns true. It is asked at first and after whatever the thread has handled.
+[[nodiscard]] std::optional<int> RunMessagesUntil(const std::function<bool()>& isOver,
+                                                  const std::function<void()>& afterEach);
 
 }  // namespace kwohost

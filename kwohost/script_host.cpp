@@ -50,7 +50,18 @@ ScriptHost::~ScriptHost() {
 }
 
 void ScriptHost::AddGlobal(const std::wstring& name, ComPtr<IDispatch> object) {
-    mGlobals[name] = std::move(object);
+    mGlobals[name] = {std::move(object), SCRIPTITEM_ISVISIBLE};
+}
+
+void ScriptHost::AddFunction(const std::wstring& name, ComPtr<IDispatch> object) {
+    const std::wstring global = L"kwohost_" + name;
+    if (mSource.language == Language::JScript) {
+        mGlobals[global] = {std::move(object), SCRIPTITEM_ISVISIBLE | SCRIPTITEM_GLOBALMEMBERS};
+        return;
+    }
+    // VBScript finds its own functions before what the host has, but a script's variables before either.
+    AddGlobal(global, std::move(object));
+    mFunctions += L"Dim " + name + L"\r\nSet " + name + L" = " + global + L"\r\n";
 }
 
 int ScriptHost::Run() {
@@ -71,11 +82,12 @@ HRESULT ScriptHost::Start() {
     HRESULT result = mEngine->QueryInterface(IID_PPV_ARGS(parser.Out()));
     if (SUCCEEDED(result)) result = mEngine->SetScriptSite(&mSite);
     if (SUCCEEDED(result)) result = parser->InitNew();
-    for (const auto& [name, object] : mGlobals)
-        if (SUCCEEDED(result)) result = mEngine->AddNamedItem(name.c_str(), SCRIPTITEM_ISVISIBLE);
-    if (SUCCEEDED(result))
-        result = parser->ParseScriptText(mSource.text.c_str(), nullptr, nullptr, nullptr, 0, 1, SCRIPTTEXT_ISVISIBLE,
-                                         nullptr, nullptr);
+    for (const auto& [name, global] : mGlobals)
+        if (SUCCEEDED(result)) result = mEngine->AddNamedItem(name.c_str(), global.flags);
+    for (const std::wstring* const text : {&mFunctions, &mSource.text})
+        if (SUCCEEDED(result) && !text->empty())
+            result = parser->ParseScriptText(text->c_str(), nullptr, nullptr, nullptr, 0, 1, SCRIPTTEXT_ISVISIBLE,
+                                             nullptr, nullptr);
     if (SUCCEEDED(result)) result = mEngine->SetScriptState(SCRIPTSTATE_CONNECTED);
     return result;
 }
@@ -170,11 +182,18 @@ void ScriptHost::ShowError(Describe&& describe) noexcept {
 }
 
 void ScriptHost::Wait(std::chrono::milliseconds duration) {
-    // A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
-    const auto endAfterError = [this, errorsBefore = mErrorCount] {
+    if (const auto quit = RunMessages(duration, EndingAfterErrors())) End(*quit);
+}
+
+void ScriptHost::WaitUntil(const std::function<bool()>& isOver) {
+    if (const auto quit = RunMessagesUntil(isOver, EndingAfterErrors())) End(*quit);
+}
+
+/// A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
+std::function<void()> ScriptHost::EndingAfterErrors() {
+    return [this, errorsBefore = mErrorCount] {
         if (mErrorCount != errorsBefore) End(mExitCode);
     };
-    if (const auto quit = RunMessages(duration, endAfterError)) End(*quit);
 }
 
 void ScriptHost::Close() {
@@ -230,7 +249,7 @@ HRESULT ScriptHost::Site::GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** ite
         const auto found = mHost.mGlobals.find(name);
         if (found == mHost.mGlobals.end() || (mask & SCRIPTINFO_ITYPEINFO)) return TYPE_E_ELEMENTNOTFOUND;
         if ((mask & SCRIPTINFO_IUNKNOWN) && item) {
-            *item = found->second.Get();
+            *item = found->second.object.Get();
             (*item)->AddRef();
         }
         return S_OK;

@@ -35,11 +35,16 @@ public:
 
     /// The path of the script.
     const std::wstring& ScriptPath() const { return mSource.path; }
+    /// The script's file without its folder.
+    std::wstring ScriptName() const { return mSource.path.substr(mSource.path.find_last_of(L"\\/") + 1); }
     /// The language of the script.
     Language ScriptLanguage() const { return mSource.language; }
 
     /// Adds an object that the script finds as `name`, before Run. The host keeps it until Close.
     void AddGlobal(const std::wstring& name, ComPtr<IDispatch> object);
+    /// Adds a function of the script, before Run. It takes the place of the language's own function of that name.
+    /// It is a method of `object` with that name, and the object's default member.
+    void AddFunction(const std::wstring& name, ComPtr<IDispatch> object);
     /// Runs before the engine is closed, the last one added first. `action` must not raise.
     void AtClose(std::function<void()> action) { mAtClose.push_back(std::move(action)); }
 
@@ -70,6 +75,8 @@ public:
     void Wait(std::chrono::milliseconds duration);
 
     /// Takes the script down: AtClose actions, engine, globals.
+    /// The same until `isOver` returns true, as RunMessagesUntil does.
+    void WaitUntil(const std::function<bool()>& isOver);
     /// Nothing of the script runs afterwards. A second call does nothing.
     void Close();
     /// Closes the script and ends the process, from however deep inside the script: it does not return.
@@ -112,8 +119,16 @@ private:
 
     /// Makes the engine and runs the script's main part.
     HRESULT Start();
+    /// What the script finds by a name; the flags are those of AddNamedItem.
+    struct Global {
+        ComPtr<IDispatch> object;
+        DWORD flags;
+    };
+
     /// Empties the variables of VBScript, which would keep their objects.
     void LetGoOfVariables();
+    /// Runs after each message: ends the script if one of its procedures has failed since now.
+    std::function<void()> EndingAfterErrors();
     /// Null if the script has no such procedure, and while it is closed.
     ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
     /// `describe` returns the report, and may fail for lack of memory.
@@ -127,7 +142,9 @@ private:
     Site mSite{*this};
     /// Null before Run and after Close.
     ComPtr<IActiveScript> mEngine;
-    std::map<std::wstring, ComPtr<IDispatch>> mGlobals;
+    std::map<std::wstring, Global> mGlobals;
+    /// A script that runs before the author's: variables that take the place of the language's own functions.
+    std::wstring mFunctions;
     std::vector<std::function<void()>> mAtClose;
     /// Set by Close and never reset: no procedure is found any more.
     bool mIsClosing = false;

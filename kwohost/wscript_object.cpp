@@ -110,10 +110,7 @@ private:
         const auto arguments = MakeObject<ArgumentsObject>(texts);
         AddProperty(L"Arguments", [arguments](Call& call) { call.ReturnObject(arguments); });
         AddProperty(L"ScriptFullName", [this](Call& call) { call.ReturnText(mHost.ScriptPath()); });
-        AddProperty(L"ScriptName", [this](Call& call) {
-            const std::wstring& path = mHost.ScriptPath();
-            call.ReturnText(path.substr(path.find_last_of(L"\\/") + 1));
-        });
+        AddProperty(L"ScriptName", [this](Call& call) { call.ReturnText(mHost.ScriptName()); });
         AddProperty(L"FullName", [](Call& call) { call.ReturnText(kwo::com_support::ModulePath(nullptr)); });
         AddProperty(L"Name", [](Call& call) { call.ReturnText(L"kwohost"); });
         AddProperty(L"Version", [](Call& call) { call.ReturnText(KWOHOST_VERSION); });

@@ -195,6 +195,40 @@ TEST_F(FormsTest, StopEndsRun) {
     EXPECT_EQ(notes, Notes({L"True"}));
 }
 
+namespace {
+
+EventSourceObject* ticking = nullptr;
+
+void CALLBACK TickOnce(HWND, UINT, UINT_PTR, DWORD) {
+    ticking->Fire(EventSourceObject::kTick, {Number(1)});
+}
+
+}  // namespace
+
+TEST_F(FormsTest, RunUntilStoppedGoesOnWhileNoFormIsVisible) {
+    ticking = source.Get();
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, TickOnce);
+    RunWithForm(
+        L"WScript.ConnectObject Source, \"s\"\r\nDim ticks\r\nfrm.Hide\r\n"
+        L"Sub s_Tick(n)\r\nticks = ticks + 1\r\nIf ticks = 2 Then frm.Close\r\n"
+        L"If ticks = 4 Then Host.Stop\r\nEnd Sub\r\n"
+        L"Host.Run\r\nSource.Note ticks\r\nHost.RunUntilStopped\r\nSource.Note ticks");
+    KillTimer(nullptr, timer);
+
+    EXPECT_EQ(notes, Notes({L"", L"4"}));
+}
+
+TEST_F(FormsTest, RunEndsWhenTheLastVisibleFormIsHidden) {
+    ticking = source.Get();
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, TickOnce);
+    RunWithForm(
+        L"WScript.ConnectObject Source, \"s\"\r\nDim ticks\r\n"
+        L"Sub s_Tick(n)\r\nticks = ticks + 1\r\nfrm.Hide\r\nEnd Sub\r\nHost.Run\r\nSource.Note ticks");
+    KillTimer(nullptr, timer);
+
+    EXPECT_EQ(notes, Notes({L"1"}));
+}
+
 TEST_F(FormsTest, MembersOfClosedFormsAndTheirControlsRaise91) {
     const struct {
         const wchar_t* object;

@@ -1,0 +1,193 @@
+#include "script_test.h"
+
+namespace kwohost::tests {
+
+namespace {
+
+constexpr DWORD kDialogBox = 0x8002;
+
+bool IsBox(HWND window) {
+    return window && GetClassLongW(window, GCW_ATOM) == kDialogBox;
+}
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[100];
+    return {text, static_cast<std::size_t>(GetWindowTextW(window, text, 100))};
+}
+
+void Press(WORD key) {
+    INPUT inputs[2] = {};
+    for (INPUT& input : inputs) {
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = key;
+    }
+    inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, inputs, sizeof(INPUT));
+}
+
+/// What the user does when the next box has opened.
+std::function<void(HWND box)> theUser;
+
+void CALLBACK LetTheUserAct(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND box = GetActiveWindow();
+    if (!IsBox(box)) return;
+    KillTimer(nullptr, timer);
+    theUser(box);
+}
+
+class BoxesTest : public ScriptTest {
+protected:
+    explicit BoxesTest(Language language = Language::VBScript) : ScriptTest(language) {}
+    ~BoxesTest() override { theUser = nullptr; }
+
+    static void WhenABoxOpens(std::function<void(HWND)> action) {
+        theUser = std::move(action);
+        SetTimer(nullptr, 0, 20, LetTheUserAct);
+    }
+    int RunWithForms(const std::wstring& script) {
+        return Run(
+            L"Set one = Host.CreateForm(\"one\")\r\nSet two = Host.CreateForm(\"two\")\r\n"
+            L"one.Show\r\ntwo.Show\r\nWScript.Sleep 50\r\n" +
+            script);
+    }
+    static HWND FormOf(const wchar_t* name) { return FindWindowW(kFormClass, name); }
+};
+
+class JScriptBoxesTest : public BoxesTest {
+protected:
+    JScriptBoxesTest() : BoxesTest(Language::JScript) {}
+};
+
+}  // namespace
+
+TEST_F(BoxesTest, MessageBoxBelongsToTheActiveFormAndDisablesAllForms) {
+    WhenABoxOpens([this](HWND box) {
+        notes.push_back(TextOf(box));
+        EXPECT_EQ(GetWindow(box, GW_OWNER), FormOf(L"two"));
+        EXPECT_FALSE(IsWindowEnabled(FormOf(L"one")));
+        EXPECT_FALSE(IsWindowEnabled(FormOf(L"two")));
+        Press(VK_RETURN);
+    });
+
+    RunWithForms(
+        L"Source.Note MsgBox(\"Go on?\", vbOKCancel, \"Question\")\r\n"
+        L"Source.Note one.Enabled & two.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"Question", L"1", L"TrueTrue"}));
+}
+
+TEST_F(BoxesTest, FormThatTheScriptHasDisabledStaysSo) {
+    WhenABoxOpens([](HWND) { Press(VK_RETURN); });
+
+    RunWithForms(L"one.Enabled = False\r\nMsgBox \"x\"\r\nSource.Note one.Enabled & two.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"FalseTrue"}));
+}
+
+TEST_F(BoxesTest, BoxWithoutAVisibleFormHasNoOwnerAndTheScriptsName) {
+    WhenABoxOpens([this](HWND box) {
+        notes.push_back(TextOf(box));
+        EXPECT_EQ(GetWindow(box, GW_OWNER), nullptr);
+        Press(VK_RETURN);
+    });
+
+    Run(L"Set frm = Host.CreateForm(\"frm\")\r\nMsgBox True");
+
+    EXPECT_EQ(notes, Notes({L"events.vbs"}));
+}
+
+TEST_F(BoxesTest, KeysChooseAButton) {
+    WhenABoxOpens([](HWND) {
+        Press(VK_RIGHT);
+        Press(VK_RETURN);
+    });
+
+    RunWithForms(L"Source.Note MsgBox(\"x\", vbYesNo + vbQuestion)");
+
+    EXPECT_EQ(notes, Notes({L"7"}));
+}
+
+TEST_F(BoxesTest, ButtonsThatDoNotExistRaise5) {
+    RunWithForms(
+        L"On Error Resume Next\r\nMsgBox \"x\", 7\r\nSource.Note Err.Number\r\nErr.Clear\r\n"
+        L"MsgBox \"x\", &H80\r\nSource.Note Err.Number");
+
+    EXPECT_EQ(notes, Notes({L"5", L"5"}));
+}
+
+TEST_F(BoxesTest, BoxThatLosesItsFormIsCancelled) {
+    WhenABoxOpens([](HWND) { SendMessageW(FormOf(L"two"), WM_CLOSE, 0, 0); });
+    RunWithForms(L"Source.Note MsgBox(\"x\", vbOKCancel)\r\nSource.Note one.Enabled");
+
+    WhenABoxOpens([](HWND) { SendMessageW(FormOf(L"two"), WM_CLOSE, 0, 0); });
+    RunWithForms(L"Source.Note IsEmpty(InputBox(\"x\", , \"first\"))\r\nSource.Note one.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"2", L"True", L"True", L"True"}));
+}
+
+TEST_F(BoxesTest, InputBoxReturnsWhatTheUserWrites) {
+    WhenABoxOpens([this](HWND box) {
+        notes.push_back(TextOf(box));
+        EXPECT_EQ(GetWindow(box, GW_OWNER), FormOf(L"two"));
+        EXPECT_FALSE(IsWindowEnabled(FormOf(L"one")));
+        notes.push_back(TextOf(GetFocus()));
+        Press('4');
+        Press('2');
+        Press(VK_RETURN);
+    });
+
+    RunWithForms(L"Source.Note InputBox(\"How many?\", \"Number\", \"selected\")\r\nSource.Note one.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"Number", L"selected", L"42", L"True"}));
+}
+
+TEST_F(BoxesTest, CancelledInputBoxReturnsEmpty) {
+    WhenABoxOpens([](HWND) { Press(VK_ESCAPE); });
+
+    RunWithForms(L"answer = InputBox(\"x\", , \"first\")\r\nSource.Note IsEmpty(answer) & (answer = \"\")");
+
+    EXPECT_EQ(notes, Notes({L"TrueTrue"}));
+}
+
+TEST_F(BoxesTest, InputBoxOpensWhereTheScriptWantsIt) {
+    RECT place = {};
+    WhenABoxOpens([&place](HWND box) {
+        GetWindowRect(box, &place);
+        Press(VK_RETURN);
+    });
+
+    RunWithForms(L"InputBox \"x\", , , 20 * Screen.TwipsPerPixelX, 30 * Screen.TwipsPerPixelY");
+
+    EXPECT_EQ(place.left, 20);
+    EXPECT_EQ(place.top, 30);
+}
+
+TEST_F(BoxesTest, BoxTakesKeysWhileAnEventOfTheScriptSleeps) {
+    WhenABoxOpens([this](HWND box) {
+        Press(VK_RETURN);
+        host->Wait(std::chrono::milliseconds(300));
+        notes.push_back(IsWindowVisible(box) ? L"still open" : L"closed");
+    });
+
+    RunWithForms(L"Source.Note MsgBox(\"x\")");
+
+    EXPECT_EQ(notes, Notes({L"closed", L"1"}));
+}
+
+TEST_F(JScriptBoxesTest, FunctionsAreThereInJScriptToo) {
+    WhenABoxOpens([](HWND) {
+        Press('7');
+        Press(VK_RETURN);
+    });
+    Run(L"Source.Note(InputBox('x'));");
+
+    WhenABoxOpens([](HWND) { Press(VK_ESCAPE); });
+    Run(L"Source.Note(InputBox('x') === undefined ? 'undefined' : 'text');");
+
+    WhenABoxOpens([](HWND) { Press(VK_RETURN); });
+    Run(L"Source.Note(MsgBox('x', 1));");
+
+    EXPECT_EQ(notes, Notes({L"7", L"undefined", L"1"}));
+}
+
+}  // namespace kwohost::tests
