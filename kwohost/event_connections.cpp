@@ -1,5 +1,7 @@
 #include "event_connections.h"
 
+#include <olectl.h>
+
 #include <algorithm>
 
 namespace kwohost {
@@ -15,19 +17,36 @@ void EventConnections::Connect(IDispatch* object, std::wstring prefix) {
         FAILED(container->FindConnectionPoint(events->id, connection.point.Out())))
         Fail(RuntimeError::NoEvents, L"The object has no events that a script can receive");
 
-    Disconnect(object);
     Check(object->QueryInterface(IID_PPV_ARGS(connection.identity.Out())));
     connection.sink = MakeObject<EventSink>(*events, std::move(prefix), mHandler);
-    Check(connection.point->Advise(connection.sink.Get(), &connection.cookie));
+    mConnections.reserve(mConnections.size() + 1);
+    const auto connect = [&] { return connection.point->Advise(connection.sink.Get(), &connection.cookie); };
+    HRESULT connected = connect();
+    // An object with room for one sink takes the new one only in place of the old one.
+    if (connected == CONNECT_E_ADVISELIMIT) {
+        CutFirstOf(connection.identity.Get());
+        connected = connect();
+    }
+    Check(connected);
+    const ComPtr<IUnknown> identity = connection.identity;
+    const bool hasEarlier = Find(identity.Get()) != mConnections.end();
     mConnections.push_back(std::move(connection));
+    if (hasEarlier) CutFirstOf(identity.Get());
 }
 
 void EventConnections::Disconnect(IDispatch* object) {
     ComPtr<IUnknown> identity;
     Check(object->QueryInterface(IID_PPV_ARGS(identity.Out())));
-    const auto found =
-        std::find_if(mConnections.begin(), mConnections.end(),
-                     [&identity](const Connection& connection) { return connection.identity.Get() == identity.Get(); });
+    CutFirstOf(identity.Get());
+}
+
+std::vector<EventConnections::Connection>::iterator EventConnections::Find(IUnknown* identity) {
+    return std::find_if(mConnections.begin(), mConnections.end(),
+                        [identity](const Connection& connection) { return connection.identity.Get() == identity; });
+}
+
+void EventConnections::CutFirstOf(IUnknown* identity) {
+    const auto found = Find(identity);
     if (found == mConnections.end()) return;
     Connection connection = std::move(*found);
     mConnections.erase(found);

@@ -25,8 +25,8 @@ public:
 
     /// Events call `prefix_Name`; the prefix may end with its underscore.
     /// Replaces an earlier connection of the same object, by identity.
-    /// Raises 459 for an object without events, 5 for an empty prefix, and what the object answers if it refuses; an
-    /// earlier connection is then gone.
+    /// Raises 459 for an object without events, 5 for an empty prefix, and what the object answers if it refuses. An
+    /// earlier connection then stays, unless the object has room for one alone.
     void Connect(IDispatch* object, std::wstring prefix);
     /// Does nothing for an object that is not connected.
     void Disconnect(IDispatch* object);
@@ -42,6 +42,9 @@ private:
         DWORD cookie = 0;
     };
 
+    std::vector<Connection>::iterator Find(IUnknown* identity);
+    /// Does nothing if the object is not connected.
+    void CutFirstOf(IUnknown* identity);
     /// Silences the sink first: the object may fire while it is disconnected.
     static void Cut(Connection& connection);
 

@@ -67,6 +67,8 @@ public:
         ComPtr<IDispatch> events;
         const HRESULT known = sink->QueryInterface(kEvents, events.OutVoid());
         if (FAILED(known)) return CONNECT_E_CANNOTCONNECT;
+        if (FAILED(mOwner.refusal)) return mOwner.refusal;
+        if (mSinks.size() >= mOwner.mostSinks) return CONNECT_E_ADVISELIMIT;
         mSinks.push_back({++mLastCookie, events});
         *cookie = mLastCookie;
         return S_OK;

@@ -31,6 +31,10 @@ public:
     std::function<void()> onUnadvise;
     /// Runs when the object ends.
     std::function<void()> onEnd;
+    /// What it answers to a new sink if it refuses it.
+    HRESULT refusal = S_OK;
+    /// How many sinks it has room for.
+    std::size_t mostSinks = 10;
     /// Keeps sinks that have disconnected and fires to them too, as a careless object would.
     bool firesToTheGone = false;
 

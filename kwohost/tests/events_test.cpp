@@ -53,6 +53,28 @@ TEST_F(EventsTest, SecondConnectionOfAnObjectTakesTheFirstOnesPlace) {
     EXPECT_EQ(notes, Notes({L"t7"}));
 }
 
+TEST_F(EventsTest, ConnectionStaysWhenTheObjectRefusesANewOne) {
+    source->OnCall(L"RefuseFromNowOn", [this](Call&) { source->refusal = E_ACCESSDENIED; });
+    Run(kTickNotes +
+        L"WScript.ConnectObject Source, \"s\"\r\nSource.RefuseFromNowOn\r\nOn Error Resume Next\r\n"
+        L"WScript.ConnectObject Source, \"t\"\r\nSource.Note Err.Number <> 0");
+
+    Tick(7);
+
+    EXPECT_EQ(notes, Notes({L"True", L"s7"}));
+    EXPECT_EQ(source->Connected(), 1u);
+}
+
+TEST_F(EventsTest, ObjectWithRoomForOneConnectionMayBeConnectedAgain) {
+    source->mostSinks = 1;
+    Run(kTickNotes + L"WScript.ConnectObject Source, \"s\"\r\nWScript.ConnectObject Source, \"t\"");
+
+    Tick(7);
+
+    EXPECT_EQ(notes, Notes({L"t7"}));
+    EXPECT_EQ(source->Connected(), 1u);
+}
+
 TEST_F(EventsTest, DisconnectedObjectIsHeardNoMore) {
     Run(kTickNotes + L"WScript.ConnectObject Source, \"s\"\r\nWScript.DisconnectObject Source");
 
