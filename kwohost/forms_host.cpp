@@ -10,6 +10,7 @@
 #include "bitmap_file.h"
 #include "boxes.h"
 #include "picture_box.h"
+#include "pointer_shape.h"
 #include "user_input.h"
 
 namespace kwohost {
@@ -34,12 +35,12 @@ public:
         AddVariable(
             L"MousePointer", [this](Call& call) { call.ReturnWhole(mPointer); },
             [this](Call& call) {
-                constexpr WORD kArrow = 32512;
-                constexpr WORD kHourglass = 32514;
-                constexpr LONG kBusy = 11;
-                mPointer = call.Whole(0);
-                mForms->pointer = mPointer == kBusy ? LoadCursorW(nullptr, MAKEINTRESOURCEW(kHourglass)) : nullptr;
-                SetCursor(mForms->pointer ? mForms->pointer : LoadCursorW(nullptr, MAKEINTRESOURCEW(kArrow)));
+                constexpr LONG kArrow = 1;
+                const LONG wanted = call.Whole(0);
+                mForms->pointer = PointerShape(wanted);
+                mPointer = wanted;
+                SetCursor(mForms->pointer ? mForms->pointer : PointerShape(kArrow));
+                RefreshPointer();
             });
         AddProperty(L"ActiveForm", [this](Call& call) {
             const HWND active = GetActiveWindow();

@@ -7,6 +7,7 @@
 
 #include "form.h"
 #include "guard.h"
+#include "pointer_shape.h"
 
 namespace kwohost {
 
@@ -106,6 +107,14 @@ void HostWindow::AddWindowMembers() {
     AddMethod(L"Move", 1, 4, [this](Call& call) {
         const Scale scale = PlaceScale();
         RECT place = Place();
+    AddVariable(
+        L"MousePointer", [this](Call& call) { call.ReturnWhole(mPointer); },
+        [this](Call& call) {
+            const LONG wanted = call.Whole(0);
+            PointerShape(wanted);
+            mPointer = wanted;
+            RefreshPointer();
+        });
         const auto pixels = [&](int index, Axis axis, LONG now) {
             return call.Has(index) ? ToPixels(call.Number(index), scale, axis) : now;
         };
@@ -262,12 +271,8 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
             if (const ComPtr<Form> form = OwnerForm()) form->OnFocus(*this, message == WM_SETFOCUS);
             return result;
         }
-        case WM_SETCURSOR: {
-            const ComPtr<Form> form = OwnerForm();
-            if (!form || !form->Pointer() || LOWORD(second) != HTCLIENT) return Default(message, first, second);
-            SetCursor(form->Pointer());
-            return TRUE;
-        }
+        case WM_SETCURSOR:
+            return OnSetCursor(first, second);
         case WM_SIZE: {
             const LRESULT result = Default(message, first, second);
             OnResized();
@@ -284,6 +289,17 @@ LRESULT HostWindow::OnMouse(UINT message, WPARAM first, LPARAM second) {
             FireMouse(L"MouseMove", ButtonsOf(first), second);
             return 0;
         case WM_LBUTTONDOWN:
+/// What the screen wants comes first, then what the window wants, then what its container wants.
+LRESULT HostWindow::OnSetCursor(WPARAM first, LPARAM second) {
+    const ComPtr<Form> form = OwnerForm();
+    const HCURSOR everywhere = form ? form->Pointer() : nullptr;
+    const HCURSOR shape = everywhere ? everywhere : PointerShape(mPointer);
+    // The system asks the container.
+    if (!shape || LOWORD(second) != HTCLIENT) return Default(WM_SETCURSOR, first, second);
+    SetCursor(shape);
+    return TRUE;
+}
+
         case WM_RBUTTONDOWN:
         case WM_MBUTTONDOWN:
             if (const ComPtr<Form> form = OwnerForm()) form->FocusByPointer(*this);

@@ -120,6 +120,8 @@ private:
     ScriptHost& mHost;
     std::wstring mName;
     /// Null before the window is made and after it is gone.
+    /// Shows the pointer that the script wants over the window.
+    LRESULT OnSetCursor(WPARAM first, LPARAM second);
     HWND mWindow = nullptr;
     Scale mScale = Scale::Twips;
     /// True while Reposition runs.
@@ -130,6 +132,8 @@ private:
 
 /// Registers the windows' classes. Call it before the first window; a second call does nothing.
 void RegisterWindowClasses();
+    /// The number of MousePointer.
+    LONG mPointer = 0;
 inline constexpr wchar_t kFormClass[] = L"KwohostForm";
 inline constexpr wchar_t kControlClass[] = L"KwohostControl";
 

@@ -12,6 +12,7 @@ leftPane.BackColor = &H80000005
 rightPane.BackColor = &H80000005
 ' A bar in the colour of shadows, to see it between the panes.
 bar.BackColor = &H80000010
+bar.MousePointer = 9
 bar.Move 2000, 0, 60, 1000
 
 Set splitter = CreateObject("KWOUtil.KWOSplitterV")

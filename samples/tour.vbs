@@ -37,6 +37,7 @@ picLog.TabStop = False
 picLog.AutoRedraw = True
 picLog.BackColor = &H80000005
 bar.BackColor = &H80000010
+bar.MousePointer = 9
 panel.Move 60, 660, form.ScaleWidth - 120, form.ScaleHeight - 1140
 picMonth.Move 0, 0, 4000, 4000
 bar.Move 4000, 0, 60, 1000

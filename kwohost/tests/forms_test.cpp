@@ -390,6 +390,33 @@ TEST_F(FormsTest, SavedPictureLoadsAgainWithItsColours) {
     DeleteFileW(path.c_str());
 }
 
+TEST_F(FormsTest, PointerHasTheShapeOfWhatItIsOver) {
+    const auto shape = [](WORD number) { return LoadCursorW(nullptr, MAKEINTRESOURCEW(number)); };
+    const HCURSOR arrow = shape(32512), sizeWestEast = shape(32644), cross = shape(32515), hourglass = shape(32514);
+    std::vector<HCURSOR> seen;
+    source->OnCall(L"Look", [&seen](Call&) { seen.push_back(GetCursor()); });
+
+    RunWithForm(
+        L"box.Move 0, 0, 1500, 1500\r\nbox.MousePointer = 9\r\n"
+        L"Host.MovePointer box, 20, 20\r\nSource.Look\r\n"
+        L"Host.MovePointer frm, 3000, 3000\r\nSource.Look\r\n"
+        L"frm.MousePointer = 2\r\nSource.Look\r\n"
+        L"Host.MovePointer box, 20, 20\r\nSource.Look\r\n"
+        L"box.MousePointer = 0\r\nSource.Look\r\n"
+        L"Screen.MousePointer = 11\r\nHost.MovePointer box, 22, 22\r\nSource.Look\r\n"
+        L"Screen.MousePointer = 0\r\nSource.Look");
+
+    EXPECT_EQ(seen, (std::vector<HCURSOR>{sizeWestEast, arrow, cross, sizeWestEast, cross, hourglass, cross}));
+}
+
+TEST_F(FormsTest, PointersThatDoNotExistRaise380) {
+    RunWithForm(L"box.MousePointer = 15\r\n" + NoteErrorOf(L"box.MousePointer = 16") +
+                NoteErrorOf(L"frm.MousePointer = -1") + NoteErrorOf(L"Screen.MousePointer = 99") +
+                L"Source.Note box.MousePointer & frm.MousePointer & Screen.MousePointer");
+
+    EXPECT_EQ(notes, Notes({L"380", L"380", L"380", L"1500"}));
+}
+
 TEST_F(FormsTest, HourglassStaysWhenThePointerMoves) {
     const HCURSOR arrow = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
     const HCURSOR hourglass = LoadCursorW(nullptr, MAKEINTRESOURCEW(32514));
