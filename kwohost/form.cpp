@@ -50,6 +50,7 @@ void Form::Open() {
         GetClientRect(Window(), &area);
         mMdiClient = CreateWindowExW(WS_EX_CLIENTEDGE, L"MDICLIENT", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
                                      area.right, area.bottom, Window(), nullptr, GetModuleHandleW(nullptr), &first);
+        if (!mMdiClient) Fail(RuntimeError::CannotCreateObject, L"The system has no window for '" + Name() + L"'");
     }
     mForms.all.push_back(this);
     mIsOpen = true;
@@ -64,7 +65,10 @@ void Form::AddMembers() {
             text.resize(static_cast<std::size_t>(GetWindowTextW(Window(), text.data(), static_cast<int>(text.size()))));
             call.ReturnText(text);
         },
-        [this](Call& call) { SetWindowTextW(Window(), call.Text(0).c_str()); });
+        [this](Call& call) {
+            if (!SetWindowTextW(Window(), call.Text(0).c_str()))
+                Fail(RuntimeError::OutOfMemory, L"The system has no memory for the caption");
+        });
     AddVariable(
         L"WindowState", [this](Call& call) { call.ReturnWhole(WindowState()); },
         [this](Call& call) { SetWindowState(call.Whole(0)); });
@@ -212,8 +216,11 @@ void Form::NoteActivity() {
 }
 
 bool Form::MayClose() {
+    // The form closes when its Unload returns, so there is nothing to do for a script that closes it there.
+    if (std::exchange(mIsUnloading, true)) return false;
     SHORT cancel = 0;
     Fire(L"Unload", EventValues().Reference(cancel));
+    mIsUnloading = false;
     return cancel == 0;
 }
 

@@ -84,7 +84,7 @@ private:
     void Close();
     /// False if a child is still there.
     bool CloseChildren();
-    /// False if the script's Unload sets Cancel.
+    /// False if the script's Unload sets Cancel, and inside this Unload.
     bool MayClose();
     /// Raises Activate if this MDI child has become the active one.
     void NoteActivity();
@@ -103,6 +103,8 @@ private:
     bool mIsOpen = false;
     /// Of the other MDI children.
     bool mIsInFront = false;
+    /// While Unload runs.
+    bool mIsUnloading = false;
     /// In front and visible.
     bool mIsActiveChild = false;
     /// Of the script's procedures that were asked for. Their places are their ids.

@@ -417,6 +417,40 @@ TEST_F(FormsTest, PointersThatDoNotExistRaise380) {
     EXPECT_EQ(notes, Notes({L"380", L"380", L"380", L"1500"}));
 }
 
+TEST_F(FormsTest, FormMayBeClosedInItsOwnUnload) {
+    RunWithForm(
+        L"Dim times, refuse\r\nrefuse = True\r\n"
+        L"Sub frm_Unload(Cancel)\r\ntimes = times + 1\r\nIf times < 10 Then frm.Close\r\nCancel = refuse\r\n"
+        L"End Sub\r\n"
+        L"frm.Close\r\nSource.Note times & frm.Visible\r\n"
+        L"refuse = False\r\nfrm.Close\r\nSource.Note times\r\n" +
+        NoteErrorOf(L"frm.Show"));
+
+    EXPECT_EQ(notes, Notes({L"1True", L"2", L"91"}));
+}
+
+namespace {
+
+WNDPROC theirs = nullptr;
+
+LRESULT CALLBACK WithoutMemoryForText(HWND window, UINT message, WPARAM first, LPARAM second) {
+    return message == WM_SETTEXT ? FALSE : CallWindowProcW(theirs, window, message, first, second);
+}
+
+}  // namespace
+
+TEST_F(FormsTest, CaptionThatTheSystemHasNoMemoryForRaises7) {
+    source->OnCall(L"LetTextFail", [](Call&) {
+        theirs = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(Form(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WithoutMemoryForText)));
+    });
+    RunWithForm(
+        L"frm.Caption = \"first\"\r\nSource.Note frm.Caption\r\nfrm.Caption = \"frm\"\r\nSource.LetTextFail\r\n" +
+        NoteErrorOf(L"frm.Caption = \"second\"") + L"Source.Note frm.Caption");
+
+    EXPECT_EQ(notes, Notes({L"first", L"7", L"frm"}));
+}
+
 TEST_F(FormsTest, HourglassStaysWhenThePointerMoves) {
     const HCURSOR arrow = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
     const HCURSOR hourglass = LoadCursorW(nullptr, MAKEINTRESOURCEW(32514));
