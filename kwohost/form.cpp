@@ -229,6 +229,15 @@ void Form::OnGone() {
     mControls.clear();
 }
 
+void Form::Preview(HostWindow& window, const wchar_t* event, SHORT& code, SHORT& shift) {
+    EventValues values = EventValues().Reference(code).Reference(shift);
+    const DISPPARAMS params = values.Params();
+    // The controls may change meanwhile.
+    for (const ComPtr<Control>& control : std::vector(mControls))
+        if (code != 0) control->PassOn(std::wstring(L"Form_") + event, params);
+    if (code != 0 && &window != this && mKeyPreview) Fire(event, std::move(values));
+}
+
 void Form::OnFocus(HostWindow& window, bool hasIt) {
     if (&window == this) {
         // The form itself has the focus only while it has nothing to give it to.

@@ -37,8 +37,10 @@ public:
 
     /// The window that the children of an MDI form are in; null for other forms.
     HWND MdiClient() const { return mMdiClient; }
-    /// Whether the form gets the key events of its controls first.
-    bool PreviewsKeys() const { return mKeyPreview; }
+    /// A key has been pressed or released in a window of the form.
+    /// The objects that get events of its controls have `Form_KeyDown` and `Form_KeyUp` for keys anywhere in the form.
+    /// With KeyPreview, the form has the event of its controls first. The key is used up when `code` becomes 0.
+    void Preview(HostWindow& window, const wchar_t* event, SHORT& code, SHORT& shift);
     /// The pointer's shape over all forms; null for the usual one.
     HCURSOR Pointer() const { return mForms.pointer; }
     /// A window of the form has got or lost the focus.
@@ -101,10 +103,10 @@ private:
     /// The state that Show gives the window.
     LONG mStateWhenShown = 0;
     bool mIsOpen = false;
-    /// Of the other MDI children.
-    bool mIsInFront = false;
     /// While Unload runs.
     bool mIsUnloading = false;
+    /// Of the other MDI children.
+    bool mIsInFront = false;
     /// In front and visible.
     bool mIsActiveChild = false;
     /// Of the script's procedures that were asked for. Their places are their ids.

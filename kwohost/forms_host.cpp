@@ -74,6 +74,7 @@ private:
             Open(call, Form::Kind::MdiChild, parent);
         });
         AddMethod(L"CreateMDIForm", 1, 1, [this](Call& call) { Open(call, Form::Kind::MdiParent, nullptr); });
+        AddMethod(L"Forward", 2, 3, [](Call& call) { Forward(call); });
     }
 
     void AddLoop() {
@@ -117,6 +118,17 @@ private:
         const ComPtr<Form> form = MakeObject<Form>(mHost, *mForms, call.Text(0), kind, parent);
         form->Open();
         call.ReturnObject(form);
+    }
+
+    /// The arguments: a form or control, an object or Nothing, and the names of events.
+    static void Forward(Call& call) {
+        const ComPtr<IDispatch> source = call.Object(0);
+        auto* const window = ScriptObject::Own<HostWindow>(source.Get());
+        if (!window) Fail(RuntimeError::TypeMismatch, L"Only events of forms and controls can be forwarded");
+        window->Window();
+        const OwnedVariant target = call.Value(1);
+        if (target.vt == VT_DISPATCH && !target.pdispVal) return window->ForwardNothing();
+        window->Forward(call.Object(1), call.Has(2) ? call.Text(2) : L"");
     }
 
     bool IsAnyFormVisible() const {
@@ -187,6 +199,7 @@ private:
 }  // namespace
 
 void AddFormObjects(ScriptHost& host) {
+    AddBoxes(host);
     const auto forms = std::make_shared<Forms>();
     host.AddGlobal(L"Host", MakeObject<HostObject>(host, forms));
     host.AddGlobal(L"Screen", MakeObject<ScreenObject>(forms));
@@ -197,4 +210,3 @@ void AddFormObjects(ScriptHost& host) {
 }
 
 }  // namespace kwohost
-    AddBoxes(host);

@@ -76,9 +76,14 @@ HostWindow* HostWindow::From(HWND window) {
 }
 
 void HostWindow::Fire(const wchar_t* event, EventValues values) {
-    if (!mWindow) return;
     const DISPPARAMS params = values.Params();
-    mHost.HandleEvent(mName + L"_" + event, params, nullptr);
+    PassOn(event, params);
+    if (mWindow) mHost.HandleEvent(mName + L"_" + event, params, nullptr);
+}
+
+void HostWindow::PassOn(const std::wstring& event, const DISPPARAMS& params) {
+    for (const ComPtr<IDispatch>& object : mForwarding.ObjectsFor(event))
+        if (mWindow) mHost.PassOn(object.Get(), event, params);
 }
 
 void HostWindow::CreateWindowOf(const wchar_t* className, DWORD style, DWORD extendedStyle, HWND parent, RECT place) {
@@ -102,11 +107,6 @@ void HostWindow::AddWindowMembers() {
     AddVariable(
         L"Enabled", [this](Call& call) { call.ReturnTruth(IsWindowEnabled(Window()) != FALSE); },
         [this](Call& call) { EnableWindow(Window(), call.Truth(0)); });
-    AddMethod(L"SetFocus", 0, 0, [this](Call&) { ::SetFocus(Window()); });
-    AddMethod(L"ZOrder", 0, 0, [this](Call&) { BringWindowToTop(Window()); });
-    AddMethod(L"Move", 1, 4, [this](Call& call) {
-        const Scale scale = PlaceScale();
-        RECT place = Place();
     AddVariable(
         L"MousePointer", [this](Call& call) { call.ReturnWhole(mPointer); },
         [this](Call& call) {
@@ -115,6 +115,11 @@ void HostWindow::AddWindowMembers() {
             mPointer = wanted;
             RefreshPointer();
         });
+    AddMethod(L"SetFocus", 0, 0, [this](Call&) { ::SetFocus(Window()); });
+    AddMethod(L"ZOrder", 0, 0, [this](Call&) { BringWindowToTop(Window()); });
+    AddMethod(L"Move", 1, 4, [this](Call& call) {
+        const Scale scale = PlaceScale();
+        RECT place = Place();
         const auto pixels = [&](int index, Axis axis, LONG now) {
             return call.Has(index) ? ToPixels(call.Number(index), scale, axis) : now;
         };
@@ -231,6 +236,7 @@ LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM first, 
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         self->mWindow = nullptr;
         self->OnGone();
+        self->mForwarding.Clear();
         self->Release();
     }
     return result;
@@ -283,12 +289,6 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
     }
 }
 
-LRESULT HostWindow::OnMouse(UINT message, WPARAM first, LPARAM second) {
-    switch (message) {
-        case WM_MOUSEMOVE:
-            FireMouse(L"MouseMove", ButtonsOf(first), second);
-            return 0;
-        case WM_LBUTTONDOWN:
 /// What the screen wants comes first, then what the window wants, then what its container wants.
 LRESULT HostWindow::OnSetCursor(WPARAM first, LPARAM second) {
     const ComPtr<Form> form = OwnerForm();
@@ -300,6 +300,12 @@ LRESULT HostWindow::OnSetCursor(WPARAM first, LPARAM second) {
     return TRUE;
 }
 
+LRESULT HostWindow::OnMouse(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+        case WM_MOUSEMOVE:
+            FireMouse(L"MouseMove", ButtonsOf(first), second);
+            return 0;
+        case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
         case WM_MBUTTONDOWN:
             if (const ComPtr<Form> form = OwnerForm()) form->FocusByPointer(*this);
@@ -338,8 +344,7 @@ bool HostWindow::OnKey(UINT message, WPARAM key) {
     const ComPtr<Form> form = OwnerForm();
     SHORT code = static_cast<SHORT>(key);
     SHORT shift = ShiftKeys();
-    if (form && form.Get() != this && form->PreviewsKeys())
-        form->Fire(event, EventValues().Reference(code).Reference(shift));
+    if (form) form->Preview(*this, event, code, shift);
     if (code == 0) return true;
     if (code == VK_TAB && form && !(shift & 4)) {
         if (isDown) form->FocusNext((shift & 1) != 0);

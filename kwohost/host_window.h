@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "forwarding.h"
 #include "script_host.h"
 #include "script_object.h"
 #include "units.h"
@@ -54,6 +55,13 @@ public:
     /// A window that is gone has no events.
     /// An error in the procedure is reported and ends the script.
     void Fire(const wchar_t* event, EventValues values = {});
+    /// Passes events on to members of an object that have the same names, each before the script's procedure gets it.
+    /// `events` names them, separated by blanks; without any, all that the object has members for.
+    void Forward(ComPtr<IDispatch> object, const std::wstring& events) { mForwarding.Add(std::move(object), events); }
+    /// Ends what Forward began.
+    void ForwardNothing() { mForwarding.Clear(); }
+    /// Passes one event on to these objects alone. A window that is gone has no events.
+    void PassOn(const std::wstring& event, const DISPPARAMS& params);
 
     /// The object behind a window; null for 0 and for a window of somebody else. The caller gets no reference.
     static HostWindow* From(HWND window);
@@ -112,6 +120,8 @@ private:
     LRESULT OnMouse(UINT message, WPARAM first, LPARAM second);
     /// True if the key has been used up.
     bool OnKey(UINT message, WPARAM key);
+    /// Shows the pointer that the script wants over the window.
+    LRESULT OnSetCursor(WPARAM first, LPARAM second);
     /// Takes the characters of a used-up key out of the queue.
     void DropCharacters();
     /// Keeps a failure for Reposition, else ends the script with it.
@@ -120,10 +130,12 @@ private:
     ScriptHost& mHost;
     std::wstring mName;
     /// Null before the window is made and after it is gone.
-    /// Shows the pointer that the script wants over the window.
-    LRESULT OnSetCursor(WPARAM first, LPARAM second);
     HWND mWindow = nullptr;
     Scale mScale = Scale::Twips;
+    /// The number of MousePointer.
+    LONG mPointer = 0;
+    /// Keeps the objects until the window is gone.
+    Forwarding mForwarding;
     /// True while Reposition runs.
     bool mRaisesFailures = false;
     /// What an event raised while Reposition ran.
@@ -132,8 +144,6 @@ private:
 
 /// Registers the windows' classes. Call it before the first window; a second call does nothing.
 void RegisterWindowClasses();
-    /// The number of MousePointer.
-    LONG mPointer = 0;
 inline constexpr wchar_t kFormClass[] = L"KwohostForm";
 inline constexpr wchar_t kControlClass[] = L"KwohostControl";
 

@@ -4,6 +4,7 @@
 
 #include "com_support/exception_info.h"
 #include "event_arguments.h"
+#include "forwarding.h"
 #include "guard.h"
 #include "message_loop.h"
 #include "script_variables.h"
@@ -135,17 +136,26 @@ HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAM
 void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
     DISPID id = DISPID_UNKNOWN;
     const ComPtr<IDispatch> script = FindProcedure(procedure, id);
-    if (!script) return;
+    if (script) Handle(script.Get(), id, procedure, params, result);
+}
 
+void ScriptHost::PassOn(IDispatch* object, const std::wstring& member, const DISPPARAMS& params) {
+    const ComPtr<IDispatch> target(object);
+    const DISPID id = mIsClosing ? DISPID_UNKNOWN : IdOfMember(object, member);
+    if (id != DISPID_UNKNOWN) Handle(object, id, member, params, nullptr);
+}
+
+void ScriptHost::Handle(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params,
+                        VARIANT* result) {
     const int errorsBefore = mErrorCount;
     EventArguments arguments(params);
     kwo::com_support::ExceptionInfo exception;
-    const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
+    const HRESULT called = target->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
                                           result, &exception, nullptr);
     // An engine that has reported an error itself returns a failure without details.
-    if (FAILED(called) && mErrorCount == errorsBefore) ReportFailure(procedure, called, exception);
+    if (FAILED(called) && mErrorCount == errorsBefore) ReportFailure(name, called, exception);
     const HRESULT stored = arguments.WriteBack();
-    if (FAILED(stored)) Report(procedure, stored, kCannotStore);
+    if (FAILED(stored)) Report(name, stored, kCannotStore);
     if (mErrorCount != errorsBefore) End(kScriptFailed);
 }
 

@@ -57,6 +57,8 @@ public:
     void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
     /// Whether the script has a procedure of that name. False while the script is closed.
     bool HasProcedure(const std::wstring& procedure);
+    /// Passes an event on to a member of any object; an object without it is no error. The rest is as for HandleEvent.
+    void PassOn(IDispatch* object, const std::wstring& member, const DISPPARAMS& params);
     /// Calls a procedure for somebody who handles its error: it is reported and returned as DISP_E_EXCEPTION, with its
     /// content in `exception`, which may be null.
     /// DISP_E_MEMBERNOTFOUND if the script has no such procedure.
@@ -73,10 +75,10 @@ public:
     /// Lets timers and events run, as RunMessages does.
     /// An error in one of their procedures ends the script, and so does a request to quit, with its code.
     void Wait(std::chrono::milliseconds duration);
-
-    /// Takes the script down: AtClose actions, engine, globals.
     /// The same until `isOver` returns true, as RunMessagesUntil does.
     void WaitUntil(const std::function<bool()>& isOver);
+
+    /// Takes the script down: AtClose actions, engine, globals.
     /// Nothing of the script runs afterwards. A second call does nothing.
     void Close();
     /// Closes the script and ends the process, from however deep inside the script: it does not return.
@@ -117,20 +119,22 @@ private:
         ScriptHost& mHost;
     };
 
-    /// Makes the engine and runs the script's main part.
-    HRESULT Start();
     /// What the script finds by a name; the flags are those of AddNamedItem.
     struct Global {
         ComPtr<IDispatch> object;
         DWORD flags;
     };
 
-    /// Empties the variables of VBScript, which would keep their objects.
-    void LetGoOfVariables();
+    /// Makes the engine and runs the script's main part.
+    HRESULT Start();
     /// Runs after each message: ends the script if one of its procedures has failed since now.
     std::function<void()> EndingAfterErrors();
+    /// Empties the variables of VBScript, which would keep their objects.
+    void LetGoOfVariables();
     /// Null if the script has no such procedure, and while it is closed.
     ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
+    /// Calls `target` for an event. An error is reported under `name` and ends the script.
+    void Handle(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params, VARIANT* result);
     /// `describe` returns the report, and may fail for lack of memory.
     template <class Describe>
     void ShowError(Describe&& describe) noexcept;
