@@ -57,10 +57,24 @@ void PrintFrame(DWORD64 address) {
                  address - reinterpret_cast<ULONG_PTR>(module));
 }
 
+/// After a call through a null pointer: the caller's state.
+void LeaveNullFunction(CONTEXT& context) {
+#ifdef _WIN64
+    if (context.Rip != 0) return;
+    context.Rip = *reinterpret_cast<DWORD64*>(context.Rsp);
+    context.Rsp += sizeof(DWORD64);
+#else
+    if (context.Eip != 0) return;
+    context.Eip = *reinterpret_cast<DWORD*>(context.Esp);
+    context.Esp += sizeof(DWORD);
+#endif
+}
+
 /// Prints the frames from `context` outwards. A return address is printed as one byte before it: that is in the call.
 void PrintStack(CONTEXT context) {
     StackWalker system;
     if (!system.Load()) return;
+    LeaveNullFunction(context);
     STACKFRAME64 frame = {};
     frame.AddrPC.Mode = frame.AddrFrame.Mode = frame.AddrStack.Mode = AddrModeFlat;
 #ifdef _WIN64
@@ -84,7 +98,8 @@ void PrintStack(CONTEXT context) {
 }
 
 LONG CALLBACK OnCrash(EXCEPTION_POINTERS* exception) {
-    std::fprintf(stderr, "Crash: exception 0x%08lx on thread %lu (%d-bit)\n", exception->ExceptionRecord->ExceptionCode,
+    std::fprintf(stderr, "Crash: exception 0x%08lx at %p on thread %lu (%d-bit)\n",
+                 exception->ExceptionRecord->ExceptionCode, exception->ExceptionRecord->ExceptionAddress,
                  GetCurrentThreadId(), static_cast<int>(sizeof(void*) * 8));
     PrintStack(*exception->ContextRecord);
     return EXCEPTION_CONTINUE_SEARCH;

@@ -92,7 +92,9 @@ void SayWhereItCrashed(const char* how) {
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), 4);
 }
-LONG WINAPI OnCrash(EXCEPTION_POINTERS*) {
+LPTOP_LEVEL_EXCEPTION_FILTER thePrintStack = nullptr;
+LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception) {
+    if (thePrintStack != nullptr) thePrintStack(exception);
     SayWhereItCrashed("crashes");
     return EXCEPTION_EXECUTE_HANDLER;
 }
@@ -214,7 +216,7 @@ protected:
     static void SetUpTestSuite() {
         if (theWatchdog != nullptr) return;
         theWatchdog = new Watchdog;  // for good
-        SetUnhandledExceptionFilter(&OnCrash);
+        thePrintStack = SetUnhandledExceptionFilter(&OnCrash);
         std::signal(SIGABRT, &OnAbort);
     }
 
