@@ -11,13 +11,28 @@ windows_commands() {
     local gcc=x86_64-w64-mingw32-g++-win32 headers options
     command -v "$gcc" >/dev/null || gcc=x86_64-w64-mingw32-g++
     headers=$("$gcc" -print-file-name=include)/c++
-    options="--target=x86_64-w64-mingw32 -fsyntax-only -Wno-unknown-warning-option"
+    options="--target=x86_64-w64-mingw32 -fsyntax-only -Werror -Wno-unknown-warning-option"
     options+=" -isystem $headers -isystem $headers/x86_64-w64-mingw32 -isystem $headers/backward"
     # Paths with a blank are quoted.
     ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost | grep -E "[.]cpp['\"]?$" |
         sed -E "s#^.*/x86_64-w64-mingw32-g[+][+][^ ]* #clang++ $options #
-                s# -o [^ ]*##; s# -M[TF] [^ ]*##g; s# -MD##; s# -Winvalid-pch##
+                s# -Winvalid-pch##
                 s# -include ('[^']*'|\"[^\"]*\"|[^ ]*)##"
+}
+
+# The same as a build of their own: only what has changed is compiled again. The object of a command names what stands
+# for it here, an empty file that tells when clang was last content with the source.
+windows_build() {
+    cat <<'RULE'
+builddir = clang
+rule clang
+  command = $clang && touch $out
+  depfile = $out.d
+  deps = gcc
+  description = $out
+RULE
+    sed -E 's#[$]#$$#g
+            s#^(.*) -M[^ ]* -MT [^ ]* -MF [^ ]* -o ([^ ]*)[.]obj (.*)$#build clang/\2: clang\n  clang = \1 -MD -MT clang/\2 -MF clang/\2.d \3#'
 }
 
 windows_code_compiles() {
@@ -25,8 +40,8 @@ windows_code_compiles() {
     local commands
     commands=$(windows_commands || true)
     [[ $commands == *windows_timer_service.cpp* ]] || die 'there is nothing to compile'
-    cd "$KWO_ROOT/build/x64"
-    printf '%s\n' "$commands" | tr '\n' '\0' | xargs -0 -P 2 -n 1 bash -c
+    windows_build <<<"$commands" >"$KWO_ROOT/build/x64/clang.ninja"
+    ninja -C "$KWO_ROOT/build/x64" -f clang.ninja
 }
 
 if [[ ${1:-} == --windows ]]; then
