@@ -13,6 +13,10 @@ KWO_BUILD_PACKAGES=(
     'libwine /usr/lib/x86_64-linux-gnu/wine/x86_64-windows/stdole2.tlb'
     'googletest /usr/src/googletest/CMakeLists.txt'
 )
+# Without these the build works, but slowly.
+KWO_QUICK_BUILD_PACKAGES=(
+    'lld ld.lld'
+)
 KWO_WINE_PACKAGES=(
     'wine wine'
     'wine64 /usr/lib/wine/wine64'
