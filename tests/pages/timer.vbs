@@ -17,4 +17,28 @@ End Sub
 WScript.Sleep 2300
 Check "the tick goes on", clock.Enabled
 clock.CancelTimers
+
+' While a handler processes messages, nothing else arrives.
+Set utility = CreateObject("KWOUtil.KWOUtility")
+Set busy = WScript.CreateObject("KWOUtil.KWOTimer", "busy")
+Set other = WScript.CreateObject("KWOUtil.KWOTimer", "other")
+order = ""
+Sub busy_Alarm(sender, tag, newDateTime)
+    order = order & " begin"
+    utility.KWO_Pause 300
+    order = order & " end"
+End Sub
+Sub other_Alarm(sender, tag, newDateTime)
+    order = order & " alarm"
+End Sub
+Sub other_Tick(sender)
+    order = order & " tick"
+    sender.Enabled = False
+End Sub
+busy.AddRelativeAlarm 20, 1
+other.AddRelativeAlarm 60, 2
+other.Interval = 100
+other.Enabled = True
+WScript.Sleep 700
+Check "an alarm and a tick wait for the handler:" & order, order = " begin end alarm tick"
 WScript.Echo "done " & count
