@@ -84,6 +84,11 @@ frmMain.Close();
 // Calls.
 var utility = new ActiveXObject("KWOUtil.KWOUtility");
 check("an argument left out", utility.KWO_WindowsDir(true) == utility.KWO_WindowsDir() + "\\");
+var metrics = new ActiveXObject("KWOUtil.KWOSysMetrics");
+check("a method", metrics.ScreenX() > 0);
+check("a method without parentheses", hexOf(raised(function () { return metrics.ScreenX; })) == "80020003");
+check("a property", metrics.ScaleMode == 3);
+check("a property with parentheses", hexOf(raised(function () { return metrics.ScaleMode(); })) == "80020003");
 check("no callback object", hexOf(raised(function () { clock.AlarmEvents = {}; })) == "800a000d");
 var listener = { Alarm: function () { } };
 clock.AlarmEvents = listener;
