@@ -1,6 +1,6 @@
 //! KWOUtil from Rust, through the virtual tables that kwoutil.idl describes. It needs no crate:
 //!
-//!     rustc --target x86_64-pc-windows-gnu client.rs
+//!     rustc --edition 2021 --target x86_64-pc-windows-gnu client.rs
 //!
 //! Bitness: that of the program (i686-pc-windows-gnu for 32 bits). The source is the same for both.
 
