@@ -28,7 +28,7 @@ std::wstring TextOr(const ScriptHost& host, const Call& call, int index, const s
 }
 
 /// The arguments: prompt, buttons, title, and two for a help file, which are not used.
-void ShowMessage(const ScriptHost& host, Call& call) {
+void ShowMessage(ScriptHost& host, Call& call) {
     const std::wstring prompt = TextOr(host, call, 0, L"");
     const LONG style = call.Has(1) ? call.Whole(1) : MB_OK;
     const std::wstring title = TextOr(host, call, 2, host.ScriptName());
@@ -37,19 +37,23 @@ void ShowMessage(const ScriptHost& host, Call& call) {
     const ModalScope modal;
     // A program that shows nothing else is not in front.
     const LONG front = modal.Owner() ? 0 : MB_SETFOREGROUND;
-    const int button = MessageBoxW(modal.Owner(), prompt.c_str(), title.c_str(), static_cast<UINT>(style | front));
+    int button = 0;
+    host.RunLoop(
+        [&] { button = MessageBoxW(modal.Owner(), prompt.c_str(), title.c_str(), static_cast<UINT>(style | front)); });
     if (button == 0 && !modal.HasLostOwner())
         Fail(RuntimeError::InvalidProcedureCall, L"The system cannot show such a message box");
     call.ReturnWhole(button == 0 ? IDCANCEL : button);
 }
 
 /// The arguments: prompt, title, first answer, left, top, and two for a help file, which are not used.
-void AskForText(const ScriptHost& host, Call& call) {
+void AskForText(ScriptHost& host, Call& call) {
     InputBox box = {TextOr(host, call, 0, L""), TextOr(host, call, 1, host.ScriptName()), TextOr(host, call, 2, L"")};
     if (call.Has(3)) box.left = ToPixels(call.Number(3), Scale::Twips, Axis::X);
     if (call.Has(4)) box.top = ToPixels(call.Number(4), Scale::Twips, Axis::Y);
     const ModalScope modal;
-    if (box.Ask(modal.Owner())) call.ReturnText(box.answer);
+    bool isAnswered = false;
+    host.RunLoop([&] { isAnswered = box.Ask(modal.Owner()); });
+    if (isAnswered) call.ReturnText(box.answer);
 }
 
 }  // namespace

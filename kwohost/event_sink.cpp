@@ -10,7 +10,8 @@ HRESULT EventSink::GetTypeInfoCount(UINT* count) {
     return S_OK;
 }
 
-HRESULT EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result, EXCEPINFO*, UINT*) {
+HRESULT EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                          UINT*) {
     if (!params) return E_POINTER;
     if (params->cNamedArgs > 0) return DISP_E_NONAMEDARGS;
     const auto name = mEvents.names.find(id);
@@ -20,8 +21,8 @@ HRESULT EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VAR
     const ComPtr<EventSink> keep(this);
     return Guarded([&] {
         const EventHandler handler = mHandler;
-        handler(mPrefix + name->second, *params, result);
-        return S_OK;
+        const HRESULT handled = handler(mPrefix + name->second, *params, result, exception);
+        return handled == DISP_E_MEMBERNOTFOUND ? S_OK : handled;
     });
 }
 

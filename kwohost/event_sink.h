@@ -8,8 +8,10 @@
 
 namespace kwohost {
 
-/// Handles an event; gets the name of its procedure, "Timer_Tick". May raise.
-using EventHandler = std::function<void(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result)>;
+/// Handles an event; gets the name of its procedure, "Timer_Tick".
+/// Returns what IDispatch::Invoke returns, and DISP_E_MEMBERNOTFOUND if there is no such procedure. May raise.
+using EventHandler = std::function<HRESULT(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
+                                           EXCEPINFO* exception)>;
 
 /// Receives the events of one object and passes each one on under its prefix and name.
 /// The object calls it late-bound, by the ids of its event interface.
@@ -29,9 +31,9 @@ public:
         return DISP_E_UNKNOWNNAME;
     }
     /// DISP_E_MEMBERNOTFOUND for an id that the event interface does not have.
-    /// A failure of the handler is returned as its code.
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result, EXCEPINFO*,
-                                     UINT*) override;
+    /// A failure of the handler is the result; an event without a procedure is none.
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result,
+                                     EXCEPINFO* exception, UINT*) override;
 
 protected:
     bool AlsoAnswers(REFIID iid) const override { return iid == mEvents.id; }

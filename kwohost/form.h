@@ -68,7 +68,7 @@ protected:
     void OnGone() override;
     /// The script's procedures of this form, by their names.
     DISPID IdOfOther(std::wstring_view name) override;
-    /// Calls such a procedure. Its error goes to the caller and is also reported.
+    /// Calls such a procedure. Its error goes to the caller.
     HRESULT InvokeOther(DISPID id, DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception) override;
 
 private:

@@ -23,6 +23,32 @@ std::wstring Text(BSTR text) {
     return std::wstring(View(text));
 }
 
+/// The failure of an engine whose site has taken the error.
+constexpr HRESULT kToldAlready = static_cast<HRESULT>(0x80020101);
+
+/// Whether a caller may see this code as the result of a call. It takes others for a call that never ran.
+bool IsSafe(HRESULT code) {
+    return FAILED(code) && HRESULT_FACILITY(code) != FACILITY_DISPATCH && code != E_NOTIMPL;
+}
+
+/// Whether an engine tells of an error that an object has passed on to it. Objects may add to the description.
+bool IsSame(const ErrorReport& told, const ErrorReport& passed) {
+    if (told.code == kToldAlready) return true;
+    return told.code == passed.code &&
+           (told.description.empty() || told.description.find(passed.description) != std::wstring::npos);
+}
+
+/// Leaves the error's texts on the thread, for whoever asks. Null if there is no memory.
+ComPtr<IErrorInfo> Leave(const ErrorReport& report) {
+    ComPtr<ICreateErrorInfo> made;
+    ComPtr<IErrorInfo> info;
+    if (FAILED(CreateErrorInfo(made.Out())) || FAILED(made->QueryInterface(IID_PPV_ARGS(info.Out())))) return nullptr;
+    made->SetSource(Bstr(report.source).Get());
+    made->SetDescription(Bstr(report.description).Get());
+    SetErrorInfo(0, info.Get());
+    return info;
+}
+
 ErrorReport ReportOf(IActiveScriptError* error, const std::wstring& file) {
     kwo::com_support::ExceptionInfo exception;
     ErrorReport report{file};
@@ -44,7 +70,12 @@ ErrorReport ReportOf(IActiveScriptError* error, const std::wstring& file) {
 
 }  // namespace
 
-ScriptHost::ScriptHost(SourceFile source) : mSource(std::move(source)) {}
+ScriptHost::ScriptHost(SourceFile source) : mSource(std::move(source)) {
+    if (mSource.language != Language::JScript) return;
+    mErrorNumbers = MakeObject<ErrorNumbers>();
+    AddGlobal(L"kwohost_errors", mErrorNumbers);
+    mFirstScript = ErrorNumbers::Script();
+}
 
 ScriptHost::~ScriptHost() {
     Close();
@@ -62,7 +93,7 @@ void ScriptHost::AddFunction(const std::wstring& name, ComPtr<IDispatch> object)
     }
     // VBScript finds its own functions before what the host has, but a script's variables before either.
     AddGlobal(global, std::move(object));
-    mFunctions += L"Dim " + name + L"\r\nSet " + name + L" = " + global + L"\r\n";
+    mFirstScript += L"Dim " + name + L"\r\nSet " + name + L" = " + global + L"\r\n";
 }
 
 int ScriptHost::Run() {
@@ -85,7 +116,7 @@ HRESULT ScriptHost::Start() {
     if (SUCCEEDED(result)) result = parser->InitNew();
     for (const auto& [name, global] : mGlobals)
         if (SUCCEEDED(result)) result = mEngine->AddNamedItem(name.c_str(), global.flags);
-    for (const std::wstring* const text : {&mFunctions, &mSource.text})
+    for (const std::wstring* const text : {&mFirstScript, &mSource.text})
         if (SUCCEEDED(result) && !text->empty())
             result = parser->ParseScriptText(text->c_str(), nullptr, nullptr, nullptr, 0, 1, SCRIPTTEXT_ISVISIBLE,
                                              nullptr, nullptr);
@@ -112,25 +143,23 @@ HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAM
     DISPID id = DISPID_UNKNOWN;
     const ComPtr<IDispatch> script = FindProcedure(procedure, id);
     if (!script) return DISP_E_MEMBERNOTFOUND;
-    const int errorsBefore = mErrorCount;
-    EventArguments arguments(params);
-    kwo::com_support::ExceptionInfo raised;
-    const HRESULT called = script->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
-                                          result, &raised, nullptr);
-    if (SUCCEEDED(called)) {
-        const HRESULT stored = arguments.WriteBack();
-        if (SUCCEEDED(stored)) return stored;
-        // The procedure has run. A code that means wrong types would make the caller try others.
-        Report(procedure, stored, kCannotStore);
-    } else if (mErrorCount == errorsBefore) {
-        ReportFailure(procedure, called, raised);
-    }
+    Settle();
+    if (SUCCEEDED(Invoke(script.Get(), id, procedure, params, result))) return S_OK;
+    // A code that means wrong types would make the caller try others.
     if (!exception) return DISP_E_EXCEPTION;
     *exception = {};
     exception->scode = mLastError.code;
     exception->bstrSource = SysAllocString(mLastError.source.c_str());
     exception->bstrDescription = SysAllocString(mLastError.description.c_str());
     return DISP_E_EXCEPTION;
+}
+
+HRESULT ScriptHost::HandleObjectEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
+                                      EXCEPINFO* exception) {
+    const int errorsBefore = mErrorCount;
+    const HRESULT called = CallProcedure(procedure, params, result, exception);
+    if (mErrorCount != errorsBefore) End(kScriptFailed);
+    return called;
 }
 
 void ScriptHost::HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
@@ -147,21 +176,35 @@ void ScriptHost::PassOn(IDispatch* object, const std::wstring& member, const DIS
 
 void ScriptHost::Handle(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params,
                         VARIANT* result) {
+    Settle();
     const int errorsBefore = mErrorCount;
-    EventArguments arguments(params);
-    kwo::com_support::ExceptionInfo exception;
-    const HRESULT called = target->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
-                                          result, &exception, nullptr);
-    // An engine that has reported an error itself returns a failure without details.
-    if (FAILED(called) && mErrorCount == errorsBefore) ReportFailure(name, called, exception);
-    const HRESULT stored = arguments.WriteBack();
-    if (FAILED(stored)) Report(name, stored, kCannotStore);
+    // A window has nobody to pass an error on to.
+    if (FAILED(Invoke(target, id, name, params, result)) && mErrorCount == errorsBefore) ShowPassed();
     if (mErrorCount != errorsBefore) End(kScriptFailed);
 }
 
-void ScriptHost::ReportFailure(const std::wstring& procedure, HRESULT called, const EXCEPINFO& raised) {
-    Report(raised.bstrSource ? Text(raised.bstrSource) : procedure, called == DISP_E_EXCEPTION ? raised.scode : called,
-           Text(raised.bstrDescription));
+HRESULT ScriptHost::Invoke(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params,
+                           VARIANT* result) {
+    const int errorsBefore = mErrorCount;
+    EventArguments arguments(params);
+    kwo::com_support::ExceptionInfo raised;
+    const HRESULT called = target->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
+                                          result, &raised, nullptr);
+    const HRESULT stored = arguments.WriteBack();
+    if (SUCCEEDED(called) && SUCCEEDED(stored)) return S_OK;
+    const auto describe = [&] {
+        if (SUCCEEDED(called)) return ErrorReport{mSource.path, 0, 0, stored, name, kCannotStore};
+        raised.Complete();
+        return ErrorReport{mSource.path,
+                           0,
+                           0,
+                           called == DISP_E_EXCEPTION ? raised.scode : called,
+                           raised.bstrSource ? Text(raised.bstrSource) : name,
+                           Text(raised.bstrDescription)};
+    };
+    // An engine that has told of an error itself returns a failure without details.
+    if (mErrorCount == errorsBefore && !mPassed) Take(mDepth, describe);
+    return E_FAIL;
 }
 
 void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) noexcept {
@@ -178,28 +221,85 @@ template <class Describe>
 void ScriptHost::ShowError(Describe&& describe) noexcept {
     ++mErrorCount;
     mExitCode = kScriptFailed;
-    const auto show = [&] {
-        mLastError = describe();
-        return mErrors.Write(Format(mLastError) + L"\r\n");
-    };
-    const auto showShortly = [this](const ScriptFailure& failure) {
-        mLastError = {};
-        mLastError.code = failure.code;
-        const auto giveUp = [](const ScriptFailure&) { return false; };
+    const auto show = [&] { return mErrors.Write(Format(describe()) + L"\r\n"); };
+    const auto giveUp = [](const ScriptFailure&) { return false; };
+    const auto showShortly = [&](const ScriptFailure&) {
         return Guarded([this] { return mErrors.Write(L"kwohost: out of memory\r\n"); }, giveUp);
     };
     Guarded(show, showShortly);
 }
 
+template <class Describe>
+bool ScriptHost::Take(int below, Describe&& describe) noexcept {
+    const auto keep = [&] {
+        ErrorReport report = describe();
+        const bool isPassedOn = mPassed && IsSame(report, mPassed->report);
+        if (!isPassedOn) Settle();
+        // The place where it happened first says more than that of the call that passed it on.
+        if (isPassedOn) report = std::move(mPassed->report);
+        mLastError = report;
+        mPassed = Passed{std::move(report), below, {}};
+        if (below <= mLoopDepth) {
+            ShowPassed();
+            return false;
+        }
+        mPassed->mark = Leave(mPassed->report);
+        return IsSafe(mPassed->report.code);
+    };
+    return Guarded(keep, [&](const ScriptFailure& failure) {
+        mPassed.reset();
+        mLastError = {};
+        mLastError.code = failure.code;
+        ShowError([&]() -> ErrorReport { throw failure; });
+        return false;
+    });
+}
+
+void ScriptHost::Settle() noexcept {
+    if (!mPassed) return;
+    ComPtr<IErrorInfo> left;
+    GetErrorInfo(0, left.Out());
+    if (mPassed->mark && left.Get() == mPassed->mark.Get()) return ShowPassed();
+    if (left) SetErrorInfo(0, left.Get());
+    mPassed.reset();
+}
+
+void ScriptHost::ShowPassed() noexcept {
+    if (!mPassed) return;
+    if (mPassed->mark) SetErrorInfo(0, nullptr);
+    ShowError([this] { return mPassed->report; });
+    mPassed.reset();
+}
+
 void ScriptHost::Wait(std::chrono::milliseconds duration) {
-    if (const auto quit = RunMessages(duration, EndingAfterErrors())) End(*quit);
+    RunLoop([&] {
+        if (const auto quit = RunMessages(duration, EndingAfterErrors())) End(*quit);
+    });
 }
 
 void ScriptHost::WaitUntil(const std::function<bool()>& isOver) {
-    if (const auto quit = RunMessagesUntil(isOver, EndingAfterErrors())) End(*quit);
+    RunLoop([&] {
+        if (const auto quit = RunMessagesUntil(isOver, EndingAfterErrors())) End(*quit);
+    });
 }
 
-/// A procedure that an object calls back, as no event, reports its error but cannot end the script itself.
+void ScriptHost::RunLoop(const std::function<void()>& loop) {
+    /// Puts the old value back, also after an exception.
+    struct Depth {
+        int& value;
+        int before;
+        ~Depth() { value = before; }
+    };
+    Settle();
+    const auto endAfterErrors = EndingAfterErrors();
+    {
+        const Depth depth{mLoopDepth, std::exchange(mLoopDepth, mDepth)};
+        loop();
+    }
+    endAfterErrors();
+}
+
+/// A procedure that an object calls without the host reports its error but cannot end the script itself.
 std::function<void()> ScriptHost::EndingAfterErrors() {
     return [this, errorsBefore = mErrorCount] {
         if (mErrorCount != errorsBefore) End(mExitCode);
@@ -228,6 +328,7 @@ void ScriptHost::LetGoOfVariables() {
 }
 
 void ScriptHost::End(int exitCode) {
+    Settle();
     mExitCode = exitCode;
     if (mIsClosing) return;
     // An engine can be told to stop only by an error, and a script can catch that (On Error Resume Next, catch) and go
@@ -266,9 +367,28 @@ HRESULT ScriptHost::Site::GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** ite
     });
 }
 
-HRESULT ScriptHost::Site::OnScriptError(IActiveScriptError* error) {
-    mHost.ShowError([&] { return ReportOf(error, mHost.mSource.path); });
+HRESULT ScriptHost::Site::OnEnterScript() {
+    ++mHost.mDepth;
     return S_OK;
+}
+
+HRESULT ScriptHost::Site::OnLeaveScript() {
+    --mHost.mDepth;
+    // The code that could have handled the error has ended.
+    if (mHost.mPassed && mHost.mDepth < mHost.mPassed->below) mHost.Settle();
+    return S_OK;
+}
+
+/// An engine passes the code of an error on to its caller only if the site does not take the error.
+HRESULT ScriptHost::Site::OnScriptError(IActiveScriptError* error) {
+    const auto describe = [&] {
+        ErrorReport report = ReportOf(error, mHost.mSource.path);
+        if (report.code == E_FAIL && mHost.mErrorNumbers)
+            report.code = mHost.mErrorNumbers->CodeOf(report.description).value_or(E_FAIL);
+        return report;
+    };
+    const bool passesOn = mHost.Take(mHost.mDepth - 1, describe);
+    return passesOn ? E_FAIL : S_OK;
 }
 
 HRESULT ScriptHost::Site::GetWindow(HWND* window) {

@@ -5,10 +5,12 @@
 #include <chrono>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "com_values.h"
+#include "error_numbers.h"
 #include "error_report.h"
 #include "output.h"
 #include "source_file.h"
@@ -51,7 +53,7 @@ public:
     /// Runs the script's main part and returns the exit code: 0, or 1 after an error, which is reported.
     /// Timers and events of the script need Wait.
     int Run();
-    /// Calls a procedure of the script for an event; one that the script does not have is no error.
+    /// Calls a procedure of the script for an event of a window; one that the script does not have is no error.
     /// An error inside is reported and ends the script, with the exit code 1: the call does not return then. What the
     /// procedure assigns to arguments by reference is stored for the caller.
     void HandleEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result);
@@ -59,24 +61,29 @@ public:
     bool HasProcedure(const std::wstring& procedure);
     /// Passes an event on to a member of any object; an object without it is no error. The rest is as for HandleEvent.
     void PassOn(IDispatch* object, const std::wstring& member, const DISPPARAMS& params);
-    /// Calls a procedure for somebody who handles its error: it is reported and returned as DISP_E_EXCEPTION, with its
-    /// content in `exception`, which may be null.
+    /// Calls a procedure for an object, which passes its error on to code of the script that has called the object.
+    /// The error is returned as DISP_E_EXCEPTION, with its content in `exception`, which may be null. It is reported if
+    /// no code of the script waits for the object, and later if the object keeps it to itself.
     /// DISP_E_MEMBERNOTFOUND if the script has no such procedure.
     HRESULT CallProcedure(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
                           EXCEPINFO* exception);
+    /// The same for an event of an object. An error that no code of the script waits for ends the script: the call does
+    /// not return then.
+    HRESULT HandleObjectEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
+                              EXCEPINFO* exception);
     /// Reports an error that has no place in the script.
     /// Run then returns 1. Never fails: without memory it says only that.
     void Report(const std::wstring& source, HRESULT code, const std::wstring& description) noexcept;
     /// Reports a failure that nobody can handle, and ends the script with the exit code 1.
     void EndAfter(const std::wstring& source, const ScriptFailure& failure) noexcept;
-    /// Reports that `procedure` failed: `called` is what the engine returned, `raised` what it filled in.
-    void ReportFailure(const std::wstring& procedure, HRESULT called, const EXCEPINFO& raised);
 
     /// Lets timers and events run, as RunMessages does.
     /// An error in one of their procedures ends the script, and so does a request to quit, with its code.
     void Wait(std::chrono::milliseconds duration);
     /// The same until `isOver` returns true, as RunMessagesUntil does.
     void WaitUntil(const std::function<bool()>& isOver);
+    /// Runs `loop`, which processes messages in its own way, as a box of the system does. The rest is as for Wait.
+    void RunLoop(const std::function<void()>& loop);
 
     /// Takes the script down: AtClose actions, engine, globals.
     /// Nothing of the script runs afterwards. A second call does nothing.
@@ -106,10 +113,11 @@ private:
         HRESULT STDMETHODCALLTYPE GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
         HRESULT STDMETHODCALLTYPE OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override { return S_OK; }
         HRESULT STDMETHODCALLTYPE OnStateChange(SCRIPTSTATE) override { return S_OK; }
-        /// Reports the error. The engine then ends what it runs.
+        /// Takes the error. The engine then ends what it runs, and tells its caller.
         HRESULT STDMETHODCALLTYPE OnScriptError(IActiveScriptError* error) override;
-        HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
-        HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
+        /// Count the calls into the engine that are in progress.
+        HRESULT STDMETHODCALLTYPE OnEnterScript() override;
+        HRESULT STDMETHODCALLTYPE OnLeaveScript() override;
 
         /// The desktop owns the engine's own boxes.
         HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
@@ -133,8 +141,28 @@ private:
     void LetGoOfVariables();
     /// Null if the script has no such procedure, and while it is closed.
     ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
-    /// Calls `target` for an event. An error is reported under `name` and ends the script.
+    /// An error that code of the script may still handle.
+    struct Passed {
+        ErrorReport report;
+        /// How many calls into the engine were in progress below the one that failed.
+        int below;
+        /// Left on the thread. It is still there if the object in between has kept the error to itself.
+        ComPtr<IErrorInfo> mark;
+    };
+
+    /// Calls `target` and stores what it assigns. Takes its error under `name`.
+    HRESULT Invoke(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params, VARIANT* result);
+    /// Calls `target` for an event. An error ends the script.
     void Handle(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params, VARIANT* result);
+    /// Shows an error that happened above `below` calls into the engine, or keeps it if code of the script waits for
+    /// it. Returns whether the engine shall pass its code on. `describe` returns the report, and may fail for lack of
+    /// memory.
+    template <class Describe>
+    bool Take(int below, Describe&& describe) noexcept;
+    /// Shows a kept error if the object that got it has not passed it on, and forgets it.
+    void Settle() noexcept;
+    /// Shows a kept error.
+    void ShowPassed() noexcept;
     /// `describe` returns the report, and may fail for lack of memory.
     template <class Describe>
     void ShowError(Describe&& describe) noexcept;
@@ -147,15 +175,23 @@ private:
     /// Null before Run and after Close.
     ComPtr<IActiveScript> mEngine;
     std::map<std::wstring, Global> mGlobals;
-    /// A script that runs before the author's: variables that take the place of the language's own functions.
-    std::wstring mFunctions;
+    /// A script that runs before the author's and puts things in the place of the language's own.
+    std::wstring mFirstScript;
+    /// Null for VBScript.
+    ComPtr<ErrorNumbers> mErrorNumbers;
     std::vector<std::function<void()>> mAtClose;
     /// Set by Close and never reset: no procedure is found any more.
     bool mIsClosing = false;
     /// Errors that were reported, to notice one that a procedure caused.
     int mErrorCount = 0;
-    /// For callers of CallProcedure, who want its content.
+    /// Calls into the engine that are in progress.
+    int mDepth = 0;
+    /// How many of them are below the innermost loop for messages.
+    int mLoopDepth = 0;
+    /// The last one that was taken, for callers of CallProcedure.
     ErrorReport mLastError;
+    /// What CallProcedure returns and somebody may handle.
+    std::optional<Passed> mPassed;
     /// 0 until an error or a request to quit.
     int mExitCode = 0;
 };

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "com_support/exception_info.h"
+
 namespace kwohost::tests {
 
 namespace {
@@ -108,12 +110,33 @@ EventSourceObject::~EventSourceObject() {
 }
 
 void EventSourceObject::Fire(DISPID event, std::vector<VARIANT> arguments, VARIANT* result) {
+    Call(event, std::move(arguments), result);
+}
+
+void EventSourceObject::FireAndPassOn(DISPID event, std::vector<VARIANT> arguments) {
+    const ScriptFailure failure = Call(event, std::move(arguments), nullptr);
+    if (failure.code == S_OK) return;
+    SetErrorInfo(0, nullptr);
+    throw failure;
+}
+
+ScriptFailure EventSourceObject::Call(DISPID event, std::vector<VARIANT> arguments, VARIANT* result) {
     std::reverse(arguments.begin(), arguments.end());
     DISPPARAMS params = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
     auto sinks = mPoint->mSinks;
     if (firesToTheGone) sinks.insert(sinks.end(), mPoint->mGone.begin(), mPoint->mGone.end());
-    for (const auto& entry : sinks)
-        entry.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, result, nullptr, nullptr);
+    ScriptFailure failure{S_OK};
+    for (const auto& entry : sinks) {
+        kwo::com_support::ExceptionInfo raised;
+        const HRESULT called = entry.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
+                                                  result, &raised, nullptr);
+        if (called == DISP_E_EXCEPTION)
+            failure = {raised.scode,
+                       std::wstring(View(raised.bstrSource)) + L" says " + std::wstring(View(raised.bstrDescription))};
+        else if (FAILED(called))
+            failure = {called};
+    }
+    return failure;
 }
 
 std::size_t EventSourceObject::Connected() const {

@@ -26,6 +26,9 @@ public:
     }
     /// Fires to every connection; the arguments stand in the order of the event.
     void Fire(DISPID event, std::vector<VARIANT> arguments, VARIANT* result = nullptr);
+    /// The same, and raises the failure of a sink with its description, as an object that reports by the thread's error
+    /// object.
+    void FireAndPassOn(DISPID event, std::vector<VARIANT> arguments);
     std::size_t Connected() const;
     /// Runs when a connection ends.
     std::function<void()> onUnadvise;
@@ -47,6 +50,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* id) override;
 
 private:
+    /// The last failure of a sink, with its description.
+    ScriptFailure Call(DISPID event, std::vector<VARIANT> arguments, VARIANT* result);
+
     class Point;
     static int sLiving;
     ComPtr<ITypeInfo> mClassInfo;

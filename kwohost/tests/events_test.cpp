@@ -310,19 +310,78 @@ TEST_F(EventsDeathTest, QuitInsideASleepOfAnEventOfASleep) {
         testing::ExitedWithCode(9), "^<1><2><3>$");
 }
 
-TEST_F(EventsDeathTest, ErrorInAnEventIsReportedAndEndsTheScript) {
-    EXPECT_EXIT(Run(L"Sub s_Tick(n)\r\nErr.Raise &H80047530, \"Origin\", \"Told\"\r\nEnd Sub\r\n"
-                    L"WScript.ConnectObject Source, \"s\"\r\nOn Error Resume Next\r\nSource.FireTick 1\r\n"
-                    L"WScript.StdErr.Write \"late\""),
-                testing::ExitedWithCode(1),
-                "^C:.events.vbs\\(2, \\d+\\): -2147191504 \\(0x80047530\\) Origin: Told\r?\n$");
+TEST_F(EventsTest, ErrorOfAnEventReachesTheCodeThatWaits) {
+    LetSourcePassErrorsOn();
+    EXPECT_EQ(Run(L"Sub s_Tick(n)\r\nErr.Raise 77, \"Origin\", \"Told\"\r\nEnd Sub\r\n"
+                  L"WScript.ConnectObject Source, \"s\"\r\nOn Error Resume Next\r\nSource.PassOn 1\r\n"
+                  L"Source.Note Err.Number & \" \" & Err.Description"),
+              0);
+
+    EXPECT_EQ(notes, Notes({L"77 Origin says Told"}));
 }
 
-TEST_F(EventsDeathTest, AssignedValueThatDoesNotConvertEndsTheScript) {
+TEST_F(JScriptEventsTest, ErrorOfAnEventReachesTheCodeThatWaits) {
+    LetSourcePassErrorsOn();
+    EXPECT_EQ(Run(L"function s_Tick(n) { null.member(); }\r\nWScript.ConnectObject(Source, 's');\r\n"
+                  L"try { Source.PassOn(1); } catch (e) { Source.Note(e.number & 0xFFFF); }"),
+              0);
+
+    EXPECT_EQ(notes, Notes({L"5007"}));
+}
+
+TEST_F(EventsTest, EventInsideAnEventMayHandleItsError) {
+    LetSourcePassErrorsOn();
+    EXPECT_EQ(Run(L"Sub s_Tick(n)\r\nIf n = 2 Then Err.Raise 77\r\nOn Error Resume Next\r\nSource.PassOn n + 1\r\n"
+                  L"Source.Note n & \" \" & Err.Number\r\nEnd Sub\r\n"
+                  L"WScript.ConnectObject Source, \"s\"\r\nSource.PassOn 1\r\nSource.Note \"on\""),
+              0);
+
+    EXPECT_EQ(notes, Notes({L"1 77", L"on"}));
+}
+
+namespace {
+
+const std::wstring kFailingTick =
+    L"Sub s_Tick(n)\r\nErr.Raise &H80047530, \"Origin\", \"Told\"\r\nEnd Sub\r\n"
+    L"WScript.ConnectObject Source, \"s\"\r\n";
+const std::string kReported = "C:.events.vbs\\(2, \\d+\\): -2147191504 \\(0x80047530\\) Origin: Told\r?\n";
+
+}  // namespace
+
+TEST_F(EventsDeathTest, ErrorThatNobodyHandlesIsReportedOnceWithItsPlace) {
+    LetSourcePassErrorsOn();
+    EXPECT_EXIT(std::exit(Run(kFailingTick + L"Source.PassOn 1\r\nWScript.StdErr.Write \"late\"")),
+                testing::ExitedWithCode(1), "^" + kReported + "$");
+}
+
+TEST_F(EventsDeathTest, ErrorThatTheObjectKeepsToItselfIsReportedWhenTheCodeThatWaitedEnds) {
+    EXPECT_EXIT(
+        std::exit(Run(kFailingTick + L"On Error Resume Next\r\nSource.FireTick 1\r\nWScript.StdErr.Write \"on \"")),
+        testing::ExitedWithCode(1), "^on " + kReported + "$");
+}
+
+TEST_F(EventsDeathTest, ErrorThatTheObjectKeepsToItselfIsReportedBeforeTheScriptWaits) {
+    EXPECT_EXIT(
+        std::exit(Run(kFailingTick +
+                      L"On Error Resume Next\r\nSource.FireTick 1\r\nWScript.Sleep 1\r\nWScript.StdErr.Write \"on\"")),
+        testing::ExitedWithCode(1), "^" + kReported + "on$");
+}
+
+TEST_F(EventsDeathTest, ErrorInAnEventThatNobodyWaitsForEndsTheScript) {
+    static EventSourceObject* firing = nullptr;
+    firing = source.Get();
+    const TIMERPROC fire = [](HWND, UINT, UINT_PTR, DWORD)
+                               CALLBACK { firing->Fire(EventSourceObject::kTick, {Number(1)}); };
+    EXPECT_EXIT((SetTimer(nullptr, 0, 20, fire), Run(kFailingTick + L"On Error Resume Next\r\nWScript.Sleep 20000\r\n"
+                                                                    L"WScript.StdErr.Write \"late\"")),
+                testing::ExitedWithCode(1), "^" + kReported + "$");
+}
+
+TEST_F(EventsDeathTest, AssignedValueThatDoesNotConvertIsAnError) {
     static VARIANT_BOOL value = VARIANT_FALSE;
     source->OnCall(L"FireAsk", [this](Call&) { source->Fire(EventSourceObject::kAsk, {Reference(VT_BOOL, &value)}); });
-    EXPECT_EXIT(Run(L"Sub s_Ask(v)\r\nv = \"neither\"\r\nEnd Sub\r\nWScript.ConnectObject Source, \"s\"\r\n"
-                    L"Source.FireAsk\r\nWScript.StdErr.Write \"late\""),
+    EXPECT_EXIT(std::exit(Run(L"Sub s_Ask(v)\r\nv = \"neither\"\r\nEnd Sub\r\nWScript.ConnectObject Source, \"s\"\r\n"
+                              L"Source.FireAsk")),
                 testing::ExitedWithCode(1), "^C:.events.vbs: -2147352571 \\(0x80020005\\) s_Ask: .*\r?\n$");
 }
 

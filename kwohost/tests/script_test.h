@@ -40,6 +40,11 @@ protected:
         source->OnCall(L"FireTick",
                        [this](Call& call) { source->Fire(EventSourceObject::kTick, {Number(call.Whole(0))}); });
     }
+    void LetSourcePassErrorsOn() {
+        source->OnCall(L"PassOn", [this](Call& call) {
+            source->FireAndPassOn(EventSourceObject::kTick, {Number(call.Whole(0))});
+        });
+    }
     ~ScriptTest() override {
         if (host) host->Close();
         connections.reset();
@@ -51,8 +56,8 @@ protected:
     int Run(const std::wstring& script) {
         host = std::make_unique<ScriptHost>(SourceFile{L"C:\\events.vbs", mLanguage, script});
         connections = std::make_unique<EventConnections>(
-            [this](const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result) {
-                host->HandleEvent(procedure, params, result);
+            [this](const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result, EXCEPINFO* exception) {
+                return host->HandleObjectEvent(procedure, params, result, exception);
             });
         host->AtClose([this] { connections->DisconnectAll(); });
         host->AddGlobal(L"WScript", MakeWScriptObject(*host, *connections, {}));

@@ -24,7 +24,8 @@ VARIANT Number(int value) {
 }  // namespace
 
 FormWork::FormWork()
-    : mHost(Script(L"forms.vbs")), mConnections([](const std::wstring&, const DISPPARAMS&, VARIANT*) {}) {
+    : mHost(Script(L"forms.vbs")),
+      mConnections([](const std::wstring&, const DISPPARAMS&, VARIANT*, EXCEPINFO*) { return S_OK; }) {
     mHost.AddGlobal(L"WScript", kwohost::MakeWScriptObject(mHost, mConnections, {}));
     kwohost::AddFormObjects(mHost);
     if (mHost.Run() != 0) Found("forms.vbs does not run");

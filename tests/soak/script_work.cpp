@@ -42,12 +42,9 @@ struct FailingScript::Parts {
     explicit Parts(const std::wstring& file)
         : name(file),
           host(Script(file)),
-          connections([this](const std::wstring& procedure, const DISPPARAMS& parameters, VARIANT* result) {
-              // The error goes to the component, which fired the event. A procedure that the script lacks is no error.
-              if (!host.HasProcedure(procedure)) return;
-              const HRESULT called = host.CallProcedure(procedure, parameters, result, nullptr);
-              if (FAILED(called)) kwohost::Fail(called);
-          }) {}
+          connections(
+              [this](const std::wstring& procedure, const DISPPARAMS& parameters, VARIANT* result,
+                     EXCEPINFO* exception) { return host.CallProcedure(procedure, parameters, result, exception); }) {}
 
     std::wstring name;
     QuietErrors quiet;
