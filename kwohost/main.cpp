@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "error_report.h"
+#include "fault_guard.h"
 #include "output.h"
 #include "run_script.h"
 #include "source_file.h"
@@ -15,11 +16,12 @@ using namespace kwohost;
 
 constexpr int kScriptFailed = 1;
 constexpr int kCannotStart = 2;
+constexpr int kFault = 3;
 constexpr wchar_t kUsage[] =
     L"usage: kwohost script.vbs|script.js [arguments...]\r\n"
     L"Runs a VBScript or JScript file. The exit code is the script's (WScript.Quit), 1 after an error in the "
     L"script,\r\n"
-    L"2 when there is no script that can be read.\r\n";
+    L"2 when there is no script that can be read, 3 after a fault of the engine or a component.\r\n";
 
 }  // namespace
 
@@ -36,6 +38,7 @@ int wmain(int count, wchar_t** words) {
                            L"Out of stack space: a procedure calls itself without end"}) +
                        L"\r\n",
                    kScriptFailed);
+        GuardAgainstFaults(source, kFault);
         const int exitCode = RunScript(std::move(source), {words + 2, words + count});
         CoUninitialize();
         return exitCode;

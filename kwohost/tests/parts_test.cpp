@@ -5,6 +5,7 @@
 
 #include "com_support/owned_array.h"
 #include "error_report.h"
+#include "fault_guard.h"
 #include "font.h"
 #include "memory.h"
 #include "message_loop.h"
@@ -42,6 +43,20 @@ TEST(ErrorReport, MissingDescriptionIsTheTextOfTheCode) {
               L"a.vbs(1, 1): -2147352562 (0x8002000E): Wrong number of arguments");
     EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x8ABCDEF0), L"", L""}),
               L"a.vbs(1, 1): -1967333648 (0x8ABCDEF0): Unknown error");
+}
+
+TEST(FaultGuard, FindsAReDimThatEndsTheEngineOfWine) {
+    const auto lineOf = [](const std::wstring& text) {
+        return LineThatEndsTheEngine({L"a.vbs", Language::VBScript, text});
+    };
+    EXPECT_EQ(lineOf(L"Dim a()\r\nx = 1\r\nReDim a(3)"), 3);
+    EXPECT_EQ(lineOf(L"Private x, List ()\r\n"), 0);
+    EXPECT_EQ(lineOf(L"dim x, Rows()\r\n\r\n\tIf y Then : REDIM  Preserve rows(2)\r\n"), 3);
+    EXPECT_EQ(lineOf(L"Dim a(), b\r\nReDim b(3)\r\nReDim c(3)"), 0);
+    EXPECT_EQ(lineOf(L"Dim a\r\nReDim a(3)"), 0);
+    EXPECT_EQ(lineOf(L"' Dim a()\r\nx = \"Dim a()\"\r\nReDim a(3)"), 0);
+    EXPECT_EQ(lineOf(L""), 0);
+    EXPECT_EQ(LineThatEndsTheEngine({L"a.js", Language::JScript, L"Dim a()\r\nReDim a(3)"}), 0);
 }
 
 TEST(ValueText, FollowsTheLanguage) {
