@@ -248,6 +248,16 @@ std::optional<MessageFile::Extent> MessageFile::ExtentOf(TextView program) const
     return extent;
 }
 
+std::vector<MessageFile::Entry> MessageFile::Entries() const {
+    std::vector<Entry> entries;
+    entries.reserve(mMessages.size());
+    for (const Message& message : mMessages) {
+        const Section& section = mSections[message.section];
+        entries.push_back({section.program, section.language, message.number, message.line, message.text});
+    }
+    return entries;
+}
+
 MessageFile::Texts MessageFile::In(TextView program, std::uint16_t language) const {
     std::vector<std::uint32_t> sections = SectionsOf(program);
     const auto primary = static_cast<std::uint16_t>(language & kPrimaryLanguage);

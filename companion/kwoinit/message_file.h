@@ -56,6 +56,18 @@ public:
     /// A caller uses it to make room for a table, which it then fills from In.
     std::optional<Extent> ExtentOf(TextView program) const;
 
+    /// A text of the file, with its escapes replaced.
+    struct Entry {
+        TextView program;  ///< case-folded
+        std::uint16_t language;
+        std::int32_t number;
+        std::uint32_t line;
+        TextView text;
+    };
+    /// All texts that count, by section in the order of the file, and by number.
+    /// The views are valid as long as the file.
+    std::vector<Entry> Entries() const;
+
 private:
     struct Section {
         Text program;  ///< case-folded

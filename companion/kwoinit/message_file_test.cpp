@@ -42,6 +42,18 @@ std::uint32_t Refusal(std::string_view bytes) {
     }
 }
 
+TEST(MessageFile, EntriesAreTheTextsThatCountBySectionAndNumber) {
+    const Opened opened("[KWOUtil 0407]\n7 = sieben\n3 = drei\n[Other]\nbad\n1 = \\sone\n[KWOUtil 0407]\n3 = again\n");
+
+    std::vector<std::tuple<Text, unsigned, int, unsigned, Text>> entries;
+    for (const MessageFile::Entry& one : opened.file.Entries())
+        entries.emplace_back(one.program, one.language, one.number, one.line, one.text);
+
+    const decltype(entries) expected = {
+        {u"kwoutil", 0x0407u, 3, 3u, u"drei"}, {u"kwoutil", 0x0407u, 7, 2u, u"sieben"}, {u"other", 0u, 1, 6u, u" one"}};
+    EXPECT_EQ(entries, expected);
+}
+
 TEST(MessageFile, LinesMayEndEitherWayAndAMarkMayStandInFront) {
     for (const char* const bytes :
          {"[KWOUtil]\n1=a\n2=b", "[KWOUtil]\r\n1=a\r\n2=b\r\n", "\xEF\xBB\xBF[KWOUtil]\n1=a\n2=b\n"}) {
