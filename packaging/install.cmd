@@ -51,7 +51,7 @@ if not exist "%FOLDER%\x86\" mkdir "%FOLDER%\x86" 2>nul
 if not exist "%FOLDER%\x86\" goto nofolder
 
 for %%b in (x64 x86) do (
-    for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe) do (
+    for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe kwocheck.exe) do (
         copy /y "%FROM%%%b\%%f" "%FOLDER%\%%b\%%f" >nul 2>nul
         if errorlevel 1 set "PROBLEM=%FOLDER%\%%b\%%f"
     )

@@ -51,7 +51,7 @@ if defined REGISTER32 call :unregister "%REGISTER32%" x86 KWOUtil.dll
 if defined PROBLEM goto noregister
 
 for %%b in (x64 x86) do (
-    for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe) do (
+    for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe kwocheck.exe) do (
         if exist "%FOLDER%\%%b\%%f" del /f /q "%FOLDER%\%%b\%%f" >nul 2>nul
         if exist "%FOLDER%\%%b\%%f" set "PROBLEM=%FOLDER%\%%b\%%f"
     )

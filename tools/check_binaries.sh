@@ -87,6 +87,6 @@ export TZ=UTC
 for folder in "${folders[@]}"; do
     objdump=x86_64-w64-mingw32-objdump
     [[ $folder != *x86 ]] || objdump=i686-w64-mingw32-objdump
-    for name in KWOUtil.dll KWOInit.dll kwohost.exe; do check_file "$folder/$name"; done
+    for name in KWOUtil.dll KWOInit.dll kwohost.exe kwocheck.exe; do check_file "$folder/$name"; done
 done
 print_total

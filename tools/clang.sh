@@ -5,7 +5,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
 source "$KWO_ROOT/tools/lib/results.sh"
 
-# The commands that compile the component, its companion and the host for Windows, for clang: without what GCC makes of
+# The commands that compile the component, its companion, the host and the self-check for Windows, for clang: without what GCC makes of
 # its headers, and with the library of the other compiler.
 windows_commands() {
     local gcc=x86_64-w64-mingw32-g++-win32 headers options
@@ -14,7 +14,7 @@ windows_commands() {
     options="--target=x86_64-w64-mingw32 -fsyntax-only -Werror -Wno-unknown-warning-option"
     options+=" -isystem $headers -isystem $headers/x86_64-w64-mingw32 -isystem $headers/backward"
     # Paths with a blank are quoted.
-    ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost | grep -E "[.]cpp['\"]?$" |
+    ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost kwocheck | grep -E "[.]cpp['\"]?$" |
         sed -E "s#^.*/x86_64-w64-mingw32-g[+][+][^ ]* #clang++ $options #
                 s# -Winvalid-pch##
                 s# -include ('[^']*'|\"[^\"]*\"|[^ ]*)##"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Tells for each folder of the logic and of the companion how many lines and branches the native tests reach, and which
+# Tells for each folder of the logic, of the companion and of kwocheck how many lines and branches the native tests reach, and which
 # they do not. The last line is `N passed, M failed`: test programs and folders.
 # A line that no test can reach is marked with `// uncovered: REASON`.
 # shellcheck source-path=SCRIPTDIR
@@ -7,10 +7,10 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
 
 build=$KWO_ROOT/build/clang
 work=$build/coverage
-programs=(src/unit_tests companion/kwoinit/kwoinit_tests tests/faults/fault_tests tests/contract/contract_tests
-    fuzzers/fuzz_replay)
+programs=(src/unit_tests companion/kwoinit/kwoinit_tests kwocheck/kwocheck_tests tests/faults/fault_tests
+    tests/contract/contract_tests fuzzers/fuzz_replay)
 folders=(src/platform src/platform/simulated src/frame src/messages src/timers src/component src/registry src/sysinfo
-    src/tray src/timer src/controls companion/kwoinit)
+    src/tray src/timer src/controls companion/kwoinit kwocheck)
 # These take long and reach nothing that the others do not.
 filter='-TimerModel.*:TimerYear.*:ReenteredMonthView.*:SaveErrorTest.ErrorsThatNobody*'
 

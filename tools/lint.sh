@@ -45,7 +45,7 @@ headers_are_guarded() {
     local file bare=0
     while read -r file; do
         [[ $(head -n 1 "$file") == '#pragma once' ]] || { printf '%s\n' "$file" && bare=1; }
-    done < <(of_kind 'src/*.h' 'companion/*.h' 'kwohost/*.h' 'tests/*.h' 'benchmarks/*.h' 'fuzzers/*.h')
+    done < <(of_kind 'src/*.h' 'companion/*.h' 'kwohost/*.h' 'kwocheck/*.h' 'tests/*.h' 'benchmarks/*.h' 'fuzzers/*.h')
     return "$bare"
 }
 

@@ -1,17 +1,25 @@
 #!/usr/bin/env bash
 # Builds one program of tests and runs those of its tests that match.
 #   try.sh PROGRAM [FILTER]     'Timer.*', 'Timer*:-*Year*', as GoogleTest's filter has it; all tests by default
-# PROGRAM: unit, contract, messages, faults, sources (of scripts) or fuzz (kept inputs), natively under the sanitizers;
+# PROGRAM: unit, contract, messages, faults, sources (of scripts), check (the logic of kwocheck) or fuzz (kept inputs),
+#          natively under the sanitizers;
 #          com, companion, imports, registration, host or windows (the contract tests there), under Wine in 64 bits;
-#          with 32 behind it (com32) in 32 bits
+#          with 32 behind it (com32) in 32 bits;
+#          or selfcheck, under Wine too: what kwocheck says; it has no filter
 # shellcheck source-path=SCRIPTDIR
-source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
+source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"
 
 (($# >= 1 && $# <= 2)) || die 'usage: try.sh PROGRAM [FILTER]'
 bits=64 preset=x64
 kind=$1
 if [[ $kind == *32 ]]; then
     kind=${kind%32} bits=32 preset=x86
+fi
+if [[ $kind == selfcheck ]]; then
+    step 'building what a user gets' "$KWO_ROOT/tools/build.sh" --install "$preset" user
+    open_prefix_by_hand "$bits"
+    "$KWO_ROOT/tests/check/run_check_tests" "$bits" "${kwo_wine[@]}"
+    exit
 fi
 targets=()
 case $kind in
@@ -20,6 +28,7 @@ case $kind in
     messages) preset=sanitized program=companion/kwoinit/kwoinit_tests ;;
     faults) preset=sanitized program=tests/faults/fault_tests ;;
     sources) preset=sanitized program=kwohost/kwohost_source_tests ;;
+    check) preset=sanitized program=kwocheck/kwocheck_tests ;;
     fuzz) preset=sanitized program=fuzzers/fuzz_replay ;;
     com) program=tests/com/com_tests.exe targets=(user) ;;
     companion) program=tests/com/kwoinit/kwoinit_com_tests.exe targets=(user) ;;

@@ -188,17 +188,23 @@ tell_dist() {
     export KWO_DIST KWO_BITS KWO_PICTURES
 }
 
-# run_program_by_hand BITS PROGRAM [ARGUMENT...]
-run_program_by_hand() {
-    local bits=$1 argument words=() kwo_wine32_tree=''
-    shift
-    (($# > 0)) || die "usage: $KWO_COMMAND.sh PROGRAM [ARGUMENT...]"
+# open_prefix_by_hand BITS: for a command that is typed, alone with Wine.
+open_prefix_by_hand() {
+    local bits=$1 kwo_wine32_tree=''
     use_one_language
     need_packages "${KWO_WINE_PACKAGES[@]}"
     ((bits == 64)) || find_wine32 || die "32-bit: not run: $kwo_wine32_why"
     lock "$KWO_ROOT/build/wine.lock"
     start_own_display
     open_prefix "$bits" "wine$bits" "$kwo_wine32_tree" || die "Wine does not work: see $KWO_LOGS"
+}
+
+# run_program_by_hand BITS PROGRAM [ARGUMENT...]
+run_program_by_hand() {
+    local bits=$1 argument words=()
+    shift
+    (($# > 0)) || die "usage: $KWO_COMMAND.sh PROGRAM [ARGUMENT...]"
+    open_prefix_by_hand "$bits"
     for argument in "$@"; do words+=("$(translated "$argument")"); done
     # The first word is a program whatever it looks like, as long as it is there.
     [[ -f $1 ]] && words[0]=$(wine_path "$1")

@@ -30,10 +30,12 @@ EQUIVALENT = os.path.join(os.path.dirname(os.path.realpath(__file__)), "equivale
 
 UNIT, MESSAGES = "src/unit_tests", "companion/kwoinit/kwoinit_tests"
 FAULTS, CONTRACT, FUZZ = "tests/faults/fault_tests", "tests/contract/contract_tests", "fuzzers/fuzz_replay"
+CHECK = "kwocheck/kwocheck_tests"
 # Who notices a fault in the sources of a folder, the quickest first.
 SLOW = "TimerModel.*:TimerYear.*:TraceSplit*:Reentered*:SaveErrorTest.ErrorsThatNobody*:*MoreThan64MiB*:SpinButtons.TheUsual*"
 JUDGES = {
     "companion/kwoinit": [(MESSAGES, "*"), (FAULTS, "*"), (FUZZ, "*")],
+    "kwocheck": [(CHECK, "*")],
     "src": [(UNIT, "-" + SLOW), (CONTRACT, "*"), (FAULTS, "*"), (UNIT, SLOW), (FUZZ, "*")],
 }
 MEMORY = 4 << 30  # bytes that a program with a fault may take
@@ -58,13 +60,13 @@ def judges_of(path):
 
 
 def compile_commands():
-    """The options of each source of the logic and of the companion, without what counts coverage or forbids warnings."""
+    """The options of each source of the logic, of the companion and of kwocheck, without what counts coverage or forbids warnings."""
     commands = {}
     with open(os.path.join(BUILD, "compile_commands.json"), encoding="utf-8") as file:
         entries = json.load(file)
     for entry in entries:
         path = os.path.relpath(entry["file"], ROOT)
-        if not path.startswith(("src/", "companion/")) or path.endswith("_test.cpp"):
+        if not path.startswith(("src/", "companion/", "kwocheck/")) or path.endswith("_test.cpp"):
             continue
         words = shlex.split(entry["command"])
         compiler = words.index(next(word for word in words if os.path.basename(word).startswith("clang")))

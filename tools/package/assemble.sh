@@ -23,7 +23,7 @@ mkdir -p "$folder"
 for preset in x64 x86; do
     [[ -f $KWO_ROOT/dist/$preset/KWOUtil.dll ]] || die "there is no dist/$preset/KWOUtil.dll: ./run --build"
     mkdir "$folder/$preset"
-    for file in KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe; do
+    for file in KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe kwocheck.exe; do
         cp "$KWO_ROOT/dist/$preset/$file" "$folder/$preset/"
     done
 done

@@ -115,7 +115,7 @@ def description():
             component = component_in(directory, f'{library}_{bitness}', bitness)
             file_id = f'{library}_dll_{bitness}'
             names = [f'{library}.dll', f'{library}.X.manifest']
-            names += ['KWOInit.nls'] if library == 'KWOInit' else ['kwohost.exe']
+            names += ['KWOInit.nls'] if library == 'KWOInit' else ['kwohost.exe', 'kwocheck.exe']
             for name in names:
                 component.add('File', Id=f'{name.replace(".", "_")}_{bitness}', Source=f'{bitness}/{name}',
                               KeyPath='yes' if name.endswith('.dll') else 'no')

@@ -12,7 +12,7 @@ import subprocess
 import sys
 import uuid
 
-PRODUCTS = ['KWOUtil.dll', 'KWOInit.dll', 'kwohost.exe']
+PRODUCTS = ['KWOUtil.dll', 'KWOInit.dll', 'kwohost.exe', 'kwocheck.exe']
 # What each compiler package brings into every product: name, package, license, the text in the package, a description.
 LINKED = [
     ('libstdc++', 'g++-mingw-w64-{arch}-win32', 'GPL-3.0-or-later WITH GCC-exception-3.1', 'licenses/gcc.txt',
