@@ -5,12 +5,32 @@
 namespace kwo::com {
 
 RegistryChanges::~RegistryChanges() {
-    for (auto undo = mUndo.rbegin(); undo != mUndo.rend(); ++undo) {
+    for (auto change = mChanges.rbegin(); change != mChanges.rend(); ++change) {
         try {
-            (*undo)();
+            UndoOne(*change);
         } catch (...) {
             // The first failure is the one that is reported. The other changes are still undone.
         }
+    }
+}
+
+void RegistryChanges::UndoOne(const Change& change) {
+    bool created = false;
+    switch (change.undo) {
+        case Undo::kNothing:
+            break;
+        case Undo::kDeleteKey:
+            static_cast<void>(mStore.DeleteKey(change.path));
+            break;
+        case Undo::kCreateKey:
+            static_cast<void>(mStore.CreateKey(change.path, created));
+            break;
+        case Undo::kDeleteValue:
+            static_cast<void>(mStore.DeleteValue(change.path, change.name));
+            break;
+        case Undo::kSetValue:
+            static_cast<void>(mStore.SetValue(change.path, change.name, change.before));
+            break;
     }
 }
 
@@ -25,10 +45,10 @@ void RegistryChanges::SetValue(const std::wstring& path, const std::wstring& nam
     StoredValue before;
     const LSTATUS found = mStore.GetValue(path, name, before);
     if (found == ERROR_FILE_NOT_FOUND) {
-        mUndo.emplace_back([this, path, name] { static_cast<void>(mStore.DeleteValue(path, name)); });
+        mChanges.push_back({Undo::kDeleteValue, path, name, {}});
     } else {
         ThrowIfStatus(found);
-        mUndo.emplace_back([this, path, name, before] { static_cast<void>(mStore.SetValue(path, name, before)); });
+        mChanges.push_back({Undo::kSetValue, path, name, before});
     }
     ThrowIfStatus(mStore.SetValue(path, name, value));
 }
@@ -38,7 +58,7 @@ void RegistryChanges::DeleteValue(const std::wstring& path, const std::wstring& 
     const LSTATUS found = mStore.GetValue(path, name, before);
     if (found == ERROR_FILE_NOT_FOUND) return;
     ThrowIfStatus(found);
-    mUndo.emplace_back([this, path, name, before] { static_cast<void>(mStore.SetValue(path, name, before)); });
+    mChanges.push_back({Undo::kSetValue, path, name, before});
     ThrowIfStatus(mStore.DeleteValue(path, name));
 }
 
@@ -48,10 +68,7 @@ void RegistryChanges::DeleteKeyIfEmpty(const std::wstring& path) {
     if (found == ERROR_FILE_NOT_FOUND) return;
     ThrowIfStatus(found);
     if (!empty) return;
-    mUndo.emplace_back([this, path] {
-        bool created = false;
-        static_cast<void>(mStore.CreateKey(path, created));
-    });
+    mChanges.push_back({Undo::kCreateKey, path, {}, {}});
     ThrowIfStatus(mStore.DeleteKey(path));
 }
 
@@ -60,13 +77,12 @@ void RegistryChanges::CreateOneKey(const std::wstring& path) {
     // Everything that may run out of memory is done before the key is created, so that a created key is always on the
     // list.
     mPresent.insert(path);
-    mUndo.emplace_back([] {});
-    std::function<void()> undo = [this, path] { static_cast<void>(mStore.DeleteKey(path)); };
+    mChanges.push_back({Undo::kNothing, path, {}, {}});
     const auto note = mCreated.insert(path).first;
     bool created = false;
     const LSTATUS status = mStore.CreateKey(path, created);
     if (status == ERROR_SUCCESS && created) {
-        mUndo.back().swap(undo);
+        mChanges.back().undo = Undo::kDeleteKey;
     } else {
         mCreated.erase(note);
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -38,9 +37,20 @@ public:
     /// Whether this object has created the key.
     [[nodiscard]] bool Created(const std::wstring& path) const { return mCreated.contains(path); }
     /// Makes the changes so far permanent.
-    void Keep() { mUndo.clear(); }
+    void Keep() { mChanges.clear(); }
 
 private:
+    enum class Undo { kNothing, kDeleteKey, kCreateKey, kDeleteValue, kSetValue };
+    struct Change {
+        Undo undo;
+        std::wstring path;
+        /// Of the value.
+        std::wstring name;
+        /// The value that was there; only for kSetValue.
+        StoredValue before;
+    };
+
+    void UndoOne(const Change& change);
     /// The parent must be there.
     void CreateOneKey(const std::wstring& path);
 
@@ -49,8 +59,8 @@ private:
     std::set<std::wstring> mPresent;
     /// Keys that this object has created.
     std::set<std::wstring> mCreated;
-    /// What to do to undo each change, in the order of the changes.
-    std::vector<std::function<void()>> mUndo;
+    /// In the order in which they were made.
+    std::vector<Change> mChanges;
 };
 
 }  // namespace kwo::com
