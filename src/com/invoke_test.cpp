@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "com/server/class_info.h"
@@ -198,6 +199,20 @@ TEST(ErrorReport, OutOfMemoryAndAnythingUnknownHaveTheirOwnCodesAndTexts) {
     EXPECT_EQ(error.description, u"Unexpected failure");
     EXPECT_EQ(Reported(5), E_UNEXPECTED);
     TakeError();
+}
+
+TEST(ErrorReport, MisuseOfTheLibraryIsUnexpected) {
+    const auto reported = [](auto body) {
+        const HRESULT result = Guarded([] { return MemberName{u"KWOThing", u".Member", &IID_IDispatch}; }, body);
+        TakeError();
+        return result;
+    };
+    const Text text = u"text";
+
+    EXPECT_EQ(reported([&] { static_cast<void>(text.at(text.size())); }), E_UNEXPECTED);
+    EXPECT_EQ(reported([&] { static_cast<void>(text.substr(text.size() + 1)); }), E_UNEXPECTED);
+    EXPECT_EQ(reported([] { std::vector<int>().reserve(SIZE_MAX); }), E_UNEXPECTED);
+    EXPECT_EQ(reported([] { static_cast<void>(std::stoi("no number")); }), E_UNEXPECTED);
 }
 
 TEST(ErrorReport, CarriesHelpFileAndContext) {

@@ -2,6 +2,9 @@
 
 #include <oleauto.h>
 
+#include <charconv>
+#include <iterator>
+
 #include "com/server/registration_failure.h"
 #include "com_support/bstr.h"
 #include "com_support/com_ptr.h"
@@ -23,10 +26,10 @@ std::wstring RegistryForm(REFGUID id) {
     return text;
 }
 
-std::wstring Hexadecimal(unsigned long number) {
-    wchar_t text[9];
-    swprintf(text, std::size(text), L"%lx", number);
-    return text;
+std::wstring Digits(unsigned long number, int base) {
+    char digits[10];
+    const auto written = std::to_chars(digits, std::end(digits), number, base);
+    return {digits, written.ptr};
 }
 
 std::wstring PathOf(HINSTANCE module) {
@@ -60,10 +63,10 @@ void DescribeLibrary(ITypeLib& library, ServerDescription& server) {
     ThrowIfFailed(attributes.Status());
 
     server.libraryId = RegistryForm(attributes->guid);
-    server.version = Hexadecimal(attributes->wMajorVerNum) + L"." + Hexadecimal(attributes->wMinorVerNum);
-    server.locale = Hexadecimal(attributes->lcid);
+    server.version = Digits(attributes->wMajorVerNum, 16) + L"." + Digits(attributes->wMinorVerNum, 16);
+    server.locale = Digits(attributes->lcid, 16);
     // This flag tells how the library was loaded, not what it is.
-    server.flags = std::to_wstring(attributes->wLibFlags & ~LIBFLAG_FHASDISKIMAGE);
+    server.flags = Digits(attributes->wLibFlags & ~LIBFLAG_FHASDISKIMAGE, 10);
     server.platform = attributes->syskind == SYS_WIN64 ? L"win64" : L"win32";
 }
 
