@@ -1,12 +1,17 @@
 #pragma once
 
 #include <memory>
-#include <utility>
+#include <type_traits>
 
 #include "com/apartment.h"
 #include "com/server/automation_object.h"
 
 namespace kwo::com {
+
+/// Calls `call(body)`, the body of the member `member` of the class `info`, and marks the member on the trace.
+/// Returns what Guarded returns.
+HRESULT RunTraced(frame::CallTrace& trace, const ClassInfo& info, const char16_t* member, void (*call)(void*),
+                  void* body) noexcept;
 
 /// An automation object that uses the component of its apartment, and keeps the apartment alive.
 /// Every shell of a class derives from it:
@@ -30,14 +35,21 @@ protected:
     /// The object lives until the member returns, even if the host releases it meanwhile. `member` begins with a dot:
     /// ".AddAlarm".
     template <class Body>
-    HRESULT Run(TextView member, Body&& body) noexcept {
-        return AutomationObject<Interface>::Run(member, [&] {
-            const frame::TracedRoutine traced(Component().trace, this->ClassName(), member);
-            std::forward<Body>(body)();
-        });
+    HRESULT Run(const char16_t* member, Body&& body) noexcept {
+        return RunHeld(member, &Call<std::remove_reference_t<Body>>, &body);
     }
 
 private:
+    template <class Body>
+    static void Call(void* body) {
+        (*static_cast<Body*>(body))();
+    }
+    /// Does not know the type of the body, so each class has it once and not once for each member.
+    HRESULT RunHeld(const char16_t* member, void (*call)(void*), void* body) noexcept {
+        const typename AutomationObject<Interface>::SelfReference hold(*this);
+        return RunTraced(Component().trace, this->Class(), member, call, body);
+    }
+
     std::shared_ptr<Apartment> mApartment;
 };
 

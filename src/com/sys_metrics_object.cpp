@@ -56,7 +56,7 @@ public:
 #undef NUMBER
 
 private:
-    HRESULT Dimension(TextView member, Metric metric, const VARIANT* scaleMode, LONG* value) {
+    HRESULT Dimension(const char16_t* member, Metric metric, const VARIANT* scaleMode, LONG* value) {
         return Run(member, [&] {
             LONG& answer = Required(value);
             const platform::Variant mode =
@@ -64,13 +64,13 @@ private:
             answer = mMetrics.Dimension(metric, mode);
         });
     }
-    HRESULT Flag(TextView member, Metric metric, VARIANT_BOOL* value) {
+    HRESULT Flag(const char16_t* member, Metric metric, VARIANT_BOOL* value) {
         return Run(member, [&] { Required(value) = VariantBool(mMetrics.Flag(metric)); });
     }
-    HRESULT Number(TextView member, Metric metric, short* value) {
+    HRESULT Number(const char16_t* member, Metric metric, short* value) {
         return Run(member, [&] { Required(value) = mMetrics.Short(metric); });
     }
-    HRESULT Number(TextView member, Metric metric, LONG* value) {
+    HRESULT Number(const char16_t* member, Metric metric, LONG* value) {
         return Run(member, [&] { Required(value) = mMetrics.Long(metric); });
     }
 

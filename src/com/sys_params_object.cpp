@@ -41,7 +41,7 @@ public:
 
 private:
     template <class Property>
-    HRESULT Font(TextView member, IFontDisp** font, Property&& property) {
+    HRESULT Font(const char16_t* member, IFontDisp** font, Property&& property) {
         return Run(member, [&] {
             IFontDisp*& answer = Required(font);
             answer = nullptr;

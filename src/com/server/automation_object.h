@@ -78,10 +78,6 @@ public:
     STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                         EXCEPINFO* exception, UINT* badArgument) override {
         if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-        if (arguments == nullptr || arguments->cArgs == 0) {
-            return InvokeMember(mTable, static_cast<Interface*>(this), member, locale, flags, arguments, result,
-                                exception, badArgument);
-        }
         // Converting arguments may call objects of the host, which may run any code.
         const SelfReference hold(*this);
         return InvokeMember(mTable, static_cast<Interface*>(this), member, locale, flags, arguments, result, exception,
@@ -109,19 +105,6 @@ protected:
     explicit AutomationObject(ClassInfo& info) : mInfo(info), mTable(info.Table()) {}
     virtual ~AutomationObject() = default;
 
-    /// Without the library: "KWOTimer".
-    TextView ClassName() const { return mInfo.name; }
-
-    /// Runs the body of a member and turns what it raises into an HRESULT and an error object.
-    /// Keeps the object alive until the member returns.
-    /// `member` begins with a dot and names the member in the error's source.
-    template <class Body>
-    HRESULT Run(TextView member, Body&& body) noexcept {
-        const SelfReference hold(*this);
-        return Guarded([&] { return MemberName{mInfo.name, member, &mInfo.interfaceId}; }, std::forward<Body>(body));
-    }
-
-private:
     /// A reference for the length of a call.
     class SelfReference {
     public:
@@ -134,6 +117,18 @@ private:
         AutomationObject& mObject;
     };
 
+    const ClassInfo& Class() const { return mInfo; }
+
+    /// Runs the body of a member and turns what it raises into an HRESULT and an error object.
+    /// Keeps the object alive until the member returns.
+    /// `member` begins with a dot and names the member in the error's source.
+    template <class Body>
+    HRESULT Run(const char16_t* member, Body&& body) noexcept {
+        const SelfReference hold(*this);
+        return Guarded([&] { return MemberName{mInfo.name, member, &mInfo.interfaceId}; }, std::forward<Body>(body));
+    }
+
+private:
     /// Another interface of the derived class, without adding a reference; null if there is none.
     virtual void* MoreInterface(REFIID) { return nullptr; }
 
