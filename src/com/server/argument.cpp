@@ -127,6 +127,12 @@ bool FitsAsItIs(const Parameter& parameter, const VARIANT& held) {
     return held.vt == parameter.type && (parameter.anyInterface || held.pdispVal == nullptr);
 }
 
+/// True for what most calls pass: a number or a text by value, in the type that the member wants.
+bool IsSimple(const Parameter& parameter, const VARIANT& value) {
+    if (value.vt != parameter.type || parameter.byReference) return false;
+    return (value.vt >= VT_I2 && value.vt <= VT_BSTR) || value.vt == VT_BOOL;
+}
+
 /// Where in `value` the member reads its argument.
 void* PlaceOfValue(const Parameter& parameter, VARIANT& value) {
     return parameter.type == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
@@ -142,6 +148,10 @@ HRESULT ConvertHandle(VARIANT& converted, const VARIANT& value, LCID locale) {
 
 HRESULT PassedArgument::Prepare(const Parameter& parameter, VARIANT* source, LCID locale) noexcept {
     if (source == nullptr) return PrepareMissing(parameter);
+    if (IsSimple(parameter, *source)) {
+        mPointer = PlaceOfValue(parameter, *source);
+        return S_OK;
+    }
 
     VARIANT* const held = Innermost(source);
     if (held == nullptr) return DISP_E_TYPEMISMATCH;
