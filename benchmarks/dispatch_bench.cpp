@@ -72,6 +72,28 @@ void MeasureCalls() {
     Target("Scripting.Dictionary against KWOUtil", theirs / ours, "at least", 5, theirs >= 5 * ours);
 }
 
+/// Each alarm replaces the one before, which is due at the same moment, so the system's timer runs on.
+void MeasureAlarms() {
+    constexpr DATE kPast = 2;         // 1900-01-01
+    constexpr DATE kTimeOfDay = 0.5;  // noon
+    constexpr LONG kTag = 1;
+    const auto timer = Early<_KWOTimer>(Created(L"KWOUtil.KWOTimer"), IID__KWOTimer);
+    const auto other = Early<_KWOTimer>(Created(L"KWOUtil.KWOTimer"), IID__KWOTimer);
+    other->AddRelativeAlarm(0, kTag);
+
+    std::printf("\nAdding an alarm in place of another, while an earlier one waits\n");
+    const auto cost = [&](auto add) { return Cost(20'000, [&] { Must(add(), "adding an alarm"); }); };
+    const double relative = cost([&] { return timer->AddRelativeAlarm(60'000, kTag); });
+    const double byDate = cost([&] { return timer->AddAlarm(kPast, kTag); });
+    const double byTime = cost([&] { return timer->AddAlarm(kTimeOfDay, kTag); });
+    Row("in a number of milliseconds", relative);
+    Row("at a date", byDate);
+    Row("at a time of day", byTime);
+    Target("at a date, nanoseconds", std::max(byDate, byTime), "at most", 2000, std::max(byDate, byTime) <= 2000);
+    timer->CancelTimers(nullptr, nullptr);
+    other->CancelTimers(nullptr, nullptr);
+}
+
 void MeasureCreation(const wchar_t* name) {
     const auto factory = FactoryOf(name);
     const auto held = Created(name);
@@ -96,6 +118,7 @@ int main() {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     Must(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
     MeasureCalls();
+    MeasureAlarms();
     MeasureCreation(L"KWOUtil.KWORegistry");
     MeasureCreation(L"KWOUtil.IKWOTimer");
     ::CoUninitialize();
