@@ -3,6 +3,7 @@
 #include <mutex>
 #include <utility>
 
+#include "com/diagnostics.h"
 #include "com/server/module.h"
 #include "com/server/runtime.h"
 
@@ -35,6 +36,7 @@ std::shared_ptr<Apartment> Apartments::Current() {
     if (const auto* const known = static_cast<Entry*>(ThreadValue())) return known->apartment;
     auto made = std::make_unique<Entry>(Entry{std::make_shared<Apartment>(ThisModule(), gUse)});
     ThreadValue() = made.get();
+    StartTrace(made->apartment->component);
     const std::lock_guard guard(mLock);
     made->next = mFirst;
     mFirst = made.release();

@@ -35,7 +35,7 @@ std::wstring DllPath() {
     return DistFolder() + L"\\KWOUtil.dll";
 }
 
-Library::Library() : mModule(LoadLibraryW(DllPath().c_str())) {}
+Library::Library(const std::wstring& path) : mModule(LoadLibraryW(path.c_str())) {}
 
 Library::~Library() {
     if (mModule != nullptr) FreeLibrary(mModule);

@@ -14,7 +14,7 @@ std::wstring DllPath();
 /// The DLL loaded by its path, with the functions that it exports; freed at the end.
 class Library {
 public:
-    Library();
+    explicit Library(const std::wstring& path = DllPath());
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
     ~Library();

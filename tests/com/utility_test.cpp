@@ -5,6 +5,7 @@
 #include "com_support/module_path.h"
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "environment_variable.h"
 #include "process_resources.h"
 #include "replaced_function.h"
 #include "temporary_folder.h"
@@ -33,24 +34,6 @@ namespace {
 
 constexpr HRESULT kOverflow = static_cast<HRESULT>(0x800A0006);
 constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
-
-/// Sets an environment variable for one test.
-class EnvironmentVariable {
-public:
-    EnvironmentVariable(const wchar_t* name, const std::wstring& value) : mName(name) {
-        mBefore.resize(GetEnvironmentVariableW(name, nullptr, 0));
-        if (!mBefore.empty())
-            mBefore.resize(GetEnvironmentVariableW(name, mBefore.data(), static_cast<DWORD>(mBefore.size())));
-        SetEnvironmentVariableW(name, value.c_str());
-    }
-    EnvironmentVariable(const EnvironmentVariable&) = delete;
-    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
-    ~EnvironmentVariable() { SetEnvironmentVariableW(mName, mBefore.empty() ? nullptr : mBefore.c_str()); }
-
-private:
-    const wchar_t* mName;
-    std::wstring mBefore;
-};
 
 class UtilityClass : public ::testing::Test {
 protected:
