@@ -43,6 +43,8 @@ enum class RuntimeError : unsigned short {
     NoObjectSet = 91,
     /// A value that the property cannot have.
     InvalidPropertyValue = 380,
+    /// No such item of a list.
+    InvalidPropertyIndex = 381,
     /// A form that is minimised or maximised.
     CannotMove = 384,
     /// A value in place of an object.

@@ -1,21 +1,46 @@
 #include "control.h"
 
+#include "check_box.h"
+#include "combo_box.h"
+#include "command_button.h"
 #include "form.h"
 #include "label.h"
+#include "list_box.h"
 #include "panel.h"
 #include "picture_box.h"
+#include "text_box.h"
 
 namespace kwohost {
 
+namespace {
+
+template <class Type>
+ComPtr<Control> Make(ScriptHost& host, Form& form, const std::wstring& name) {
+    return MakeObject<Type>(host, form, name);
+}
+
+struct ControlType {
+    const wchar_t* name;
+    ComPtr<Control> (*make)(ScriptHost& host, Form& form, const std::wstring& name);
+};
+
+constexpr ControlType kTypes[] = {
+    {L"CheckBox", Make<CheckBox>},     {L"ComboBox", Make<ComboBox>}, {L"CommandButton", Make<CommandButton>},
+    {L"Label", Make<Label>},           {L"ListBox", Make<ListBox>},   {L"Panel", Make<Panel>},
+    {L"PictureBox", Make<PictureBox>}, {L"TextBox", Make<TextBox>},
+};
+
+}  // namespace
+
 Control::Control(ScriptHost& host, Form& form, std::wstring name, bool takesFocus)
-    : HostWindow(host, std::move(name)), mForm(&form), mTakesFocus(takesFocus), mTabStop(takesFocus) {
+    : HostWindow(host, std::move(name)), mForm(&form), mTakesFocus(takesFocus) {
     AddWindowMembers();
     AddProperty(L"Parent", [this](Call& call) { call.ReturnObject(mForm); });
     AddVariable(
         L"Container", [this](Call& call) { call.ReturnObject(mContainer); },
         [this](Call& call) { SetContainer(ContainerOf(call.Object(0).Get())); });
     AddVariable(
-        L"TabStop", [this](Call& call) { call.ReturnTruth(mTabStop); },
+        L"TabStop", [this](Call& call) { call.ReturnTruth(TabStop()); },
         [this](Call& call) { mTabStop = call.Truth(0); });
     AddVariable(
         L"TabIndex", [this](Call& call) { call.ReturnWhole(mTabIndex); },
@@ -26,12 +51,16 @@ Control::~Control() = default;
 
 void Control::Open(HostWindow& container) {
     mContainer = ComPtr<HostWindow>(&container);
-    CreateWindowOf(kControlClass, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, container.Window(),
-                   {0, 0, 100, 30});
+    MakeWindow(container.Window());
 }
 
-bool Control::IsTabStop() const {
-    return mTakesFocus && mTabStop && IsThere() && IsWindowVisible(Window()) && IsWindowEnabled(Window());
+bool Control::IsUsable() const {
+    return IsThere() && IsWindowVisible(Window()) && IsWindowEnabled(Window());
+}
+
+void Control::SetEnabled(bool isEnabled) {
+    if (!isEnabled && HasFocus()) mForm->Navigation().FocusNext(false);
+    HostWindow::SetEnabled(isEnabled);
 }
 
 ComPtr<Form> Control::OwnerForm() {
@@ -45,19 +74,6 @@ void Control::SetContainer(HostWindow& container) {
     mContainer = ComPtr<HostWindow>(&container);
 }
 
-LRESULT Control::OnMessage(UINT message, WPARAM first, LPARAM second) {
-    if (message == WM_PAINT) {
-        PAINTSTRUCT painting;
-        const HDC context = BeginPaint(Window(), &painting);
-        Paint(context);
-        EndPaint(Window(), &painting);
-        return 0;
-    }
-    // Painting covers everything.
-    if (message == WM_ERASEBKGND) return 1;
-    return HostWindow::OnMessage(message, first, second);
-}
-
 void Control::OnGone() {
     // The form holds its controls, and each control holds its form and container.
     mContainer.Reset();
@@ -65,10 +81,8 @@ void Control::OnGone() {
 }
 
 ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name) {
-    const auto is = [&](const wchar_t* known) { return lstrcmpiW(type.c_str(), known) == 0; };
-    if (is(L"PictureBox")) return MakeObject<PictureBox>(host, form, name);
-    if (is(L"Label")) return MakeObject<Label>(host, form, name);
-    if (is(L"Panel")) return MakeObject<Panel>(host, form, name);
+    for (const auto& [known, make] : kTypes)
+        if (lstrcmpiW(type.c_str(), known) == 0) return make(host, form, name);
     Fail(RuntimeError::CannotCreateObject, L"There is no control of the type '" + type + L"'");
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
+
 #include "host_window.h"
 
 namespace kwohost {
 
-/// A window inside a form: a picture box, a label, a panel.
+/// A window inside a form: a picture box, a label, a text box.
 /// It holds its form and its container until its window is gone.
 class Control : public HostWindow {
 public:
@@ -14,12 +16,31 @@ public:
     /// Raises error 429 if the system has none.
     void Open(HostWindow& container);
 
-    /// Whether the Tab key stops here now: the script allows it, and the window is visible and enabled.
-    bool IsTabStop() const;
+    /// Whether the user can use the control now: the window is visible and enabled.
+    bool IsUsable() const;
+    /// Whether it can get the focus now: controls of this type do, and it is usable.
+    bool CanTakeFocus() const { return mTakesFocus && IsUsable(); }
+    /// Whether the Tab key stops here now: the script allows it, and the control can get the focus.
+    bool IsTabStop() const { return CanTakeFocus() && TabStop(); }
     /// The place in the order of the Tab key; controls with the same one keep the order of their creation. 0 at first.
     LONG TabIndex() const { return mTabIndex; }
+    /// Whether the control or a part of it has the focus.
+    virtual bool HasFocus() const { return IsThere() && GetFocus() == Window(); }
+    /// Gives the focus to the control.
+    void TakeFocus() { ::SetFocus(Window()); }
+    /// Whether the control itself uses Tab, Enter or Escape while it has the focus.
+    virtual bool KeepsKey(WORD, SHORT) const { return false; }
+    /// The letter that calls the control together with Alt, in upper case; 0 for none.
+    virtual wchar_t AccessKey() const { return 0; }
+    /// The access key moves the focus, mostly to the control itself. Then, if no other control has the same key, it
+    /// uses the control.
+    virtual void FocusByAccessKey() { TakeFocus(); }
+    virtual void UseByAccessKey() {}
 
 protected:
+    /// In pixels of the container.
+    static constexpr RECT kFirstPlace = {0, 0, 100, 30};
+
     ~Control() override;
 
     /// The form that the control was made for.
@@ -27,14 +48,17 @@ protected:
     /// The ScaleMode of the container; twips without one.
     Scale PlaceScale() const override { return mContainer ? mContainer->OwnScale() : Scale::Twips; }
     HWND PlaceWindow() const override { return mContainer ? mContainer->Window() : nullptr; }
-    /// Paints, and leaves everything else to HostWindow.
-    LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
+    /// Makes the window, visible, at kFirstPlace. Raises error 429 if the system has none.
+    virtual void MakeWindow(HWND parent) = 0;
+    /// A control that loses the focus with its use passes it on to the next one.
+    void SetEnabled(bool isEnabled) override;
     /// Lets go of form and container, which hold this control.
     void OnGone() override;
-    /// Draws the window's content, all of it: the system erases nothing before.
-    virtual void Paint(HDC context) = 0;
+    /// Whether the Tab key stops here as long as the script has set nothing.
+    virtual bool IsTabStopByDefault() const { return mTakesFocus; }
 
 private:
+    bool TabStop() const { return mTabStop.value_or(IsTabStopByDefault()); }
     /// Moves the window into another container. Raises error 425 for the control itself and for what is in it.
     void SetContainer(HostWindow& container);
 
@@ -42,13 +66,13 @@ private:
     ComPtr<HostWindow> mContainer;
     /// Whether controls of this type ever do.
     bool mTakesFocus;
-    /// What the script wants.
-    bool mTabStop;
+    /// What the script wants, if it has said so.
+    std::optional<bool> mTabStop;
     LONG mTabIndex = 0;
 };
 
 /// A control without a window.
-/// `type` is PictureBox, Label or Panel, in upper or lower case; raises error 429 for another.
+/// `type` is one of those that docs/kwohost.md lists, in upper or lower case; raises error 429 for another.
 ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name);
 /// The object as a container of controls: a form or a panel. Raises error 425 for any other.
 HostWindow& ContainerOf(IDispatch* object);

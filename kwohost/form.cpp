@@ -77,10 +77,8 @@ void Form::AddMembers() {
         L"KeyPreview", [this](Call& call) { call.ReturnTruth(mKeyPreview); },
         [this](Call& call) { mKeyPreview = call.Truth(0); });
     AddProperty(L"ActiveControl", [this](Call& call) {
-        HostWindow* const focused = From(GetFocus());
-        const bool isOwn = std::any_of(mControls.begin(), mControls.end(),
-                                       [&](const ComPtr<Control>& control) { return control.Get() == focused; });
-        call.ReturnObject(isOwn ? ComPtr<IDispatch>(focused) : nullptr);
+        Control* const focused = mNavigator.Focused();
+        call.ReturnObject(focused ? ComPtr<IDispatch>(focused) : nullptr);
     });
     AddMethod(L"Show", 0, 0, [this](Call&) { Show(); });
     AddMethod(L"Hide", 0, 0, [this](Call&) { ShowWindow(Window(), SW_HIDE); });
@@ -160,7 +158,7 @@ LRESULT Form::OnMessage(UINT message, WPARAM first, LPARAM second) {
         case WM_ACTIVATE: {
             const LRESULT result = Default(message, first, second);
             if (LOWORD(first) != WA_INACTIVE && IsThere()) {
-                if (mLastFocus && IsChild(Window(), mLastFocus)) ::SetFocus(mLastFocus);
+                RestoreFocus();
                 Fire(L"Activate");
             }
             return result;
@@ -211,7 +209,7 @@ void Form::NoteActivity() {
     if (mKind != Kind::MdiChild || !mIsOpen || !IsThere()) return;
     const bool isActive = mIsInFront && IsWindowVisible(Window());
     if (std::exchange(mIsActiveChild, isActive) || !isActive) return;
-    if (mLastFocus && IsChild(Window(), mLastFocus)) ::SetFocus(mLastFocus);
+    RestoreFocus();
     Fire(L"Activate");
 }
 
@@ -226,6 +224,7 @@ bool Form::MayClose() {
 
 void Form::OnGone() {
     std::erase(mForms.all, this);
+    mLastFocus = nullptr;
     mControls.clear();
 }
 
@@ -241,38 +240,17 @@ void Form::Preview(HostWindow& window, const wchar_t* event, SHORT& code, SHORT&
 void Form::OnFocus(HostWindow& window, bool hasIt) {
     if (&window == this) {
         // The form itself has the focus only while it has nothing to give it to.
-        if (const auto stops = TabStops(); hasIt && !stops.empty()) ::SetFocus(stops.front()->Window());
+        if (hasIt) mNavigator.FocusFirst();
         return;
     }
-    if (hasIt && window.IsThere()) mLastFocus = window.Window();
-    window.Fire(hasIt ? L"GotFocus" : L"LostFocus");
+    if (hasIt) mLastFocus = &window;
+    mNavigator.MarkDefaultButton();
+    mForms.events.Fire(window, hasIt ? L"GotFocus" : L"LostFocus");
 }
 
-void Form::FocusByPointer(HostWindow& window) {
-    const auto stops = TabStops();
-    const auto found = std::find_if(stops.begin(), stops.end(), [&](Control* stop) { return stop == &window; });
-    if (found != stops.end() && GetFocus() != window.Window()) ::SetFocus(window.Window());
-}
-
-void Form::FocusNext(bool backwards) {
-    const auto stops = TabStops();
-    if (stops.empty()) return;
-    const auto current =
-        std::find_if(stops.begin(), stops.end(), [](Control* stop) { return stop->Window() == GetFocus(); });
-    std::size_t next = 0;
-    if (current != stops.end()) {
-        const auto place = static_cast<std::size_t>(current - stops.begin());
-        next = (place + (backwards ? stops.size() - 1 : 1)) % stops.size();
-    }
-    ::SetFocus(stops[next]->Window());
-}
-
-std::vector<Control*> Form::TabStops() const {
-    std::vector<Control*> stops;
-    for (const ComPtr<Control>& control : mControls)
-        if (control->IsTabStop()) stops.push_back(control.Get());
-    std::stable_sort(stops.begin(), stops.end(), [](Control* a, Control* b) { return a->TabIndex() < b->TabIndex(); });
-    return stops;
+void Form::RestoreFocus() {
+    if (mLastFocus && mLastFocus->IsThere() && IsChild(Window(), mLastFocus->Window()))
+        ::SetFocus(mLastFocus->Window());
 }
 
 DISPID Form::IdOfOther(std::wstring_view name) {

@@ -2,7 +2,9 @@
 
 #include <vector>
 
+#include "deferred_events.h"
 #include "host_window.h"
+#include "navigator.h"
 
 namespace kwohost {
 
@@ -14,6 +16,8 @@ struct Forms {
     std::vector<Form*> all;
     /// Over all of them; null for the usual one. The system owns it.
     HCURSOR pointer = nullptr;
+    /// Of all controls.
+    DeferredEvents events;
 };
 
 /// A window of its own, a child of an MDI form, or an MDI form.
@@ -46,12 +50,10 @@ public:
     /// A window of the form has got or lost the focus.
     /// Fires GotFocus or LostFocus of it. The form itself gives the focus to its first tab stop.
     void OnFocus(HostWindow& window, bool hasIt);
-    /// The user has pressed a button on a window of the form: it gets the focus if it is a tab stop.
-    /// Code of the script may run.
-    void FocusByPointer(HostWindow& window);
-    /// Moves the focus to the next tab stop, or with `backwards` to the previous one, round and round.
-    /// Does nothing without a tab stop.
-    void FocusNext(bool backwards);
+    /// How the focus and the keys move among the form's controls.
+    Navigator& Navigation() { return mNavigator; }
+    /// The events that arise inside the controls of the system.
+    DeferredEvents& Events() { return mForms.events; }
 
 protected:
     ~Form() override;
@@ -88,12 +90,12 @@ private:
     bool CloseChildren();
     /// False if the script's Unload sets Cancel, and inside this Unload.
     bool MayClose();
+    /// Gives the focus back to the control that had it last.
+    void RestoreFocus();
     /// Raises Activate if this MDI child has become the active one.
     void NoteActivity();
     /// Puts a plain form in front of other windows, as far as the system lets it; an MDI child becomes the active one.
     void BringToFront();
-    /// In the order of the Tab key.
-    std::vector<Control*> TabStops() const;
 
     Forms& mForms;
     Kind mKind;
@@ -113,8 +115,9 @@ private:
     std::vector<std::wstring> mOtherNames;
     /// In the order of their creation; empty when the window is gone.
     std::vector<ComPtr<Control>> mControls;
-    /// What gets the focus when the form becomes active.
-    HWND mLastFocus = nullptr;
+    Navigator mNavigator{mControls};
+    /// The control that gets the focus when the form becomes active; null before any had it.
+    HostWindow* mLastFocus = nullptr;
 };
 
 }  // namespace kwohost

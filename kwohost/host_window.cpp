@@ -81,6 +81,14 @@ void HostWindow::Fire(const wchar_t* event, EventValues values) {
     if (mWindow) mHost.HandleEvent(mName + L"_" + event, params, nullptr);
 }
 
+bool HostWindow::Handles(const std::wstring& event) const {
+    const std::vector<ComPtr<IDispatch>> objects = mForwarding.ObjectsFor(event);
+    return mHost.HasProcedure(mName + L"_" + event) ||
+           std::any_of(objects.begin(), objects.end(), [&](const ComPtr<IDispatch>& object) {
+               return IdOfMember(object.Get(), event) != DISPID_UNKNOWN;
+           });
+}
+
 void HostWindow::PassOn(const std::wstring& event, const DISPPARAMS& params) {
     for (const ComPtr<IDispatch>& object : mForwarding.ObjectsFor(event))
         if (mWindow) mHost.PassOn(object.Get(), event, params);
@@ -91,6 +99,22 @@ void HostWindow::CreateWindowOf(const wchar_t* className, DWORD style, DWORD ext
                          place.right - place.left, place.bottom - place.top, parent, nullptr, GetModuleHandleW(nullptr),
                          this))
         Fail(RuntimeError::CannotCreateObject, L"The system has no window for '" + mName + L"'");
+}
+
+void HostWindow::Adopt(HWND window) {
+    mWindow = window;
+    AddRef();
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    mSystemProcedure =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+}
+
+HWND HostWindow::Disown() {
+    const HWND window = std::exchange(mWindow, nullptr);
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(std::exchange(mSystemProcedure, nullptr)));
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    Release();
+    return window;
 }
 
 void HostWindow::AddWindowMembers() {
@@ -106,7 +130,7 @@ void HostWindow::AddWindowMembers() {
         [this](Call& call) { ShowWindow(Window(), call.Truth(0) ? SW_SHOWNA : SW_HIDE); });
     AddVariable(
         L"Enabled", [this](Call& call) { call.ReturnTruth(IsWindowEnabled(Window()) != FALSE); },
-        [this](Call& call) { EnableWindow(Window(), call.Truth(0)); });
+        [this](Call& call) { SetEnabled(call.Truth(0)); });
     AddVariable(
         L"MousePointer", [this](Call& call) { call.ReturnWhole(mPointer); },
         [this](Call& call) {
@@ -209,8 +233,9 @@ void HostWindow::SetPlace(const RECT& place) {
 void HostWindow::Reposition(const RECT& place, UINT flags) {
     const HWND window = Window();
     const bool before = std::exchange(mRaisesFailures, true);
-    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 flags | SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT requested = Requested(place);
+    SetWindowPos(window, nullptr, requested.left, requested.top, requested.right - requested.left,
+                 requested.bottom - requested.top, flags | SWP_NOZORDER | SWP_NOACTIVATE);
     mRaisesFailures = before;
     if (const auto failure = std::exchange(mFailure, nullptr)) std::rethrow_exception(failure);
 }
@@ -253,7 +278,11 @@ LRESULT HostWindow::OnFailure(const ScriptFailure& failure) noexcept {
 }
 
 LRESULT HostWindow::Default(UINT message, WPARAM first, LPARAM second) {
-    return mWindow ? DefWindowProcW(mWindow, message, first, second) : 0;
+    if (!mWindow) return 0;
+    if (!mSystemProcedure) return DefWindowProcW(mWindow, message, first, second);
+    const auto run = [&] { return CallWindowProcW(mSystemProcedure, mWindow, message, first, second); };
+    const ComPtr<Form> form = OwnerForm();
+    return form->Events().Inside(run);
 }
 
 LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
@@ -269,8 +298,20 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
         case WM_CHAR: {
             SHORT key = static_cast<SHORT>(first);
             Fire(L"KeyPress", EventValues().Reference(key));
-            return 0;
+            return key == 0 ? 0 : LeaveToSystem(message, static_cast<WORD>(key), second);
         }
+        case WM_SYSCHAR: {
+            const ComPtr<Form> form = OwnerForm();
+            return form && form->Navigation().PressAccessKey(static_cast<wchar_t>(first))
+                       ? 0
+                       : Default(message, first, second);
+        }
+        case WM_COMMAND:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORSTATIC:
+            return OnChild(message, first, second);
         case WM_SETFOCUS:
         case WM_KILLFOCUS: {
             const LRESULT result = Default(message, first, second);
@@ -304,29 +345,45 @@ LRESULT HostWindow::OnMouse(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
         case WM_MOUSEMOVE:
             FireMouse(L"MouseMove", ButtonsOf(first), second);
-            return 0;
+            return LeaveToSystem(message, first, second);
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
         case WM_MBUTTONDOWN:
-            if (const ComPtr<Form> form = OwnerForm()) form->FocusByPointer(*this);
-            if (mWindow) SetCapture(mWindow);
+            if (const ComPtr<Form> form = OwnerForm()) form->Navigation().FocusByPointer(*this);
+            if (mWindow && !mSystemProcedure) SetCapture(mWindow);
             FireMouse(L"MouseDown", ButtonOf(message), second);
-            return 0;
+            return LeaveToSystem(message, first, second);
         case WM_LBUTTONUP:
         case WM_RBUTTONUP:
         case WM_MBUTTONUP:
-            if (ButtonsOf(first) == 0 && GetCapture() == mWindow) ReleaseCapture();
+            if (ButtonsOf(first) == 0 && GetCapture() == mWindow && !mSystemProcedure) ReleaseCapture();
             FireMouse(L"MouseUp", ButtonOf(message), second);
-            return 0;
+            return LeaveToSystem(message, first, second);
         case WM_LBUTTONDBLCLK:
         case WM_RBUTTONDBLCLK:
         case WM_MBUTTONDBLCLK:
-            SetCapture(mWindow);
+            if (!mSystemProcedure) SetCapture(mWindow);
             Fire(L"DblClick");
-            return 0;
+            return LeaveToSystem(message, first, second);
         default:
             return Default(message, first, second);
     }
+}
+
+LRESULT HostWindow::LeaveToSystem(UINT message, WPARAM first, LPARAM second) {
+    return mSystemProcedure ? Default(message, first, second) : 0;
+}
+
+LRESULT HostWindow::OnChild(UINT message, WPARAM first, LPARAM second) {
+    HostWindow* const child = From(reinterpret_cast<HWND>(second));
+    if (!child) return Default(message, first, second);
+    const ComPtr<IDispatch> keep(child);
+    if (message == WM_COMMAND) {
+        child->OnNotification(HIWORD(first));
+        return 0;
+    }
+    const HBRUSH brush = child->OnColours(reinterpret_cast<HDC>(first));
+    return brush ? reinterpret_cast<LRESULT>(brush) : Default(message, first, second);
 }
 
 void HostWindow::FireMouse(const wchar_t* event, SHORT button, LPARAM place) {
@@ -346,10 +403,7 @@ bool HostWindow::OnKey(UINT message, WPARAM key) {
     SHORT shift = ShiftKeys();
     if (form) form->Preview(*this, event, code, shift);
     if (code == 0) return true;
-    if (code == VK_TAB && form && !(shift & 4)) {
-        if (isDown) form->FocusNext((shift & 1) != 0);
-        return true;
-    }
+    if (form && form->Navigation().TakesKey(static_cast<WORD>(code), shift, isDown)) return true;
     Fire(event, EventValues().Reference(code).Reference(shift));
     return code == 0;
 }

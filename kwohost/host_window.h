@@ -54,7 +54,7 @@ public:
     /// Calls the script's procedure `name_event`; it need not exist.
     /// A window that is gone has no events.
     /// An error in the procedure is reported and ends the script.
-    void Fire(const wchar_t* event, EventValues values = {});
+    virtual void Fire(const wchar_t* event, EventValues values = {});
     /// Passes events on to members of an object that have the same names, each before the script's procedure gets it.
     /// `events` names them, separated by blanks; without any, all that the object has members for.
     void Forward(ComPtr<IDispatch> object, const std::wstring& events) { mForwarding.Add(std::move(object), events); }
@@ -62,6 +62,9 @@ public:
     void ForwardNothing() { mForwarding.Clear(); }
     /// Passes one event on to these objects alone. A window that is gone has no events.
     void PassOn(const std::wstring& event, const DISPPARAMS& params);
+
+    /// Whether anybody gets that event: a procedure of the script, or an object that the events are forwarded to.
+    bool Handles(const std::wstring& event) const;
 
     /// The object behind a window; null for 0 and for a window of somebody else. The caller gets no reference.
     static HostWindow* From(HWND window);
@@ -78,6 +81,12 @@ protected:
     void AddScaleMembers();
     /// Makes the window. `place` is in pixels of the parent. Raises error 429 if the system has none.
     void CreateWindowOf(const wchar_t* className, DWORD style, DWORD extendedStyle, HWND parent, RECT place);
+    /// Makes a window of the system's own the window of this object. It must have none.
+    /// The object gets the window's messages first; Default is what the system does with them.
+    void Adopt(HWND window);
+    /// Gives the window back to the system; the object has none afterwards, and gets no OnGone.
+    /// The caller holds the object and destroys the window.
+    HWND Disown();
 
     /// The form that the window is on, or is.
     /// Held, because an event of the script may close and release it. Null when the window is gone.
@@ -91,17 +100,26 @@ protected:
     virtual void CheckMovable() const {}
     /// A message for the window. The object lives until it returns.
     virtual LRESULT OnMessage(UINT message, WPARAM first, LPARAM second);
-    /// What the system does with a message; 0 if the window is gone.
+    /// A child of the system's own tells its container what happened to it: BN_CLICKED, EN_CHANGE, ...
+    virtual void OnNotification(UINT) {}
+    /// A child of the system's own asks its container for the colours to draw with.
+    /// Returns the brush of the background, which this object owns; null for the system's choice.
+    virtual HBRUSH OnColours(HDC) { return nullptr; }
+    /// What the system, or the class of an adopted window, does with a message; 0 if the window is gone.
     virtual LRESULT Default(UINT message, WPARAM first, LPARAM second);
     /// The window has got another size.
     virtual void OnResized() { Fire(L"Resize"); }
     /// The window has gone. Lets go of what would keep this object alive.
     virtual void OnGone() {}
     void CheckUsable() const override { Window(); }
+    /// Lets the user use the window, or not.
+    virtual void SetEnabled(bool isEnabled) { EnableWindow(Window(), isEnabled); }
     ScriptHost& Host() const { return mHost; }
 
     /// In pixels of PlaceWindow.
     RECT Place() const;
+    /// What the system is asked for, so that the window gets this place.
+    virtual RECT Requested(const RECT& place) const { return place; }
     /// Moves and sizes the window.
     /// Raises error 380 for a negative size. If handling the new size fails, puts the old place back and raises the
     /// failure.
@@ -116,8 +134,12 @@ private:
     void AddPlace(const wchar_t* name, LONG RECT::*from, LONG RECT::*to, Axis axis);
     /// Fires an event with button, shift keys and the place in the window's own units.
     void FireMouse(const wchar_t* event, SHORT button, LPARAM place);
-    /// A press captures the mouse until the last button is released.
+    /// A press captures the mouse until the last button is released. Adopted windows do so themselves.
     LRESULT OnMouse(UINT message, WPARAM first, LPARAM second);
+    /// What an adopted window does with input after the event. Other windows do nothing of their own.
+    LRESULT LeaveToSystem(UINT message, WPARAM first, LPARAM second);
+    /// Passes a message about an adopted child on to the child's object.
+    LRESULT OnChild(UINT message, WPARAM first, LPARAM second);
     /// True if the key has been used up.
     bool OnKey(UINT message, WPARAM key);
     /// Shows the pointer that the script wants over the window.
@@ -131,6 +153,8 @@ private:
     std::wstring mName;
     /// Null before the window is made and after it is gone.
     HWND mWindow = nullptr;
+    /// What an adopted window came with; null for a window of our own class.
+    WNDPROC mSystemProcedure = nullptr;
     Scale mScale = Scale::Twips;
     /// The number of MousePointer.
     LONG mPointer = 0;

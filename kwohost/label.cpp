@@ -1,8 +1,10 @@
 #include "label.h"
 
+#include "form.h"
+
 namespace kwohost {
 
-Label::Label(ScriptHost& host, Form& form, std::wstring name) : Control(host, form, std::move(name), false) {
+Label::Label(ScriptHost& host, Form& form, std::wstring name) : PaintedControl(host, form, std::move(name), false) {
     AddVariable(
         L"Caption", [this](Call& call) { call.ReturnText(mCaption); },
         [this](Call& call) {
@@ -16,11 +18,17 @@ Label::Label(ScriptHost& host, Form& form, std::wstring name) : Control(host, fo
             Changed();
         });
     AddVariable(
-        L"Font", [this](Call& call) { call.ReturnObject(mFont.Object()); },
+        L"UseMnemonic", [this](Call& call) { call.ReturnTruth(mUseMnemonic); },
         [this](Call& call) {
-            mFont.Share(call.Object(0).Get());
+            mUseMnemonic = call.Truth(0);
             Changed();
         });
+    AddVariable(
+        L"Font", [this](Call& call) { call.ReturnObject(mFont.Object()); },
+        [this](Call& call) { mFont.Share(call.Object(0).Get()); });
+    mFont.WhenChanged([this] {
+        if (IsThere()) Changed();
+    });
     AddColour(L"ForeColor", mForeColour);
     AddColour(L"BackColor", mBackColour);
     SetDefault(L"Caption");
@@ -35,6 +43,10 @@ void Label::AddColour(const wchar_t* name, LONG& colour) {
         });
 }
 
+void Label::FocusByAccessKey() {
+    if (const ComPtr<Form> form = OwnerForm()) form->Navigation().FocusAfter(*this);
+}
+
 void Label::Paint(HDC context) {
     constexpr UINT kAlignments[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
     RECT area = ClientArea();
@@ -45,7 +57,8 @@ void Label::Paint(HDC context) {
     SetTextColor(context, ToColour(mForeColour));
     SetBkMode(context, TRANSPARENT);
     DrawTextW(context, mCaption.c_str(), static_cast<int>(mCaption.size()), &area,
-              DT_WORDBREAK | DT_NOPREFIX | kAlignments[mAlignment >= 0 && mAlignment <= 2 ? mAlignment : 0]);
+              DT_WORDBREAK | (mUseMnemonic ? 0 : DT_NOPREFIX) |
+                  kAlignments[mAlignment >= 0 && mAlignment <= 2 ? mAlignment : 0]);
     SelectObject(context, before);
 }
 

@@ -1,15 +1,21 @@
 #pragma once
 
-#include "control.h"
+#include "access_key.h"
 #include "font.h"
+#include "painted_control.h"
 
 namespace kwohost {
 
-/// A line or more of text, broken between words. It takes no focus. Its default member is Caption.
-class Label final : public Control {
+/// A line or more of text, broken between words. It takes no focus: its access key calls the control behind it.
+/// Its default member is Caption.
+class Label final : public PaintedControl {
 public:
     /// A label without a window; it takes no focus.
     Label(ScriptHost& host, Form& form, std::wstring name);
+
+    wchar_t AccessKey() const override { return mUseMnemonic ? AccessKeyOf(mCaption) : wchar_t{0}; }
+    /// The label takes no focus: the next control gets it.
+    void FocusByAccessKey() override;
 
 protected:
     void Paint(HDC context) override;
@@ -23,6 +29,8 @@ private:
     std::wstring mCaption;
     /// 0 left, 1 right, 2 centre; anything else counts as left.
     LONG mAlignment = 0;
+    /// Whether `&` makes an access key.
+    bool mUseMnemonic = true;
     LONG mForeColour = static_cast<LONG>(0x80000012);
     LONG mBackColour = static_cast<LONG>(0x8000000F);
     Font mFont;

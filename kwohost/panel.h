@@ -1,15 +1,15 @@
 #pragma once
 
-#include "control.h"
+#include "painted_control.h"
 
 namespace kwohost {
 
 /// An area of a form that holds controls.
 /// It takes no focus and has a colour of its own.
 /// Components use it as a container: it has ScaleMode, ScaleX, ScaleY, ScaleWidth and ScaleHeight.
-class Panel final : public Control {
+class Panel final : public PaintedControl {
 public:
-    Panel(ScriptHost& host, Form& form, std::wstring name) : Control(host, form, std::move(name), false) {
+    Panel(ScriptHost& host, Form& form, std::wstring name) : PaintedControl(host, form, std::move(name), false) {
         AddScaleMembers();
         AddVariable(
             L"BackColor", [this](Call& call) { call.ReturnWhole(mBackColour); },

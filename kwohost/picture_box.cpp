@@ -1,6 +1,7 @@
 #include "picture_box.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace kwohost {
 
@@ -14,7 +15,8 @@ SIZE SizeOf(const RECT& area) {
 
 }  // namespace
 
-PictureBox::PictureBox(ScriptHost& host, Form& form, std::wstring name) : Control(host, form, std::move(name), true) {
+PictureBox::PictureBox(ScriptHost& host, Form& form, std::wstring name)
+    : PaintedControl(host, form, std::move(name), true) {
     AddScaleMembers();
     AddSettings();
     AddDrawingMembers();
@@ -159,12 +161,17 @@ void PictureBox::Paint(HDC context) {
 
 void PictureBox::OnResized() {
     if (mAutoRedraw) mSurface.Resize(SizeOf(ClientArea()), ToColour(mBackColour));
-    Control::OnResized();
+    PaintedControl::OnResized();
+}
+
+bool PictureBox::IsTabStopByDefault() const {
+    constexpr const wchar_t* kEvents[] = {L"GotFocus", L"LostFocus", L"KeyDown", L"KeyPress", L"KeyUp"};
+    return std::any_of(std::begin(kEvents), std::end(kEvents), [this](const wchar_t* event) { return Handles(event); });
 }
 
 void PictureBox::OnGone() {
     mSurface.Drop();
-    Control::OnGone();
+    PaintedControl::OnGone();
 }
 
 }  // namespace kwohost

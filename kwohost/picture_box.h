@@ -1,7 +1,7 @@
 #pragma once
 
-#include "control.h"
 #include "font.h"
+#include "painted_control.h"
 #include "surface.h"
 
 namespace kwohost {
@@ -10,7 +10,7 @@ namespace kwohost {
 /// With AutoRedraw what was drawn stays: it goes to a bitmap, which Refresh and painting show; otherwise it goes to
 /// the window.
 /// Components draw on it through hDC, Line and TextHeight, so it has the members that docs/hosts.md names.
-class PictureBox final : public Control {
+class PictureBox final : public PaintedControl {
 public:
     PictureBox(ScriptHost& host, Form& form, std::wstring name);
 
@@ -24,6 +24,8 @@ protected:
     void OnResized() override;
     /// Frees the bitmap.
     void OnGone() override;
+    /// A box that does nothing with keys and focus does not show that it has the focus.
+    bool IsTabStopByDefault() const override;
 
 private:
     /// hDC, Cls, Refresh, Line, Print, TextHeight and TextWidth.

@@ -197,6 +197,10 @@ void ScriptObject::AddVariable(const wchar_t* name, Body get, Body put) {
     mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, false, 0, 0, std::move(get), std::move(put)});
 }
 
+void ScriptObject::AddIndexed(const wchar_t* name, Body get, Body put) {
+    mMembers.push_back({static_cast<DISPID>(mMembers.size() + 1), name, false, 1, 1, std::move(get), std::move(put)});
+}
+
 void ScriptObject::Describe(const wchar_t* typeName) {
     std::vector<DescribedMember> members;
     for (const Member& member : mMembers)
@@ -235,7 +239,7 @@ void ScriptObject::CallMember(const Member& member, const DISPPARAMS& params, VA
 
 HRESULT ScriptObject::Assign(const Member& member, const DISPPARAMS& params, UINT* badArgument) const {
     if (!member.put) return DISP_E_MEMBERNOTFOUND;
-    if (params.cArgs != 1) return DISP_E_BADPARAMCOUNT;
+    if (params.cArgs != static_cast<UINT>(member.fewest) + 1) return DISP_E_BADPARAMCOUNT;
     RunBody(member.put, params, nullptr, badArgument);
     return S_OK;
 }

@@ -93,6 +93,8 @@ protected:
     void AddProperty(const wchar_t* name, Body body, int arguments = 0);
     /// A property that can be assigned as well, by value or by reference; the value is the only argument of `put`.
     void AddVariable(const wchar_t* name, Body get, Body put);
+    /// A variable with an index: the first argument of both. The value is the second one of `put`.
+    void AddIndexed(const wchar_t* name, Body get, Body put);
     /// The member that answers when the object itself is used as a value or called. It must have been added.
     void SetDefault(const wchar_t* name);
     /// Serves `For Each`; the body returns an IEnumVARIANT, by ReturnUnknown.

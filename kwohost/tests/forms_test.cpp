@@ -627,6 +627,34 @@ TEST_F(FormsTest, LabelAlignsItsText) {
     EXPECT_NEAR(centreFirst, 99 - centreLast, 2);
 }
 
+TEST_F(FormsTest, LabelIsDrawnAgainWhenItsFontChanges) {
+    const auto width = [this](const wchar_t* change) {
+        RunWithForm(std::wstring(L"box.Move 3000, 3000\r\nfrm.ScaleMode = 3\r\n") +
+                    L"Set lbl = frm.AddControl(\"Label\", \"lbl\")\r\nlbl.Move 0, 0, 100, 20\r\n" +
+                    L"lbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\nlbl.Caption = \"HHH\"\r\n" +
+                    L"Set other = frm.AddControl(\"Label\", \"other\")\r\nother.Font.Size = 14\r\n" +
+                    L"WScript.Sleep 50\r\n" + change + L"\r\nWScript.Sleep 50");
+        const auto [first, last] = WrittenColumns(Control(L"lbl"));
+        return last - first;
+    };
+    const int usual = width(L"");
+
+    EXPECT_GT(width(L"lbl.Font.Size = 14"), usual + 5);
+    EXPECT_GT(width(L"Set lbl.Font = other.Font"), usual + 5);
+}
+
+TEST_F(FormsTest, AmpersandOfALabelIsAnAccessKeyUnlessTheScriptSaysOtherwise) {
+    const auto width = [this](const wchar_t* setting) {
+        RunWithForm(std::wstring(L"box.Move 3000, 3000\r\nfrm.ScaleMode = 3\r\n") +
+                    L"Set lbl = frm.AddControl(\"Label\", \"lbl\")\r\nlbl.Move 0, 0, 100, 20\r\n" +
+                    L"lbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\n" + setting + L"\r\nWScript.Sleep 50");
+        const auto [first, last] = WrittenColumns(Control(L"lbl"));
+        return last - first;
+    };
+    EXPECT_EQ(width(L"lbl.Caption = \"H&HH\""), width(L"lbl.Caption = \"HHH\""));
+    EXPECT_GT(width(L"lbl.Caption = \"H&HH\"\r\nlbl.UseMnemonic = False"), width(L"lbl.Caption = \"HHH\"") + 3);
+}
+
 namespace {
 
 class MdiTest : public FormsTest {

@@ -15,6 +15,7 @@ Set picSave = frmMain.AddControl("PictureBox", "picSave")
 picSave.Move 300, 300, 1500, 600
 Set picOther = frmMain.AddControl("PictureBox", "picOther")
 picOther.Move 2400, 300, 1500, 600
+picOther.TabStop = True
 
 '@example
 

@@ -143,6 +143,7 @@ picSave.AutoRedraw = True
 Set other = form.AddControl("PictureBox", "picOther")
 other.Move 2100, 300, 1500, 600
 other.TabIndex = 1
+other.TabStop = True
 Set button = CreateObject("KWOUtil.KWOPicBtn")
 Check "create tells nothing", Not button.Create(picSave, "&Save")
 Sub picSave_MouseDown(Button_, Shift, X, Y)

@@ -97,6 +97,7 @@ Check "box resize", InStr(log, "box resize;") > 0
 Set other = form.AddControl("picturebox", "other")
 other.Move 3000, 300, 1500, 1500
 other.TabIndex = 1
+other.TabStop = True
 Check "box", box.Left = 300 And box.Width = 1800 And box.hWnd <> 0 And TypeName(box) = "PictureBox"
 Check "parents", box.Parent.Name = "frm" And box.Container.Name = "frm"
 On Error Resume Next
