@@ -24,6 +24,10 @@ constexpr Milliseconds kSoonestAlarm = Milliseconds::Whole(1'000);
 constexpr Milliseconds kLongestDelay = Milliseconds::Whole(30'000);
 constexpr double kFurthestDays = 60;
 
+constexpr double kFirstDay = -657'434;  // 0100-01-01
+constexpr double kLastDay = 2'958'465;  // 9999-12-31
+constexpr double kLastSecondOfDay = 86'399.0 / 86'400;
+
 constexpr std::int32_t kAllTypes = 0;
 constexpr std::int32_t kAllTags = 0;
 
@@ -221,6 +225,9 @@ Milliseconds MKWOTimer::DueOf(Date dateTime) {
 
 /// Decides by the date's text, which is rounded to seconds. Raises TypeMismatch for an invalid date, which has no text.
 bool MKWOTimer::IsTimeOfDay(Date dateTime) const {
+    // Making and reading a text takes long. Only in the last second of a day can rounding name another day.
+    const double day = std::trunc(dateTime.days);
+    if (day >= kFirstDay && day <= kLastDay && std::fabs(dateTime.days - day) < kLastSecondOfDay) return day == 0;
     const auto date = mConversions.ParseDate(mConversions.ToText(dateTime));
     if (!date) platform::RaiseRuntime(RuntimeError::TypeMismatch);
     return std::trunc(date->days) == 0;

@@ -1,6 +1,11 @@
 #include "timers/timer_registry.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iomanip>
 #include <limits>
+#include <random>
 
 #include "platform/component_error.h"
 #include "timers/time_double.h"
@@ -395,6 +400,35 @@ TEST_F(TimerRegistry, TimeThatRoundsToTheNextDayIsADate) {
     EXPECT_EQ(Wait(1), 1'000);
 }
 
+TEST_F(TimerRegistry, WhatTheTextOfADateShowsDecidesWhetherItIsATimeOfDay) {
+    // At midnight every time of day but the first second is ahead, and every date before today is not.
+    desktop.clock.SetNow({kToday});
+    const auto expectedWait = [&](double days) {
+        platform::Conversions& conversions = component.platform.conversions;
+        const auto shown = conversions.ParseDate(conversions.ToText(Date{days}));
+        if (std::trunc(shown.value().days) == 0) days += kToday;
+        return std::max(1'000.0, (std::min(days, kToday + 60) - kToday) * kMillisecondsPerDay);
+    };
+    const auto check = [&](double days) {
+        AddAt(a, {days}, 1);
+        ASSERT_NEAR(Wait(1), expectedWait(days), 0.1) << std::setprecision(17) << days;
+    };
+    std::mt19937_64 random(20261122);
+    std::uniform_real_distribution<double> timeOfDay(0, 1);
+    std::uniform_real_distribution<double> aroundDayZero(-2.5, 2.5);
+    std::uniform_real_distribution<double> aroundMidnight(-2.5 / 86'400, 2.5 / 86'400);
+
+    // KWO_ALL_DATES checks every day and a million times instead of a share of them.
+    const bool all = std::getenv("KWO_ALL_DATES") != nullptr;
+    for (int day = -657'434; day <= 2'958'465; day += all ? 1 : 211)
+        check(day < 0 ? day - timeOfDay(random) : day + timeOfDay(random));
+    for (int i = 0; i < (all ? 1'000'000 : 4'000); ++i) {
+        check(aroundDayZero(random));
+        for (const double midnight : {-2.0, -1.0, 1.0, 2.0})
+            check(midnight + aroundMidnight(random));
+    }
+}
+
 TEST_F(TimerRegistry, DayOneIsADateInThePast) {
     AddAt(a, {1.0 + 18.0 / 24}, 1);
 
@@ -433,7 +467,7 @@ TEST_F(TimerRegistry, WhatIsNoDateIsRefusedAndOnlyTheReplacedAlarmIsLost) {
 TEST_F(TimerRegistry, DateThatCannotBeReadFailsAsAMismatch) {
     desktop.FailCall("VarDateFromStr", 1, 1);
 
-    EXPECT_EQ(RaisedBy([&] { AddAt(a, After(5'000), 5); }), 13);
+    EXPECT_EQ(RaisedBy([&] { AddAt(a, {kToday + 0.99999}, 5); }), 13);
     EXPECT_EQ(timers.Table().ActiveCount(), 0);
 }
 

@@ -1,4 +1,6 @@
 #include <cmath>
+#include <cstdlib>
+#include <random>
 
 #include "contract_test.h"
 
@@ -182,6 +184,29 @@ TEST_F(ConversionsContract, TextFormOfADateReadsBackAsTheDate) {
         ASSERT_TRUE(read) << Printed(text);
         EXPECT_DOUBLE_EQ(read->days, days) << Printed(text);
         EXPECT_DOUBLE_EQ(conversions.ToDate(text).days, days) << Printed(text);
+    }
+}
+
+// The timers rely on it: they read the day from the number and make no text, except in the last second of a day.
+TEST_F(ConversionsContract, TextFormOfADateNamesItsDayUnlessTheTimeRoundsUpToMidnight) {
+    constexpr double kLastSecond = 86'399.0 / 86'400;
+    const auto check = [&](int day, double time) {
+        const double days = day < 0 ? day - time : day + time;
+        const Text text = conversions.ToText(Date{days});
+        const auto read = conversions.ParseDate(text);
+        ASSERT_TRUE(read) << Printed(text);
+        ASSERT_EQ(std::trunc(read->days) == 0, day == 0) << Printed(text);
+    };
+    std::mt19937_64 random(20261122);
+    std::uniform_real_distribution<double> time(0, kLastSecond);
+
+    // KWO_ALL_DATES checks every day and a million times instead of a share of them.
+    const bool all = std::getenv("KWO_ALL_DATES") != nullptr;
+    for (int day = -657'434; day <= 2'958'465; day += all ? 1 : 2'003)
+        check(day, time(random));
+    for (int i = 0; i < (all ? 500'000 : 500); ++i) {
+        check(i % 5 - 2, time(random));
+        check(i % 5 - 2, kLastSecond - time(random) / 43'200);
     }
 }
 

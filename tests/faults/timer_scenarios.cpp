@@ -20,6 +20,8 @@ constexpr std::int16_t kTrue = -1;
 constexpr std::int32_t kIntervalMs = 500;
 constexpr std::int32_t kTag = 7;
 constexpr std::int32_t kOtherTag = 8;
+/// For such a date a timer makes and reads a text, which can fail.
+constexpr Date kLastSecondOfADay{46343.99999};
 
 /// The object around a timer. It ends with its last reference.
 class Shell final : public timer::TimerShell {
@@ -239,7 +241,7 @@ std::vector<Scenario> TimerScenarios() {
         Timed(
             "AnAlarmIsAdded", {"KWOTimer.AddAlarm"}, Nothing,
             [](TimerStage& stage) {
-                Member([&] { stage.Timer().AddAlarm({46343.5}, kTag); });
+                Member([&] { stage.Timer().AddAlarm(kLastSecondOfADay, kTag); });
                 return "added";
             },
             ofAlarms, IsOutOfMemoryAndStaysAsItWas()),
@@ -249,7 +251,7 @@ std::vector<Scenario> TimerScenarios() {
                 Member([&] { stage.Timer().AddAlarm({0.75}, kTag); });
                 return "added";
             },
-            ofAlarms),
+            {}),
         Timed("ManyAlarmsAreAdded", {"KWOTimer.AddRelativeAlarm"}, Nothing,
               [](TimerStage& stage) {
                   for (std::int32_t tag = 1; tag <= 40; ++tag)
@@ -330,7 +332,7 @@ std::vector<Scenario> TimerScenarios() {
         Timed(
             "AnAlarmArrivesAgain", {"IKWOAlarm.Alarm"},
             [](TimerStage& stage) {
-                stage.newDate = {46343.5};
+                stage.newDate = kLastSecondOfADay;
                 stage.Timer().SetAlarmEvents(stage.NewCallback());
                 stage.Alarm();
             },

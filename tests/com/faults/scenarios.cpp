@@ -347,7 +347,8 @@ public:
         stage.Let(timer, L"Interval", 1);
         stage.Let(timer, L"Enabled", true);
         stage.Call(timer, L"AddRelativeAlarm", {1, 7});
-        stage.Call(timer, L"AddAlarm", {Var::Date(60'000), 8});
+        // In the last second of a day, so that a text is made.
+        stage.Call(timer, L"AddAlarm", {Var::Date(60'000.99999), 8});
         Fire();
         stage.Set(timer, L"AlarmEvents", Var(static_cast<IDispatch*>(&mScript)));
         stage.Get(timer, L"AlarmEvents");
