@@ -1,4 +1,4 @@
-// Nothing in the DLL starts the call trace, so this is shown on the shell's objects without the DLL around them.
+// Nothing in the usual DLL starts the call trace, so this is shown on the shell's objects without the DLL around them.
 
 #include <windows.h>
 #include <gtest/gtest.h>

@@ -17,7 +17,7 @@
 namespace kwo::frame {
 
 /// The call trace with its log file and its ring.
-/// Nothing in the component starts it: a developer does, see docs/trace.md.
+/// Only a developer and the diagnostic build start it, see docs/trace.md.
 ///
 /// Writing an entry never raises. If it fails, the application-error box shows the failure and the file is closed; the
 /// program goes on. The platform's last-error value is the same before and after.
