@@ -63,6 +63,7 @@ var frmMain = Host.CreateForm("frmMain");
 frmMain.Move(3000, 2000, 6000, 6000);
 var picMonth = frmMain.AddControl("PictureBox", "picMonth");
 picMonth.Move(150, 150, 4000, 3600);
+picMonth.TabStop = true;
 var asked = 0;
 function frmMain_OnChangeDate(pictureBox, newDate, cancel) { asked++; cancel = true; }
 calendar = new ActiveXObject("KWOUtil.KWOMonthView");
