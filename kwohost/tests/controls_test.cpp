@@ -270,7 +270,7 @@ TEST_F(ControlsTest, UserSelectsItemsByPointerAndKeys) {
 TEST_F(ControlsTest, ListWithoutRoomRaises7) {
     source->OnCall(L"FillUp", [](Call&) {
         static WNDPROC previous = nullptr;
-        const WNDPROC full = [](HWND window, UINT message, WPARAM first, LPARAM second) -> LRESULT {
+        const WNDPROC full = [](HWND window, UINT message, WPARAM first, LPARAM second) CALLBACK -> LRESULT {
             if (message == LB_INSERTSTRING) return LB_ERRSPACE;
             return CallWindowProcW(previous, window, message, first, second);
         };
