@@ -32,11 +32,13 @@ DWORD UpOf(LONG button) {
 }
 
 LONG theHeldButton = 1;
+bool theButtonIsHeld = false;
 
 void CALLBACK ReleaseHeld(HWND, UINT, UINT_PTR timer, DWORD) {
     KillTimer(nullptr, timer);
     INPUT up = Mouse(UpOf(theHeldButton));
     SendInput(1, &up, sizeof up);
+    theButtonIsHeld = false;
 }
 
 /// The number pad has keys with the same codes; those of the keyboard's middle are told apart by this.
@@ -79,16 +81,23 @@ std::vector<WORD> ModifiersOf(int shiftState) {
     return keys;
 }
 
-/// Input comes back to the program by way of the system.
 void UserInput::Settle() {
+    // Input comes back to the program by way of the system.
     mHost.Wait(std::chrono::milliseconds(60));
+    WaitWhile([] { return HIWORD(GetQueueStatus(QS_INPUT)) != 0; });
+}
+
+void UserInput::WaitWhile(bool (*isSo)()) {
+    constexpr std::chrono::milliseconds kTurn(10);
+    constexpr std::chrono::seconds kLongest(5);
+    const auto end = std::chrono::steady_clock::now() + kLongest;
+    while (isSo() && std::chrono::steady_clock::now() < end)
+        mHost.Wait(kTurn);
 }
 
 void UserInput::Send(std::vector<INPUT> inputs) {
-    for (INPUT& input : inputs) {
-        SendInput(1, &input, sizeof input);
-        Settle();
-    }
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    Settle();
 }
 
 void UserInput::MovePointer(POINT onScreen) {
@@ -110,16 +119,16 @@ void UserInput::ReleaseButton(LONG button) {
 }
 
 void UserInput::ClickButton(LONG button) {
-    INPUT inputs[] = {Mouse(DownOf(button)), Mouse(UpOf(button))};
-    SendInput(2, inputs, sizeof(INPUT));
-    Settle();
+    Send({Mouse(DownOf(button)), Mouse(UpOf(button))});
 }
 
 void UserInput::HoldButton(LONG button, DWORD milliseconds) {
     theHeldButton = button;
-    SetTimer(nullptr, 0, milliseconds, ReleaseHeld);
+    theButtonIsHeld = SetTimer(nullptr, 0, milliseconds, ReleaseHeld) != 0;
     Send({Mouse(DownOf(button))});
     mHost.Wait(std::chrono::milliseconds(milliseconds));
+    // The system's timers are late while there is much to do.
+    WaitWhile([] { return theButtonIsHeld; });
     Settle();
 }
 

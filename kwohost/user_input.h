@@ -37,9 +37,11 @@ public:
     void TypeKeys(std::wstring_view keys);
 
 private:
-    /// Waits until input has come back by way of the system.
+    /// Waits until input has come back by way of the system and no more is left.
     void Settle();
-    /// Sends one input after the other and waits after each.
+    /// Gives up after some seconds.
+    void WaitWhile(bool (*isSo)());
+    /// Sends all at once, so that nothing comes between a key and those that are held with it, and waits.
     void Send(std::vector<INPUT> inputs);
 
     ScriptHost& mHost;

@@ -508,7 +508,7 @@ TEST_F(FormsTest, ArrowsAndPageKeysAreTypedAsThoseOfTheirOwn) {
 TEST_F(FormsTest, CharacterIsTypedWithAllKeysThatItNeeds) {
     RunWithForm(
         L"Sub box_KeyDown(KeyCode, Shift)\r\nSource.Note KeyCode & \"/\" & Shift\r\nEnd Sub\r\n"
-        L"box.SetFocus\r\nWScript.Sleep 100\r\nHost.TypeKeys \"A\" & Chr(1)");
+        L"box.SetFocus\r\nHost.TypeKeys \"A\" & Chr(1)");
 
     EXPECT_EQ(notes, Notes({L"16/1", L"65/1", L"17/2", L"65/2"}));
 }
@@ -614,7 +614,8 @@ TEST_F(FormsTest, LabelAlignsItsText) {
             std::wstring(L"box.Move 3000, 3000\r\nfrm.ScaleMode = 3\r\nSet lbl = frm.AddControl(\"Label\", \"lbl\")\r\n"
                          L"lbl.Move 0, 0, 100, 20\r\nlbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\n"
                          L"lbl.Caption = \"HHH\"\r\nlbl.Alignment = ") +
-            alignment + L"\r\nWScript.Sleep 50");
+            alignment);
+        RedrawWindow(Form(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         return WrittenColumns(Control(L"lbl"));
     };
     const auto [leftFirst, leftLast] = columns(L"0");
