@@ -9,6 +9,18 @@ Sub Check(name, good)
         WScript.Echo "not ok " & name
     End If
 End Sub
+' Shows a form and waits until it is in front and has drawn itself.
+Sub ShowInFront(shown)
+    Dim turns
+    shown.Show
+    For turns = 1 To 400
+        If Not Screen.ActiveForm Is Nothing Then
+            If Screen.ActiveForm.Name = shown.Name Then Exit For
+        End If
+        WScript.Sleep 20
+    Next
+    Host.DoEvents
+End Sub
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 3000, 2000, 6000, 6000
 Set picMonth = frmMain.AddControl("PictureBox", "picMonth")
@@ -16,8 +28,7 @@ picMonth.Move 150, 150, 4000, 3600
 
 '@example
 
-frmMain.Show
-WScript.Sleep 100
+ShowInFront frmMain
 Check "the month of today", view.VisibleMonth = Month(Date) And view.VisibleYear = Year(Date)
 Function MonthCount
     MonthCount = view.VisibleYear * 12 + view.VisibleMonth

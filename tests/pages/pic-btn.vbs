@@ -9,6 +9,29 @@ Sub Check(name, good)
         WScript.Echo "not ok " & name
     End If
 End Sub
+' Shows a form and waits until it is in front and has drawn itself.
+Sub ShowInFront(shown)
+    Dim turns
+    shown.Show
+    For turns = 1 To 400
+        If Not Screen.ActiveForm Is Nothing Then
+            If Screen.ActiveForm.Name = shown.Name Then Exit For
+        End If
+        WScript.Sleep 20
+    Next
+    Host.DoEvents
+End Sub
+' Waits until a control of a form has the focus.
+Function FocusComesTo(owner, name)
+    Dim turns
+    For turns = 1 To 400
+        If Not owner.ActiveControl Is Nothing Then
+            FocusComesTo = (owner.ActiveControl.Name = name)
+            If FocusComesTo Then Exit Function
+        End If
+        WScript.Sleep 20
+    Next
+End Function
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 3000, 2000, 6000, 3000
 frmMain.KeyPreview = True
@@ -69,8 +92,7 @@ Function Saved
     Saved = (frmMain.Caption = "saved")
     frmMain.Caption = ""
 End Function
-frmMain.Show
-WScript.Sleep 100
+ShowInFront frmMain
 Check "the drawing is kept", picSave.AutoRedraw
 Host.Click picSave, 700, 300
 Check "a click", Saved
@@ -87,8 +109,7 @@ Check "Space", Saved
 Host.TypeKeys "{ENTER}"
 Check "Enter", Saved
 Host.TypeKeys "{RIGHT}"
-WScript.Sleep 100
-Check "an arrow moves the focus", frmMain.ActiveControl.Name = "picOther"
+Check "an arrow moves the focus", FocusComesTo(frmMain, "picOther")
 Host.TypeKeys "%s"
 Check "the access key brings it back and clicks", frmMain.ActiveControl.Name = "picSave" And Saved
 picSave.Width = 1800

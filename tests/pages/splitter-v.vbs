@@ -9,6 +9,18 @@ Sub Check(name, good)
         WScript.Echo "not ok " & name
     End If
 End Sub
+' Shows a form and waits until it is in front and has drawn itself.
+Sub ShowInFront(shown)
+    Dim turns
+    shown.Show
+    For turns = 1 To 400
+        If Not Screen.ActiveForm Is Nothing Then
+            If Screen.ActiveForm.Name = shown.Name Then Exit For
+        End If
+        WScript.Sleep 20
+    Next
+    Host.DoEvents
+End Sub
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 1500, 1200, 6000, 3600
 Set picLeft = frmMain.AddControl("PictureBox", "picLeft")
@@ -32,8 +44,7 @@ Sub Drag(name, by)
     Check name & ": is where it was dropped", pnlBar.Left = before + by
     CheckFit name
 End Sub
-frmMain.Show
-WScript.Sleep 100
+ShowInFront frmMain
 CheckFit "at first"
 Drag "in a wide form", 900
 frmMain.Width = 4500

@@ -1,4 +1,4 @@
-' The example of docs/timer.md for a good two seconds.
+' The example of docs/timer.md until its alarm has come.
 ' expect-output: ^tick$
 ' expect-output: ^alarm 7$
 Dim count
@@ -14,7 +14,17 @@ End Sub
 
 '@example
 
-WScript.Sleep 2300
+' An alarm of a later moment comes after those of the example, however late all of them are.
+isOver = False
+Sub last_Alarm(sender, tag, newDateTime)
+    isOver = True
+End Sub
+Set last = WScript.CreateObject("KWOUtil.KWOTimer", "last")
+last.AddRelativeAlarm 2100, 1
+For turns = 1 To 600
+    If isOver Then Exit For
+    WScript.Sleep 50
+Next
 Check "the tick goes on", clock.Enabled
 clock.CancelTimers
 

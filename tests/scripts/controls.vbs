@@ -12,6 +12,29 @@ Sub Check(name, good)
         WScript.Echo "not ok " & name
     End If
 End Sub
+' Shows a form and waits until it is in front and has drawn itself.
+Sub ShowInFront(shown)
+    Dim turns
+    shown.Show
+    For turns = 1 To 400
+        If Not Screen.ActiveForm Is Nothing Then
+            If Screen.ActiveForm.Name = shown.Name Then Exit For
+        End If
+        WScript.Sleep 20
+    Next
+    Host.DoEvents
+End Sub
+' Waits until a control of a form has the focus.
+Function FocusComesTo(owner, name)
+    Dim turns
+    For turns = 1 To 400
+        If Not owner.ActiveControl Is Nothing Then
+            FocusComesTo = (owner.ActiveControl.Name = name)
+            If FocusComesTo Then Exit Function
+        End If
+        WScript.Sleep 20
+    Next
+End Function
 
 ' ---- month view ----
 Dim months, days, refuse
@@ -53,8 +76,7 @@ focusDate = DateSerial(2026, 11, 21) + 0.5
 Check "created", view.Create(box, focusDate, DateSerial(2026, 11, 21), True, 100, True, form, True)
 Check "no time of day", focusDate = DateSerial(2026, 11, 21)
 Check "drawn for good", box.AutoRedraw
-form.Show
-WScript.Sleep 100
+ShowInFront form
 Check "selected at first", view.IsSelected(DateSerial(2026, 11, 21))
 
 before = MonthCount
@@ -122,8 +144,7 @@ End Sub
 Sub closer_Alarm(sender, tag, newDateTime)
     form.Close
 End Sub
-form.Show
-WScript.Sleep 100
+ShowInFront form
 Set closer = WScript.CreateObject("KWOUtil.KWOTimer", "closer_")
 closer.AddRelativeAlarm 1000, 1
 Host.MovePointer box, box.ScaleWidth - 200, 200
@@ -169,8 +190,7 @@ Sub frmButton_OnButtonClick(PictureBox)
         Host.TypeKeys "{SPACE}"
     End If
 End Sub
-form.Show
-WScript.Sleep 100
+ShowInFront form
 Host.Click picSave, 700, 300
 Check "clicked", clicks = 1
 Host.MovePointer picSave, 700, 300
@@ -187,8 +207,7 @@ Host.TypeKeys "{SPACE}"
 Check "keys during a click start none", clicks = 4 And keysInClick = 2
 keysInClick = 0
 Host.TypeKeys "{RIGHT}"
-WScript.Sleep 100
-Check "an arrow moves the focus", form.ActiveControl.Name = "picOther"
+Check "an arrow moves the focus", FocusComesTo(form, "picOther")
 Host.TypeKeys "%s"
 Check "by its access key", clicks = 5 And form.ActiveControl.Name = "picSave"
 form.Close
@@ -212,8 +231,7 @@ Sub pnlBar_MouseUp(Button_, Shift, X, Y)
     splitter.MouseUp Button_, Shift, X, Y
 End Sub
 Check "panes beside the bar", leftPane.Width = bar.Left And rightPane.Left = bar.Left + bar.Width
-form.Show
-WScript.Sleep 100
+ShowInFront form
 before = bar.Left
 Host.MovePointer bar, 30, 600
 Host.PressButton

@@ -12,6 +12,18 @@ Sub Check(name, good)
         WScript.Echo "not ok " & name
     End If
 End Sub
+' Shows a form and waits until it is in front and has drawn itself.
+Sub ShowInFront(shown)
+    Dim turns
+    shown.Show
+    For turns = 1 To 400
+        If Not Screen.ActiveForm Is Nothing Then
+            If Screen.ActiveForm.Name = shown.Name Then Exit For
+        End If
+        WScript.Sleep 20
+    Next
+    Host.DoEvents
+End Sub
 
 Sub frm_Load
     log = log & "load;"
@@ -139,8 +151,7 @@ Check "bold is wider", box.TextWidth("WWWWWWWW") > px
 box.Line 38, 0, 0, 300, 300, &HFF
 box.Refresh
 
-form.Show
-WScript.Sleep 100
+ShowInFront form
 Check "visible", form.Visible And Screen.ActiveForm.Name = "frm"
 log = ""
 Host.Click box, 450, 600

@@ -69,7 +69,8 @@ Check "the events stay silent meanwhile", events = ""
 listener.Told = ""
 listener.NewDate = "no date"
 timer.AddRelativeAlarm 20, 7
-WScript.Sleep 300
+WaitFor "7"
+WScript.Sleep 150
 Check "what is no date ends the alarm alone", listener.Told = "7"
 
 Set timer.TimerEvents = Nothing

@@ -63,7 +63,13 @@ Check "a task was started from path and name", task > 1
 Check "it is that program again", LCase(Told()) = LCase(path)
 
 ' A program that has not quite ended yet cannot be deleted.
-WScript.Sleep 500
+Dim turns
 On Error Resume Next
-files.DeleteFolder folder, True
+For turns = 1 To 200
+    files.DeleteFolder folder, True
+    If Not files.FolderExists(folder) Then Exit For
+    WScript.Sleep 50
+Next
+On Error GoTo 0
+Check "both programs end", Not files.FolderExists(folder)
 WScript.Echo "done " & checks

@@ -11,6 +11,18 @@ Sub Check(name, good)
         WScript.Echo "not ok " & name
     End If
 End Sub
+' Shows a form and waits until it is in front and has drawn itself.
+Sub ShowInFront(shown)
+    Dim turns
+    shown.Show
+    For turns = 1 To 400
+        If Not Screen.ActiveForm Is Nothing Then
+            If Screen.ActiveForm.Name = shown.Name Then Exit For
+        End If
+        WScript.Sleep 20
+    Next
+    Host.DoEvents
+End Sub
 Set metrics = CreateObject("KWOUtil.KWOSysMetrics")
 twipsX = Screen.TwipsPerPixelX
 twipsY = Screen.TwipsPerPixelY
@@ -90,8 +102,7 @@ For column = 0 To 6
     End If
 Next
 
-form.Show
-WScript.Sleep 100
+ShowInFront form
 ' Odd days at the first pixel of their cell, even ones at the last.
 Dim firstColumn, number, place, x, y, missed
 firstColumn = Weekday(DateSerial(2026, 12, 1), 0) - 1
@@ -174,8 +185,7 @@ Function Clicked(fromX, fromY, toX, toY)
     Host.ReleaseButton
     Clicked = clicks
 End Function
-form.Show
-WScript.Sleep 100
+ShowInFront form
 Check "the button's corners", Clicked(0, 0, 100, 36) = 1
 Check "released right of the button", Clicked(100, 36, 101, 36) = 0
 Check "released below the button", Clicked(0, 0, 0, 37) = 0
@@ -202,8 +212,7 @@ Sub pnlBar_MouseUp(Button_, Shift, X, Y)
     splitter.MouseUp Button_, Shift, X, Y
 End Sub
 Check "five pixels", bar.Width = 5 * twipsX And bar.Left = 133 * twipsX
-form.Show
-WScript.Sleep 100
+ShowInFront form
 Host.MovePointer ruler, 135, 50
 Host.PressButton
 Host.MovePointer ruler, 212, 50
