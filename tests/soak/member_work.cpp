@@ -99,6 +99,14 @@ void UseMetrics(Random& random) {
     ResultOf(L"ScaleMode", Let(metrics.Get(), L"ScaleMode", Var(random.Flag() ? kTwips : kPixels)));
 }
 
+void MakeFonts() {
+    const LiveObject fonts(L"KWOSysParams");
+    for (const wchar_t* const name : {L"CaptionFont", L"MenuFont", L"StatusFont", L"MessageFont"}) {
+        const Var font = Read(fonts, name);
+        Expect(font.vt == VT_DISPATCH && font.pdispVal != nullptr, "there is a font");
+    }
+}
+
 void UseFonts(Random& random) {
     constexpr const wchar_t* kFonts[] = {L"CaptionFont", L"SmCaptionFont", L"MenuFont", L"StatusFont", L"MessageFont"};
     const LiveObject fonts(L"KWOSysParams");

@@ -12,6 +12,8 @@ using invoke_fuzz::Random;
 void UseRegistry(Random& random);
 void UseMetrics(Random& random);
 void UseFonts(Random& random);
+/// Like UseFonts, but asks the fonts for nothing.
+void MakeFonts();
 void UseUtility(Random& random);
 void UseMessages(Random& random);
 /// `window` is a window of this thread.
