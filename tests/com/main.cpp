@@ -3,6 +3,7 @@
 #include "crash.h"
 #include "dll_under_test.h"
 #include "process_end.h"
+#include "registered_as_allowed.h"
 
 #include <cstdio>
 #include <cstring>
@@ -10,20 +11,20 @@
 namespace kwo::com_test {
 namespace {
 
-/// One apartment and one machine-wide registration for all tests.
+/// One apartment and one registration for all tests.
 class RegisteredDll : public ::testing::Environment {
 public:
     void SetUp() override {
         ASSERT_EQ(Hex(CoInitialize(nullptr)), Hex(S_OK));
         Library library;
         ASSERT_TRUE(library) << Narrow(DllPath()) << " cannot be loaded, error " << GetLastError();
-        ASSERT_EQ(Hex(library.RegisterServer()), Hex(S_OK));
+        ASSERT_EQ(Hex(RegisterAsAllowed(library)), Hex(S_OK));
     }
     void TearDown() override {
         {
             Library library;
             EXPECT_TRUE(library);
-            EXPECT_EQ(Hex(library.UnregisterServer()), Hex(S_OK));
+            EXPECT_EQ(Hex(UnregisterAsAllowed(library)), Hex(S_OK));
         }
         CoUninitialize();
     }

@@ -11,6 +11,7 @@
 #include "com_test.h"
 #include "host_form.h"
 #include "replaced_function.h"
+#include "wine.h"
 
 namespace kwo::com_test {
 namespace {
@@ -535,6 +536,8 @@ void Press(DWORD down, DWORD up) {
 }
 
 TEST_F(SysTrayClass, TheIconIsOnTheScreenAndReportsThePointer) {
+    // Windows puts a new icon where the user does not see it. Wine has a window of its own for icons.
+    if (!IsWine()) GTEST_SKIP() << "the icon may be hidden";
     Move({500, 500});
     POINT place = {};
     ASSERT_FALSE(ScreenShot().Find(kMagenta, place)) << "something else has the colour of the icon";

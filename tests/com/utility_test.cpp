@@ -8,6 +8,7 @@
 #include "environment_variable.h"
 #include "process_resources.h"
 #include "replaced_function.h"
+#include "support/foreground.h"
 #include "temporary_folder.h"
 #include "type_library_dump.h"
 
@@ -444,7 +445,7 @@ TEST_F(StartOrActivate, ARunningInstanceComesToTheFrontInstead) {
     ASSERT_NE(Report(), "");
     const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100, nullptr,
                                      nullptr, GetModuleHandleW(nullptr), nullptr);
-    SetForegroundWindow(own);
+    test_support::TakeForeground(own);
     ASSERT_EQ(GetForegroundWindow(), own);
 
     EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"the running one"), 1);

@@ -12,6 +12,7 @@
 #include "com_support/module_path.h"
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
+#include "support/foreground.h"
 #include "windows/scripted_dispatch.h"
 #include "windows/thread_windows.h"
 
@@ -204,7 +205,7 @@ public:
     void Hide(Handle window) override { ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_HIDE); }
     void ListenToKeys() override {
         MakeWindow(u"keys");
-        SetForegroundWindow(mWindows.back());
+        test_support::TakeForeground(mWindows.back());
         SetFocus(mWindows.back());
         mServices.messages.ProcessPending();
         heardKeys.clear();

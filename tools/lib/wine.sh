@@ -185,7 +185,8 @@ tell_dist() {
     # Where tests leave pictures of what was on the screen.
     mkdir -p "$KWO_ROOT/build/pictures/$kwo_preset"
     KWO_PICTURES=$(wine_path "$KWO_ROOT/build/pictures/$kwo_preset")
-    export KWO_DIST KWO_BITS KWO_PICTURES
+    KWO_README=$(wine_path "$KWO_ROOT/README.md")
+    export KWO_DIST KWO_BITS KWO_PICTURES KWO_README
 }
 
 # open_prefix_by_hand BITS: for a command that is typed, alone with Wine.

@@ -14,6 +14,7 @@
 #include "dll_under_test.h"
 #include "fault_rounds.h"
 #include "process_resources.h"
+#include "rights.h"
 #include "thread.h"
 #include "windows_calls/import_table.h"
 
@@ -361,6 +362,9 @@ std::vector<NamedScenario> ChosenScenarios() {
     std::vector<NamedScenario> chosen = Scenarios();
     if (!AllFaults())
         std::erase_if(chosen, [](const auto& one) { return std::string_view(one.name) == "Registration"; });
+    // They register for everybody.
+    if (!MayRegisterForAll())
+        std::erase_if(chosen, [](const auto& one) { return std::string_view(one.name).starts_with("Registration"); });
     return chosen;
 }
 

@@ -3,6 +3,7 @@
 #include "allocation_count.h"
 #include "com_test.h"
 #include "dll_under_test.h"
+#include "rights.h"
 
 namespace kwo::com_test {
 namespace {
@@ -12,20 +13,23 @@ class RegisteredCompanion : public ::testing::Environment {
 public:
     void SetUp() override {
         ASSERT_EQ(Hex(CoInitialize(nullptr)), Hex(S_OK));
-        ASSERT_EQ(Hex(Call("DllRegisterServer")), Hex(S_OK));
+        ASSERT_EQ(Hex(Register(true)), Hex(S_OK));
     }
     void TearDown() override {
-        EXPECT_EQ(Hex(Call("DllUnregisterServer")), Hex(S_OK));
+        EXPECT_EQ(Hex(Register(false)), Hex(S_OK));
         CoUninitialize();
     }
 
 private:
-    static HRESULT Call(const char* name) {
-        using Function = HRESULT(STDAPICALLTYPE*)();
+    /// For everybody or, without the rights, for the user; false unregisters.
+    static HRESULT Register(bool install) {
+        using Function = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
         const HMODULE module = LoadLibraryW((DistFolder() + L"\\KWOInit.dll").c_str());
-        const FARPROC function = GetProcAddress(module, name);
-        const HRESULT status = function != nullptr ? reinterpret_cast<Function>(reinterpret_cast<void*>(function))()
-                                                   : TYPE_E_DLLFUNCTIONNOTFOUND;
+        const FARPROC function = GetProcAddress(module, "DllInstall");
+        const wchar_t* const scope = MayRegisterForAll() ? L"machine" : L"user";
+        const HRESULT status = function != nullptr
+                                   ? reinterpret_cast<Function>(reinterpret_cast<void*>(function))(install, scope)
+                                   : TYPE_E_DLLFUNCTIONNOTFOUND;
         if (module != nullptr) FreeLibrary(module);
         return status;
     }

@@ -4,6 +4,7 @@
 
 #include "com_support/owned_array.h"
 #include "com_test.h"
+#include "rights.h"
 
 namespace kwo::com_test {
 
@@ -27,6 +28,14 @@ public:
         if (function == nullptr) return TYPE_E_DLLFUNCTIONNOTFOUND;
         using Function = HRESULT(STDAPICALLTYPE*)(Arguments...);
         return reinterpret_cast<Function>(reinterpret_cast<void*>(function))(arguments...);
+    }
+
+    /// For everybody or, without the rights, for the user.
+    HRESULT RegisterAsAllowed() const {
+        return MayRegisterForAll() ? Call("DllRegisterServer") : Call<BOOL, LPCWSTR>("DllInstall", TRUE, L"user");
+    }
+    HRESULT UnregisterAsAllowed() const {
+        return MayRegisterForAll() ? Call("DllUnregisterServer") : Call<BOOL, LPCWSTR>("DllInstall", FALSE, L"user");
     }
 
 private:

@@ -5,15 +5,15 @@
 namespace kwo::com_test {
 namespace {
 
-/// One apartment and one machine-wide registration for all tests.
+/// One apartment and one registration for all tests.
 class RegisteredCompanion : public ::testing::Environment {
 public:
     void SetUp() override {
         ASSERT_EQ(Hex(CoInitialize(nullptr)), Hex(S_OK));
-        ASSERT_EQ(Hex(Companion().Call("DllRegisterServer")), Hex(S_OK));
+        ASSERT_EQ(Hex(Companion().RegisterAsAllowed()), Hex(S_OK));
     }
     void TearDown() override {
-        EXPECT_EQ(Hex(Companion().Call("DllUnregisterServer")), Hex(S_OK));
+        EXPECT_EQ(Hex(Companion().UnregisterAsAllowed()), Hex(S_OK));
         CoUninitialize();
     }
 };

@@ -10,11 +10,12 @@ namespace kwo::contract {
 inline BOOL CALLBACK AddThreadWindow(HWND window, LPARAM list) {
     wchar_t name[16] = {};
     ::GetClassNameW(window, name, 16);
-    if (std::wstring_view(name) != L"IME") reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    const std::wstring_view isOf = name;
+    if (isOf != L"IME" && isOf != L"MSCTFIME UI") reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
     return TRUE;
 }
 
-/// The top-level windows of this thread. The one for input methods that the system adds to a thread's first does not
+/// The top-level windows of this thread. Those for input methods that the system adds to a thread's first do not
 /// count.
 inline std::vector<HWND> ThreadWindows() {
     std::vector<HWND> windows;
