@@ -9,9 +9,10 @@ release_time() {
     if [[ -n ${SOURCE_DATE_EPOCH:-} ]]; then printf '%s\n' "$SOURCE_DATE_EPOCH"; else git -C "$KWO_ROOT" log -1 --format=%ct; fi
 }
 
-# copy_licenses FOLDER: of what the compiler links into the DLLs and programs.
+# copy_licenses FOLDER: of what is linked into the DLLs and programs.
 copy_licenses() {
     sed 's/\r*$/\r/' /usr/share/doc/gcc-mingw-w64-base/copyright >"$1/gcc.txt"
     sed 's/\r*$/\r/' /usr/share/doc/mingw-w64-common/copyright >"$1/mingw-w64.txt"
+    sed 's/\r*$/\r/' /usr/share/doc/googletest/copyright >"$1/googletest.txt"
     sed 's/\r*$/\r/' /usr/share/common-licenses/GPL-3 >"$1/GPL-3.txt"
 }

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Puts together what a user takes home, from dist/x64, dist/x86 and the build folders they came from.
+# Puts together what a user takes home, from dist/x64, dist/x86 and the build folders they came from, where the target
+# test_kit has been built, too.
 #   assemble.sh [--no-manual] FOLDER     FOLDER must not exist. Without the manual it takes a second and needs no pandoc
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/../lib/base.sh"
@@ -49,6 +50,25 @@ for file in "$KWO_ROOT"/samples/*.{vbs,js} "$KWO_ROOT"/samples/clients/*; do
     as_windows_text "$file" "$folder/${file#"$KWO_ROOT/"}"
 done
 cp "$KWO_ROOT"/samples/*.ico "$folder/samples/"
+
+# The tests, for whoever has a Windows to run them on.
+mkdir -p "$folder/tests/x64" "$folder/tests/x86"
+as_windows_text "$KWO_ROOT/packaging/run_tests.cmd" "$folder/tests/run_tests.cmd"
+cp "$KWO_ROOT/README.md" "$folder/tests/"
+for preset in x64 x86; do
+    strip=x86_64-w64-mingw32-strip
+    [[ $preset == x64 ]] || strip=i686-w64-mingw32-strip
+    # With a manifest beside it. The others must not meet that one.
+    mkdir "$folder/tests/$preset/manifest"
+    cp "$KWO_ROOT/dist/$preset/KWOUtil.X.manifest" "$folder/tests/$preset/manifest/"
+    for file in src/com/com_unit_tests tests/contract/contract_tests kwohost/tests/kwohost_tests \
+        tests/com/kwoinit/kwoinit_com_tests tests/com/faults/import_fault_tests tests/com/com_tests \
+        'tests/com/second program'; do
+        # It would write a time into the header: this one means none.
+        SOURCE_DATE_EPOCH=0 "$strip" -o "$folder/tests/$preset/${file##*/}.exe" "$KWO_ROOT/build/$preset/$file.exe"
+    done
+    mv "$folder/tests/$preset/com_unit_tests.exe" "$folder/tests/$preset/manifest/"
+done
 
 [[ $manual == no ]] || "$KWO_ROOT/tools/package/make_manual.py" "$version" "$KWO_ROOT" "$folder/docs"
 

@@ -12,7 +12,6 @@ import subprocess
 import sys
 import uuid
 
-PRODUCTS = ['KWOUtil.dll', 'KWOInit.dll', 'kwohost.exe', 'kwocheck.exe']
 # What each compiler package brings into every product: name, package, license, the text in the package, a description.
 LINKED = [
     ('libstdc++', 'g++-mingw-w64-{arch}-win32', 'GPL-3.0-or-later WITH GCC-exception-3.1', 'licenses/gcc.txt',
@@ -22,6 +21,9 @@ LINKED = [
     ('mingw-w64', 'mingw-w64-{arch}-dev', 'ZPL-2.1', 'licenses/mingw-w64.txt',
      'The start-up code and the extensions of the C library, linked statically; part of it is in the public domain'),
 ]
+# What the programs of tests contain besides.
+TESTS_LINKED = ('googletest', 'googletest', 'BSD-3-Clause', 'licenses/googletest.txt',
+                'The framework of the tests, linked statically into them')
 ARCHITECTURES = [('x64', 'x86-64'), ('x86', 'i686')]
 
 
@@ -32,7 +34,7 @@ def version_of(package):
 
 def linked_components():
     for preset, arch in ARCHITECTURES:
-        for name, package, license_expression, text, description in LINKED:
+        for name, package, license_expression, text, description in [*LINKED, TESTS_LINKED]:
             package = package.format(arch=arch)
             version = version_of(package)
             yield preset, {
@@ -62,10 +64,14 @@ def file_component(folder, path, version):
 
 def main():
     version, seconds, folder = sys.argv[1], int(sys.argv[2]), pathlib.Path(sys.argv[3])
-    files = [file_component(folder, folder / preset / name, version)
-             for preset, _ in ARCHITECTURES for name in PRODUCTS]
+    files = [file_component(folder, path, version)
+             for path in sorted(folder.rglob('*')) if path.suffix in ('.dll', '.exe')]
     linked = list(linked_components())
-    parts = {preset: [one['bom-ref'] for of, one in linked if of == preset] for preset, _ in ARCHITECTURES}
+
+    def parts(file):
+        return [one['bom-ref'] for of, one in linked if of in file.split('/') and
+                (file.startswith('tests/') or one['name'] != TESTS_LINKED[0])]
+
     # The same files have the same number, wherever and whenever the list is made.
     content = ''.join(one['hashes'][0]['content'] for one in files)
     bom = {
@@ -80,7 +86,7 @@ def main():
         },
         'components': files + [one for _, one in linked],
         'dependencies': [{'ref': 'KWOUtil', 'dependsOn': [one['bom-ref'] for one in files]}] +
-                        [{'ref': one['bom-ref'], 'dependsOn': parts[one['bom-ref'].split('/')[0]]} for one in files],
+                        [{'ref': one['bom-ref'], 'dependsOn': parts(one['bom-ref'])} for one in files],
     }
     json.dump(bom, sys.stdout, indent=2)
     print()
