@@ -23,32 +23,6 @@ std::wstring Text(BSTR text) {
     return std::wstring(View(text));
 }
 
-/// The failure of an engine whose site has taken the error.
-constexpr HRESULT kToldAlready = static_cast<HRESULT>(0x80020101);
-
-/// Whether a caller may see this code as the result of a call. It takes others for a call that never ran.
-bool IsSafe(HRESULT code) {
-    return FAILED(code) && HRESULT_FACILITY(code) != FACILITY_DISPATCH && code != E_NOTIMPL;
-}
-
-/// Whether an engine tells of an error that an object has passed on to it. Objects may add to the description.
-bool IsSame(const ErrorReport& told, const ErrorReport& passed) {
-    if (told.code == kToldAlready) return true;
-    return told.code == passed.code &&
-           (told.description.empty() || told.description.find(passed.description) != std::wstring::npos);
-}
-
-/// Leaves the error's texts on the thread, for whoever asks. Null if there is no memory.
-ComPtr<IErrorInfo> Leave(const ErrorReport& report) {
-    ComPtr<ICreateErrorInfo> made;
-    ComPtr<IErrorInfo> info;
-    if (FAILED(CreateErrorInfo(made.Out())) || FAILED(made->QueryInterface(IID_PPV_ARGS(info.Out())))) return nullptr;
-    made->SetSource(Bstr(report.source).Get());
-    made->SetDescription(Bstr(report.description).Get());
-    SetErrorInfo(0, info.Get());
-    return info;
-}
-
 ErrorReport ReportOf(IActiveScriptError* error, const std::wstring& file) {
     kwo::com_support::ExceptionInfo exception;
     ErrorReport report{file};
@@ -98,8 +72,8 @@ void ScriptHost::AddFunction(const std::wstring& name, ComPtr<IDispatch> object)
 
 int ScriptHost::Run() {
     const HRESULT started = Start();
-    if (FAILED(started) && mErrorCount == 0) Report(kErrorSource, started, L"");
-    return mExitCode;
+    if (FAILED(started) && mErrors.Shown() == 0) Report(kErrorSource, started, L"");
+    return ExitCode();
 }
 
 HRESULT ScriptHost::Start() {
@@ -143,22 +117,22 @@ HRESULT ScriptHost::CallProcedure(const std::wstring& procedure, const DISPPARAM
     DISPID id = DISPID_UNKNOWN;
     const ComPtr<IDispatch> script = FindProcedure(procedure, id);
     if (!script) return DISP_E_MEMBERNOTFOUND;
-    Settle();
+    mErrors.Settle();
     if (SUCCEEDED(Invoke(script.Get(), id, procedure, params, result))) return S_OK;
     // A code that means wrong types would make the caller try others.
     if (!exception) return DISP_E_EXCEPTION;
     *exception = {};
-    exception->scode = mLastError.code;
-    exception->bstrSource = SysAllocString(mLastError.source.c_str());
-    exception->bstrDescription = SysAllocString(mLastError.description.c_str());
+    exception->scode = mErrors.Last().code;
+    exception->bstrSource = SysAllocString(mErrors.Last().source.c_str());
+    exception->bstrDescription = SysAllocString(mErrors.Last().description.c_str());
     return DISP_E_EXCEPTION;
 }
 
 HRESULT ScriptHost::HandleObjectEvent(const std::wstring& procedure, const DISPPARAMS& params, VARIANT* result,
                                       EXCEPINFO* exception) {
-    const int errorsBefore = mErrorCount;
+    const int shownBefore = mErrors.Shown();
     const HRESULT called = CallProcedure(procedure, params, result, exception);
-    if (mErrorCount != errorsBefore) End(kScriptFailed);
+    if (mErrors.Shown() != shownBefore) End(kScriptFailed);
     return called;
 }
 
@@ -176,16 +150,16 @@ void ScriptHost::PassOn(IDispatch* object, const std::wstring& member, const DIS
 
 void ScriptHost::Handle(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params,
                         VARIANT* result) {
-    Settle();
-    const int errorsBefore = mErrorCount;
+    mErrors.Settle();
+    const int shownBefore = mErrors.Shown();
     // A window has nobody to pass an error on to.
-    if (FAILED(Invoke(target, id, name, params, result)) && mErrorCount == errorsBefore) ShowPassed();
-    if (mErrorCount != errorsBefore) End(kScriptFailed);
+    if (FAILED(Invoke(target, id, name, params, result))) mErrors.ShowKept();
+    if (mErrors.Shown() != shownBefore) End(kScriptFailed);
 }
 
 HRESULT ScriptHost::Invoke(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params,
                            VARIANT* result) {
-    const int errorsBefore = mErrorCount;
+    const int shownBefore = mErrors.Shown();
     EventArguments arguments(params);
     kwo::com_support::ExceptionInfo raised;
     const HRESULT called = target->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
@@ -203,72 +177,17 @@ HRESULT ScriptHost::Invoke(IDispatch* target, DISPID id, const std::wstring& nam
                            Text(raised.bstrDescription)};
     };
     // An engine that has told of an error itself returns a failure without details.
-    if (mErrorCount == errorsBefore && !mPassed) Take(mDepth, describe);
+    if (mErrors.Shown() == shownBefore) mErrors.TakeAfterCall(describe);
     return E_FAIL;
 }
 
 void ScriptHost::Report(const std::wstring& source, HRESULT code, const std::wstring& description) noexcept {
-    ShowError([&] { return ErrorReport{mSource.path, 0, 0, code, source, description}; });
+    mErrors.Show([&] { return ErrorReport{mSource.path, 0, 0, code, source, description}; });
 }
 
 void ScriptHost::EndAfter(const std::wstring& source, const ScriptFailure& failure) noexcept {
     Report(source, failure.code, failure.description);
     End(kScriptFailed);
-}
-
-/// The error counts, and the exit code says so, even if there is no memory left to report it.
-template <class Describe>
-void ScriptHost::ShowError(Describe&& describe) noexcept {
-    ++mErrorCount;
-    mExitCode = kScriptFailed;
-    const auto show = [&] { return mErrors.Write(Format(describe()) + L"\r\n"); };
-    const auto giveUp = [](const ScriptFailure&) { return false; };
-    const auto showShortly = [&](const ScriptFailure&) {
-        return Guarded([this] { return mErrors.Write(L"kwohost: out of memory\r\n"); }, giveUp);
-    };
-    Guarded(show, showShortly);
-}
-
-template <class Describe>
-bool ScriptHost::Take(int below, Describe&& describe) noexcept {
-    const auto keep = [&] {
-        ErrorReport report = describe();
-        const bool isPassedOn = mPassed && IsSame(report, mPassed->report);
-        if (!isPassedOn) Settle();
-        // The place where it happened first says more than that of the call that passed it on.
-        if (isPassedOn) report = std::move(mPassed->report);
-        mLastError = report;
-        mPassed = Passed{std::move(report), below, {}};
-        if (below <= mLoopDepth) {
-            ShowPassed();
-            return false;
-        }
-        mPassed->mark = Leave(mPassed->report);
-        return IsSafe(mPassed->report.code);
-    };
-    return Guarded(keep, [&](const ScriptFailure& failure) {
-        mPassed.reset();
-        mLastError = {};
-        mLastError.code = failure.code;
-        ShowError([&]() -> ErrorReport { throw failure; });
-        return false;
-    });
-}
-
-void ScriptHost::Settle() noexcept {
-    if (!mPassed) return;
-    ComPtr<IErrorInfo> left;
-    GetErrorInfo(0, left.Out());
-    if (mPassed->mark && left.Get() == mPassed->mark.Get()) return ShowPassed();
-    if (left) SetErrorInfo(0, left.Get());
-    mPassed.reset();
-}
-
-void ScriptHost::ShowPassed() noexcept {
-    if (!mPassed) return;
-    if (mPassed->mark) SetErrorInfo(0, nullptr);
-    ShowError([this] { return mPassed->report; });
-    mPassed.reset();
 }
 
 void ScriptHost::Wait(std::chrono::milliseconds duration) {
@@ -284,16 +203,10 @@ void ScriptHost::WaitUntil(const std::function<bool()>& isOver) {
 }
 
 void ScriptHost::RunLoop(const std::function<void()>& loop) {
-    /// Puts the old value back, also after an exception.
-    struct Depth {
-        int& value;
-        int before;
-        ~Depth() { value = before; }
-    };
-    Settle();
+    mErrors.Settle();
     const auto endAfterErrors = EndingAfterErrors();
     {
-        const Depth depth{mLoopDepth, std::exchange(mLoopDepth, mDepth)};
+        const RaisedErrors::Loop inLoop(mErrors);
         loop();
     }
     endAfterErrors();
@@ -301,8 +214,8 @@ void ScriptHost::RunLoop(const std::function<void()>& loop) {
 
 /// A procedure that an object calls without the host reports its error but cannot end the script itself.
 std::function<void()> ScriptHost::EndingAfterErrors() {
-    return [this, errorsBefore = mErrorCount] {
-        if (mErrorCount != errorsBefore) End(mExitCode);
+    return [this, shownBefore = mErrors.Shown()] {
+        if (mErrors.Shown() != shownBefore) End(kScriptFailed);
     };
 }
 
@@ -327,16 +240,20 @@ void ScriptHost::LetGoOfVariables() {
     });
 }
 
+int ScriptHost::ExitCode() const {
+    return mQuitCode.value_or(mErrors.Shown() > 0 ? kScriptFailed : 0);
+}
+
 void ScriptHost::End(int exitCode) {
-    Settle();
-    mExitCode = exitCode;
+    mErrors.Settle();
+    mQuitCode = exitCode;
     if (mIsClosing) return;
     // An engine can be told to stop only by an error, and a script can catch that (On Error Resume Next, catch) and go
     // on. So the process ends here, with the script's calls still on the stack, after everything that can be put in
     // order has been.
     Close();
     CoUninitialize();
-    ExitProcess(static_cast<UINT>(mExitCode));
+    ExitProcess(static_cast<UINT>(exitCode));
 }
 
 HRESULT ScriptHost::Site::QueryInterface(REFIID iid, void** object) {
@@ -368,14 +285,12 @@ HRESULT ScriptHost::Site::GetItemInfo(LPCOLESTR name, DWORD mask, IUnknown** ite
 }
 
 HRESULT ScriptHost::Site::OnEnterScript() {
-    ++mHost.mDepth;
+    mHost.mErrors.BeginCall();
     return S_OK;
 }
 
 HRESULT ScriptHost::Site::OnLeaveScript() {
-    --mHost.mDepth;
-    // The code that could have handled the error has ended.
-    if (mHost.mPassed && mHost.mDepth < mHost.mPassed->below) mHost.Settle();
+    mHost.mErrors.EndCall();
     return S_OK;
 }
 
@@ -387,8 +302,7 @@ HRESULT ScriptHost::Site::OnScriptError(IActiveScriptError* error) {
             report.code = mHost.mErrorNumbers->CodeOf(report.description).value_or(E_FAIL);
         return report;
     };
-    const bool passesOn = mHost.Take(mHost.mDepth - 1, describe);
-    return passesOn ? E_FAIL : S_OK;
+    return mHost.mErrors.TakeFromCall(describe) ? E_FAIL : S_OK;
 }
 
 HRESULT ScriptHost::Site::GetWindow(HWND* window) {

@@ -12,7 +12,7 @@
 #include "com_values.h"
 #include "error_numbers.h"
 #include "error_report.h"
-#include "output.h"
+#include "raised_errors.h"
 #include "source_file.h"
 
 namespace kwohost {
@@ -92,7 +92,7 @@ public:
     /// Inside Close it only sets the exit code.
     void End(int exitCode);
     /// What Run returns when the script has ended.
-    int ExitCode() const { return mExitCode; }
+    int ExitCode() const;
 
 private:
     /// The engine's view of the host. Owned by the host, which outlives the engine: it counts no references.
@@ -141,36 +141,14 @@ private:
     void LetGoOfVariables();
     /// Null if the script has no such procedure, and while it is closed.
     ComPtr<IDispatch> FindProcedure(const std::wstring& procedure, DISPID& id);
-    /// An error that code of the script may still handle.
-    struct Passed {
-        ErrorReport report;
-        /// How many calls into the engine were in progress below the one that failed.
-        int below;
-        /// Left on the thread. It is still there if the object in between has kept the error to itself.
-        ComPtr<IErrorInfo> mark;
-    };
-
     /// Calls `target` and stores what it assigns. Takes its error under `name`.
     HRESULT Invoke(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params, VARIANT* result);
     /// Calls `target` for an event. An error ends the script.
     void Handle(IDispatch* target, DISPID id, const std::wstring& name, const DISPPARAMS& params, VARIANT* result);
-    /// Shows an error that happened above `below` calls into the engine, or keeps it if code of the script waits for
-    /// it. Returns whether the engine shall pass its code on. `describe` returns the report, and may fail for lack of
-    /// memory.
-    template <class Describe>
-    bool Take(int below, Describe&& describe) noexcept;
-    /// Shows a kept error if the object that got it has not passed it on, and forgets it.
-    void Settle() noexcept;
-    /// Shows a kept error.
-    void ShowPassed() noexcept;
-    /// `describe` returns the report, and may fail for lack of memory.
-    template <class Describe>
-    void ShowError(Describe&& describe) noexcept;
 
     /// Kept while the script runs, for its path.
     SourceFile mSource;
-    /// Where errors are reported.
-    Output mErrors{STD_ERROR_HANDLE};
+    RaisedErrors mErrors;
     Site mSite{*this};
     /// Null before Run and after Close.
     ComPtr<IActiveScript> mEngine;
@@ -182,18 +160,8 @@ private:
     std::vector<std::function<void()>> mAtClose;
     /// Set by Close and never reset: no procedure is found any more.
     bool mIsClosing = false;
-    /// Errors that were reported, to notice one that a procedure caused.
-    int mErrorCount = 0;
-    /// Calls into the engine that are in progress.
-    int mDepth = 0;
-    /// How many of them are below the innermost loop for messages.
-    int mLoopDepth = 0;
-    /// The last one that was taken, for callers of CallProcedure.
-    ErrorReport mLastError;
-    /// What CallProcedure returns and somebody may handle.
-    std::optional<Passed> mPassed;
-    /// 0 until an error or a request to quit.
-    int mExitCode = 0;
+    /// What End was called with.
+    std::optional<int> mQuitCode;
 };
 
 }  // namespace kwohost
