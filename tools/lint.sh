@@ -26,7 +26,7 @@ is_formatted() { cpp_files | xargs -P 2 -n 64 clang-format --dry-run -Werror; }
 
 # What is sourced sets variables for others and reads theirs.
 scripts_are_clean() {
-    of_kind run test bench fuzz package soak .ci/run ':(glob)tools/*.sh' 'tools/package/*.sh' 'tests/*/run_*' 'tests/*/extract_*' | xargs shellcheck -x &&
+    of_kind run test bench fuzz package soak .ci/run ':(glob)tools/*.sh' 'tools/package/*.sh' 'tests/*/run_*' 'tests/*/extract_*' 'tests/*/fill_*' | xargs shellcheck -x &&
         of_kind 'tools/lib/*.sh' | xargs shellcheck -e SC2034,SC2154
 }
 

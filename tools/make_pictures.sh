@@ -34,6 +34,15 @@ taken() {
     printf 'docs/%s.png: %s\n' "$1" "$(identify -format '%w x %h, %b' "$KWO_ROOT/docs/$1.png")"
 }
 
+# driven SAMPLE [ARGUMENT...]: what a driver of tests/samples leaves of its sample's form.
+driven() {
+    local name=${1%.*} driver=$scratch/drivers/$1
+    shift
+    KWO_PICTURES=$(wine_path "$scratch") in_wine "$(wine_path "$dist/kwohost.exe")" "$(wine_path "$driver")" "$@" \
+        >"$scratch/said" || die "$driver failed: $(<"$scratch/said")"
+    taken "$name" "$scratch/$name.bmp"
+}
+
 # run_sample SAMPLE ARGUMENT...
 run_sample() {
     local sample=$1
@@ -62,6 +71,11 @@ density() {
 picture month-view month_view
 picture pic-btn pic_btn
 picture splitter-v splitter_v
+mkdir "$scratch/drivers"
+"$KWO_ROOT/tests/samples/fill_drivers" "$scratch/drivers"
+driven reminders.vbs
+driven settings.vbs
+driven watch.js "$(wine_path "$scratch/watched.txt")"
 run_sample tour --play "$(wine_path "$scratch")"
 taken tour "$scratch/tour-3-days.bmp"
 density 192
