@@ -98,6 +98,8 @@ TEST(RedirectedPath, TheSystemsFolderDependsOnWhoLooks) {
     EXPECT_EQ(RedirectedPath(path, u"C:\\Windows", Bitness::k32, Bitness::k64), u"C:\\Windows\\Sysnative\\KWOUtil.dll");
     EXPECT_EQ(RedirectedPath(path, u"C:\\Windows", Bitness::k32, Bitness::k32), path);
     EXPECT_EQ(RedirectedPath(u"C:\\Other\\a.dll", u"C:\\Windows", Bitness::k32, Bitness::k64), u"C:\\Other\\a.dll");
+    EXPECT_EQ(RedirectedPath(u"D:\\Windows\\System32\\a.dll", u"C:\\Windows", Bitness::k32, Bitness::k64),
+              u"D:\\Windows\\System32\\a.dll");
     EXPECT_EQ(RedirectedPath(u"a.dll", u"C:\\Windows", Bitness::k32, Bitness::k64), u"a.dll");
 }
 

@@ -87,8 +87,7 @@ private:
     /// Joins what several classes have in common.
     void Say(Severity severity, Text what, TextView nextStep, const ClassFacts* about) {
         const auto same = std::ranges::find_if(mFindings, [&](const Finding& known) {
-            return known.severity == severity && known.bitness == mView.bitness && known.what == what &&
-                   known.nextStep == nextStep;
+            return known.severity == severity && known.bitness == mView.bitness && known.what == what;
         });
         if (same == mFindings.end()) {
             mFindings.push_back({severity, mView.bitness, std::move(what), Text(nextStep), {}});
@@ -119,11 +118,11 @@ private:
         if (one.creation && !mHasProblem) AddOfCreation(*one.creation, one);
     }
 
-    /// If a copy of the library is beside this program, also how to register that.
+    /// In programs of the own bitness. If a copy of the library is beside this program, also how to register that.
     Text HowToInstall(const KnownLibrary& library) const {
         Text step(kInstall);
         const Text copy = mFacts.here.folder + library.FileName();
-        if (IsOwn() && std::ranges::find(mFacts.copies, copy) != mFacts.copies.end()) {
+        if (std::ranges::find(mFacts.copies, copy) != mFacts.copies.end()) {
             step += u" Or type: regsvr32 " + Text(mFacts.here.isElevated ? u"\"" : u"/n /i:user \"") + copy + u"\"";
         }
         return step;
@@ -150,13 +149,15 @@ private:
     Bitness Other() const { return mView.bitness == Bitness::k64 ? Bitness::k32 : Bitness::k64; }
 
     bool IsRegisteredForOther(const ClassFacts& one) const {
-        for (const View& view : mFacts.views) {
-            if (view.bitness == mView.bitness) continue;
-            for (const LibraryFacts& library : view.libraries)
-                for (const ClassFacts& other : library.classes)
-                    if (other.known.classId == one.known.classId) return Counting(other.entries) != nullptr;
-        }
-        return false;
+        const auto isRegistered = [&](const ClassFacts& other) {
+            return other.known.classId == one.known.classId && Counting(other.entries) != nullptr;
+        };
+        return std::ranges::any_of(mFacts.views, [&](const View& view) {
+            return view.bitness != mView.bitness &&
+                   std::ranges::any_of(view.libraries, [&](const LibraryFacts& library) {
+                       return std::ranges::any_of(library.classes, isRegistered);
+                   });
+        });
     }
 
     void AddOfName(const ClassFacts& one) {

@@ -51,6 +51,29 @@ TEST_F(FindingsTest, OnlyTheOtherBitnessIsRegistered) {
                   kInstall + kBoth);
 }
 
+TEST_F(FindingsTest, Only32BitsAreRegistered) {
+    system.Unregister(Bitness::k64);
+
+    EXPECT_TRUE(
+        Found()[0].starts_with("problem 64: Only the 32-bit KWOUtil.dll is registered, so 64-bit programs cannot use "
+                               "it. > "))
+        << Found()[0];
+}
+
+TEST_F(FindingsTest, TypeLibrariesThatMayNotBeReadAreOneFinding) {
+    for (const KnownLibrary& library : libraries)
+        system.Forbid(Scope::kMachine, Bitness::k64, RecordedSystem::TypeLibraryKey(library, Bitness::k64));
+
+    EXPECT_EQ(Found().size(), 1u);
+}
+
+TEST_F(FindingsTest, ANameThatMayNotBeReadDoesNotMatterWithoutTheClass) {
+    system.registry.clear();
+    system.Forbid(Scope::kMachine, Bitness::k64, u"KWOUtil.KWOTimer\\CLSID");
+
+    EXPECT_EQ(Found().size(), 2u);
+}
+
 TEST_F(FindingsTest, OnlyTheOwnBitnessIsRegistered) {
     system.Unregister(Bitness::k32);
 
@@ -205,6 +228,13 @@ TEST_F(FindingsTest, AVersionThatIsNoneCountsAsOlder) {
     ComponentFile().version = u"";
 
     EXPECT_NE(Found()[0].find("has the older version "), std::string::npos);
+}
+
+TEST_F(FindingsTest, AVersionOfOtherCharactersIsComparedAllTheSame) {
+    ComponentFile().version = u"4x4";
+    EXPECT_NE(Found()[0].find("has the older version 4x4"), std::string::npos);
+    ComponentFile().version = u"123456789.0";
+    EXPECT_NE(Found()[0].find("has the newer version 123456789.0"), std::string::npos);
 }
 
 TEST_F(FindingsTest, TheFileHasTheOtherBitness) {

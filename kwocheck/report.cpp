@@ -37,16 +37,9 @@ Text Described(const Registered& entry) {
 
 Text Described(const Creation& creation) {
     const Text code = u" (0x" + Hexadecimal(creation.code, 8) + u")";
-    switch (creation.result) {
-        case Creation::Result::kNoName:
-            return u"is not found by its name" + code;
-        case Creation::Result::kNoObject:
-            return u"cannot be created" + code;
-        case Creation::Result::kNoAnswer:
-            return u"was created, but does not answer" + code;
-        case Creation::Result::kWorks:
-            break;
-    }
+    if (creation.result == Creation::Result::kNoName) return u"is not found by its name" + code;
+    if (creation.result == Creation::Result::kNoObject) return u"cannot be created" + code;
+    if (creation.result == Creation::Result::kNoAnswer) return u"was created, but does not answer" + code;
     return u"works";
 }
 
