@@ -68,8 +68,8 @@ End Sub
 Sub FitBar
     If bar.Left > panes.ScaleWidth - LeastPane Then bar.Left = panes.ScaleWidth - LeastPane
     If bar.Left < LeastPane Then bar.Left = LeastPane
-    bar.Height = panes.ScaleHeight
     splitter.Resize
+    bar.Height = lstFonts.Height            ' that of whole lines
 End Sub
 Sub pnlBar_MouseUp(Button, Shift, X, Y)     ' after the splitter has moved the bar
     FitBar

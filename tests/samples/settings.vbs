@@ -31,7 +31,7 @@ user.AddRelativeAlarm 200, 1
 
 Sub user_Alarm(sender, tag, newDateTime)
     Check "the place", form.Left = 1200 And form.Top = 600 And form.Width = 8400 And form.Height = 4800
-    Check "the bar", bar.Left = 3000 And bar.Height = panes.ScaleHeight And picSample.Left = bar.Left + bar.Width
+    Check "the bar", bar.Left = 3000 And bar.Height = lstFonts.Height And bar.Height = picSample.Height And picSample.Left = bar.Left + bar.Width
     Check "the settings", lstFonts.ListIndex = 2 And chkBold.Value = 1 And txtSample.Text = "Hello"
     Check "the sample", picSample.Font.Bold
 
@@ -39,7 +39,7 @@ Sub user_Alarm(sender, tag, newDateTime)
     Host.PressButton
     Host.MovePointer bar, 630, 600
     Host.ReleaseButton
-    Check "dragged", bar.Left = 3600 And lstFonts.Width = bar.Left And bar.Height = panes.ScaleHeight
+    Check "dragged", bar.Left = 3600 And lstFonts.Width = bar.Left And bar.Height = lstFonts.Height And bar.Height = picSample.Height
     Host.MovePointer bar, 30, 600
     Host.PressButton
     Host.MovePointer bar, -3400, 600
