@@ -61,8 +61,8 @@ public:
     /// "0" always shows a digit, "#" only a significant one.
     /// Rounds halves away from zero, in the decimal digits that the pattern shows.
     virtual Text FormatNumber(double value, TextView pattern) = 0;
-    /// A date by a pattern such as "h:nn:ss", "Mmmm, yyyy" or "Short Date", with the names and separators of the
-    /// user's locale.
+    /// A date by a pattern such as "h:nn:ss", "Mmmm, yyyy", "Short Date" or "Long Date", with the names and
+    /// separators of the user's locale.
     /// "n" is the minute, "m" the month.
     /// Raises Overflow outside the calendar.
     virtual Text FormatDate(Date value, TextView pattern) = 0;

@@ -93,6 +93,10 @@ public:
     /// The keys heard, the first one first: "Tab", "Shift+Tab", "Ctrl+Tab", and "held " before one that was not
     /// released since the last time. Waits until there are at least `count`.
     virtual std::vector<std::string> KeysHeard(std::size_t count) = 0;
+    /// From now on there is an annotation service. It refuses windows that do not exist.
+    virtual void InstallAnnotations() = 0;
+    /// What a screen reader would read of the window: "Role 43", "Name \"Save\"", in the order of the properties.
+    virtual std::vector<std::string> WhatReadersRead(Handle window) = 0;
     /// The user presses `button` in the next box.
     virtual void AnswerNextBox(std::int32_t button) = 0;
 

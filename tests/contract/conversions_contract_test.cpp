@@ -290,7 +290,8 @@ TEST_F(ConversionsContract, DatesByThePatternsInUse) {
           Row{afternoon, u":hh:nn:ss", u":14:05:09"}, Row{0.0625, u"h:nn:ss", u"1:30:00"},
           Row{0.0625, u":hh:nn:ss", u":01:30:00"}, Row{0, u"h:nn:ss", u"0:00:00"},
           Row{1.5 / 86400, u"h:nn:ss", u"0:00:02"}, Row{0.4 / 86400, u"h:nn:ss", u"0:00:00"},
-          Row{afternoon, u"Mmmm, yyyy", u"March, 2026"}, Row{afternoon, u"yyyy-mm-dd", u"2026-03-03"}}) {
+          Row{afternoon, u"Mmmm, yyyy", u"March, 2026"}, Row{afternoon, u"Long Date", u"Tuesday, March 3, 2026"},
+          Row{afternoon, u"yyyy-mm-dd", u"2026-03-03"}}) {
         EXPECT_EQ(conversions.FormatDate({row.days}, row.pattern), row.text) << Printed(row.pattern) << row.days;
     }
 }

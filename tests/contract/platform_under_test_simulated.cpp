@@ -27,6 +27,9 @@ private:
     std::shared_ptr<platform::simulated::SimulatedObject> mObject;
 };
 
+constexpr const char* kPropertyNames[] = {"Role",         "State", "Name", "Value", "Description", "KeyboardShortcut",
+                                          "DefaultAction"};
+
 class SimulatedUnderTest final : public PlatformUnderTest {
 public:
     SimulatedUnderTest() {
@@ -56,6 +59,15 @@ public:
     void RecreateTaskbar() override { mDesktop.notificationArea.RecreateTaskbar(); }
     std::size_t TopLevelWindows() override {
         return mDesktop.windows.windows.size() + (mDesktop.notificationArea.listeners.empty() ? 0 : 1);
+    }
+    void InstallAnnotations() override { mDesktop.accessibility.Install(); }
+    std::vector<std::string> WhatReadersRead(Handle window) override {
+        std::vector<std::string> read;
+        const auto found = mDesktop.accessibility.annotations.find(window);
+        if (found == mDesktop.accessibility.annotations.end()) return read;
+        for (const auto& [property, value] : found->second)
+            read.push_back(kPropertyNames[static_cast<std::size_t>(property)] + (' ' + value));
+        return read;
     }
     void Hide(Handle window) override { mDesktop.windows.windows.at(window).hidden = true; }
     void ListenToKeys() override { mDesktop.log.Clear(); }

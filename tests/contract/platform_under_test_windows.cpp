@@ -3,12 +3,15 @@
 #include <olectl.h>
 #include <sddl.h>
 
+#include <map>
+#include <memory>
 #include <vector>
 
 // The system's headers have macros of these names.
 #undef DrawText
 #undef SetEnvironmentVariable
 
+#include "com_support/annotation_service.h"
 #include "com_support/module_path.h"
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
@@ -161,6 +164,7 @@ public:
         for (const HWND window : mWindows)
             DestroyWindow(window);
         DestroyWindow(mMessages);
+        mAnnotations.reset();
         CoUninitialize();
     }
 
@@ -202,6 +206,32 @@ public:
         mServices.messages.ProcessPending();
     }
     std::size_t TopLevelWindows() override { return ThreadWindows().size(); }
+    void InstallAnnotations() override {
+        mAnnotations = std::make_unique<com_support::AnnotationService>([this](const com_support::Annotated& told) {
+            if (!IsWindow(told.window)) return E_INVALIDARG;
+            auto& read = mRead[told.window];
+            if (told.isCleared) {
+                read.erase(told.property);
+            } else {
+                const bool isNumber = told.property == L"Role" || told.property == L"State";
+                const std::wstring quote = isNumber ? L"" : L"\"";
+                read[told.property] = quote + told.value + quote;
+            }
+            return S_OK;
+        });
+    }
+    std::vector<std::string> WhatReadersRead(Handle window) override {
+        std::vector<std::string> lines;
+        const auto& read = mRead[reinterpret_cast<HWND>(static_cast<INT_PTR>(window))];
+        for (const wchar_t* const name :
+             {L"Role", L"State", L"Name", L"Value", L"Description", L"KeyboardShortcut", L"DefaultAction"}) {
+            const auto found = read.find(name);
+            if (found == read.end()) continue;
+            const std::wstring line = std::wstring(name) + L' ' + found->second;
+            lines.emplace_back(line.begin(), line.end());
+        }
+        return lines;
+    }
     void Hide(Handle window) override { ShowWindow(reinterpret_cast<HWND>(static_cast<INT_PTR>(window)), SW_HIDE); }
     void ListenToKeys() override {
         MakeWindow(u"keys");
@@ -318,6 +348,9 @@ private:
         mMouseIsDown = down;
     }
 
+    /// What it was told, by window and property.
+    std::map<HWND, std::map<std::wstring, std::wstring>> mRead;
+    std::unique_ptr<com_support::AnnotationService> mAnnotations;
     platform::windows::WindowsPlatform mPlatform{GetModuleHandleW(nullptr)};
     platform::Platform mServices = mPlatform.Services();
     HWND mMessages = nullptr;

@@ -186,6 +186,7 @@ Text FormattedDate(Date date, TextView pattern) {
     constexpr TextView kHalves = u"am/pm";
     const Text folded = Folded(pattern);
     if (folded == u"short date") return FormattedDate(date, u"m/d/yyyy");
+    if (folded == u"long date") return FormattedDate(date, u"dddd, mmmm d, yyyy");
     const Moment moment = MomentOf(date);
     const bool twelveHours = folded.find(kHalves) != Text::npos;
     Text text;

@@ -19,7 +19,7 @@ std::optional<Date> ParseEnglishDate(TextView text);
 Text DateText(Date date);
 
 /// By a pattern of `d` to `dddd`, `m` to `mmmm` (minutes right behind hours), `yy`, `yyyy`, `h`, `hh`, `n`, `nn`, `s`,
-/// `ss`, `AM/PM` in either case, and literals; or "Short Date".
+/// `ss`, `AM/PM` in either case, and literals; or "Short Date" or "Long Date".
 /// A letter that is none of these throws std::invalid_argument.
 Text FormattedDate(Date date, TextView pattern);
 

@@ -239,10 +239,11 @@ TEST_F(EnglishConversionsTest, DatesByPattern) {
          {Row{afternoon, u"h:nn:ss", u"14:05:09"}, Row{afternoon, u"hh:nn:ss", u"14:05:09"},
           Row{afternoon, u":hh:nn:ss", u":14:05:09"}, Row{0.0625, u"h:n:s", u"1:30:0"}, Row{0.0625, u"hh:nn", u"01:30"},
           Row{afternoon, u"Mmmm, yyyy", u"March, 2026"}, Row{afternoon, u"mmm yy", u"Mar 26"},
-          Row{afternoon, u"Short Date", u"3/3/2026"}, Row{afternoon, u"mm/dd/yyyy", u"03/03/2026"},
-          Row{afternoon, u"dddd ddd d", u"Tuesday Tue 3"}, Row{afternoon, u"h:mm AM/PM", u"2:05 PM"},
-          Row{0, u"h:nn am/pm", u"12:00 AM"}, Row{1 - 0.4 / 86400, u"hh:nn:ss", u"00:00:00"},
-          Row{0.4 / 86400, u"h:nn:ss", u"0:00:00"}, Row{0.6 / 86400, u"h:nn:ss", u"0:00:01"}, Row{1.25, u"h", u"6"}}) {
+          Row{afternoon, u"Short Date", u"3/3/2026"}, Row{afternoon, u"Long Date", u"Tuesday, March 3, 2026"},
+          Row{afternoon, u"mm/dd/yyyy", u"03/03/2026"}, Row{afternoon, u"dddd ddd d", u"Tuesday Tue 3"},
+          Row{afternoon, u"h:mm AM/PM", u"2:05 PM"}, Row{0, u"h:nn am/pm", u"12:00 AM"},
+          Row{1 - 0.4 / 86400, u"hh:nn:ss", u"00:00:00"}, Row{0.4 / 86400, u"h:nn:ss", u"0:00:00"},
+          Row{0.6 / 86400, u"h:nn:ss", u"0:00:01"}, Row{1.25, u"h", u"6"}}) {
         EXPECT_EQ(conversions.FormatDate({row.days}, row.pattern), row.text) << ToUtf8(row.pattern);
     }
     EXPECT_EQ(conversions.FormatDate({1.5}, u"[d]"), u"[31]");
