@@ -12,7 +12,8 @@
 namespace kwo::kwoinit {
 namespace {
 
-constexpr std::int32_t kNumbers[] = {1899, 1900, 1901, 1902, 1923, 1924, 1925, 1926, 1927, 1928, 1929, 1930};
+constexpr std::int32_t kNumbers[] = {1899, 1900, 1901, 1902, 1923, 1924, 1925, 1926, 1927,
+                                     1928, 1929, 1930, 1931, 1932, 1933, 1934, 1935};
 constexpr std::uint16_t kShippedLanguages[] = {0x0407, 0x040C, 0x0C0A};
 
 std::string Bytes() {
@@ -68,6 +69,12 @@ constexpr Translations kTexts[] = {
      u"Das Programm %2 konnte nicht gestartet werden.\r\nPfad: %1",
      u"Le programme %2 n'a pas pu être lancé.\r\nChemin" NBSP u": %1",
      u"No se pudo iniciar el programa %2.\r\nRuta: %1"},
+    {1931, u"Press", u"Drücken", u"Appuyer", u"Pulsar"},
+    {1932, u"%1, selected", u"%1, ausgewählt", u"%1, sélectionné", u"%1, seleccionado"},
+    {1933, u"Selected days: %1", u"Ausgewählte Tage: %1", u"Jours sélectionnés" NBSP u": %1",
+     u"Días seleccionados: %1"},
+    {1934, u"First month: %1", u"Erster Monat: %1", u"Premier mois" NBSP u": %1", u"Primer mes: %1"},
+    {1935, u"Last month: %1", u"Letzter Monat: %1", u"Dernier mois" NBSP u": %1", u"Último mes: %1"},
 };
 #undef NBSP
 
@@ -97,12 +104,12 @@ TEST_F(ShippedTexts, HaveNoBadLine) {
     EXPECT_EQ(mProblems.lines, std::vector<std::string>{});
 }
 
-TEST_F(ShippedTexts, ReachFrom1899To1930) {
+TEST_F(ShippedTexts, ReachFrom1899To1935) {
     const auto extent = mFile.ExtentOf(u"KWOUtil");
 
     ASSERT_TRUE(extent);
     EXPECT_EQ(extent->lowest, 1899);
-    EXPECT_EQ(extent->highest, 1930);
+    EXPECT_EQ(extent->highest, 1935);
 }
 
 TEST_F(ShippedTexts, AreTheKnownOnesInEveryLanguage) {
@@ -154,7 +161,7 @@ TEST_F(ShippedTexts, AreAllThereAndTranslatedWithTheirPlaceholders) {
 }
 
 TEST_F(ShippedTexts, SpanNoOtherNumbers) {
-    for (const std::int32_t number : {1898, 1903, 1910, 1922, 1931})
+    for (const std::int32_t number : {1898, 1903, 1910, 1922, 1936})
         EXPECT_EQ(Of(0x409, number), u"") << number;
 }
 

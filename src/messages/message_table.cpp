@@ -54,7 +54,7 @@ std::shared_ptr<const TextArray> TextsIn(const Variant& value) {
 }
 
 /// Fills the markers from left to right. Inserted text is not searched again. "%10" is "%1" followed by a zero.
-Text Filled(const Text& text, std::span<const Text> values) {
+Text Filled(TextView text, std::span<const Text> values) {
     Text filled;
     for (std::size_t at = 0; at < text.size();) {
         std::size_t number = text[at] == u'%' ? 1 : values.size() + 1;
@@ -155,13 +155,17 @@ bool MessageTable::Load(HostObject& companion) {
     return true;
 }
 
-Text MessageTable::TextOf(std::int32_t msgNo) const {
-    if (mTextArray == nullptr) return Text(kUndefined);
+TextView MessageTable::Known(std::int32_t msgNo) const {
+    if (mTextArray == nullptr) return {};
     const std::int64_t place = std::int64_t{msgNo} - mTextArray->lowerBound;
     const auto& items = mTextArray->items;
-    if (place < 0 || place >= static_cast<std::int64_t>(items.size())) return Text(kUndefined);
-    const Text& text = items[static_cast<std::size_t>(place)];
-    return text.empty() ? Text(kUndefined) : text;
+    if (place < 0 || place >= static_cast<std::int64_t>(items.size())) return {};
+    return items[static_cast<std::size_t>(place)];
+}
+
+TextView MessageTable::TextOf(std::int32_t msgNo) const {
+    const TextView text = Known(msgNo);
+    return text.empty() ? kUndefined : text;
 }
 
 Text MessageTable::KWO_GetMsg(std::int32_t msgNo, std::span<const Variant> args) const {
@@ -171,6 +175,16 @@ Text MessageTable::KWO_GetMsg(std::int32_t msgNo, std::span<const Variant> args)
         values.push_back(error != nullptr ? frame::Decimal(error->number) : mConversions.ToText(arg));
     }
     return Filled(TextOf(msgNo), values);
+}
+
+Text MessageTable::TextOrBuiltIn(std::int32_t msgNo, TextView builtIn, std::span<const Text> values) {
+    try {
+        KWOInitialize();
+    } catch (const platform::ComponentError&) {
+        // The built-in text does without a table.
+    }
+    const TextView known = Known(msgNo);
+    return Filled(known.empty() ? builtIn : known, values);
 }
 
 std::optional<Text> MessageTable::LoadedMessage(std::int32_t number, std::span<const Text> values) {

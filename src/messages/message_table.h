@@ -46,6 +46,10 @@ public:
     /// Raises TypeMismatch for any other value that cannot be converted to text.
     Text KWO_GetMsg(std::int32_t msgNo, std::span<const platform::Variant> args = {}) const;
 
+    /// The text of `msgNo`, or `builtIn` if no file has one; the values are filled in as by KWO_GetMsg.
+    /// Loads the table at the first call. Raises nothing but lack of memory.
+    Text TextOrBuiltIn(std::int32_t msgNo, TextView builtIn, std::span<const Text> values = {});
+
     /// As KWO_GetMsg, but nothing as long as no file was loaded. Raises nothing but lack of memory.
     std::optional<Text> LoadedMessage(std::int32_t number, std::span<const Text> values = {}) override;
 
@@ -70,8 +74,10 @@ private:
     void ChooseProgramName();
     /// False if the companion finds no file.
     bool Load(platform::HostObject& companion);
+    /// Empty if there is none.
+    TextView Known(std::int32_t msgNo) const;
     /// "Undefined Message" if there is none.
-    Text TextOf(std::int32_t msgNo) const;
+    TextView TextOf(std::int32_t msgNo) const;
 
     platform::HostApplication& mHost;
     platform::ComponentFactory& mComponents;

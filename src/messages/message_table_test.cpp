@@ -87,6 +87,20 @@ protected:
     std::weak_ptr<platform::simulated::SimulatedObject> made;
 };
 
+TEST_F(Messages, ABuiltInTextTakesThePlaceOfAMissingOne) {
+    const std::vector<Text> values = {u"a", u"b"};
+    EXPECT_EQ(messages.TextOrBuiltIn(kFirst + 1, u"built in", values), u"b then a") << "loads the table";
+    EXPECT_EQ(messages.TextOrBuiltIn(kFirst + 2, u"%2, built in", values), u"b, built in") << "an empty text";
+    EXPECT_EQ(messages.TextOrBuiltIn(kFirst - 1, u"built in"), u"built in");
+    EXPECT_EQ(messages.TextOrBuiltIn(kFirst + 4, u"built in"), u"built in");
+}
+
+TEST_F(Messages, ABuiltInTextDoesWithoutATable) {
+    sizeFailure = {1234, u"companion", u"broken", {}, 0};
+    EXPECT_EQ(messages.TextOrBuiltIn(kFirst, u"built in"), u"built in");
+    EXPECT_EQ(messages.KWO_GetMsg(kFirst), u"Undefined Message");
+}
+
 TEST_F(Messages, AreUndefinedBeforeTheyAreLoaded) {
     EXPECT_EQ(Get(kFirst), u"Undefined Message");
     EXPECT_EQ(messages.LoadedMessage(kFirst), std::nullopt);

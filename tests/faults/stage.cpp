@@ -11,7 +11,7 @@ constexpr TextView kLinks[] = {u"Parent", u"Font", u"Container", u"ActiveControl
 
 /// The messages that the component asks for.
 constexpr std::int32_t kFirst = 1899;
-constexpr std::int32_t kLast = 1930;
+constexpr std::int32_t kLast = 1935;
 
 }  // namespace
 
@@ -58,6 +58,7 @@ std::string Stage::LeftOnDesktop() const {
     count("open keys", desktop.registry.OpenKeys(), failed("RegCloseKey"));
     count("event sources", desktop.eventLog.OpenSources(), failed("DeregisterEventSource"));
     count("icons", desktop.notificationArea.icons.size(), failed("Shell_NotifyIcon"));
+    count("annotated windows", desktop.accessibility.annotations.size(), failed("ClearHwndProps"));
     count("taskbar listeners", desktop.notificationArea.listeners.size(), 0);
     count("open files", desktop.logFiles.OpenFiles(), 0);
     count("open processes", desktop.processMemory.OpenHandles(), 0);

@@ -10,21 +10,21 @@ End Sub
 Dim companion, found, first, last, size, texts, index
 Set companion = CreateObject("KWOInit.KWOInitialize")
 found = companion.KWO_MsgTableSize("KWOUtil", "C:\no such folder\KWOInit.nls", first, last, size)
-Check "the file beside the companion is found", found = True And first = 1899 And last = 1930 And size > 0
+Check "the file beside the companion is found", found = True And first = 1899 And last = 1935 And size > 0
 
-ReDim texts(1930)
+ReDim texts(1935)
 ReDim index(0)
 companion.KWO_MsgTableLoad &H0409, index, texts
 Check "a script's array is filled", texts(1900) = "An internal application error has occurred."
 Check "numbers without a text stay empty", texts(1903) = "" And texts(0) = ""
-Check "the index has an element for each text", UBound(index) = 1930 And index(1900) = 1 And index(1903) = 0
+Check "the index has an element for each text", UBound(index) = 1935 And index(1900) = 1 And index(1903) = 0
 companion.KWO_MsgTableLoad &H0C07, index, texts
 Check "Austrian falls back to German", texts(1902) = "Ungültige Hexadezimalziffer"
 companion.KWO_MsgTableLoad &H0411, index, texts
 Check "Japanese falls back to English", texts(1902) = "Invalid Hex Digit"
 
 found = companion.KWO_MsgTableSize("Anybody", "KWOInit.nls", first, last, size)
-Check "a program without a section is served the component's", found = True And last = 1930
+Check "a program without a section is served the component's", found = True And last = 1935
 
 On Error Resume Next
 companion.KWO_MsgTableLoad &H0409, index, "text"

@@ -57,13 +57,14 @@ TEST_F(ShippedMessages, AreLoadedAndTakeThePlaceOfTheBuiltInOnes) {
     EXPECT_EQ(started.find(u'%'), Text::npos);
     EXPECT_NE(mComponent.error.Message(1902, u"built in"), u"built in");
     EXPECT_EQ(mComponent.messages.KWO_GetMsg(1903), u"Undefined Message");
-    EXPECT_EQ(mComponent.messages.KWO_GetMsg(1931), u"Undefined Message");
+    EXPECT_EQ(mComponent.messages.KWO_GetMsg(1936), u"Undefined Message");
 }
 
 TEST_F(ShippedMessages, EveryNumberOfTheComponentHasAText) {
     mComponent.messages.KWOInitialize();
 
-    for (const std::int32_t number : {1899, 1900, 1901, 1902, 1923, 1924, 1925, 1926, 1927, 1928, 1929, 1930})
+    for (const std::int32_t number :
+         {1899, 1900, 1901, 1902, 1923, 1924, 1925, 1926, 1927, 1928, 1929, 1930, 1931, 1932, 1933, 1934, 1935})
         EXPECT_NE(mComponent.messages.KWO_GetMsg(number), u"Undefined Message") << number;
 }
 
