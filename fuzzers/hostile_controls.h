@@ -11,7 +11,10 @@ namespace kwo::fuzz {
 /// A form of a hostile host with what controls need, on a simulated desktop.
 class HostileControls {
 public:
-    explicit HostileControls(Input& theInput) : input(theInput), host(theInput) {}
+    explicit HostileControls(Input& theInput) : input(theInput), host(theInput) {
+        desktop.accessibility.Install();
+        desktop.windows.windows[kWindow] = {u"Box"};
+    }
 
     /// A picture box with a font and a form, all new.
     platform::HostObjectRef MakeBox() {

@@ -191,6 +191,7 @@ KWO_FUZZ_TARGET(month_view) {
     session.view.reset();
     session.desktop.messages.ProcessPending();
     session.host.CheckThatNothingIsHeld();
+    KWO_HOLDS(session.desktop.accessibility.annotations.empty());
 }
 
 }  // namespace

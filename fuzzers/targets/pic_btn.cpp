@@ -109,6 +109,7 @@ KWO_FUZZ_TARGET(pic_btn) {
     KWO_HOLDS(session.button->Form_KeyDown(key, alt));
     session.button.reset();
     session.host.CheckThatNothingIsHeld();
+    KWO_HOLDS(session.desktop.accessibility.annotations.empty());
 }
 
 }  // namespace

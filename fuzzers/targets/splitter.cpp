@@ -84,6 +84,7 @@ KWO_FUZZ_TARGET(splitter) {
     session.splitter->MouseUp(90);
     session.splitter.reset();
     session.host.CheckThatNothingIsHeld();
+    KWO_HOLDS(session.desktop.accessibility.annotations.empty());
 }
 
 }  // namespace

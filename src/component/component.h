@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "frame/api_result.h"
 #include "frame/error.h"
@@ -15,6 +16,7 @@
 #include "messages/message_table.h"
 #include "platform/platform.h"
 #include "platform/twips.h"
+#include "platform/values.h"
 #include "timers/timer_registry.h"
 
 namespace kwo::component {
@@ -70,6 +72,8 @@ public:
 
     /// The twips per pixel of the screen, as the picture button that was created last found them. All buttons use it.
     platform::TwipsPerPixel buttonTwips;
+    /// The windows that screen readers are told about: where the object that annotates each keeps its handle.
+    std::vector<platform::Handle*> annotatedWindows;
 
     /// The user's locale settings; not read until they are needed.
     messages::MKWOLocale locale;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 
@@ -121,6 +122,8 @@ public:
         mPlaces.clear();
         mDates.clear();
     }
+    /// How many there are.
+    std::size_t Count() const { return mDates.size(); }
     /// The day that was added first, as it was given; the date 0 if there is none.
     Date First() const { return mDates.empty() ? Date{} : mDates.begin()->second; }
 

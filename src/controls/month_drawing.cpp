@@ -94,8 +94,8 @@ void MonthDrawing::SelectedGround(const Rect& cell, const MonthStyle& style) con
     mBox.FillBox(mTwips.Twips(box), MonthStyle::kHighlight);
 }
 
-Text MonthDrawing::CaptionText(Date focus) const {
-    return mPlatform.conversions.FormatDate(focus, u"Mmmm, yyyy");
+Text MonthDrawing::CaptionText(Date day) const {
+    return mPlatform.conversions.FormatDate(day, u"Mmmm, yyyy");
 }
 
 void MonthDrawing::Edge(const Rect& area, std::uint32_t edge, std::uint32_t flags) const {

@@ -69,12 +69,12 @@ public:
     /// drawn as selected.
     bool Calendar(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model,
                   bool plain = false) const;
+    /// Month and year as the caption shows them, in the user's language. Raises Overflow outside the calendar.
+    Text CaptionText(Date day) const;
 
 private:
     /// Calendar without the handling of errors.
     void DrawAll(const MonthLayout& layout, const MonthStyle& style, const MonthModel& model, bool plain) const;
-    /// Month and year, in the user's language.
-    Text CaptionText(Date focus) const;
     void Edge(const Rect& area, std::uint32_t edge, std::uint32_t flags) const;
     /// In the box's present font and colour.
     void Write(TextView text, const Rect& area) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "controls/month_dates.h"
@@ -76,6 +77,8 @@ public:
     void Deselect(Date date);
     /// Empties the selection.
     void DeselectAll() { mSelected.Clear(); }
+    /// How many days are selected.
+    std::size_t SelectedCount() const { return mSelected.Count(); }
     /// The day that was selected first, as it was given; 0 if none is selected.
     Date FirstSelected() const { return mSelected.First(); }
 

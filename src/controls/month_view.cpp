@@ -19,7 +19,8 @@ KWOMonthView::KWOMonthView(component::Component& component)
       mTwips(TwipsPerPixel::Of(component.platform.screen)),
       mBox(component.platform),
       mForm(mBox, component.platform.conversions),
-      mDrawing(mBox, component.platform, component.locale, mTwips) {
+      mDrawing(mBox, component.platform, component.locale, mTwips),
+      mAnnotation(component) {
     mComponent.SetProgramName();
 }
 
@@ -27,18 +28,18 @@ bool KWOMonthView::Create(const HostObjectRef& pictureBox, Date& focusDate, cons
     try {
         return Open(pictureBox, focusDate, options);
     } catch (const ComponentError& error) {
-        mCreated = false;
+        Fail();
         mComponent.error.KWO_SaveError(error, {.source = u"KWOMonthView.Create", .replace = true});
         return false;
     } catch (...) {
-        // Without memory the box may be half prepared: nothing must be drawn on it.
-        mCreated = false;
+        Fail();
         throw;
     }
 }
 
 bool KWOMonthView::Open(const HostObjectRef& pictureBox, Date& focusDate, const CreateOptions& options) {
     if (!IsPictureBox(pictureBox)) return false;
+    mAnnotation.Release();
     mBox.Assign(pictureBox);
     mForm.Assign(ObjectProperty(*pictureBox, u"Parent"));
     PrepareBox();
@@ -54,7 +55,15 @@ bool KWOMonthView::Open(const HostObjectRef& pictureBox, Date& focusDate, const 
     mModel.SetFocus(focusDate);
     ComputeLayout();
     mCreated = Draw();
+    if (mCreated) Annotate();
+    if (!mCreated) mAnnotation.Release();
     return mCreated;
+}
+
+/// The box, if there is one, may be half prepared: nothing must be drawn on it.
+void KWOMonthView::Fail() {
+    mCreated = false;
+    mAnnotation.Release();
 }
 
 void KWOMonthView::PrepareBox() {
@@ -110,10 +119,12 @@ void KWOMonthView::SetBevel(Bevel& bevel, std::int16_t number) {
 
 void KWOMonthView::SetMinDate(Date date) {
     if (mModel.SetMinDate(date)) ChangeMonth(mModel.Focus());
+    TellNews();
 }
 
 void KWOMonthView::SetMaxDate(Date date) {
     if (mModel.SetMaxDate(date)) ChangeMonth(mModel.Focus());
+    TellNews();
 }
 
 void KWOMonthView::ShowMonth(std::int16_t month, std::int16_t year) {
@@ -136,11 +147,26 @@ void KWOMonthView::SelDaysAdd(Date date) {
         Draw();
     } else {
         mModel.Select(date);
+        TellNews();
     }
 }
 
 void KWOMonthView::SelDaysRemove(Date date) {
-    if (mCreated) mModel.Deselect(date);
+    if (!mCreated) return;
+    mModel.Deselect(date);
+    TellNews();
+}
+
+void KWOMonthView::SelDaysClear() {
+    mModel.DeselectAll();
+    TellNews();
+}
+
+bool KWOMonthView::Draw() {
+    const bool isDrawn = mDrawing.Calendar(mLayout, mStyle, mModel);
+    mShown = mModel.Focus();
+    TellNews();
+    return isDrawn;
 }
 
 void KWOMonthView::ComputeLayout() {

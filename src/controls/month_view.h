@@ -1,9 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "component/component.h"
+#include "controls/annotation.h"
 #include "controls/month_drawing.h"
 #include "controls/month_form.h"
 #include "controls/month_layout.h"
@@ -22,6 +25,9 @@ namespace kwo::controls {
 ///
 /// The model keeps the dates, the layout the places; drawing and input use both. The box's form is asked before the
 /// month ("OnChangeMonth", if wanted) or the selection ("OnChangeDate") changes, and may refuse.
+///
+/// Screen readers are told the month, the day with the focus, the number of selected days and the limits, as long as
+/// the calendar is there.
 ///
 /// Members raise what the host raises, and InvalidProcedureCall for dates outside the years 100 to 9999; an error
 /// while the days are drawn only ends the drawing. A call into the host may call any member again.
@@ -127,7 +133,7 @@ public:
     /// Removes a day from the selection, without redrawing. Does nothing before Create.
     void SelDaysRemove(Date date);
     /// Empties the selection, without redrawing.
-    void SelDaysClear() { mModel.DeselectAll(); }
+    void SelDaysClear();
     /// The day that was selected first; the date 0 if there is none.
     Date SelDay() const { return mModel.FirstSelected(); }
     /// Whether a day is selected. A time after noon counts as the next day.
@@ -159,8 +165,23 @@ private:
         bool pressed = false;
     };
 
+    /// What there is to say of a calendar.
+    struct News {
+        /// A day of the month in the picture.
+        Date shown;
+        Date focus;
+        bool isSelected = false;
+        std::size_t selected = 0;
+        Date minDate;
+        Date maxDate;
+
+        friend bool operator==(const News&, const News&) = default;
+    };
+
     /// Create without the handling of errors.
     bool Open(const HostObjectRef& pictureBox, Date& focusDate, const CreateOptions& options);
+    /// Create has failed: the calendar is not there.
+    void Fail();
     /// Sets the box and the style to what a new calendar looks like.
     void PrepareBox();
     void ApplyOptions(const CreateOptions& options);
@@ -171,8 +192,14 @@ private:
 
     /// Measures the box and draws the arrows.
     void ComputeLayout();
-    bool Draw() { return mDrawing.Calendar(mLayout, mStyle, mModel); }
+    bool Draw();
     void DrawSpinButton(std::size_t which, bool pressed) { mDrawing.SpinButton(mLayout, which, pressed); }
+
+    /// Annotates the window of the box.
+    void Annotate();
+    /// Tells screen readers what has changed.
+    void TellNews();
+    void Compose(Spoken& spoken, const News& news);
 
     /// Returns when the arrow is released.
     void Spin(std::size_t which);
@@ -207,6 +234,11 @@ private:
     float mLastY = 0;
     /// A double click was not completed yet.
     bool mDblClickPending = false;
+    /// A day of the month that was drawn last.
+    Date mShown;
+    /// What screen readers were told last.
+    std::optional<News> mTold;
+    Annotation mAnnotation;
 };
 
 }  // namespace kwo::controls

@@ -21,6 +21,9 @@ using platform::Key;
 /// Stands for the access key among the key codes.
 constexpr std::int16_t kAccessKey = -1;
 
+/// The message that names what a button does.
+constexpr std::int32_t kPress = 1931;
+
 /// The steps of a release, by the messages that name them.
 struct ReleaseStep {
     static constexpr std::int32_t kClear = 1923;
@@ -49,6 +52,23 @@ void Trapped(TextView source, Body&& body) {
     Trapped(source, std::forward<Body>(body), [](Text&) {});
 }
 
+/// The caption as it is shown: "&&" stands for "&", any other "&" marks the letter behind it.
+Text WithoutMarks(TextView caption) {
+    Text shown;
+    for (std::size_t at = 0; at < caption.size(); ++at) {
+        if (caption[at] == u'&' && ++at == caption.size()) break;
+        shown += caption[at];
+    }
+    return shown;
+}
+
+/// Whether there is a key for an access key: the code of other characters is that of another key or of none.
+bool IsKey(TextView accessKey) {
+    if (accessKey.empty()) return false;
+    const char16_t letter = accessKey.front();
+    return (letter >= u'A' && letter <= u'Z') || (letter >= u'0' && letter <= u'9');
+}
+
 /// A flag that is set while the scope lasts.
 class ScopedFlag {
 public:
@@ -64,7 +84,10 @@ private:
 }  // namespace
 
 KWOPicBtn::KWOPicBtn(component::Component& component)
-    : mComponent(component), mBox(component.platform), mDrawing(mBox, component.platform.drawing) {
+    : mComponent(component),
+      mBox(component.platform),
+      mDrawing(mBox, component.platform.drawing),
+      mAnnotation(component) {
     mComponent.SetProgramName();
     // All buttons share one pair of factors; each new button reads them again.
     mComponent.buttonTwips = platform::TwipsPerPixel::Of(component.platform.screen);
@@ -72,15 +95,21 @@ KWOPicBtn::KWOPicBtn(component::Component& component)
 
 void KWOPicBtn::Create(const HostObjectRef& pictureBox, TextView caption) {
     // Intended: there is no result, not even for success.
-    Trapped(u"KWOPicBtn.Create", [&] { Open(pictureBox, caption); });
+    Trapped(u"KWOPicBtn.Create", [&] {
+        if (!IsPictureBox(pictureBox)) return;
+        mAnnotation.Release();
+        Open(pictureBox, caption);
+    });
 }
 
 void KWOPicBtn::Open(const HostObjectRef& pictureBox, TextView caption) {
-    if (!IsPictureBox(pictureBox)) return;
     mBox.Assign(pictureBox);
     mForm = ObjectProperty(*pictureBox, u"Parent");
     SetCaption(caption);
-    mDrawing.Measure();
+    const Handle window = mDrawing.Measure();
+    // The host may have given this object another box meanwhile.
+    if (mBox.Object() == pictureBox) mAnnotation.Take(window, Role::PushButton);
+    TellCaption();
     DrawButton(false, false);
 }
 
@@ -89,13 +118,45 @@ void KWOPicBtn::SetCaption(TextView caption) {
     mAccessKey.clear();
     const Text trimmed = frame::Trim(caption);
     const std::size_t marker = trimmed.find(u'&');
-    if (marker == Text::npos || marker + 1 == trimmed.size()) return;
-    // Intended: the position comes from the trimmed text, the letter from the untrimmed one.
-    mAccessKey = mComponent.platform.conversions.ToUpper(mCaption[marker + 1]);
+    if (marker != Text::npos && marker + 1 != trimmed.size()) {
+        // Intended: the position comes from the trimmed text, the letter from the untrimmed one.
+        mAccessKey = mComponent.platform.conversions.ToUpper(mCaption[marker + 1]);
+    }
+    TellCaption();
 }
 
 void KWOPicBtn::DrawButton(bool pressed, bool framed) {
     Trapped(u"KWOPicBtn.DrawButton", [&] { mDrawing.Button(mCaption, pressed, framed); });
+    mDrawnPressed = pressed;
+    TellState();
+}
+
+void KWOPicBtn::AnnotateNewBox(const HostObjectRef& before) {
+    const HostObjectRef box = mBox.Object();
+    if (box != nullptr && box->IsSameAs(platform::Required(before))) return;
+    const Handle window = mAnnotation.WindowOf(box);
+    // The host may have given this object yet another box meanwhile.
+    if (mBox.Object() != box) return;
+    mAnnotation.Take(window, Role::PushButton);
+    TellCaption();
+}
+
+void KWOPicBtn::TellCaption() {
+    mAnnotation.Tell([&](Spoken& spoken) {
+        spoken.name = WithoutMarks(mCaption);
+        spoken.shortcut = IsKey(mAccessKey) ? u"Alt+" + mAccessKey : Text();
+        spoken.action = mComponent.messages.TextOrBuiltIn(kPress, u"Press");
+        spoken.state = SpokenState();
+    });
+}
+
+void KWOPicBtn::TellState() {
+    mAnnotation.Tell([&](Spoken& spoken) { spoken.state = SpokenState(); });
+}
+
+std::int32_t KWOPicBtn::SpokenState() const {
+    const bool hasFocus = mFocusWindow != 0 && mFocusWindow == mAnnotation.Window();
+    return (mDrawnPressed ? Spoken::kPressed : 0) + (hasFocus ? Spoken::kFocused : 0);
 }
 
 bool KWOPicBtn::IsInside(float x, float y) const {
@@ -161,11 +222,13 @@ void KWOPicBtn::Release(float x, float y, Text& step) {
 }
 
 void KWOPicBtn::NotifyClick() {
-    platform::Argument arguments[] = {{mBox.Object()}};
+    const HostObjectRef before = mBox.Object();
+    platform::Argument arguments[] = {{before}};
     platform::Required(mForm).Notify(u"OnButtonClick", arguments);
     auto* const box = std::get_if<HostObjectRef>(&arguments[0].value);
     if (box == nullptr) platform::RaiseRuntime(platform::RuntimeError::ObjectRequired);
     mBox.Assign(*box);
+    AnnotateNewBox(before);
 }
 
 Text KWOPicBtn::StepText(std::int32_t message) {
@@ -185,15 +248,28 @@ void KWOPicBtn::DblClick() {
 }
 
 void KWOPicBtn::GotFocus() {
-    Trapped(u"KWOPicBtn.GotFocus", [&] { mDrawing.Frame(); });
+    Trapped(u"KWOPicBtn.GotFocus", [&] {
+        mFocusWindow = mAnnotation.Window();
+        TellState();
+        mDrawing.Frame();
+    });
 }
 
 void KWOPicBtn::LostFocus() {
-    Trapped(u"KWOPicBtn.LostFocus", [&] { DrawButton(false, false); });
+    Trapped(u"KWOPicBtn.LostFocus", [&] {
+        mFocusWindow = 0;
+        mDrawnPressed = false;
+        TellState();
+        DrawButton(false, false);
+    });
 }
 
 void KWOPicBtn::Resize() {
-    Trapped(u"KWOPicBtn.Resize", [&] { Open(HostObjectRef(mBox.Object()), Text(mCaption)); });
+    Trapped(u"KWOPicBtn.Resize", [&] {
+        const HostObjectRef box = mBox.Object();
+        const Text caption = mCaption;
+        if (IsPictureBox(box)) Open(box, caption);
+    });
 }
 
 void KWOPicBtn::KeyDown(std::int16_t& keyCode) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "component/component.h"
+#include "controls/annotation.h"
 #include "controls/pic_btn_drawing.h"
 #include "controls/picture_box.h"
 
@@ -16,6 +17,8 @@ namespace kwo::controls {
 ///     button.Create(box, u"&Save");
 ///     button.MouseDown(1, xTwips, yTwips);
 ///     button.MouseUp(xTwips, yTwips);     // calls form.OnButtonClick(box)
+///
+/// Screen readers are told its caption, access key and state as long as it has the box.
 ///
 /// Members raise what the host raises, with their own name as the source; KeyDown and Form_KeyDown pass it on as it
 /// is. Before Create most of them raise NoObjectSet. A call into the host may call any member again.
@@ -78,7 +81,14 @@ public:
     void Resize();
 
 private:
+    /// Takes a picture box that is one.
     void Open(const HostObjectRef& pictureBox, TextView caption);
+    /// Annotates the box that a click has put in the place of `before`, if it is another one.
+    void AnnotateNewBox(const HostObjectRef& before);
+    /// Tells screen readers everything, or the state alone.
+    void TellCaption();
+    void TellState();
+    std::int32_t SpokenState() const;
     void DrawButton(bool pressed, bool framed);
     bool IsInside(float x, float y) const;
     /// The steps of MouseUp. `step` becomes the name of the step that is about to run.
@@ -98,6 +108,10 @@ private:
     Text mCaption;
     /// One capital letter or nothing.
     Text mAccessKey;
+    /// Whether the picture was drawn pressed last.
+    bool mDrawnPressed = false;
+    /// The window that has the focus, as far as the events tell; 0 for none.
+    Handle mFocusWindow = 0;
     /// What the picture shows.
     bool mShownPressed = false;
     /// A press on the button was not released yet.
@@ -110,6 +124,7 @@ private:
     bool mKeyClickRuns = false;
     /// The procedure of the last click runs.
     bool mNotifying = false;
+    Annotation mAnnotation;
 };
 
 }  // namespace kwo::controls

@@ -55,10 +55,12 @@ void PicBtnDrawing::SetMultiLine(bool multiLine) {
     mFormat = multiLine ? mFormat | kWordBreak : mFormat & ~kWordBreak;
 }
 
-void PicBtnDrawing::Measure() {
+Handle PicBtnDrawing::Measure() {
     constexpr std::int32_t kEdge = 2;
-    mDrawing.ClientRect(mBox.Window(), mClientArea);
+    const Handle window = mBox.Window();
+    mDrawing.ClientRect(window, mClientArea);
     mTextArea = Inset(mClientArea, kEdge);
+    return window;
 }
 
 void PicBtnDrawing::Button(const Text& caption, bool pressed, bool framed) const {

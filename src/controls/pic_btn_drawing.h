@@ -28,8 +28,9 @@ public:
     void SetMultiLine(bool multiLine);
 
     /// Takes the size of the box's window.
+    /// Returns that window.
     /// Raises Overflow for a size that does not fit 32 bits. If the window is gone, the size stays as it was.
-    void Measure();
+    Handle Measure();
     /// Whether a point, in pixels of the box, is on the button. False before Measure.
     bool Contains(platform::Point point) const { return mClientArea.Contains(point); }
 

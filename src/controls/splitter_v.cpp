@@ -1,9 +1,11 @@
 #include "controls/splitter_v.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "controls/mouse_button.h"
+#include "frame/text_routines.h"
 #include "platform/component_error.h"
 #include "platform/host_errors.h"
 #include "platform/screen_drawing.h"
@@ -77,7 +79,7 @@ private:
 };
 
 KWOSplitterV::KWOSplitterV(component::Component& component)
-    : mComponent(component), mTwips(TwipsPerPixel::Of(component.platform.screen)) {
+    : mComponent(component), mTwips(TwipsPerPixel::Of(component.platform.screen)), mAnnotation(component) {
     mComponent.SetProgramName();
 }
 
@@ -92,6 +94,7 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
         Open(left, right, splitter, options);
         mCreated = true;
         Resize();
+        Annotate();
     } catch (const ComponentError& error) {
         Forget();
         mComponent.error.KWO_SaveError(error, {.source = u"KWOSplitterV.Create", .replace = true});
@@ -107,6 +110,7 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
 void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
                         const Options& options) {
     platform::Conversions& conversions = mComponent.platform.conversions;
+    mAnnotation.Release();
     mLeftPane = left;
     mRightPane = right;
     mSplitter = splitter;
@@ -144,6 +148,7 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
 /// would never end then.
 void KWOSplitterV::Forget() {
     mCreated = false;
+    mAnnotation.Release();
     // A release may call back, so all are taken out before one is released.
     const HostObjectRef released[] = {std::exchange(mLeftPane, nullptr), std::exchange(mRightPane, nullptr),
                                       std::exchange(mSplitter, nullptr), std::exchange(mContainer, nullptr),
@@ -166,9 +171,31 @@ void KWOSplitterV::Resize() {
              Single(mContainer, u"ScaleHeight") - mTopMargin - mBottomMargin);
     });
     Try([&] {
-        const float edge = Single(mSplitter, u"Left") + Single(mSplitter, u"Width");
-        Move(mRightPane, edge, mTopMargin, Single(mContainer, u"ScaleWidth") - edge - mLeftMargin - mRightMargin,
-             Single(mLeftPane, u"Height"));
+        const float place = Single(mSplitter, u"Left");
+        const float edge = place + Single(mSplitter, u"Width");
+        const float room = Single(mContainer, u"ScaleWidth") - edge - mLeftMargin - mRightMargin;
+        // The limits of a drag, see Clamped: room is what is left of the way.
+        mPlace = (place - mLeftMargin) / (place - mLeftMargin + room);
+        Move(mRightPane, edge, mTopMargin, room, Single(mLeftPane, u"Height"));
+    });
+    TellPlace();
+}
+
+void KWOSplitterV::Annotate() {
+    const HostObjectRef bar = mSplitter;
+    const Handle window = mAnnotation.WindowOf(bar);
+    // The host may have called Create again meanwhile; that call counts.
+    if (!mCreated || mSplitter != bar) return;
+    mAnnotation.Take(window, Role::Separator);
+    TellPlace();
+}
+
+void KWOSplitterV::TellPlace() {
+    mAnnotation.Tell([&](Spoken& spoken) {
+        constexpr float kWhole = 100;
+        // Sizes of a host may be anything: a place that is not a number counts as the beginning.
+        const float percent = mPlace > 0 ? std::min(mPlace * kWhole, kWhole) : 0;
+        spoken.value = frame::Decimal(std::lround(percent)) + u"%";
     });
 }
 

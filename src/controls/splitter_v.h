@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "component/component.h"
+#include "controls/annotation.h"
 #include "controls/picture_box.h"
 #include "platform/twips.h"
 
@@ -17,6 +18,8 @@ using platform::TwipsPerPixel;
 ///     KWOSplitterV splitter(component);
 ///     splitter.Create(leftPane, rightPane, bar, {});
 ///     splitter.MouseDown(1, x);           // then MouseMove, MouseUp
+///
+/// Screen readers are told how far the bar is, in percent of the way between its limits.
 ///
 /// Before Create has succeeded, nothing happens. Members raise what the host raises. Places and sizes are in the units
 /// of the bar's container; it should be twips.
@@ -89,6 +92,10 @@ private:
     float UnitsPerPixel(TextView conversion) const;
     /// The nearest position that the bar may have.
     float Clamped(float position) const;
+    /// Annotates the window of the bar, if it has one.
+    void Annotate();
+    /// Tells screen readers where the bar is.
+    void TellPlace();
 
     component::Component& mComponent;
     TwipsPerPixel mTwips;
@@ -110,6 +117,9 @@ private:
     float mUnitsPerPixelX = 0;
     bool mDragging = false;
     bool mCreated = false;
+    /// How far the bar was at the last Resize, from 0 to 1.
+    float mPlace = 0;
+    Annotation mAnnotation;
 };
 
 }  // namespace kwo::controls

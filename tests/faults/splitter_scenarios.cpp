@@ -12,6 +12,8 @@ using controls::KWOSplitterV;
 
 /// Two panes and a bar on a form, one of the panes in another container.
 struct SplitterStage : Stage {
+    static constexpr std::int32_t kBar = 700;
+
     SplitterStage() {
         for (const auto& container : {form, frame}) {
             container->SetProperty(u"hWnd", std::int32_t{container == form ? 900 : 901});
@@ -122,6 +124,9 @@ std::vector<Scenario> SplitterScenarios() {
         {"Form.*", Either(IsShownInABox(), Unnoticed()), IsOutOfMemory("no splitter")},
         {"VariantChangeType", Either(IsShownInABox(), Unnoticed()), IsOutOfMemory("no splitter")},
     };
+    std::vector<Rule> spoken = creation;
+    for (const char* call : {"SetHwndProp*", "ClearHwndProps", "CoCreateInstance"})
+        spoken.insert(spoken.begin(), {call, Unnoticed(), Unnoticed()});
     return {
         {"ASplitterIsCreated",
          {"KWOSplitterV.Create"},
@@ -138,6 +143,17 @@ std::vector<Scenario> SplitterScenarios() {
          On<SplitterStage>([](SplitterStage& stage) { return stage.Create(); }),
          creation,
          IsOutOfMemory("no splitter")},
+        {"AReaderIsToldOfASplitter",
+         {"KWOSplitterV.Create"},
+         Prepared<SplitterStage>([](SplitterStage& stage) { stage.probes = true; }),
+         On<SplitterStage>([](SplitterStage& stage) {
+             stage.desktop.accessibility.Install();
+             stage.desktop.windows.windows[SplitterStage::kBar] = {u"Bar"};
+             stage.bar->SetProperty(u"hWnd", SplitterStage::kBar);
+             return stage.Create();
+         }),
+         spoken,
+         Either(IsOutOfMemory("no splitter"), Unnoticed())},
         {"MarginsAreSet",
          {"KWOSplitterV.get LeftMargin", "KWOSplitterV.let LeftMargin", "KWOSplitterV.get TopMargin",
           "KWOSplitterV.let TopMargin", "KWOSplitterV.get RightMargin", "KWOSplitterV.let RightMargin",
