@@ -24,7 +24,7 @@ Sub CheckRun(name, arguments, code, text)
     End If
 End Sub
 
-CheckRun "no script", "", 2, "usage: kwohost script"
+CheckRun "no script", "", 2, "usage: kwohost [--read] script"
 CheckRun "missing file", "broken\no_such_file.vbs", 2, "kwohost: cannot read the script broken\no_such_file.vbs: "
 CheckRun "other extension", "broken\script.txt", 2, "the name of a script ends in .vbs or .js"
 CheckRun "folder", "broken", 2, "the name of a script ends in .vbs or .js"
