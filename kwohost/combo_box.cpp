@@ -42,7 +42,7 @@ ComboBox::ComboBox(ScriptHost& host, Form& form, std::wstring name)
 }
 
 SystemControl::Shape ComboBox::WantedShape() const {
-    constexpr DWORD kStyles[] = {CBS_DROPDOWN, CBS_SIMPLE, CBS_DROPDOWNLIST};
+    constexpr DWORD kStyles[] = {CBS_DROPDOWN, CBS_SIMPLE | CBS_NOINTEGRALHEIGHT, CBS_DROPDOWNLIST};
     return {L"COMBOBOX", kStyles[mStyle] | CBS_AUTOHSCROLL | WS_VSCROLL, 0};
 }
 

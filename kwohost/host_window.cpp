@@ -281,6 +281,8 @@ LRESULT HostWindow::Default(UINT message, WPARAM first, LPARAM second) {
     if (!mWindow) return 0;
     if (!mSystemProcedure) return DefWindowProcW(mWindow, message, first, second);
     const auto run = [&] { return CallWindowProcW(mSystemProcedure, mWindow, message, first, second); };
+    // While the user holds a scroll bar, a message loop of the system runs: events go on, as everything else does.
+    if (message == WM_NCLBUTTONDOWN || message == WM_SYSCOMMAND) return run();
     const ComPtr<Form> form = OwnerForm();
     return form->Events().Inside(run);
 }
