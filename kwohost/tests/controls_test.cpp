@@ -13,8 +13,9 @@ namespace {
 class ControlsTest : public ScriptTest {
 protected:
     int RunOnForm(const std::wstring& script) {
-        return Run(L"Set frm = Host.CreateForm(\"frm\")\r\nfrm.Move 0, 0, 6000, 4500\r\nfrm.Show\r\nHost.DoEvents\r\n" +
-                   script);
+        return Run(
+            L"Set frm = Host.CreateForm(\"frm\")\r\nfrm.Move 0, 0, 6000, 4500\r\nfrm.Show\r\nWScript.Sleep 100\r\n" +
+            script);
     }
     /// The only child of that class of the system.
     static HWND Child(const wchar_t* className) {
