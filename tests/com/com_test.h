@@ -21,6 +21,9 @@ using com_support::As;
 using com_support::Bstr;
 using com_support::ComPtr;
 
+/// Error 13 as automation clients get it.
+constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
+
 /// A VARIANT that clears itself, as an argument that a test writes down. Its bytes are 0 where nothing is.
 class Var : public com_support::OwnedVariant {
 public:

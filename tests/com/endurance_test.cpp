@@ -29,7 +29,7 @@ void RaiseAndForget(IDispatch* object, const wchar_t* member, const std::vector<
     SetErrorInfo(0, nullptr);
 }
 
-Subject Timer() {
+Subject TimerSubject() {
     return {DllPath(), ClassIdIn(DllPath(), L"KWOTimer"), [](IDispatch* timer) {
                 EXPECT_EQ(Hex(Call(timer, L"AddRelativeAlarm", {60'000, 1}).status), Hex(S_OK));
                 EXPECT_EQ(Hex(Call(timer, L"CancelTimers").status), Hex(S_OK));
@@ -37,7 +37,7 @@ Subject Timer() {
             }};
 }
 
-Subject Companion() {
+Subject CompanionSubject() {
     const std::wstring path = DistFolder() + L"\\KWOInit.dll";
     return {path, ClassIdIn(path, L"KWOInitialize"), [](IDispatch* object) {
                 LONG language = 0;
@@ -49,7 +49,7 @@ Subject Companion() {
             }};
 }
 
-Subject Dictionary() {
+Subject DictionarySubject() {
     CLSID id = {};
     EXPECT_EQ(Hex(CLSIDFromProgID(L"Scripting.Dictionary", &id)), Hex(S_OK));
     return {L"scrrun.dll", id, [](IDispatch* object) {
@@ -135,14 +135,14 @@ protected:
     template <class Round>
     static void ExpectNothingLost(const Subject& subject, Round round) {
         const int rounds = Rounds();
-        const Subject known = Dictionary();
+        const Subject known = DictionarySubject();
         const Resources reference = Growth(rounds, [&] { round(known); });
         const Resources growth = Growth(rounds, [&] { round(subject); });
         ExpectNoMoreThan(reference, growth, rounds);
     }
     static void ExpectNothingLostByThreads(const Subject& subject) {
         const HMODULE module = LoadLibraryW(subject.path.c_str());
-        const HMODULE known = LoadLibraryW(Dictionary().path.c_str());
+        const HMODULE known = LoadLibraryW(DictionarySubject().path.c_str());
         ExpectNothingLost(subject,
                           [&](const Subject& one) { UseOnAThread(one.path == subject.path ? module : known, one); });
         FreeLibrary(known);
@@ -151,27 +151,27 @@ protected:
 };
 
 TEST_F(Endurance, LoadingAndUnloadingTheComponentLosesNothing) {
-    ExpectNothingLost(Timer(), LoadAndUse);
+    ExpectNothingLost(TimerSubject(), LoadAndUse);
 }
 
 TEST_F(Endurance, LoadingAndUnloadingTheCompanionLosesNothing) {
-    ExpectNothingLost(Companion(), LoadAndUse);
+    ExpectNothingLost(CompanionSubject(), LoadAndUse);
 }
 
 TEST_F(Endurance, ThreadsThatLoadAndUnloadTheComponentLoseNothing) {
-    ExpectNothingLost(Timer(), LoadAndUseOnAThread);
+    ExpectNothingLost(TimerSubject(), LoadAndUseOnAThread);
 }
 
 TEST_F(Endurance, ThreadsThatLoadAndUnloadTheCompanionLoseNothing) {
-    ExpectNothingLost(Companion(), LoadAndUseOnAThread);
+    ExpectNothingLost(CompanionSubject(), LoadAndUseOnAThread);
 }
 
 TEST_F(Endurance, ThreadsThatUseATimerLoseNothing) {
-    ExpectNothingLostByThreads(Timer());
+    ExpectNothingLostByThreads(TimerSubject());
 }
 
 TEST_F(Endurance, ThreadsThatUseTheCompanionLoseNothing) {
-    ExpectNothingLostByThreads(Companion());
+    ExpectNothingLostByThreads(CompanionSubject());
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 namespace kwo::com_test {
 namespace {
 
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
 constexpr HRESULT kOverflow = static_cast<HRESULT>(0x800A0006);
 
 /// Callback objects that are called by the name of their member.
@@ -109,55 +108,55 @@ TEST_F(TimerLateCallbacks, TimerMayBeReplacedInTheListenersVariable) {
 }
 
 TEST_F(TimerLateCallbacks, AnswersOfOtherKindsAreConverted) {
-    struct Row {
+    struct Answer {
         Var tag;
         Var date;
         LONG expectedTag;
         double expectedDate;
     };
-    const Row rows[] = {
+    const Answer answers[] = {
         {Var(L"12"), Var(2.5), 12, 2.5}, {Var(7.5), Var(3), 8, 3.0}, {Var(short{-4}), Var(L"1/2/1900"), -4, 3.0},
         {Var(true), Var(), -1, 0.0},     {Var(), Var(5LL), 0, 5.0},
     };
     Sink& listener = NewListener(L"Alarm");
-    for (const Row& row : rows) {
-        listener.onInvoke = [&row](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
-            Write(arguments.rgvarg[1], row.tag);
-            Write(arguments.rgvarg[0], row.date);
+    for (const Answer& answer : answers) {
+        listener.onInvoke = [&answer](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+            Write(arguments.rgvarg[1], answer.tag);
+            Write(arguments.rgvarg[0], answer.date);
             return S_OK;
         };
         const Forced forced = ForceAlarm();
-        EXPECT_EQ(Hex(forced.outcome.status), Hex(S_OK)) << &row - rows;
-        EXPECT_EQ(forced.tag, row.expectedTag) << &row - rows;
-        EXPECT_EQ(forced.date, row.expectedDate) << &row - rows;
+        EXPECT_EQ(Hex(forced.outcome.status), Hex(S_OK)) << &answer - answers;
+        EXPECT_EQ(forced.tag, answer.expectedTag) << &answer - answers;
+        EXPECT_EQ(forced.date, answer.expectedDate) << &answer - answers;
     }
 }
 
 TEST_F(TimerLateCallbacks, AnswersThatCannotBeConvertedAreErrors) {
-    struct Row {
+    struct Answer {
         Var tag;
         Var date;
         HRESULT expected;
     };
     Sink& listener = NewListener(L"Alarm");
-    const Row rows[] = {
+    const Answer answers[] = {
         {Var(L"twelve"), Var(), kTypeMismatch},
         {Var(1e100), Var(), kOverflow},
         {Var(1), Var(L"never"), kTypeMismatch},
         {Var(1), Var(static_cast<IDispatch*>(&listener)), kTypeMismatch},
     };
-    for (const Row& row : rows) {
-        listener.onInvoke = [&row](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+    for (const Answer& answer : answers) {
+        listener.onInvoke = [&answer](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
             if (arguments.cArgs != 3) return DISP_E_MEMBERNOTFOUND;
-            Write(arguments.rgvarg[1], row.tag);
-            Write(arguments.rgvarg[0], row.date);
+            Write(arguments.rgvarg[1], answer.tag);
+            Write(arguments.rgvarg[0], answer.date);
             return S_OK;
         };
         const Forced forced = ForceAlarm();
-        EXPECT_EQ(Hex(forced.outcome.status), Hex(DISP_E_EXCEPTION)) << &row - rows;
-        EXPECT_EQ(Hex(forced.outcome.scode), Hex(row.expected)) << &row - rows;
-        EXPECT_EQ(forced.tag, 3) << &row - rows;
-        EXPECT_EQ(forced.date, 0) << &row - rows;
+        EXPECT_EQ(Hex(forced.outcome.status), Hex(DISP_E_EXCEPTION)) << &answer - answers;
+        EXPECT_EQ(Hex(forced.outcome.scode), Hex(answer.expected)) << &answer - answers;
+        EXPECT_EQ(forced.tag, 3) << &answer - answers;
+        EXPECT_EQ(forced.date, 0) << &answer - answers;
     }
 }
 

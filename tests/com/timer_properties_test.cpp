@@ -7,8 +7,6 @@
 namespace kwo::com_test {
 namespace {
 
-constexpr LONG kTypeMismatch = static_cast<LONG>(0x800A000D);
-
 class TimerProperties : public TimerClient {};
 
 TEST_F(TimerProperties, ItemIsEmptyAtFirst) {

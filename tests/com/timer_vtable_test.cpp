@@ -7,8 +7,6 @@
 namespace kwo::com_test {
 namespace {
 
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
-
 /// The timer as a compiled client holds it.
 class TimerVtable : public TimerClient {
 protected:

@@ -34,7 +34,6 @@ struct UtilitySlots : IDispatch {
 namespace {
 
 constexpr HRESULT kOverflow = static_cast<HRESULT>(0x800A0006);
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
 
 class UtilityClass : public ::testing::Test {
 protected:

@@ -6,6 +6,9 @@
 
 namespace kwo::test_support {
 
+/// What is raised for a value of a wrong type.
+constexpr std::int32_t kMismatch = 13;
+
 /// The error that `body` raises; its number is 0 if it raises none.
 template <class Body>
 platform::ComponentError Raised(Body&& body) {

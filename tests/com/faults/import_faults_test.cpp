@@ -24,14 +24,13 @@ void ReplaceWhatTheUserWouldSee(windows_calls::WindowsCalls& calls);
 
 namespace {
 
-using windows_calls::Function;
 using windows_calls::WindowsCalls;
 
 enum class Repeat { Once, FromThenOn };
 
 /// Which call fails, and whether the object is also released while it does.
 struct Fault {
-    const Function* function = nullptr;
+    const windows_calls::Function* function = nullptr;
     long which = 0;
     Repeat repeat = Repeat::Once;
     bool untilReleased = false;
@@ -53,7 +52,7 @@ struct Result {
     long automationBlocks = 0;
     ULONG references = 0;
     HRESULT canUnload = S_OK;
-    std::map<const Function*, long> calls;
+    std::map<const windows_calls::Function*, long> calls;
 };
 
 /// Ends the program when a round takes too long, and says which round that was.
@@ -166,7 +165,7 @@ private:
             result.happened = mCalls->StopFailing();
             SetErrorInfo(0, nullptr);
             result.during = stage.TakeAnswers();
-            for (const Function* const function : windows_calls::AllFunctions())
+            for (const windows_calls::Function* const function : windows_calls::AllFunctions())
                 result.calls[function] = function->calls;
             result.isSameObject = stage.HasObject();
             scenario->Run(stage);
@@ -197,7 +196,7 @@ bool AllFaults() {
 }
 
 /// The calls that are to fail: all, or in the short version the first one, the last one and some between.
-std::vector<long> Chosen(const Function& function, long calls) {
+std::vector<long> Chosen(const windows_calls::Function& function, long calls) {
     const long most = std::string_view(function.name) == "malloc" ? 6 : 2;
     const long step = AllFaults() || calls <= most ? 1 : (calls + most - 2) / (most - 1);
     std::vector<long> chosen;
@@ -208,9 +207,9 @@ std::vector<long> Chosen(const Function& function, long calls) {
 }
 
 /// What a caller may be told when calls of these functions fail.
-bool IsDocumented(const Function& function, HRESULT status);
+bool IsDocumented(const windows_calls::Function& function, HRESULT status);
 /// Whether they fail for want of memory.
-bool TakesMemory(const Function& function);
+bool TakesMemory(const windows_calls::Function& function);
 
 class ImportFaults : public ::testing::TestWithParam<NamedScenario> {
 protected:
@@ -295,7 +294,7 @@ constexpr Documented kDocumented[] = {
     {"SafeArrayGetVartype", DISP_E_TYPEMISMATCH},
 };
 
-bool IsDocumented(const Function& function, HRESULT status) {
+bool IsDocumented(const windows_calls::Function& function, HRESULT status) {
     // The second is what a control says whose Create has failed.
     if (status == E_OUTOFMEMORY || status == kNoObjectSet) return true;
     return std::ranges::any_of(kDocumented, [&](const Documented& one) {
@@ -303,7 +302,7 @@ bool IsDocumented(const Function& function, HRESULT status) {
     });
 }
 
-bool TakesMemory(const Function& function) {
+bool TakesMemory(const windows_calls::Function& function) {
     static const std::set<std::string_view> names = {
         "malloc",         "calloc",          "SysAllocStringLen",   "SafeArrayCreate",    "SafeArrayPutElement",
         "VariantCopy",    "VariantCopyInd",  "VariantChangeTypeEx", "VarFormat",          "SafeArrayGetElement",
@@ -328,7 +327,7 @@ TEST_P(ImportFaults, LeaveNothingBehindAndAreTold) {
     const long handles = HandlesInUse();
 
     long functions = 0;
-    for (const Function* const function : windows_calls::AllFunctions()) {
+    for (const windows_calls::Function* const function : windows_calls::AllFunctions()) {
         const long calls = reference.calls.at(function);
         if (calls == 0 || !function->canFail) continue;
         ++functions;

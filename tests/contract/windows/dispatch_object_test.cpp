@@ -13,9 +13,8 @@ namespace kwo::platform::windows {
 namespace {
 
 using com_support::OwnedVariant;
+using test_support::kMismatch;
 using test_support::Raised;
-
-constexpr std::int32_t kMismatch = 13;
 
 constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;

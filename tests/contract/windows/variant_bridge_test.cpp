@@ -11,9 +11,8 @@ namespace kwo::platform::windows {
 namespace {
 
 using com_support::OwnedVariant;
+using test_support::kMismatch;
 using test_support::Raised;
-
-constexpr std::int32_t kMismatch = 13;
 
 VARIANT Tagged(VARTYPE type) {
     VARIANT value = {};
@@ -60,12 +59,12 @@ const VARIANT& ForeignOf(const Variant& value) {
     return dynamic_cast<const WindowsForeignValue&>(*std::get<ForeignRef>(value)).Get();
 }
 
-struct Row {
+struct PlainValue {
     VARIANT outside;
     Variant inside;
 };
 
-std::vector<Row> PlainValues() {
+std::vector<PlainValue> PlainValues() {
     return {{WithBits(VT_I2, 0), std::int16_t{0}},
             {WithBits(VT_I2, 0x7FFF), std::int16_t{32767}},
             {WithBits(VT_I2, 0x8000), std::int16_t{-32768}},
@@ -87,7 +86,7 @@ std::vector<Row> PlainValues() {
 }
 
 TEST(VariantBridgeTest, PlainValuesByValueAndByReference) {
-    for (Row& row : PlainValues()) {
+    for (PlainValue& row : PlainValues()) {
         VARIANT reference = ReferenceTo(row.outside);
         VARIANT variantReference = ReferenceToVariant(row.outside);
         VARIANT nested = ReferenceToVariant(reference);
@@ -102,7 +101,7 @@ TEST(VariantBridgeTest, PlainValuesByValueAndByReference) {
 }
 
 TEST(VariantBridgeTest, PlainValuesGoBackAsTheyCame) {
-    for (const Row& row : PlainValues()) {
+    for (const PlainValue& row : PlainValues()) {
         const OwnedVariant back = OwnedVariant::Adopt(ToVariant(row.inside));
 
         ASSERT_EQ(back.vt, row.outside.vt);

@@ -15,10 +15,10 @@ namespace kwo::platform::windows {
 namespace {
 
 using com_support::OwnedVariant;
+using test_support::kMismatch;
 using test_support::Raised;
 
 constexpr std::int32_t kOverflow = 6;
-constexpr std::int32_t kMismatch = 13;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const double kNotANumber = std::nan("");
