@@ -240,7 +240,7 @@ void Form::Preview(HostWindow& window, const wchar_t* event, SHORT& code, SHORT&
 void Form::OnFocus(HostWindow& window, bool hasIt) {
     if (&window == this) {
         // The form itself has the focus only while it has nothing to give it to.
-        if (hasIt) mNavigator.FocusFirst();
+        if (hasIt && !RestoreFocus()) mNavigator.FocusFirst();
         return;
     }
     if (hasIt) mLastFocus = &window;
@@ -248,9 +248,12 @@ void Form::OnFocus(HostWindow& window, bool hasIt) {
     mForms.events.Fire(window, hasIt ? L"GotFocus" : L"LostFocus");
 }
 
-void Form::RestoreFocus() {
-    if (mLastFocus && mLastFocus->IsThere() && IsChild(Window(), mLastFocus->Window()))
-        ::SetFocus(mLastFocus->Window());
+bool Form::RestoreFocus() {
+    if (!mLastFocus || !mLastFocus->IsThere()) return false;
+    const HWND last = mLastFocus->Window();
+    if (!IsChild(Window(), last) || !IsWindowVisible(last) || !IsWindowEnabled(last)) return false;
+    ::SetFocus(last);
+    return true;
 }
 
 DISPID Form::IdOfOther(std::wstring_view name) {

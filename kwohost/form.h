@@ -90,8 +90,8 @@ private:
     bool CloseChildren();
     /// False if the script's Unload sets Cancel, and inside this Unload.
     bool MayClose();
-    /// Gives the focus back to the control that had it last.
-    void RestoreFocus();
+    /// Gives the focus back to the control that had it last. False if there is none that can have it.
+    bool RestoreFocus();
     /// Raises Activate if this MDI child has become the active one.
     void NoteActivity();
     /// Puts a plain form in front of other windows, as far as the system lets it; an MDI child becomes the active one.

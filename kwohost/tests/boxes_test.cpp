@@ -96,6 +96,18 @@ TEST_F(BoxesTest, BoxWithoutAVisibleFormHasNoOwnerAndTheScriptsName) {
     EXPECT_EQ(notes, Notes({L"events.vbs"}));
 }
 
+TEST_F(BoxesTest, FocusReturnsToTheControlThatHadIt) {
+    WhenABoxOpens([](HWND) { Press(VK_RETURN); });
+
+    RunWithForms(
+        L"Set txtA = two.AddControl(\"TextBox\", \"txtA\")\r\n"
+        L"Set txtB = two.AddControl(\"TextBox\", \"txtB\")\r\n"
+        L"Sub txtA_GotFocus\r\nSource.Note \"txtA\"\r\nEnd Sub\r\n"
+        L"txtB.SetFocus\r\nMsgBox \"x\"\r\nSource.Note two.ActiveControl.Name");
+
+    EXPECT_EQ(notes, Notes({L"txtB"}));
+}
+
 TEST_F(BoxesTest, KeysChooseAButton) {
     WhenABoxOpens([](HWND) {
         Press(VK_RIGHT);
