@@ -1,5 +1,6 @@
 #include "font.h"
 
+#include <numeric>
 #include <utility>
 
 #include "units.h"
@@ -81,7 +82,10 @@ void Font::WhenChanged(std::function<void()> changed) {
 void Font::CountInTwips() {
     constexpr LONG kTwipsPerInch = 1440;
     constexpr LONG kHimetricPerInch = 2540;
-    Check(mFont->SetRatio(kTwipsPerInch, kHimetricPerInch * static_cast<LONG>(TwipsPerPixel(Axis::Y))));
+    const auto twips = static_cast<LONG>(TwipsPerPixel(Axis::Y));
+    const LONG common = std::gcd(kTwipsPerInch, twips);
+    // In the lowest terms: Wine computes the size from the first number alone, as if the second were 2540.
+    Check(mFont->SetRatio(kTwipsPerInch / common, kHimetricPerInch * (twips / common)));
 }
 
 void Font::Listen() {

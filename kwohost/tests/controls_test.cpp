@@ -668,6 +668,15 @@ TEST_F(ControlsTest, ControlFollowsItsFontAndThatOfAnother) {
     EXPECT_EQ(heightOf(Child(L"BUTTON")), heightOf(Child(L"EDIT")));
 }
 
+TEST_F(ControlsTest, FontTellsItsSizeInPoints) {
+    // The system rounds to whole pixels.
+    RunOnForm(std::wstring(kTextBox) +
+              L"Source.Note Abs(txt.Font.Size - 8.25) < 1\r\n"
+              L"txt.Font.Name = \"Tahoma\"\r\ntxt.Font.Size = 14\r\nSource.Note Abs(txt.Font.Size - 14) < 1");
+
+    EXPECT_EQ(notes, Notes({L"True", L"True"}));
+}
+
 TEST_F(ControlsTest, ClosedFormsGiveBackTheirHandles) {
     const auto run = [this] {
         RunOnForm(std::wstring(kTextBox) + kListBox + kCheckBox + kButton +
