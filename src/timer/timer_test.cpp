@@ -512,7 +512,8 @@ protected:
             return companion;
         });
     }
-    /// A relative alarm that needs the date all the same, because its due time is 0. Today is too far off to be counted.
+    /// A relative alarm that needs the date all the same, because its due time is 0.
+    /// Today is too far off to be counted.
     void FailRelativeAlarm() {
         desktop.clock.SetNow({kNoDay});
         timer.AddRelativeAlarm(static_cast<std::int32_t>(-ElapsedMs()), 1);
