@@ -138,9 +138,10 @@ std::string TextOf(const DWORD* number) {
     return "->" + std::to_string(*number);
 }
 
+/// Handles have 32 bits that count; a program may extend them to 64 with zeros or with their sign.
 std::string TextOfHandle(const void* handle) {
     char text[24];
-    std::snprintf(text, sizeof text, "#%llx", static_cast<unsigned long long>(reinterpret_cast<UINT_PTR>(handle)));
+    std::snprintf(text, sizeof text, "#%lx", static_cast<unsigned long>(reinterpret_cast<UINT_PTR>(handle)));
     return text;
 }
 
