@@ -221,6 +221,17 @@ fence='```vbs'
 end='```'
 is 'an example with its script' "$(extracted "$mark" "$fence" 'one & "\two"' '' "$end")" $'run good.vbs\nexit 0'
 is 'the filled script' "$(<"$scratch/examples/good.vbs")" $'Prepare\none & "\\two"\n\nCheck'
+mkdir -p "$scratch/pages/parts"
+printf 'Count\nShow\n' >"$scratch/pages/parts/shared.vbs"
+printf "'@include shared.vbs\n'@example\nCheck\n" >"$scratch/pages/shares.vbs"
+shares='<!-- run by tests/pages/shares.vbs -->'
+is 'a script with a part of its own and one that others share' \
+    "$(extracted "$mark" "$fence" "$end" "$shares" "$fence" 'one' "$end")" $'run good.vbs\nrun shares.vbs\nexit 0'
+is 'the part in its place' "$(<"$scratch/examples/shares.vbs")" $'Count\nShow\none\nCheck'
+rm "$scratch/pages/parts/shared.vbs"
+is 'a part that is missing' "$(extracted "$mark" "$fence" "$end" "$shares" "$fence" "$end")" \
+    $'run good.vbs\nwrong: page.md:5: a part of tests/pages/shares.vbs is missing\nexit 1'
+rm "$scratch/pages/shares.vbs"
 is 'an example that is not run' "$(extracted "$mark" "$fence" "$end" '<!-- not run: why -->' "$fence" "$end")" \
     $'run good.vbs\nnot run: page.md:5: why\nexit 0'
 is 'an example without a line before it' "$(extracted "$mark" "$fence" "$end" '' "$fence" "$end")" \

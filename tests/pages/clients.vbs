@@ -1,14 +1,5 @@
 ' The VBScript example of docs/clients.md.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 
 '@example
 

@@ -1,14 +1,5 @@
 ' The second example of docs/forms.md: a form that was maximised, moved, maximised again and minimised.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 Set before = CreateObject("KWOUtil.KWORegistry")
 before.KWO_RegSetValue &H80000001, "Software\My Program", "State", "2"
 before.KWO_RegSetValue &H80000001, "Software\My Program", "Place", "1500 900 4500 3000"
@@ -20,11 +11,11 @@ Set frmMain = Host.CreateForm("frmMain")
 
 '@example
 
-WScript.Sleep 100
+Host.DoEvents
 Check "comes back maximised", frmMain.WindowState = 2
 Check "was never seen in another state:" & shown, InStr(shown, "0") = 0
 frmMain.WindowState = 0
-WScript.Sleep 100
+Host.DoEvents
 Check "has the stored place", frmMain.Left = 1500 And frmMain.Top = 900 And frmMain.Width = 4500 And frmMain.Height = 3000
 Function Stored
     Dim state, place
@@ -36,11 +27,11 @@ frmMain.Move 1800, 1200, 4800, 3300
 frmMain_Unload False
 Check "a normal form: " & Stored, Stored = "0 1800 1200 4800 3300"
 frmMain.WindowState = 2
-WScript.Sleep 100
+Host.DoEvents
 frmMain_Unload False
 Check "a maximised form: " & Stored, Stored = "2 1800 1200 4800 3300"
 frmMain.WindowState = 1
-WScript.Sleep 100
+Host.DoEvents
 frmMain.Close
 Check "a minimised form: " & Stored, Stored = "0 1800 1200 4800 3300"
 before.KWO_RegDeleteKey &H80000001, "Software\My Program"

@@ -1,14 +1,5 @@
 ' The example of docs/forms.md: in the middle of the screen, over another form, back in a stored place.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 0, 0, 6000, 4500
 Set frmAsk = Host.CreateForm("frmAsk")

@@ -1,15 +1,7 @@
 ' The form with controls of docs/kwohost.md: filled in and closed by the keyboard, from an alarm while it runs.
 ' expect-output: ^HELLO, BOB$
-Dim count, greeting
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
+Dim greeting
 Set clock = WScript.CreateObject("KWOUtil.KWOTimer", "clock")
 clock.AddRelativeAlarm 300, 1
 Sub clock_Alarm(sender, tag, newDateTime)

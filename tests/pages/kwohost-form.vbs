@@ -1,15 +1,6 @@
 ' The form of docs/kwohost.md: pressed and closed by an alarm while it runs.
 ' expect-output: ^pressed at 495 600$
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 Set clock = WScript.CreateObject("KWOUtil.KWOTimer", "clock")
 clock.AddRelativeAlarm 300, 1
 Sub clock_Alarm(sender, tag, newDateTime)

@@ -1,15 +1,7 @@
 ' The forwarding of docs/kwohost.md: the button and the script's own procedure get the same event.
 ' expect-output: ^after the button has had it$
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
+'@include forms.vbs
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 3000, 2000, 6000, 3000
 Set picSave = frmMain.AddControl("PictureBox", "picSave")
@@ -21,8 +13,7 @@ End Sub
 
 '@example
 
-frmMain.Show
-WScript.Sleep 100
+ShowInFront frmMain
 Host.Click picSave, 700, 300
 Check "the button is clicked", clicks = 1
 frmMain.Close

@@ -1,37 +1,6 @@
 ' The example of docs/pic-btn.md on a form: clicked, missed, by the keys, and painted again.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
-' Shows a form and waits until it is in front and has drawn itself.
-Sub ShowInFront(shown)
-    Dim turns
-    shown.Show
-    For turns = 1 To 400
-        If Not Screen.ActiveForm Is Nothing Then
-            If Screen.ActiveForm.Name = shown.Name Then Exit For
-        End If
-        WScript.Sleep 20
-    Next
-    Host.DoEvents
-End Sub
-' Waits until a control of a form has the focus.
-Function FocusComesTo(owner, name)
-    Dim turns
-    For turns = 1 To 400
-        If Not owner.ActiveControl Is Nothing Then
-            FocusComesTo = (owner.ActiveControl.Name = name)
-            If FocusComesTo Then Exit Function
-        End If
-        WScript.Sleep 20
-    Next
-End Function
+'@include checks.vbs
+'@include forms.vbs
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 3000, 2000, 6000, 3000
 frmMain.KeyPreview = True
@@ -87,33 +56,4 @@ Set early = Nothing
 
 '@example
 
-' Whether a click has come since the last time.
-Function Saved
-    Saved = (frmMain.Caption = "saved")
-    frmMain.Caption = ""
-End Function
-ShowInFront frmMain
-Check "the drawing is kept", picSave.AutoRedraw
-Host.Click picSave, 700, 300
-Check "a click", Saved
-Host.Click picSave, 700, 300
-Check "the second of a double click", Saved
-Host.MovePointer picSave, 700, 300
-Host.PressButton
-Check "pressed only", Not Saved
-Host.MovePointer picSave, 700, 1500
-Host.ReleaseButton
-Check "released outside", Not Saved
-Host.TypeKeys "{SPACE}"
-Check "Space", Saved
-Host.TypeKeys "{ENTER}"
-Check "Enter", Saved
-Host.TypeKeys "{RIGHT}"
-Check "an arrow moves the focus", FocusComesTo(frmMain, "picOther")
-Host.TypeKeys "%s"
-Check "the access key brings it back and clicks", frmMain.ActiveControl.Name = "picSave" And Saved
-picSave.Width = 1800
-Host.Click picSave, 1750, 300
-Check "where the larger box has its new edge", Saved
-frmMain.Close
-WScript.Echo "done " & count
+'@include pic-btn.vbs

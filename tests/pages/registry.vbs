@@ -1,14 +1,5 @@
 ' The example of docs/registry.md: the second run counts on.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 Set before = CreateObject("KWOUtil.KWORegistry")
 before.KWO_RegSetValue &H80000001, "Software\My Program", "Runs", "41"
 Function ReadLike(text, default)

@@ -1,14 +1,6 @@
 ' The second example of docs/splitter-v.md: neither pane gets narrower than 900 twips. Without it they vanish.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
+'@include forms.vbs
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 1500, 1200, 6000, 3600
 Set picLeft = frmMain.AddControl("PictureBox", "picLeft")
@@ -32,8 +24,7 @@ Sub DragTo(x)
     Host.MovePointer pnlBar, x - pnlBar.Left, 600
     Host.ReleaseButton
 End Sub
-frmMain.Show
-WScript.Sleep 100
+ShowInFront frmMain
 DragTo 0
 Check "the left pane keeps its width", picLeft.Width = Least
 DragTo 5900

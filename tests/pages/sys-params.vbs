@@ -1,14 +1,5 @@
 ' The example of docs/sys-params.md with a label.
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 Set frmMain = Host.CreateForm("frmMain")
 Set lblStatus = frmMain.AddControl("Label", "lblStatus")
 

@@ -1,15 +1,6 @@
 ' The example of docs/sys-tray.md: the mouse's messages are sent to the form as the taskbar does it.
 ' expect-output: ^opened$
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 Set frmMain = Host.CreateForm("frmMain")
 frmMain.Move 0, 0, 12000, 6000
 Set icon = Host.LoadPicture("kwoutil.ico")

@@ -1,16 +1,7 @@
 ' The example of docs/timer.md until its alarm has come.
 ' expect-output: ^tick$
 ' expect-output: ^alarm 7$
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 
 '@example
 

@@ -1,15 +1,6 @@
 ' The example of docs/utility.md, and where a started program writes.
 ' expect-output: ^from the child
-Dim count
-count = 0
-Sub Check(name, good)
-    count = count + 1
-    If good Then
-        WScript.Echo "ok " & name
-    Else
-        WScript.Echo "not ok " & name
-    End If
-End Sub
+'@include checks.vbs
 
 '@example
 
