@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <optional>
 
 #include "com_support/annotation_service.h"
@@ -44,28 +45,17 @@ public:
 private:
     static void CALLBACK Hear(HWINEVENTHOOK, DWORD event, HWND, LONG object, LONG child, DWORD, DWORD) {
         if (object != OBJID_CLIENT || child != CHILDID_SELF) return;
-        switch (event) {
-            case EVENT_OBJECT_NAMECHANGE:
-                sHeard.push_back(L"name");
-                break;
-            case EVENT_OBJECT_VALUECHANGE:
-                sHeard.push_back(L"value");
-                break;
-            case EVENT_OBJECT_DESCRIPTIONCHANGE:
-                sHeard.push_back(L"description");
-                break;
-            case EVENT_OBJECT_STATECHANGE:
-                sHeard.push_back(L"state");
-                break;
-            case EVENT_OBJECT_ACCELERATORCHANGE:
-                sHeard.push_back(L"shortcut");
-                break;
-            case EVENT_OBJECT_DEFACTIONCHANGE:
-                sHeard.push_back(L"action");
-                break;
-            default:
-                return;
-        }
+        static const std::map<DWORD, const wchar_t*> kNames = {
+            {EVENT_OBJECT_NAMECHANGE, L"name"},
+            {EVENT_OBJECT_VALUECHANGE, L"value"},
+            {EVENT_OBJECT_DESCRIPTIONCHANGE, L"description"},
+            {EVENT_OBJECT_STATECHANGE, L"state"},
+            {EVENT_OBJECT_ACCELERATORCHANGE, L"shortcut"},
+            {EVENT_OBJECT_DEFACTIONCHANGE, L"action"},
+        };
+        const auto name = kNames.find(event);
+        if (name == kNames.end()) return;
+        sHeard.push_back(name->second);
         if (sOnEvent) std::exchange(sOnEvent, nullptr)();
     }
 
