@@ -78,6 +78,10 @@ driven settings.vbs
 driven watch.js "$(wine_path "$scratch/watched.txt")"
 run_sample tour --play "$(wine_path "$scratch")"
 taken tour "$scratch/tour-3-days.bmp"
+density 144
+picture month-view-144 month_view
+picture pic-btn-144 pic_btn
+picture splitter-v-144 splitter_v
 density 192
 picture month-view-192 month_view
 density 96

@@ -197,6 +197,19 @@ def page_name(of):
     return words + ('-events' if of.kind == 'events' else '') + '.md'
 
 
+def pictures(of, say):
+    """The same picture at two densities, if the class has one: "picture: month-view, what it shows"."""
+    if 'picture' not in say.entries.get(of.name, {}):
+        return []
+    name, shows = say.part(of.name, '', 'picture').split(', ', 1)
+    files = {96: f'{name}.png', 144: f'{name}-144.png'}
+    for file in files.values():
+        if not (ROOT / 'docs' / file).is_file():
+            fail(f'docs/{file}, the picture of {of.name}, is not there: tools/make_pictures.sh makes it')
+    return ['| ' + ' | '.join(f'{density} dots per inch' for density in files) + ' |', '|---|---|',
+            '| ' + ' | '.join(f'![{shows}](../{file})' for file in files.values()) + ' |', '']
+
+
 def page(of, say):
     title = {'class': of.name, 'events': f'{of.name.lstrip("_")} events', 'enumeration': of.name}[of.kind]
     explained = say.part(of.name, '', 'page')
@@ -204,6 +217,7 @@ def page(of, say):
              f'# {title}', '', escaped(say.text(of.name)), '']
     if of.kind == 'class':
         lines += [f'Create it as `KWOUtil.{of.name}`. [{explained}](../{explained}) explains how to use it.', '']
+        lines += pictures(of, say)
     else:
         lines += [f'[{explained}](../{explained}) explains how to use it.', '']
     if of.kind == 'enumeration':
