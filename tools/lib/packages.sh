@@ -33,7 +33,8 @@ KWO_CLIENT_PACKAGES=(
     'mono-mcs mcs'
     'npm npm'
     'python3 python3'
-    'rustc rustc'
+    'rustc /usr/bin/rustc'
+    'libstd-rust-dev-windows /usr/lib/rustlib/x86_64-pc-windows-gnu/lib'
 )
 KWO_LINT_PACKAGES=(
     'git git'
@@ -62,6 +63,11 @@ KWO_PACKAGE_TEST_PACKAGES=(
     'python3 python3'
     'wixl wixl'
     'msitools msibuild'
+)
+# What checks the bill of materials; npm brings the schema.
+KWO_BILL_PACKAGES=(
+    'npm npm'
+    'python3-jsonschema /usr/lib/python3/dist-packages/jsonschema'
 )
 KWO_PACKAGE_PACKAGES=(
     "${KWO_PACKAGE_TEST_PACKAGES[@]}"
