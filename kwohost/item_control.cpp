@@ -16,6 +16,26 @@ WPARAM Index(LONG index) {
     return static_cast<WPARAM>(index);
 }
 
+/// Keeps a visible list from drawing itself while the scope lasts. It is drawn when messages are processed.
+/// Wine draws the scroll bar for every item, which takes some milliseconds each time.
+class DrawnLater {
+public:
+    explicit DrawnLater(HWND list) : mList(IsWindowVisible(list) ? list : nullptr) {
+        // Lists have an answer of their own to this message, and draw the scroll bar all the same.
+        if (mList) DefWindowProcW(mList, WM_SETREDRAW, FALSE, 0);
+    }
+    DrawnLater(const DrawnLater&) = delete;
+    DrawnLater& operator=(const DrawnLater&) = delete;
+    ~DrawnLater() {
+        if (!mList) return;
+        DefWindowProcW(mList, WM_SETREDRAW, TRUE, 0);
+        RedrawWindow(mList, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    }
+
+private:
+    HWND mList;
+};
+
 }  // namespace
 
 void ItemControl::AddItemMembers() {
@@ -72,6 +92,7 @@ LONG ItemControl::IndexOf(Call& call, RuntimeError error) const {
 }
 
 void ItemControl::Insert(LONG index, const Item& item) const {
+    const DrawnLater later(Window());
     const LRESULT inserted = SendText(mMessages.insert, Index(index), item.text);
     if (inserted < 0) Fail(RuntimeError::OutOfMemory, L"There is no room for another item");
     Send(mMessages.setData, Index(index), item.data);
@@ -127,6 +148,7 @@ LONG ItemControl::PlaceFor(const std::wstring& text) const {
 }
 
 void ItemControl::Remove(LONG index) {
+    const DrawnLater later(Window());
     const LONG selected = Selected();
     Send(mMessages.remove, Index(index));
     mNewIndex = -1;

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include "access_key.h"
@@ -266,6 +267,29 @@ TEST_F(ControlsTest, UserSelectsItemsByPointerAndKeys) {
               L"Host.Click lst, 150, 60\r\nHost.Click lst, 150, 60\r\nHost.TypeKeys \"{DOWN}c\"");
 
     EXPECT_EQ(notes, Notes({L"lst_GotFocus", L"click a", L"lst_DblClick", L"click b", L"click c"}));
+}
+
+TEST_F(ControlsTest, VisibleListIsFilledQuicklyAndDrawnAsAWhole) {
+    ULONGLONG begun = 0;
+    ULONGLONG least = ~0ULL;
+    source->OnCall(L"Begin", [&](Call&) { begun = GetTickCount64(); });
+    source->OnCall(L"End", [&](Call&) { least = std::min(least, GetTickCount64() - begun); });
+    RunOnForm(std::wstring(kListBox) +
+              L"For times = 1 To 3\r\nlst.Clear\r\nHost.DoEvents\r\nSource.Begin\r\n"
+              L"For i = 1 To 50\r\nlst.AddItem \"HHH\"\r\nNext\r\nSource.End\r\nNext\r\nHost.DoEvents");
+
+    const HWND list = Child(L"LISTBOX");
+    const LONG height = static_cast<LONG>(SendMessageW(list, LB_GETITEMHEIGHT, 0, 0));
+    const HDC context = GetDC(list);
+    int written = 0;
+    for (int x = 0; x < 40; ++x)
+        for (int y = 0; y < height; ++y)
+            if (GetPixel(context, x, 2 * height + y) != GetSysColor(COLOR_WINDOW)) ++written;
+    ReleaseDC(list, context);
+    EXPECT_LT(least, 100U) << "milliseconds";
+    EXPECT_GT(written, 10) << "pixels of the third item";
+    EXPECT_TRUE(StyleOf(list) & WS_VISIBLE);
+    EXPECT_TRUE(StyleOf(list) & WS_VSCROLL);
 }
 
 TEST_F(ControlsTest, ListWithoutRoomRaises7) {
