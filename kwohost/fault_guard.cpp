@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cwctype>
+#include <utility>
 #include <vector>
 
 #include "com_support/module_path.h"
@@ -22,6 +23,8 @@ struct Guard {
     UINT exitCode = 0;
 };
 Guard* guard = nullptr;
+/// Null while the host calls none.
+const std::wstring* procedure = nullptr;
 
 /// `vbscript.dll+0x2933`, as the tools that name frames read it.
 std::wstring PlaceOf(const void* address) {
@@ -37,6 +40,7 @@ std::wstring PlaceOf(const void* address) {
 LONG WINAPI OnFault(EXCEPTION_POINTERS* pointers) {
     const EXCEPTION_RECORD& fault = *pointers->ExceptionRecord;
     std::wstring text = L"The script engine or a component has failed";
+    if (procedure) text += L" in " + *procedure;
     if (guard->line > 0) text += L"; ReDim of an array declared with empty parentheses can be the cause";
     guard->errors.Write(Format({guard->path, guard->line, 0, static_cast<HRESULT>(fault.ExceptionCode),
                                 PlaceOf(fault.ExceptionAddress), text}) +
@@ -103,6 +107,12 @@ long LineThatEndsTheEngine(const SourceFile& source) {
         at = end + 1;
     }
     return 0;
+}
+
+RunningProcedure::RunningProcedure(const std::wstring& name) : mBefore(std::exchange(procedure, &name)) {}
+
+RunningProcedure::~RunningProcedure() {
+    procedure = mBefore;
 }
 
 void GuardAgainstFaults(const SourceFile& source, int exitCode) {

@@ -9,6 +9,20 @@ namespace kwohost {
 /// once, before the script runs.
 void GuardAgainstFaults(const SourceFile& source, int exitCode);
 
+/// The procedure of the script that the host is calling, for the report of a fault.
+/// They are inside one another; the report names the innermost one.
+class RunningProcedure {
+public:
+    /// `name` must outlive the object.
+    explicit RunningProcedure(const std::wstring& name);
+    RunningProcedure(const RunningProcedure&) = delete;
+    RunningProcedure& operator=(const RunningProcedure&) = delete;
+    ~RunningProcedure();
+
+private:
+    const std::wstring* mBefore;
+};
+
 /// The line of the first statement that is known to end an engine of Wine: a ReDim of an array that is declared with
 /// empty parentheses. 0 if there is none.
 long LineThatEndsTheEngine(const SourceFile& source);

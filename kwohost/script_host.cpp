@@ -4,6 +4,7 @@
 
 #include "com_support/exception_info.h"
 #include "event_arguments.h"
+#include "fault_guard.h"
 #include "forwarding.h"
 #include "guard.h"
 #include "message_loop.h"
@@ -161,6 +162,7 @@ HRESULT ScriptHost::Invoke(IDispatch* target, DISPID id, const std::wstring& nam
                            VARIANT* result) {
     const int shownBefore = mErrors.Shown();
     EventArguments arguments(params);
+    const RunningProcedure running(name);
     kwo::com_support::ExceptionInfo raised;
     const HRESULT called = target->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.ForScript(),
                                           result, &raised, nullptr);
