@@ -47,8 +47,8 @@ protected:
     int RunWithForms(const std::wstring& script) {
         return Run(
             L"Set one = Host.CreateForm(\"one\")\r\nSet two = Host.CreateForm(\"two\")\r\n"
-            L"one.Show\r\ntwo.Show\r\nWScript.Sleep 50\r\n" +
-            script);
+            L"one.Show\r\ntwo.Show\r\n" +
+            Until(L"Screen.ActiveForm Is two") + script);
     }
     static HWND FormOf(const wchar_t* name) { return FindWindowW(kFormClass, name); }
 };
@@ -177,7 +177,8 @@ TEST_F(BoxesTest, InputBoxOpensWhereTheScriptWantsIt) {
 TEST_F(BoxesTest, BoxTakesKeysWhileAnEventOfTheScriptSleeps) {
     WhenABoxOpens([this](HWND box) {
         Press(VK_RETURN);
-        host->Wait(std::chrono::milliseconds(300));
+        for (int turn = 0; turn < 400 && IsWindowVisible(box); ++turn)
+            host->Wait(std::chrono::milliseconds(20));
         notes.push_back(IsWindowVisible(box) ? L"still open" : L"closed");
     });
 

@@ -13,6 +13,8 @@ namespace {
 /// A visible form `frm`, on which a script puts controls.
 class ControlsTest : public ScriptTest {
 protected:
+    /// The system gives a form the keyboard some time after it is in front, and nothing tells when: a key that is held
+    /// by then counts as released.
     int RunOnForm(const std::wstring& script) {
         return Run(
             L"Set frm = Host.CreateForm(\"frm\")\r\nfrm.Move 0, 0, 6000, 4500\r\nfrm.Show\r\nWScript.Sleep 100\r\n" +
@@ -211,8 +213,7 @@ TEST_F(ControlsTest, FormMayCloseInAnEventOfItsControls) {
     RunOnForm(kCheckBox + (L"Sub chk_Click" + closing) + L"Host.Click chk, 75, 75\r\n" + gone);
     RunOnForm(kButton + (L"Sub cmd_Click" + closing) + L"Host.Click cmd, 75, 75\r\n" + gone);
     RunOnForm(kButton + (L"Sub cmd_Click" + closing) + L"cmd.SetFocus\r\nHost.TypeKeys \"{ENTER}\"\r\n" + gone);
-    RunOnForm(kButton + (L"Sub cmd_Click" + closing) +
-              L"cmd.Caption = \"&X\"\r\nWScript.Sleep 100\r\nHost.TypeKeys \"%x\"\r\n" + gone);
+    RunOnForm(kButton + (L"Sub cmd_Click" + closing) + L"cmd.Caption = \"&X\"\r\nHost.TypeKeys \"%x\"\r\n" + gone);
 
     EXPECT_EQ(notes, Notes(8, L"91"));
 }
@@ -576,7 +577,9 @@ TEST_F(DialogTest, EnterBeginsALineOnlyWithCtrlWhenThereIsADefaultButton) {
     });
     RunDialog(
         L"txt.MultiLine = True\r\nHost.TypeKeys \"{ENTER}\"\r\nSource.Note Len(txt)\r\n"
-        L"Source.PressCtrlEnter\r\nWScript.Sleep 100\r\nSource.Note Len(txt)\r\n"
+        L"Source.PressCtrlEnter\r\n" +
+        Until(L"Len(txt) > 0") +
+        L"Source.Note Len(txt)\r\n"
         L"ok.Default = False\r\nHost.TypeKeys \"{ENTER}\"\r\nSource.Note Len(txt)");
 
     EXPECT_EQ(notes, Notes({L"ok_Click", L"0", L"2", L"4"}));

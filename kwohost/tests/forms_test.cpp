@@ -594,6 +594,7 @@ namespace {
 /// The first and the last column of a label of 100 by 20 pixels where something is written.
 std::pair<int, int> WrittenColumns(HWND label) {
     std::pair<int, int> columns = {-1, -1};
+    UpdateWindow(label);
     const HDC context = GetDC(label);
     for (int x = 0; x < 100; ++x) {
         bool isWritten = false;
@@ -615,7 +616,6 @@ TEST_F(FormsTest, LabelAlignsItsText) {
                          L"lbl.Move 0, 0, 100, 20\r\nlbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\n"
                          L"lbl.Caption = \"HHH\"\r\nlbl.Alignment = ") +
             alignment);
-        RedrawWindow(Form(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         return WrittenColumns(Control(L"lbl"));
     };
     const auto [leftFirst, leftLast] = columns(L"0");
@@ -634,7 +634,7 @@ TEST_F(FormsTest, LabelIsDrawnAgainWhenItsFontChanges) {
                     L"Set lbl = frm.AddControl(\"Label\", \"lbl\")\r\nlbl.Move 0, 0, 100, 20\r\n" +
                     L"lbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\nlbl.Caption = \"HHH\"\r\n" +
                     L"Set other = frm.AddControl(\"Label\", \"other\")\r\nother.Font.Size = 14\r\n" +
-                    L"WScript.Sleep 50\r\n" + change + L"\r\nWScript.Sleep 50");
+                    L"Host.DoEvents\r\n" + change);
         const auto [first, last] = WrittenColumns(Control(L"lbl"));
         return last - first;
     };
@@ -648,7 +648,7 @@ TEST_F(FormsTest, AmpersandOfALabelIsAnAccessKeyUnlessTheScriptSaysOtherwise) {
     const auto width = [this](const wchar_t* setting) {
         RunWithForm(std::wstring(L"box.Move 3000, 3000\r\nfrm.ScaleMode = 3\r\n") +
                     L"Set lbl = frm.AddControl(\"Label\", \"lbl\")\r\nlbl.Move 0, 0, 100, 20\r\n" +
-                    L"lbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\n" + setting + L"\r\nWScript.Sleep 50");
+                    L"lbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\n" + setting);
         const auto [first, last] = WrittenColumns(Control(L"lbl"));
         return last - first;
     };

@@ -25,8 +25,8 @@ protected:
             L"Set frm = Host.CreateForm(\"frm\")\r\nfrm.Move 0, 0, 4500, 4500\r\nfrm.ScaleMode = 3\r\n"
             L"Set box = frm.AddControl(\"PictureBox\", \"box\")\r\nbox.ScaleMode = 3\r\nbox.Move 0, 0, 100, 100\r\n"
             L"Set other = frm.AddControl(\"PictureBox\", \"other\")\r\nother.ScaleMode = 3\r\n"
-            L"other.Move 100, 0, 100, 100\r\nfrm.Show\r\nWScript.Sleep 50\r\n" +
-            script);
+            L"other.Move 100, 0, 100, 100\r\nfrm.Show\r\n" +
+            Until(L"Screen.ActiveForm Is frm") + script);
     }
 };
 
@@ -125,7 +125,7 @@ TEST_F(ForwardingDeathTest, ErrorOfTheObjectEndsTheScript) {
 
 TEST_F(JScriptForwardingTest, ObjectOfJScriptGetsEvents) {
     Run(L"var frm = Host.CreateForm('frm'); frm.Move(0, 0, 4500, 4500);\r\n"
-        L"var box = frm.AddControl('PictureBox', 'box'); box.ScaleMode = 3; frm.Show(); WScript.Sleep(50);\r\n"
+        L"var box = frm.AddControl('PictureBox', 'box'); box.ScaleMode = 3; frm.Show(); Host.DoEvents();\r\n"
         L"Host.Forward(box, { MouseDown: function (button, shift, x, y) { Source.Note(button + '/' + x); } });\r\n"
         L"Host.Click(box, 7, 8);");
 

@@ -30,6 +30,11 @@ inline VARIANT Reference(VARTYPE type, void* target) {
     return reference;
 }
 
+/// Statements of VBScript that process messages until `condition` is true, for eight seconds at most.
+inline std::wstring Until(const std::wstring& condition) {
+    return L"For turn = 1 To 400\r\nIf " + condition + L" Then Exit For\r\nWScript.Sleep 20\r\nNext\r\n";
+}
+
 /// One script and one source of events, which the script finds as `Source`. `notes` contains what the script notes.
 class ScriptTest : public testing::Test {
 protected:

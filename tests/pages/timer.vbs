@@ -40,6 +40,9 @@ busy.AddRelativeAlarm 20, 1
 other.AddRelativeAlarm 60, 2
 other.Interval = 100
 other.Enabled = True
-WScript.Sleep 700
+For turns = 1 To 400
+    If InStr(order, "tick") > 0 Then Exit For
+    WScript.Sleep 20
+Next
 Check "an alarm and a tick wait for the handler:" & order, order = " begin end alarm tick"
 WScript.Echo "done " & count

@@ -84,7 +84,6 @@ Host.Click box, box.ScaleWidth - 200, 200
 Check "a click steps once", MonthCount = before + 1 And months = 1
 Host.Click box, 200, 200
 Check "and back", MonthCount = before And months = 2
-WScript.Sleep 700
 Host.MovePointer box, box.ScaleWidth - 200, 200
 Host.HoldButton 1000
 steps = MonthCount - before
@@ -94,7 +93,6 @@ view.ShowMonth 11, 2026
 Check "the month is shown", view.VisibleMonth = 11 And view.VisibleYear = 2026
 
 ' The middle of the fifth row: a day between the 22nd and the 28th.
-WScript.Sleep 700
 Host.Click box, box.ScaleWidth / 2, box.ScaleHeight * 0.68
 Check "a day is clicked", days = 1
 refuse = True

@@ -8,11 +8,14 @@ Sub Check(name, good)
     If good Then WScript.Echo "ok " & name Else WScript.Echo "not ok " & name
 End Sub
 
-Dim form, clock, keys, ticks, answer
+Dim form, clock, keys, ticks, answer, turns
 Set form = Host.CreateForm("frmBoxes")
 form.Move 3000, 3000, 4500, 3000
 form.Show
-WScript.Sleep 100
+For turns = 1 To 400
+    If Screen.ActiveForm Is form Then Exit For
+    WScript.Sleep 20
+Next
 
 Set clock = WScript.CreateObject("KWOUtil.KWOTimer", "clock")
 clock.Interval = 20
@@ -20,19 +23,27 @@ ticks = 0
 Sub clock_Tick(sender)
     ticks = ticks + 1
 End Sub
+' A box is open as soon as its form is disabled. It stays open until some ticks have come, or much too long.
 Sub clock_Alarm(sender, tag, newDateTime)
-    Host.TypeKeys keys
+    turns = turns + 1
+    If turns < 400 And (form.Enabled Or ticks < 4) Then
+        sender.AddRelativeAlarm 20, tag
+    Else
+        Host.TypeKeys keys
+    End If
 End Sub
 
 keys = "{ENTER}"
-clock.AddRelativeAlarm 500, 1
+turns = 0
+clock.AddRelativeAlarm 20, 1
 clock.Enabled = True
 answer = MsgBox("Shall it go on?", vbYesNo, "Question")
 Check "the key closes the message box", answer = vbYes
 Check "ticks come while it is open", ticks > 3
 
 keys = "kwo{ENTER}"
-clock.AddRelativeAlarm 500, 1
+turns = 0
+clock.AddRelativeAlarm 20, 1
 ticks = 0
 answer = InputBox("Who is there?")
 Check "the input box returns what is typed", answer = "kwo"
@@ -65,7 +76,6 @@ Sub other_Alarm(sender, tag, newDateTime)
 End Sub
 clock.Enabled = True
 other.AddRelativeAlarm 10, 1
-Dim turns
 For turns = 1 To 200
     If after >= 0 Then Exit For
     WScript.Sleep 50

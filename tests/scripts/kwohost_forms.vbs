@@ -157,7 +157,7 @@ log = ""
 Host.Click box, 450, 600
 Check "click", log = "got;down 1 450 600;up 1;" Or log = "down 1 450 600;up 1;"
 Check "focus", form.ActiveControl.Name = "box"
-WScript.Sleep 700
+Host.Click box, 900, 900                    ' or the next click would be the second one of a double click
 log = ""
 Host.Click box, 450, 600
 Host.PressButton

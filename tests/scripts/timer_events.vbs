@@ -56,9 +56,11 @@ Check "ticks come again and again", InStr(told, "ttt") > 0
 timer.Interval = 0
 Check "an interval of 0 switches it off", timer.Enabled = False
 told = ""
-WScript.Sleep 150
-Check "and no tick comes any more", told = ""
+timer.AddRelativeAlarm 150, 4               ' by then some ticks would have come
+WaitFor "4"
+Check "and no tick comes any more", told = "4"
 
+told = ""
 timer.AddRelativeAlarm 60, 5
 timer.AddRelativeAlarm 30, 6
 timer.AddRelativeAlarm 20, 7
@@ -71,8 +73,9 @@ timer.AddRelativeAlarm 40, 1
 timer.AddRelativeAlarm 40, 2
 timer.AddRelativeAlarm 20, 0
 WaitFor "0"
-WScript.Sleep 150
-Check "an alarm with the tag 0 replaces all", told = "0"
+timer.AddRelativeAlarm 150, 4               ' by then the others would have come
+WaitFor "4"
+Check "an alarm with the tag 0 replaces all", told = "04"
 
 told = ""
 begun = Timer_Seconds
@@ -90,8 +93,9 @@ timer.AddRelativeAlarm 50, 3
 timer.Enabled = True
 timer.Interval = 20
 timer.CancelTimers
-WScript.Sleep 150
-Check "CancelTimers cancels everything", told = ""
+timer.AddRelativeAlarm 150, 4               ' by then all of it would have come
+WaitFor "4"
+Check "CancelTimers cancels everything", told = "4"
 Check "and leaves the settings", timer.Enabled = True And timer.Interval = 20
 timer.Enabled = False
 timer.Enabled = True
