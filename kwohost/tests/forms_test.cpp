@@ -429,6 +429,15 @@ TEST_F(FormsTest, FormMayBeClosedInItsOwnUnload) {
     EXPECT_EQ(notes, Notes({L"1True", L"2", L"91"}));
 }
 
+TEST_F(FormsTest, FormsThatEndWithTheScriptHaveNoUnload) {
+    RunWithForm(L"Sub frm_Unload(Cancel)\r\nSource.Note \"unload\"\r\nEnd Sub");
+
+    host->Close();
+
+    EXPECT_EQ(Form(), nullptr);
+    EXPECT_EQ(notes, Notes());
+}
+
 namespace {
 
 WNDPROC theirs = nullptr;
