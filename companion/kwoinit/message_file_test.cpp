@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <tuple>
 
@@ -86,6 +87,44 @@ TEST(MessageFile, EveryAlphabetsFirstAndLastCapitalEqualsItsSmallLetter) {
     EXPECT_EQ(opened.Text(0, 1, u"\u0430\u044F"), "e");
     EXPECT_EQ(opened.Text(0, 1, u"`"), "-");
     EXPECT_EQ(opened.Text(0, 1, u"\u00F7"), "-");
+}
+
+/// The letters of which capital and small are the same, in pairs.
+constexpr TextView kCapitals =
+    u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+    u"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞ"
+    u"ĀĂĄĆĈĊČĎĐĒĔĖĘĚĜĞĠĢĤĦĨĪĬĮĲĴĶĹĻĽ"
+    u"ĿŁŃŅŇŊŌŎŐŒŔŖŘŚŜŞŠŢŤŦŨŪŬŮŰŲŴŶŸŹŻŽΆ"
+    u"ΈΉΊΌΎΏΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩΪΫ"
+    u"ЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏ"
+    u"АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ";
+constexpr TextView kSmall =
+    u"abcdefghijklmnopqrstuvwxyz"
+    u"àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþ"
+    u"āăąćĉċčďđēĕėęěĝğġģĥħĩīĭįĳĵķĺļľ"
+    u"ŀłńņňŋōŏőœŕŗřśŝşšţťŧũūŭůűųŵŷÿźżžά"
+    u"έήίόύώαβγδεζηθικλμνξοπρστυφχψωϊϋ"
+    u"ѐёђѓєѕіїјљњћќѝўџ"
+    u"абвгдежзийклмнопрстуфхцчшщъыьэюя";
+
+/// A character below 0x800.
+std::string Utf8(char16_t c) {
+    if (c < 0x80) return {static_cast<char>(c)};
+    return {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
+}
+
+TEST(MessageFile, CapitalsEqualTheirSmallLettersAndNothingElse) {
+    ASSERT_EQ(kCapitals.size(), kSmall.size());
+    std::string bytes;
+    for (std::size_t pair = 0; pair < kCapitals.size(); ++pair)
+        bytes += "[" + Utf8(kCapitals[pair]) + "]\n1=" + std::to_string(pair) + "\n";
+    const Opened opened(bytes);
+
+    for (char16_t c = u'A'; c < 0x500; ++c) {
+        const std::size_t pair = std::min(kCapitals.find(c), kSmall.find(c));
+        EXPECT_EQ(opened.Text(0, 1, TextView(&c, 1)), pair == TextView::npos ? "-" : std::to_string(pair))
+            << unsigned{c};
+    }
 }
 
 constexpr char kLanguages[] =
