@@ -106,7 +106,6 @@ void MessageTable::KWOInitialize() {
 void MessageTable::LoadByCompanion() {
     const HostObjectRef companion = mComponents.Create(u"KWOInit.KWOInitialize");
     mLoaded = Load(*companion);
-    if (!mLoaded) mTextArray = EmptyTexts(1, 1);
 }
 
 Text MessageTable::DefaultFilePath() {

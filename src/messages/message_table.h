@@ -95,7 +95,7 @@ private:
     /// Why the last load failed, to be raised again.
     std::optional<platform::ComponentError> mFailure;
     Text mMsgFilePath;
-    /// The texts by number; null before the first load.
+    /// The texts by number; null as long as no file was loaded.
     std::shared_ptr<const platform::TextArray> mTextArray;
 };
 
