@@ -309,6 +309,30 @@ for place in places.places_of(sys.argv[2], ["-std=c++20"]):
 4 2 -> (2 + 1)'
 fi
 
+# planting CODE: what Python says that knows how faults are planted.
+planting() { python3 -B -c 'import sys; sys.path.insert(0, sys.argv[1] + "/tools/mutants"); import building, judging, shell
+'"$1" "$KWO_ROOT" | tr -d '\n'; }
+is 'a changed object of a library of objects' \
+    "$(planting 'print(*building.with_object(["g++", "-o", "x", "a.o", "b.a"], "a.o", "new.o"))')" 'g++ -o x new.o b.a'
+is 'a changed object of a static library' \
+    "$(planting 'print(*building.with_object(["g++", "-o", "x", "a.o", "b.a"], "c.o", "new.o"))')" 'g++ new.o -o x a.o b.a'
+is 'a source as the build compiles it' \
+    "$(planting 'source = building.Source("ccache /b/clang++ -Ia -g1 -Werror -O1 -o a.o -c /a.cpp".split(), "/a.cpp")
+print(source.compiler, source.object, *building.optimised(source.options, "-O0"))')" '/b/clang++ a.o -Ia -O0'
+is 'chosen tests' "$(planting 'for name in ("A.x", "A.y", "B.x"): print(int(judging.matches("A.*:C.*-*.y", name)))')" 100
+is 'the test that failed' \
+    "$(planting 'print(judging.failed_test("[ RUN      ] A.x\r\n[  FAILED  ] A.x (3 ms)\r\n[ RUN      ] A.y\r\n"))')" A.x
+is 'the test that crashed' "$(planting 'print(judging.failed_test("[ RUN      ] A.x\n[       OK ] A.x\n[ RUN      ] A.y\n"))')" A.y
+is 'a failure before any test' "$(planting 'print(judging.failed_test("[  FAILED  ] at the start"))')" ''
+is 'tests that are about a source' "$(planting 'for test in "timer_sinks", "timers", "sys_tray":
+    print(int(shell.is_about(f"tests/com/{test}_test.cpp", "src/com/timer_object.cpp")))')" 100
+# A program that says nothing for a second is stopped; one that goes on speaking is not.
+mkdir -p "$scratch/run"
+limited() { planting 'print(judging.Run(["bash", "-c", "'"$1"'"], "'"$scratch"'", None, {}).until_end(1, 3))'; }
+is 'a program that hangs' "$(limited 'sleep 30')" None
+is 'a program that takes its time' "$(limited 'for i in 1 2 3; do date; sleep 0.6; done; exit 7')" 7
+is 'a program that never ends' "$(limited 'while :; do echo 1; sleep 0.2; done')" None
+
 # The map of the house shows the floors as they are built.
 is 'the picture of the floors' "$("$KWO_ROOT/tools/draw_floors.sh" --check 2>&1)" ''
 

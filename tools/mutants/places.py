@@ -156,7 +156,8 @@ class Finder:
 
     def change_operator(self, cursor):
         found = self.operator_of(cursor)
-        if found is None:
+        # Of the overloaded operators only those that compare have an opposite that compiles.
+        if found is None or (cursor.kind == Kind.CALL_EXPR and found[0] not in OPPOSED):
             return
         for text in OPERATORS[found[0]]:
             self.plant(found[1], text)

@@ -1,0 +1,84 @@
+"""The faults that can be planted, and those that are known to change nothing."""
+
+import hashlib
+import json
+import os
+
+import places
+from building import ROOT
+
+EQUIVALENT = os.path.join(os.path.dirname(os.path.realpath(__file__)), "equivalent.txt")
+
+
+class Fault:
+    """One change of one place. `before` and `after` are the texts, `context` is the line without its blanks."""
+
+    def __init__(self, path, place, lines):
+        self.path = path
+        self.line, self.start, self.end, self.after, self.before = place
+        self.context = lines[self.line - 1].strip()
+
+    def where(self):
+        return f"{self.path}:{self.line}"
+
+    def change(self):
+        return " ".join(f"{self.before} -> {self.after or 'nothing'}".split())
+
+    def source(self):
+        """The whole source with this fault."""
+        with open(os.path.join(ROOT, self.path), "rb") as file:
+            content = file.read()
+        return content[: self.start] + self.after.encode() + content[self.end :]
+
+
+def read(path):
+    with open(path, "rb") as file:
+        return file.read()
+
+
+def places_of(path, options, folder):
+    """Parsing takes a while, so what was found is kept until the source changes."""
+    full = os.path.join(ROOT, path)
+    key = hashlib.sha256(read(full) + read(places.__file__)).hexdigest()
+    cache = os.path.join(folder, path.replace("/", "+") + ".json")
+    if os.path.exists(cache):
+        known = json.loads(read(cache))
+        if known["key"] == key:
+            return known["places"]
+    found = places.places_of(full, options)
+    with open(cache, "w", encoding="utf-8") as file:
+        json.dump({"key": key, "places": found}, file)
+    return found
+
+
+def faults_of(part, only):
+    """In the order of the sources; ONLY is a part of `PATH:LINE:`."""
+    folder = os.path.join(part.work, "places")
+    os.makedirs(folder, exist_ok=True)
+    found = []
+    for path in sorted(path for path in part.sources if only.split(":")[0] in path):
+        lines = read(os.path.join(ROOT, path)).decode().split("\n")
+        found += [Fault(path, place, lines) for place in places_of(path, part.options_to_parse(path), folder)]
+    return [fault for fault in found if only in fault.where() + ":"]
+
+
+def known_equivalents():
+    """Lines of `FILE | TEXT OF THE LINE | CHANGE | REASON`."""
+    known = set()
+    with open(EQUIVALENT, encoding="utf-8") as file:
+        for line in file:
+            if line.strip() and not line.startswith("#"):
+                path, context, change, reason = (part.strip() for part in line.split(" | "))
+                assert reason, f"{path}: {change}: no reason"
+                known.add((path, context, change))
+    return known
+
+
+def spread(total, count, seed):
+    """The numbers of the first choice, evenly apart; those behind each of them are its replacements."""
+    count = min(count, total)
+    step = total / count
+    shift = (seed * 0.6180339887) % 1.0
+    chosen = [int((i + shift) * step) % total for i in range(count)]
+    following = {first: second for first, second in zip(chosen, chosen[1:] + [chosen[0] + total])}
+    return [list(range(first, max(first + 1, min(following[first], first + total)))) for first in chosen]

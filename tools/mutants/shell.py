@@ -1,0 +1,137 @@
+"""The automation shell and the implementation of the platform on Windows: programs that run under Wine are the judges.
+
+The environment says how Wine is started (KWO_WINE), how its server is (KWO_WINESERVER) and where its prefix is
+(KWO_PREFIX); tools/mutants.sh sets it.
+"""
+
+import functools
+import glob
+import os
+import resource
+import shlex
+import shutil
+import subprocess
+
+import building
+import judging
+from building import ROOT
+from part import Part
+
+CONTRACT, UNIT, COM = "tests/contract/contract_tests.exe", "src/com/com_unit_tests.exe", "tests/com/com_tests.exe"
+COMPONENT = "src/com/KWOUtil.dll"
+# Where the tests of a program are.
+TESTS = {
+    CONTRACT: ("tests/contract/*_test.cpp", "tests/contract/windows/*_test.cpp"),
+    UNIT: ("src/com/*_test.cpp", "src/com_support/*_test.cpp"),
+    COM: ("tests/com/*_test.cpp",),
+}
+
+
+def subject(path):
+    """`month_view` of the source month_view_object.cpp and of the tests month_view_test.cpp."""
+    name = os.path.splitext(os.path.basename(path))[0]
+    for end in ("_contract_test", "_test", "_object"):
+        name = name.removesuffix(end)
+    return name.removeprefix("windows_")
+
+
+def is_about(test, source):
+    one, other = subject(test) + "_", subject(source) + "_"
+    return one.startswith(other) or other.startswith(one)
+
+
+class Shell(Part):
+    build = os.path.join(ROOT, "build", "x64")
+    work = os.path.join(ROOT, "build", "mutants", "shell")
+    judges = {
+        "src/platform/windows/": (CONTRACT, COM, UNIT),
+        "src/com_support/": (UNIT, CONTRACT, COM),
+        "src/com/": (UNIT, COM),
+    }
+    headers = ("windows.h", "oleauto.h", "ocidl.h", "algorithm", "memory", "string", "utility", "vector")
+    level = "-O0"
+    # Other programs of the machine can hold up a test under Wine.
+    repeats = True
+    patience = 30
+    limits = {resource.RLIMIT_DATA: judging.MEMORY, resource.RLIMIT_FSIZE: judging.OUTPUT, resource.RLIMIT_CORE: 0}
+
+    @functools.cached_property
+    def clang(self):
+        """The options to read what GCC compiles, with its library and clang's own headers."""
+        gcc = next(iter(self.sources.values())).compiler
+        said = [
+            subprocess.run(words, stdout=subprocess.PIPE, check=True, text=True).stdout.strip()
+            for words in ([gcc, "-print-file-name=include/c++"], ["clang++", "-print-resource-dir"])
+        ]
+        options = ["--target=x86_64-w64-mingw32", "-resource-dir", said[1]]
+        for folder in ("", "x86_64-w64-mingw32", "backward"):
+            options += ["-isystem", os.path.join(said[0], folder)]
+        return options
+
+    def has(self, path):
+        """Not the program that writes the trace for support."""
+        return super().has(path) and not path.startswith("src/com/diagnostic/")
+
+    def options_to_parse(self, path):
+        return self.clang + self.sources[path].options
+
+    def options_to_compile(self, path):
+        """A source that undefines a macro of windows.h reads that header in a place of its own choice."""
+        with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+            text = file.read()
+        has_its_own_order = "#undef" in text or "initguid.h" in text
+        return self.sources[path].options if has_its_own_order else super().options_to_compile(path)
+
+    def near(self, path, programs):
+        """The tests whose name is that of the source."""
+        near = []
+        for program in programs:
+            about = [test for pattern in TESTS[program] for test in building.files(pattern) if is_about(test, path)]
+            if about:
+                near.append((program, building.suites_of(about)))
+        return near
+
+    def excluded(self, program):
+        """These take long, and no rule is known to them alone."""
+        return "Endurance*" if program == COM else ""
+
+    def target_of(self, program):
+        """The tests of the DLL use it from outside."""
+        return COMPONENT if program == COM else program
+
+    def begin(self, worker):
+        """What a user installs, for the changed DLL to take the place of the other."""
+        shutil.copytree(os.path.join(ROOT, "dist", "x64"), os.path.join(worker.folder, "dist"), dirs_exist_ok=True)
+        self.keep_registry()
+
+    def command(self, worker, program, linked):
+        wine = shlex.split(os.environ["KWO_WINE"])
+        if program != COM:
+            return [*wine, linked]
+        shutil.copyfile(linked, os.path.join(worker.folder, "dist", "KWOUtil.dll"))
+        return [*wine, os.path.join(self.build, program)]
+
+    def file_name(self, path):
+        return "Z:" + path.replace("/", "\\")
+
+    def environment(self, worker):
+        return dict(os.environ, KWO_DIST=self.file_name(os.path.join(worker.folder, "dist")))
+
+    @staticmethod
+    def stop_wine():
+        server = shlex.split(os.environ["KWO_WINESERVER"])
+        for option in ("-k", "-w"):
+            subprocess.run([*server, option], check=False, capture_output=True, timeout=60)
+
+    def keep_registry(self):
+        self.stop_wine()
+        kept = os.path.join(self.work, "registry")
+        os.makedirs(kept, exist_ok=True)
+        for file in glob.glob(os.path.join(os.environ["KWO_PREFIX"], "*.reg")):
+            shutil.copy(file, kept)
+
+    def clean(self):
+        """What a fault has left in the registry or on the screen must not fail the tests of the next one."""
+        self.stop_wine()
+        for file in glob.glob(os.path.join(self.work, "registry", "*.reg")):
+            shutil.copy(file, os.environ["KWO_PREFIX"])
