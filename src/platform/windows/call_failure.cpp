@@ -45,6 +45,7 @@ void RaiseFailure(HRESULT code) {
         case DISP_E_MEMBERNOTFOUND:
             RaiseRuntime(RuntimeError::NoSuchMember);
         case DISP_E_TYPEMISMATCH:
+        case DISP_E_BADVARTYPE:
             RaiseRuntime(RuntimeError::TypeMismatch);
         case DISP_E_OVERFLOW:
             RaiseRuntime(RuntimeError::Overflow);

@@ -257,6 +257,12 @@ TEST_F(NotifyTest, ATypeThatIsNoneIsRefusedLikeAWrongOne) {
     EXPECT_EQ(target.calls.size(), 2u);
 }
 
+TEST_F(NotifyTest, WhoTakesEachTypeForNoneRaisesAMismatchToo) {
+    FailWith(DISP_E_BADVARTYPE);
+    std::vector<Argument> arguments = Asked();
+    EXPECT_EQ(Raised([&] { object->Notify(u"First", arguments); }).number, kMismatch);
+}
+
 TEST_F(NotifyTest, WhatRanIsNotRunAgain) {
     struct Row {
         HRESULT code;
@@ -441,7 +447,8 @@ TEST_F(DispatchObjectTest, FailuresOfTheCallHaveTheirRuntimeNumbers) {
     };
     for (const Row& row : {Row{DISP_E_UNKNOWNNAME, 438, u"Object doesn't support this property or method"},
                            Row{DISP_E_MEMBERNOTFOUND, 438, u"Object doesn't support this property or method"},
-                           Row{DISP_E_TYPEMISMATCH, 13, u"Type mismatch"}, Row{DISP_E_OVERFLOW, 6, u"Overflow"},
+                           Row{DISP_E_TYPEMISMATCH, 13, u"Type mismatch"},
+                           Row{DISP_E_BADVARTYPE, 13, u"Type mismatch"}, Row{DISP_E_OVERFLOW, 6, u"Overflow"},
                            Row{DISP_E_BADPARAMCOUNT, 450, u"Wrong number of arguments or invalid property assignment"},
                            Row{DISP_E_PARAMNOTOPTIONAL, 449, u"Argument not optional"},
                            Row{DISP_E_PARAMNOTFOUND, 448, u"Named argument not found"},
