@@ -59,7 +59,7 @@ public:
     frame::MillisecondClock clock;
     /// Waits that process messages.
     frame::MessageWait wait;
-    /// The call trace; off until a developer starts it.
+    /// The call trace. Only the diagnostic build switches it on.
     frame::Trace trace;
     /// The system's event log.
     frame::EventLogWriter eventLog;
