@@ -114,14 +114,17 @@ void KWOPicBtn::Open(const HostObjectRef& pictureBox, TextView caption) {
 }
 
 void KWOPicBtn::SetCaption(TextView caption) {
-    mCaption = caption;
-    mAccessKey.clear();
+    Text text(caption);
+    Text accessKey;
     const Text trimmed = frame::Trim(caption);
     const std::size_t marker = trimmed.find(u'&');
     if (marker != Text::npos && marker + 1 != trimmed.size()) {
         // Intended: the position comes from the trimmed text, the letter from the untrimmed one.
-        mAccessKey = mComponent.platform.conversions.ToUpper(mCaption[marker + 1]);
+        accessKey = mComponent.platform.conversions.ToUpper(text[marker + 1]);
     }
+    // Without memory for all of it, caption and access key stay as they are.
+    mCaption.swap(text);
+    mAccessKey.swap(accessKey);
     TellCaption();
 }
 

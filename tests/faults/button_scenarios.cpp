@@ -23,12 +23,24 @@ struct ButtonStage : ControlsStage {
         object.emplace(*component);
     }
     void Create() { object->Create(box, u"&Save the document"); }
+    /// The caption, and the letter that clicks the button.
+    std::string State() override {
+        if (!probes) return {};
+        std::string state = Shown(TextView(object->Caption())) + ", Alt+";
+        for (std::int16_t letter = 'A'; letter <= 'Z'; ++letter) {
+            std::int16_t key = letter;
+            std::int16_t shift = 4;
+            if (object->Form_KeyDown(key, shift)) state += static_cast<char>(letter);
+        }
+        return state;
+    }
     void Release() override {
         object.reset();
         ControlsStage::Release();
     }
 
     std::optional<KWOPicBtn> object;
+    bool probes = false;
 };
 
 /// The error of the host, under the name of the member that was called.
@@ -138,12 +150,18 @@ std::vector<Scenario> ButtonScenarios() {
          }),
          SpokenRules(RulesOf("Create")),
          Either(IsOutOfMemory(), Unnoticed())},
-        Used("ACaptionIsSet", {"KWOPicBtn.get Caption", "KWOPicBtn.let Caption"}, Ready,
-             [](ButtonStage& stage) {
-                 Member([&] { stage.object->SetCaption(u"&Another long caption"); });
-                 return Shown(TextView(stage.object->Caption()));
-             },
-             {}),
+        {"ACaptionIsSet",
+         {"KWOPicBtn.get Caption", "KWOPicBtn.let Caption"},
+         Prepared<ButtonStage>([](ButtonStage& stage) {
+             stage.Create();
+             stage.probes = true;
+         }),
+         On<ButtonStage>([](ButtonStage& stage) {
+             Member([&] { stage.object->SetCaption(u"&Another long caption"); });
+             return Shown(TextView(stage.object->Caption()));
+         }),
+         {},
+         IsOutOfMemoryAndStaysAsItWas()},
         Used("AnAlignmentIsSet",
              {"KWOPicBtn.get TextAlignment", "KWOPicBtn.let TextAlignment", "KWOPicBtn.get MultiLine",
               "KWOPicBtn.let MultiLine"},
