@@ -39,6 +39,7 @@ bool KWOMonthView::Create(const HostObjectRef& pictureBox, Date& focusDate, cons
 
 bool KWOMonthView::Open(const HostObjectRef& pictureBox, Date& focusDate, const CreateOptions& options) {
     if (!IsPictureBox(pictureBox)) return false;
+    mHasFailed = false;
     mAnnotation.Release();
     mBox.Assign(pictureBox);
     mForm.Assign(ObjectProperty(*pictureBox, u"Parent"));
@@ -54,7 +55,9 @@ bool KWOMonthView::Open(const HostObjectRef& pictureBox, Date& focusDate, const 
     }
     mModel.SetFocus(focusDate);
     ComputeLayout();
-    mCreated = Draw();
+    const bool isDrawn = Draw();
+    // The host may have called Create meanwhile. If that call has failed, its box is the one that is half prepared.
+    mCreated = isDrawn && !mHasFailed;
     if (mCreated) Annotate();
     if (!mCreated) mAnnotation.Release();
     return mCreated;
@@ -63,6 +66,7 @@ bool KWOMonthView::Open(const HostObjectRef& pictureBox, Date& focusDate, const 
 /// The box, if there is one, may be half prepared: nothing must be drawn on it.
 void KWOMonthView::Fail() {
     mCreated = false;
+    mHasFailed = true;
     mAnnotation.Release();
 }
 

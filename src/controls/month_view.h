@@ -223,6 +223,8 @@ private:
     MonthStyle mStyle;
     /// True while the calendar is there and may be drawn.
     bool mCreated = false;
+    /// The last Create that took a box has failed.
+    bool mHasFailed = false;
     bool mCanSelect = false;
     /// Milliseconds.
     std::int16_t mSpinInterval = 0;

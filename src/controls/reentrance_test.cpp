@@ -73,6 +73,9 @@ protected:
         }
     }
 
+    /// For a member that looks at what it has done: its own uses of the objects do not count.
+    void StopIntruding() { mIntrusion = nullptr; }
+
     static void Suppressed(const Action& action) {
         try {
             action();
@@ -127,6 +130,26 @@ protected:
 
 TEST_F(ReenteredMonthView, WhileItIsCreated) {
     Try(100, [this] { Create(); });
+}
+
+TEST_F(ReenteredMonthView, IsThereOnlyIfNoCreateInsideHasFailed) {
+    int missing = 0;
+    const auto failHalfWay = [&] {
+        const auto unfit = std::dynamic_pointer_cast<SimulatedObject>(NewBox());
+        unfit->FailMember(u"FillStyle", Refusal());
+        Date focus{46'347};
+        EXPECT_FALSE(view->Create(unfit, focus, {}));
+    };
+    const auto create = [&] {
+        const bool isCreated = Create();
+        StopIntruding();
+        desktop.log.Clear();
+        view->MouseUp();
+        EXPECT_EQ(desktop.log.Starting("Call box.Refresh").size(), isCreated ? 1u : 0u);
+        missing += isCreated ? 0 : 1;
+    };
+    EXPECT_GE(AtEveryUse([this] { view.emplace(component); }, create, failHalfWay), 100);
+    EXPECT_GE(missing, 100) << "all but the questions before the box is taken";
 }
 
 TEST_F(ReenteredMonthView, WhileItIsDrawn) {
@@ -251,6 +274,21 @@ protected:
 
 TEST_F(ReenteredSplitter, WhileItIsCreated) {
     Try(30, [this] { Create(); });
+}
+
+TEST_F(ReenteredSplitter, IsThereOnlyIfNoCreateInsideHasFailed) {
+    int missing = 0;
+    const auto failHalfWay = [&] { EXPECT_FALSE(splitter->Create(NewPane(), NewPane(), nullptr, {})); };
+    const auto create = [&] {
+        const bool isCreated = Create();
+        StopIntruding();
+        desktop.log.Clear();
+        EXPECT_NO_THROW(splitter->MouseDown(1, 30));
+        EXPECT_EQ(desktop.log.Starting("LineTo").size(), isCreated ? 1u : 0u);
+        missing += isCreated ? 0 : 1;
+    };
+    EXPECT_GE(AtEveryUse([this] { splitter.emplace(component); }, create, failHalfWay), 30);
+    EXPECT_GE(missing, 15) << "all but the questions before the controls are taken";
 }
 
 TEST_F(ReenteredSplitter, WhileThePanesAreFitted) {

@@ -92,7 +92,8 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
             return false;
         }
         Open(left, right, splitter, options);
-        mCreated = true;
+        // If the host has called Create meanwhile and that call has failed, there is no bar.
+        mCreated = mSplitter != nullptr;
         Resize();
         Annotate();
     } catch (const ComponentError& error) {
@@ -104,7 +105,7 @@ bool KWOSplitterV::Create(const HostObjectRef& left, const HostObjectRef& right,
         Forget();
         throw;
     }
-    return true;
+    return mCreated;
 }
 
 void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
