@@ -494,30 +494,85 @@ TEST_F(WhatWindowsReceives, OfTimers) {
                  MakeCall("KillTimer", HWND(nullptr), 4711)});
 }
 
+TEST_F(WhatWindowsReceives, OfTheWatchOverTheEndOfTheApartment) {
+    Ticks ticks;
+    static UINT_PTR next = 4711;
+    Watch({"SetTimer", "KillTimer", "CoRegisterInitializeSpy", "CoRevokeInitializeSpy"});
+    mCalls->Replace("SetTimer", [](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return next++; });
+    mCalls->Replace("KillTimer", &Yes<BOOL, HWND, UINT_PTR>);
+    const auto watches = [&] {
+        std::vector<std::string> names;
+        for (const auto& call : mCalls->Taken()) {
+            if (call[0].starts_with("Co")) names.push_back(call[0]);
+        }
+        return names;
+    };
+    using Names = std::vector<std::string>;
+    ASSERT_TRUE(SUCCEEDED(::CoInitialize(nullptr)));
+    const std::int32_t first = platform.timers.Start(1, ticks);
+    const std::int32_t second = platform.timers.Start(1, ticks);
+    EXPECT_EQ(watches(), Names{"CoRegisterInitializeSpy"});
+    platform.timers.Stop(first);
+    EXPECT_EQ(watches(), Names{});
+    platform.timers.Stop(second);
+    EXPECT_EQ(watches(), Names{"CoRevokeInitializeSpy"});
+    ::CoUninitialize();
+}
+
+std::string KeyInput(WORD code, DWORD flags) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = code;
+    input.ki.wScan = static_cast<WORD>(::MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = flags;
+    return windows_calls::TextOf(&input);
+}
+
 TEST_F(WhatWindowsReceives, OfKeys) {
     Watch({"SendInput", "MapVirtualKeyW", "GetAsyncKeyState"});
     mCalls->Replace("GetAsyncKeyState", [](int) -> SHORT { return 0; });  // the user holds no key
     mCalls->Replace("SendInput", &Yes<UINT, UINT, LPINPUT, int>);
-    const auto key = [](WORD code, DWORD flags) {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = code;
-        input.ki.wScan = static_cast<WORD>(::MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
-        input.ki.dwFlags = flags;
-        return windows_calls::TextOf(&input);
-    };
     const auto sent = [&](bool backwards) {
         platform.keyboard.SendTab(backwards);
         auto calls = mCalls->Taken();
         std::erase_if(calls, [](const auto& call) { return call[0] != "SendInput"; });
         return calls;
     };
-    const std::string tab = key(VK_TAB, 0);
-    const std::string tabUp = key(VK_TAB, KEYEVENTF_KEYUP);
+    const std::string tab = KeyInput(VK_TAB, 0);
+    const std::string tabUp = KeyInput(VK_TAB, KEYEVENTF_KEYUP);
     const std::string size = std::to_string(sizeof(INPUT));
     EXPECT_TRUE(Same(sent(false), {{"SendInput", "2", "*", size, tab, tabUp}}));
-    EXPECT_TRUE(Same(sent(true),
-                     {{"SendInput", "4", "*", size, key(VK_SHIFT, 0), tab, tabUp, key(VK_SHIFT, KEYEVENTF_KEYUP)}}));
+    EXPECT_TRUE(Same(sent(true), {{"SendInput", "4", "*", size, KeyInput(VK_SHIFT, 0), tab, tabUp,
+                                   KeyInput(VK_SHIFT, KEYEVENTF_KEYUP)}}));
+}
+
+TEST_F(WhatWindowsReceives, OfKeysWhileTheUserHoldsAnother) {
+    struct HeldKey {
+        WORD code;
+        DWORD flags;  ///< right-hand keys and logo keys have a code of two bytes
+    };
+    static WORD held = 0;
+    constexpr WORD kUnassigned = 0xE8;
+    Watch({"SendInput", "GetAsyncKeyState"});
+    mCalls->Replace("SendInput", &Yes<UINT, UINT, LPINPUT, int>);
+    // The lowest bit of the others says that they were pressed before.
+    mCalls->Replace("GetAsyncKeyState",
+                    [](int key) -> SHORT { return key == held ? static_cast<SHORT>(0x8000) : SHORT{1}; });
+    const std::string size = std::to_string(sizeof(INPUT));
+    for (const HeldKey key :
+         {HeldKey{VK_LSHIFT, 0}, HeldKey{VK_RSHIFT, 0}, HeldKey{VK_LCONTROL, 0},
+          HeldKey{VK_RCONTROL, KEYEVENTF_EXTENDEDKEY}, HeldKey{VK_LMENU, 0}, HeldKey{VK_RMENU, KEYEVENTF_EXTENDEDKEY},
+          HeldKey{VK_LWIN, KEYEVENTF_EXTENDEDKEY}, HeldKey{VK_RWIN, KEYEVENTF_EXTENDEDKEY}}) {
+        held = key.code;
+        platform.keyboard.SendTab(false);
+
+        auto calls = mCalls->Taken();
+        std::erase_if(calls, [](const auto& call) { return call[0] != "SendInput"; });
+        EXPECT_TRUE(Same(calls, {{"SendInput", "6", "*", size, KeyInput(key.code, key.flags | KEYEVENTF_KEYUP),
+                                  KeyInput(VK_TAB, 0), KeyInput(VK_TAB, KEYEVENTF_KEYUP), KeyInput(key.code, key.flags),
+                                  KeyInput(kUnassigned, 0), KeyInput(kUnassigned, KEYEVENTF_KEYUP)}}))
+            << "key " << key.code;
+    }
 }
 
 TEST_F(WhatWindowsReceives, OfTheMouse) {
