@@ -148,6 +148,8 @@ class Finder:
 
     def operator_of(self, cursor):
         """Its word and its span. Of an overloaded operator the children are the left side, its name and the right side."""
+        if cursor.kind == Kind.CALL_EXPR and not cursor.spelling.startswith("operator"):
+            return None
         children = list(cursor.get_children())
         if cursor.kind not in (Kind.BINARY_OPERATOR, Kind.COMPOUND_ASSIGNMENT_OPERATOR, Kind.CALL_EXPR) or len(children) < 2:
             return None

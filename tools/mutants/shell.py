@@ -25,6 +25,8 @@ TESTS = {
     UNIT: ("src/com/*_test.cpp", "src/com_support/*_test.cpp"),
     COM: ("tests/com/*_test.cpp",),
 }
+# What stands there and is no part of the component: the start of the trace for support, a listener for tests and kwohost.
+OTHERS = ("src/com/diagnostic/start_trace.cpp", "src/com_support/annotation_service.cpp")
 
 
 def subject(path):
@@ -69,8 +71,8 @@ class Shell(Part):
         return options
 
     def has(self, path):
-        """Not the program that writes the trace for support."""
-        return super().has(path) and not path.startswith("src/com/diagnostic/")
+        """What the component itself is made of."""
+        return super().has(path) and path not in OTHERS
 
     def options_to_parse(self, path):
         return self.clang + self.sources[path].options
@@ -92,8 +94,8 @@ class Shell(Part):
         return near
 
     def excluded(self, program):
-        """These take long, and no rule is known to them alone."""
-        return "Endurance*" if program == COM else ""
+        """What takes long, or wants the companion away, which the tests of the DLL need."""
+        return {COM: "Endurance*", CONTRACT: "ShippedMessages.WithoutACompanion*"}.get(program, "")
 
     def target_of(self, program):
         """The tests of the DLL use it from outside."""
