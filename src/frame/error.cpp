@@ -1,7 +1,10 @@
 #include "frame/error.h"
 
 #include <array>
+#include <utility>
 #include <vector>
+
+#include "frame/kept_last_error.h"
 
 namespace kwo::frame {
 
@@ -80,17 +83,20 @@ void MKWOError::KWO_SaveError(const ComponentError& current, const SaveErrorRequ
     }
     if (number != 0 && description.empty()) description = KWO_SystemErrorText(Negated(number));
 
-    if (request.replace || mSaved.number == 0) mSaved.number = number;
-    if (request.replace || mLastPlatformCode == 0) mLastPlatformCode = platformCode;
+    // If memory runs out, the saved error stays as it was.
+    ComponentError saved = mSaved;
+    if (request.replace || saved.number == 0) saved.number = number;
     if (request.replace) {
-        mSaved.description = description;
-        mSaved.source = RoutineOr(request.source);
+        saved.description = description;
+        saved.source = RoutineOr(request.source);
     } else {
-        AttachSentence(mSaved.description, description);
-        AttachSource(mSaved.source, RoutineOr(request.source));
+        AttachSentence(saved.description, description);
+        AttachSource(saved.source, RoutineOr(request.source));
     }
-    if (mSaved.helpFile.empty()) mSaved.helpFile = current.helpFile;
-    if (mSaved.helpContext == 0) mSaved.helpContext = current.helpContext;
+    if (saved.helpFile.empty()) saved.helpFile = current.helpFile;
+    if (saved.helpContext == 0) saved.helpContext = current.helpContext;
+    mSaved = std::move(saved);
+    if (request.replace || mLastPlatformCode == 0) mLastPlatformCode = platformCode;
 
     // A trace that cannot be written saves an error of its own.
     const ComponentError raised = request.raiseNow ? mSaved : ComponentError();
@@ -153,7 +159,7 @@ void MKWOError::KWO_RaiseError(std::int32_t code, TextView source, TextView text
 
 Text MKWOError::KWO_SystemErrorText(std::int32_t code) {
     if (code == 0) return {};
-    const std::int32_t lastOnEntry = mSystem.Last();
+    const KeptLastError kept(mSystem);
     Text text = Trim(ReplaceAll(KWO_CutAtNul(PlatformText(code)), kCrLf, u" "));
     if (code == kNoRootDirectory) {
         text += kCrLf;
@@ -161,7 +167,6 @@ Text MKWOError::KWO_SystemErrorText(std::int32_t code) {
                         u"Please refer to Microsoft Knowledge Base Articles Q167871, Q160843, Q176445 at " +
                             Text(kSupportSearch) + u".");
     }
-    mSystem.SetLast(lastOnEntry);
     return text;
 }
 

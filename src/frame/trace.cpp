@@ -6,6 +6,7 @@
 
 #include "frame/duration.h"
 #include "frame/fixed_digits.h"
+#include "frame/kept_last_error.h"
 #include "platform/debug_output.h"
 
 namespace kwo::frame {
@@ -17,19 +18,6 @@ using platform::Milliseconds;
 constexpr std::int64_t kLargestFile = 104'857'600;
 constexpr std::int16_t kStopIcon = 16;
 constexpr std::int32_t kAskDeleteMessage = 1899;
-
-/// Keeps the platform's last error as it is for the caller of a traced routine.
-class KeptLastError {
-public:
-    explicit KeptLastError(platform::SystemErrors& errors) : mErrors(errors), mCode(errors.Last()) {}
-    ~KeptLastError() { mErrors.SetLast(mCode); }
-    KeptLastError(const KeptLastError&) = delete;
-    KeptLastError& operator=(const KeptLastError&) = delete;
-
-private:
-    platform::SystemErrors& mErrors;
-    std::int32_t mCode;
-};
 
 /// Set for as long as the scope lasts.
 class Flag {

@@ -84,6 +84,28 @@ TEST(Scenarios, NameEveryMemberOfEveryClassAndNoOther) {
         EXPECT_TRUE(members.contains(name)) << name << " is no member";
 }
 
+/// The calls of a run without a fault. Each of them fails in its turn.
+Names CallsOf(const Scenario& scenario) {
+    const std::unique_ptr<Stage> stage = scenario.stage();
+    stage->desktop.faults.FailAnyCall(0);
+    try {
+        scenario.run(*stage);
+    } catch (const platform::ComponentError&) {
+        // Some members fail in any case.
+    }
+    const std::vector<std::string>& made = stage->desktop.faults.Made();
+    return {made.begin(), made.end()};
+}
+
+TEST(Scenarios, MakeEveryCallThatCanFail) {
+    // The host's log hears of a dispatch that failed for no known reason.
+    Names made = {"ReportEvent of the host"};
+    for (const Scenario& scenario : AllScenarios())
+        made.merge(CallsOf(scenario));
+    for (const std::string& call : platform::simulated::SimulatedDesktop().faults.CanFail())
+        EXPECT_TRUE(made.contains(call)) << "no scenario makes the call " << call;
+}
+
 TEST(Scenarios, HaveTheirOwnNames) {
     Names names;
     for (const Scenario& scenario : AllScenarios())

@@ -101,7 +101,7 @@ const std::vector<Scenario>& AllScenarios() {
         std::vector<Scenario> scenarios;
         for (const auto& list : {RegistryScenarios, MetricsScenarios, FontsScenarios, UtilityScenarios,
                                  PlacementScenarios, TrayScenarios, TimerScenarios, MonthViewScenarios, ButtonScenarios,
-                                 SplitterScenarios, CompanionScenarios, TraceScenarios})
+                                 SplitterScenarios, CompanionScenarios, TraceScenarios, FrameScenarios})
             std::ranges::move(list(), std::back_inserter(scenarios));
         return scenarios;
     }();

@@ -101,6 +101,8 @@ std::vector<Scenario> SplitterScenarios();
 std::vector<Scenario> CompanionScenarios();
 /// What developers switch on: no class has a member for it.
 std::vector<Scenario> TraceScenarios();
+/// What members share: error texts, message boxes, questions about files.
+std::vector<Scenario> FrameScenarios();
 const std::vector<Scenario>& AllScenarios();
 
 /// A run on a stage of a class.

@@ -58,6 +58,18 @@ std::vector<Scenario> TraceScenarios() {
          On<TraceStage>([](TraceStage& stage) { return stage.Trace(0); }),
          Rules(),
          onAllocation},
+        {"ATraceIsDeletedAtItsEnd",
+         {},
+         Fresh<TraceStage>(),
+         On<TraceStage>([](TraceStage& stage) {
+             constexpr std::int32_t kYes = 6;
+             stage.desktop.windows.answers.push_back(kYes);
+             Member([&] { stage.component->trace.KWO_TraceStart(0, 0, false); });
+             Member([&] { stage.component->trace.KWO_TraceClose(true); });
+             return "traced";
+         }),
+         Rules(),
+         onAllocation},
         {"ATraceIsKeptInMemory",
          {},
          Fresh<TraceStage>(),

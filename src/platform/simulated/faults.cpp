@@ -38,6 +38,14 @@ int Faults::Calls(std::string_view name) const {
     return Known(name).made;
 }
 
+std::vector<std::string> Faults::CanFail() const {
+    std::vector<std::string> names;
+    for (const auto& [name, call] : mCalls) {
+        if (!call.codes.empty()) names.push_back(name);
+    }
+    return names;
+}
+
 void Faults::Declare(std::vector<Kind> kinds) {
     for (Kind& kind : kinds)
         mCalls[std::string(kind.name)].codes = std::move(kind.codes);

@@ -56,6 +56,8 @@ public:
     const std::vector<std::string>& Made() const { return mMade; }
     /// Those that FailAnyCall has let fail.
     const std::vector<Failure>& Failed() const { return mFailed; }
+    /// The names of the calls that can fail, in their alphabetical order.
+    std::vector<std::string> CanFail() const;
     /// In how many ways a call can fail.
     std::size_t WaysOf(std::string_view name) const { return Known(name).codes.size(); }
 
