@@ -2,11 +2,16 @@
 
 #include "allocation_count.h"
 #include "allocation_faults.h"
+#include "dll_under_test.h"
 #include "registry_sandbox.h"
+#include "thread.h"
 #include "timer_client.h"
+#include "windows_calls/windows_calls.h"
 
 namespace kwo::com_test {
 namespace {
+
+using windows_calls::WindowsCalls;
 
 /// More than any member allocates.
 constexpr long kTooMany = 2000;
@@ -160,6 +165,57 @@ TEST_F(FailingMembers, ThatFailLeakNothing) {
         SetErrorInfo(0, nullptr);
         EXPECT_EQ(memory.InUse(), before) << at;
     }
+}
+
+/// What a client gets if a program cannot be started and the texts of the message about it cannot be loaded. On a
+/// thread of its own, which has no texts yet.
+HRESULT StartWithoutMessages(WindowsCalls& calls, int& boxes) {
+    static int shown = 0;
+    shown = 0;
+    calls.Replace("MessageBoxA", [](HWND, LPCSTR, LPCSTR, UINT) -> int { return ++shown, IDOK; });
+    HRESULT status = S_OK;
+    Thread([&] {
+        CoInitialize(nullptr);
+        calls.WatchThisThread();
+        {
+            const ComPtr<IDispatch> utility = Create(L"KWOUtility");
+            const Outcome outcome = Call(utility.Get(), L"KWO_LoadApp", {L"C:\\", L"kwo no such.exe", L"", 1, L""});
+            status = outcome.status == DISP_E_EXCEPTION ? outcome.scode : outcome.status;
+            SetErrorInfo(0, nullptr);
+        }
+        CoUninitialize();
+    }).Join();
+    boxes = shown;
+    return status;
+}
+
+TEST(FailingCompanion, WithoutMemoryIsNotAMissingOne) {
+    const Library library;
+    const auto found = [](LPCOLESTR, CLSID* id) -> HRESULT {
+        *id = CLSID_NULL;
+        return S_OK;
+    };
+    const auto told = [&](auto lookUp, auto create) {
+        WindowsCalls calls({library.Module()}, {"CLSIDFromProgID", "CoCreateInstance", "MessageBoxA"});
+        calls.Replace("CLSIDFromProgID", lookUp);
+        calls.Replace("CoCreateInstance", create);
+        int boxes = 0;
+        const HRESULT status = StartWithoutMessages(calls, boxes);
+        return Hex(status) + ", boxes: " + std::to_string(boxes);
+    };
+    const auto createWithoutMemory = [](REFCLSID, IUnknown*, DWORD, REFIID, void** object) -> HRESULT {
+        *object = nullptr;
+        return E_OUTOFMEMORY;
+    };
+    const auto createNothing = [](REFCLSID, IUnknown*, DWORD, REFIID, void** object) -> HRESULT {
+        *object = nullptr;
+        return REGDB_E_CLASSNOTREG;
+    };
+
+    const std::string outOfMemory = Hex(E_OUTOFMEMORY) + ", boxes: 0";
+    EXPECT_EQ(told([](LPCOLESTR, CLSID*) -> HRESULT { return E_OUTOFMEMORY; }, createNothing), outOfMemory);
+    EXPECT_EQ(told(found, createWithoutMemory), outOfMemory);
+    EXPECT_EQ(told(found, createNothing), Hex(S_OK) + ", boxes: 1");
 }
 
 }  // namespace

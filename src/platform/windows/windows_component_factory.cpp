@@ -3,6 +3,8 @@
 #include <windows.h>
 #include <objbase.h>
 
+#include <new>
+
 #include "com_support/com_ptr.h"
 #include "platform/component_error.h"
 #include "platform/windows/ansi.h"
@@ -13,10 +15,12 @@ namespace kwo::platform::windows {
 HostObjectRef WindowsComponentFactory::Create(TextView programmaticId) {
     CLSID classId;
     com_support::ComPtr<IDispatch> object;
-    if (FAILED(::CLSIDFromProgID(ToWide(programmaticId).c_str(), &classId)) ||
-        FAILED(::CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch, object.OutVoid())) || !object) {
-        RaiseRuntime(RuntimeError::CannotCreateObject);
+    HRESULT status = ::CLSIDFromProgID(ToWide(programmaticId).c_str(), &classId);
+    if (SUCCEEDED(status)) {
+        status = ::CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch, object.OutVoid());
     }
+    if (status == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (FAILED(status) || !object) RaiseRuntime(RuntimeError::CannotCreateObject);
     return MakeHostObject(object.Get());
 }
 
