@@ -1,6 +1,8 @@
 #include "com_support/annotation_service.h"
 
-// The identifiers as the system's header has them, independent of those of the component.
+#include <ole2.h>
+// The identifiers as the system's header has them, independent of those of the component. Those of other headers stay
+// out: a DLL that needs one would take this file for it.
 #include <initguid.h>
 #include <oleacc.h>
 
