@@ -318,13 +318,13 @@ TEST_F(WhatWindowsReceives, OfMessageBoxesAndWindows) {
     });
     const auto window = At<HWND>(0x99);
 
-    EXPECT_EQ(platform.windows.AskUser(0x99, u"prompt", u"title", MB_RETRYCANCEL | MB_ICONHAND), IDRETRY);
+    EXPECT_EQ(platform.windows.AskUser(0x99, u"prompt", u"title", MB_RETRYCANCEL), IDRETRY);
     platform.windows.Flash(0x99, true);
     platform.windows.Flash(0x99, false);
     EXPECT_TRUE(platform.windows.WindowExists(0x99));
     EXPECT_TRUE(platform.windows.IsMinimised(0x99));
     EXPECT_EQ(platform.windows.WindowText(0x99), u"caption");
-    ExpectCalls({MakeCall("MessageBoxA", window, "prompt", "title", MB_RETRYCANCEL | MB_ICONHAND),
+    ExpectCalls({MakeCall("MessageBoxA", window, "prompt", "title", MB_RETRYCANCEL),
                  MakeCall("FlashWindow", window, TRUE), MakeCall("FlashWindow", window, FALSE),
                  MakeCall("IsWindow", window), MakeCall("IsIconic", window), MakeCall("IsWindow", window),
                  MakeCall("GetWindowTextA", window, Out(), 255)});
