@@ -67,7 +67,7 @@ void RaiseFailure(HRESULT code) {
 void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId) {
     com_support::ComPtr<IErrorInfo> info;
     const bool told = ::GetErrorInfo(0, info.Out()) == S_OK;
-    if (!told || !LeavesErrorObjects(object, interfaceId)) RaiseFailure(code);
+    if (!told || code == E_OUTOFMEMORY || !LeavesErrorObjects(object, interfaceId)) RaiseFailure(code);
     Bstr source;
     Bstr description;
     Bstr helpFile;
@@ -85,6 +85,7 @@ void RaiseException(com_support::ExceptionInfo& exception) {
     exception.Complete();
     SCODE code = exception.scode != 0 ? exception.scode : exception.wCode;
     if (code == 0) code = DISP_E_EXCEPTION;
+    if (code == E_OUTOFMEMORY) throw std::bad_alloc();
     throw ComponentError{ErrorNumber(code), ToText(exception.bstrSource), ToText(exception.bstrDescription),
                          ToText(exception.bstrHelpFile), static_cast<std::int32_t>(exception.dwHelpContext)};
 }

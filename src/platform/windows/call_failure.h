@@ -25,7 +25,8 @@ namespace kwo::platform::windows {
 
 /// Raises the failure that an object described in answer to a late-bound call (DISP_E_EXCEPTION), with its number,
 /// source, description and help.
-/// Asks the object for texts that it has put off. An object that gives no number raises 0x80020009.
+/// Asks the object for texts that it has put off. An object that gives no number raises 0x80020009. E_OUTOFMEMORY is
+/// std::bad_alloc.
 [[noreturn]] void RaiseException(com_support::ExceptionInfo& exception);
 
 }  // namespace kwo::platform::windows

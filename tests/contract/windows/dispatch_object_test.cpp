@@ -447,8 +447,8 @@ TEST_F(DispatchObjectTest, FailuresOfTheCallHaveTheirRuntimeNumbers) {
     };
     for (const Row& row : {Row{DISP_E_UNKNOWNNAME, 438, u"Object doesn't support this property or method"},
                            Row{DISP_E_MEMBERNOTFOUND, 438, u"Object doesn't support this property or method"},
-                           Row{DISP_E_TYPEMISMATCH, 13, u"Type mismatch"},
-                           Row{DISP_E_BADVARTYPE, 13, u"Type mismatch"}, Row{DISP_E_OVERFLOW, 6, u"Overflow"},
+                           Row{DISP_E_TYPEMISMATCH, 13, u"Type mismatch"}, Row{DISP_E_BADVARTYPE, 13, u"Type mismatch"},
+                           Row{DISP_E_OVERFLOW, 6, u"Overflow"},
                            Row{DISP_E_BADPARAMCOUNT, 450, u"Wrong number of arguments or invalid property assignment"},
                            Row{DISP_E_PARAMNOTOPTIONAL, 449, u"Argument not optional"},
                            Row{DISP_E_PARAMNOTFOUND, 448, u"Named argument not found"},
@@ -481,6 +481,12 @@ TEST_F(DispatchObjectTest, AnObjectWithoutMemoryIsNoMemory) {
     EXPECT_THROW(object->Get(u"First"), std::bad_alloc);
     EXPECT_THROW(object->Let(u"First", true), std::bad_alloc);
     EXPECT_THROW(object->Notify(u"First", arguments), std::bad_alloc);
+
+    target.body = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+        exception->scode = E_OUTOFMEMORY;
+        return DISP_E_EXCEPTION;
+    };
+    EXPECT_THROW(object->Get(u"First"), std::bad_alloc) << "also as an exception";
 }
 
 TEST_F(DispatchObjectTest, TheObjectsOwnErrorIsRaisedWhole) {
