@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "wine.h"
+
 namespace kwo::com_test {
 namespace {
 
@@ -49,16 +51,65 @@ long long CommittedBytes() {
     return bytes;
 }
 
+/// Calls `see` with each handle of this process.
+template <class See>
+void ForEachHandle(See&& see) {
+    constexpr ULONG_PTR kStep = 4;
+    constexpr ULONG_PTR kHighest = 0x8000;
+    for (ULONG_PTR value = kStep; value < kHighest; value += kStep) {
+        const auto handle = reinterpret_cast<HANDLE>(value);
+        DWORD flags = 0;
+        if (GetHandleInformation(handle, &flags)) see(handle);
+    }
+}
+
+/// The text that NtQueryObject tells first of an object; empty if it tells nothing.
+std::string Told(HANDLE handle, int what) {
+    struct Counted {
+        USHORT bytes;
+        USHORT capacity;
+        const wchar_t* text;
+    };
+    using Query = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
+    static const auto query = reinterpret_cast<Query>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryObject")));
+    alignas(Counted) char answer[2048] = {};
+    ULONG size = 0;
+    if (query(handle, what, answer, sizeof answer, &size) < 0) return {};
+    const auto& told = *reinterpret_cast<const Counted*>(answer);
+    return std::string(told.text, told.text + told.bytes / sizeof(wchar_t));
+}
+
+/// The name of the object's type, with the name of a key behind it.
+std::string KindOf(HANDLE handle) {
+    constexpr int kName = 1;
+    constexpr int kType = 2;
+    const std::string type = Told(handle, kType);
+    return type == "Key" ? type + ' ' + Told(handle, kName) : type;
+}
+
 }  // namespace
 
 long HandlesInUse() {
-    constexpr ULONG_PTR kStep = 4;
-    constexpr ULONG_PTR kHighest = 0x8000;
     long count = 0;
-    for (ULONG_PTR value = kStep; value < kHighest; value += kStep) {
-        DWORD flags = 0;
-        if (GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) ++count;
-    }
+    ForEachHandle([&](HANDLE) { ++count; });
+    return count;
+}
+
+std::map<std::string, long> HandlesByKind() {
+    std::map<std::string, long> kinds;
+    ForEachHandle([&](HANDLE handle) { ++kinds[KindOf(handle)]; });
+    return kinds;
+}
+
+long CloseKeysLostByWine() {
+    if (!IsWine()) return 0;
+    long count = 0;
+    ForEachHandle([&](HANDLE handle) {
+        if (KindOf(handle) != "Key \\REGISTRY\\Machine\\Software\\Classes\\Wow6432Node") return;
+        CloseHandle(handle);
+        ++count;
+    });
     return count;
 }
 

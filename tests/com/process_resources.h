@@ -1,5 +1,8 @@
 #pragma once
 
+#include <map>
+#include <string>
+
 namespace kwo::com_test {
 
 /// What this process holds of the system, or the difference of two such states.
@@ -18,5 +21,11 @@ struct Resources {
 Resources ResourcesInUse();
 /// Handles are looked for one by one: Wine's GetProcessHandleCount always says 0.
 long HandlesInUse();
+/// How many handles there are of each kind of object: "Event", "Thread". Keys are told by their names.
+std::map<std::string, long> HandlesByKind();
+/// Closes the keys that Wine has opened and will never close; how many there were. Wine for 64 bits loses one whenever
+/// somebody looks into the classes of the other bitness: when COM has found no server of an object in this one, and at
+/// each use of a font object by name. Nothing else keeps such a key while the program rests. 0 on Windows.
+long CloseKeysLostByWine();
 
 }  // namespace kwo::com_test

@@ -57,32 +57,6 @@ long WineUserObjects() {
     return count;
 }
 
-/// Wine's font object opens the key of the 32-bit classes three times at each use by name and never closes it. A
-/// calendar uses the font of its box by name. Nothing else keeps such a key while the program rests.
-long CloseKeysLostByWine() {
-    constexpr std::uintptr_t kStep = 4;
-    constexpr std::uintptr_t kHighest = 0x8000;
-    constexpr std::wstring_view kLost = L"\\REGISTRY\\Machine\\Software\\Classes\\Wow6432Node";
-    constexpr int kKeyNameInformation = 3;
-    using Query = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
-    static const auto query =
-        reinterpret_cast<Query>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryKey")));
-    struct {
-        ULONG bytes;
-        wchar_t name[512];
-    } key = {};
-    long count = 0;
-    for (std::uintptr_t value = kStep; value < kHighest; value += kStep) {
-        const auto handle = reinterpret_cast<HANDLE>(value);
-        ULONG size = 0;
-        if (query(handle, kKeyNameInformation, &key, sizeof key, &size) < 0) continue;
-        if (std::wstring_view(key.name, key.bytes / sizeof(wchar_t)) != kLost) continue;
-        CloseHandle(handle);
-        ++count;
-    }
-    return count;
-}
-
 struct Measure {
     const char* name;
     long long bound;
@@ -105,7 +79,7 @@ const std::vector<Measure>& Measures() {
 
 Census TakeCensus() {
     Census census;
-    if (com_test::IsWine()) census.keysLostByWine = CloseKeysLostByWine();
+    census.keysLostByWine = com_test::CloseKeysLostByWine();
     const auto resources = com_test::ResourcesInUse();
     census.handles = resources.handles;
     census.privateBytes = resources.committedBytes;

@@ -18,8 +18,18 @@ struct Answer {
     /// S_OK, the HRESULT of the call, or the number of the error that the member raised.
     HRESULT status = S_OK;
     std::string value;
+    /// Of an error that the member raised.
+    std::string source = {};
+    std::string description = {};
 
+    /// Without the texts of an error: they may tell that no messages could be loaded, which lasts.
     std::string Text() const { return step + ": " + Hex(status) + ' ' + value; }
+    std::string TextWithError() const { return Text() + ' ' + source + ": " + description; }
+    /// Whether this is that answer; an error may have come without its texts.
+    bool IsLike(const Answer& usual) const {
+        return step == usual.step && status == usual.status && value == usual.value &&
+               (source.empty() || source == usual.source) && (description.empty() || description == usual.description);
+    }
 };
 
 /// Where a scenario runs: the object of the DLL that it uses, and the answers it gets.
@@ -39,7 +49,9 @@ public:
     Outcome Let(IDispatch* object, const wchar_t* property, const Var& value);
     Outcome Set(IDispatch* object, const wchar_t* property, const Var& value);
     /// Any other step: its status, and what it brought.
-    void Note(const std::string& step, HRESULT status, const std::string& value = {});
+    void Note(const std::string& step, HRESULT status, const std::string& value = {}) {
+        mAnswers.push_back({step, status, value});
+    }
 
     HMODULE Module() const { return mModule; }
     windows_calls::WindowsCalls& Calls() { return mCalls; }

@@ -60,8 +60,9 @@ ComPtr<IDispatch> Stage::Another(const wchar_t* className) {
 
 Outcome Stage::Noted(const wchar_t* member, Outcome outcome) {
     SetErrorInfo(0, nullptr);
-    const HRESULT status = outcome.status == DISP_E_EXCEPTION ? outcome.scode : outcome.status;
-    Note(Narrow(member), status, TextOf(outcome.result));
+    const bool isRaised = outcome.status == DISP_E_EXCEPTION;
+    mAnswers.push_back({Narrow(member), isRaised ? outcome.scode : outcome.status, TextOf(outcome.result),
+                        Narrow(outcome.source), Narrow(outcome.description)});
     return outcome;
 }
 
@@ -79,10 +80,6 @@ Outcome Stage::Let(IDispatch* object, const wchar_t* property, const Var& value)
 
 Outcome Stage::Set(IDispatch* object, const wchar_t* property, const Var& value) {
     return Noted(property, com_test::Set(object, property, value));
-}
-
-void Stage::Note(const std::string& step, HRESULT status, const std::string& value) {
-    mAnswers.push_back({step, status, value});
 }
 
 }  // namespace kwo::com_test
