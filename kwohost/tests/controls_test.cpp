@@ -4,6 +4,7 @@
 #include "access_key.h"
 #include "form.h"
 #include "script_test.h"
+#include "support/gdi_objects.h"
 #include "units.h"
 
 namespace kwohost::tests {
@@ -710,12 +711,14 @@ TEST_F(ControlsTest, ClosedFormsGiveBackTheirHandles) {
                   L"txt.Font.Size = 20\r\ntxt.BackColor = &HFF\r\nchk.BackColor = &HFF00\r\ntxt.MultiLine = True\r\n"
                   L"Host.DoEvents\r\nfrm.Close");
     };
+    constexpr int kRounds = 10;
     run();
     run();
-    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    for (int round = 0; round < 10; ++round)
+    const long before = kwo::test_support::GdiObjectsInUse();
+    for (int round = 0; round < kRounds; ++round)
         run();
-    EXPECT_LT(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), before + 10);
+    EXPECT_GT(before, 0);
+    EXPECT_LT(kwo::test_support::GdiObjectsInUse(), before + kRounds);
 }
 
 }  // namespace kwohost::tests

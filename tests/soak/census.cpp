@@ -10,20 +10,11 @@
 
 #include "live_objects.h"
 #include "process_resources.h"
+#include "support/gdi_objects.h"
 #include "wine.h"
 
 namespace kwo::soak {
 namespace {
-
-/// Handles of Wine's graphics objects are their places in a table; it accepts them without the count in their upper
-/// half.
-long WineGdiObjects() {
-    constexpr std::uintptr_t kPlaces = 0x10000;
-    long count = 0;
-    for (std::uintptr_t place = 1; place < kPlaces; ++place)
-        if (GetObjectType(reinterpret_cast<HGDIOBJ>(place)) != 0) ++count;
-    return count;
-}
 
 /// The windows of this process below `parent`, or all top-level ones.
 long WindowsBelow(HWND parent) {
@@ -84,13 +75,9 @@ Census TakeCensus() {
     census.handles = resources.handles;
     census.privateBytes = resources.committedBytes;
     census.heapBytes = resources.heapBytes;
-    if (com_test::IsWine()) {
-        census.gdiObjects = WineGdiObjects();
-        census.userObjects = WineUserObjects();
-    } else {
-        census.gdiObjects = static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
-        census.userObjects = static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
-    }
+    census.gdiObjects = test_support::GdiObjectsInUse();
+    census.userObjects = com_test::IsWine() ? WineUserObjects()
+                                            : static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
     census.liveObjects = LiveObjects();
     return census;
 }
