@@ -9,6 +9,7 @@ constexpr HRESULT kToldAlready = static_cast<HRESULT>(0x80020101);
 
 /// Whether a caller may see this code as the result of a call. It takes others for a call that never ran.
 bool IsSafe(HRESULT code) {
+    if (code == DISP_E_DIVBYZERO) return true;
     return FAILED(code) && HRESULT_FACILITY(code) != FACILITY_DISPATCH && code != E_NOTIMPL;
 }
 

@@ -4,13 +4,16 @@ function check(name, good) {
     checks++;
     WScript.Echo((good ? "ok " : "not ok ") + name);
 }
-function numberOf(action) {
+function raised(action) {
     try {
         action();
     } catch (e) {
-        return e.number & 0xFFFF;
+        return e;
     }
-    return 0;
+    return { number: 0 };
+}
+function numberOf(action) {
+    return raised(action).number & 0xFFFF;
 }
 
 function clock_Tick(sender) {
@@ -19,7 +22,14 @@ function clock_Tick(sender) {
 var clock = WScript.CreateObject("KWOUtil.KWOTimer", "clock");
 check("the number of a handler's error", numberOf(function () { clock.TimerTick(1); }) == 78);
 clock.TimerEvents = { Tick: function (sender) { throw new Error(0x800A0000 + 77 | 0, "the callback fails"); } };
-check("the number of a callback's error", numberOf(function () { clock.TimerTick(1); }) == 77);
+var error = raised(function () { clock.TimerTick(1); });
+check("the number of a callback's error", (error.number & 0xFFFF) == 77);
+check("its description", error.description == "the callback fails");
+// Wine answers the timer with E_FAIL for a number that is no HRESULT.
+clock.TimerEvents = { Tick: function (sender) { throw new Error(77, "a small number"); } };
+error = raised(function () { clock.TimerTick(1); });
+check("a small number", error.number == -2147467259 || (error.number & 0xFFFF) == 77);
+check("the description of its error", error.description == "a small number");
 clock.TimerEvents = null;
-WScript.Sleep(50);
+WScript.Sleep(0);
 WScript.Echo("done " + checks);

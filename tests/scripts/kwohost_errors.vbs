@@ -1,7 +1,7 @@
 ' Errors of handlers and callbacks, on their way through the timer to the code that waits for it.
 Option Explicit
 
-Dim checks, clock
+Dim checks, clock, failing
 checks = 0
 Sub Check(name, good)
     checks = checks + 1
@@ -11,6 +11,16 @@ End Sub
 Class Listener
     Public Sub Tick(sender)
         Err.Raise 77, "Listener", "the listener fails"
+    End Sub
+    Public Sub Alarm(sender, tag, newDateTime)
+        tag = tag / (tag - tag)
+    End Sub
+End Class
+Class Quiet
+    Public Sub Tick(sender)
+        On Error Resume Next
+        clock.Interval = "often"
+        Err.Clear
     End Sub
 End Class
 Sub clock_Tick(sender)
@@ -32,11 +42,22 @@ Err.Clear
 clock.TimerTick 2, 5
 Err.Clear
 
-Set clock.TimerEvents = New Listener
+Set failing = New Listener
+Set clock.TimerEvents = failing
 clock.TimerTick 1
 Check "the number of a callback's error", Err.Number = 77
+Check "its source, too", Err.Source = "Listener"
+Check "its description, too", Err.Description = "the listener fails"
 Err.Clear
+Set clock.AlarmEvents = failing
+clock.TimerTick 2, 5
+Check "the number of a callback's division by zero", Err.Number = 11 Or Err.Number = &H80020012
+Err.Clear
+Set clock.TimerEvents = New Quiet
+clock.TimerTick 1
+Check "a callback that handles its error has none", Err.Number = 0
 Set clock.TimerEvents = Nothing
+Set clock.AlarmEvents = Nothing
 On Error GoTo 0
-WScript.Sleep 50
+WScript.Sleep 0
 WScript.Echo "done " & checks

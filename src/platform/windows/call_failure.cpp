@@ -37,9 +37,8 @@ bool LeavesErrorObjects(IUnknown& object, const IID& interfaceId) {
     return support && support->InterfaceSupportsErrorInfo(interfaceId) == S_OK;
 }
 
-}  // namespace
-
-void RaiseFailure(HRESULT code) {
+/// Raises the error for a code of the call itself. Returns if the code is another one.
+void RaiseFailureOfTheCall(HRESULT code) {
     switch (code) {
         case DISP_E_UNKNOWNNAME:
         case DISP_E_MEMBERNOTFOUND:
@@ -60,24 +59,51 @@ void RaiseFailure(HRESULT code) {
         case DISP_E_NONAMEDARGS:
             Raise(kNoNamedArguments, {}, u"Object doesn't support named arguments");
         default:
-            Raise(ErrorNumber(code), {}, SystemText(code));
+            return;
     }
+}
+
+ComponentError Explained(HRESULT code, IErrorInfo& explanation) {
+    Bstr source;
+    Bstr description;
+    Bstr helpFile;
+    DWORD helpContext = 0;
+    explanation.GetSource(source.Out());
+    explanation.GetDescription(description.Out());
+    explanation.GetHelpFile(helpFile.Out());
+    explanation.GetHelpContext(&helpContext);
+    return {ErrorNumber(code), ToText(source.Get()), ToText(description.Get()), ToText(helpFile.Get()),
+            static_cast<std::int32_t>(helpContext)};
+}
+
+/// The error object stays with the thread: whoever has left it may look whether it was taken.
+com_support::ComPtr<IErrorInfo> ErrorObjectOfTheThread() {
+    com_support::ComPtr<IErrorInfo> object;
+    if (::GetErrorInfo(0, object.Out()) == S_OK) ::SetErrorInfo(0, object.Get());
+    return object;
+}
+
+}  // namespace
+
+void RaiseFailure(HRESULT code) {
+    RaiseFailureOfTheCall(code);
+    Raise(ErrorNumber(code), {}, SystemText(code));
 }
 
 void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId) {
     com_support::ComPtr<IErrorInfo> info;
     const bool told = ::GetErrorInfo(0, info.Out()) == S_OK;
     if (!told || code == E_OUTOFMEMORY || !LeavesErrorObjects(object, interfaceId)) RaiseFailure(code);
-    Bstr source;
-    Bstr description;
-    Bstr helpFile;
-    DWORD helpContext = 0;
-    info->GetSource(source.Out());
-    info->GetDescription(description.Out());
-    info->GetHelpFile(helpFile.Out());
-    info->GetHelpContext(&helpContext);
-    throw ComponentError{ErrorNumber(code), ToText(source.Get()), ToText(description.Get()), ToText(helpFile.Get()),
-                         static_cast<std::int32_t>(helpContext)};
+    throw Explained(code, *info.Get());
+}
+
+ScriptObjectFailure::ScriptObjectFailure() : mBefore(ErrorObjectOfTheThread()) {}
+
+void ScriptObjectFailure::Raise(HRESULT code) const {
+    RaiseFailureOfTheCall(code);
+    const auto left = ErrorObjectOfTheThread();
+    if (!left || left.Get() == mBefore.Get()) RaiseFailure(code);
+    throw Explained(code, *left.Get());
 }
 
 void RaiseException(com_support::ExceptionInfo& exception) {

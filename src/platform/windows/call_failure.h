@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include "com_support/com_ptr.h"
 #include "com_support/exception_info.h"
 #include "platform/component_error.h"
 
@@ -22,6 +23,24 @@ namespace kwo::platform::windows {
 ///
 /// Call it directly after the call. The error object is taken from the thread in either case.
 [[noreturn]] void RaiseEarlyBoundFailure(HRESULT code, IUnknown& object, const IID& interfaceId);
+
+/// The failure of a script's object that answers a call with a code alone.
+/// The host of the script may have left the texts of the error on the thread.
+///
+///     const ScriptObjectFailure failure;
+///     const HRESULT code = object->Invoke(id, IID_NULL, locale, flags, &parameters, &result, &exception, nullptr);
+///     if (FAILED(code) && code != DISP_E_EXCEPTION) failure.Raise(code);
+class ScriptObjectFailure {
+public:
+    /// Make it before the call: an error object that the thread has by then is about something else.
+    ScriptObjectFailure();
+    /// Raises the error with the texts of an error object that the call has left on the thread. It stays there.
+    /// Without one, and for the standard codes, the same as RaiseFailure.
+    [[noreturn]] void Raise(HRESULT code) const;
+
+private:
+    com_support::ComPtr<IErrorInfo> mBefore;
+};
 
 /// Raises the failure that an object described in answer to a late-bound call (DISP_E_EXCEPTION), with its number,
 /// source, description and help.

@@ -28,6 +28,11 @@ bool RefusesTypes(HRESULT code) {
     return code == DISP_E_TYPEMISMATCH || code == DISP_E_BADVARTYPE;
 }
 
+/// True for an object of a script engine. It accepts every argument but writes only into references to variants.
+bool IsScripts(IDispatch& object) {
+    return static_cast<bool>(com_support::As<IDispatchEx>(&object));
+}
+
 /// Calls a member once. Returns a refusal of the arguments' types; raises every other failure.
 HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> arguments, std::span<DISPID> names,
                VARIANT* result) {
@@ -37,11 +42,13 @@ HRESULT Invoke(IDispatch* target, DISPID id, WORD flags, std::span<VARIANT> argu
                              static_cast<UINT>(names.size())};
     com_support::ExceptionInfo exception;
     UINT badArgument = 0;
+    const ScriptObjectFailure failure;
     const HRESULT code =
         held->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, &badArgument);
     if (code == DISP_E_EXCEPTION) RaiseException(exception);
-    if (FAILED(code) && !RefusesTypes(code) && code != DISP_E_MEMBERNOTFOUND) RaiseFailure(code);
-    return code;
+    if (SUCCEEDED(code) || RefusesTypes(code) || code == DISP_E_MEMBERNOTFOUND) return code;
+    if (IsScripts(*held.Get())) failure.Raise(code);
+    RaiseFailure(code);
 }
 
 HRESULT Assign(IDispatch* target, DISPID id, WORD flags, VARIANT& value) {
@@ -54,11 +61,6 @@ std::vector<Argument> Arguments(std::span<const Variant> values, bool byReferenc
     for (const Variant& value : values)
         arguments.push_back({value, byReference});
     return arguments;
-}
-
-/// True for an object of a script engine. It accepts every argument but writes only into references to variants.
-bool IsScripts(IDispatch& object) {
-    return static_cast<bool>(com_support::As<IDispatchEx>(&object));
 }
 
 /// One way to pass the arguments; nothing if it is impossible for them.

@@ -16,7 +16,7 @@ namespace kwo::platform::windows {
 ///
 /// Raises what the object raised: its own number where it filled the exception in; 438 for a member it does not have;
 /// 13, 6 and 450 for what it refuses of the arguments; 446, 448 and 449 for what it refuses of their names; any other
-/// failure with the code as its number and the system's text.
+/// failure with the code as its number and the system's text, or the texts that a script's object leaves on the thread.
 ///
 /// Reads ask for a method and a property at once, so an object may answer either. Names are asked for in the user's
 /// locale; script objects that know names only by their extended interface (IDispatchEx) are asked there.

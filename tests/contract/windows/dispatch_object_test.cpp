@@ -475,6 +475,68 @@ TEST_F(DispatchObjectTest, OtherFailuresKeepTheirCodeWithTheSystemsText) {
     EXPECT_EQ(RaisedByGet().number, 424);
 }
 
+/// The thread's error object; null if there is none. It is taken from the thread.
+com_support::ComPtr<IErrorInfo> TakenErrorObject() {
+    com_support::ComPtr<IErrorInfo> taken;
+    ::GetErrorInfo(0, taken.Out());
+    return taken;
+}
+
+com_support::ComPtr<IErrorInfo> LeftErrorObject() {
+    com_support::ComPtr<ICreateErrorInfo> made;
+    ::CreateErrorInfo(made.Out());
+    const std::wstring texts[] = {L"Listener", L"has had enough", L"listener.hlp"};
+    made->SetSource(const_cast<LPOLESTR>(texts[0].c_str()));
+    made->SetDescription(const_cast<LPOLESTR>(texts[1].c_str()));
+    made->SetHelpFile(const_cast<LPOLESTR>(texts[2].c_str()));
+    made->SetHelpContext(12);
+    const auto left = made.As<IErrorInfo>();
+    ::SetErrorInfo(0, left.Get());
+    return left;
+}
+
+TEST_F(DispatchObjectTest, AScriptsObjectMayLeaveTheTextsOfItsErrorOnTheThread) {
+    constexpr auto kCode = static_cast<HRESULT>(0x800A004D);
+    com_support::ComPtr<IErrorInfo> left;
+    target.hasExtended = true;
+    target.body = [&](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+        left = LeftErrorObject();
+        return kCode;
+    };
+
+    const ComponentError error = RaisedByGet();
+
+    EXPECT_EQ(error.number, 77);
+    EXPECT_EQ(error.source, u"Listener");
+    EXPECT_EQ(error.description, u"has had enough");
+    EXPECT_EQ(error.helpFile, u"listener.hlp");
+    EXPECT_EQ(error.helpContext, 12);
+    EXPECT_EQ(TakenErrorObject().Get(), left.Get()) << "it stays where it was left";
+}
+
+TEST_F(DispatchObjectTest, AnErrorObjectThatIsAboutSomethingElseIsNotRead) {
+    constexpr auto kCode = static_cast<HRESULT>(0x800A004D);
+    target.hasExtended = true;
+    FailWith(kCode);
+    const auto earlier = LeftErrorObject();
+    EXPECT_EQ(RaisedByGet().source, u"") << "the thread had it before the call";
+    EXPECT_EQ(TakenErrorObject().Get(), earlier.Get());
+
+    target.body = [&](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+        LeftErrorObject();
+        return DISP_E_BADPARAMCOUNT;
+    };
+    EXPECT_EQ(RaisedByGet().number, 450) << "the call itself has failed";
+
+    target.hasExtended = false;
+    target.body = [&](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+        LeftErrorObject();
+        return kCode;
+    };
+    EXPECT_EQ(RaisedByGet().source, u"") << "no script's object";
+    TakenErrorObject();
+}
+
 TEST_F(DispatchObjectTest, AnObjectWithoutMemoryIsNoMemory) {
     FailWith(E_OUTOFMEMORY);
     Argument arguments[] = {{true}};
