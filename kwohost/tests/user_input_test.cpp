@@ -50,9 +50,9 @@ TEST_F(UserInputTest, HeldButtonIsReleasedBeforeTheScriptGoesOnHoweverLateTheSys
         PostMessageW(window, kAgain, 0, 0);
     });
     RunWithBox(
+        L"Sub box_MouseDown(Button, Shift, X, Y)\r\nSource.BeginFlood\r\nEnd Sub\r\n"
         L"Sub box_MouseUp(Button, Shift, X, Y)\r\nSource.Note \"up\"\r\nEnd Sub\r\n"
-        L"Host.MovePointer box, 75, 75\r\n"
-        L"Source.BeginFlood\r\nHost.HoldButton 50\r\nSource.Note \"held\"");
+        L"Host.MovePointer box, 75, 75\r\nHost.HoldButton 50\r\nSource.Note \"held\"");
     DestroyWindow(window);
 
     EXPECT_EQ(notes, Notes({L"up", L"held"}));
