@@ -138,7 +138,7 @@ txtSample.Text = Stored("Sample", "The quick brown fox")
 Set utility = CreateObject("KWOUtil.KWOUtility")
 place = Split(Stored("Place", "1500 1200 7200 4200"), " ")
 utility.KWO_SetFormPosition form, CLng(Stored("State", 0)), CLng(place(0)), CLng(place(1)), CLng(place(2)), CLng(place(3))
-bar.Left = CLng(Stored("Bar", 2400))
-FitBar
 form.Show
+bar.Left = CLng(Stored("Bar", 2400))        ' after Show: a maximised window has its size only now
+FitBar
 Host.Run
