@@ -12,11 +12,13 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "platform/clock.h"
 #include "platform/component_error.h"
+#include "platform/component_factory.h"
 #include "platform/drawing.h"
 #include "platform/event_log.h"
 #include "platform/file_system.h"
@@ -138,6 +140,38 @@ TEST_F(WhatWindowsReceives, OfAnIconOfTheNotificationArea) {
     ExpectCalls({MakeCall("Shell_NotifyIconA", NIM_ADD, &expected),
                  MakeCall("Shell_NotifyIconA", NIM_MODIFY, &expected),
                  MakeCall("Shell_NotifyIconA", NIM_DELETE, &expected)});
+}
+
+TEST_F(WhatWindowsReceives, OfATipThatFillsItsPlaceAndOfOneThatDoesNotCount) {
+    Watch({"Shell_NotifyIconA"}).Replace("Shell_NotifyIconA", &Yes<BOOL, DWORD, NOTIFYICONDATAA*>);
+    constexpr std::size_t kPlace = 64;
+    platform.notificationArea.Modify({0x1234, TrayRecord::kMessage, 777, 0, Text(kPlace + 1, u'x')});
+    NOTIFYICONDATAA expected = {};
+    expected.cbSize = NOTIFYICONDATAA_V1_SIZE;
+    expected.hWnd = At<HWND>(0x1234);
+    expected.uID = static_cast<UINT>(reinterpret_cast<UINT_PTR>(::GetModuleHandleW(nullptr)));
+    expected.uFlags = NIF_MESSAGE;
+    expected.uCallbackMessage = 777;
+    std::memset(expected.szTip, 'x', kPlace);
+    ExpectCalls({MakeCall("Shell_NotifyIconA", NIM_MODIFY, &expected)});
+}
+
+TEST_F(WhatWindowsReceives, OfAnObjectThatIsCreated) {
+    Watch({"CLSIDFromProgID", "CoCreateInstance"});
+    mCalls->Replace("CLSIDFromProgID", [](LPCOLESTR, CLSID* id) -> HRESULT {
+        *id = IID_IDispatch;
+        return S_OK;
+    });
+    mCalls->Replace("CoCreateInstance", [](REFCLSID id, IUnknown* outer, DWORD context, REFIID iid, void** object) {
+        *object = nullptr;
+        const bool isAsked =
+            id == IID_IDispatch && outer == nullptr && context == CLSCTX_SERVER && iid == IID_IDispatch;
+        return isAsked ? E_OUTOFMEMORY : REGDB_E_CLASSNOTREG;
+    });
+    EXPECT_THROW(platform.components.Create(u"Vendor.Class"), std::bad_alloc) << "of any kind of server";
+    const auto calls = mCalls->Taken();
+    ASSERT_EQ(calls.size(), 2u);
+    EXPECT_EQ(calls[0][1], MakeCall("", L"Vendor.Class")[1]);
 }
 
 TEST_F(WhatWindowsReceives, OfTheWindowThatHearsOfANewTaskbar) {
