@@ -46,7 +46,7 @@ void MeasureCalls() {
     Row("by the virtual table", direct);
     Row("by Invoke", invoked);
     Row("by ITypeInfo::Invoke", throughTypeInfo);
-    Target("Invoke against the virtual table", invoked / direct, "at most", 10, invoked <= 10 * direct);
+    Target("Invoke against the virtual table", invoked / direct, "at most", 2, invoked <= 2 * direct);
     Target("ITypeInfo::Invoke against Invoke", throughTypeInfo / invoked, "at least", 10,
            throughTypeInfo >= 10 * invoked);
 
@@ -62,7 +62,7 @@ void MeasureCalls() {
     });
     Row("by the virtual table", directPut);
     Row("by Invoke", invokedPut);
-    Target("Invoke against the virtual table", invokedPut / directPut, "at most", 10, invokedPut <= 10 * directPut);
+    Target("Invoke against the virtual table", invokedPut / directPut, "at most", 3, invokedPut <= 3 * directPut);
 
     std::printf("\nReading it late bound, the name looked up every time\n");
     const double ours = Cost(200'000, [&] { CallByName(*object, L"Interval", DISPATCH_PROPERTYGET, none); });

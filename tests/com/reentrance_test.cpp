@@ -307,6 +307,24 @@ TEST_F(Reentrance, OfATimersSinks) {
     }
 }
 
+/// An object that is worth a number.
+class WorthANumber : public MemberObject {
+public:
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
+        result->vt = VT_I4;
+        result->lVal = 500;
+        return S_OK;
+    }
+};
+
+TEST_F(Reentrance, OfAnArgumentThatIsConverted) {
+    const Action create = [this] { mObject = Create(L"KWOTimer"); };
+    const Action assign = [this] { Let(mObject.Get(), L"Interval", Given(New<WorthANumber>())); };
+    // A timer is freed in three blocks; the instrument wants to see more.
+    for (int round = 0; round < 50; ++round)
+        EXPECT_EQ(mIntrusion.AtEveryUse(create, assign, [this] { mObject.Reset(); }), 1);
+}
+
 TEST_F(Reentrance, OfAFormThatIsPlaced) {
     mObject = Create(L"KWOUtility");
     const auto place = [this] { CallIfThere(L"KWO_CenterForm", {NewPane(), NewPane()}); };

@@ -127,12 +127,6 @@ bool FitsAsItIs(const Parameter& parameter, const VARIANT& held) {
     return held.vt == parameter.type && (parameter.anyInterface || held.pdispVal == nullptr);
 }
 
-/// True for what most calls pass: a number or a text by value, in the type that the member wants.
-bool IsSimple(const Parameter& parameter, const VARIANT& value) {
-    if (value.vt != parameter.type || parameter.byReference) return false;
-    return (value.vt >= VT_I2 && value.vt <= VT_BSTR) || value.vt == VT_BOOL;
-}
-
 /// Where in `value` the member reads its argument.
 void* PlaceOfValue(const Parameter& parameter, VARIANT& value) {
     return parameter.type == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;

@@ -24,6 +24,13 @@ public:
     PassedArgument(const PassedArgument&) = delete;
     PassedArgument& operator=(const PassedArgument&) = delete;
 
+    /// True for what most calls pass: a number or a text by value, in the type that the member wants.
+    /// It needs no PassedArgument: the member is called with a pointer to the value in `value`.
+    static bool IsSimple(const Parameter& parameter, const VARIANT& value) {
+        if (value.vt != parameter.type || parameter.byReference) return false;
+        return (value.vt >= VT_I2 && value.vt <= VT_BSTR) || value.vt == VT_BOOL;
+    }
+
     /// Converts what the caller sent for `parameter`; a null `source` means that the argument was left out.
     /// Call it once. Converting may run code of the caller.
     /// If the value does not fit, returns a standard automation error: DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW,

@@ -156,30 +156,56 @@ void* ResultPlace(const DispatchMember& member, VARIANT& value) {
     return member.resultType == VT_VARIANT ? static_cast<void*>(&value) : &value.llVal;
 }
 
-/// Calls a member without arguments, the most frequent call.
-HRESULT Read(const DispatchMember& member, void* interfacePointer, VARIANT* result, EXCEPINFO* exception) {
-    VARIANT value;
-    void* const pointers[] = {ResultPlace(member, value)};
+/// True for what most calls pass: every argument, each in its place and in the member's own type. `pointers` then are
+/// what the member is called with, but for the result.
+bool FitAsTheyAre(const DispatchMember& member, const DISPPARAMS& arguments, const VARIANT* result, void** pointers) {
+    const std::size_t count = member.parameters.size();
+    if (arguments.cArgs != count) return false;
+    if (count == 0) return true;
+    const bool isPut = (member.kind & kPuts) != 0;
+    if (arguments.cNamedArgs != (isPut ? 1U : 0U)) return false;
+    if (isPut && arguments.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT) return false;
+    for (std::size_t at = 0; at < count; ++at) {
+        VARIANT& argument = arguments.rgvarg[count - 1 - at];
+        if (&argument == result || !PassedArgument::IsSimple(member.parameters[at], argument)) return false;
+        pointers[at] = &argument.llVal;
+    }
+    return true;
+}
+
+/// Calls a member that needs neither conversions nor a copy of an argument. No code of the caller runs but what the
+/// member calls, and the members keep their object alive themselves.
+HRESULT InvokeAsItIs(const DispatchMember& member, void* interfacePointer, void** pointers, VARIANT* result,
+                     EXCEPINFO* exception) {
+    VARIANT unwanted;
+    // In its place at once: copying what has just been written in parts is slow.
+    VARIANT& value = result != nullptr ? *result : unwanted;
+    pointers[member.parameters.size()] = ResultPlace(member, value);
     const HRESULT called = Called(member, interfacePointer, pointers, exception);
-    if (SUCCEEDED(called) && member.resultType != VT_EMPTY) ReturnValue(value, member.resultType, result);
+    if (FAILED(called)) {
+        value.vt = VT_EMPTY;
+    } else if (member.resultType != VT_EMPTY) {
+        if (member.resultType != VT_VARIANT) value.vt = member.resultType;
+        if (result == nullptr) ::VariantClear(&value);
+    }
     return called;
 }
 
-}  // namespace
-
-HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
-                     DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
+/// Serves every call. A null `member` is one that the class lacks.
+/// It is not inlined, because the short way would then pay for the frame.
+[[gnu::noinline]] HRESULT InvokeConverted(const DispatchMember* member, void* interfacePointer, LCID locale,
+                                          DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
+                                          UINT* badArgument) {
     const bool isValid = IsValid(arguments);
     // The place for the result holds nothing yet, unless it is an argument too: then it keeps its value until there is
     // a result, and that value is freed afterwards.
     const bool isShared = result != nullptr && isValid && IsAnArgument(result, *arguments);
     if (result != nullptr && !isShared) result->vt = VT_EMPTY;
     if (!isValid) return E_INVALIDARG;
-    const DispatchMember* const member = table.Find(id, ChosenFlags(flags, *arguments));
     if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
 
-    if (member->parameters.empty() && arguments->cArgs == 0) return Read(*member, interfacePointer, result, exception);
-
+    // Converting arguments may call objects of the host, which may run any code.
+    const ComPtr<IUnknown> hold(static_cast<IUnknown*>(interfacePointer));
     ArgumentFrame frame(*member, *arguments, locale);
     const HRESULT prepared = frame.Prepare(badArgument);
     if (FAILED(prepared)) return prepared;
@@ -192,6 +218,18 @@ HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID 
     if (SUCCEEDED(written) && isShared) ::VariantClear(result);
     if (member->resultType != VT_EMPTY) ReturnValue(value, member->resultType, SUCCEEDED(written) ? result : nullptr);
     return written;
+}
+
+}  // namespace
+
+HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
+                     DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
+    const DispatchMember* const member = IsValid(arguments) ? table.Find(id, ChosenFlags(flags, *arguments)) : nullptr;
+    void* pointers[DispatchTable::kMostArguments + 1];
+    if (member != nullptr && FitAsTheyAre(*member, *arguments, result, pointers)) {
+        return InvokeAsItIs(*member, interfacePointer, pointers, result, exception);
+    }
+    return InvokeConverted(member, interfacePointer, locale, arguments, result, exception, badArgument);
 }
 
 }  // namespace kwo::com

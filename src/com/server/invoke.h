@@ -21,7 +21,8 @@ namespace kwo::com {
 ///
 /// An object is passed as the interface of the parameter if it has that one, else as its plain IDispatch. So a member
 /// with such an argument must query the interface before it calls more than IDispatch.
-/// The caller keeps the object of `interfacePointer` alive.
+/// `interfacePointer` is an interface of COM. Its object lives until the call returns, even if the caller releases it
+/// meanwhile: this function adds a reference before it runs code of the caller, and the members do so themselves.
 HRESULT InvokeMember(const DispatchTable& table, void* interfacePointer, DISPID id, LCID locale, WORD flags,
                      DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
 
