@@ -98,8 +98,8 @@ folders=("$@")
 export TZ=UTC
 for folder in "${folders[@]}"; do
     # In 32 bits, what unwinds the stack after an exception takes twice the space.
-    objdump=x86_64-w64-mingw32-objdump most=530000
-    [[ $folder != *x86 ]] || objdump=i686-w64-mingw32-objdump most=590000
+    objdump=x86_64-w64-mingw32-objdump most=500000
+    [[ $folder != *x86 ]] || objdump=i686-w64-mingw32-objdump most=560000
     for name in KWOUtil.dll KWOInit.dll kwohost.exe kwocheck.exe; do check_file "$folder/$name"; done
 done
 print_total
