@@ -172,9 +172,16 @@ private:
         SaveBitmap(reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle))), path);
     }
 
+    /// The part that is on a screen: with one pixel beyond it, Wine reads nothing but black.
     static void SaveScreen(const RECT& area, const std::wstring& path) {
+        const int left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+        const int top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+        const RECT screens = {left, top, left + GetSystemMetrics(SM_CXVIRTUALSCREEN),
+                              top + GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+        RECT visible = {};
+        IntersectRect(&visible, &area, &screens);
         const std::unique_ptr<std::remove_pointer_t<HDC>, ScreenCloser> screen(GetDC(nullptr));
-        SaveArea(screen.get(), area, path);
+        SaveArea(screen.get(), visible, path);
     }
 
     /// The arguments are a window and a place in it, in the window's own units; or the screen and twips.

@@ -360,12 +360,14 @@ bool Exists(const std::wstring& path) {
 TEST_F(FormsTest, PictureThatIsNotThereIsNotSaved) {
     const std::wstring path = PictureFile();
 
-    RunWithForm(L"box.Move 0, 0, 600000, 600000\r\n" + NoteErrorOf(L"Host.SavePicture box, \"" + path + L"\""));
+    constexpr RECT kTooLarge = {0, 0, 40'000, 40'000};
+    const HDC screen = GetDC(nullptr);
 
-    EXPECT_EQ(notes, Notes({L"7"}));
+    EXPECT_THROW(SaveArea(screen, kTooLarge, path), ScriptFailure);
     EXPECT_FALSE(Exists(path));
     EXPECT_THROW(SaveBitmap(nullptr, path), ScriptFailure);
     EXPECT_FALSE(Exists(path));
+    ReleaseDC(nullptr, screen);
 }
 
 TEST_F(FormsTest, SavedPictureLoadsAgainWithItsColours) {
@@ -387,6 +389,38 @@ TEST_F(FormsTest, SavedPictureLoadsAgainWithItsColours) {
     SelectObject(context, before);
     DeleteDC(context);
     EXPECT_EQ(notes, Notes({L"0"}));
+    DeleteFileW(path.c_str());
+}
+
+TEST_F(FormsTest, PictureOfAFormIsThatOfItsPartOnTheScreen) {
+    const std::wstring path = PictureFile();
+    const int end = GetSystemMetrics(SM_XVIRTUALSCREEN) + GetSystemMetrics(SM_CXVIRTUALSCREEN);
+
+    RunWithForm(
+        L"box.Move 0, 0, 1500, 1500\r\nbox.BackColor = &HFF\r\n"
+        L"frm.Left = " +
+        std::to_wstring(end - 120) +
+        L" * Screen.TwipsPerPixelX\r\n"
+        L"Host.SavePicture frm, \"" +
+        path + L"\"\r\nSource.Keep Host.LoadPicture(\"" + path +
+        L"\")\r\n"
+        L"frm.Left = " +
+        std::to_wstring(end) + L" * Screen.TwipsPerPixelX\r\n" +
+        NoteErrorOf(L"Host.SavePicture frm, \"" + path + L"\""));
+
+    const auto picture = kept.As<IPicture>();
+    OLE_HANDLE handle = 0;
+    ASSERT_EQ(picture->get_Handle(&handle), S_OK);
+    const auto bitmap = reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(handle));
+    BITMAP facts = {};
+    GetObjectW(bitmap, sizeof facts, &facts);
+    EXPECT_EQ(facts.bmWidth, 120);
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HGDIOBJ before = SelectObject(context, bitmap);
+    EXPECT_EQ(GetPixel(context, 50, 70), kRed);
+    SelectObject(context, before);
+    DeleteDC(context);
+    EXPECT_EQ(notes, Notes({L"481"}));
     DeleteFileW(path.c_str());
 }
 
