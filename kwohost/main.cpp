@@ -10,6 +10,7 @@
 #include "narrator.h"
 #include "output.h"
 #include "run_script.h"
+#include "script_object.h"
 #include "source_file.h"
 #include "stack_guard.h"
 
@@ -44,7 +45,7 @@ int wmain(int count, wchar_t** words) {
     try {
         SourceFile source = ReadSource(words[1]);
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        GuardStack(Format({source.path, 0, 0, ToResult(RuntimeError::OutOfStackSpace), L"kwohost",
+        GuardStack(Format({source.path, 0, 0, ToResult(RuntimeError::OutOfStackSpace), kErrorSource,
                            L"Out of stack space: a procedure calls itself without end"}) +
                        L"\r\n",
                    kScriptFailed);

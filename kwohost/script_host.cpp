@@ -17,7 +17,6 @@ namespace {
 constexpr CLSID kVBScript = {0xB54F3741, 0x5B07, 0x11CF, {0xA4, 0xB0, 0x00, 0xAA, 0x00, 0x4A, 0x55, 0xE8}};
 constexpr CLSID kJScript = {0xF414C260, 0x6AC0, 0x11CF, {0xB6, 0xD1, 0x00, 0xAA, 0x00, 0xBB, 0xBB, 0x58}};
 constexpr int kScriptFailed = 1;
-constexpr wchar_t kErrorSource[] = L"kwohost";
 constexpr wchar_t kCannotStore[] = L"An argument cannot take the value that the procedure assigned to it";
 
 std::wstring Text(BSTR text) {

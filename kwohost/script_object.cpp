@@ -13,8 +13,6 @@ namespace kwohost {
 
 namespace {
 
-constexpr wchar_t kErrorSource[] = L"kwohost";
-
 /// Answered by objects of this program alone.
 constexpr IID kOwn = {0x5d1b3f0a, 0x6a7c, 0x4e52, {0x9b, 0x1e, 0x3c, 0x80, 0x27, 0x4d, 0xe1, 0x96}};
 

@@ -9,6 +9,9 @@
 
 namespace kwohost {
 
+/// The source of the errors that this program itself raises.
+inline constexpr wchar_t kErrorSource[] = L"kwohost";
+
 /// The arguments of one call in the order of the script, and its result.
 ///
 ///     AddMethod(L"Sleep", 1, 1, [this](Call& call) { Sleep(call.Whole(0)); });

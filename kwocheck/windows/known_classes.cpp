@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "com_support/bstr.h"
 #include "kwocheck/windows/kwocheck_version.h"
 #include "kwoinit.h"
 #include "kwoutil.h"
 
 namespace kwocheck {
+
+using kwo::com_support::ToText;
 
 namespace {
 
@@ -29,10 +32,6 @@ const Trial kTrials[] = {
     {CLSID_KWOInitialize, L"KWOInit", L"KWOInitialize", L"KWO_MsgTableSize", DISPATCH_METHOD,      "ssnnn"},
 };
 // clang-format on
-
-Text ToText(std::wstring_view text) {
-    return {text.begin(), text.end()};
-}
 
 Text RegistryForm(REFGUID id) {
     wchar_t text[40] = {};

@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "com_support/bstr.h"
 #include "com_support/module_path.h"
 #include "kwocheck/file_formats.h"
 #include "kwocheck/windows/object_creation.h"
 #include "kwocheck/words.h"
 
 namespace kwocheck {
+
+using kwo::com_support::ToText;
 
 namespace {
 
@@ -17,10 +20,6 @@ constexpr Bitness kOwn = sizeof(void*) == 8 ? Bitness::k64 : Bitness::k32;
 const wchar_t* Wide(const Text& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
-Text ToText(std::wstring_view text) {
-    return {text.begin(), text.end()};
-}
-
 /// Owns a file or a token.
 class Handle {
 public:
