@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Tells for each folder of the logic, of the companion and of kwocheck how many lines and branches the native tests reach, and which
 # they do not. The last line is `N passed, M failed`: test programs and folders.
+#   coverage.sh [--counted]     the programs have just been run, and their counts are there
 # A line that no test can reach is marked with `// uncovered: REASON`.
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
@@ -17,23 +18,35 @@ filter='-TimerModel.*:TimerYear.*:ReenteredMonthView.*:SaveErrorTest.ErrorsThatN
 # llvm TOOL ARGUMENT...: of the same version as the compiler.
 llvm() { "$(clang++ -print-prog-name="$1")" "${@:2}"; }
 
-# count PROGRAM: what each line of each source did in it, in a file named after it.
-count() {
+# run PROGRAM: counts what it runs, in a file named after it.
+run() {
     local name=${1##*/}
-    LLVM_PROFILE_FILE=$work/$name.profraw run_job "$work/$name.log" "$build/$1" "--gtest_filter=$filter" &&
-        llvm llvm-profdata merge -sparse -o "$work/$name.counts" "$work/$name.profraw" &&
+    LLVM_PROFILE_FILE=$work/$name.profraw run_job "$work/$name.log" "$build/$1" "--gtest_filter=$filter"
+}
+
+# read_counts PROGRAM: what each line of each source did in it, in a file named after it.
+read_counts() {
+    local name=${1##*/}
+    llvm llvm-profdata merge -sparse -o "$work/$name.counts" "$work/$name.profraw" &&
         llvm llvm-cov export -instr-profile "$work/$name.counts" "$build/$1" >"$work/$name.part" &&
         mv "$work/$name.part" "$work/$name.json"
 }
 
-if [[ ${1:-} == --count ]]; then
-    count "$2"
+# each STEP: of every program, two at a time.
+each() { printf '%s\n' "${programs[@]}" | xargs -P 2 -n 1 "$KWO_ROOT/tools/coverage.sh" --step "$1" || true; }
+
+if [[ ${1:-} == --step ]]; then
+    "$2" "$3"
     exit
 fi
-step 'building the tests with clang' "$KWO_ROOT/tools/build.sh" --strict clang || exit 1
-rm -rf "$work"
-mkdir -p "$work"
-printf '%s\n' "${programs[@]}" | xargs -P 2 -n 1 "$KWO_ROOT/tools/coverage.sh" --count || true
+if [[ ${1:-} != --counted ]]; then
+    step 'building the tests with clang' "$KWO_ROOT/tools/build.sh" --strict clang || exit 1
+    rm -rf "$work"
+    mkdir -p "$work"
+    each run
+fi
+rm -f "$work"/*.json
+each read_counts
 
 passed=0
 failed=0
@@ -43,7 +56,8 @@ for program in "${programs[@]}"; do
         passed=$((passed + 1))
     else
         failed=$((failed + 1))
-        show_tail "$work/$name.log"
+        printf 'no counts of %s\n' "$name"
+        [[ ! -f $work/$name.log ]] || show_tail "$work/$name.log"
     fi
 done
 cat "$work"/*.json | "$KWO_ROOT/tools/coverage_report.py" "$KWO_ROOT" "${folders[@]}" >"$work/report" || true

@@ -86,7 +86,8 @@ subjects_are_short() {
     return "$long"
 }
 
-# clang-tidy reads sources by the commands that build them natively.
+# clang-tidy reads sources by the commands that build each of them alone. So it also says what a source uses and does not
+# include: in ./test, which compiles several as one, another may include it.
 tidy_sources() {
     local -A built=()
     local file
@@ -97,7 +98,7 @@ tidy_sources() {
     if [[ $everything == yes ]] || ! git rev-parse -q --verify HEAD~1 >/dev/null; then
         cpp_files
     else
-        { git diff --name-only HEAD~1 && git ls-files --others --exclude-standard; } | sort -u
+        changed_files
     fi | while read -r file; do [[ -z ${built[$file]:-} || ! -f $file ]] || printf '%s\n' "$file"; done
 }
 is_tidy() {
@@ -115,8 +116,8 @@ check 'no blanks at the end of a line' texts_are_tidy
 check 'every service of the platform has a contract' every_service_has_a_contract
 check 'the reference is what the sources say' "$KWO_ROOT/tools/make_reference.py" --check
 check 'subjects of commits are short' subjects_are_short
-commands=$KWO_ROOT/build/clang
-if [[ -f $commands/compile_commands.json ]] || cmake --preset clang >"$(log_of configure)" 2>&1; then
+commands=$KWO_ROOT/build/alone
+if [[ -f $commands/compile_commands.json ]] || cmake --preset alone >"$(log_of configure)" 2>&1; then
     check 'nothing that clang-tidy finds' is_tidy
 else
     check 'clang can be configured' false

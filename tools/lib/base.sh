@@ -33,6 +33,12 @@ show_tail() {
     printf '    (all of it: %s)\n' "$1"
 }
 
+# The files that the last commit and the working tree change, as the repository names them; none if there is but one commit.
+changed_files() {
+    git -C "$KWO_ROOT" rev-parse -q --verify HEAD~1 >/dev/null || return 0
+    { git -C "$KWO_ROOT" diff --name-only HEAD~1 && git -C "$KWO_ROOT" ls-files --others --exclude-standard; } | sort -u
+}
+
 # Leaving nothing behind.
 
 kwo_cleanups=()

@@ -102,6 +102,18 @@ open_prefix() {
     manage_windows
 }
 
+# copy_prefix BITS NAME TREE COPY: makes build/COPY from build/NAME, which is a second's work, if it is missing or of another
+# Wine. What is registered in one is not in the other.
+copy_prefix() {
+    choose_wine "$1" "$KWO_ROOT/build/$4" "$3"
+    [[ -f $kwo_prefix/.kwo-ready && $(<"$kwo_prefix/.kwo-ready") == "$(prefix_stamp)" ]] && return
+    stop_wine
+    rm -rf "$kwo_prefix"
+    open_prefix "$1" "$2" "$3" || return
+    stop_wine
+    cp -a --reflink=auto "$kwo_prefix" "$KWO_ROOT/build/$4"
+}
+
 stop_opened() {
     local bits name tree
     while IFS='|' read -r bits name tree; do
