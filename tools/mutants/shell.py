@@ -42,6 +42,13 @@ def is_about(test, source):
     return one.startswith(other) or other.startswith(one)
 
 
+def lay_out(folder):
+    """Puts what a user installs into a folder, for a changed DLL to take the place of the other. A test looks for the
+    manifest beside its program."""
+    shutil.copytree(os.path.join(ROOT, "dist", "x64"), os.path.join(folder, "dist"), dirs_exist_ok=True)
+    shutil.copy(os.path.join(folder, "dist", "KWOUtil.X.manifest"), folder)
+
+
 class Shell(Part):
     build = os.path.join(ROOT, "build", "x64")
     work = os.path.join(ROOT, "build", "mutants", "shell")
@@ -102,8 +109,7 @@ class Shell(Part):
         return COMPONENT if program == COM else program
 
     def begin(self, worker):
-        """What a user installs, for the changed DLL to take the place of the other."""
-        shutil.copytree(os.path.join(ROOT, "dist", "x64"), os.path.join(worker.folder, "dist"), dirs_exist_ok=True)
+        lay_out(worker.folder)
         self.keep_registry()
 
     def command(self, worker, program, linked):
