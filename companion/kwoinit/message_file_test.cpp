@@ -260,6 +260,7 @@ TEST(MessageFile, AHeaderThatIsDamagedEndsTheSectionBeforeItWhateverDamagedIt) {
              std::string("\xE2\x80\x8B[KWOUtil 040C]"),
              std::string("\xE3\x80\x80[KWOUtil 040C]"),
              std::string("\xEF\xBC\xBBKWOUtil 040C]"),  // a wide bracket
+             std::string("[KWOUtil 040C"),
              std::string("KWOUtil 040C]"),
              std::string("x[KWOUtil 040C]"),
              std::string("[KWOUtil 40C]"),
