@@ -316,6 +316,9 @@ is 'a changed object of a library of objects' \
     "$(planting 'print(*building.with_object(["g++", "-o", "x", "a.o", "b.a"], "a.o", "new.o"))')" 'g++ -o x new.o b.a'
 is 'a changed object of a static library' \
     "$(planting 'print(*building.with_object(["g++", "-o", "x", "a.o", "b.a"], "c.o", "new.o"))')" 'g++ new.o -o x a.o b.a'
+is 'an object of a library that is not linked' \
+    "$(planting 'for name in ("src/CMakeFiles/kwo_b.dir/c.obj", "src/CMakeFiles/kwo_d.dir/c.obj"):
+    print(int(building.links(["g++", "-o", "x", "src/libkwo_b.a"], name)))')" 10
 is 'a source as the build compiles it' \
     "$(planting 'source = building.Source("ccache /b/clang++ -Ia -g1 -Werror -O1 -o a.o -c /a.cpp".split(), "/a.cpp")
 print(source.compiler, source.object, *building.optimised(source.options, "-O0"))')" '/b/clang++ a.o -Ia -O0'

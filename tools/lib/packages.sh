@@ -80,6 +80,11 @@ KWO_COVERAGE_PACKAGES=(
     'llvm llvm-cov'
     'python3 python3'
 )
+KWO_SHELL_COVERAGE_PACKAGES=(
+    'gcovr gcovr'
+    'lld ld.lld'
+    'python3 python3'
+)
 KWO_MUTANTS_PACKAGES=(
     'python3-clang-14 /usr/lib/python3/dist-packages/clang/cindex.py'
 )

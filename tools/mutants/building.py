@@ -64,6 +64,12 @@ def link_words(build, target):
     return words
 
 
+def links(words, name):
+    """Whether a command links an object, by its own name or in its library."""
+    library = "lib" + re.search(r"CMakeFiles/(\w+)[.]dir/", name)[1] + ".a"
+    return any(word == name or word.endswith("/" + library) for word in words)
+
+
 def with_object(words, original, changed):
     """The command that links CHANGED for ORIGINAL. Of a static library the linker takes only what is missing: what stands
     in front of it comes instead."""
