@@ -36,6 +36,7 @@ constexpr char kAsItWas[] = "last error 77, saved 1234 The first error";
 /// The text of a system error: nothing if the system does not tell it. The last error stays in any case.
 Scenario TextOfError(std::string name, std::int32_t code, std::vector<std::string> calls) {
     std::vector<Rule> rules;
+    rules.reserve(calls.size());
     for (std::string& call : calls)
         rules.push_back({std::move(call), Answers("", kAsItWas), IsOutOfMemory(kAsItWas)});
     return {std::move(name),
