@@ -24,7 +24,7 @@ struct Guard {
 };
 Guard* guard = nullptr;
 /// Null while the host calls none.
-const std::wstring* procedure = nullptr;
+const std::wstring* runningProcedure = nullptr;
 
 /// `vbscript.dll+0x2933`, as the tools that name frames read it.
 std::wstring PlaceOf(const void* address) {
@@ -40,7 +40,7 @@ std::wstring PlaceOf(const void* address) {
 LONG WINAPI OnFault(EXCEPTION_POINTERS* pointers) {
     const EXCEPTION_RECORD& fault = *pointers->ExceptionRecord;
     std::wstring text = L"The script engine or a component has failed";
-    if (procedure) text += L" in " + *procedure;
+    if (runningProcedure) text += L" in " + *runningProcedure;
     if (guard->line > 0) text += L"; ReDim of an array declared with empty parentheses can be the cause";
     guard->errors.Write(Format({guard->path, guard->line, 0, static_cast<HRESULT>(fault.ExceptionCode),
                                 PlaceOf(fault.ExceptionAddress), text}) +
@@ -109,10 +109,10 @@ long LineThatEndsTheEngine(const SourceFile& source) {
     return 0;
 }
 
-RunningProcedure::RunningProcedure(const std::wstring& name) : mBefore(std::exchange(procedure, &name)) {}
+RunningProcedure::RunningProcedure(const std::wstring& name) : mBefore(std::exchange(runningProcedure, &name)) {}
 
 RunningProcedure::~RunningProcedure() {
-    procedure = mBefore;
+    runningProcedure = mBefore;
 }
 
 void GuardAgainstFaults(const SourceFile& source, int exitCode) {
