@@ -12,7 +12,7 @@
 
 namespace kwocheck {
 
-using kwo::com_support::ToText;
+using kwo::com_support::TextOf;
 
 namespace {
 
@@ -36,7 +36,7 @@ const Trial kTrials[] = {
 Text RegistryForm(REFGUID id) {
     wchar_t text[40] = {};
     ::StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-    return ToText(text);
+    return TextOf(text);
 }
 
 }  // namespace
@@ -45,15 +45,15 @@ std::vector<KnownLibrary> KnownLibraries() {
     std::vector<KnownLibrary> libraries = {{u"KWOUtil", RegistryForm(LIBID_KWOUtil), KWOCHECK_LIBRARY_VERSION, {}},
                                            {u"KWOInit", RegistryForm(LIBID_KWOInit), u"1.0", {}}};
     for (const Trial& trial : kTrials) {
-        const Text library = ToText(trial.library);
+        const Text library = TextOf(trial.library);
         const auto owner = std::ranges::find(libraries, library, &KnownLibrary::name);
-        owner->classes.push_back({library, ToText(trial.name), RegistryForm(trial.classId)});
+        owner->classes.push_back({library, TextOf(trial.name), RegistryForm(trial.classId)});
     }
     return libraries;
 }
 
 const Trial& TrialOf(const KnownClass& known) {
-    return *std::ranges::find(kTrials, known.name, [](const Trial& trial) { return ToText(trial.name); });
+    return *std::ranges::find(kTrials, known.name, [](const Trial& trial) { return TextOf(trial.name); });
 }
 
 }  // namespace kwocheck

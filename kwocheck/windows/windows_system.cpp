@@ -11,7 +11,7 @@
 
 namespace kwocheck {
 
-using kwo::com_support::ToText;
+using kwo::com_support::TextOf;
 
 namespace {
 
@@ -81,7 +81,7 @@ Text Expanded(const std::wstring& text) {
     const DWORD length =
         ::ExpandEnvironmentStringsW(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
     expanded.resize(length > 0 && length <= expanded.size() ? length - 1 : 0);
-    return ToText(expanded);
+    return TextOf(expanded);
 }
 
 RegistryText Failed(LSTATUS status) {
@@ -119,7 +119,7 @@ bool IsElevated() {
 Text WindowsFolder() {
     wchar_t folder[MAX_PATH] = {};
     const UINT length = ::GetSystemWindowsDirectoryW(folder, MAX_PATH);
-    return ToText({folder, length < MAX_PATH ? length : 0});
+    return TextOf({folder, length < MAX_PATH ? length : 0});
 }
 
 /// A name without a folder is looked for where the loader looks; other paths stay.
@@ -127,7 +127,7 @@ Text Located(const Text& path) {
     if (path.find(u'\\') != Text::npos || path.find(u'/') != Text::npos) return path;
     wchar_t found[MAX_PATH] = {};
     const DWORD length = ::SearchPathW(nullptr, Wide(path), nullptr, MAX_PATH, found, nullptr);
-    return length > 0 && length < MAX_PATH ? ToText({found, length}) : path;
+    return length > 0 && length < MAX_PATH ? TextOf({found, length}) : path;
 }
 
 FileFacts::State StateOf(DWORD error) {
@@ -143,7 +143,7 @@ FileFacts::State StateOf(DWORD error) {
 }  // namespace
 
 WindowsSystem::WindowsSystem(TextView version) : mWindowsFolder(WindowsFolder()) {
-    const Text program = ToText(kwo::com_support::ModulePath(nullptr));
+    const Text program = TextOf(kwo::com_support::ModulePath(nullptr));
     mHere = {kOwn,          IsWindows64(),
              IsElevated(),  WindowsVersion(),
              Text(version), program.substr(0, program.find_last_of(u'\\') + 1)};
@@ -166,7 +166,7 @@ RegistryText WindowsSystem::ReadClasses(Scope root, Bitness view, TextView key, 
     }
     if (status != ERROR_SUCCESS) return Failed(status);
     text.resize(std::wcslen(text.c_str()));
-    return {RegistryText::State::kThere, type == REG_EXPAND_SZ ? Expanded(text) : ToText(text)};
+    return {RegistryText::State::kThere, type == REG_EXPAND_SZ ? Expanded(text) : TextOf(text)};
 }
 
 FileFacts WindowsSystem::Examine(TextView path, Bitness view) {

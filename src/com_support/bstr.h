@@ -15,13 +15,13 @@ namespace kwo::com_support {
 inline std::wstring_view View(BSTR string) {
     return {string != nullptr ? string : L"", ::SysStringLen(string)};
 }
-/// A copy of the same characters, in the type of the logic.
-inline std::u16string ToText(std::wstring_view characters) {
+/// The same characters in the type of the logic.
+inline std::u16string TextOf(std::wstring_view characters) {
     return {characters.begin(), characters.end()};
 }
-/// The same. Null gives an empty text.
+/// The same of an automation string. Null gives an empty text.
 inline std::u16string ToText(BSTR string) {
-    return ToText(View(string));
+    return TextOf(View(string));
 }
 
 /// A new automation string with a copy of `text`, which the caller owns and frees with SysFreeString.
