@@ -13,10 +13,64 @@
 #include "com/apartment.h"
 #include "com/class_objects.h"
 #include "com/server/com_values.h"
+#include "com_support/type_description.h"
 #include "kwoutil.h"
 
 namespace kwo::com {
 namespace {
+
+using com_support::FunctionDescription;
+using com_support::TypeAttributes;
+
+std::string Narrow(TextView text) {
+    return {text.begin(), text.end()};
+}
+
+/// The members of an object as compiled callers see them.
+ComPtr<ITypeInfo> MembersOf(IDispatch& object) {
+    constexpr UINT kVirtualTable = static_cast<UINT>(-1);
+    ComPtr<ITypeInfo> late;
+    ComPtr<ITypeInfo> members;
+    HREFTYPE reference = 0;
+    EXPECT_EQ(object.GetTypeInfo(0, 0, late.Out()), S_OK);
+    EXPECT_EQ(late->GetRefTypeOfImplType(kVirtualTable, &reference), S_OK);
+    EXPECT_EQ(late->GetRefTypeInfo(reference, members.Out()), S_OK);
+    return members;
+}
+
+/// ".Interval (Let)".
+std::string NameOf(ITypeInfo& members, const FunctionDescription& member) {
+    Bstr name;
+    UINT count = 0;
+    EXPECT_EQ(members.GetNames(member->memid, name.Out(), 1, &count), S_OK);
+    const std::string dotted = "." + Narrow(ToText(name.Get()));
+    switch (member->invkind) {
+        case INVOKE_PROPERTYGET:
+            return dotted + " (Get)";
+        case INVOKE_PROPERTYPUT:
+            return dotted + " (Let)";
+        case INVOKE_PROPERTYPUTREF:
+            return dotted + " (Set)";
+        default:
+            return dotted;
+    }
+}
+
+/// Every pointer is null, every number 0.
+void CallWithNothing(IUnknown& object, const FunctionDescription& member) {
+    const auto count = static_cast<UINT>(member->cParams);
+    std::vector<VARTYPE> types;
+    for (UINT at = 0; at < count; ++at) {
+        const VARTYPE type = member->lprgelemdescParam[at].tdesc.vt;
+        types.push_back(type == VT_PTR ? VARTYPE{VT_UNKNOWN} : type == VT_USERDEFINED ? VARTYPE{VT_I4} : type);
+    }
+    VARIANT nothing = {};
+    std::vector<VARIANT*> arguments(count, &nothing);
+    VARIANT result = {};
+    EXPECT_EQ(::DispCallFunc(&object, static_cast<ULONG_PTR>(member->oVft), CC_STDCALL, VT_ERROR, count, types.data(),
+                             arguments.data(), &result),
+              S_OK);
+}
 
 class MemberTrace : public testing::Test {
 protected:
@@ -72,6 +126,26 @@ TEST_F(MemberTrace, AMemberStandsOnTheTraceWhileItRuns) {
                                         "  Push KWOTimer.Interval (Get)", "  Pop  KWOTimer.Interval (Get)",
                                         "  Push KWOUtility.KWO_IsWinNT (Get)", "  Pop  KWOUtility.KWO_IsWinNT (Get)"}));
     EXPECT_EQ(mTrace.Stack().Depth(), 0);
+}
+
+TEST_F(MemberTrace, EveryMemberStandsOnItByItsNameAndKind) {
+    for (const ClassEntry& entry : {RegistryClass(), UtilityClass(), SplitterVClass(), PicBtnClass(), SysParamsClass(),
+                                    SysTrayClass(), SysMetricsClass(), MonthViewClass(), TimerClass()}) {
+        const auto object = New<IDispatch>(entry, IID_IDispatch);
+        const ComPtr<ITypeInfo> members = MembersOf(*object);
+        for (UINT index = 0; index < TypeAttributes(*members)->cFuncs; ++index) {
+            const FunctionDescription member(*members, index);
+            const std::string name = Narrow(entry.name) + NameOf(*members, member);
+            mTrace.KWO_TraceStart(0, 20, false);
+
+            CallWithNothing(*object, member);
+
+            const std::vector<std::string> entries = Entries();
+            ASSERT_GE(entries.size(), 2u) << name;
+            EXPECT_EQ(entries.front(), "  Push " + name);
+            EXPECT_EQ(entries.back(), "  Pop  " + name);
+        }
+    }
 }
 
 TEST_F(MemberTrace, AFailingMemberLeavesTheTrace) {
