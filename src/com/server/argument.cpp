@@ -209,9 +209,9 @@ HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT& held, 
 
 /// Sets mValue to what the member accepts, from the value that `held` is or refers to.
 HRESULT PassedArgument::CopyFor(const Parameter& parameter, VARIANT& held, LCID locale) noexcept {
-    const auto type = static_cast<VARTYPE>(held.vt & ~VT_BYREF);
     if (parameter.type == VT_DISPATCH) return CopyObject(parameter, held);
-    if (parameter.type == VT_VARIANT || parameter.type == type) return ConversionResult(Copy(mValue, held));
+    const bool fits = parameter.type == VT_VARIANT || parameter.type == (held.vt & ~VT_BYREF);
+    if (fits) return ConversionResult(Copy(mValue, held));
     return parameter.handle ? ConvertHandle(mValue, held, locale) : ConvertValue(mValue, held, parameter.type, locale);
 }
 
