@@ -30,7 +30,7 @@ if [[ " $* " == *' --shell '* ]]; then
     lock "$KWO_ROOT/build/mutants/shell.lock"
     need_packages "${KWO_WINE_PACKAGES[@]}"
     step 'building the tests for Windows' "$KWO_ROOT/tools/build.sh" --install x64 \
-        user contract_tests com_unit_tests com_tests || exit 1
+        user contract_tests com_unit_tests com_tests kwoinit_com_tests || exit 1
     ready_wine
 else
     lock "$KWO_ROOT/build/mutants/logic.lock"

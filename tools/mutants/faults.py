@@ -68,7 +68,9 @@ def known_equivalents():
     with open(EQUIVALENT, encoding="utf-8") as file:
         for line in file:
             if line.strip() and not line.startswith("#"):
-                path, context, change, reason = (part.strip() for part in line.split(" | "))
+                path, context, rest = line.strip().split(" | ", 2)
+                # The change may be one of `|`.
+                change, reason = rest.rsplit(" | ", 1)
                 assert reason, f"{path}: {change}: no reason"
                 known.add((path, context, change))
     return known

@@ -18,12 +18,15 @@ from building import ROOT
 from part import Part
 
 CONTRACT, UNIT, COM = "tests/contract/contract_tests.exe", "src/com/com_unit_tests.exe", "tests/com/com_tests.exe"
-COMPONENT = "src/com/KWOUtil.dll"
+COMPANION = "tests/com/kwoinit/kwoinit_com_tests.exe"
+# The programs that use a DLL from outside.
+DLLS = {COM: "src/com/KWOUtil.dll", COMPANION: "companion/kwoinit/dll/KWOInit.dll"}
 # Where the tests of a program are.
 TESTS = {
     CONTRACT: ("tests/contract/*_test.cpp", "tests/contract/windows/*_test.cpp"),
     UNIT: ("src/com/*_test.cpp", "src/com_support/*_test.cpp"),
     COM: ("tests/com/*_test.cpp",),
+    COMPANION: ("tests/com/kwoinit/*_test.cpp",),
 }
 # What stands there and is no part of the component: the start of the trace for support, a listener for tests and kwohost.
 OTHERS = ("src/com/diagnostic/start_trace.cpp", "src/com_support/annotation_service.cpp")
@@ -54,7 +57,8 @@ class Shell(Part):
     work = os.path.join(ROOT, "build", "mutants", "shell")
     judges = {
         "src/platform/windows/": (CONTRACT, COM, UNIT),
-        "src/com_support/": (UNIT, CONTRACT, COM),
+        "src/com_support/": (UNIT, CONTRACT, COM, COMPANION),
+        "src/com/server/": (UNIT, COM, COMPANION),
         "src/com/": (UNIT, COM),
     }
     headers = ("windows.h", "oleauto.h", "ocidl.h", "algorithm", "memory", "string", "utility", "vector")
@@ -62,6 +66,7 @@ class Shell(Part):
     # Other programs of the machine can hold up a test under Wine.
     repeats = True
     patience = 30
+    last = None  # the program that ran last
     limits = {resource.RLIMIT_DATA: judging.MEMORY, resource.RLIMIT_FSIZE: judging.OUTPUT, resource.RLIMIT_CORE: 0}
 
     @functools.cached_property
@@ -105,18 +110,22 @@ class Shell(Part):
         return {COM: "Endurance*", CONTRACT: "ShippedMessages.WithoutACompanion*"}.get(program, "")
 
     def target_of(self, program):
-        """The tests of the DLL use it from outside."""
-        return COMPONENT if program == COM else program
+        """The tests of a DLL use it from outside."""
+        return DLLS.get(program, program)
 
     def begin(self, worker):
         lay_out(worker.folder)
         self.keep_registry()
 
     def command(self, worker, program, linked):
+        # The companion's tests take its registration away.
+        if self.last == COMPANION:
+            self.clean()
+        self.last = program
         wine = shlex.split(os.environ["KWO_WINE"])
-        if program != COM:
+        if program not in DLLS:
             return [*wine, linked]
-        shutil.copyfile(linked, os.path.join(worker.folder, "dist", "KWOUtil.dll"))
+        shutil.copyfile(linked, os.path.join(worker.folder, "dist", os.path.basename(DLLS[program])))
         return [*wine, os.path.join(self.build, program)]
 
     def file_name(self, path):
