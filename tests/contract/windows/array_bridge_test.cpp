@@ -103,6 +103,17 @@ TEST(ArrayBridge, ArrayThatIsNotWhatItIsPassedAsIsCarriedOnly) {
     }
 }
 
+TEST(ArrayBridge, ANumberOrATextIsNoArrayEvenWhereOneLies) {
+    const ForeignRef numbers = Made<Int16Array>(0, std::vector<std::int16_t>{1});
+    for (const ForeignRef& items : {numbers, Texts(0, {u"text"})}) {
+        const OwnedVariant array = OwnedVariant::Adopt(ToVariant(items));
+        VARIANT value = array;
+        value.vt = array.vt & VT_TYPEMASK;
+        EXPECT_NE(FromArray(array), nullptr);
+        EXPECT_EQ(FromArray(value), nullptr);
+    }
+}
+
 TEST(ArrayBridge, ArrayThatIsNotThereIsCarriedOnly) {
     VARIANT none = {};
     none.vt = VT_ARRAY | VT_BSTR;
