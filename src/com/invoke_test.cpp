@@ -77,6 +77,41 @@ TEST(InvokePut, WithBothFlagsTheValueDecides) {
     }
 }
 
+/// Describes _KWOSysMetrics, the class with the most members, in the same way.
+const DispatchTable& Metrics() {
+    static constexpr MemberThunk kMembers[] = {
+        {&Called<0>, 1, 0},
+        {&Called<1>, 1, 0},
+#define DIMENSION(order, member, index, constant, axis) {&Called<1 + (order)>, 2, 0},
+#define FLAG(order, member, index, constant) {&Called<1 + (order)>, 1, 0},
+#define NUMBER(order, type, member, index, constant) {&Called<1 + (order)>, 1, 0},
+#include "platform/metrics.def"
+#undef DIMENSION
+#undef FLAG
+#undef NUMBER
+    };
+    static ClassInfo info(CLSID_KWOSysMetrics, IID__KWOSysMetrics, nullptr, u"KWOSysMetrics", kMembers);
+    return info.Table();
+}
+
+TEST(DispatchTable, FindsTheIdsOfTheClassAndNoOthers) {
+    constexpr DISPID kScaleMode = 0x6803001C;
+    constexpr DISPID kFirstMetric = 0x60030024;
+    constexpr DISPID kLastMetric = kFirstMetric + 4 * 70;
+    const auto isMetric = [](DISPID id) { return id >= kFirstMetric && id <= kLastMetric && id % 4 == 0; };
+    constexpr WORD kAnyUse = DISPATCH_METHOD | DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+    constexpr DISPID kMiddles[] = {kScaleMode, kFirstMetric, DISPID_VALUE};
+    for (const DISPID middle : kMiddles) {
+        for (DISPID id = middle - 0x1000; id < middle + 0x1000; ++id) {
+            const DispatchMember* const found = Metrics().Find(id, kAnyUse);
+            EXPECT_EQ(found != nullptr, id == kScaleMode || isMetric(id)) << std::hex << id;
+            if (found != nullptr) {
+                EXPECT_EQ(found->id, id);
+            }
+        }
+    }
+}
+
 /// Counts the automation strings in use.
 class StringSpy final : public IMallocSpy {
 public:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <iterator>
 
 #include "com_support/type_description.h"
@@ -124,8 +125,7 @@ DispatchTable::DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const Mem
     for (UINT index = 0; index < members.size(); ++index)
         AddMember(virtualInfo.Get(), index, members[index]);
     std::ranges::sort(mMembers, {}, [](const DispatchMember& member) { return std::pair(member.id, member.kind); });
-    for (const DispatchMember& member : mMembers)
-        mIds.push_back(member.id);
+    IndexIds();
     std::ranges::sort(mNames, {}, &Name::folded);
 }
 
@@ -159,6 +159,17 @@ void DispatchTable::AddMember(ITypeInfo* virtualInfo, UINT index, const MemberTh
     const bool known = std::ranges::any_of(mNames, [&](const Name& other) { return other.folded == name; });
     if (!known) mNames.push_back({std::move(name), member.id});
     mMembers.push_back(std::move(member));
+}
+
+void DispatchTable::IndexIds() {
+    constexpr int kIdBits = 32;
+    const auto slotBits = static_cast<int>(std::bit_width(2 * mMembers.size() + 1));
+    mSlotShift = kIdBits - slotBits;
+    mSlots.resize(std::size_t{1} << slotBits);
+    for (const DispatchMember& member : mMembers) {
+        const DispatchMember*& first = mSlots[SlotOf(member.id)];
+        if (first == nullptr) first = &member;
+    }
 }
 
 HRESULT DispatchTable::IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {

@@ -3,7 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -58,6 +58,8 @@ public:
     /// `members` lists the members of the interface in the order of its virtual table.
     /// Raises ComponentError if the two do not match in number, or a member in the number of its arguments.
     DispatchTable(ComPtr<ITypeInfo> dispatchInfo, std::span<const MemberThunk> members);
+    DispatchTable(const DispatchTable&) = delete;
+    DispatchTable& operator=(const DispatchTable&) = delete;
 
     /// The type information that callers may ask for. The caller gets no reference of its own.
     ITypeInfo* TypeInfo() const { return mTypeInfo.Get(); }
@@ -80,21 +82,38 @@ private:
 
     /// Reads one member. Raises ComponentError if it does not match `thunk`.
     void AddMember(ITypeInfo* virtualInfo, UINT index, const MemberThunk& thunk);
+    /// Fills mSlots. mMembers must not change any more.
+    void IndexIds();
+    /// The slot of an id, or the empty one where it would be.
+    std::size_t SlotOf(DISPID id) const noexcept;
     /// Null if no member has that name.
     const Name* FindName(const OLECHAR* name) const noexcept;
 
     /// The dispatch interface, as clients see it.
     ComPtr<ITypeInfo> mTypeInfo;
     std::vector<DispatchMember> mMembers;  ///< by id, accessors of one property in the order get, put, putref
-    std::vector<DISPID> mIds;              ///< of mMembers, close together for the search
     std::vector<Name> mNames;              ///< by folded name
+    /// A hash table of the ids: each leads to the first member that has it. A slot that is taken passes the id on to
+    /// the next one. At least half of the slots are empty.
+    std::vector<const DispatchMember*> mSlots;
+    int mSlotShift = 0;  ///< leaves as many bits as a slot's number has
 };
 
+inline std::size_t DispatchTable::SlotOf(DISPID id) const noexcept {
+    // The golden ratio spreads ids that lie at equal distances.
+    constexpr std::uint32_t kSpread = 0x9E3779B9;
+    std::size_t slot = static_cast<std::uint32_t>(id) * kSpread >> mSlotShift;
+    while (mSlots[slot] != nullptr && mSlots[slot]->id != id)
+        slot = (slot + 1) & (mSlots.size() - 1);
+    return slot;
+}
+
 inline const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const noexcept {
-    auto place = static_cast<std::size_t>(std::ranges::lower_bound(mIds, id) - mIds.begin());
+    const DispatchMember* at = mSlots[SlotOf(id)];
+    if (at == nullptr) return nullptr;
+    const DispatchMember* const end = mMembers.data() + mMembers.size();
     const DispatchMember* other = nullptr;
-    for (; place < mIds.size() && mIds[place] == id; ++place) {
-        const DispatchMember* const at = &mMembers[place];
+    for (; at != end && at->id == id; ++at) {
         if ((at->kind & flags) != 0) return at;
         // Some script languages send an assignment of a value where a reference is meant, and the other way round.
         constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
