@@ -12,6 +12,7 @@
 #include "com/server/error_report.h"
 #include "com/server/invoke.h"
 #include "com_support/exception_info.h"
+#include "com_support/owned_variant.h"
 #include "kwoutil.h"
 #include "support/stand_in.h"
 
@@ -157,15 +158,43 @@ HRESULT FindsText(void*, void* const* arguments) {
     return S_OK;
 }
 
-/// Describes _KWOUtility with that member in the place of KWO_FindInPath.
+/// Puts an array of three elements in the place of its argument.
+HRESULT PutsAnotherArray(void*, void* const* arguments) {
+    VARIANT& array = *static_cast<VARIANT*>(arguments[0]);
+    // While the old one is there, so that it is elsewhere.
+    SAFEARRAY* const other = ::SafeArrayCreateVector(VT_I2, 0, 3);
+    ::VariantClear(&array);
+    array.vt = VT_ARRAY | VT_I2;
+    array.parray = other;
+    return S_OK;
+}
+
+/// Describes _KWOUtility with these members in the places of KWO_FindInPath and KWO_SystemDir.
 const DispatchTable& Utility() {
     static constexpr MemberThunk kMembers[] = {
-        {&FindsText, 2, 0},   {&NeverCalled, 2, 0}, {&NeverCalled, 7, 0}, {&NeverCalled, 6, 0},
-        {&NeverCalled, 1, 0}, {&NeverCalled, 2, 0}, {&NeverCalled, 2, 0}, {&NeverCalled, 1, 0},
-        {&NeverCalled, 1, 0}, {&NeverCalled, 1, 0}, {&NeverCalled, 1, 0},
+        {&FindsText, 2, 0},   {&NeverCalled, 2, 0},      {&NeverCalled, 7, 0}, {&NeverCalled, 6, 0},
+        {&NeverCalled, 1, 0}, {&PutsAnotherArray, 2, 0}, {&NeverCalled, 2, 0}, {&NeverCalled, 1, 0},
+        {&NeverCalled, 1, 0}, {&NeverCalled, 1, 0},      {&NeverCalled, 1, 0},
     };
     static ClassInfo info(CLSID_KWOUtility, IID__KWOUtility, nullptr, u"KWOUtility", kMembers);
     return info.Table();
+}
+
+TEST(InvokeArgument, AVariableReceivesAnotherArray) {
+    constexpr DISPID kSystemDir = 0x60030030;
+    com_support::OwnedVariant variable;
+    variable.vt = VT_ARRAY | VT_I2;
+    variable.parray = ::SafeArrayCreateVector(VT_I2, 0, 1);
+    VARIANT argument = {};
+    argument.vt = VT_BYREF | VT_VARIANT;
+    argument.pvarVal = &variable;
+    DISPPARAMS arguments = {&argument, nullptr, 1, 0};
+
+    EXPECT_EQ(InvokeMember(Utility(), nullptr, kSystemDir, 0, DISPATCH_METHOD, &arguments, nullptr, nullptr, nullptr),
+              S_OK);
+
+    ASSERT_EQ(variable.vt, VT_ARRAY | VT_I2);
+    EXPECT_EQ(variable.parray->rgsabound[0].cElements, 3u);
 }
 
 TEST(InvokeResult, ThatIsWithheldIsFreed) {
