@@ -1,3 +1,5 @@
+#include <cstring>
+
 #include "com/class_objects.h"
 #include "com/component_object.h"
 #include "com/connection_point.h"
@@ -15,6 +17,14 @@ namespace {
 // they can call.
 HRESULT LateAlarmEvents(void* timer, void* const* arguments);
 HRESULT LateTimerEvents(void* timer, void* const* arguments);
+
+/// Zero for null. Callers pass any number, which is not read as an enumeration that lacks it.
+std::int32_t NumberOf(const TimerEventTypes* type) {
+    std::int32_t number = 0;
+    static_assert(sizeof number == sizeof *type);
+    if (type != nullptr) std::memcpy(&number, type, sizeof number);
+    return number;
+}
 
 constexpr MemberThunk kMembers[] = {
     Member<&_KWOTimer::get_Item>,           Member<&_KWOTimer::put_Item>,
@@ -116,7 +126,7 @@ public:
     }
     STDMETHODIMP TimerTick(TimerEventTypes* tickType, LONG* itemData, DATE* newDateTime) override {
         return Run(u".TimerTick", [&] {
-            std::int32_t type = tickType != nullptr ? *tickType : 0;
+            std::int32_t type = NumberOf(tickType);
             std::int32_t tag = itemData != nullptr ? *itemData : 0;
             platform::Date date{newDateTime != nullptr ? *newDateTime : 0};
             const auto returnBoth = [&] {
@@ -134,9 +144,8 @@ public:
         });
     }
     STDMETHODIMP CancelTimers(TimerEventTypes* timerType, LONG* itemData) override {
-        return Run(u".CancelTimers", [&] {
-            mTimer.CancelTimers(timerType != nullptr ? *timerType : 0, itemData != nullptr ? *itemData : 0);
-        });
+        return Run(u".CancelTimers",
+                   [&] { mTimer.CancelTimers(NumberOf(timerType), itemData != nullptr ? *itemData : 0); });
     }
     STDMETHODIMP AddRelativeAlarm(LONG interval, LONG itemData) override {
         return Run(u".AddRelativeAlarm", [&] { mTimer.AddRelativeAlarm(interval, itemData); });
