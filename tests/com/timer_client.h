@@ -32,7 +32,8 @@ public:
                         UINT*) override {
         ++calls;
         lastFlags = flags;
-        return onInvoke ? onInvoke(id, *arguments, *exception) : S_OK;
+        EXCEPINFO unwanted = {};  // conversions to a number or a text ask for none
+        return onInvoke ? onInvoke(id, *arguments, exception != nullptr ? *exception : unwanted) : S_OK;
     }
 
     std::wstring member;  ///< the one that late-bound callers find
