@@ -699,7 +699,7 @@ TEST_F(ControlsTest, ControlFollowsItsFontAndThatOfAnother) {
 TEST_F(ControlsTest, FontTellsItsSizeInPoints) {
     // The system rounds to whole pixels, and the first font to a size that it has bitmaps of.
     RunOnForm(std::wstring(kTextBox) +
-              L"Source.Note txt.Font.Size > 5 And txt.Font.Size < 11\r\n"
+              L"Source.Note txt.Font.Size > 4 And txt.Font.Size < 11\r\n"
               L"txt.Font.Name = \"Tahoma\"\r\ntxt.Font.Size = 14\r\nSource.Note Abs(txt.Font.Size - 14) < 1");
 
     EXPECT_EQ(notes, Notes({L"True", L"True"}));
