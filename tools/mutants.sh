@@ -34,7 +34,7 @@ if [[ " $* " == *' --shell '* ]]; then
     ready_wine
 else
     lock "$KWO_ROOT/build/mutants/logic.lock"
-    step 'building the tests with clang' "$KWO_ROOT/tools/build.sh" clang || exit 1
+    step 'building the tests with clang' "$KWO_ROOT/tools/build.sh" alone || exit 1
 fi
 at_exit stop_planting
 # Debian's own Python, which has its bindings of clang.

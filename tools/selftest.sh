@@ -322,6 +322,9 @@ is 'an object of a library that is not linked' \
 is 'a source as the build compiles it' \
     "$(planting 'source = building.Source("ccache /b/clang++ -Ia -g1 -Werror -O1 -o a.o -c /a.cpp".split(), "/a.cpp")
 print(source.compiler, source.object, *building.optimised(source.options, "-O0"))')" '/b/clang++ a.o -Ia -O0'
+is 'faults are planted where each source is compiled alone' "$(planting 'import json, os, logic
+presets = {preset["name"]: preset for preset in json.load(open(sys.argv[1] + "/CMakePresets.json"))["configurePresets"]}
+print(presets[os.path.basename(logic.Logic.build)]["cacheVariables"]["KWO_JOIN"])')" OFF
 is 'chosen tests' "$(planting 'for name in ("A.x", "A.y", "B.x"): print(int(judging.matches("A.*:C.*-*.y", name)))')" 100
 is 'the test that failed' \
     "$(planting 'print(judging.failed_test("[ RUN      ] A.x\r\n[  FAILED  ] A.x (3 ms)\r\n[ RUN      ] A.y\r\n"))')" A.x

@@ -25,15 +25,11 @@ class Source:
         output = options.index("-o")
         self.object = options[output + 1]
         del options[output : output + 2]
-        # Neither warnings nor what counts coverage matter to a fault; headers that a target has precompiled are not at hand.
+        # Warnings do not matter to a fault; headers that a target has precompiled are not at hand.
         if "-include" in options:
             del options[options.index("-include") : options.index("-include") + 2]
-        unwanted = {"-c", path, "-fcoverage-mapping"}
-        self.options = [
-            option
-            for option in options
-            if option not in unwanted and not option.startswith(("-W", "-g", "-fprofile-instr-generate"))
-        ]
+        unwanted = {"-c", path}
+        self.options = [option for option in options if option not in unwanted and not option.startswith(("-W", "-g"))]
 
 
 def sources_of(build, is_wanted):

@@ -11,7 +11,7 @@ FAULTS, CONTRACT, FUZZ = "tests/faults/fault_tests", "tests/contract/contract_te
 
 
 class Logic(Part):
-    build = os.path.join(ROOT, "build", "clang")
+    build = os.path.join(ROOT, "build", "alone")
     work = os.path.join(ROOT, "build", "mutants", "logic")
     judges = {
         "companion/kwoinit/": (MESSAGES, FAULTS, FUZZ),

@@ -22,6 +22,8 @@ class Part:
 
     def __init__(self):
         self.sources = building.sources_of(self.build, self.has)
+        if not self.sources:
+            raise SystemExit(f"{self.build} compiles no source alone")
         for source in self.sources.values():
             source.options = building.optimised(source.options, self.level)
         some = next(iter(self.sources.values()))
