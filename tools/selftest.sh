@@ -113,6 +113,26 @@ is 'a Wine that starts at the second time' "$(counts_in_wine 1 'echo 12 passed, 
     '12 0 (Wine was started again after exit code 1)'
 is 'a Wine that does not start' "$(counts_in_wine 2 'echo 12 passed, 0 failed')" \
     '0 1 (no results; exit code 1; Wine was started again after exit code 1)'
+# A script of tests starts many programs; the line of its group tells of each that needed a second start.
+cat >"$scratch/script" <<SCRIPT
+source '$KWO_ROOT/tools/lib/base.sh'
+source '$KWO_ROOT/tools/lib/results.sh'
+KWO_LOGS=$scratch
+runner=('$scratch/wine' '$scratch/left')
+runs() { run_windows '$scratch/told' '$scratch/errors' "\$@"; }
+check 'it starts' runs echo hello
+check 'it fails, and says so' runs bash -c 'echo >>$scratch/runs; echo no; exit 1'
+print_total
+SCRIPT
+counts_in_script() {
+    : >"$scratch/runs"
+    printf '%d\n' "$1" >"$scratch/left"
+    counts "bash '$scratch/script' 2>/dev/null"
+}
+is 'a program that starts at the second time' "$(counts_in_script 1)" \
+    '1 1 (Wine was started again after exit code 1)'
+is 'a program that fails aloud is not run again' "$(wc -l <"$scratch/runs")" 1
+is 'programs that start' "$(counts_in_script 0)" '1 1'
 # runs COMMAND: how often it is started; it notes that it was.
 runs() {
     : >"$scratch/runs"

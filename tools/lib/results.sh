@@ -71,6 +71,24 @@ run_limited() {
     fi
 }
 
+# run_windows SAID ERRORS COMMAND...: a Windows program of a script of tests, started by the words in `runner`, for a minute
+# at most. It speaks when it fails, so it gets the same second chance; print_total says so.
+run_windows() {
+    local rc=0
+    run_windows_once "$@" || rc=$?
+    if ((rc != 0)) && [[ ! -s $1 && ! -s $2 ]]; then
+        printf 'Wine was started again after exit code %d\n' "$rc" >>"$(log_of "started again $$")"
+        rc=0
+        run_windows_once "$@" || rc=$?
+    fi
+    return "$rc"
+}
+
+# run_windows_once SAID ERRORS COMMAND...: one that says nothing when it fails.
+run_windows_once() {
+    timeout --foreground --kill-after=5 60 "${runner[@]}" "${@:3}" </dev/null >"$1" 2>"$2"
+}
+
 # run_once LOG COMMAND...
 run_once() {
     local log=$1 rc=0
@@ -150,6 +168,7 @@ counted_group() {
     log=$(log_of "$name")
     group_begins "$name"
     run_limited "$log" "$@"
+    [[ -n $kwo_started_again ]] || kwo_started_again=$(grep -m 1 '^Wine was started again after exit code' "$log") || true
     last=$(tail -n 1 "$log" | tr -d '\r')
     if [[ $last =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]]; then
         passed=$((10#${BASH_REMATCH[1]})) failed=$((10#${BASH_REMATCH[2]}))
@@ -165,8 +184,14 @@ counted_group() {
     ((failed == 0)) || show_tail "$log"
 }
 
-# The last line of a run; fails when a test failed or none ran.
+# The last line of a run, behind a note of each Wine that needed a second start; fails when a test failed or none ran.
 print_total() {
+    local again
+    again=$(log_of "started again $$")
+    if [[ -f $again ]]; then
+        cat "$again"
+        rm "$again"
+    fi
     printf '%d passed, %d failed\n' "$kwo_passed" "$kwo_failed"
     ((kwo_failed == 0 && kwo_passed > 0))
 }
