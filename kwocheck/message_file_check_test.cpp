@@ -53,9 +53,9 @@ TEST(MessageFileCheck, MarkersOfATranslationAreThoseOfTheOriginal) {
 }
 
 TEST(MessageFileCheck, SeveralMarkersAreListed) {
-    const MessageFileFacts facts = CheckMessages("[P]\n1 = %3 %1 %0 %a %\n[P 0407]\n1 = x\n", u"x.nls");
+    const MessageFileFacts facts = CheckMessages("[P]\n1 = %9 %3 %1 %0 %a %: %\n[P 0407]\n1 = x\n", u"x.nls");
 
-    EXPECT_EQ(facts.problems, Texts{u"x.nls(4): the text has no marker, the one without a language has %1 %3"});
+    EXPECT_EQ(facts.problems, Texts{u"x.nls(4): the text has no marker, the one without a language has %1 %3 %9"});
 }
 
 TEST(MessageFileCheck, AFileThatCannotBeReadKeepsItsState) {

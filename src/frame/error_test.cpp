@@ -233,7 +233,15 @@ TEST_F(SaveErrorTest, APlatformCodeStandsInForAMissingNumber) {
     EXPECT_EQ(desktop.errors.Last(), 5);
 }
 
+TEST_F(SaveErrorTest, TheSmallestPlatformCodeStandsInToo) {
+    desktop.errors.system[1] = u"Incorrect function.\r\n";
+    error.KWO_SaveError({}, {.source = u"s", .platformCode = 1});
+    EXPECT_EQ(error.Saved().number, -1);
+    EXPECT_EQ(error.Saved().description, u"Incorrect function.");
+}
+
 TEST_F(SaveErrorTest, APlatformCodeOfZeroIsNoError) {
+    desktop.errors.system[0] = u"Success.\r\n";
     desktop.errors.SetLast(87);
     error.KWO_SaveError({}, {.source = u"s", .platformCode = 0});
     EXPECT_EQ(error.Saved().number, 0);

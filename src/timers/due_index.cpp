@@ -7,11 +7,12 @@ namespace kwo::timers {
 void DueIndex::Grow(std::size_t size) {
     if (!mLevels.empty() && size <= mLevels.front().size()) return;
     const std::size_t before = mLevels.empty() ? 0 : mLevels.front().size();
+    const std::size_t room = WholeNodes(std::max(size, 2 * before));
     // Built aside, so that nothing is lost if there is no memory for more.
     std::vector<std::vector<std::int64_t>> levels(1);
-    levels[0].reserve(WholeNodes(std::max(size, 2 * before)));
+    levels[0].reserve(room);
     if (before > 0) levels[0] = mLevels.front();
-    levels[0].resize(WholeNodes(std::max(size, 2 * before)), kNever);
+    levels[0].resize(room, kNever);
     while (levels.back().size() > 1) {
         const std::vector<std::int64_t>& below = levels.back();
         std::vector<std::int64_t> minima;
