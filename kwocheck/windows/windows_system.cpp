@@ -20,6 +20,7 @@ constexpr Bitness kOwn = sizeof(void*) == 8 ? Bitness::k64 : Bitness::k32;
 const wchar_t* Wide(const Text& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
+
 /// Owns a file or a token.
 class Handle {
 public:

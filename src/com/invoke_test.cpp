@@ -148,7 +148,7 @@ public:
 };
 
 HRESULT NeverCalled(void*, void* const*) {
-    return E_NOTIMPL;
+    return E_UNEXPECTED;
 }
 
 /// Changes its argument to something that is not a number, and returns a text.
