@@ -13,7 +13,6 @@
 #include "wscript_object.h"
 
 namespace kwo::soak {
-namespace {
 
 /// The errors that the scripts raise are reported to standard error: nobody wants to read them.
 class QuietErrors {
@@ -26,6 +25,8 @@ public:
 private:
     HANDLE mBefore;
 };
+
+namespace {
 
 /// The result of a procedure without arguments; empty if it fails.
 com_support::OwnedVariant Do(kwohost::ScriptHost& host, const wchar_t* procedure) {
