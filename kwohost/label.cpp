@@ -47,6 +47,11 @@ void Label::FocusByAccessKey() {
     if (const ComPtr<Form> form = OwnerForm()) form->Navigation().FocusAfter(*this);
 }
 
+void Label::OnResized() {
+    Changed();
+    PaintedControl::OnResized();
+}
+
 void Label::Paint(HDC context) {
     constexpr UINT kAlignments[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
     RECT area = ClientArea();

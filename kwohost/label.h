@@ -19,6 +19,8 @@ public:
 
 protected:
     void Paint(HDC context) override;
+    /// The lines break elsewhere.
+    void OnResized() override;
 
 private:
     /// Adds a colour that is drawn again when it changes.

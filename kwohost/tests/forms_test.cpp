@@ -671,6 +671,39 @@ TEST_F(FormsTest, LabelAlignsItsText) {
     EXPECT_NEAR(centreFirst, 99 - centreLast, 2);
 }
 
+namespace {
+
+/// What a label of 100 by 60 pixels or less shows.
+std::vector<COLORREF> PixelsOf(HWND label) {
+    std::vector<COLORREF> pixels;
+    UpdateWindow(label);
+    const HDC context = GetDC(label);
+    for (int y = 0; y < 60; ++y)
+        for (int x = 0; x < 100; ++x)
+            pixels.push_back(GetPixel(context, x, y));
+    ReleaseDC(label, context);
+    return pixels;
+}
+
+}  // namespace
+
+TEST_F(FormsTest, LabelThatGetsAnotherSizeBreaksItsLinesAnew) {
+    const auto shown = [this](const wchar_t* first, const wchar_t* then) {
+        RunWithForm(
+            L"box.Move 3000, 3000\r\nfrm.ScaleMode = 3\r\nSet lbl = frm.AddControl(\"Label\", \"lbl\")\r\n"
+            L"lbl.BackColor = &HFFFFFF\r\nlbl.ForeColor = 0\r\nlbl.Caption = \"HH HH HH HH\"\r\n"
+            L"lbl.Alignment = 2\r\nlbl.Move 0, 0, " +
+            std::wstring(first) + L"\r\nHost.DoEvents\r\nlbl.Move 0, 0, " + then + L"\r\nHost.DoEvents");
+        return PixelsOf(Control(L"lbl"));
+    };
+    const auto narrow = shown(L"30, 60", L"30, 60");
+    const auto wide = shown(L"100, 60", L"100, 60");
+
+    EXPECT_NE(narrow, wide);
+    EXPECT_TRUE(shown(L"100, 60", L"30, 60") == narrow);
+    EXPECT_TRUE(shown(L"30, 60", L"100, 60") == wide);
+}
+
 TEST_F(FormsTest, LabelIsDrawnAgainWhenItsFontChanges) {
     const auto width = [this](const wchar_t* change) {
         RunWithForm(std::wstring(L"box.Move 3000, 3000\r\nfrm.ScaleMode = 3\r\n") +
