@@ -15,6 +15,21 @@ constexpr LONG kMinimised = 1;
 constexpr LONG kMaximised = 2;
 constexpr RECT kFirstPlace = {60, 60, 460, 360};
 
+WINDOWPLACEMENT PlacementOf(HWND window) {
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    GetWindowPlacement(window, &placement);
+    return placement;
+}
+
+/// Where the working area of a monitor begins in the monitor: the placement of a window counts from there.
+POINT WorkingAreaAt(const RECT& place) {
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return {monitor.rcWork.left - monitor.rcMonitor.left, monitor.rcWork.top - monitor.rcMonitor.top};
+}
+
 }  // namespace
 
 Form::Form(ScriptHost& host, Forms& forms, std::wstring name, Kind kind, Form* parent)
@@ -81,7 +96,7 @@ void Form::AddMembers() {
         call.ReturnObject(focused ? ComPtr<IDispatch>(focused) : nullptr);
     });
     AddMethod(L"Show", 0, 0, [this](Call&) { Show(); });
-    AddMethod(L"Hide", 0, 0, [this](Call&) { ShowWindow(Window(), SW_HIDE); });
+    AddMethod(L"Hide", 0, 0, [this](Call&) { SetVisible(false); });
     AddMethod(L"Close", 0, 0, [this](Call&) { SendMessageW(Window(), WM_CLOSE, 0, 0); });
     AddMethod(L"AddControl", 2, 3, [this](Call& call) { AddControl(call); });
 }
@@ -125,6 +140,39 @@ void Form::BringToFront() {
     } else {
         SetForegroundWindow(Window());
     }
+}
+
+void Form::SetVisible(bool isVisible) {
+    if (isVisible) {
+        Show();
+    } else {
+        ShowWindow(Window(), SW_HIDE);
+    }
+}
+
+bool Form::IsHiddenElsewhere() const {
+    return !IsWindowVisible(Window()) && (IsIconic(Window()) || IsZoomed(Window()));
+}
+
+RECT Form::Place() const {
+    if (!IsHiddenElsewhere()) return HostWindow::Place();
+    RECT place = PlacementOf(Window()).rcNormalPosition;
+    if (mKind == Kind::MdiChild) return place;
+    const POINT origin = WorkingAreaAt(place);
+    OffsetRect(&place, origin.x, origin.y);
+    return place;
+}
+
+void Form::Reposition(const RECT& place, UINT flags) {
+    if (!IsHiddenElsewhere()) return HostWindow::Reposition(place, flags);
+    WINDOWPLACEMENT placement = PlacementOf(Window());
+    placement.rcNormalPosition = place;
+    if (mKind != Kind::MdiChild) {
+        const POINT origin = WorkingAreaAt(place);
+        OffsetRect(&placement.rcNormalPosition, -origin.x, -origin.y);
+    }
+    placement.showCmd = SW_HIDE;
+    SetWindowPlacement(Window(), &placement);
 }
 
 void Form::CheckMovable() const {

@@ -64,6 +64,11 @@ protected:
     RECT ClientArea() const override;
     /// Raises error 384 while the form is visible and minimised or maximised.
     void CheckMovable() const override;
+    /// A hidden form has the place of its normal state, in whatever state its window is.
+    RECT Place() const override;
+    void Reposition(const RECT& place, UINT flags) override;
+    /// Shows the form as Show does, or hides it.
+    void SetVisible(bool isVisible) override;
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
     /// MDI forms and their children have rules of their own.
     LRESULT Default(UINT message, WPARAM first, LPARAM second) override;
@@ -96,6 +101,8 @@ private:
     void NoteActivity();
     /// Puts a plain form in front of other windows, as far as the system lets it; an MDI child becomes the active one.
     void BringToFront();
+    /// Whether the window is hidden while it is minimised or maximised, and so is elsewhere than in its normal state.
+    bool IsHiddenElsewhere() const;
 
     Forms& mForms;
     Kind mKind;

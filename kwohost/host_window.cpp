@@ -127,7 +127,7 @@ void HostWindow::AddWindowMembers() {
     AddPlace(L"Height", &RECT::top, &RECT::bottom, Axis::Y);
     AddVariable(
         L"Visible", [this](Call& call) { call.ReturnTruth(IsWindowVisible(Window()) != FALSE); },
-        [this](Call& call) { ShowWindow(Window(), call.Truth(0) ? SW_SHOWNA : SW_HIDE); });
+        [this](Call& call) { SetVisible(call.Truth(0)); });
     AddVariable(
         L"Enabled", [this](Call& call) { call.ReturnTruth(IsWindowEnabled(Window()) != FALSE); },
         [this](Call& call) { SetEnabled(call.Truth(0)); });

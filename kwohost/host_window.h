@@ -112,12 +112,14 @@ protected:
     /// The window has gone. Lets go of what would keep this object alive.
     virtual void OnGone() {}
     void CheckUsable() const override { Window(); }
+    /// Shows the window where it is, without giving it the focus, or hides it.
+    virtual void SetVisible(bool isVisible) { ShowWindow(Window(), isVisible ? SW_SHOWNA : SW_HIDE); }
     /// Lets the user use the window, or not.
     virtual void SetEnabled(bool isEnabled) { EnableWindow(Window(), isEnabled); }
     ScriptHost& Host() const { return mHost; }
 
     /// In pixels of PlaceWindow.
-    RECT Place() const;
+    virtual RECT Place() const;
     /// What the system is asked for, so that the window gets this place.
     virtual RECT Requested(const RECT& place) const { return place; }
     /// Moves and sizes the window.
@@ -125,7 +127,7 @@ protected:
     /// failure.
     void SetPlace(const RECT& place);
     /// SetWindowPos, which sends messages to this window. Raises the failure of their handling.
-    void Reposition(const RECT& place, UINT flags);
+    virtual void Reposition(const RECT& place, UINT flags);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);

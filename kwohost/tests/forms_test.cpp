@@ -574,6 +574,50 @@ TEST_F(FormsTest, HideAndShowRaiseActivate) {
     EXPECT_EQ(notes, Notes({L"activate", L"False", L"activate", L"True"}));
 }
 
+namespace {
+
+/// Notes state and place of a form.
+std::wstring NotePlaceOf(const std::wstring& form) {
+    const auto member = [&](const wchar_t* name) { return L" & \" \" & " + form + name; };
+    return L"Source.Note " + form + L".WindowState" + member(L".Left") + member(L".Top") + member(L".Width") +
+           member(L".Height") + L"\r\n";
+}
+
+}  // namespace
+
+TEST_F(FormsTest, HiddenFormHasThePlaceOfItsNormalState) {
+    const std::wstring note = NotePlaceOf(L"frm");
+    RunWithForm(
+        L"frm.Move 1500, 900, 4500, 3000\r\n"
+        L"frm.WindowState = 2\r\nfrm.Hide\r\n" +
+        note + L"frm.WindowState = 0\r\n" + note + L"frm.Show\r\n" + note + L"frm.WindowState = 1\r\nfrm.Hide\r\n" +
+        note + L"frm.WindowState = 0\r\nfrm.Show\r\n" + note);
+
+    EXPECT_EQ(notes, Notes({L"2 1500 900 4500 3000", L"0 1500 900 4500 3000", L"0 1500 900 4500 3000",
+                            L"1 1500 900 4500 3000", L"0 1500 900 4500 3000"}));
+}
+
+TEST_F(FormsTest, HiddenFormThatIsMovedKeepsItsStateAndHasThePlaceInItsNormalOne) {
+    const std::wstring note = NotePlaceOf(L"frm");
+    for (const wchar_t* const state : {L"2", L"1"}) {
+        notes.clear();
+        RunWithForm(L"frm.Move 1500, 900, 4500, 3000\r\nfrm.WindowState = " + std::wstring(state) +
+                    L"\r\nfrm.Hide\r\nfrm.Left = 1800\r\nfrm.Height = 3300\r\n" + note + L"frm.Move 2100, 1200\r\n" +
+                    note + L"frm.Show\r\nSource.Note frm.WindowState\r\nfrm.WindowState = 0\r\n" + note);
+
+        EXPECT_EQ(notes, Notes({std::wstring(state) + L" 1800 900 4500 3300",
+                                std::wstring(state) + L" 2100 1200 4500 3300", state, L"0 2100 1200 4500 3300"}));
+    }
+}
+
+TEST_F(FormsTest, VisibleShowsAFormInItsState) {
+    RunWithForm(
+        L"frm.Visible = False\r\nfrm.WindowState = 2\r\nfrm.Visible = True\r\n"
+        L"Source.Note frm.Visible & frm.WindowState & (frm.ScaleWidth > 4500)");
+
+    EXPECT_EQ(notes, Notes({L"True2True"}));
+}
+
 TEST_F(FormsTest, ZOrderBringsAControlToTheFront) {
     RunWithForm(L"Set other = frm.AddControl(\"PictureBox\", \"other\")\r\nbox.ZOrder");
     EXPECT_EQ(GetWindow(Form(), GW_CHILD), Control(L"box"));
@@ -759,6 +803,15 @@ TEST_F(MdiTest, ChildIsActivatedWhenItIsShownAndWhenItComesToTheFront) {
 
     EXPECT_EQ(notes,
               Notes({L"hidden", L"one active", L"shown", L"two active", L"one active", L"two active", L"one active"}));
+}
+
+TEST_F(MdiTest, HiddenChildHasThePlaceOfItsNormalState) {
+    const std::wstring note = NotePlaceOf(L"one");
+    RunWithChildren(L"one.Show\r\none.Move 150, 300, 3000, 2400\r\none.WindowState = 2\r\none.Hide\r\n" + note +
+                    L"one.WindowState = 0\r\n" + note + L"one.Show\r\n" + note);
+
+    EXPECT_EQ(notes, Notes({L"one active", L"2 150 300 3000 2400", L"0 150 300 3000 2400", L"one active",
+                            L"0 150 300 3000 2400"}));
 }
 
 TEST_F(MdiTest, ChildrenUnloadBeforeTheirForm) {
