@@ -28,13 +28,13 @@ std::wstring TextOr(const ScriptHost& host, const Call& call, int index, const s
 }
 
 /// The arguments: prompt, buttons, title, and two for a help file, which are not used.
-void ShowMessage(ScriptHost& host, Call& call) {
+void ShowMessage(ScriptHost& host, Forms& forms, Call& call) {
     const std::wstring prompt = TextOr(host, call, 0, L"");
     const LONG style = call.Has(1) ? call.Whole(1) : MB_OK;
     const std::wstring title = TextOr(host, call, 2, host.ScriptName());
     if ((style & ~kKnownStyles) || (style & MB_TYPEMASK) > MB_CANCELTRYCONTINUE)
         Fail(RuntimeError::InvalidProcedureCall, L"A message box has no such buttons");
-    const ModalScope modal;
+    const ModalScope modal(forms);
     // A program that shows nothing else is not in front.
     const LONG front = modal.Owner() ? 0 : MB_SETFOREGROUND;
     int button = 0;
@@ -46,11 +46,11 @@ void ShowMessage(ScriptHost& host, Call& call) {
 }
 
 /// The arguments: prompt, title, first answer, left, top, and two for a help file, which are not used.
-void AskForText(ScriptHost& host, Call& call) {
+void AskForText(ScriptHost& host, Forms& forms, Call& call) {
     InputBox box = {TextOr(host, call, 0, L""), TextOr(host, call, 1, host.ScriptName()), TextOr(host, call, 2, L"")};
     if (call.Has(3)) box.left = ToPixels(call.Number(3), Scale::Twips, Axis::X);
     if (call.Has(4)) box.top = ToPixels(call.Number(4), Scale::Twips, Axis::Y);
-    const ModalScope modal;
+    const ModalScope modal(forms);
     bool isAnswered = false;
     host.RunLoop([&] { isAnswered = box.Ask(modal.Owner()); });
     if (isAnswered) call.ReturnText(box.answer);
@@ -58,11 +58,11 @@ void AskForText(ScriptHost& host, Call& call) {
 
 }  // namespace
 
-void AddBoxes(ScriptHost& host) {
-    host.AddFunction(L"MsgBox",
-                     MakeObject<Function>(L"MsgBox", 1, 5, [&host](Call& call) { ShowMessage(host, call); }));
-    host.AddFunction(L"InputBox",
-                     MakeObject<Function>(L"InputBox", 1, 7, [&host](Call& call) { AskForText(host, call); }));
+void AddBoxes(ScriptHost& host, const std::shared_ptr<Forms>& forms) {
+    host.AddFunction(L"MsgBox", MakeObject<Function>(L"MsgBox", 1, 5,
+                                                     [&host, forms](Call& call) { ShowMessage(host, *forms, call); }));
+    host.AddFunction(L"InputBox", MakeObject<Function>(L"InputBox", 1, 7,
+                                                       [&host, forms](Call& call) { AskForText(host, *forms, call); }));
 }
 
 }  // namespace kwohost

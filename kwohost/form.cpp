@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "control.h"
+#include "modal_scope.h"
 
 namespace kwohost {
 
@@ -69,6 +70,7 @@ void Form::Open() {
     }
     mForms.all.push_back(this);
     mIsOpen = true;
+    ApplyEnabled();
     Fire(L"Load");
 }
 
@@ -137,9 +139,12 @@ void Form::Show() {
 void Form::BringToFront() {
     if (mKind == Kind::MdiChild) {
         SendMessageW(mParent->mMdiClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Window()), 0);
-    } else {
+    } else if (mForms.boxes == 0) {
         SetForegroundWindow(Window());
+    } else {
+        SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
+    if (mForms.boxes > 0) BringBoxToFront();
 }
 
 void Form::SetVisible(bool isVisible) {
@@ -148,6 +153,16 @@ void Form::SetVisible(bool isVisible) {
     } else {
         ShowWindow(Window(), SW_HIDE);
     }
+}
+
+void Form::SetEnabled(bool isEnabled) {
+    mIsEnabled = isEnabled;
+    ApplyEnabled();
+}
+
+void Form::ApplyEnabled() {
+    const bool isBehindABox = mForms.boxes > 0 && mKind != Kind::MdiChild;
+    EnableWindow(Window(), mIsEnabled && !isBehindABox);
 }
 
 bool Form::IsHiddenElsewhere() const {

@@ -18,6 +18,8 @@ struct Forms {
     HCURSOR pointer = nullptr;
     /// Of all controls.
     DeferredEvents events;
+    /// How many boxes are open. While there is one, the user can use no form.
+    int boxes = 0;
 };
 
 /// A window of its own, a child of an MDI form, or an MDI form.
@@ -50,6 +52,9 @@ public:
     /// A window of the form has got or lost the focus.
     /// Fires GotFocus or LostFocus of it. The form itself gives the focus to its first tab stop.
     void OnFocus(HostWindow& window, bool hasIt);
+    /// Lets the user use the form if the script allows it and no box is open.
+    /// An MDI child is left to its MDI form, which is disabled while a box is open.
+    void ApplyEnabled();
     /// How the focus and the keys move among the form's controls.
     Navigator& Navigation() { return mNavigator; }
     /// The events that arise inside the controls of the system.
@@ -69,6 +74,11 @@ protected:
     void Reposition(const RECT& place, UINT flags) override;
     /// Shows the form as Show does, or hides it.
     void SetVisible(bool isVisible) override;
+    /// Puts a plain form in front of other windows, as far as the system lets it; an MDI child becomes the active one.
+    /// The box that is open stays in front of all.
+    void BringToFront() override;
+    /// Counts when no box is open any more.
+    void SetEnabled(bool isEnabled) override;
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
     /// MDI forms and their children have rules of their own.
     LRESULT Default(UINT message, WPARAM first, LPARAM second) override;
@@ -99,8 +109,6 @@ private:
     bool RestoreFocus();
     /// Raises Activate if this MDI child has become the active one.
     void NoteActivity();
-    /// Puts a plain form in front of other windows, as far as the system lets it; an MDI child becomes the active one.
-    void BringToFront();
     /// Whether the window is hidden while it is minimised or maximised, and so is elsewhere than in its normal state.
     bool IsHiddenElsewhere() const;
 
@@ -109,6 +117,8 @@ private:
     ComPtr<Form> mParent;
     HWND mMdiClient = nullptr;
     bool mKeyPreview = false;
+    /// What the script wants.
+    bool mIsEnabled = true;
     /// The state that Show gives the window.
     LONG mStateWhenShown = 0;
     bool mIsOpen = false;

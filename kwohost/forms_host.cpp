@@ -206,8 +206,8 @@ private:
 }  // namespace
 
 void AddFormObjects(ScriptHost& host) {
-    AddBoxes(host);
     const auto forms = std::make_shared<Forms>();
+    AddBoxes(host, forms);
     host.AddGlobal(L"Host", MakeObject<HostObject>(host, forms));
     host.AddGlobal(L"Screen", MakeObject<ScreenObject>(forms));
     host.AtClose([forms] {

@@ -140,7 +140,7 @@ void HostWindow::AddWindowMembers() {
             RefreshPointer();
         });
     AddMethod(L"SetFocus", 0, 0, [this](Call&) { ::SetFocus(Window()); });
-    AddMethod(L"ZOrder", 0, 0, [this](Call&) { BringWindowToTop(Window()); });
+    AddMethod(L"ZOrder", 0, 0, [this](Call&) { BringToFront(); });
     AddMethod(L"Move", 1, 4, [this](Call& call) {
         const Scale scale = PlaceScale();
         RECT place = Place();

@@ -114,6 +114,8 @@ protected:
     void CheckUsable() const override { Window(); }
     /// Shows the window where it is, without giving it the focus, or hides it.
     virtual void SetVisible(bool isVisible) { ShowWindow(Window(), isVisible ? SW_SHOWNA : SW_HIDE); }
+    /// Puts the window in front of its siblings.
+    virtual void BringToFront() { BringWindowToTop(Window()); }
     /// Lets the user use the window, or not.
     virtual void SetEnabled(bool isEnabled) { EnableWindow(Window(), isEnabled); }
     ScriptHost& Host() const { return mHost; }

@@ -1,5 +1,8 @@
 #include "modal_scope.h"
 
+#include <algorithm>
+
+#include "form.h"
 #include "guard.h"
 
 namespace kwohost {
@@ -22,20 +25,34 @@ std::vector<HWND> VisibleWindows() {
 
 }  // namespace
 
-ModalScope::ModalScope() {
+ModalScope::ModalScope(Forms& forms) : mForms(forms) {
     const std::vector<HWND> windows = VisibleWindows();
-    if (windows.empty()) return;
     mDisabled.reserve(windows.size());
     const HWND active = GetActiveWindow();
-    mOwner = active && IsWindowVisible(active) ? active : windows.front();
-    // The system disables the owner itself.
+    if (!windows.empty()) mOwner = active && IsWindowVisible(active) ? active : windows.front();
+    ++mForms.boxes;
+    // The system disables the owner itself, and enables it before the box goes: so the owner becomes active then.
+    for (Form* const form : mForms.all)
+        if (form->Window() != mOwner) form->ApplyEnabled();
     for (const HWND window : windows)
         if (window != mOwner && !EnableWindow(window, FALSE)) mDisabled.push_back(window);
 }
 
 ModalScope::~ModalScope() {
+    --mForms.boxes;
     for (const HWND window : mDisabled)
         EnableWindow(window, TRUE);
+    for (Form* const form : mForms.all)
+        form->ApplyEnabled();
+}
+
+void BringBoxToFront() {
+    constexpr DWORD kDialogBox = 0x8002;
+    const std::vector<HWND> windows = VisibleWindows();
+    const auto box = std::find_if(windows.begin(), windows.end(), [](HWND window) {
+        return IsWindowEnabled(window) && GetClassLongW(window, GCW_ATOM) == kDialogBox;
+    });
+    if (box != windows.end()) SetForegroundWindow(*box);
 }
 
 }  // namespace kwohost

@@ -6,13 +6,16 @@
 
 namespace kwohost {
 
-/// The visible windows of this thread take no input while it lives, except for boxes that open meanwhile.
+struct Forms;
+
+/// All forms, and the visible windows of this thread, take no input while it lives, except for boxes that open
+/// meanwhile. `forms` must outlive it.
 ///
-///     const ModalScope modal;
+///     const ModalScope modal(forms);
 ///     MessageBoxW(modal.Owner(), ...);
 class ModalScope {
 public:
-    ModalScope();
+    explicit ModalScope(Forms& forms);
     ModalScope(const ModalScope&) = delete;
     ModalScope& operator=(const ModalScope&) = delete;
     /// Those that it has disabled and that are still there take input again.
@@ -24,8 +27,12 @@ public:
     bool HasLostOwner() const { return mOwner && !IsWindow(mOwner); }
 
 private:
+    Forms& mForms;
     HWND mOwner = nullptr;
     std::vector<HWND> mDisabled;
 };
+
+/// Activates the box that the user has to answer first. Does nothing while none is visible.
+void BringBoxToFront();
 
 }  // namespace kwohost

@@ -25,6 +25,11 @@ void Press(WORD key) {
     SendInput(2, inputs, sizeof(INPUT));
 }
 
+/// Closes a message box, even if it does not get the keys.
+void Answer(HWND box) {
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+}
+
 /// What the user does when the next box has opened.
 std::function<void(HWND box)> theUser;
 
@@ -32,7 +37,9 @@ void CALLBACK LetTheUserAct(HWND, UINT, UINT_PTR timer, DWORD) {
     const HWND box = GetActiveWindow();
     if (!IsBox(box)) return;
     KillTimer(nullptr, timer);
-    theUser(box);
+    // It may say what happens to the box after this one.
+    const auto act = theUser;
+    act(box);
 }
 
 class BoxesTest : public ScriptTest {
@@ -82,6 +89,93 @@ TEST_F(BoxesTest, FormThatTheScriptHasDisabledStaysSo) {
     RunWithForms(L"one.Enabled = False\r\nMsgBox \"x\"\r\nSource.Note one.Enabled & two.Enabled");
 
     EXPECT_EQ(notes, Notes({L"FalseTrue"}));
+}
+
+TEST_F(BoxesTest, FormsThatAreShownMeanwhileStayBehindTheBox) {
+    for (const wchar_t* const action :
+         {L"two.Show", L"one.Show", L"two.ZOrder", L"one.ZOrder", L"one.Visible = True", L"one.WindowState = 2",
+          L"two.WindowState = 2", L"one.WindowState = 1\r\none.WindowState = 0", L"one.Hide\r\none.Show",
+          L"hidden.Show", L"Set made = Host.CreateForm(\"made\")\r\nmade.Show", L"one.SetFocus"}) {
+        notes.clear();
+        WhenABoxOpens([this](HWND box) {
+            Tick(1);
+            host->Wait(std::chrono::milliseconds(0));
+            EXPECT_EQ(GetForegroundWindow(), box);
+            EXPECT_EQ(GetActiveWindow(), box);
+            Answer(box);
+        });
+
+        RunWithForms(
+            L"WScript.ConnectObject Source, \"s\"\r\nSet hidden = Host.CreateForm(\"hidden\")\r\nDim made\r\n"
+            L"Sub s_Tick(n)\r\n" +
+            std::wstring(action) + L"\r\nEnd Sub\r\nSource.Note MsgBox(\"x\")");
+
+        EXPECT_EQ(notes, Notes({L"1"})) << Bstr(action).Get();
+    }
+}
+
+TEST_F(BoxesTest, FormShownOverABoxWithoutAFormStaysBehindIt) {
+    WhenABoxOpens([this](HWND box) {
+        Tick(1);
+        EXPECT_EQ(GetForegroundWindow(), box);
+        Answer(box);
+    });
+
+    Run(L"WScript.ConnectObject Source, \"s\"\r\nSet frm = Host.CreateForm(\"frm\")\r\n"
+        L"Sub s_Tick(n)\r\nfrm.Show\r\nEnd Sub\r\nSource.Note MsgBox(\"x\")\r\nSource.Note frm.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"1", L"True"}));
+}
+
+TEST_F(BoxesTest, HiddenAndNewFormsAreDisabledToo) {
+    WhenABoxOpens([this](HWND box) {
+        Tick(1);
+        Answer(box);
+    });
+
+    RunWithForms(
+        L"WScript.ConnectObject Source, \"s\"\r\nSet hidden = Host.CreateForm(\"hidden\")\r\nDim made\r\n"
+        L"Sub s_Tick(n)\r\nSet made = Host.CreateForm(\"made\")\r\n"
+        L"Source.Note hidden.Enabled & made.Enabled\r\nEnd Sub\r\n"
+        L"MsgBox \"x\"\r\nSource.Note hidden.Enabled & made.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"FalseFalse", L"TrueTrue"}));
+}
+
+TEST_F(BoxesTest, EnabledThatTheScriptSetsMeanwhileCountsAfterTheBox) {
+    WhenABoxOpens([this](HWND box) {
+        Tick(1);
+        Answer(box);
+    });
+
+    RunWithForms(
+        L"WScript.ConnectObject Source, \"s\"\r\nSet three = Host.CreateForm(\"three\")\r\n"
+        L"three.Enabled = False\r\n"
+        L"Sub s_Tick(n)\r\none.Enabled = False\r\ntwo.Enabled = False\r\nthree.Enabled = True\r\n"
+        L"Source.Note one.Enabled & two.Enabled & three.Enabled\r\nEnd Sub\r\n"
+        L"MsgBox \"x\"\r\nSource.Note one.Enabled & two.Enabled & three.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"FalseFalseFalse", L"FalseFalseTrue"}));
+}
+
+TEST_F(BoxesTest, BoxOverABoxLeavesTheFormsDisabledWhenItCloses) {
+    WhenABoxOpens([this](HWND outer) {
+        WhenABoxOpens([this, outer](HWND inner) {
+            EXPECT_NE(inner, outer);
+            EXPECT_FALSE(IsWindowEnabled(outer));
+            Answer(inner);
+        });
+        Tick(1);
+        EXPECT_TRUE(IsWindowEnabled(outer));
+        Answer(outer);
+    });
+
+    RunWithForms(
+        L"WScript.ConnectObject Source, \"s\"\r\n"
+        L"Sub s_Tick(n)\r\nMsgBox \"inner\"\r\nSource.Note one.Enabled & two.Enabled\r\nEnd Sub\r\n"
+        L"MsgBox \"outer\"\r\nSource.Note one.Enabled & two.Enabled");
+
+    EXPECT_EQ(notes, Notes({L"FalseFalse", L"TrueTrue"}));
 }
 
 TEST_F(BoxesTest, BoxWithoutAVisibleFormHasNoOwnerAndTheScriptsName) {
