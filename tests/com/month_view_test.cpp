@@ -118,6 +118,34 @@ TEST_F(MonthViewClass, DaysAreClickedAndTheFormIsAsked) {
     EXPECT_FALSE(Selected(kNovember21 - 15));
 }
 
+TEST_F(MonthViewClass, ADoubleClickPressesAgainAndTheNextMovementReleases) {
+    ASSERT_TRUE(CreateView({Var::Missing(), true}));
+    Call(mView.Get(), L"MouseDown", PressOn(5));
+    int before = mBox.refreshes;
+    EXPECT_EQ(Hex(Call(mView.Get(), L"MouseUp", PressOn(5)).status), Hex(S_OK));
+    EXPECT_EQ(mBox.refreshes, before + 1);
+    EXPECT_EQ(Hex(Call(mView.Get(), L"DblClick").status), Hex(S_OK));
+    EXPECT_EQ(mDates, (std::vector<double>{kNovember21 - 16, kNovember21 - 16}));
+    before = mBox.refreshes;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(Hex(Call(mView.Get(), L"MouseMove", PressOn(5)).status), Hex(S_OK));
+        EXPECT_EQ(mBox.refreshes, before + 1) << "the first movement alone";
+    }
+}
+
+TEST_F(MonthViewClass, MembersSelectDays) {
+    ASSERT_TRUE(CreateView({Var::Missing(), true}));
+    for (const int days : {1, 2})
+        EXPECT_EQ(Hex(Call(mView.Get(), L"SelDaysAdd", {Var::Date(kNovember21 + days)}).status), Hex(S_OK));
+    EXPECT_TRUE(Selected(kNovember21 + 1));
+    EXPECT_TRUE(Selected(kNovember21 + 2));
+    EXPECT_EQ(Hex(Call(mView.Get(), L"SelDaysRemove", {Var::Date(kNovember21 + 1)}).status), Hex(S_OK));
+    EXPECT_FALSE(Selected(kNovember21 + 1));
+    EXPECT_TRUE(Selected(kNovember21 + 2));
+    EXPECT_EQ(Hex(Call(mView.Get(), L"SelDaysClear").status), Hex(S_OK));
+    EXPECT_FALSE(Selected(kNovember21 + 2));
+}
+
 TEST_F(MonthViewClass, AUsedKeyComesBackAsZero) {
     ASSERT_TRUE(CreateView({Var::Missing(), true}));
     SHORT code = 13;

@@ -62,6 +62,53 @@ TEST_F(PicBtnClass, ThePictureIsThatOfTheSystemsOwnCalls) {
     EXPECT_EQ(mBoxGiven, &mBox);
 }
 
+TEST_F(PicBtnClass, TheButtonIsRaisedWhileThePointerIsOutside) {
+    mBox.values[L"ForeColor"] = Var(0x00FF00);
+    CreateButton();
+    HostBox expected(80, 30, &mForm);
+    Mouse(L"MouseDown");
+    EXPECT_EQ(Hex(Mouse(L"MouseMove", 3000, 150).status), Hex(S_OK));
+    DrawExpected(expected, false, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    Mouse(L"MouseMove");
+    DrawExpected(expected, true, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    Mouse(L"MouseUp", 3000, 150);
+    EXPECT_EQ(mClicks, 0);
+}
+
+TEST_F(PicBtnClass, ADoubleClickPressesAgainAndTheNextMovementReleases) {
+    CreateButton();
+    Mouse(L"MouseDown");
+    Mouse(L"MouseUp");
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"DblClick").status), Hex(S_OK));
+    EXPECT_EQ(mClicks, 1);
+    Mouse(L"MouseMove");
+    EXPECT_EQ(mClicks, 2);
+}
+
+TEST_F(PicBtnClass, TheFrameShowsTheFocus) {
+    mBox.values[L"ForeColor"] = Var(0x00FF00);
+    CreateButton();
+    HostBox expected(80, 30, &mForm);
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"GotFocus").status), Hex(S_OK));
+    DrawExpected(expected, false, true);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"LostFocus").status), Hex(S_OK));
+    DrawExpected(expected, false, false);
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+}
+
+TEST_F(PicBtnClass, ResizingDrawsTheButtonAnew) {
+    mBox.values[L"ForeColor"] = Var(0x00FF00);
+    CreateButton();
+    HostBox expected(80, 30, &mForm);
+    DrawExpected(expected, false, false);
+    mBox.Fill({0, 0, 80, 30}, 0x123456);
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"Resize").status), Hex(S_OK));
+    EXPECT_TRUE(expected.Pixels() == mBox.Pixels());
+}
+
 TEST_F(PicBtnClass, PropertiesReadBack) {
     EXPECT_EQ(Hex(Let(mButton.Get(), L"Caption", L"x\u00E4&").status), Hex(S_OK));
     EXPECT_EQ(Get(mButton.Get(), L"Caption").result.Text(), L"x\u00E4&");
