@@ -49,6 +49,14 @@ TEST_P(EveryClass, RefusesAggregation) {
               Hex(CLASS_E_NOAGGREGATION));
     EXPECT_FALSE(inner);
     EXPECT_EQ(outer.references, 0u);
+
+    // CoCreateInstance clears the place itself. Who asks the class object has nobody else to do so.
+    Library library;
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(Hex(library.GetClassObject(ClassId(GetParam()), IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+    void* object = this;
+    EXPECT_EQ(Hex(factory->CreateInstance(&outer, IID_IUnknown, &object)), Hex(CLASS_E_NOAGGREGATION));
+    EXPECT_EQ(object, nullptr);
 }
 
 TEST_P(EveryClass, CreationForAnUnknownInterfaceLeavesNull) {
