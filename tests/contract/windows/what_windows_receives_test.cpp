@@ -553,6 +553,23 @@ TEST_F(WhatWindowsReceives, OfTheWatchOverTheEndOfTheApartment) {
     ::CoUninitialize();
 }
 
+TEST_F(WhatWindowsReceives, OfAWatchThatItRefuses) {
+    Ticks ticks;
+    Watch({"SetTimer", "KillTimer", "CoRegisterInitializeSpy", "CoRevokeInitializeSpy"});
+    mCalls->Replace("SetTimer", [](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return 4711; });
+    mCalls->Replace("KillTimer", &Yes<BOOL, HWND, UINT_PTR>);
+    mCalls->Replace("CoRegisterInitializeSpy",
+                    [](IInitializeSpy*, ULARGE_INTEGER*) -> HRESULT { return E_OUTOFMEMORY; });
+    ASSERT_TRUE(SUCCEEDED(::CoInitialize(nullptr)));
+    platform.timers.Stop(platform.timers.Start(1, ticks));
+    ::CoUninitialize();
+    std::vector<std::string> names;
+    for (const auto& call : mCalls->Taken())
+        names.push_back(call[0]);
+    // There is no watch to end.
+    EXPECT_EQ(names, (std::vector<std::string>{"SetTimer", "CoRegisterInitializeSpy", "KillTimer"}));
+}
+
 std::string KeyInput(WORD code, DWORD flags) {
     INPUT input = {};
     input.type = INPUT_KEYBOARD;
@@ -803,6 +820,17 @@ TEST_F(WhatWindowsReceives, OfErrorTexts) {
          MakeCall("FormatMessageA", FORMAT_MESSAGE_FROM_HMODULE, At<HANDLE>(0x10000), 12'007, 0, Out(), 255, nullptr),
          MakeCall("InternetGetLastResponseInfoA", Any(), Out(), &capacity),
          MakeCall("WNetGetLastErrorA", Any(), Out(), 256, Out(), 256)});
+}
+
+TEST_F(WhatWindowsReceives, OfTheRoomForAnInternetResponse) {
+    Watch({"InternetGetLastResponseInfoA"});
+    mCalls->Replace("InternetGetLastResponseInfoA", [](DWORD*, LPSTR, DWORD*) -> BOOL { return FALSE; });
+    const DWORD none = 0;
+    const DWORD one = 1;
+    platform.errors.LastInternetResponse(none);
+    platform.errors.LastInternetResponse(one);
+    ExpectCalls({MakeCall("InternetGetLastResponseInfoA", Any(), nullptr, &none),
+                 MakeCall("InternetGetLastResponseInfoA", Any(), Out(), &one)});
 }
 
 TEST_F(WhatWindowsReceives, OfFonts) {
