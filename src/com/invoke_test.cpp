@@ -4,6 +4,7 @@
 // after <windows.h>
 #include <gtest/gtest.h>
 
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "com_support/exception_info.h"
 #include "com_support/owned_variant.h"
 #include "kwoutil.h"
+#include "platform/component_error.h"
 #include "support/stand_in.h"
 
 namespace kwo::com {
@@ -28,15 +30,16 @@ HRESULT Called(void*, void* const*) {
     return S_OK;
 }
 
-/// Describes _KWOTimer with members that only say that they were called.
+/// Members of _KWOTimer that only say that they were called.
+constexpr MemberThunk kTimerMembers[] = {
+    {&Called<0>, 1, 0},  {&Called<1>, 1, 0},  {&Called<2>, 1, 0},  {&Called<3>, 1, 0},  {&Called<4>, 1, 0},
+    {&Called<5>, 1, 0},  {&Called<6>, 1, 0},  {&Called<7>, 1, 0},  {&Called<8>, 1, 0},  {&Called<9>, 1, 0},
+    {&Called<10>, 1, 0}, {&Called<11>, 2, 0}, {&Called<12>, 1, 0}, {&Called<13>, 1, 0}, {&Called<14>, 3, 0},
+    {&Called<15>, 2, 0}, {&Called<16>, 2, 0},
+};
+
 const DispatchTable& Timer() {
-    static constexpr MemberThunk kMembers[] = {
-        {&Called<0>, 1, 0},  {&Called<1>, 1, 0},  {&Called<2>, 1, 0},  {&Called<3>, 1, 0},  {&Called<4>, 1, 0},
-        {&Called<5>, 1, 0},  {&Called<6>, 1, 0},  {&Called<7>, 1, 0},  {&Called<8>, 1, 0},  {&Called<9>, 1, 0},
-        {&Called<10>, 1, 0}, {&Called<11>, 2, 0}, {&Called<12>, 1, 0}, {&Called<13>, 1, 0}, {&Called<14>, 3, 0},
-        {&Called<15>, 2, 0}, {&Called<16>, 2, 0},
-    };
-    static ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, nullptr, u"KWOTimer", kMembers);
+    static ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, nullptr, u"KWOTimer", kTimerMembers);
     return info.Table();
 }
 
@@ -110,6 +113,38 @@ TEST(DispatchTable, FindsTheIdsOfTheClassAndNoOthers) {
                 EXPECT_EQ(found->id, id);
             }
         }
+    }
+}
+
+/// What is raised when the type library does not describe these members.
+platform::ComponentError Mismatch(const IID& interfaceId, std::span<const MemberThunk> members) {
+    ClassInfo info(CLSID_KWOTimer, interfaceId, nullptr, u"KWOTimer", members);
+    try {
+        info.Table();
+    } catch (const platform::ComponentError& error) {
+        return error;
+    }
+    return {};
+}
+
+TEST(DispatchTable, AMismatchWithTheTypeLibrarySaysWhatDiffers) {
+    const std::span<const MemberThunk> all = kTimerMembers;
+    std::vector<MemberThunk> others(all.begin(), all.end());
+    others.back().argumentCount = 3;
+    const struct {
+        const IID& interfaceId;
+        std::span<const MemberThunk> members;
+        const char16_t* description;
+    } rows[] = {
+        {IID__KWOTimer, all.first(all.size() - 1), u"The type library has other members"},
+        {IID__KWOTimer, others, u"A member has other arguments in the type library"},
+        {DIID___KWOTimer, all, u"An interface is not dual"},
+        {IID_IUnknown, all, u"The type library of the component cannot be read"},
+    };
+    for (const auto& row : rows) {
+        const platform::ComponentError error = Mismatch(row.interfaceId, row.members);
+        EXPECT_EQ(error.number, TYPE_E_ELEMENTNOTFOUND);
+        EXPECT_EQ(error.description, row.description);
     }
 }
 
