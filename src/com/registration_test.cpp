@@ -197,11 +197,12 @@ protected:
         ASSERT_EQ(RegDeleteTreeW(HKEY_CURRENT_USER, Below(path).c_str()), ERROR_SUCCESS);
         RegDeleteKeyW(HKEY_CURRENT_USER, Below(path).c_str());
     }
+    /// The text of a value; not one that names variables of the environment.
     static std::wstring At(const std::wstring& path, const std::wstring& name = L"") {
         wchar_t text[1024] = L"";
         DWORD size = sizeof(text);
-        const LSTATUS status =
-            RegGetValueW(HKEY_CURRENT_USER, Below(path).c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, text, &size);
+        const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, Below(path).c_str(), name.c_str(),
+                                            RRF_RT_REG_SZ | RRF_NOEXPAND, nullptr, text, &size);
         return status == ERROR_SUCCESS ? text : L"(none)";
     }
     static bool Has(const std::wstring& path) {

@@ -98,7 +98,7 @@ std::wstring MachineText(const std::wstring& path, const wchar_t* name = nullptr
     wchar_t text[1024] = {};
     DWORD size = sizeof text;
     const std::wstring full = L"Software\\Classes\\" + path;
-    RegGetValueW(HKEY_LOCAL_MACHINE, full.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size);
+    RegGetValueW(HKEY_LOCAL_MACHINE, full.c_str(), name, RRF_RT_REG_SZ | RRF_NOEXPAND, nullptr, text, &size);
     return text;
 }
 
