@@ -282,6 +282,13 @@ TEST_F(NotifyTest, WhatRanIsNotRunAgain) {
     }
 }
 
+TEST_F(NotifyTest, WhoLacksTheMemberIsNotAskedAgain) {
+    FailWith(DISP_E_MEMBERNOTFOUND);
+    std::vector<Argument> arguments = Asked();
+    EXPECT_EQ(Raised([&] { object->Notify(u"First", arguments); }).number, 438);
+    EXPECT_EQ(target.calls.size(), 1u);
+}
+
 TEST_F(NotifyTest, WhatTheObjectWritesComesBackFromReferencesAlone) {
     target.body = [](DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
         *parameters.rgvarg[0].pboolVal = VARIANT_TRUE;
