@@ -24,15 +24,19 @@ Function Stored
     Stored = state & " " & place
 End Function
 frmMain.Move 1800, 1200, 4800, 3300
-frmMain_Unload False
-Check "a normal form: " & Stored, Stored = "0 1800 1200 4800 3300"
 frmMain.WindowState = 2
 Host.DoEvents
+shown = ""
 frmMain_Unload False
-Check "a maximised form: " & Stored, Stored = "2 1800 1200 4800 3300"
+Check "moved and maximised: " & Stored, Stored = "2 1800 1200 4800 3300"
 frmMain.WindowState = 1
-Host.DoEvents
-frmMain.Close
+frmMain.Show
+frmMain_Unload False
 Check "a minimised form: " & Stored, Stored = "0 1800 1200 4800 3300"
+Check "nobody saw it become normal:" & shown, InStr(shown, "0") = 0
+frmMain.Show
+frmMain.Move 2100, 1500, 5100, 3600
+frmMain.Close
+Check "a normal form: " & Stored, Stored = "0 2100 1500 5100 3600"
 before.KWO_RegDeleteKey &H80000001, "Software\My Program"
 WScript.Echo "done " & count
