@@ -108,6 +108,17 @@ check("the same callback object", clock.AlarmEvents === listener);
 clock.AlarmEvents = null;
 check("none", clock.AlarmEvents === null);
 
+tray = new ActiveXObject("KWOUtil.KWOSysTray");
+check("a property with an argument", tray.MouseUpMsg(1) == 514);
+check("without its argument", hexOf(raised(function () { return tray.MouseUpMsg; })) == "8002000e");
+var frmTray = Host.CreateForm("frmTray");
+var other = Host.LoadPicture("kwoutil.ico");
+tray.Create(frmTray.hWnd, Host.LoadPicture("kwoutil.ico"), "");
+tray.Icon = other;
+check("a picture is assigned", tray.Icon.Handle == other.Handle);
+tray.Destroy();
+frmTray.Close();
+
 // Errors.
 var error = raised(function () { utility.KWO_Pause(50); });
 check("the number", error.number == -2146828282 && numberOf(error) == 6);
