@@ -78,6 +78,7 @@ void MonthModel::ClickDay(Date day) {
     if (mMultiSelect) {
         if (!mSelected.Remove(day)) mSelected.Add(day);
     } else {
+        // Intended: the day with the focus leaves the selection, even if another day is the selected one.
         mSelected.Remove(mFocus);
         mSelected.Add(day);
     }

@@ -170,13 +170,13 @@ TEST(MonthModelTest, AFrameWithoutAFocus) {
     EXPECT_EQ(Visible(model), (MonthAndYear{11, 2026}));
 }
 
-TEST(MonthModelTest, AClickReplacesTheSelectionOfTheFocusAlone) {
+TEST(OneSelectionIntended, AClickReplacesTheSelectionOfTheFocusAlone) {
     MonthModel model = Focused(On(2026, 11, 21));
     model.Select(On(2026, 11, 21));
     model.Select(On(2026, 11, 3));
     model.ClickDay(On(2026, 11, 5));
     EXPECT_FALSE(model.IsSelected(On(2026, 11, 21)));
-    EXPECT_TRUE(model.IsSelected(On(2026, 11, 3)));
+    EXPECT_TRUE(model.IsSelected(On(2026, 11, 3))) << "a reader expects that one day is selected";
     EXPECT_TRUE(model.IsSelected(On(2026, 11, 5)));
     EXPECT_EQ(model.Focus(), On(2026, 11, 5));
     model.ClickDay(On(2026, 11, 5));
