@@ -45,6 +45,7 @@ Sub clock_Alarm(sender, tag, newDateTime)
         newDateTime = moments(tag)
     Else
         ShowList
+        If form.WindowState = 1 Then form.WindowState = 0   ' Show leaves a minimised window minimised
         form.Show
     End If
 End Sub
@@ -79,6 +80,7 @@ view.Create picMonth, chosen, chosen, False, 150, False, form, True
 ' The calendar tells the form of a day before it selects the day.
 Sub frmReminders_OnChangeDate(PictureBox, NewDate, Cancel)
     chosen = NewDate
+    If Not view.IsSelected(NewDate) Then view.SelDaysClear  ' the earlier day could stay selected
     ShowList
 End Sub
 ' What is due, whatever day is chosen, and what there is to do on the chosen day.
@@ -137,7 +139,9 @@ Set icon = Host.LoadPicture(Replace(WScript.ScriptFullName, WScript.ScriptName, 
 Set tray = CreateObject("KWOUtil.KWOSysTray")
 tray.Create frmTray.hWnd, icon, "Reminders"
 Sub frmTray_MouseMove(Button, Shift, X, Y)
-    If CLng(X / Screen.TwipsPerPixelX) = tray.DoubleClickMsg(1) Then form.Show
+    If CLng(X / Screen.TwipsPerPixelX) <> tray.DoubleClickMsg(1) Then Exit Sub
+    If form.WindowState = 1 Then form.WindowState = 0
+    form.Show
 End Sub
 
 Recall

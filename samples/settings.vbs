@@ -34,7 +34,7 @@ picSample.BackColor = &H80000005            ' the colour of windows
 chkBold.Caption = "&Bold"
 
 ' ---- the classes: each gets the events of its box ----
-Dim splitter, btnSave, btnClose, utility, place
+Dim splitter, btnSave, btnClose, utility, place, wantedBar
 Set splitter = CreateObject("KWOUtil.KWOSplitterV")
 splitter.Create lstFonts, picSample, bar, 4, 0, 0, 0, 0
 Host.Forward bar, splitter
@@ -64,15 +64,19 @@ Sub frmSettings_Resize
     picClose.Move right - ButtonWidth, row
     FitBar
 End Sub
-' The panes may not vanish, and the splitter does not fit the height of its bar.
+' The bar goes where the user wants it, or as near as it can: the panes may not vanish. The splitter does not fit the
+' height of its bar.
 Sub FitBar
+    bar.Left = wantedBar
     If bar.Left > panes.ScaleWidth - LeastPane Then bar.Left = panes.ScaleWidth - LeastPane
     If bar.Left < LeastPane Then bar.Left = LeastPane
     splitter.Resize
     bar.Height = lstFonts.Height            ' that of whole lines
 End Sub
 Sub pnlBar_MouseUp(Button, Shift, X, Y)     ' after the splitter has moved the bar
+    wantedBar = bar.Left
     FitBar
+    wantedBar = bar.Left
 End Sub
 
 ' ---- the sample ----
@@ -121,11 +125,11 @@ Sub frmSettings_OnButtonClick(PictureBox)
     form.Close
 End Sub
 Sub frmSettings_Unload(Cancel)
-    Store "Bar", bar.Left
+    Store "Bar", wantedBar
     Store "State", form.WindowState And 2   ' a minimised window comes back as a normal one
-    If form.WindowState = 0 Then            ' else it is not the place to which the window returns
-        Store "Place", form.Left & " " & form.Top & " " & form.Width & " " & form.Height
-    End If
+    form.Hide
+    form.WindowState = 0                    ' nobody sees it: the place is now that of the normal window
+    Store "Place", form.Left & " " & form.Top & " " & form.Width & " " & form.Height
 End Sub
 
 lstFonts.AddItem "Captions"
@@ -135,10 +139,10 @@ lstFonts.AddItem "Messages"
 lstFonts.ListIndex = CLng(Stored("Font", 0))
 chkBold.Value = CLng(Stored("Bold", 0))
 txtSample.Text = Stored("Sample", "The quick brown fox")
+wantedBar = CLng(Stored("Bar", 2400))
 Set utility = CreateObject("KWOUtil.KWOUtility")
 place = Split(Stored("Place", "1500 1200 7200 4200"), " ")
 utility.KWO_SetFormPosition form, CLng(Stored("State", 0)), CLng(place(0)), CLng(place(1)), CLng(place(2)), CLng(place(3))
 form.Show
-bar.Left = CLng(Stored("Bar", 2400))        ' after Show: a maximised window has its size only now
-FitBar
+FitBar                                      ' after Show: a maximised window has its size only now
 Host.Run

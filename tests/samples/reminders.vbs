@@ -32,19 +32,21 @@ Sub user_Alarm(sender, tag, newDateTime)
         Case 1
             Check "the window is shown", form.Visible
             Check "what was due is listed", lstDue.ListCount = 1 And Right(lstDue.List(0), 16) = "water the plants"
+            form.WindowState = 1
             form.Close
             Check "closing hides it", Not form.Visible
             sender.AddRelativeAlarm 300, 2
         Case 2
             If TakesKeys(sender, 2) Then
-                Check "the alarm shows it", form.Visible
+                Check "the alarm shows it", form.Visible And form.WindowState = 0
                 UseTheWindow
+                form.WindowState = 1
                 form.Close
                 sender.AddRelativeAlarm 300, 3
             End If
         Case 3
             frmTray_MouseMove 0, 0, tray.DoubleClickMsg(1) * Screen.TwipsPerPixelX, 0
-            Check "the icon shows the window", form.Visible
+            Check "the icon shows the window", form.Visible And form.WindowState = 0
             sender.AddRelativeAlarm 20, 4
         Case 4
             If TakesKeys(sender, 4) Then ClickButton 2
@@ -72,7 +74,7 @@ Sub UseTheWindow
     ClickOn picMonth
     Host.TypeKeys "{PGDN}"
     Host.Click picMonth, picMonth.ScaleWidth / 2, picMonth.ScaleHeight * 0.68
-    Check "a day of the next month", chosen > Date And Month(chosen) <> Month(Date) And lblDay.Caption <> before
+    Check "a day of the next month", chosen > Date And Month(chosen) <> Month(Date) And Not view.IsSelected(Date) And lblDay.Caption <> before
     ClickOn txtTime
     Host.TypeKeys "half{ENTER}"
     Check "no time", lstDue.ListCount = 0 And InStr(lblDay.Caption, "14:30") > 0

@@ -46,6 +46,9 @@ Sub user_Alarm(sender, tag, newDateTime)
     form.WindowState = 0
     Check "the place", form.Left = 600 And form.Top = 600 And form.Width = 6600 And form.Height = 4800
     Check "the bar", IsAt(bar.Left, panes.ScaleWidth - 1500) And bar.Height = lstFonts.Height And bar.Height = picSample.Height And picSample.Left = bar.Left + bar.Width
+    form.WindowState = 2
+    Check "the bar comes back in the larger window", IsAt(bar.Left, 5400)
+    form.WindowState = 0
     Check "the settings", lstFonts.ListIndex = 2 And chkBold.Value = 1 And txtSample.Text = "Hello"
     Check "the sample", picSample.Font.Bold
 
@@ -65,6 +68,7 @@ Sub user_Alarm(sender, tag, newDateTime)
     Check "the panes follow", picSample.Left + picSample.Width = panes.ScaleWidth
     form.Width = 6600
     Picture "settings"
+    form.Left = 900
     form.WindowState = 2
     Host.TypeKeys "%s"
 End Sub
@@ -85,6 +89,6 @@ End Sub
 '@sample
 
 Check "saved", Kept("Font") = "1" And Kept("Bold") = "0" And Kept("Sample") = "Hello you" And IsAt(CLng(Kept("Bar")), 1500)
-Check "the place of the normal window", Kept("State") = "2" And Kept("Place") = "600 600 6600 4800"
+Check "the place of the normal window", Kept("State") = "2" And Kept("Place") = "900 600 6600 4800"
 test.KWO_RegDeleteKey UserRoot, UserKey
 WScript.Echo "done " & checks
