@@ -33,9 +33,48 @@ constexpr AutomationText kAutomationTexts[] = {
     {DISP_E_PARAMNOTOPTIONAL, L"An argument is missing"},
 };
 
+/// Run-time errors of the script languages. Components return some of them without a text, and not every engine has
+/// texts for them.
+struct RuntimeText {
+    long number;
+    const wchar_t* text;
+};
+constexpr RuntimeText kRuntimeTexts[] = {
+    {5, L"Invalid procedure call or argument"},
+    {6, L"Overflow"},
+    {7, L"Out of memory"},
+    {9, L"Subscript out of range"},
+    {13, L"Type mismatch"},
+    {52, L"Bad file name or number"},
+    {53, L"File not found"},
+    {54, L"Bad file mode"},
+    {55, L"File already open"},
+    {57, L"Device I/O error"},
+    {58, L"File already exists"},
+    {61, L"Disk full"},
+    {62, L"Input past end of file"},
+    {67, L"Too many files"},
+    {68, L"Device unavailable"},
+    {70, L"Permission denied"},
+    {71, L"Disk not ready"},
+    {75, L"Path or file access error"},
+    {76, L"Path not found"},
+    {91, L"No object is set"},
+    {94, L"Invalid use of Null"},
+    {424, L"Object required"},
+    {429, L"The object cannot be created"},
+    {438, L"The object has no such member"},
+    {450, L"Wrong number of arguments"},
+    {457, L"The key is there already"},
+    {32811, L"Element not found"},
+};
+
 std::wstring TextFor(HRESULT code) {
     for (const AutomationText& known : kAutomationTexts)
         if (known.code == code) return known.text;
+    if (HRESULT_FACILITY(code) == FACILITY_CONTROL)
+        for (const RuntimeText& known : kRuntimeTexts)
+            if (known.number == ShownNumber(code)) return known.text;
     const std::wstring text = SystemText(static_cast<DWORD>(code));
     return text.empty() ? L"Unknown error" : text;
 }

@@ -41,6 +41,14 @@ TEST(ErrorReport, OtherCodesShowAsSigned) {
 TEST(ErrorReport, MissingDescriptionIsTheTextOfTheCode) {
     EXPECT_EQ(Format({L"a.vbs", 1, 1, DISP_E_BADPARAMCOUNT, L"", L""}),
               L"a.vbs(1, 1): -2147352562 (0x8002000E): Wrong number of arguments");
+    EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x800A0035), L"", L""}),
+              L"a.vbs(1, 1): 53 (0x800A0035): File not found");
+    EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x800A802B), L"", L""}),
+              L"a.vbs(1, 1): 32811 (0x800A802B): Element not found");
+    EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x800A00FF), L"", L""}),
+              L"a.vbs(1, 1): 255 (0x800A00FF): Unknown error");
+    EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x80020035), L"", L""}),
+              L"a.vbs(1, 1): -2147352523 (0x80020035): Unknown error");
     EXPECT_EQ(Format({L"a.vbs", 1, 1, static_cast<HRESULT>(0x8ABCDEF0), L"", L""}),
               L"a.vbs(1, 1): -1967333648 (0x8ABCDEF0): Unknown error");
 }

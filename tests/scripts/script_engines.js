@@ -75,6 +75,7 @@ about("`with`, `eval`, `Function`", "new Function('a', 'return a + 1')(1) == 2 &
 about("`@cc_on`", "eval('/*@cc_on 7; @*/') == 7");
 about("errors: `number`, `description`, `message`, `name`", "thrown(new Error(77, 'x')).number == 77 && thrown(new Error(77, 'x')).description == 'x' && thrown(new Error('y')).message == 'y' && new TypeError('x') instanceof Error");
 about("`number` of an error of an object", "raised(function () { files.GetFile('C:\\\\no such file'); }) == 53");
+about("`description` of an error that an object returns as a number", "(function () { try { files.GetFile('C:\\\\no such file'); } catch (e) { return e.description.length > 0; } })()");
 about("`number` of an unknown member", "raised(function () { files.NoMember(); }) == 438");
 about("`number` of a value that is no object", "raised(function () { undefined.member(); }) == 5007");
 about("`number` of an unknown class", "raised(function () { new ActiveXObject('No.Such'); }) == 429");
