@@ -55,11 +55,11 @@ void Control::Open(HostWindow& container) {
 }
 
 bool Control::IsUsable() const {
-    return IsThere() && IsWindowVisible(Window()) && IsWindowEnabled(Window());
+    return IsThere() && TakesInput(Window(), mForm->Window());
 }
 
 void Control::SetEnabled(bool isEnabled) {
-    if (!isEnabled && HasFocus()) mForm->Navigation().FocusNext(false);
+    if (!isEnabled && (HasFocus() || IsChild(Window(), GetFocus()))) mForm->Navigation().FocusNextOutside(Window());
     HostWindow::SetEnabled(isEnabled);
 }
 
@@ -78,6 +78,13 @@ void Control::OnGone() {
     // The form holds its controls, and each control holds its form and container.
     mContainer.Reset();
     mForm.Reset();
+}
+
+bool TakesInput(HWND window, HWND form) {
+    if (!IsWindowVisible(window)) return false;
+    for (HWND part = window; part && part != form; part = GetParent(part))
+        if (!IsWindowEnabled(part)) return false;
+    return true;
 }
 
 ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name) {

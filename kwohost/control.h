@@ -16,7 +16,7 @@ public:
     /// Raises error 429 if the system has none.
     void Open(HostWindow& container);
 
-    /// Whether the user can use the control now: the window is visible and enabled.
+    /// Whether the user can use the control now: it and the panels that it is on are visible and enabled.
     bool IsUsable() const;
     /// Whether it can get the focus now: controls of this type do, and it is usable.
     bool CanTakeFocus() const { return mTakesFocus && IsUsable(); }
@@ -50,7 +50,8 @@ protected:
     HWND PlaceWindow() const override { return mContainer ? mContainer->Window() : nullptr; }
     /// Makes the window, visible, at kFirstPlace. Raises error 429 if the system has none.
     virtual void MakeWindow(HWND parent) = 0;
-    /// A control that loses the focus with its use passes it on to the next one.
+    /// A control that loses the focus with its use, or a panel on which a control does so, passes it on to the next
+    /// one.
     void SetEnabled(bool isEnabled) override;
     /// Lets go of form and container, which hold this control.
     void OnGone() override;
@@ -71,6 +72,8 @@ private:
     LONG mTabIndex = 0;
 };
 
+/// Whether a window in a form takes input: it and all between it and the form are visible and enabled.
+bool TakesInput(HWND window, HWND form);
 /// A control without a window.
 /// `type` is one of those that docs/kwohost.md lists, in upper or lower case; raises error 429 for another.
 ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name);

@@ -314,7 +314,7 @@ void Form::OnFocus(HostWindow& window, bool hasIt) {
 bool Form::RestoreFocus() {
     if (!mLastFocus || !mLastFocus->IsThere()) return false;
     const HWND last = mLastFocus->Window();
-    if (!IsChild(Window(), last) || !IsWindowVisible(last) || !IsWindowEnabled(last)) return false;
+    if (!IsChild(Window(), last) || !TakesInput(last, Window())) return false;
     ::SetFocus(last);
     return true;
 }

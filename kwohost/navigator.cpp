@@ -48,6 +48,15 @@ void Navigator::FocusNext(bool backwards) const {
     stops[static_cast<std::size_t>(next)]->TakeFocus();
 }
 
+void Navigator::FocusNextOutside(HWND window) const {
+    auto stops = TabStops();
+    std::rotate(stops.begin(), stops.begin() + PlaceOf(Focused(), stops) + 1, stops.end());
+    const auto next = std::find_if(stops.begin(), stops.end(), [window](const Control* stop) {
+        return stop->Window() != window && !IsChild(window, stop->Window());
+    });
+    if (next != stops.end()) (*next)->TakeFocus();
+}
+
 void Navigator::FocusAfter(const Control& control) const {
     const auto controls = InOrder();
     const auto next = std::find_if(controls.begin() + PlaceOf(&control, controls) + 1, controls.end(),

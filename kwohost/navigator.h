@@ -23,6 +23,8 @@ public:
     void FocusFirst() const;
     /// Moves the focus to the next tab stop, or with `backwards` to the previous one, round and round.
     void FocusNext(bool backwards) const;
+    /// Moves the focus to the next tab stop that is neither that window nor in it. Does nothing without one.
+    void FocusNextOutside(HWND window) const;
     /// Gives the focus to the first control behind this one in the order of the Tab key that takes it.
     void FocusAfter(const Control& control) const;
     /// The user has pressed a button on a window of the form: it gets the focus if it is a tab stop.

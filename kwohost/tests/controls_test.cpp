@@ -611,6 +611,17 @@ TEST_F(DialogTest, DisabledOrHiddenControlPassesTheFocusOn) {
     EXPECT_EQ(notes, Notes({L"chk", L"ok", L"chk"}));
 }
 
+TEST_F(DialogTest, ControlsOnADisabledPanelCannotBeUsed) {
+    RunDialog(
+        L"Set pnl = frm.AddControl(\"Panel\", \"pnl\")\r\nSet chk2 = frm.AddControl(\"CheckBox\", \"chk2\", pnl)\r\n"
+        L"chk2.Caption = \"&Two\"\r\nchk2.SetFocus\r\nSource.Note frm.ActiveControl.Name\r\n"
+        L"pnl.Enabled = False\r\nSource.Note frm.ActiveControl.Name\r\n"
+        L"Host.TypeKeys \"%t\"\r\nSource.Note frm.ActiveControl.Name & chk2\r\n"
+        L"Host.TypeKeys \"+{TAB}\"\r\nSource.Note frm.ActiveControl.Name");
+
+    EXPECT_EQ(notes, Notes({L"chk2", L"txt", L"txt0", L"no"}));
+}
+
 TEST_F(DialogTest, AccessKeysUseTheirControls) {
     RunDialog(
         L"chk.Caption = \"&Loud\"\r\nSet lbl = frm.AddControl(\"Label\", \"lbl\")\r\nlbl.Caption = \"&Text\"\r\n"
