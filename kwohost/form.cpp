@@ -93,6 +93,8 @@ void Form::AddMembers() {
     AddVariable(
         L"KeyPreview", [this](Call& call) { call.ReturnTruth(mKeyPreview); },
         [this](Call& call) { mKeyPreview = call.Truth(0); });
+    AddTitleButton(L"MinButton", WS_MINIMIZEBOX);
+    AddTitleButton(L"MaxButton", WS_MAXIMIZEBOX);
     AddProperty(L"ActiveControl", [this](Call& call) {
         Control* const focused = mNavigator.Focused();
         call.ReturnObject(focused ? ComPtr<IDispatch>(focused) : nullptr);
@@ -101,6 +103,17 @@ void Form::AddMembers() {
     AddMethod(L"Hide", 0, 0, [this](Call&) { SetVisible(false); });
     AddMethod(L"Close", 0, 0, [this](Call&) { SendMessageW(Window(), WM_CLOSE, 0, 0); });
     AddMethod(L"AddControl", 2, 3, [this](Call& call) { AddControl(call); });
+}
+
+void Form::AddTitleButton(const wchar_t* name, LONG style) {
+    AddVariable(
+        name, [this, style](Call& call) { call.ReturnTruth((GetWindowLongW(Window(), GWL_STYLE) & style) != 0); },
+        [this, style](Call& call) {
+            const LONG others = GetWindowLongW(Window(), GWL_STYLE) & ~style;
+            SetWindowLongW(Window(), GWL_STYLE, call.Truth(0) ? others | style : others);
+            constexpr UINT kFrameAlone = SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+            SetWindowPos(Window(), nullptr, 0, 0, 0, 0, kFrameAlone);
+        });
 }
 
 void Form::AddControl(Call& call) {

@@ -93,6 +93,8 @@ private:
     void AddMembers();
     /// The script's AddControl: type, name and, if it is given, the container.
     void AddControl(Call& call);
+    /// Adds a property for a button of the title bar, which the style gives the window. The form has it at first.
+    void AddTitleButton(const wchar_t* name, LONG style);
     /// 0 normal, 1 minimised, 2 maximised; of a hidden form the state that it will have.
     LONG WindowState() const;
     /// Changes a visible form at once. Raises error 380 for a number beyond 0 to 2.

@@ -236,7 +236,8 @@ TEST_F(FormsTest, MembersOfClosedFormsAndTheirControlsRaise91) {
     } kObjects[] = {
         {L"frm",
          {L"Name", L"hWnd", L"Left", L"Top", L"Width", L"Height", L"Visible", L"Enabled", L"Caption", L"WindowState",
-          L"MDIChild", L"KeyPreview", L"ScaleMode", L"ScaleWidth", L"ScaleHeight", L"ActiveControl"}},
+          L"MDIChild", L"KeyPreview", L"MinButton", L"MaxButton", L"ScaleMode", L"ScaleWidth", L"ScaleHeight",
+          L"ActiveControl"}},
         {L"box", {L"Name",
                   L"Parent",
                   L"Container",
@@ -616,6 +617,37 @@ TEST_F(FormsTest, VisibleShowsAFormInItsState) {
         L"Source.Note frm.Visible & frm.WindowState & (frm.ScaleWidth > 4500)");
 
     EXPECT_EQ(notes, Notes({L"True2True"}));
+}
+
+TEST_F(FormsTest, FormMayBeWithoutTheButtonsOfItsTitle) {
+    const auto pixels = [](int x) {
+        // The buttons are in the title bar, at its right end.
+        const HDC context = GetWindowDC(Form());
+        std::vector<COLORREF> column;
+        for (int y = 0; y < 24; ++y)
+            column.push_back(GetPixel(context, x, y));
+        ReleaseDC(Form(), context);
+        return column;
+    };
+    const auto title = [&] {
+        std::vector<std::vector<COLORREF>> columns;
+        for (int x = 200; x < 300; ++x)
+            columns.push_back(pixels(x));
+        return columns;
+    };
+    RunWithForm(L"Source.Note frm.MinButton & frm.MaxButton\r\nHost.DoEvents");
+    const auto both = title();
+    RunWithForm(
+        L"frm.MinButton = False\r\nfrm.MaxButton = False\r\n"
+        L"Source.Note frm.MinButton & frm.MaxButton\r\nHost.DoEvents");
+    const auto none = title();
+    RunWithForm(
+        L"frm.MinButton = False\r\nfrm.MaxButton = False\r\nfrm.MaxButton = True\r\nfrm.MinButton = True\r\n"
+        L"Source.Note frm.MinButton & frm.MaxButton\r\nHost.DoEvents");
+
+    EXPECT_EQ(notes, Notes({L"TrueTrue", L"FalseFalse", L"TrueTrue"}));
+    EXPECT_FALSE(none == both);
+    EXPECT_TRUE(title() == both);
 }
 
 TEST_F(FormsTest, ZOrderBringsAControlToTheFront) {
