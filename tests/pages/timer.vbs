@@ -45,4 +45,11 @@ For turns = 1 To 400
     WScript.Sleep 20
 Next
 Check "an alarm and a tick wait for the handler:" & order, order = " begin end alarm tick"
+busy.AddRelativeAlarm 2147483647, 1
+busy.CancelTimers
+On Error Resume Next
+busy.AddRelativeAlarm 2147483648, 1
+number = Err.Number
+On Error GoTo 0
+Check "a relative alarm of more than 24.8 days", number = 6
 WScript.Echo "done " & count
