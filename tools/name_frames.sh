@@ -3,6 +3,7 @@
 #   name_frames.sh [--bits 32|64] <LOG
 # A frame is MODULE+0xOFFSET, as programs of tests print it and as Windows tells it of a user's machine. The bitness
 # stands in the line that begins with "Crash:", else it is given; the modules are those in the build folder.
+# Environment: KWO_FLAVOUR   which build (-checked; the usual one by default)
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/base.sh"
 
@@ -18,9 +19,9 @@ fi
 # choose BITS: sets target, the prefix of the tools, and folder, where the modules are.
 choose() {
     if [[ $1 == 64 ]]; then
-        target=x86_64-w64-mingw32 folder=$KWO_ROOT/build/x64
+        target=x86_64-w64-mingw32 folder=$KWO_ROOT/build/x64${KWO_FLAVOUR:-}
     else
-        target=i686-w64-mingw32 folder=$KWO_ROOT/build/x86
+        target=i686-w64-mingw32 folder=$KWO_ROOT/build/x86${KWO_FLAVOUR:-}
     fi
 }
 
@@ -34,7 +35,7 @@ name_frame() {
     # In 32 bits the tool takes away the underscore that every name begins with.
     "$target-addr2line" -f -i -p -e "$file" "$(printf '0x%x' $((0x$base + $2)))" | grep -v '^??' |
         sed -E 's#(^| )_?Z(N?[0-9])#\1_Z\2#' | "$target-c++filt" -n |
-        sed -E "s#$KWO_ROOT/##g; s#build/x(64|86)/[.][.]/[.][.]/##; s#^#        #" || true
+        sed -E "s#$KWO_ROOT/##g; s#build/x(64|86)[a-z-]*/[.][.]/[.][.]/##; s#^#        #" || true
 }
 
 choose "$bits"
