@@ -1,5 +1,7 @@
 #include "crash.h"
 
+#include <windows.h>
+
 #include <cstdlib>
 
 namespace kwo::com_test {
@@ -15,6 +17,9 @@ void OverrunHeap() {
     void* const block = std::malloc(kSize);
     static_cast<volatile char*>(block)[kSize] = 1;
     std::free(block);
+    // An orderly end would use the damaged heap. Under Wine it may never come to its end.
+    TerminateProcess(GetCurrentProcess(), 0);
+    std::abort();
 }
 
 }  // namespace kwo::com_test

@@ -7,7 +7,7 @@ namespace kwo::com_test {
 [[noreturn]] void Crash();
 
 /// The same, but it writes behind a block of memory and gives that back, so that a check of the heap can be looked at.
-void OverrunHeap();
+[[noreturn]] void OverrunHeap();
 
 inline constexpr char kCrash[] = "--crash";
 inline constexpr char kOverrun[] = "--overrun";

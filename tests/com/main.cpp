@@ -38,10 +38,7 @@ int main(int count, char** arguments) {
         return kwo::com_test::EndWithAnArmedTimer();
     }
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kCrash) == 0) kwo::com_test::Crash();
-    if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kOverrun) == 0) {
-        kwo::com_test::OverrunHeap();
-        return 0;
-    }
+    if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kOverrun) == 0) kwo::com_test::OverrunHeap();
     // Sizes as they are, whatever the display's density.
     SetProcessDPIAware();
     ::testing::InitGoogleTest(&count, arguments);
