@@ -156,8 +156,13 @@ void Form::BringToFront() {
         SetForegroundWindow(Window());
     } else {
         SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        mForms.behindTheBox = this;
     }
     if (mForms.boxes > 0) BringBoxToFront();
+}
+
+void Form::ComeForward() {
+    if (IsWindowVisible(Window())) BringToFront();
 }
 
 void Form::SetVisible(bool isVisible) {
@@ -300,6 +305,7 @@ bool Form::MayClose() {
 
 void Form::OnGone() {
     std::erase(mForms.all, this);
+    if (mForms.behindTheBox == this) mForms.behindTheBox = nullptr;
     mLastFocus = nullptr;
     mControls.clear();
 }

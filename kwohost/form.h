@@ -20,6 +20,9 @@ struct Forms {
     DeferredEvents events;
     /// How many boxes are open. While there is one, the user can use no form.
     int boxes = 0;
+    /// The form that the script has shown last while a box was open; null for none. It comes to the front after the
+    /// box.
+    Form* behindTheBox = nullptr;
 };
 
 /// A window of its own, a child of an MDI form, or an MDI form.
@@ -55,6 +58,8 @@ public:
     /// Lets the user use the form if the script allows it and no box is open.
     /// An MDI child is left to its MDI form, which is disabled while a box is open.
     void ApplyEnabled();
+    /// Puts the form in front if it is visible.
+    void ComeForward();
     /// How the focus and the keys move among the form's controls.
     Navigator& Navigation() { return mNavigator; }
     /// The events that arise inside the controls of the system.

@@ -1,6 +1,7 @@
 #include "modal_scope.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "form.h"
 #include "guard.h"
@@ -44,6 +45,8 @@ ModalScope::~ModalScope() {
         EnableWindow(window, TRUE);
     for (Form* const form : mForms.all)
         form->ApplyEnabled();
+    if (mForms.boxes > 0) return;
+    if (Form* const shown = std::exchange(mForms.behindTheBox, nullptr)) shown->ComeForward();
 }
 
 void BringBoxToFront() {

@@ -18,7 +18,8 @@ public:
     explicit ModalScope(Forms& forms);
     ModalScope(const ModalScope&) = delete;
     ModalScope& operator=(const ModalScope&) = delete;
-    /// Those that it has disabled and that are still there take input again.
+    /// Those that it has disabled and that are still there take input again. The form that was shown meanwhile comes to
+    /// the front.
     ~ModalScope();
 
     /// What a box belongs to: the active window, or else the one in front. Null if none is visible.

@@ -114,6 +114,23 @@ TEST_F(BoxesTest, FormsThatAreShownMeanwhileStayBehindTheBox) {
     }
 }
 
+TEST_F(BoxesTest, FormThatWasShownMeanwhileComesToTheFrontAfterTheBox) {
+    const auto activeAfter = [this](const std::wstring& action) {
+        notes.clear();
+        WhenABoxOpens([this](HWND box) {
+            Tick(1);
+            Answer(box);
+        });
+        RunWithForms(L"WScript.ConnectObject Source, \"s\"\r\nSub s_Tick(n)\r\n" + action +
+                     L"\r\nEnd Sub\r\nMsgBox \"x\"\r\nSource.Note Screen.ActiveForm.Name");
+        return notes;
+    };
+    EXPECT_EQ(activeAfter(L"one.Show"), Notes({L"one"}));
+    EXPECT_EQ(activeAfter(L"two.Show"), Notes({L"two"}));
+    EXPECT_EQ(activeAfter(L"one.Show\r\none.Hide"), Notes({L"two"}));
+    EXPECT_EQ(activeAfter(L"one.Show\r\none.Close"), Notes({L"two"}));
+}
+
 TEST_F(BoxesTest, FormShownOverABoxWithoutAFormStaysBehindIt) {
     WhenABoxOpens([this](HWND box) {
         Tick(1);
