@@ -77,6 +77,9 @@ has_at_most() {
 # The run-time prints with these alone. Where they are, the library's printing is linked, which nobody needs.
 prints_nothing() { ! headers "$1" | grep -wE 'fputs|fputc|fputwc|localeconv'; }
 
+# What ends the process when an array on the stack was overrun. It is linked only where the compiler has put such checks.
+protects_the_stack() { "$objdump" -d "$1" | grep 'int  *.0x29$' >/dev/null; }
+
 check_file() {
     local file=$1 what=${1#"$KWO_ROOT/"}
     [[ -f $file ]] || { check "$what is there" false && return; }
@@ -85,6 +88,7 @@ check_file() {
     check "$what: data is not executable" has_characteristic "$file" NX_COMPAT
     check "$what: it has relocations" has_relocations "$file"
     check "$what: no section is both writable and executable" no_section_is_writable_and_executable "$file"
+    check "$what: arrays on the stack are protected" protects_the_stack "$file"
     check "$what: it imports known DLLs only" imports_known_dlls_only "$file"
     check "$what: its version resource is complete" version_is_complete "$file"
     check "$what: it names no folder of the build" names_no_folder_of_the_build "$file"

@@ -22,4 +22,11 @@ void OverrunHeap() {
     std::abort();
 }
 
+void OverrunStack() {
+    volatile char array[16];
+    volatile char* const place = array;
+    for (int index = 0; index < 64; ++index)
+        place[index] = 1;
+}
+
 }  // namespace kwo::com_test

@@ -9,7 +9,11 @@ namespace kwo::com_test {
 /// The same, but it writes behind a block of memory and gives that back, so that a check of the heap can be looked at.
 [[noreturn]] void OverrunHeap();
 
+/// The same, but it writes behind an array on the stack. The compiler's protection must end the process.
+void OverrunStack();
+
 inline constexpr char kCrash[] = "--crash";
 inline constexpr char kOverrun[] = "--overrun";
+inline constexpr char kOverrunStack[] = "--overrun-stack";
 
 }  // namespace kwo::com_test

@@ -39,6 +39,10 @@ int main(int count, char** arguments) {
     }
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kCrash) == 0) kwo::com_test::Crash();
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kOverrun) == 0) kwo::com_test::OverrunHeap();
+    if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kOverrunStack) == 0) {
+        kwo::com_test::OverrunStack();
+        return 0;
+    }
     // Sizes as they are, whatever the display's density.
     SetProcessDPIAware();
     ::testing::InitGoogleTest(&count, arguments);

@@ -1,10 +1,9 @@
 #include "process_end.h"
 
-#include <string>
 #include <utility>
 
-#include "com_support/module_path.h"
 #include "dll_under_test.h"
+#include "second_instance.h"
 #include "timer_client.h"
 
 namespace kwo::com_test {
@@ -64,20 +63,7 @@ bool Arm(const Library& library, Sink& sink) {
 }
 
 TEST(ProcessEnd, NothingIsReleasedAnyMore) {
-    const std::wstring program = com_support::ModulePath(nullptr);
-    std::wstring line = L"\"" + program + L"\" --end-with-an-armed-timer";
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION started = {};
-    ASSERT_TRUE(
-        CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started));
-    WaitForSingleObject(started.hProcess, 60'000);
-    DWORD code = kNotReady;
-    GetExitCodeProcess(started.hProcess, &code);
-    CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
-
-    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(ExitCodeOfThisProgram(kEndWithAnArmedTimer), 0u);
 }
 
 }  // namespace
