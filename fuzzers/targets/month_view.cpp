@@ -139,7 +139,7 @@ private:
     }
     /// A press with a real button that goes up in time. Whatever the host does meanwhile, the outermost press ends.
     void Press() {
-        constexpr std::int64_t kReleaseMs = 5'000;
+        constexpr std::int64_t kReleaseMs = 500;
         constexpr std::int64_t kLimitMs = 1'000'000;
         const std::int16_t button = input.Once(8) ? input.Whole<std::int16_t>() : std::int16_t{1};
         constexpr float kArrows[] = {150, 1800};  // both are at the top

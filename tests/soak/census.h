@@ -25,11 +25,14 @@ class Flatness {
 public:
     void Add(const Census& census) { mSeries.push_back(census); }
     std::size_t Count() const { return mSeries.size(); }
-    /// One line for each measure that grew by more than its bound, from the lowest value of the first third of the
-    /// series to the lowest value of the last third; a peak is no growth. `table` gets a line for each measure.
+    /// One line for each measure that grows steadily by more than its bound. The series is cut into nine parts of equal
+    /// length; what counts is the median of the steps from the lowest value of one part to that of the next, eight
+    /// times. So whatever is lost in each round shows, and neither a peak nor a table of the system's that has become
+    /// larger once. `table` gets a line for each measure.
     std::vector<std::string> Growing(std::vector<std::string>& table) const;
 
-    static constexpr std::size_t kFewest = 9;  ///< states that can be judged
+    static constexpr std::size_t kParts = 9;
+    static constexpr std::size_t kFewest = kParts;  ///< states that can be judged
 
 private:
     std::vector<Census> mSeries;
