@@ -52,9 +52,14 @@ RULE
             s#^(.*) -M[^ ]* -MT [^ ]* -MF [^ ]* -o ([^ ]*)[.]obj (.*)$#build clang/\2: clang | clang/system.pch\n  clang = \1 -MD -MT clang/\2 -MF clang/\2.d \3#'
 }
 
-# precompiled COMMANDS: what that build says of the system's headers, which the same options precompile.
+# precompiled COMMANDS: what that build says of the system's headers, which the same options precompile. A build with
+# ccache precompiles nothing.
 precompiled() {
     local options headers=$KWO_ROOT/build/x64/src/CMakeFiles/kwo_com.dir/cmake_pch.hxx out=clang/system.pch
+    if [[ $1 != *' -include-pch '* ]]; then
+        printf 'build %s: phony\n' "$out"
+        return
+    fi
     options=$(grep -m 1 -e ' -include-pch ' <<<"$1" | sed -E 's# -fsyntax-only##; s# -include-pch [^ ]*##; s# -MD .*##')
     options+=' -Wno-pragma-system-header-outside-header'
     printf 'build %s: clang\n' "$out"

@@ -14,7 +14,7 @@ import shutil
 import subprocess
 import sys
 
-version, root, target = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+version, root, target = sys.argv[1], pathlib.Path(sys.argv[2]).resolve(), pathlib.Path(sys.argv[3])
 packaging = root / 'packaging' / 'manual'
 
 
