@@ -1,7 +1,6 @@
 ' Reminders: a calendar, what there is to do on a day, alarms, and an icon beside the clock.
 '
-' Closing the window only hides it: the program goes on and waits for its alarms. A double click on the icon shows the
-' window again. The button Exit ends the program.
+' Closing the window hides it, and the alarms still come. A double click on the icon shows it; Exit ends the program.
 Option Explicit
 
 ' ---- the reminders ----
@@ -133,11 +132,10 @@ Sub frmReminders_Unload(Cancel)
 End Sub
 
 ' ---- the icon: what the mouse does on it arrives as a movement of a form of its own, which is never shown ----
-Dim frmTray, tray, icon
+Dim frmTray, tray
 Set frmTray = Host.CreateForm("frmTray")
-Set icon = Host.LoadPicture(Replace(WScript.ScriptFullName, WScript.ScriptName, "kwoutil.ico"))
 Set tray = CreateObject("KWOUtil.KWOSysTray")
-tray.Create frmTray.hWnd, icon, "Reminders"
+tray.Create frmTray.hWnd, Host.LoadPicture(Replace(WScript.ScriptFullName, WScript.ScriptName, "kwoutil.ico")), "Reminders"
 Sub frmTray_MouseMove(Button, Shift, X, Y)
     If CLng(X / Screen.TwipsPerPixelX) <> tray.DoubleClickMsg(1) Then Exit Sub
     If form.WindowState = 1 Then form.WindowState = 0
