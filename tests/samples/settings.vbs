@@ -68,7 +68,7 @@ Sub user_Alarm(sender, tag, newDateTime)
     Check "the panes follow", picSample.Left + picSample.Width = panes.ScaleWidth
     form.Width = 6600
     Picture "settings"
-    form.Left = 900
+    form.Left = 960
     form.WindowState = 2
     Host.TypeKeys "%s"
 End Sub
@@ -89,6 +89,6 @@ End Sub
 '@sample
 
 Check "saved", Kept("Font") = "1" And Kept("Bold") = "0" And Kept("Sample") = "Hello you" And IsAt(CLng(Kept("Bar")), 1500)
-Check "the place of the normal window", Kept("State") = "2" And Kept("Place") = "900 600 6600 4800"
+Check "the place of the normal window", Kept("State") = "2" And Kept("Place") = "960 600 6600 4800"
 test.KWO_RegDeleteKey UserRoot, UserKey
 WScript.Echo "done " & checks
