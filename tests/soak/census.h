@@ -23,6 +23,8 @@ Census TakeCensus();
 /// Judges whether a series of states stays flat.
 class Flatness {
 public:
+    /// `most` states can be added without taking memory, which would be taken for growth.
+    explicit Flatness(std::size_t most) { mSeries.reserve(most); }
     void Add(const Census& census) { mSeries.push_back(census); }
     std::size_t Count() const { return mSeries.size(); }
     /// One line for each measure that grows steadily by more than its bound. The series is cut into nine parts of equal

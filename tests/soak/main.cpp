@@ -113,7 +113,8 @@ public:
           mPlant(wanted.plant),
           mDll(dll),
           mRandom(wanted.seed),
-          mTimers(mKeeping, wanted.seed + 1) {
+          mTimers(mKeeping, wanted.seed + 1),
+          mFlatness(static_cast<std::size_t>(wanted.seconds) + Flatness::kFewest) {
         for (std::size_t at = 0; at < std::size(kActions); ++at)
             if (wanted.Works(kActions[at])) mActions.push_back(static_cast<int>(at));
         mWithTimers = wanted.Works("timers");
