@@ -51,6 +51,13 @@ protected:
         theUser = std::move(action);
         SetTimer(nullptr, 0, 20, LetTheUserAct);
     }
+    /// The script's handler of the tick runs while the box is open.
+    void TickWhenABoxOpens() {
+        WhenABoxOpens([this](HWND box) {
+            Tick(1);
+            Answer(box);
+        });
+    }
     int RunWithForms(const std::wstring& script) {
         return Run(
             L"Set one = Host.CreateForm(\"one\")\r\nSet two = Host.CreateForm(\"two\")\r\n"
@@ -117,10 +124,7 @@ TEST_F(BoxesTest, FormsThatAreShownMeanwhileStayBehindTheBox) {
 TEST_F(BoxesTest, FormThatWasShownMeanwhileComesToTheFrontAfterTheBox) {
     const auto activeAfter = [this](const std::wstring& action) {
         notes.clear();
-        WhenABoxOpens([this](HWND box) {
-            Tick(1);
-            Answer(box);
-        });
+        TickWhenABoxOpens();
         RunWithForms(L"WScript.ConnectObject Source, \"s\"\r\nSub s_Tick(n)\r\n" + action +
                      L"\r\nEnd Sub\r\nMsgBox \"x\"\r\nSource.Note Screen.ActiveForm.Name");
         return notes;
@@ -145,10 +149,7 @@ TEST_F(BoxesTest, FormShownOverABoxWithoutAFormStaysBehindIt) {
 }
 
 TEST_F(BoxesTest, HiddenAndNewFormsAreDisabledToo) {
-    WhenABoxOpens([this](HWND box) {
-        Tick(1);
-        Answer(box);
-    });
+    TickWhenABoxOpens();
 
     RunWithForms(
         L"WScript.ConnectObject Source, \"s\"\r\nSet hidden = Host.CreateForm(\"hidden\")\r\nDim made\r\n"
@@ -160,10 +161,7 @@ TEST_F(BoxesTest, HiddenAndNewFormsAreDisabledToo) {
 }
 
 TEST_F(BoxesTest, EnabledThatTheScriptSetsMeanwhileCountsAfterTheBox) {
-    WhenABoxOpens([this](HWND box) {
-        Tick(1);
-        Answer(box);
-    });
+    TickWhenABoxOpens();
 
     RunWithForms(
         L"WScript.ConnectObject Source, \"s\"\r\nSet three = Host.CreateForm(\"three\")\r\n"
