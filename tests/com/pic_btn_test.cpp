@@ -155,6 +155,20 @@ TEST_F(PicBtnClass, KeysComeBackUsedUp) {
     EXPECT_EQ(code, 'S');
 }
 
+TEST_F(PicBtnClass, AKeyIsUsedUpAlsoIfItsClickFails) {
+    CreateButton();
+    mForm.failing = L"OnButtonClick";
+    SHORT code = 13;
+    const Outcome typed = Call(mButton.Get(), L"KeyDown", {Var::Ref(&code), 0});
+    EXPECT_EQ(Hex(typed.scode), "0x800A04D2");
+    EXPECT_EQ(typed.source, L"KWOPicBtn.MouseUp");
+    EXPECT_EQ(code, 0);
+    Var variable(13);
+    EXPECT_EQ(Hex(Call(mButton.Get(), L"KeyDown", {Var::Ref(&variable), 0}).scode), "0x800A04D2");
+    EXPECT_EQ(variable.vt, VT_I2);
+    EXPECT_EQ(variable.iVal, 0);
+}
+
 TEST_F(PicBtnClass, ErrorsHaveTheMembersName) {
     const Outcome missing = Call(mButton.Get(), L"LostFocus");
     EXPECT_EQ(Hex(missing.scode), "0x800A005B");

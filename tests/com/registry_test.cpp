@@ -150,6 +150,17 @@ TEST_F(RegistryClass, GetValueOfAMissingKeyIsStatusTwoAndEmptyText) {
     EXPECT_EQ(value, L"");
 }
 
+TEST_F(RegistryClass, GetValueMakesATextOfWhateverTheVariableHeld) {
+    PutText(L"five", L"5");
+    for (const Var& before : {Var(), Var(5), Var(L""), Var(L"5")})
+        for (const wchar_t* const name : {L"five", L"none"}) {
+            Var variable = before;
+            Status(L"KWO_RegGetValue", {kCurrentUser, kSandbox, name, Var::Ref(&variable)});
+            ASSERT_EQ(variable.vt, VT_BSTR) << Narrow(name) << ", type " << before.vt;
+            EXPECT_EQ(variable.Text(), name[0] == L'f' ? L"5" : L"") << "type " << before.vt;
+        }
+}
+
 TEST_F(RegistryClass, GetValueReadsUpToTheBufferAndNoFurther) {
     std::wstring value;
     // 1024 bytes with the terminating zero are the most that fit.

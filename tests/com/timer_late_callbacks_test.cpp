@@ -155,7 +155,7 @@ TEST_F(TimerLateCallbacks, AnswersThatCannotBeConvertedAreErrors) {
         const Forced forced = ForceAlarm();
         EXPECT_EQ(Hex(forced.outcome.status), Hex(DISP_E_EXCEPTION)) << &answer - answers;
         EXPECT_EQ(Hex(forced.outcome.scode), Hex(answer.expected)) << &answer - answers;
-        EXPECT_EQ(forced.tag, 3) << &answer - answers;
+        EXPECT_EQ(forced.tag, answer.date.vt == VT_EMPTY ? 3 : 1) << "what could be converted, as for compiled callers";
         EXPECT_EQ(forced.date, 0) << &answer - answers;
     }
 }

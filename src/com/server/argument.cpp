@@ -249,6 +249,7 @@ HRESULT PassedArgument::Remember(VARIANT* source) noexcept {
         mValue.Clear();
         return copied;
     }
+    if (mValue.vt == VT_BSTR) mTextBefore = mValue.bstrVal;
     mSource = source;
     return S_OK;
 }
@@ -265,6 +266,7 @@ bool PassedArgument::HasChanged() const noexcept {
         case VT_NULL:
             return false;
         case VT_BSTR: {
+            if (mValue.bstrVal != mTextBefore) return true;
             const UINT bytes = ::SysStringByteLen(mValue.bstrVal);
             return bytes != ::SysStringByteLen(mBefore.bstrVal) ||
                    (bytes != 0 && std::memcmp(mValue.bstrVal, mBefore.bstrVal, bytes) != 0);

@@ -13,11 +13,12 @@ namespace kwo::com {
 ///     PassedArgument passed;
 ///     passed.Prepare(parameter, source, locale);  // then call the member with passed.Value()
 ///     passed.ConvertBack(locale);                 // for every argument, before
-///     passed.WriteBack();                         // any is written
+///     passed.WriteBack();                         // any is written; after a failed call, too
 ///
 /// A value in a variable of the caller is always copied, and a changed copy is written back after the call: the
-/// caller's code may run meanwhile and give the variable another value or type. Only an array behind a reference of
-/// its own type is used in place, because it may be one that cannot be replaced.
+/// caller's code may run meanwhile and give the variable another value or type. A text that the member writes counts as
+/// changed even if it reads the same: the variable may hold a number. Only an array behind a reference of its own type
+/// is used in place, because it may be one that cannot be replaced.
 class PassedArgument {
 public:
     PassedArgument() = default;
@@ -67,6 +68,8 @@ private:
     void* mPointer = nullptr;
     /// The value as it was passed; only with mSource.
     com_support::OwnedVariant mBefore;
+    /// A text as it was passed, to tell whether the member has put another in its place. Never read.
+    BSTR mTextBefore = nullptr;
     /// The copy that is passed; empty when the caller's own value is.
     com_support::OwnedVariant mValue;
     /// What leads to the caller's variable; null when there is nothing to write back.

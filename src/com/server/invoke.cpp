@@ -58,6 +58,7 @@ public:
         return mPointers;
     }
 
+    /// Writes all or, if one of them does not fit its variable, none.
     HRESULT WriteBack(UINT* badArgument) {
         for (std::size_t at = 0; at < mMade; ++at) {
             const HRESULT converted = mPassed[at].ConvertBack(mLocale);
@@ -66,6 +67,12 @@ public:
         for (std::size_t at = 0; at < mMade; ++at)
             mPassed[at].WriteBack();
         return S_OK;
+    }
+
+    /// After a call that failed: writes what fits. The failure of the call is the one that counts.
+    void WriteBackWhatFits() {
+        for (std::size_t at = 0; at < mMade; ++at)
+            if (SUCCEEDED(mPassed[at].ConvertBack(mLocale))) mPassed[at].WriteBack();
     }
 
 private:
@@ -212,7 +219,10 @@ HRESULT InvokeAsItIs(const DispatchMember& member, void* interfacePointer, void*
 
     VARIANT value;
     const HRESULT called = Called(*member, interfacePointer, frame.Pointers(ResultPlace(*member, value)), exception);
-    if (FAILED(called)) return called;
+    if (FAILED(called)) {
+        frame.WriteBackWhatFits();
+        return called;
+    }
 
     const HRESULT written = frame.WriteBack(badArgument);
     if (SUCCEEDED(written) && isShared) ::VariantClear(result);
