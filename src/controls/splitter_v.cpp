@@ -56,16 +56,26 @@ public:
         mScreen.DeleteContext(mContext);
     }
 
-    void Draw(float position) const {
+    /// One drawing of the line, in the container's client area.
+    struct Drawing {
+        Handle window;
+        Point start;
+        Point end;
+    };
+    /// Asks the host where the line is. Everything that can fail is asked before anything is drawn: a line that is
+    /// drawn once only stays on the screen.
+    Drawing At(float position) const {
         const float top = mOwner.Single(mOwner.mSplitter, u"Top");
         const float height = mOwner.Single(mOwner.mSplitter, u"Height");
-        Point start = mOwner.mTwips.Pixels(position, top);
-        Point end = mOwner.mTwips.Pixels(position, height + top);
-        const Handle window = mOwner.mComponent.platform.conversions.To32Bits(Required(mOwner.mContainer).Get(u"hWnd"));
-        mScreen.ClientToScreen(window, start);
-        mScreen.ClientToScreen(window, end);
-        mScreen.MoveTo(mContext, start);
-        mScreen.LineTo(mContext, end);
+        const Point start = mOwner.mTwips.Pixels(position, top);
+        const Point end = mOwner.mTwips.Pixels(position, height + top);
+        return {mOwner.mComponent.platform.conversions.To32Bits(Required(mOwner.mContainer).Get(u"hWnd")), start, end};
+    }
+    void Draw(Drawing line) const {
+        mScreen.ClientToScreen(line.window, line.start);
+        mScreen.ClientToScreen(line.window, line.end);
+        mScreen.MoveTo(mContext, line.start);
+        mScreen.LineTo(mContext, line.end);
     }
 
 private:
@@ -175,8 +185,9 @@ void KWOSplitterV::Resize() {
         const float place = Single(mSplitter, u"Left");
         const float edge = place + Single(mSplitter, u"Width");
         const float room = Single(mContainer, u"ScaleWidth") - edge - mLeftMargin - mRightMargin;
-        // The limits of a drag, see Clamped: room is what is left of the way.
-        mPlace = (place - mLeftMargin) / (place - mLeftMargin + room);
+        // The limits of a drag, see Clamped: room is what is left of the way. Some hosts let a division by zero fail.
+        const float way = place - mLeftMargin + room;
+        mPlace = way > 0 ? (place - mLeftMargin) / way : 0;
         Move(mRightPane, edge, mTopMargin, room, Single(mLeftPane, u"Height"));
     });
     TellPlace();
@@ -204,9 +215,13 @@ void KWOSplitterV::MouseDown(std::int16_t button, float x) {
     if (!mCreated) return;
     mDownX = x;
     if (button != kLeftButton) return;
-    mDragging = true;
     const float position = Single(mSplitter, u"Left");
-    TrackingLine(*this).Draw(position);
+    {
+        const TrackingLine line(*this);
+        line.Draw(line.At(position));
+    }
+    // Not before: what is not there must not be erased.
+    mDragging = true;
     mLastLinePos = position;
 }
 
@@ -216,8 +231,10 @@ void KWOSplitterV::MouseMove(float x) {
     const float position = Clamped(Single(mSplitter, u"Left") + x);
     if (position == mLastLinePos) return;
     const TrackingLine line(*this);
-    line.Draw(mLastLinePos);
-    line.Draw(position);
+    const auto before = line.At(mLastLinePos);
+    const auto now = line.At(position);
+    line.Draw(before);
+    line.Draw(now);
     mLastLinePos = position;
 }
 
@@ -225,7 +242,7 @@ void KWOSplitterV::MouseUp(float x) {
     if (!mCreated || !mDragging) return;
     {
         const TrackingLine line(*this);
-        line.Draw(mLastLinePos);
+        line.Draw(line.At(mLastLinePos));
         mDragging = false;
     }
     const float position = Clamped(Single(mSplitter, u"Left") + x - mDownX);

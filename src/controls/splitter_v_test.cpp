@@ -402,6 +402,27 @@ TEST_F(Splitter, AnEvenNumberOfLinesLeavesNothingOnTheScreen) {
     EXPECT_GT(LinesDrawn(), 8u);
 }
 
+TEST_F(Splitter, ALineThatCannotBeDrawnIsNotErasedEither) {
+    CreateQuietly();
+    container->FailMember(u"hWnd", Refusal());
+    EXPECT_EQ(Raised([&] { splitter->MouseDown(1, 30); }).number, 380);
+    container->MendMember(u"hWnd");
+    splitter->MouseMove(400);
+    splitter->MouseUp(400);
+    EXPECT_EQ(LinesDrawn(), 0u);
+}
+
+TEST_F(Splitter, AMovementThatFailsLeavesTheLineWhereItIs) {
+    constexpr float kBeyondTheScreen = 1e12f;
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    splitter->SetLeftMargin(kBeyondTheScreen);
+    EXPECT_EQ(Raised([&] { splitter->MouseMove(400); }).number, 6);
+    splitter->SetLeftMargin(0);
+    splitter->MouseUp(30);
+    EXPECT_EQ(Starting("MoveTo"), (Lines{"MoveTo 1 (233,50)", "MoveTo 3 (233,50)"}));
+}
+
 class SplitterLimitIntended : public Splitter {};
 
 TEST_F(SplitterLimitIntended, TheRightLimitTakesTheLeftMarginOffAsWell) {
