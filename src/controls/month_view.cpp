@@ -42,7 +42,9 @@ bool KWOMonthView::Open(const HostObjectRef& pictureBox, Date& focusDate, const 
     mHasFailed = false;
     mAnnotation.Release();
     mBox.Assign(pictureBox);
-    mForm.Assign(ObjectProperty(*pictureBox, u"Parent"));
+    const HostObjectRef form = ObjectProperty(*pictureBox, u"Parent");
+    // The host may have given this object another box meanwhile, which has its own form.
+    if (mBox.Object() == pictureBox) mForm.Assign(form);
     PrepareBox();
     ApplyOptions(options);
 

@@ -104,10 +104,11 @@ void KWOPicBtn::Create(const HostObjectRef& pictureBox, TextView caption) {
 
 void KWOPicBtn::Open(const HostObjectRef& pictureBox, TextView caption) {
     mBox.Assign(pictureBox);
-    mForm = ObjectProperty(*pictureBox, u"Parent");
+    const HostObjectRef form = ObjectProperty(*pictureBox, u"Parent");
+    // The host may have given this object another box meanwhile, which has its own form.
+    if (mBox.Object() == pictureBox) mForm = form;
     SetCaption(caption);
     const Handle window = mDrawing.Measure();
-    // The host may have given this object another box meanwhile.
     if (mBox.Object() == pictureBox) mAnnotation.Take(window, Role::PushButton);
     TellCaption();
     DrawButton(false, false);

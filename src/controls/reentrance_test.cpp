@@ -1,4 +1,6 @@
+#include <cstdio>
 #include <functional>
+#include <map>
 #include <optional>
 
 #include "controls/controls_fixture.h"
@@ -15,29 +17,39 @@ using Action = std::function<void()>;
 /// them begins with an intrusion: the host calls the class again before it answers.
 class Reentrance : public ControlsTest {
 protected:
+    static constexpr std::int32_t kPlaceOfBar = 1001;
+
     /// Form, box and font, all new. Nobody but the caller holds them.
     HostObjectRef NewBox() {
         form = Watched(desktop.MakeObject(u"Form", "form"));
         form->SetProperty(u"WindowState", std::int16_t{0});
         for (const TextView notification : {u"OnChangeMonth", u"OnChangeDate", u"OnButtonClick"})
-            form->SetMethod(notification, [](std::span<Variant>) -> Variant { return platform::Empty{}; });
+            form->SetMethod(notification, [this, self = form.get()](std::span<Variant> given) -> Variant {
+                const auto notified = std::get_if<HostObjectRef>(given.data());
+                mStrangers += notified == nullptr || mFormOf[notified->get()] != self ? 1 : 0;
+                return platform::Empty{};
+            });
         form->SetMethod(u"ActiveControl", [this](std::span<Variant>) -> Variant {
             const auto control = Watched(desktop.MakeObject(u"TextBox", "control"));
             control->SetProperty(u"hWnd", std::int32_t{1});
             return HostObjectRef(control);
         });
         HostObjectRef made = Watched(MakeBox(kContext, kWindow));
+        mFormOf[made.get()] = form.get();
         Watched(font);
         form = desktop.MakeObject(u"Form");
         font = nullptr;
         return made;
     }
-    /// A control in a container of its own.
+    /// A control in a container of its own, whose place tells it from others: as a bar its line is on the screen at a
+    /// multiple of kPlaceOfBar.
     std::shared_ptr<SimulatedObject> NewPane() {
+        const std::int32_t window = mNextWindow++;
+        desktop.screenDrawing.origins[window] = {window * (kPlaceOfBar - 1), 0};
         const auto container = Watched(desktop.MakeObject(u"Form", "container"));
-        container->SetProperty(u"hWnd", mNextWindow++);
+        container->SetProperty(u"hWnd", window);
         container->SetProperty(u"ScaleMode", std::int16_t{1});
-        container->SetProperty(u"ScaleWidth", 6000.0f);
+        container->SetProperty(u"ScaleWidth", 600'000.0f);
         container->SetProperty(u"ScaleHeight", 4000.0f);
         for (const TextView name : {u"ScaleX", u"ScaleY"})
             container->SetMethod(name, [](std::span<Variant>) -> Variant { return 15.0f; });
@@ -46,8 +58,9 @@ protected:
         auto pane = Watched(desktop.MakeObject(u"PictureBox", "pane"));
         pane->SetProperty(u"Container", HostObjectRef(container));
         pane->SetProperty(u"Parent", HostObjectRef(parent));
-        for (const TextView place : {u"Left", u"Top", u"Width", u"Height"})
+        for (const TextView place : {u"Top", u"Width", u"Height"})
             pane->SetProperty(place, 600.0f);
+        pane->SetProperty(u"Left", 15.0f * static_cast<float>(window));
         pane->SetMethod(u"Move", [](std::span<Variant>) -> Variant { return platform::Empty{}; });
         return pane;
     }
@@ -76,6 +89,9 @@ protected:
     /// For a member that looks at what it has done: its own uses of the objects do not count.
     void StopIntruding() { mIntrusion = nullptr; }
 
+    /// How often a form was told of another form's box.
+    int Strangers() const { return mStrangers; }
+
     static void Suppressed(const Action& action) {
         try {
             action();
@@ -97,6 +113,8 @@ private:
     int mUses = 0;
     int mPlace = 0;
     std::int32_t mNextWindow = 900;
+    std::map<const platform::HostObject*, const platform::HostObject*> mFormOf;
+    int mStrangers = 0;
 };
 
 class ReenteredMonthView : public Reentrance {
@@ -150,6 +168,16 @@ TEST_F(ReenteredMonthView, IsThereOnlyIfNoCreateInsideHasFailed) {
     };
     EXPECT_GE(AtEveryUse([this] { view.emplace(component); }, create, failHalfWay), 100);
     EXPECT_GE(missing, 100) << "all but the questions before the box is taken";
+}
+
+TEST_F(ReenteredMonthView, TellsTheFormOfItsBox) {
+    const auto create = [&] {
+        Create();
+        StopIntruding();
+        view->ShowMonth(3, 2027);
+    };
+    AtEveryUse([this] { Prepare(); }, create, [this] { Create(); });
+    EXPECT_EQ(Strangers(), 0);
 }
 
 TEST_F(ReenteredMonthView, WhileItIsDrawn) {
@@ -233,6 +261,17 @@ TEST_F(ReenteredButton, WhileItIsCreated) {
     Try(6, [this] { button->Resize(); });
 }
 
+TEST_F(ReenteredButton, TellsTheFormOfItsBox) {
+    const auto create = [&] {
+        Create();
+        StopIntruding();
+        button->MouseDown(1, 0, 0);
+        button->MouseUp(0, 0);
+    };
+    AtEveryUse([this] { Prepare(); }, create, [this] { Create(); });
+    EXPECT_EQ(Strangers(), 0);
+}
+
 TEST_F(ReenteredButton, WhileItIsDrawn) {
     Try(4, [this] { button->LostFocus(); });
     Try(2, [this] { button->GotFocus(); });
@@ -289,6 +328,19 @@ TEST_F(ReenteredSplitter, IsThereOnlyIfNoCreateInsideHasFailed) {
     };
     EXPECT_GE(AtEveryUse([this] { splitter.emplace(component); }, create, failHalfWay), 30);
     EXPECT_GE(missing, 15) << "all but the questions before the controls are taken";
+}
+
+TEST_F(ReenteredSplitter, DrawsInTheContainerOfItsBar) {
+    const auto create = [&] {
+        Create();
+        StopIntruding();
+        desktop.log.Clear();
+        splitter->MouseDown(1, 30);
+        int place = 0;
+        ASSERT_EQ(std::sscanf(desktop.log.Starting("MoveTo").at(0).c_str(), "MoveTo %*d (%d", &place), 1);
+        EXPECT_EQ(place % kPlaceOfBar, 0) << place;
+    };
+    AtEveryUse([this] { Prepare(); }, create, [this] { Create(); });
 }
 
 TEST_F(ReenteredSplitter, WhileThePanesAreFitted) {

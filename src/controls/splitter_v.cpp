@@ -125,12 +125,17 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
     mLeftPane = left;
     mRightPane = right;
     mSplitter = splitter;
-    mForm = ObjectProperty(*left, u"Parent");
-    mContainer = ObjectProperty(Required(splitter), u"Container");
+    const HostObjectRef form = ObjectProperty(*left, u"Parent");
+    const HostObjectRef container = ObjectProperty(Required(splitter), u"Container");
+    // The host may have called Create meanwhile; form and container then belong to that call's bar.
+    if (mSplitter == splitter) {
+        mForm = form;
+        mContainer = container;
+    }
     const std::int32_t window = conversions.To32Bits(Required(mContainer).Get(u"hWnd"));
     for (const HostObjectRef& pane : {left, right}) {
-        const HostObjectRef container = ObjectProperty(*pane, u"Container");
-        if (conversions.To32Bits(Required(container).Get(u"hWnd")) != window) pane->Set(u"Container", mContainer);
+        const HostObjectRef own = ObjectProperty(*pane, u"Container");
+        if (conversions.To32Bits(Required(own).Get(u"hWnd")) != window) pane->Set(u"Container", mContainer);
     }
     mUnitsPerPixelX = UnitsPerPixel(u"ScaleX");
     UnitsPerPixel(u"ScaleY");  // Nothing uses it, but a host notices the call.
