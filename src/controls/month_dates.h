@@ -103,10 +103,17 @@ class SelectedDays {
 public:
     /// Whether the day is selected.
     bool Has(Date date) const { return mPlaces.contains(KeyOf(date)); }
-    /// Adds a day; false if it is already there.
+    /// Adds a day; false if it is already there. Without memory nothing has changed.
     bool Add(Date date) {
-        if (!mPlaces.emplace(KeyOf(date), mNext).second) return false;
-        mDates.emplace(mNext++, date);
+        const auto [place, isNew] = mPlaces.emplace(KeyOf(date), mNext);
+        if (!isNew) return false;
+        try {
+            mDates.emplace(mNext, date);
+        } catch (...) {
+            mPlaces.erase(place);
+            throw;
+        }
+        ++mNext;
         return true;
     }
     /// Removes a day; false if it is not there.

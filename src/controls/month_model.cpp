@@ -1,5 +1,7 @@
 #include "controls/month_model.h"
 
+#include <utility>
+
 namespace kwo::controls {
 
 using platform::ComponentError;
@@ -75,20 +77,24 @@ void MonthModel::Deselect(Date date) {
 }
 
 void MonthModel::ClickDay(Date day) {
+    SelectedDays selected = mSelected;
     if (mMultiSelect) {
-        if (!mSelected.Remove(day)) mSelected.Add(day);
+        if (!selected.Remove(day)) selected.Add(day);
     } else {
         // Intended: the day with the focus leaves the selection, even if another day is the selected one.
-        mSelected.Remove(mFocus);
-        mSelected.Add(day);
+        selected.Remove(mFocus);
+        selected.Add(day);
     }
+    // Without memory for the new selection, the old one stays.
+    mSelected = std::move(selected);
     mFocus = day;
 }
 
 void MonthModel::ToggleFocus() {
     if (mSelected.Remove(mFocus)) return;
-    if (!mMultiSelect) mSelected.Clear();
-    mSelected.Add(mFocus);
+    SelectedDays selected = mMultiSelect ? mSelected : SelectedDays();
+    selected.Add(mFocus);
+    mSelected = std::move(selected);
 }
 
 }  // namespace kwo::controls

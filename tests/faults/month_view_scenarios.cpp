@@ -1,5 +1,7 @@
 #include "controls/month_view.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "controls_stage.h"
@@ -129,6 +131,49 @@ Scenario Property(const char* name, Set set, Get get) {
 #define PROPERTY(name, value) \
     Property(                 \
         #name, [](KWOMonthView& view) { view.Set##name(value); }, [](KWOMonthView& view) { return view.name(); })
+
+int SelectedDays(const KWOMonthView& view) {
+    int count = 0;
+    for (double day = kFocus.days - 60; day < kFocus.days + 60; ++day)
+        count += view.IsSelected({day}) ? 1 : 0;
+    return count;
+}
+
+/// Runs a member that changes the selection. Whether or not it fails, `least` days or more are selected afterwards, and
+/// SelDay is one of them.
+template <class Body>
+void Selecting(MonthViewStage& stage, int least, Body body) {
+    const auto look = [&] {
+        const KWOMonthView& view = *stage.object;
+        const int count = SelectedDays(view);
+        EXPECT_GE(count, least) << "a selection was lost";
+        EXPECT_EQ(view.IsSelected(view.SelDay()), count > 0) << "a day is selected only by half";
+    };
+    try {
+        Member(body);
+    } catch (...) {
+        look();
+        throw;
+    }
+    look();
+}
+
+/// A calendar in which the user may select one day, and `selected` is the one.
+Scenario AloneScenario(std::string name, std::string member, Date selected, std::function<void(KWOMonthView&)> select) {
+    Scenario scenario = Drawn(std::move(name), {std::move(member)}, [selected, select](MonthViewStage& stage) {
+        KWOMonthView& view = *stage.object;
+        while (view.SelDay() != Date{})
+            view.SelDaysRemove(view.SelDay());
+        view.SelDaysAdd(selected);
+        Selecting(stage, 1, [&] { select(view); });
+        return "";
+    });
+    scenario.stage = Prepared<MonthViewStage>([](MonthViewStage& stage) {
+        stage.Create();
+        stage.object->SetMultiSelect(false);
+    });
+    return scenario;
+}
 
 std::string Key(MonthViewStage& stage, std::int16_t key) {
     Member([&] { stage.object->KeyDown(key); });
@@ -272,6 +317,19 @@ std::vector<Scenario> MonthViewScenarios() {
                   });
                   return Shown(Variant(stage.object->SelDay())) + ' ' + Shown(stage.object->IsSelected({46360}));
               }),
+        Drawn("TheFirstDayIsSelected", {"KWOMonthView.SelDaysAdd", "KWOMonthView.SelDaysClear"},
+              [](MonthViewStage& stage) {
+                  Member([&] { stage.object->SelDaysClear(); });
+                  Selecting(stage, 0, [&] { stage.object->SelDaysAdd({46360}); });
+                  return Shown(Variant(stage.object->SelDay()));
+              }),
+        AloneScenario("ADayIsPressedInsteadOfAnother", "KWOMonthView.MouseDown", kFocus,
+                      [](KWOMonthView& view) { view.MouseDown(kLeftButton, kDayX, kDayY); }),
+        AloneScenario("AKeySelectsTheFocusInsteadOfAnother", "KWOMonthView.KeyDown", kSelected,
+                      [](KWOMonthView& view) {
+                          std::int16_t space = platform::Key::kSpace;
+                          view.KeyDown(space);
+                      }),
         Drawn("TheSelectionIsEmptied", {"KWOMonthView.SelDaysClear"},
               [](MonthViewStage& stage) {
                   Member([&] { stage.object->SelDaysClear(); });
