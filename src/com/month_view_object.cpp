@@ -9,6 +9,9 @@ namespace kwo::com {
 
 namespace {
 
+/// A colour of the system has its highest bit set.
+constexpr std::uint8_t kFirstIsColour = 1;
+
 constexpr MemberThunk kMembers[] = {
     Member<&_KWOMonthView::get_CanSelect>,
     Member<&_KWOMonthView::put_CanSelect>,
@@ -23,13 +26,13 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOMonthView::get_SelDayFontBold>,
     Member<&_KWOMonthView::put_SelDayFontBold>,
     Member<&_KWOMonthView::get_CaptionFontColor>,
-    Member<&_KWOMonthView::put_CaptionFontColor>,
+    Member<&_KWOMonthView::put_CaptionFontColor, kFirstIsColour>,
     Member<&_KWOMonthView::get_DayHdrFontColor>,
-    Member<&_KWOMonthView::put_DayHdrFontColor>,
+    Member<&_KWOMonthView::put_DayHdrFontColor, kFirstIsColour>,
     Member<&_KWOMonthView::get_DayFontColor>,
-    Member<&_KWOMonthView::put_DayFontColor>,
+    Member<&_KWOMonthView::put_DayFontColor, kFirstIsColour>,
     Member<&_KWOMonthView::get_SelDayFontColor>,
-    Member<&_KWOMonthView::put_SelDayFontColor>,
+    Member<&_KWOMonthView::put_SelDayFontColor, kFirstIsColour>,
     Member<&_KWOMonthView::ShowMonth>,
     Member<&_KWOMonthView::Create>,
     Member<&_KWOMonthView::MouseDown>,

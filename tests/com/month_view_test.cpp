@@ -88,6 +88,10 @@ TEST_F(MonthViewClass, PropertiesReadBackWhatWasPut) {
         const long colour = static_cast<long>(0x8000000D);
         EXPECT_EQ(Hex(Let(mView.Get(), name, colour).status), Hex(S_OK)) << Narrow(name);
         EXPECT_EQ(Get(mView.Get(), name).result.lVal, colour) << Narrow(name);
+        // A colour of the system as scripts write it.
+        EXPECT_EQ(Hex(Let(mView.Get(), name, 2147483660.0).status), Hex(S_OK)) << Narrow(name);
+        EXPECT_EQ(Get(mView.Get(), name).result.lVal, colour - 1) << Narrow(name);
+        EXPECT_EQ(Hex(Let(mView.Get(), name, 4294967296.0).status), Hex(DISP_E_OVERFLOW)) << Narrow(name);
     }
     for (const wchar_t* const name : {L"CaptionBevel", L"DayHdrBevel", L"DayBevel"}) {
         for (const int value : {0, 1, 2, 3}) {

@@ -21,7 +21,7 @@ struct Parameter {
     bool byReference = false;
     /// If it is left out, a variant is missing and anything else is 0, the one default there is.
     bool optional = false;
-    /// It is a handle of the system, see MemberThunk.
+    /// It is a handle or a colour of the system, see MemberThunk.
     bool handle = false;
     /// An object is passed as it comes, without being asked for an interface.
     bool anyInterface = true;

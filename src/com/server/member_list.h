@@ -19,8 +19,8 @@ struct MemberThunk {
     HRESULT (*call)(void* interfacePointer, void* const* arguments);
     /// The result included.
     std::uint8_t argumentCount;
-    /// Bit n says that argument n is a handle of the system, which callers pass as any 32-bit number, signed or
-    /// unsigned.
+    /// Bit n says that argument n is a handle or a colour of the system, which callers pass as any 32-bit number,
+    /// signed or unsigned.
     std::uint8_t handleArguments;
 };
 
