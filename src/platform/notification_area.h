@@ -39,6 +39,7 @@ public:
 };
 
 /// The notification area of the taskbar (Shell_NotifyIconA).
+/// Messages of the calling thread may run while the shell is called, and with them any code of the host.
 /// Each of the first three calls returns false if the taskbar refuses or if there is none. The last-error value then
 /// says why, as far as the shell sets it.
 class NotificationArea {
@@ -52,7 +53,7 @@ public:
     /// Removes the icon of the record's window; its other members do not matter. False also if the window has none.
     virtual bool Delete(const TrayRecord& record) = 0;
 
-    /// Tells `listener` of every new taskbar until Unlisten.
+    /// Tells `listener` of every new taskbar until Unlisten. Does nothing for a listener that listens already.
     /// The caller keeps the ownership; the listener must live until then.
     /// If the hidden window that hears of the taskbar cannot be created, the listener is never told and nobody learns
     /// of it.

@@ -48,32 +48,47 @@ bool KWOSysTray::Create(platform::Handle window, const platform::HostObjectRef& 
                          .callbackMessage = kCallbackMessage,
                          .icon = mComponent.platform.pictures.NativeHandle(*icon),
                          .tip = Fitted(toolTip)};
-    // The picture may have called Create while it was asked. Its icon must not stay behind.
-    Destroy();
+    // The picture may have called Create while it was asked, and the host while the shell removed an icon. No such icon
+    // must stay behind.
+    while (mAdded)
+        Destroy();
+    const TrayRecord shown = record;
     mIcon = icon;
     mRecord = std::move(record);
-    return Show();
+    return Show(shown);
 }
 
 /// Listens first, because that may need memory: an icon that is shown is never lost.
-bool KWOSysTray::Show() {
+bool KWOSysTray::Show(const TrayRecord& record) {
     platform::NotificationArea& area = mComponent.platform.notificationArea;
+    const std::uint32_t run = ++mRuns;
     area.Listen(*this);
+    bool isAdded = false;
     try {
-        mAdded = area.Add(mRecord);
+        isAdded = area.Add(record);
     } catch (...) {
         area.Unlisten(*this);
         throw;
     }
+    // Messages run while the shell is called. If the host has called Create again meanwhile, that call counts.
+    const bool isLatest = run == mRuns;
+    if (isLatest) mAdded = isAdded;
     if (!mAdded) area.Unlisten(*this);
+    if (!isLatest && isAdded) area.Delete(record);
     return mAdded;
 }
 
 void KWOSysTray::Destroy() {
-    if (!mAdded) return;
+    // At once: messages run while the shell is called, and the host may call Create again meanwhile.
+    if (!std::exchange(mAdded, false)) return;
     mComponent.platform.notificationArea.Unlisten(*this);
-    mComponent.platform.notificationArea.Delete(mRecord);
-    mAdded = false;
+    try {
+        mComponent.platform.notificationArea.Delete(mRecord);
+    } catch (...) {
+        // The shell was not called.
+        mAdded = true;
+        throw;
+    }
 }
 
 Text KWOSysTray::Tip() const {

@@ -64,8 +64,9 @@ public:
 
 private:
     void TaskbarCreated() override;
-    /// Shows the icon of mRecord and listens for a new taskbar; false if the system refuses.
-    bool Show();
+    /// Shows the icon of `record`, which is a copy of mRecord, and listens for a new taskbar; false if the system
+    /// refuses.
+    bool Show(const platform::TrayRecord& record);
     bool IsIcon(const platform::HostObjectRef& picture);
 
     component::Component& mComponent;
@@ -74,6 +75,8 @@ private:
     platform::TrayRecord mRecord;
     /// True while the icon is shown.
     bool mAdded = false;
+    /// How often Show has begun, to tell whether it has run again inside itself.
+    std::uint32_t mRuns = 0;
 };
 
 }  // namespace kwo::tray

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
@@ -81,6 +82,48 @@ public:
     void Unlisten(platform::TaskbarListener&) noexcept override {}
     int deletions = 0;
 };
+
+TEST_F(Tray, NoIconIsLostWhenTheHostCallsInWhileTheShellIsCalled) {
+    auto& area = desktop.notificationArea;
+    const std::function<void()> intrusions[] = {
+        [&] { tray->Create(kWindow, icon, u"inner"); },
+        [&] { tray->Create(kWindow + 1, icon, u"inner"); },
+        [&] { tray->Destroy(); },
+    };
+    for (const auto& intrusion : intrusions) {
+        for (int place = 1, places = 1; place <= places; ++place) {
+            tray.emplace(component);
+            places = 0;
+            area.whileCalled = [&] {
+                if (++places == place) intrusion();
+            };
+            tray->Create(kWindow, icon, u"first");
+            tray->Create(kWindow, icon, u"second");
+            const bool isShown = tray->Create(kWindow, icon, u"third");
+            area.whileCalled = nullptr;
+            EXPECT_EQ(area.icons.size(), isShown ? 1u : 0u) << place;
+            EXPECT_EQ(area.listeners.size(), isShown ? 1u : 0u) << place;
+            ASSERT_GE(places, 10);
+            tray.reset();
+            EXPECT_TRUE(area.icons.empty()) << place;
+            ASSERT_TRUE(area.listeners.empty()) << place;
+        }
+        tray.emplace(component);
+        for (int place = 1; place <= 4; ++place) {
+            int places = 0;
+            ASSERT_TRUE(tray->Create(kWindow, icon, u"first"));
+            area.whileCalled = [&] {
+                if (++places == place) intrusion();
+            };
+            tray->Destroy();
+            area.whileCalled = nullptr;
+            EXPECT_EQ(area.listeners.size(), area.icons.size()) << place;
+            tray.emplace(component);
+            EXPECT_TRUE(area.icons.empty()) << place;
+            ASSERT_TRUE(area.listeners.empty()) << place;
+        }
+    }
+}
 
 TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
     platform::simulated::SimulatedDesktop desktop;

@@ -16,30 +16,52 @@ void Take(TrayRecord& shown, const TrayRecord& told) {
 
 }  // namespace
 
+/// The shell has its own copy of the record by then.
+class SimulatedNotificationArea::ShellCall {
+public:
+    explicit ShellCall(const SimulatedNotificationArea& area) : mArea(area) { Run(); }
+    ShellCall(const ShellCall&) = delete;
+    ShellCall& operator=(const ShellCall&) = delete;
+    ~ShellCall() { Run(); }
+
+private:
+    void Run() const {
+        if (mArea.whileCalled) mArea.whileCalled();
+    }
+
+    const SimulatedNotificationArea& mArea;
+};
+
 bool SimulatedNotificationArea::Add(const TrayRecord& record) {
     const Call call(mWorld, "Shell_NotifyIcon");
-    Note("Add", record);
-    if (call.Fails() || record.window == 0 || icons.contains(record.window)) return false;
-    TrayRecord& shown = icons[record.window];
-    shown.window = record.window;
-    Take(shown, record);
+    const TrayRecord told = record;
+    Note("Add", told);
+    const ShellCall shell(*this);
+    if (call.Fails() || told.window == 0 || icons.contains(told.window)) return false;
+    TrayRecord& shown = icons[told.window];
+    shown.window = told.window;
+    Take(shown, told);
     return true;
 }
 
 bool SimulatedNotificationArea::Modify(const TrayRecord& record) {
     const Call call(mWorld, "Shell_NotifyIcon");
-    Note("Modify", record);
+    const TrayRecord told = record;
+    Note("Modify", told);
+    const ShellCall shell(*this);
     if (call.Fails()) return false;
-    const auto found = icons.find(record.window);
+    const auto found = icons.find(told.window);
     if (found == icons.end()) return false;
-    Take(found->second, record);
+    Take(found->second, told);
     return true;
 }
 
 bool SimulatedNotificationArea::Delete(const TrayRecord& record) {
     const Call call(mWorld, "Shell_NotifyIcon");
+    const Handle window = record.window;
     Note("Delete", record);
-    return !call.Fails() && icons.erase(record.window) != 0;
+    const ShellCall shell(*this);
+    return !call.Fails() && icons.erase(window) != 0;
 }
 
 void SimulatedNotificationArea::RecreateTaskbar() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -24,19 +26,24 @@ public:
 
     void Listen(TaskbarListener& listener) override {
         const Call call(mWorld, "CreateWindowEx");
-        listeners.push_back(&listener);
+        if (std::ranges::find(listeners, &listener) == listeners.end()) listeners.push_back(&listener);
     }
     void Unlisten(TaskbarListener& listener) noexcept override { std::erase(listeners, &listener); }
 
     /// What happens when the shell is started again: all icons are gone, and the listeners are told.
     void RecreateTaskbar();
 
+    /// Runs before and after the shell has done what a call asks for, as messages of the host do.
+    std::function<void()> whileCalled;
     /// Those between Listen and Unlisten.
     std::vector<TaskbarListener*> listeners;
     /// What is shown, by the handle of the window. The tips are as their readers see them.
     std::map<Handle, TrayRecord> icons;
 
 private:
+    /// Runs whileCalled, now and at its end.
+    class ShellCall;
+
     void Note(std::string_view verb, const TrayRecord& record);
 
     World& mWorld;

@@ -30,6 +30,7 @@ bool WindowsNotificationArea::Delete(const TrayRecord& record) {
 }
 
 void WindowsNotificationArea::Listen(TaskbarListener& listener) {
+    if (std::ranges::find(mListeners, &listener) != mListeners.end()) return;
     if (mTaskbar == nullptr) mTaskbar = std::make_unique<TaskbarWindow>(static_cast<TaskbarListener&>(*this));
     mListeners.push_back(&listener);
 }
