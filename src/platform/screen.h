@@ -10,9 +10,12 @@ namespace kwo::platform {
 /// screen is.
 class Screen {
 public:
+    /// What MousePointer returns while the pointer is hidden.
+    static constexpr std::intptr_t kNoPointer = -1;
+
     virtual ~Screen() = default;
 
-    /// The shape of the pointer, as an opaque value; 0 is the default arrow.
+    /// The shape of the pointer, as an opaque value; 0 is the default arrow, kNoPointer is none.
     /// It is as wide as a pointer and belongs to the system.
     virtual std::intptr_t MousePointer() = 0;
     /// Sets the shape of the pointer: 0, or a value of MousePointer.
@@ -30,8 +33,8 @@ public:
     virtual double TwipsPerPixelX() = 0;
     /// The same for the vertical axis.
     virtual double TwipsPerPixelY() = 0;
-    /// The width of the whole primary screen in twips, the taskbar included: pixels times the factor above, rounded to
-    /// a whole number (halves to even).
+    /// The width of the whole primary screen in twips, the taskbar included: pixels times the factor above, after that
+    /// has been rounded to a whole number (halves to even).
     virtual float Width() = 0;
     /// The height, with the vertical factor.
     virtual float Height() = 0;

@@ -23,11 +23,16 @@ double TwipsPerPixel(int axis) {
 
 std::intptr_t WindowsScreen::MousePointer() {
     const HCURSOR pointer = ::GetCursor();
+    if (pointer == nullptr) return kNoPointer;
     return pointer == ::LoadCursorW(nullptr, IDC_ARROW) ? 0 : reinterpret_cast<std::intptr_t>(pointer);
 }
 
 void WindowsScreen::SetMousePointer(std::intptr_t pointer) {
-    ::SetCursor(pointer == 0 ? ::LoadCursorW(nullptr, IDC_ARROW) : reinterpret_cast<HCURSOR>(pointer));
+    if (pointer == kNoPointer) {
+        ::SetCursor(nullptr);
+    } else {
+        ::SetCursor(pointer == 0 ? ::LoadCursorW(nullptr, IDC_ARROW) : reinterpret_cast<HCURSOR>(pointer));
+    }
 }
 
 Handle WindowsScreen::ActiveForm() {

@@ -180,5 +180,15 @@ TEST_F(WindowsPlatformTest, PointerZeroIsTheArrow) {
     EXPECT_EQ(platform.screen.MousePointer(), 0);
 }
 
+TEST_F(WindowsPlatformTest, AHiddenPointerIsHiddenAgain) {
+    ::SetCursor(nullptr);
+    const std::intptr_t hidden = platform.screen.MousePointer();
+    platform.screen.SetMousePointer(0);
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
+    platform.screen.SetMousePointer(hidden);
+    EXPECT_EQ(::GetCursor(), nullptr);
+    platform.screen.SetMousePointer(0);
+}
+
 }  // namespace
 }  // namespace kwo::platform::windows
