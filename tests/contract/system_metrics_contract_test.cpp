@@ -20,8 +20,8 @@ TEST_F(SystemMetricsContract, SizesAreInPixels) {
     platform::Screen& screen = platform().screen;
     EXPECT_GE(metrics.Metric(kScreenWidth), 640);
     EXPECT_GE(metrics.Metric(kScreenHeight), 480);
-    EXPECT_EQ(std::nearbyint(metrics.Metric(kScreenWidth) * screen.TwipsPerPixelX()), screen.Width());
-    EXPECT_EQ(std::nearbyint(metrics.Metric(kScreenHeight) * screen.TwipsPerPixelY()), screen.Height());
+    EXPECT_EQ(metrics.Metric(kScreenWidth) * std::nearbyint(screen.TwipsPerPixelX()), screen.Width());
+    EXPECT_EQ(metrics.Metric(kScreenHeight) * std::nearbyint(screen.TwipsPerPixelY()), screen.Height());
 }
 
 TEST_F(SystemMetricsContract, EachIndexHasAValueOfItsOwn) {
