@@ -179,6 +179,24 @@ TEST_F(MonthView, TheScalesAreTheScreensRoundedAxisByAxis) {
     EXPECT_EQ(TakeLog().front(), "Call box.Line 38,297,60,1705,312,-2147483633") << "(27,5,155,26) in twips";
 }
 
+TEST_F(MonthView, HalfAPixelGoesToTheEvenOne) {
+    Ready(On(2026, 11, 21));
+    const auto steps = [&](float x, float y) {
+        const int before = view->VisibleMonth();
+        desktop.Post([&] { view->MouseUp(); });
+        view->MouseDown(1, x * 15, y * 15);
+        desktop.messages.ProcessPending();
+        return view->VisibleMonth() - before;
+    };
+    // The arrow is at (4,4,23,23).
+    EXPECT_EQ(steps(22.5f, 10), -1);
+    EXPECT_EQ(steps(3.5f, 10), -1);
+    EXPECT_EQ(steps(10, 22.5f), -1);
+    EXPECT_EQ(steps(10, 3.5f), -1);
+    EXPECT_EQ(steps(2.5f, 10), 0);
+    EXPECT_EQ(steps(23.5f, 10), 0);
+}
+
 TEST_F(MonthView, AFailingCreateIsASavedErrorAndFalse) {
     const TextView members[] = {u"Parent",          u"AutoRedraw", u"BackColor", u"ForeColor", u"FillStyle",
                                 u"FontTransparent", u"TextHeight", u"Width",     u"Height"};
@@ -277,6 +295,17 @@ TEST_F(MonthView, NothingHappensAfterAFailedSecondCreate) {
     view->SelDaysAdd(On(2026, 11, 5));
     EXPECT_EQ(TakeLog(), Lines{});
     EXPECT_FALSE(view->IsSelected(On(2026, 11, 5)));
+}
+
+TEST_F(MonthView, TheSelectionIsEmptiedAlsoAfterAFailedCreate) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    box->FailMember(u"Refresh", Refusal());
+    EXPECT_FALSE(Create(On(2026, 11, 21), {.canMultiSelect = true}));
+    Key(32);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 21)));
+    view->SelDaysClear();
+    EXPECT_FALSE(view->IsSelected(On(2026, 11, 21)));
+    EXPECT_EQ(view->SelDay(), Date{});
 }
 
 TEST_F(MonthView, NothingHappensAfterACreateWithoutMemory) {
@@ -532,6 +561,7 @@ TEST_F(DateLimits, ZeroIsNoLimit) {
     view->ShowMonth(1, 1850);
     EXPECT_EQ(Drawings(), 1u) << "before the date 0";
     view->SetMaxDate({0});
+    EXPECT_EQ(Visible(), IntPair(1, 1850)) << "a month that is before any maximum";
     desktop.log.Clear();
     view->ShowMonth(1, 2027);
     EXPECT_EQ(Drawings(), 1u) << "after the date 0";
@@ -781,6 +811,21 @@ TEST_F(DaySelection, AHandlerMayClickAndResizeWhileItIsAsked) {
     Click(2026, 11, 5);
     EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
     EXPECT_FALSE(view->IsSelected(On(2026, 11, 6)));
+}
+
+TEST_F(DaySelection, EveryCellThatHasThePointIsClicked) {
+    Ready(On(2026, 11, 21), {.canMultiSelect = true});
+    int asked = 0;
+    onDate = [&](std::span<Variant>) {
+        if (++asked > 1) return;
+        // The point is now in the third week.
+        box->SetProperty(u"Height", 1500.0f);
+        view->Resize();
+    };
+    Click(2026, 11, 5);
+    EXPECT_EQ(asked, 2);
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 5)));
+    EXPECT_TRUE(view->IsSelected(On(2026, 11, 19)));
 }
 
 TEST_F(DaySelection, AHandlerMayShowAnotherMonthWhileItIsAsked) {

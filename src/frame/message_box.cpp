@@ -13,6 +13,7 @@ constexpr std::uint32_t kHelpButton = 0x4000;
 constexpr std::uint32_t kSetForeground = 0x10000;
 constexpr std::int32_t kFlashMs = 750;
 
+// Intended: the exclamation mark (48) has the bit of the stop icon (16), so its entry is an error.
 EventType EventTypeOf(std::int32_t buttons) {
     if ((buttons & kStopIcon) != 0) return EventType::Error;
     return (buttons & kAnyWarningIcon) != 0 ? EventType::Warning : EventType::Information;

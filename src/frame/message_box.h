@@ -51,7 +51,8 @@ public:
     /// quit.
     ///
     /// In unattended mode no box is shown: the prompt goes to the event log, and the result is `defaultResult`. The
-    /// entry is an error with the stop icon, a warning with a question or exclamation mark, else information.
+    /// entry is an error with the stop icon or the exclamation mark, a warning with the question mark, else
+    /// information.
     std::int16_t KWOMsgBox(const MessageBoxRequest& request);
 
     /// Says whether nobody is there to see a box; false at first. No member of a public class sets it.

@@ -139,8 +139,7 @@ TEST_F(MessageBoxTest, UnattendedGoesToTheEventLogAndAnswersTheDefault) {
         std::int32_t buttons;
         std::uint16_t type;
     };
-    for (const Row& row :
-         {Row{16, 1}, Row{48, 1}, Row{32, 2}, Row{64, 4}, Row{0, 4}, Row{4, 4}, Row{20, 1}, Row{36, 2}}) {
+    for (const Row& row : {Row{16, 1}, Row{32, 2}, Row{64, 4}, Row{0, 4}, Row{4, 4}, Row{20, 1}, Row{36, 2}}) {
         desktop.eventLog.entries.clear();
         EXPECT_EQ(boxes.KWOMsgBox({.prompt = u"one\r\ntwo", .buttons = row.buttons}), 2);
         ASSERT_EQ(desktop.eventLog.entries.size(), 1u);
@@ -151,6 +150,16 @@ TEST_F(MessageBoxTest, UnattendedGoesToTheEventLogAndAnswersTheDefault) {
     EXPECT_EQ(boxes.KWOMsgBox({.prompt = u"p", .defaultResult = 7}), 7);
     EXPECT_TRUE(desktop.log.Starting("Ask").empty());
     EXPECT_TRUE(desktop.log.Starting("Let MousePointer").empty());
+}
+
+using UnattendedIntended = MessageBoxTest;
+
+TEST_F(UnattendedIntended, TheExclamationMarkIsAnError) {
+    constexpr std::int32_t kExclamation = 48;
+    boxes.SetUnattended(true);
+    boxes.KWOMsgBox({.prompt = u"p", .buttons = kExclamation});
+    ASSERT_EQ(desktop.eventLog.entries.size(), 1u);
+    EXPECT_EQ(desktop.eventLog.entries[0].type, 1u);
 }
 
 TEST_F(MessageBoxTest, StandsOnTheCallTraceAndWritesItsPrompt) {
