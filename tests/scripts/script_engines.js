@@ -26,6 +26,8 @@ var modified = files.GetFile(WScript.ScriptFullName).DateLastModified;
 var dictionary = new ActiveXObject("Scripting.Dictionary");
 dictionary.Add("a", 1);
 dictionary.Add("b", 2);
+var clock = new ActiveXObject("KWOUtil.KWOTimer");
+clock.TimerEvents = { Tick: function (sender) { throw new Error(77, "x"); } };
 function thrown(value) {
     try {
         throw value;
@@ -78,6 +80,7 @@ about("`number` of an error of an object", "raised(function () { files.GetFile('
 about("`description` of an error that an object returns as a number", "(function () { try { files.GetFile('C:\\\\no such file'); } catch (e) { return e.description.length > 0; } })()");
 about("`number` of an unknown member", "raised(function () { files.NoMember(); }) == 438");
 about("`number` of a value that is no object", "raised(function () { undefined.member(); }) == 5007");
+about("a small `number` of an error that a callback object throws", "raised(function () { clock.TimerTick(1); }) == 77");
 about("`number` of an unknown class", "raised(function () { new ActiveXObject('No.Such'); }) == 429");
 about("an object's member called by its default", "dictionary('b') == 2");
 about("properties with arguments", "(dictionary.Item('c') = 3, dictionary('c')) == 3");
@@ -90,5 +93,6 @@ if (found != "|") {
         if (row && row[1] != "lacking") check("still lacking: " + row[1], found.indexOf("|" + row[1] + "|") >= 0);
     }
 }
+clock.TimerEvents = null;
 check("the list is made", true);
 WScript.Echo("done " + checks);
