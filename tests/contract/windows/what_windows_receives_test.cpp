@@ -165,13 +165,22 @@ TEST_F(WhatWindowsReceives, OfAnObjectThatIsCreated) {
     mCalls->Replace("CoCreateInstance", [](REFCLSID id, IUnknown* outer, DWORD context, REFIID iid, void** object) {
         *object = nullptr;
         const bool isAsked =
-            id == IID_IDispatch && outer == nullptr && context == CLSCTX_SERVER && iid == IID_IDispatch;
+            id == IID_IDispatch && outer == nullptr && context == CLSCTX_INPROC_SERVER && iid == IID_IDispatch;
         return isAsked ? E_OUTOFMEMORY : REGDB_E_CLASSNOTREG;
     });
-    EXPECT_THROW(platform.components.Create(u"Vendor.Class"), std::bad_alloc) << "of any kind of server";
+    EXPECT_THROW(platform.components.Create(u"Vendor.Class"), std::bad_alloc) << "no other kind of server is asked for";
     const auto calls = mCalls->Taken();
     ASSERT_EQ(calls.size(), 2u);
     EXPECT_EQ(calls[0][1], MakeCall("", L"Vendor.Class")[1]);
+
+    mCalls->Replace("CoCreateInstance", [](REFCLSID id, IUnknown* outer, DWORD context, REFIID iid, void** object) {
+        *object = nullptr;
+        const bool isAsked = id == IID_IDispatch && outer == nullptr &&
+                             context == (CLSCTX_LOCAL_SERVER | CLSCTX_REMOTE_SERVER) && iid == IID_IDispatch;
+        return isAsked ? E_OUTOFMEMORY : REGDB_E_CLASSNOTREG;
+    });
+    EXPECT_THROW(platform.components.Create(u"Vendor.Class"), std::bad_alloc) << "a program, if there is no DLL";
+    EXPECT_EQ(mCalls->Taken().size(), 3u);
 }
 
 TEST_F(WhatWindowsReceives, OfTheWindowThatHearsOfANewTaskbar) {
