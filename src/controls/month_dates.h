@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstddef>
@@ -102,47 +103,41 @@ inline std::int32_t WeekdayOf(Date date) {
 class SelectedDays {
 public:
     /// Whether the day is selected.
-    bool Has(Date date) const { return mPlaces.contains(KeyOf(date)); }
+    bool Has(Date date) const { return mDays.contains(KeyOf(date)); }
     /// Adds a day; false if it is already there. Without memory nothing has changed.
     bool Add(Date date) {
-        const auto [place, isNew] = mPlaces.emplace(KeyOf(date), mNext);
-        if (!isNew) return false;
-        try {
-            mDates.emplace(mNext, date);
-        } catch (...) {
-            mPlaces.erase(place);
-            throw;
-        }
-        ++mNext;
-        return true;
+        const bool isNew = mDays.emplace(KeyOf(date), Selected{mNext, date}).second;
+        if (isNew) ++mNext;
+        return isNew;
     }
     /// Removes a day; false if it is not there.
-    bool Remove(Date date) {
-        const auto found = mPlaces.find(KeyOf(date));
-        if (found == mPlaces.end()) return false;
-        mDates.erase(found->second);
-        mPlaces.erase(found);
-        return true;
-    }
+    bool Remove(Date date) { return mDays.erase(KeyOf(date)) != 0; }
     /// Removes all days.
-    void Clear() {
-        mPlaces.clear();
-        mDates.clear();
-    }
+    void Clear() { mDays.clear(); }
     /// How many there are.
-    std::size_t Count() const { return mDates.size(); }
+    std::size_t Count() const { return mDays.size(); }
     /// The day that was added first, as it was given; the date 0 if there is none.
-    Date First() const { return mDates.empty() ? Date{} : mDates.begin()->second; }
+    Date First() const {
+        const auto wasEarlier = [](const auto& one, const auto& other) {
+            return one.second.place < other.second.place;
+        };
+        const auto first = std::ranges::min_element(mDays, wasEarlier);
+        return first == mDays.end() ? Date{} : first->second.date;
+    }
 
 private:
+    struct Selected {
+        /// In the order of selection. Places are never used again.
+        std::uint64_t place;
+        /// As it was given.
+        Date date;
+    };
+
     /// The day that a date rounds to; halves go to the even one.
     static std::int32_t KeyOf(Date date) { return platform::Rounded<std::int32_t>(date.days); }
 
-    /// The place of each day in the order of selection.
-    std::map<std::int32_t, std::uint64_t> mPlaces;
-    /// The date at each place, as it was given.
-    std::map<std::uint64_t, Date> mDates;
-    /// The next place. Places are never used again.
+    std::map<std::int32_t, Selected> mDays;
+    /// The next place.
     std::uint64_t mNext = 0;
 };
 
