@@ -3,6 +3,8 @@
 #   KWO_WIDL            the compiler (mingw-w64-tools, or MSYS2's mingw-w64-tools)
 #   KWO_IDL_DIR         where oaidl.idl and ocidl.idl are (Debian: libwine-dev; MSYS2: with the headers)
 #   KWO_STDOLE_DIR      where stdole2.tlb is (Debian: libwine; Windows: its system directory)
+#   KWO_PERL            removes the time of the build from the type library (perl); builds differ without it
+find_program(KWO_PERL perl)
 find_program(KWO_WIDL NAMES ${KWO_MINGW}-widl widl REQUIRED)
 find_path(KWO_IDL_DIR oaidl.idl
           PATHS /usr/include/wine/wine/windows /usr/include/wine/windows /usr/${KWO_MINGW}/include
@@ -29,9 +31,9 @@ function(kwo_compile_idl idl)
     add_custom_command(
       OUTPUT ${output}
       COMMAND ${CMAKE_COMMAND} -D "WIDL=${KWO_WIDL}" -D "IDL_DIR=${KWO_IDL_DIR}" -D "STDOLE_DIR=${KWO_STDOLE_DIR}"
-              -D "BITS=${KWO_BITS}" -D "KIND=${kind}" -D "OUTPUT=${output}" -D "IDL=${source}" -D "SOURCE_DIR=${PROJECT_SOURCE_DIR}/src"
+              -D "BITS=${KWO_BITS}" -D "PERL=$<$<BOOL:${KWO_PERL}>:${KWO_PERL}>" -D "KIND=${kind}" -D "OUTPUT=${output}" -D "IDL=${source}" -D "SOURCE_DIR=${PROJECT_SOURCE_DIR}/src"
               -D "VERSION=${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}" -P ${runner}
-      DEPENDS ${source} ${ARGN} ${runner}
+      DEPENDS ${source} ${ARGN} ${runner} ${PROJECT_SOURCE_DIR}/cmake/clear_typelib_time.pl
       COMMENT "IDL ${name}: ${kind}"
       VERBATIM)
   endforeach()

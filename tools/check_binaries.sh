@@ -60,9 +60,13 @@ names_no_folder_of_the_build() {
 }
 
 # A time of the build would make each build another one.
+# The IDL compiler writes one into the type library.
 holds_no_time() {
     local times
-    times=$(headers "$1" | sed -n 's/^Time\/Date[[:space:]]*\(stamp\)\?[[:space:]]*//p' | sort -u)
+    times=$({
+        headers "$1" | sed -n 's/^Time\/Date[[:space:]]*\(stamp\)\?[[:space:]]*//p'
+        LC_ALL=C sed -nE 's/.*Created by WIDL version [0-9.]+ at (.{24}).*/\1/p' "$1" | tr -d '\0'
+    } | sort -u)
     printf '%s\n' "$times"
     ! grep -vE '^(0|Thu Jan  1 00:00:00 1970)$' <<<"$times"
 }
