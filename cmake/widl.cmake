@@ -31,7 +31,8 @@ function(kwo_compile_idl idl)
     add_custom_command(
       OUTPUT ${output}
       COMMAND ${CMAKE_COMMAND} -D "WIDL=${KWO_WIDL}" -D "IDL_DIR=${KWO_IDL_DIR}" -D "STDOLE_DIR=${KWO_STDOLE_DIR}"
-              -D "BITS=${KWO_BITS}" -D "PERL=$<$<BOOL:${KWO_PERL}>:${KWO_PERL}>" -D "KIND=${kind}" -D "OUTPUT=${output}" -D "IDL=${source}" -D "SOURCE_DIR=${PROJECT_SOURCE_DIR}/src"
+              -D "PERL=$<$<BOOL:${KWO_PERL}>:${KWO_PERL}>" -D "BITS=${KWO_BITS}" -D "KIND=${kind}" -D "OUTPUT=${output}"
+              -D "IDL=${source}" -D "SOURCE_DIR=${PROJECT_SOURCE_DIR}/src"
               -D "VERSION=${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}" -P ${runner}
       DEPENDS ${source} ${ARGN} ${runner} ${PROJECT_SOURCE_DIR}/cmake/clear_typelib_time.pl
       COMMENT "IDL ${name}: ${kind}"

@@ -6,29 +6,20 @@
 
 #include <ext/concurrence.h>
 
+#include "com/thread.h"
+
 #if __GNUC__ < 13
 
 namespace kwo::com {
 namespace {
 
-struct Attempt {
-    __gthread_recursive_mutex_t* lock;
-    int refused;
-};
-
-DWORD WINAPI TryToLock(void* given) {
-    auto& attempt = *static_cast<Attempt*>(given);
-    attempt.refused = __gthread_recursive_mutex_trylock(attempt.lock);
-    if (attempt.refused == 0) __gthread_recursive_mutex_unlock(attempt.lock);
-    return 0;
-}
-
 bool AnotherThreadGets(__gthread_recursive_mutex_t& lock) {
-    Attempt attempt = {&lock, -1};
-    const HANDLE thread = ::CreateThread(nullptr, 0, &TryToLock, &attempt, 0, nullptr);
-    ::WaitForSingleObject(thread, INFINITE);
-    ::CloseHandle(thread);
-    return attempt.refused == 0;
+    bool gets = false;
+    com_test::Thread([&] {
+        gets = __gthread_recursive_mutex_trylock(&lock) == 0;
+        if (gets) __gthread_recursive_mutex_unlock(&lock);
+    }).Join();
+    return gets;
 }
 
 TEST(RuntimeLocks, ARecursiveOneIsHeldUntilItsLastRelease) {

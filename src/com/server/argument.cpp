@@ -267,6 +267,7 @@ bool PassedArgument::HasChanged() const noexcept {
             return false;
         case VT_BSTR: {
             if (mValue.bstrVal != mTextBefore) return true;
+            // A member that freed the old text first may have been given its place for the new one.
             const UINT bytes = ::SysStringByteLen(mValue.bstrVal);
             return bytes != ::SysStringByteLen(mBefore.bstrVal) ||
                    (bytes != 0 && std::memcmp(mValue.bstrVal, mBefore.bstrVal, bytes) != 0);
