@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -192,8 +193,26 @@ std::string TextOf(const std::vector<Answer>& answers) {
     return text;
 }
 
+/// With KWO_ALL_FAULTS=1 every call fails; with 2/5 the second one and every fifth after it, so that 1/5 to 5/5 together
+/// make every call fail.
+struct Share {
+    bool ofAll = false;
+    long first = 1;
+    long step = 1;
+};
+
+Share ShareOfFaults() {
+    const char* const wanted = std::getenv("KWO_ALL_FAULTS");
+    if (wanted == nullptr) return {};
+    Share share = {.ofAll = true};
+    if (std::sscanf(wanted, "%ld/%ld", &share.first, &share.step) == 1) share.first = 1;
+    if (share.step < 1 || share.first < 1 || share.first > share.step)
+        throw std::invalid_argument(std::string("KWO_ALL_FAULTS=") + wanted + " is no share");
+    return share;
+}
+
 bool AllFaults() {
-    return std::getenv("KWO_ALL_FAULTS") != nullptr;
+    return ShareOfFaults().ofAll;
 }
 
 /// Names each round after which there are other handles than before, if the environment variable KWO_WATCH_HANDLES is
@@ -218,14 +237,15 @@ private:
     std::map<std::string, long> mKinds;
 };
 
-/// The calls that are to fail: all, or in the short version the first one, the last one and some between.
+/// The calls that are to fail: those of the share, or in the short version the first one, the last one and some between.
 std::vector<long> Chosen(const windows_calls::Function& function, long calls) {
+    Share share = ShareOfFaults();
     const long most = std::string_view(function.name) == "malloc" ? 6 : 2;
-    const long step = AllFaults() || calls <= most ? 1 : (calls + most - 2) / (most - 1);
+    if (!share.ofAll && calls > most) share.step = (calls + most - 2) / (most - 1);
     std::vector<long> chosen;
-    for (long which = 1; which <= calls; which += step)
+    for (long which = share.first; which <= calls; which += share.step)
         chosen.push_back(which);
-    if (chosen.back() != calls) chosen.push_back(calls);
+    if (!share.ofAll && chosen.back() != calls) chosen.push_back(calls);
     return chosen;
 }
 
