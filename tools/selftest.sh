@@ -133,6 +133,22 @@ is 'a program that starts at the second time' "$(counts_in_script 1)" \
     '1 1 (Wine was started again after exit code 1)'
 is 'a program that fails aloud is not run again' "$(wc -l <"$scratch/runs")" 1
 is 'programs that start' "$(counts_in_script 0)" '1 1'
+# runs_in_script COMMAND: how often such a script starts a program that says nothing, and with which code it ends.
+runs_in_script() {
+    local rc=0 runner=("$scratch/wine" "$scratch/left") KWO_LOGS=$scratch/again
+    mkdir -p "$KWO_LOGS"
+    : >"$scratch/runs"
+    printf '0\n' >"$scratch/left"
+    run_windows "$scratch/told" "$scratch/errors" bash -c "echo >>'$scratch/runs'; $1" || rc=$?
+    printf '%d, exit %d' "$(wc -l <"$scratch/runs")" "$rc"
+}
+is 'a program that may not have started' "$(runs_in_script 'exit 3')" '2, exit 3'
+KWO_PROGRAM_SECONDS=1
+is 'a program that hangs in silence is not run again' "$(runs_in_script 'exec sleep 30')" '1, exit 124'
+is 'a program that is killed is not run again' "$(runs_in_script 'kill -KILL $$')" '1, exit 137'
+KWO_PROGRAM_SECONDS=60 KWO_START_SECONDS=0
+is 'a program that fails late and in silence is not run again' "$(runs_in_script 'sleep 1.1; exit 3')" '1, exit 3'
+KWO_START_SECONDS=10
 # runs COMMAND: how often it is started; it notes that it was.
 runs() {
     : >"$scratch/runs"
@@ -144,7 +160,9 @@ is 'a program that crashes is not run again' "$(runs 'echo begun; kill -SEGV $$'
 is 'a program that says nothing, but ends well, is not run again' "$(runs true)" 1
 KWO_GROUP_SECONDS=1
 is 'a program that hangs and says nothing is not run again' "$(runs 'sleep 30')" 1
-KWO_GROUP_SECONDS=600
+KWO_GROUP_SECONDS=600 KWO_START_SECONDS=0
+is 'a program that fails late and says nothing is not run again' "$(runs 'sleep 1.1; exit 1')" 1
+KWO_START_SECONDS=10
 kwo_wine=(another wine)
 is 'what is not Wine is not run again' "$(counts_in_wine 1 'echo 12 passed, 0 failed')" '0 1 (no results; exit code 1)'
 

@@ -7,6 +7,8 @@ kwo_failed=0
 kwo_trouble=''
 kwo_started_again=''
 KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-600}
+KWO_PROGRAM_SECONDS=${KWO_PROGRAM_SECONDS:-60}
+KWO_START_SECONDS=${KWO_START_SECONDS:-10}
 
 # check NAME COMMAND...: counts one. What the command says is shown when it fails; how long it takes, always.
 check() {
@@ -58,25 +60,32 @@ group_cannot_run() {
 }
 
 # run_limited LOG COMMAND...: the job with the group's time limit; kwo_trouble says what went wrong with it as a whole.
-# A Wine that ends at once and says nothing has not started the program. It gets a second chance, and the group's line
-# says so. Nothing else is tried again.
+# A Wine that has not started the program gets a second chance, and the group's line says so. Nothing else is tried again.
 run_limited() {
     local begun=$SECONDS
     run_once "$@"
-    if [[ $kwo_trouble == 'exit code '* && ! -s $1 && -n ${kwo_wine[*]:-} && "${*:2}" == "${kwo_wine[*]} "* ]] &&
-        ((SECONDS - begun <= 10)); then
+    if [[ -n ${kwo_wine[*]:-} && "${*:2}" == "${kwo_wine[*]} "* ]] && never_started "$kwo_code" "$begun" "$1"; then
         kwo_started_again="Wine was started again after $kwo_trouble"
         stop_wine
         run_once "$@"
     fi
 }
 
+# never_started CODE BEGUN SAID...: a Wine that fails at once and says nothing in any of these files has not started its
+# program. One that the time limit has stopped (124 or 137) may have.
+never_started() {
+    local code=$1 begun=$2 file
+    shift 2
+    ((code != 0 && code != 124 && code != 137 && SECONDS - begun <= KWO_START_SECONDS)) || return
+    for file in "$@"; do [[ ! -s $file ]] || return; done
+}
+
 # run_windows SAID ERRORS COMMAND...: a Windows program of a script of tests, started by the words in `runner`, for a minute
 # at most. It speaks when it fails, so it gets the same second chance; print_total says so.
 run_windows() {
-    local rc=0
+    local rc=0 begun=$SECONDS
     run_windows_once "$@" || rc=$?
-    if ((rc != 0)) && [[ ! -s $1 && ! -s $2 ]]; then
+    if never_started "$rc" "$begun" "$1" "$2"; then
         printf 'Wine was started again after exit code %d\n' "$rc" >>"$(log_of "started again $$")"
         rc=0
         run_windows_once "$@" || rc=$?
@@ -86,15 +95,16 @@ run_windows() {
 
 # run_windows_once SAID ERRORS COMMAND...: one that says nothing when it fails.
 run_windows_once() {
-    timeout --foreground --kill-after=5 60 "${runner[@]}" "${@:3}" </dev/null >"$1" 2>"$2"
+    timeout --foreground --kill-after=5 "$KWO_PROGRAM_SECONDS" "${runner[@]}" "${@:3}" </dev/null >"$1" 2>"$2"
 }
 
-# run_once LOG COMMAND...
+# run_once LOG COMMAND...: sets kwo_code and kwo_trouble.
 run_once() {
     local log=$1 rc=0
     shift
     run_job "$log" timeout --kill-after=5 "$KWO_GROUP_SECONDS" "$@" || rc=$?
     kwo_trouble=''
+    kwo_code=$rc
     case $rc in
         0) ;;
         124 | 137) kwo_trouble="stopped after $KWO_GROUP_SECONDS s" ;;
