@@ -20,12 +20,12 @@ function hexOf(error) {
 
 //@example
 
+check("snoozed twice", snoozed == 3);
+
 // Waits until it is so, or much too long.
 function waitFor(isSo) {
     for (var turns = 0; turns < 400 && !isSo(); turns++) WScript.Sleep(20);
 }
-waitFor(function () { return snoozed == 3; });
-check("snoozed twice", snoozed == 3);
 
 // Dates.
 var registry = new ActiveXObject("KWOUtil.KWORegistry");
