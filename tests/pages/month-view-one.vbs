@@ -12,16 +12,31 @@ Function SelectedDays(calendar)
 End Function
 first = DateSerial(2026, 11, 2)
 
-' Without the procedure.
+' Without the procedure, and at first without any option.
 Set frmPlain = Host.CreateForm("frmPlain")
 frmPlain.Move 3000, 2000, 6000, 6000
 Set picPlain = frmPlain.AddControl("PictureBox", "picPlain")
 picPlain.Move 150, 150, 4000, 3600
 Set plain = CreateObject("KWOUtil.KWOMonthView")
 shown = first
-plain.Create picPlain, shown, shown, False, 150, False, frmPlain, True
+Check "Create without options", plain.Create(picPlain, shown)
 Host.Forward picPlain, plain
 ShowInFront frmPlain
+ClickDayBelow picPlain
+Check "a click selects nothing then", SelectedDays(plain) = 0 And Not plain.CanSelect
+Check "the shortest interval", plain.Create(picPlain, shown, shown, False, -32768)
+Check "one beyond 16 bits", Not plain.Create(picPlain, shown, shown, False, 32768)
+plain.CaptionFontBold = True
+plain.CaptionFontColor = 255
+plain.CaptionBevel = 3
+plain.MinDate = DateSerial(2026, 1, 1)
+plain.Create picPlain, shown, shown, False, 150, False, frmPlain, True
+Check "Create sets the colours", plain.CaptionFontColor = &H80000012 And plain.DayHdrFontColor = &H80000011 And _
+    plain.DayFontColor = picPlain.ForeColor And plain.SelDayFontColor = &H8000000E
+Check "and the bevels", plain.CaptionBevel = 0 And plain.DayHdrBevel = 3 And plain.DayBevel = 3
+Check "and leaves the rest", plain.CaptionFontBold And plain.MinDate = DateSerial(2026, 1, 1)
+plain.CaptionFontBold = False
+plain.MinDate = 0
 ClickDayBelow picPlain
 Check "a click moves the selection with the focus", SelectedDays(plain) = 1 And Not plain.IsSelected(first)
 ClickDayBelow picPlain

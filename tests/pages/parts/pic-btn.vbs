@@ -26,5 +26,17 @@ Check "the access key brings it back and clicks", frmMain.ActiveControl.Name = "
 picSave.Width = 1800
 Host.Click picSave, 1750, 300
 Check "where the larger box has its new edge", Saved
+picSave.Enabled = False
+Host.Click picSave, 700, 300
+Check "a disabled box", Not Saved
+Host.TypeKeys "%s"
+Check "the access key of a disabled box", Saved
+saveButton.Caption = "Save"
+Host.TypeKeys "%s"
+Check "no access key", Not Saved
+saveButton.Caption = "Save && &Close"
+Check "no access key after two ampersands", Not saveButton.Form_KeyDown(Asc("C"), 4)
+saveButton.Caption = "&Close && Save"
+Check "one before them", saveButton.Form_KeyDown(Asc("C"), 4)
 frmMain.Close
 WScript.Echo "done " & count
