@@ -239,7 +239,10 @@ def index(found, say):
              '# Reference', '', 'Every class, event and enumeration of the type library, with every member.', '',
              'Types have the names of classic BASIC: an Integer has 16 bits, a Long 32. Arguments in brackets may be left',
              'out. An argument without `ByVal` is passed by reference: a compiled program passes a variable of exactly',
-             'that type; a script may pass any value that converts to it.', '']
+             'that type; a script may pass any value that converts to it.', '',
+             'The words after "Property" say how it is used: *get* is reading, *let* assigning a value, and *set* assigning',
+             'an object (`Set` in Basic). The identifier is the dispatch identifier, with which a late-bound caller calls',
+             'the member (`IDispatch::Invoke`).', '']
     for kind, heading in (('class', 'Classes'), ('events', 'Events'), ('enumeration', 'Enumerations')):
         lines += [f'## {heading}', '', '| name | what it is |', '|---|---|']
         for one in sorted((one for one in found if one.kind == kind), key=lambda one: one.name):
