@@ -377,7 +377,7 @@ is 'a program that hangs' "$(limited 'sleep 30')" None
 is 'a program that takes its time' "$(limited 'for i in 1 2 3; do date; sleep 0.6; done; exit 7')" 7
 is 'a program that never ends' "$(limited 'while :; do echo 1; sleep 0.2; done')" None
 
-# The map of the house shows the floors as they are built.
+# The page about the architecture shows the floors as they are built.
 is 'the picture of the floors' "$("$KWO_ROOT/tools/draw_floors.sh" --check 2>&1)" ''
 
 print_total
