@@ -4,7 +4,7 @@
 # PROGRAM: unit, contract, messages, faults, sources (of scripts), check (the logic of kwocheck) or fuzz (kept inputs),
 #          natively under the sanitizers;
 #          com, companion, imports, registration, host or windows (the contract tests there), under Wine in 64 bits;
-#          with 32 behind it (com32) in 32 bits;
+#          with 32 after it (com32) in 32 bits;
 #          or selfcheck, under Wine too: what kwocheck says; it has no filter
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"

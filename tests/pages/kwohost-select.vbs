@@ -5,7 +5,12 @@ resized = ""
 Sub pnlMore_Resize
     resized = resized & " " & IsObject(pnlMore)
 End Sub
+loaded = ""
+Sub frmMain_Load
+    loaded = loaded & " " & IsObject(frmMain)
+End Sub
 Set frmMain = Host.CreateForm("frmMain")
+Check "Load comes before the variable is there:" & loaded, loaded = " False"
 frmMain.Move 3000, 2000, 6000, 3000
 Set txtOther = frmMain.AddControl("TextBox", "txtOther")
 txtOther.Move 300, 300, 3000, 300
@@ -35,6 +40,8 @@ Host.TypeKeys "{TAB}"
 Check "the other selects all", FocusComesTo(frmMain, "txtName") And txtName.SelText = "name"
 Host.TypeKeys "x"
 Check "so that it is replaced", txtName.Text = "x"
+Host.TypeKeys "+=+5+["
+Check "the keys of plus, per cent and brace: " & txtName.Text, txtName.Text = "x+%{"
 Host.TypeKeys "+{TAB}"
 Check "it selects nothing by Tab either", FocusComesTo(frmMain, "txtOther") And txtOther.SelLength = 0
 Host.TypeKeys "%l"

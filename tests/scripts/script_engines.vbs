@@ -140,7 +140,7 @@ AboutProgram "`ReDim` of an array declared as `Dim a()`", "Dim a()|ReDim a(3)|a(
 AboutProgram "`ReDim` of another array", "Dim a|ReDim a(3)|a(3) = 1|If UBound(a) = 3 Then WScript.Quit 7"
 AboutProgram "`ReDim Preserve`", "ReDim a(1)|a(1) = 5|ReDim Preserve a(3)|If a(1) = 5 And UBound(a) = 3 Then WScript.Quit 7"
 AboutProgram "an argument that begins with a parenthesis, as in `Show (1 + 2) * 3`", "Sub Show(n)|If n = 9 Then WScript.Quit 7|End Sub|Show (1 + 2) * 3"
-AboutProgram "an index behind a call, as in `Split(a, "","")(1)`", "If Split(""a,b"", "","")(1) = ""b"" Then WScript.Quit 7"
+AboutProgram "an index after a call, as in `Split(a, "","")(1)`", "If Split(""a,b"", "","")(1) = ""b"" Then WScript.Quit 7"
 AboutProgram "names in brackets, as in `[my name]`", "Dim [my name]|[my name] = 7|WScript.Quit [my name]"
 AboutProgram "`With`", "Set d = CreateObject(""Scripting.Dictionary"")|With d|.Add 1, 7|WScript.Quit .Item(1)|End With"
 AboutProgram "`Select Case` with lists", "Select Case 3|Case 1, 2|Case 3, 4: WScript.Quit 7|Case Else|End Select"
