@@ -36,6 +36,23 @@ For turns = 1 To 400
     WScript.Sleep 20
 Next
 Check "an alarm and a tick wait for the handler:" & order, order = " begin end alarm tick"
+
+' A time of today that has passed. The handler asks for the next day's.
+Set daily = WScript.CreateObject("KWOUtil.KWOTimer", "daily")
+alarms = 0
+Sub daily_Alarm(sender, tag, newDateTime)
+    alarms = alarms + 1
+    newDateTime = Date + 1 + TimeSerial(7, 0, 0)
+End Sub
+daily.AddAlarm TimeSerial(0, 0, 1), 1
+For turns = 1 To 400
+    If alarms > 0 Then Exit For
+    WScript.Sleep 20
+Next
+WScript.Sleep 1200
+Check "a time that has passed comes in about a second, and the next day's does not:" & alarms, alarms = 1
+daily.CancelTimers
+
 busy.AddRelativeAlarm 2147483647, 1
 busy.CancelTimers
 On Error Resume Next
