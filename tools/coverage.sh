@@ -18,10 +18,11 @@ filter='-TimerModel.*:TimerYear.*:ReenteredMonthView.*:SaveErrorTest.ErrorsThatN
 # llvm TOOL ARGUMENT...: of the same version as the compiler.
 llvm() { "$(clang++ -print-prog-name="$1")" "${@:2}"; }
 
-# run PROGRAM: counts what it runs, in a file named after it.
+# run PROGRAM: counts what it runs, in a file named after it. One that fails counts nothing.
 run() {
     local name=${1##*/}
-    LLVM_PROFILE_FILE=$work/$name.profraw run_job "$work/$name.log" "$build/$1" "--gtest_filter=$filter"
+    LLVM_PROFILE_FILE=$work/$name.profraw run_job "$work/$name.log" "$build/$1" "--gtest_filter=$filter" ||
+        rm -f "$work/$name.profraw"
 }
 
 # read_counts PROGRAM: what each line of each source did in it, in a file named after it.

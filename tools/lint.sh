@@ -30,13 +30,21 @@ scripts_are_clean() {
         of_kind 'tools/lib/*.sh' | xargs shellcheck -e SC2034,SC2154
 }
 
+# lines_with PATTERN: the lines of the files named on standard input that match, with their places. Fails only if it cannot
+# read them.
+lines_with() {
+    # shellcheck disable=SC2016
+    xargs -r perl -ne 'BEGIN { $pattern = shift; $SIG{__WARN__} = sub { die @_ } }
+        print "$ARGV:$.:$_" if /$pattern/; close ARGV if eof' "$1"
+}
+
 # What the link between floors cannot see: the logic has no header of Windows, and no test double outside the tests; no
 # include goes past the floors by a relative path.
 includes_stay_on_their_side() {
     local hits
     hits=$(cpp_files | grep '^src/' | grep -vE '^src/(com|com_support|platform/windows)/|_test\.cpp$|_fixture\.h$|^src/platform/simulated/' |
-        xargs grep -nE '#include (<(windows|ole[a-z0-9]*|oaidl|ocidl|wrl/.*|comdef|shl[a-z]*)\.h>|"platform/(simulated|windows)/)')
-    hits+=$(cpp_files | xargs grep -nE '#include "\.\./' || true)
+        lines_with '#include (<(windows|ole[a-z0-9]*|oaidl|ocidl|wrl/.*|comdef|shl[a-z]*)\.h>|"platform/(simulated|windows)/)') || return
+    hits+=$(cpp_files | lines_with '#include "\.\./') || return
     [[ -z $hits ]] || { printf '%s\n' "$hits" && return 1; }
 }
 
@@ -52,14 +60,14 @@ headers_are_guarded() {
 # Assertions name what they got first and what they expect second.
 expected_stands_second() {
     local hits
-    hits=$(cpp_files | xargs perl "$KWO_ROOT/tools/lib/expected_first.pl")
+    hits=$(cpp_files | xargs perl "$KWO_ROOT/tools/lib/expected_first.pl") || return
     [[ -z $hits ]] || { printf '%s\n' "$hits" && return 1; }
 }
 
 texts_are_tidy() {
     local hits
     hits=$(of_kind '*.cpp' '*.h' '*.md' '*.sh' '*.cmake' '*CMakeLists.txt' '*.idl' '*.vbs' '*.js' '*.py' '*.pl' '*.txt' '*.cmd' test run bench fuzz package soak |
-        xargs grep -nIE '[[:blank:]]+$' || true)
+        lines_with '[ \t]+$') || return
     [[ -z $hits ]] || { printf 'blanks at the end of the line:\n%s\n' "$hits" && return 1; }
 }
 

@@ -243,6 +243,27 @@ is 'a check that fails' "$(checks bash -c 'echo wrong; exit 3')" "not ok: a chec
     (all of it: $scratch/checks-a-check.log)
 0 passed, 1 failed"
 
+# Scripts of tests: shell scripts stand in for them.
+mkdir -p "$scratch/scripts" "$scratch/host"
+touch "$scratch/host/kwohost.exe"
+printf '#!/bin/sh\nshift\nexec sh "$@"\n' >"$scratch/stand_in"
+chmod +x "$scratch/stand_in"
+# script_of LINE...: what becomes of a script of these lines.
+script_of() {
+    printf '%s\n' "$@" >"$scratch/scripts/one.js"
+    "$KWO_ROOT/tests/scripts/run_script_tests" --in "$scratch/scripts" "$scratch/host" "$scratch/stand_in" || true
+}
+is 'a script that passes' "$(script_of 'echo ok a' 'echo done 1')" '1 passed, 0 failed'
+is 'a script that fails' "$(script_of 'echo not ok a' 'echo done 1')" $'not ok one.js: a\n0 passed, 1 failed'
+is 'a script that stops early' "$(script_of 'echo ok a')" \
+    $'not ok one.js: no line \'done <number of checks>\' at the end\n1 passed, 1 failed'
+is 'a script with another exit code' "$(script_of 'echo ok a' 'echo done 1' 'exit 3')" \
+    $'not ok one.js: exit code 3 instead of 0\n1 passed, 1 failed'
+is 'a script that complains' "$(script_of 'echo ok a' 'echo done 1' 'echo oops >&2')" \
+    $'one.js: standard error: oops\nnot ok one.js: unexpected standard error\n1 passed, 1 failed'
+is 'a script during which Wine complains' "$(script_of 'echo ok a' 'echo done 1' 'echo 0024:err:ole:Release x >&2')" \
+    $'one.js: standard error: 0024:err:ole:Release x\n1 passed, 0 failed'
+
 # Examples of pages: one that nobody runs, or that has lost its script, must not go unnoticed.
 mkdir -p "$scratch/pages" "$scratch/examples"
 cp "$KWO_ROOT/tests/pages/extract_examples" "$scratch/pages"
@@ -325,11 +346,25 @@ is 'two programs' "$(report_on part)" 'part lines 6 of 6 100.00 % branches 2 of 
 all lines 6 of 6 100.00 % branches 2 of 2 100.00 %
 1 passed, 0 failed'
 
-# The faults that can be planted, if the parser that finds them is there.
-if /usr/bin/python3 -c 'from clang import cindex' 2>/dev/null; then
-    printf '%s\n' 'int g(int, int);' 'int f(int a, bool b) {' '    if (a < 2 && !b) return g(a, 7);' \
-        '    while (b) g(1, 2);' '    return a;' '}' >"$scratch/f.cpp"
-    is 'the faults of a source' "$(/usr/bin/python3 -B -c 'import sys
+# A program of tests that fails has counted nothing, however much it has reached.
+mkdir -p "$scratch/coverage/tools" "$scratch/coverage/build/clang/coverage" "$scratch/coverage/build/clang/src"
+cp -r "$KWO_ROOT/tools/lib" "$KWO_ROOT/tools/coverage.sh" "$scratch/coverage/tools"
+# counted_by CODE: whether the counts of a program that ends with this code are kept.
+counted_by() {
+    local kept=$scratch/coverage/build/clang/coverage/unit_tests.profraw program=$scratch/coverage/build/clang/src/unit_tests
+    # shellcheck disable=SC2016
+    printf '#!/bin/sh\ntouch "$LLVM_PROFILE_FILE"\nexit %d\n' "$1" >"$program"
+    chmod +x "$program"
+    "$scratch/coverage/tools/coverage.sh" --step run src/unit_tests || true
+    if [[ -f $kept ]]; then echo kept; else echo dropped; fi
+}
+is 'the counts of a program that passes' "$(counted_by 0)" kept
+is 'the counts of a program that fails' "$(counted_by 1)" dropped
+
+# The faults that can be planted.
+printf '%s\n' 'int g(int, int);' 'int f(int a, bool b) {' '    if (a < 2 && !b) return g(a, 7);' \
+    '    while (b) g(1, 2);' '    return a;' '}' >"$scratch/f.cpp"
+is 'the faults of a source' "$(/usr/bin/python3 -B -c 'import sys
 sys.path.insert(0, sys.argv[1] + "/tools/mutants")
 import places
 for place in places.places_of(sys.argv[2], ["-std=c++20"]):
@@ -345,7 +380,6 @@ for place in places.places_of(sys.argv[2], ["-std=c++20"]):
 4 1 -> 0
 4 1, 2 -> 2, 1
 4 2 -> (2 + 1)'
-fi
 
 # planting CODE: what Python says that knows how faults are planted.
 planting() { python3 -B -c 'import sys; sys.path.insert(0, sys.argv[1] + "/tools/mutants"); import building, judging, shell
