@@ -2,14 +2,23 @@
 
 #include <oleacc.h>
 
+#include <cwchar>
+#include <optional>
+
 namespace kwohost {
 
 namespace {
 
 using kwo::com_support::Annotated;
 
-std::wstring RoleText(const std::wstring& number) {
-    switch (std::stol(number)) {
+/// What the service has written as a number; nothing for any other text.
+std::optional<long> NumberOf(const std::wstring& text) {
+    const long number = std::wcstol(text.c_str(), nullptr, 10);
+    return std::to_wstring(number) == text ? std::optional(number) : std::nullopt;
+}
+
+std::wstring RoleText(const std::wstring& role) {
+    switch (NumberOf(role).value_or(0)) {
         case ROLE_SYSTEM_SEPARATOR:
             return L"separator";
         case ROLE_SYSTEM_TABLE:
@@ -17,14 +26,15 @@ std::wstring RoleText(const std::wstring& number) {
         case ROLE_SYSTEM_PUSHBUTTON:
             return L"push button";
         default:
-            return number;
+            return role;
     }
 }
 
-std::wstring StateText(const std::wstring& number) {
-    const long state = std::stol(number);
-    std::wstring text = (state & STATE_SYSTEM_FOCUSED) != 0 ? L"focused" : L"";
-    if ((state & STATE_SYSTEM_PRESSED) != 0) text += text.empty() ? L"pressed" : L", pressed";
+std::wstring StateText(const std::wstring& state) {
+    const std::optional<long> number = NumberOf(state);
+    if (!number) return state;
+    std::wstring text = (*number & STATE_SYSTEM_FOCUSED) != 0 ? L"focused" : L"";
+    if ((*number & STATE_SYSTEM_PRESSED) != 0) text += text.empty() ? L"pressed" : L", pressed";
     return text.empty() ? L"normal" : text;
 }
 
@@ -44,19 +54,15 @@ Narrator::Narrator(Output& output) : mOutput(output), mService([this](const Anno
 
 HRESULT Narrator::Hear(const Annotated& told) {
     if (!IsWindow(told.window)) return E_INVALIDARG;
-    try {
-        if (told.isCleared) {
-            mNames.erase(told.window);
-            return S_OK;
-        }
-        const std::wstring line = Spoken(told) + L"\r\n";
-        const auto name = mNames.find(told.window);
-        mOutput.Write(name == mNames.end() ? L"reader: " + line : L"reader: " + name->second + L": " + line);
-        if (told.property == L"Name") mNames[told.window] = told.value;
+    if (told.isCleared) {
+        mNames.erase(told.window);
         return S_OK;
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
     }
+    const std::wstring line = Spoken(told) + L"\r\n";
+    const auto name = mNames.find(told.window);
+    mOutput.Write(name == mNames.end() ? L"reader: " + line : L"reader: " + name->second + L": " + line);
+    if (told.property == L"Name") mNames[told.window] = told.value;
+    return S_OK;
 }
 
 }  // namespace kwohost

@@ -6,6 +6,7 @@
 #include <initguid.h>
 #include <oleacc.h>
 
+#include <new>
 #include <utility>
 
 namespace kwo::com_support {
@@ -26,6 +27,15 @@ std::wstring NameOf(const MSAAPROPID& property) {
         if (property == *id) return name;
     }
     return L"Other";
+}
+
+template <class Body>
+HRESULT WithinMemory(Body&& body) noexcept {
+    try {
+        return std::forward<Body>(body)();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
 }
 
 }  // namespace
@@ -50,17 +60,22 @@ public:
 
     STDMETHODIMP SetHwndProp(HWND window, DWORD object, DWORD child, MSAAPROPID property, VARIANT value) override {
         if (value.vt != VT_I4) return E_INVALIDARG;
-        return mHeard({window, object, child, NameOf(property), std::to_wstring(value.lVal), false});
+        return WithinMemory([&] {
+            return mHeard({window, object, child, NameOf(property), std::to_wstring(value.lVal), false});
+        });
     }
     STDMETHODIMP SetHwndPropStr(HWND window, DWORD object, DWORD child, MSAAPROPID property, LPCWSTR text) override {
-        return mHeard({window, object, child, NameOf(property), text, false});
+        if (!text) return E_INVALIDARG;
+        return WithinMemory([&] { return mHeard({window, object, child, NameOf(property), text, false}); });
     }
     STDMETHODIMP ClearHwndProps(HWND window, DWORD object, DWORD child, const MSAAPROPID* properties,
                                 int count) override {
-        HRESULT result = S_OK;
-        for (int at = 0; at < count; ++at)
-            result = mHeard({window, object, child, NameOf(properties[at]), L"", true});
-        return result;
+        return WithinMemory([&] {
+            HRESULT result = S_OK;
+            for (int at = 0; at < count; ++at)
+                result = mHeard({window, object, child, NameOf(properties[at]), L"", true});
+            return result;
+        });
     }
 
     STDMETHODIMP SetPropValue(const BYTE*, DWORD, MSAAPROPID, VARIANT) override { return E_NOTIMPL; }

@@ -28,7 +28,8 @@ struct Annotated {
 ///     const AnnotationService service([](const Annotated& told) { ...; return S_OK; });
 class AnnotationService {
 public:
-    /// What `heard` returns is the result of the component's call. It must not raise.
+    /// What `heard` returns is the result of the component's call. If it raises std::bad_alloc, that is E_OUTOFMEMORY;
+    /// it must raise nothing else.
     using Heard = std::function<HRESULT(const Annotated&)>;
 
     explicit AnnotationService(Heard heard);
