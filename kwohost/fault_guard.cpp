@@ -54,34 +54,44 @@ std::wstring Lower(std::wstring text) {
     return text;
 }
 
-/// The statements of a line in lower case, without blanks around them, comments, and the insides of texts.
+bool IsOfAWord(wchar_t c) {
+    return std::iswalnum(c) || c == L'_';
+}
+
+/// The statements of a line in lower case, without comments and texts. Blanks are left between words, one each.
 std::vector<std::wstring> StatementsOf(const std::wstring& line) {
     std::vector<std::wstring> statements(1);
     bool isText = false;
+    bool isAfterBlank = false;
     for (const wchar_t c : line) {
         if (c == L'"') isText = !isText;
         if (isText || c == L'"') continue;
         if (c == L'\'') break;
-        if (c == L':') statements.emplace_back();
-        if (c != L':' && (!std::iswspace(c) || !statements.back().empty())) statements.back() += c;
+        std::wstring& statement = statements.back();
+        if (c == L':') {
+            statements.emplace_back();
+        } else if (!std::iswspace(c)) {
+            if (isAfterBlank && !statement.empty() && IsOfAWord(statement.back()) && IsOfAWord(c)) statement += L' ';
+            statement += c;
+        }
+        isAfterBlank = std::iswspace(c);
     }
     for (std::wstring& statement : statements)
         statement = Lower(statement);
     return statements;
 }
 
-/// Takes a word and the blanks behind it away from the beginning of the text. False if it is not there.
-bool Take(std::wstring& text, const wchar_t* word) {
-    const std::size_t length = std::char_traits<wchar_t>::length(word);
-    if (!text.starts_with(word) || length == text.size() || !std::iswspace(text[length])) return false;
-    text.erase(0, text.find_first_not_of(L" \t", length));
+/// Takes a word and the blank behind it away from the beginning of the text. False if it is not there.
+bool Take(std::wstring& text, const std::wstring& word) {
+    if (!text.starts_with(word + L' ')) return false;
+    text.erase(0, word.size() + 1);
     return true;
 }
 
 /// The names in front of empty parentheses.
 void AddEmptyArrays(const std::wstring& declaration, std::vector<std::wstring>& names) {
     for (std::size_t at = declaration.find(L"()"); at != std::wstring::npos; at = declaration.find(L"()", at + 1)) {
-        const std::size_t before = declaration.find_last_of(L", \t", at);
+        const std::size_t before = declaration.find_last_of(L", ", at);
         const std::size_t begin = before == std::wstring::npos ? 0 : before + 1;
         names.push_back(declaration.substr(begin, at - begin));
     }
@@ -101,7 +111,7 @@ long LineThatEndsTheEngine(const SourceFile& source) {
                 AddEmptyArrays(statement, names);
             if (!Take(statement, L"redim")) continue;
             Take(statement, L"preserve");
-            const std::wstring name = statement.substr(0, statement.find_first_of(L"( \t"));
+            const std::wstring name = statement.substr(0, statement.find(L'('));
             if (std::find(names.begin(), names.end(), name) != names.end()) return number;
         }
         at = end + 1;

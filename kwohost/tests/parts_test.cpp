@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <limits>
+#include <utility>
 
 #include "com_support/owned_array.h"
 #include "error_report.h"
@@ -59,6 +60,8 @@ TEST(FaultGuard, FindsAReDimThatEndsTheEngineOfWine) {
     };
     EXPECT_EQ(lineOf(L"Dim a()\r\nx = 1\r\nReDim a(3)"), 3);
     EXPECT_EQ(lineOf(L"Private x, List ()\r\n"), 0);
+    EXPECT_EQ(lineOf(L"Private x, List ()\r\nReDim List(3)"), 2);
+    EXPECT_EQ(lineOf(L"Dim  a\t(  ) , b( )\r\nReDim  Preserve\tb  (3)"), 2);
     EXPECT_EQ(lineOf(L"dim x, Rows()\r\n\r\n\tIf y Then : REDIM  Preserve rows(2)\r\n"), 3);
     EXPECT_EQ(lineOf(L"Dim a(), b\r\nReDim b(3)\r\nReDim c(3)"), 0);
     EXPECT_EQ(lineOf(L"Dim a\r\nReDim a(3)"), 0);
@@ -176,12 +179,22 @@ TEST(MessageLoop, WaitOfNoLengthRunsAllPendingMessages) {
 }
 
 TEST(MessageLoop, PendingMessagesThatMakeNewOnesComeToAnEnd) {
+    const auto start = std::chrono::steady_clock::now();
+
     EXPECT_GT(HandledOfAFlood(std::chrono::milliseconds(0)), 10);
+
+    const auto took = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(took, std::chrono::milliseconds(500));
+    EXPECT_LT(took, std::chrono::seconds(5));
 }
 
-TEST(MessageLoop, RequestToQuitEndsTheWaitWithItsCode) {
+TEST(MessageLoop, RequestToQuitEndsTheWaitAtOnceWithItsCode) {
+    const auto start = std::chrono::steady_clock::now();
+
     PostQuitMessage(12);
     EXPECT_EQ(RunMessages(std::chrono::milliseconds(60000), [] {}), 12);
+
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST(ConsoleOutput, SurrogatePairIsNotCut) {
@@ -209,15 +222,20 @@ TEST(UserInput, KeysThatACharacterNeeds) {
 TEST(RunScript, EndsInOrderWhereverMemoryIsUsedUp) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     int failures = 0;
+    int exitCode = 1;
     for (bool hasFailed = true; hasFailed; ++failures) {
         SourceFile source{L"C:\\script.vbs", Language::VBScript, L"WScript.Arguments.Count"};
+        const int before = std::exchange(exitCode, 1);
         const FailingAllocation failing(failures);
         try {
-            RunScript(std::move(source), {L"argument"});
+            exitCode = RunScript(std::move(source), {L"argument"});
         } catch (const std::bad_alloc&) {
         }
         hasFailed = failing.HasFailed();
+        // Behind the script's own end, its result stands.
+        EXPECT_LE(exitCode, before) << failures;
     }
+    EXPECT_EQ(exitCode, 0);
     EXPECT_GT(failures, 30);
     CoUninitialize();
 }
