@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <iterator>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,14 +32,16 @@ DWORD UpOf(LONG button) {
     return button == 2 ? MOUSEEVENTF_RIGHTUP : button == 4 ? MOUSEEVENTF_MIDDLEUP : MOUSEEVENTF_LEFTUP;
 }
 
-LONG theHeldButton = 1;
-bool theButtonIsHeld = false;
+/// The buttons that are held, by the timers that release them. Global, because a timer has no other way to them.
+std::map<UINT_PTR, LONG> theHeldButtons;
 
 void CALLBACK ReleaseHeld(HWND, UINT, UINT_PTR timer, DWORD) {
     KillTimer(nullptr, timer);
-    INPUT up = Mouse(UpOf(theHeldButton));
+    const auto held = theHeldButtons.find(timer);
+    if (held == theHeldButtons.end()) return;
+    INPUT up = Mouse(UpOf(held->second));
     SendInput(1, &up, sizeof up);
-    theButtonIsHeld = false;
+    theHeldButtons.erase(held);
 }
 
 /// The number pad has keys with the same codes; those of the keyboard's middle are told apart by this.
@@ -87,7 +90,7 @@ void UserInput::Settle() {
     WaitWhile([] { return HIWORD(GetQueueStatus(QS_INPUT)) != 0; });
 }
 
-void UserInput::WaitWhile(bool (*isSo)()) {
+void UserInput::WaitWhile(const std::function<bool()>& isSo) {
     constexpr std::chrono::milliseconds kTurn(10);
     constexpr std::chrono::seconds kLongest(5);
     const auto end = std::chrono::steady_clock::now() + kLongest;
@@ -123,12 +126,13 @@ void UserInput::ClickButton(LONG button) {
 }
 
 void UserInput::HoldButton(LONG button, DWORD milliseconds) {
-    theHeldButton = button;
-    theButtonIsHeld = SetTimer(nullptr, 0, milliseconds, ReleaseHeld) != 0;
+    const UINT_PTR timer = SetTimer(nullptr, 0, milliseconds, ReleaseHeld);
+    if (timer == 0) Fail(RuntimeError::OutOfMemory, L"The system has no timer to release the button");
+    theHeldButtons[timer] = button;
     Send({Mouse(DownOf(button))});
     mHost.Wait(std::chrono::milliseconds(milliseconds));
     // The system's timers are late while there is much to do.
-    WaitWhile([] { return theButtonIsHeld; });
+    WaitWhile([timer] { return theHeldButtons.contains(timer); });
     Settle();
 }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -40,7 +41,7 @@ private:
     /// Waits until input has come back by way of the system and no more is left.
     void Settle();
     /// Gives up after some seconds.
-    void WaitWhile(bool (*isSo)());
+    void WaitWhile(const std::function<bool()>& isSo);
     /// Sends all at once, so that nothing comes between a key and those that are held with it, and waits.
     void Send(std::vector<INPUT> inputs);
 

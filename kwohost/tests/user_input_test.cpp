@@ -58,4 +58,14 @@ TEST_F(UserInputTest, HeldButtonIsReleasedBeforeTheScriptGoesOnHoweverLateTheSys
     EXPECT_EQ(notes, Notes({L"up", L"held"}));
 }
 
+TEST_F(UserInputTest, ButtonHeldInsideTheEventOfAnotherLeavesThatOneHeld) {
+    RunWithBox(
+        L"Sub box_MouseDown(Button, Shift, X, Y)\r\nSource.Note \"down \" & Button\r\n"
+        L"If Button = 1 Then\r\nHost.HoldButton 50, 2\r\nSource.Note \"inner\"\r\nEnd If\r\nEnd Sub\r\n"
+        L"Sub box_MouseUp(Button, Shift, X, Y)\r\nSource.Note \"up \" & Button\r\nEnd Sub\r\n"
+        L"Host.MovePointer box, 75, 75\r\nHost.HoldButton 1000, 1\r\nSource.Note \"outer\"");
+
+    EXPECT_EQ(notes, Notes({L"down 1", L"down 2", L"up 2", L"inner", L"up 1", L"outer"}));
+}
+
 }  // namespace kwohost::tests
