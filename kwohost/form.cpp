@@ -5,6 +5,7 @@
 
 #include "control.h"
 #include "modal_scope.h"
+#include "window_text.h"
 
 namespace kwohost {
 
@@ -76,12 +77,7 @@ void Form::Open() {
 
 void Form::AddMembers() {
     AddVariable(
-        L"Caption",
-        [this](Call& call) {
-            std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Window())) + 1, L'\0');
-            text.resize(static_cast<std::size_t>(GetWindowTextW(Window(), text.data(), static_cast<int>(text.size()))));
-            call.ReturnText(text);
-        },
+        L"Caption", [this](Call& call) { call.ReturnText(TextOf(Window())); },
         [this](Call& call) {
             if (!SetWindowTextW(Window(), call.Text(0).c_str()))
                 Fail(RuntimeError::OutOfMemory, L"The system has no memory for the caption");

@@ -2,6 +2,7 @@
 
 #include "guard.h"
 #include "input_box_ids.h"
+#include "window_text.h"
 
 namespace kwohost {
 
@@ -19,13 +20,6 @@ void Prepare(HWND window, const InputBox& box) {
     if (!GetWindow(window, GW_OWNER)) SetForegroundWindow(window);
 }
 
-std::wstring AnswerIn(HWND window) {
-    const HWND line = GetDlgItem(window, ID_ANSWER);
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(line)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(line, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 INT_PTR Handle(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(window, DWLP_USER, second);
@@ -34,7 +28,7 @@ INT_PTR Handle(HWND window, UINT message, WPARAM first, LPARAM second) {
     }
     if (message != WM_COMMAND || (LOWORD(first) != IDOK && LOWORD(first) != IDCANCEL)) return FALSE;
     auto* const box = reinterpret_cast<InputBox*>(GetWindowLongPtrW(window, DWLP_USER));
-    if (LOWORD(first) == IDOK) box->answer = AnswerIn(window);
+    if (LOWORD(first) == IDOK) box->answer = TextOf(GetDlgItem(window, ID_ANSWER));
     EndDialog(window, LOWORD(first));
     return TRUE;
 }

@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "form.h"
+#include "window_text.h"
 
 namespace kwohost {
 
@@ -142,9 +143,7 @@ void SystemControl::AddShapeSetting(const wchar_t* name, LONG& value, LONG last)
 }
 
 std::wstring SystemControl::WindowText() const {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Window())) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(Window(), text.data(), static_cast<int>(text.size()))));
-    return text;
+    return TextOf(Window());
 }
 
 void SystemControl::FireLater(const wchar_t* event) {

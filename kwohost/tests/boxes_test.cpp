@@ -1,4 +1,5 @@
 #include "script_test.h"
+#include "window_text.h"
 
 namespace kwohost::tests {
 
@@ -8,11 +9,6 @@ constexpr DWORD kDialogBox = 0x8002;
 
 bool IsBox(HWND window) {
     return window && GetClassLongW(window, GCW_ATOM) == kDialogBox;
-}
-
-std::wstring TextOf(HWND window) {
-    wchar_t text[100];
-    return {text, static_cast<std::size_t>(GetWindowTextW(window, text, 100))};
 }
 
 void Press(WORD key) {
