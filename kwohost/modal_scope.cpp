@@ -46,7 +46,9 @@ ModalScope::~ModalScope() {
     for (Form* const form : mForms.all)
         form->ApplyEnabled();
     if (mForms.boxes > 0) return;
-    if (Form* const shown = std::exchange(mForms.behindTheBox, nullptr)) shown->ComeForward();
+    // Its Activate may close it.
+    const ComPtr<Form> shown(std::exchange(mForms.behindTheBox, nullptr));
+    if (shown) shown->ComeForward();
 }
 
 void BringBoxToFront() {

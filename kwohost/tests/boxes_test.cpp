@@ -131,6 +131,18 @@ TEST_F(BoxesTest, FormThatWasShownMeanwhileComesToTheFrontAfterTheBox) {
     EXPECT_EQ(activeAfter(L"one.Show\r\none.Close"), Notes({L"two"}));
 }
 
+TEST_F(BoxesTest, FormThatComesToTheFrontAfterTheBoxMayCloseAtOnce) {
+    TickWhenABoxOpens();
+
+    RunWithForms(
+        L"WScript.ConnectObject Source, \"s\"\r\nSub s_Tick(n)\r\none.Show\r\ncloses = True\r\nEnd Sub\r\n"
+        L"Dim closes\r\nSub one_Activate\r\nIf Not closes Then Exit Sub\r\none.Close\r\nSet one = "
+        L"Nothing\r\nSource.Note \"closed\"\r\nEnd Sub\r\n"
+        L"Source.Note MsgBox(\"x\")");
+
+    EXPECT_EQ(notes, Notes({L"closed", L"1"}));
+}
+
 TEST_F(BoxesTest, FormShownOverABoxWithoutAFormStaysBehindIt) {
     WhenABoxOpens([this](HWND box) {
         Tick(1);
