@@ -38,7 +38,7 @@ Control::Control(ScriptHost& host, Form& form, std::wstring name, bool takesFocu
     AddProperty(L"Parent", [this](Call& call) { call.ReturnObject(mForm); });
     AddVariable(
         L"Container", [this](Call& call) { call.ReturnObject(mContainer); },
-        [this](Call& call) { SetContainer(ContainerOf(call.Object(0).Get())); });
+        [this](Call& call) { SetContainer(ContainerOn(*mForm, call.Object(0).Get())); });
     AddVariable(
         L"TabStop", [this](Call& call) { call.ReturnTruth(TabStop()); },
         [this](Call& call) { mTabStop = call.Truth(0); });
@@ -93,10 +93,13 @@ ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& ty
     Fail(RuntimeError::CannotCreateObject, L"There is no control of the type '" + type + L"'");
 }
 
-HostWindow& ContainerOf(IDispatch* object) {
-    if (auto* const form = ScriptObject::Own<Form>(object)) return *form;
-    if (auto* const panel = ScriptObject::Own<Panel>(object)) return *panel;
-    Fail(RuntimeError::InvalidObjectUse, L"Controls fit into forms and panels alone");
+HostWindow& ContainerOn(Form& form, IDispatch* object) {
+    auto* const window = ScriptObject::Own<HostWindow>(object);
+    if (window) window->Window();
+    if (window == &form) return form;
+    auto* const panel = ScriptObject::Own<Panel>(object);
+    if (panel && panel->IsOn(form)) return *panel;
+    Fail(RuntimeError::InvalidObjectUse, L"A control fits into its own form and the panels on it alone");
 }
 
 }  // namespace kwohost

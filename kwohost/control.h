@@ -12,7 +12,7 @@ class Control : public HostWindow {
 public:
     /// A control without a window; call Open next. `takesFocus` says whether it can ever be a tab stop.
     Control(ScriptHost& host, Form& form, std::wstring name, bool takesFocus);
-    /// Makes the window, visible, at the top left of `container`, 100 by 30 pixels.
+    /// Makes the window, visible, at the top left of `container`, 100 by 30 pixels. See ContainerOn.
     /// Raises error 429 if the system has none.
     void Open(HostWindow& container);
 
@@ -24,6 +24,8 @@ public:
     bool IsTabStop() const { return CanTakeFocus() && TabStop(); }
     /// The place in the order of the Tab key; controls with the same one keep the order of their creation. 0 at first.
     LONG TabIndex() const { return mTabIndex; }
+    /// Whether it was made for that form and has not lost it.
+    bool IsOn(const Form& form) const { return mForm.Get() == &form; }
     /// Whether the control or a part of it has the focus.
     virtual bool HasFocus() const { return IsThere() && GetFocus() == Window(); }
     /// Gives the focus to the control.
@@ -60,7 +62,8 @@ protected:
 
 private:
     bool TabStop() const { return mTabStop.value_or(IsTabStopByDefault()); }
-    /// Moves the window into another container. Raises error 425 for the control itself and for what is in it.
+    /// Moves the window into another container of the same form. Raises error 425 for the control itself and for what
+    /// is in it.
     void SetContainer(HostWindow& container);
 
     ComPtr<Form> mForm;
@@ -77,7 +80,8 @@ bool TakesInput(HWND window, HWND form);
 /// A control without a window.
 /// `type` is one of those that docs/kwohost.md lists, in upper or lower case; raises error 429 for another.
 ComPtr<Control> MakeControl(ScriptHost& host, Form& form, const std::wstring& type, const std::wstring& name);
-/// The object as a container of controls: a form or a panel. Raises error 425 for any other.
-HostWindow& ContainerOf(IDispatch* object);
+/// The object as a container of the form's controls: the form itself or a panel on it. Raises error 425 for any other.
+/// A control in another form's container would outlive its own form.
+HostWindow& ContainerOn(Form& form, IDispatch* object);
 
 }  // namespace kwohost

@@ -115,7 +115,7 @@ void Form::AddTitleButton(const wchar_t* name, LONG style) {
 void Form::AddControl(Call& call) {
     const std::wstring type = call.Text(0);
     HostWindow* container = this;
-    if (call.Has(2)) container = &ContainerOf(call.Object(2).Get());
+    if (call.Has(2)) container = &ContainerOn(*this, call.Object(2).Get());
     const ComPtr<Control> control = MakeControl(Host(), *this, type, call.Text(1));
     control->Open(*container);
     mControls.push_back(control);

@@ -114,6 +114,20 @@ TEST_F(ControlsTest, BadValuesRaiseErrors) {
     EXPECT_EQ(notes, expected);
 }
 
+TEST_F(ControlsTest, ContainerIsTheFormOfTheControlOrAPanelOnIt) {
+    RunOnForm(std::wstring(kTextBox) +
+              L"Set pnl = frm.AddControl(\"Panel\", \"pnl\")\r\nSet other = Host.CreateForm(\"other\")\r\n"
+              L"Set foreign = other.AddControl(\"Panel\", \"foreign\")\r\n" +
+              Raising(L"Set txt.Container = other") + Raising(L"Set txt.Container = foreign") +
+              Noting(L"txt.Container.Name") + Raising(L"frm.AddControl \"TextBox\", \"t\", other") +
+              Raising(L"frm.AddControl \"TextBox\", \"t\", foreign") + Raising(L"Set txt.Container = pnl") +
+              Noting(L"txt.Container.Name") + Raising(L"frm.AddControl \"TextBox\", \"t\", pnl") +
+              Raising(L"Set txt.Container = frm") + Noting(L"txt.Container.Name") + L"other.Close\r\n" +
+              Raising(L"Set txt.Container = other"));
+
+    EXPECT_EQ(notes, Notes({L"425", L"425", L"frm", L"425", L"425", L"0", L"pnl", L"0", L"0", L"frm", L"91"}));
+}
+
 TEST_F(ControlsTest, TextBoxTellsOfChangesByTheScriptOnce) {
     RunOnForm(kTextBox + Heard(L"txt_Change") + L"txt.Text = \"a\"\r\ntxt.Text = \"a\"\r\ntxt.Text = \"b\"\r\n" +
               Noting(L"txt") + L"txt.MultiLine = True\r\ntxt.Text = \"c\"\r\n" + Noting(L"txt.Text"));
