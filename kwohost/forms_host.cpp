@@ -80,14 +80,11 @@ private:
     void AddLoop() {
         AddMethod(L"DoEvents", 0, 0, [this](Call&) { mHost.Wait(std::chrono::milliseconds(0)); });
         AddMethod(L"Run", 0, 0, [this](Call&) {
-            mIsStopped = false;
-            mHost.WaitUntil([this] { return mIsStopped || !IsAnyFormVisible(); });
+            mHost.WaitUntil([this, before = mStops] { return mStops != before || !IsAnyFormVisible(); });
         });
-        AddMethod(L"RunUntilStopped", 0, 0, [this](Call&) {
-            mIsStopped = false;
-            mHost.WaitUntil([this] { return mIsStopped; });
-        });
-        AddMethod(L"Stop", 0, 0, [this](Call&) { mIsStopped = true; });
+        AddMethod(L"RunUntilStopped", 0, 0,
+                  [this](Call&) { mHost.WaitUntil([this, before = mStops] { return mStops != before; }); });
+        AddMethod(L"Stop", 0, 0, [this](Call&) { ++mStops; });
     }
 
     void AddPictures() {
@@ -200,7 +197,8 @@ private:
     ScriptHost& mHost;
     std::shared_ptr<Forms> mForms;
     UserInput mInput{mHost};
-    bool mIsStopped = false;
+    /// How often the script has called Stop: this ends every Run that has begun before.
+    unsigned mStops = 0;
 };
 
 }  // namespace

@@ -218,6 +218,20 @@ TEST_F(FormsTest, RunUntilStoppedGoesOnWhileNoFormIsVisible) {
     EXPECT_EQ(notes, Notes({L"", L"4"}));
 }
 
+TEST_F(FormsTest, StopEndsARunAlsoIfTheEventThenBeginsAnother) {
+    source->OnCall(L"PressKey", [](Call&) { PostMessageW(Control(L"box"), WM_KEYDOWN, 'A', 0); });
+    ticking = source.Get();
+    const UINT_PTR timer = SetTimer(nullptr, 0, 3000, TickOnce);
+    RunWithForm(
+        L"WScript.ConnectObject Source, \"s\"\r\n"
+        L"Sub s_Tick(n)\r\nSource.Note \"still running\"\r\nHost.Stop\r\nEnd Sub\r\n"
+        L"Sub box_KeyDown(KeyCode, Shift)\r\nHost.Stop\r\nfrm.Hide\r\nHost.Run\r\nSource.Note \"inner\"\r\nEnd Sub\r\n"
+        L"Source.PressKey\r\nHost.RunUntilStopped\r\nSource.Note \"outer\"");
+    KillTimer(nullptr, timer);
+
+    EXPECT_EQ(notes, Notes({L"inner", L"outer"}));
+}
+
 TEST_F(FormsTest, RunEndsWhenTheLastVisibleFormIsHidden) {
     ticking = source.Get();
     const UINT_PTR timer = SetTimer(nullptr, 0, 20, TickOnce);
