@@ -155,9 +155,9 @@ private:
         if (ScriptObject::Own<ScreenObject>(target))
             return SaveScreen({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, path);
         if (auto* const window = ScriptObject::Own<HostWindow>(target)) {
+            mHost.Wait(std::chrono::milliseconds(100));
             RECT area = {};
             GetWindowRect(window->Window(), &area);
-            mHost.Wait(std::chrono::milliseconds(100));
             return SaveScreen(area, path);
         }
         ComPtr<IPicture> picture;

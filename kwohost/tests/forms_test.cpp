@@ -439,6 +439,29 @@ TEST_F(FormsTest, PictureOfAFormIsThatOfItsPartOnTheScreen) {
     DeleteFileW(path.c_str());
 }
 
+TEST_F(FormsTest, PictureOfAFormThatMovesMeanwhileIsThatOfItsNewPlace) {
+    const std::wstring path = PictureFile();
+    ticking = source.Get();
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, TickOnce);
+
+    RunWithForm(
+        L"box.Move 0, 0, 1500, 1500\r\nbox.BackColor = &HFF\r\n"
+        L"Sub s_Tick(n)\r\nfrm.Left = 300 * Screen.TwipsPerPixelX\r\nEnd Sub\r\n"
+        L"Host.DoEvents\r\nWScript.ConnectObject Source, \"s\"\r\nHost.SavePicture frm, \"" +
+        path + L"\"\r\nSource.Keep Host.LoadPicture(\"" + path + L"\")");
+    KillTimer(nullptr, timer);
+
+    const auto picture = kept.As<IPicture>();
+    OLE_HANDLE handle = 0;
+    ASSERT_EQ(picture->get_Handle(&handle), S_OK);
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HGDIOBJ before = SelectObject(context, reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(handle)));
+    EXPECT_EQ(GetPixel(context, 50, 70), kRed);
+    SelectObject(context, before);
+    DeleteDC(context);
+    DeleteFileW(path.c_str());
+}
+
 TEST_F(FormsTest, PointerHasTheShapeOfWhatItIsOver) {
     const auto shape = [](WORD number) { return LoadCursorW(nullptr, MAKEINTRESOURCEW(number)); };
     const HCURSOR arrow = shape(32512), sizeWestEast = shape(32644), cross = shape(32515), hourglass = shape(32514);
