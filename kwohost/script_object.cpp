@@ -169,8 +169,9 @@ HRESULT ScriptObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* pa
 HRESULT ScriptObject::InvokeMember(DISPID id, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
                                    UINT* badArgument) {
     const Member* member = Find(id == DISPID_VALUE ? mDefault : id);
-    if (!member) return InvokeOther(id, *params, result, exception);
-    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) return Assign(*member, *params, badArgument);
+    const bool isAssigned = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+    if (!member) return isAssigned ? DISP_E_MEMBERNOTFOUND : InvokeOther(id, *params, result, exception);
+    if (isAssigned) return Assign(*member, *params, badArgument);
     const WORD accepted = member->isMethod ? DISPATCH_METHOD : DISPATCH_METHOD | DISPATCH_PROPERTYGET;
     if (!(flags & accepted)) return DISP_E_MEMBERNOTFOUND;
     if (params->cNamedArgs > 0) return DISP_E_NONAMEDARGS;

@@ -114,6 +114,13 @@ TEST_F(FormsTest, ProcedureGetsTheValueBehindNestedReferences) {
     EXPECT_EQ(value, 8);
 }
 
+TEST_F(FormsTest, ProcedureOfAFormIsCalledButNotAssignedTo) {
+    RunWithForm(L"Sub frm_OnAsk(v)\r\nSource.Note \"called\"\r\nEnd Sub\r\n" + NoteErrorOf(L"frm.OnAsk = 3") +
+                NoteErrorOf(L"Set frm.OnAsk = box") + NoteErrorOf(L"frm.OnAsk 3"));
+
+    EXPECT_EQ(notes, Notes({L"438", L"438", L"called", L"0"}));
+}
+
 TEST_F(FormsTest, ReferenceToNothingIsAFailureOfTheCall) {
     RunWithForm(L"Source.Keep frm\r\nSub frm_OnAsk(v)\r\nSource.Note \"called\"\r\nEnd Sub");
     VARIANT itself = Reference(VT_VARIANT, nullptr);
