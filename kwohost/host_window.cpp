@@ -224,7 +224,7 @@ void HostWindow::SetPlace(const RECT& place) {
     const RECT before = Place();
     try {
         Reposition(place, 0);
-    } catch (const ScriptFailure&) {
+    } catch (...) {
         if (IsThere()) Reposition(before, 0);
         throw;
     }

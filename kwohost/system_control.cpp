@@ -15,6 +15,8 @@ struct WindowEnd {
     void operator()(HWND window) const { DestroyWindow(window); }
 };
 
+using OwnedWindow = std::unique_ptr<std::remove_pointer_t<HWND>, WindowEnd>;
+
 }  // namespace
 
 SystemControl::~SystemControl() {
@@ -49,12 +51,18 @@ void SystemControl::Remake() {
     const bool hadFocus = HasFocus();
     const HWND inFront = GetWindow(Window(), GW_HWNDPREV);
     const HWND made = NewWindow(GetParent(Window()));
-    const std::unique_ptr<std::remove_pointer_t<HWND>, WindowEnd> old(Disown());
     const Quiet quiet(mIsQuiet);
-    Prepare(made);
-    Reposition(place, 0);
+    OwnedWindow old(Disown());
+    try {
+        Prepare(made);
+        Reposition(place, 0);
+        restoreContent();
+    } catch (...) {
+        const OwnedWindow failed(Disown());
+        Adopt(old.release());
+        throw;
+    }
     SetWindowPos(made, inFront ? inFront : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    restoreContent();
     EnableWindow(made, isEnabled);
     if (!isVisible) ShowWindow(made, SW_HIDE);
     if (hadFocus) ::SetFocus(made);

@@ -3,6 +3,7 @@
 
 #include "access_key.h"
 #include "form.h"
+#include "memory.h"
 #include "script_test.h"
 #include "support/gdi_objects.h"
 #include "units.h"
@@ -207,6 +208,48 @@ TEST_F(ControlsTest, RemadeTextBoxKeepsItsSettings) {
     EXPECT_TRUE(StyleOf(edit) & ES_READONLY);
     EXPECT_FALSE(GetWindowLongW(edit, GWL_EXSTYLE) & WS_EX_CLIENTEDGE);
     EXPECT_EQ(GetWindow(edit, GW_HWNDNEXT), Child(L"BUTTON"));
+}
+
+TEST_F(ControlsTest, ControlThatCannotBeRemadeForLackOfMemoryStaysAsItWas) {
+    const struct {
+        const wchar_t* made;
+        const wchar_t* member;
+        LONG value;
+        const wchar_t* className;
+        const wchar_t* present;
+    } kCases[] = {
+        {L"Set one = frm.AddControl(\"TextBox\", \"one\")\r\none.Text = \"a text that needs memory of its own\"\r\n",
+         L"MultiLine", -1, L"EDIT", L"one.Text = \"a text that needs memory of its own\" And Not one.MultiLine"},
+        {L"Set one = frm.AddControl(\"ComboBox\", \"one\")\r\none.AddItem \"first item, with some more letters\"\r\n"
+         L"one.AddItem \"second item, with some more letters\"\r\none.ListIndex = 1\r\n",
+         L"Style", 2, L"COMBOBOX",
+         L"one.Text = \"second item, with some more letters\" And one.ListCount = 2 And one.Style = 0"},
+    };
+    source->OnCall(L"Change", [this](Call& call) {
+        const ComPtr<IDispatch> control = call.Object(0);
+        const std::wstring member = call.Text(1);
+        VARIANT value = Number(call.Whole(2));
+        auto* name = const_cast<LPOLESTR>(member.c_str());
+        DISPID id = DISPID_UNKNOWN;
+        control->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+        DISPID put = DISPID_PROPERTYPUT;
+        DISPPARAMS params = {&value, &put, 1, 1};
+        const FailingAllocation failing(call.Whole(3));
+        const HRESULT result = control->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &params,
+                                               nullptr, nullptr, nullptr);
+        call.ReturnTruth(FAILED(result));
+    });
+    for (const auto& [made, member, value, className, present] : kCases) {
+        notes.clear();
+        RunOnForm(std::wstring(made) + L"one.SetFocus\r\nFor failing = 0 To 200\r\n" + L"If Not Source.Change(one, \"" +
+                  member + L"\", " + std::to_wstring(value) + L", failing) Then Exit For\r\nIf Not (" + present +
+                  L") Then Exit For\r\n" + L"If frm.ActiveControl.Name <> \"one\" Then Exit For\r\nNext\r\n" +
+                  Noting(L"failing > 1 And failing < 200") +
+                  Noting(std::wstring(L"one.") + member + L" = " + std::to_wstring(value)));
+
+        EXPECT_EQ(notes, Notes({L"True", L"True"})) << Bstr(member).Get();
+        EXPECT_EQ(FindWindowExW(GetParent(Child(className)), Child(className), className, nullptr), nullptr);
+    }
 }
 
 TEST_F(ControlsTest, PasswordIsShownOnlyWithoutItsCharacter) {

@@ -356,6 +356,26 @@ TEST_F(FormsTest, BoxThatIsTooLargeForItsDrawingStaysAsItWas) {
     EXPECT_EQ(PixelOf(L"box", 50, 50), kRed);
 }
 
+TEST_F(FormsTest, BoxWhoseResizeFindsNoMemoryStaysWhereItWas) {
+    RunWithForm(L"box.Move 0, 0, 1500, 1500\r\nSource.Keep box\r\nSub box_Resize\r\nEnd Sub");
+    const HWND window = Control(L"box");
+    RECT before = {};
+    GetWindowRect(window, &before);
+    VARIANT arguments[] = {Number(3000), Number(3000), Number(150), Number(150)};
+    DISPPARAMS params = {arguments, nullptr, 4, 0};
+    const DISPID move = IdOf(*kept, L"Move");
+    int failures = 0;
+    for (HRESULT result = E_FAIL; result != S_OK; ++failures) {
+        RECT now = {};
+        GetWindowRect(window, &now);
+        ASSERT_TRUE(EqualRect(&now, &before)) << failures;
+        const FailingAllocation failing(failures);
+        result = kept->Invoke(move, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
+    }
+
+    EXPECT_GT(failures, 1);
+}
+
 TEST_F(FormsTest, BoxWithoutMemoryForItsDrawingKeepsDrawingOnTheWindow) {
     RunWithForm(L"box.Move 0, 0, 600000, 600000\r\n" + NoteErrorOf(L"box.AutoRedraw = True") +
                 L"Source.Note box.AutoRedraw\r\nSource.Note box.Width > 400000");
