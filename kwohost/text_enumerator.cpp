@@ -16,15 +16,22 @@ public:
 
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) override {
         if (!values || (count > 1 && !fetched)) return E_POINTER;
-        ULONG done = 0;
-        for (; done < count && mNext < mTexts.size(); ++done, ++mNext) {
-            VariantInit(&values[done]);
-            values[done].bstrVal = SysAllocString(mTexts[mNext].c_str());
-            if (!values[done].bstrVal) break;
-            values[done].vt = VT_BSTR;
-        }
-        if (fetched) *fetched = done;
-        return done == count ? S_OK : S_FALSE;
+        if (fetched) *fetched = 0;
+        return Guarded([&] {
+            // Nothing is handed over unless all of it can be.
+            const std::size_t wanted = std::min<std::size_t>(count, mTexts.size() - mNext);
+            std::vector<Bstr> texts;
+            for (std::size_t at = mNext; at < mNext + wanted; ++at)
+                texts.emplace_back(mTexts[at]);
+            for (Bstr& text : texts) {
+                VariantInit(values);
+                values->vt = VT_BSTR;
+                values++->bstrVal = text.Detach();
+            }
+            mNext += wanted;
+            if (fetched) *fetched = static_cast<ULONG>(wanted);
+            return wanted == count ? S_OK : S_FALSE;
+        });
     }
     HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
         const std::size_t left = mTexts.size() - mNext;

@@ -161,6 +161,13 @@ TEST_F(FormsTest, MembersReturnThatMemoryIsUsedUp) {
     EXPECT_EQ(resultWithout(0, clone), E_OUTOFMEMORY);
     EXPECT_EQ(resultWithout(1, clone), E_OUTOFMEMORY);
     EXPECT_EQ(clone(), S_OK);
+    VARIANT text = {};
+    const auto next = [&] { return list->Next(1, &text, nullptr); };
+    EXPECT_EQ(resultWithout(0, next), E_OUTOFMEMORY);
+    EXPECT_EQ(text.vt, VT_EMPTY);
+    EXPECT_EQ(next(), S_OK);
+    EXPECT_EQ(next(), S_FALSE);
+    VariantClear(&text);
 }
 
 TEST_F(FormsDeathTest, EventThatFindsNoMemoryEndsTheScript) {
