@@ -289,25 +289,8 @@ LRESULT HostWindow::Default(UINT message, WPARAM first, LPARAM second) {
 
 LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
     if (message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK) return OnMouse(message, first, second);
+    if (message >= WM_KEYFIRST && message <= WM_KEYLAST) return OnKeyboard(message, first, second);
     switch (message) {
-        case WM_KEYDOWN:
-        case WM_SYSKEYDOWN:
-        case WM_KEYUP:
-        case WM_SYSKEYUP:
-            if (!OnKey(message, first)) return Default(message, first, second);
-            if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN) DropCharacters();
-            return 0;
-        case WM_CHAR: {
-            SHORT key = static_cast<SHORT>(first);
-            Fire(L"KeyPress", EventValues().Reference(key));
-            return key == 0 ? 0 : LeaveToSystem(message, static_cast<WORD>(key), second);
-        }
-        case WM_SYSCHAR: {
-            const ComPtr<Form> form = OwnerForm();
-            return form && form->Navigation().PressAccessKey(static_cast<wchar_t>(first))
-                       ? 0
-                       : Default(message, first, second);
-        }
         case WM_COMMAND:
         case WM_CTLCOLOREDIT:
         case WM_CTLCOLORLISTBOX:
@@ -326,6 +309,31 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
             const LRESULT result = Default(message, first, second);
             OnResized();
             return result;
+        }
+        default:
+            return Default(message, first, second);
+    }
+}
+
+LRESULT HostWindow::OnKeyboard(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN:
+        case WM_KEYUP:
+        case WM_SYSKEYUP:
+            if (!OnKey(message, first)) return Default(message, first, second);
+            if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN) DropCharacters();
+            return 0;
+        case WM_CHAR: {
+            SHORT key = static_cast<SHORT>(first);
+            Fire(L"KeyPress", EventValues().Reference(key));
+            return key == 0 ? 0 : LeaveToSystem(message, static_cast<WORD>(key), second);
+        }
+        case WM_SYSCHAR: {
+            const ComPtr<Form> form = OwnerForm();
+            return form && form->Navigation().PressAccessKey(static_cast<wchar_t>(first))
+                       ? 0
+                       : Default(message, first, second);
         }
         default:
             return Default(message, first, second);

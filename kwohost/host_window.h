@@ -144,6 +144,8 @@ private:
     LRESULT LeaveToSystem(UINT message, WPARAM first, LPARAM second);
     /// Passes a message about an adopted child on to the child's object.
     LRESULT OnChild(UINT message, WPARAM first, LPARAM second);
+    /// A key and the character that the system makes of it.
+    LRESULT OnKeyboard(UINT message, WPARAM first, LPARAM second);
     /// True if the key has been used up.
     bool OnKey(UINT message, WPARAM key);
     /// Shows the pointer that the script wants over the window.
