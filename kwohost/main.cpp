@@ -44,7 +44,7 @@ int wmain(int count, wchar_t** words) {
     }
     try {
         SourceFile source = ReadSource(words[1]);
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) throw std::bad_alloc();
         GuardStack(Format({source.path, 0, 0, ToResult(RuntimeError::OutOfStackSpace), kErrorSource,
                            L"Out of stack space: a procedure calls itself without end"}) +
                        L"\r\n",

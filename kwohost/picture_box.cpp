@@ -104,7 +104,7 @@ void PictureBox::Clear() {
     if (mAutoRedraw) InvalidateRect(Window(), nullptr, FALSE);
 }
 
-/// From corner to corner, both of them included.
+/// From corner to corner. A box has both of them, a line ends before the second one.
 void PictureBox::Line(Call& call) {
     const LONG flags = call.Whole(0);
     const auto x = [&](int index) { return ToPixels(call.Number(index), OwnScale(), Axis::X); };

@@ -14,14 +14,15 @@ enum class Scale : LONG { Twips = 1, Pixels = 3 };
 /// The display may have other factors down than across.
 enum class Axis { X, Y };
 
-/// 1440 by the logical dots per inch of the display, to the nearest whole number (halves to even).
+/// 1440 by the logical dots per inch of the display, to the nearest whole number (halves to even); 15 if the display
+/// tells none.
 /// Components count with whole numbers of twips, and meet a pixel only in a host that counts in the same way. So
 /// everything here does, also where the quotient is 8.57 (168 dots) or 7.5 (192 dots).
 inline double TwipsPerPixel(Axis axis) {
     const HDC screen = GetDC(nullptr);
     const int dotsPerInch = GetDeviceCaps(screen, axis == Axis::X ? LOGPIXELSX : LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    return std::nearbyint(1440.0 / dotsPerInch);
+    return dotsPerInch > 0 ? std::nearbyint(1440.0 / dotsPerInch) : 15;
 }
 
 /// How many units of the scale a pixel has. The display is asked once for the whole process.
