@@ -107,6 +107,9 @@ TEST_F(TypedCallbacks, TheScriptMayPutAnotherTimerOrNoneInTheArgument) {
         EXPECT_EQ(timer.object, nullptr);
         replacement = Var(5);
         EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), "0x800A000D");
+        replacement = Var(static_cast<IDispatch*>(&listener));
+        EXPECT_EQ(Hex(Tick()->Tick(&timer.object)), Hex(E_NOINTERFACE)) << "an object, but no timer";
+        EXPECT_EQ(timer.object, nullptr) << "as it was passed";
     }
     other->AddRef();
     EXPECT_EQ(other->Release(), 1u);
@@ -141,6 +144,35 @@ TEST_F(TypedCallbacks, AreCalledByNameAndIdentifierToo) {
     EXPECT_EQ(Hex(Call(tick.Get(), L"Tick", {mTimer.Get()}).status), Hex(S_OK));
     EXPECT_EQ(Hex(InvokeId(tick.Get(), 0x60030000, DISPATCH_METHOD, {mTimer.Get()}).status), Hex(S_OK));
     EXPECT_EQ(listener.calls, 2);
+}
+
+TEST_F(TypedCallbacks, LateCallersGetAnotherTimerOrNoneBack) {
+    const ComPtr<IDispatch> other = Create(L"KWOTimer");
+    Sink& listener = NewListener(L"Alarm");
+    const ComPtr<IDispatch> alarm = As<IDispatch>(Alarm().Get(), IID_IDispatch);
+    IDispatch* replacement = nullptr;
+    listener.onInvoke = [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
+        arguments.rgvarg[1].pvarVal->lVal = 6;
+        Var fresh(replacement);
+        return VariantCopy(arguments.rgvarg[2].pvarVal, &fresh);
+    };
+    for (IDispatch* const one : {other.Get(), static_cast<IDispatch*>(nullptr)}) {
+        replacement = one;
+        for (const VARTYPE type : {VT_DISPATCH, VT_UNKNOWN}) {
+            Passed timer(mTimer.Get());
+            LONG tag = 5;
+            DATE date = 2.5;
+            EXPECT_EQ(Hex(Call(alarm.Get(), L"Alarm",
+                               {Var::Reference(type, &timer.object), Var::Ref(&tag), Var::Reference(VT_DATE, &date)})
+                              .status),
+                      Hex(S_OK))
+                << type;
+            EXPECT_EQ(timer.object, replacement) << type;
+            EXPECT_EQ(tag, 6) << type;
+        }
+    }
+    other->AddRef();
+    EXPECT_EQ(other->Release(), 1u);
 }
 
 TEST_F(TypedCallbacks, LateBoundReadersGetTheVeryObject) {

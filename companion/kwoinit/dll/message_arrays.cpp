@@ -1,6 +1,7 @@
 #include "kwoinit/dll/message_arrays.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "com_support/bstr.h"
@@ -56,7 +57,9 @@ void FillIndex(SAFEARRAY* array, SAFEARRAY* textArray) {
     SAFEARRAYBOUND bound = textArray->rgsabound[0];
     bound.cElements = std::min(bound.cElements, kLongestIndex);
     if (bound.cElements == 0 || (array->fFeatures & kFixed) != 0) return;
-    if (FAILED(::SafeArrayRedim(array, &bound))) return;  // in use
+    const HRESULT sized = ::SafeArrayRedim(array, &bound);
+    if (sized == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (FAILED(sized)) return;  // in use
     const Elements<SHORT> index(array);
     const Elements<BSTR> texts(textArray);
     for (ULONG at = 0; at < bound.cElements; ++at)

@@ -1,5 +1,6 @@
 #include "com/server/argument.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -17,6 +18,9 @@ using com_support::OwnedArray;
 using com_support::OwnedVariant;
 
 constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
+/// Of a value that cannot be compared with what it was. No value has this type.
+constexpr VARTYPE kUnknown = VT_VOID;
+constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
 
 /// True for a type that the automation functions handle safely, whatever a caller has put there.
 bool IsUsable(const VARIANT& value) {
@@ -35,6 +39,22 @@ bool IsUsable(const VARIANT& value) {
 bool IsArrayOf(SAFEARRAY* array, VARTYPE element) {
     VARTYPE type = VT_EMPTY;
     return array == nullptr || (SUCCEEDED(::SafeArrayGetVartype(array, &type)) && type == element);
+}
+
+/// True if nobody may resize, replace or free the array: its size is fixed, or it is in use.
+bool IsFixed(const SAFEARRAY& array) {
+    return array.cLocks != 0 || (array.fFeatures & kFixed) != 0;
+}
+
+/// Exchanges the elements, if both arrays have the same bounds; else does nothing and returns false. The elements are
+/// of one type. Either may be null.
+bool ExchangeElements(SAFEARRAY* one, SAFEARRAY* other) {
+    if (one == nullptr || other == nullptr || one->cDims != 1 || other->cDims != 1) return false;
+    const SAFEARRAYBOUND& bound = one->rgsabound[0];
+    if (bound.lLbound != other->rgsabound[0].lLbound || bound.cElements != other->rgsabound[0].cElements) return false;
+    auto* const first = static_cast<BYTE*>(one->pvData);
+    std::swap_ranges(first, first + std::size_t{bound.cElements} * one->cbElements, static_cast<BYTE*>(other->pvData));
+    return true;
 }
 
 /// True if a member may change a copy of the bits and the original does not notice.
@@ -112,6 +132,9 @@ HRESULT ConvertArray(VARIANT& converted, const VARIANT& array, VARTYPE type, LCI
     SAFEARRAYBOUND bound = from->rgsabound[0];
     OwnedArray to = OwnedArray::Adopt(::SafeArrayCreate(type, 1, &bound));
     if (to.Get() == nullptr) return E_OUTOFMEMORY;
+    // Reading an object's value runs code of the caller, which could free the array.
+    const com_support::ArrayElements<BYTE> held(from);
+    if (FAILED(held.Status())) return ConversionResult(held.Status());
     for (ULONG at = 0; at < bound.cElements; ++at) {
         const HRESULT result = ConvertElement(to.Get(), type, from, bound.lLbound + static_cast<LONG>(at), locale);
         if (FAILED(result)) return result;
@@ -201,6 +224,8 @@ HRESULT PassedArgument::PrepareArray(const Parameter& parameter, VARIANT& held, 
     whole.parray = *array;
     const HRESULT copied = ofVariants ? ConvertArray(mValue, whole, element, locale) : Copy(mValue, whole);
     if (FAILED(copied)) return ConversionResult(copied);
+    // The member leaves the size of the copy alone, as it would the caller's own.
+    if (*array != nullptr && IsFixed(**array)) mValue.parray->fFeatures |= FADF_FIXEDSIZE;
     mPointer = &mValue.parray;
     // Changes that the member makes to an array passed by value do not reach the caller.
     if (isReference || &held != source) WriteBackAlways(source);
@@ -255,7 +280,12 @@ HRESULT PassedArgument::Remember(VARIANT* source) noexcept {
 }
 
 void PassedArgument::WriteBackAlways(VARIANT* source) noexcept {
+    mBefore.vt = kUnknown;
     mSource = source;
+}
+
+bool PassedArgument::CanCompare() const noexcept {
+    return mBefore.vt != kUnknown;
 }
 
 bool PassedArgument::HasChanged() const noexcept {
@@ -292,6 +322,8 @@ HRESULT PassedArgument::ConvertBack(LCID locale) noexcept {
     const auto type = static_cast<VARTYPE>(mVariableType & ~VT_BYREF);
     const bool toVariants = type == kArrayOfVariants && mValue.vt != kArrayOfVariants && (mValue.vt & VT_ARRAY) != 0;
     if ((mVariableType & VT_BYREF) == 0 && !toVariants) return S_OK;
+    // Also the null object, to which nothing can be converted. An automation object is an object.
+    if (mValue.vt == type || (mValue.vt == VT_DISPATCH && type == VT_UNKNOWN)) return S_OK;
 
     OwnedVariant converted;
     const HRESULT result = toVariants ? ConvertArray(converted, mValue, VT_VARIANT, locale)
@@ -305,6 +337,10 @@ void PassedArgument::WriteBack() noexcept {
     if (!mChanged) return;
     VARIANT* const variable = Innermost(mSource);
     if (variable == nullptr) return;
+    if (mValue.vt == (variable->vt & ~VT_BYREF) && (mValue.vt & VT_ARRAY) != 0) {
+        SAFEARRAY* const theirs = (variable->vt & VT_BYREF) != 0 ? *variable->pparray : variable->parray;
+        if (ExchangeElements(theirs, mValue.parray) || (theirs != nullptr && IsFixed(*theirs))) return;
+    }
     if (((variable->vt | mVariableType) & VT_BYREF) == 0) {
         std::swap(*variable, static_cast<VARIANT&>(mValue));
         return;

@@ -42,11 +42,14 @@ public:
     /// Valid after a successful Prepare, as long as this object and `source`.
     void* Value() const { return mPointer; }
 
+    /// False for an array that was converted for the member: whether the member has written into it is not known.
+    bool CanCompare() const noexcept;
     /// After the call: converts a changed value to the type that the caller's variable has now.
     /// Does nothing if there is no variable or no change.
     HRESULT ConvertBack(LCID locale) noexcept;
     /// Writes that value into the variable and frees what was there.
-    /// Cannot fail: a variable that has changed its type since ConvertBack is left alone.
+    /// Cannot fail: a variable that has changed its type since ConvertBack is left alone, and so is an array that would
+    /// have to change its bounds and is in use or of a fixed size.
     void WriteBack() noexcept;
 
 private:

@@ -69,10 +69,12 @@ public:
         return S_OK;
     }
 
-    /// After a call that failed: writes what fits. The failure of the call is the one that counts.
+    /// After a call that failed: writes what has changed and fits. The failure of the call is the one that counts.
     void WriteBackWhatFits() {
-        for (std::size_t at = 0; at < mMade; ++at)
-            if (SUCCEEDED(mPassed[at].ConvertBack(mLocale))) mPassed[at].WriteBack();
+        for (std::size_t at = 0; at < mMade; ++at) {
+            PassedArgument& passed = mPassed[at];
+            if (passed.CanCompare() && SUCCEEDED(passed.ConvertBack(mLocale))) passed.WriteBack();
+        }
     }
 
 private:

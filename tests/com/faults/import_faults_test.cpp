@@ -193,8 +193,8 @@ std::string TextOf(const std::vector<Answer>& answers) {
     return text;
 }
 
-/// With KWO_ALL_FAULTS=1 every call fails; with 2/5 the second one and every fifth after it, so that 1/5 to 5/5 together
-/// make every call fail.
+/// With KWO_ALL_FAULTS=1 every call fails; with 2/5 the second one and every fifth after it, so that 1/5 to 5/5
+/// together make every call fail.
 struct Share {
     bool ofAll = false;
     long first = 1;
@@ -237,7 +237,8 @@ private:
     std::map<std::string, long> mKinds;
 };
 
-/// The calls that are to fail: those of the share, or in the short version the first one, the last one and some between.
+/// The calls that are to fail: those of the share, or in the short version the first one, the last one and some
+/// between.
 std::vector<long> Chosen(const windows_calls::Function& function, long calls) {
     Share share = ShareOfFaults();
     const long most = std::string_view(function.name) == "malloc" ? 6 : 2;
@@ -339,6 +340,7 @@ constexpr Documented kDocumented[] = {
     {"GetFileSizeEx", kUnreadable},
     {"ReadFile", kUnreadable},
     {"SafeArrayAccessData", kBadArray},
+    {"SafeArrayAccessData", DISP_E_TYPEMISMATCH},
     {"SafeArrayGetVartype", kBadArray},
     {"SafeArrayGetVartype", DISP_E_TYPEMISMATCH},
 };

@@ -145,6 +145,100 @@ TEST_F(Table, AnIndexOfFixedSizeOrInUseStaysAsItIs) {
     EXPECT_EQ(texts.Text(6), L"six");
 }
 
+// A script has no other arrays. `Dim index(1)` makes one of a fixed size, and `For Each` uses one.
+TEST_F(Table, AnIndexOfVariantsOfFixedSizeOrInUseKeepsItsBounds) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_VARIANT, 1, 2);
+    SAFEARRAY* const own = index.Get();
+    const auto load = [&] {
+        Array texts(VT_VARIANT, 3, 4);
+        EXPECT_EQ(Hex(Load(0x0409, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)).status), Hex(S_OK));
+        EXPECT_EQ(index.Get(), own);
+        EXPECT_EQ(index.Lowest(), 1);
+        EXPECT_EQ(index.Highest(), 2);
+        LONG at = 6;
+        Var element;
+        EXPECT_EQ(SafeArrayGetElement(texts.Get(), &at, &element), S_OK);
+        EXPECT_EQ(element.vt, VT_BSTR) << "the texts are loaded all the same";
+    };
+
+    SafeArrayLock(own);
+    load();
+    EXPECT_EQ(own->cLocks, 1u);
+    SafeArrayUnlock(own);
+    for (const int fixed : {FADF_FIXEDSIZE, FADF_STATIC, FADF_AUTO, FADF_EMBEDDED}) {
+        const USHORT usual = own->fFeatures;
+        own->fFeatures = static_cast<USHORT>(usual | fixed);
+        load();
+        own->fFeatures = usual;
+    }
+}
+
+TEST_F(Table, TextsOfFixedSizeAreFilledWhereTheyAre) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_VARIANT, 0, 1);
+    Array texts(VT_VARIANT, 3, 4);
+    SAFEARRAY* const own = texts.Get();
+    void* const elements = own->pvData;
+    own->fFeatures |= FADF_FIXEDSIZE;
+
+    EXPECT_EQ(Hex(Load(0x0409, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)).status), Hex(S_OK));
+
+    ASSERT_EQ(texts.Get(), own);
+    EXPECT_EQ(own->pvData, elements);
+    EXPECT_EQ(static_cast<VARIANT*>(elements)[3].vt, VT_BSTR);
+    EXPECT_EQ(index.Lowest(), 3) << "another array";
+    EXPECT_EQ(index.Highest(), 6);
+}
+
+TEST_F(Table, ArraysOfVariantsStayAsTheyAreIfTheCallFails) {
+    Array index(VT_VARIANT, 0, 1);
+    Array texts(VT_VARIANT, 0, 1);
+    LONG at = 0;
+    Var number(1.5);
+    Var seven(7);
+    ASSERT_EQ(SafeArrayPutElement(index.Get(), &at, &number), S_OK);
+    ASSERT_EQ(SafeArrayPutElement(texts.Get(), &at, &seven), S_OK);
+
+    EXPECT_EQ(Hex(Load(0, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)).scode), Hex(kNotSized));
+
+    EXPECT_EQ(static_cast<VARIANT*>(index.Get()->pvData)->vt, VT_R8);
+    EXPECT_EQ(static_cast<VARIANT*>(texts.Get()->pvData)->vt, VT_I4);
+}
+
+/// An object whose value, when it is read, frees the array that it stands in.
+class Eraser final : public Probe {
+public:
+    explicit Eraser(Array& array) : mArray(array) {}
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
+        EXPECT_EQ(id, DISPID_VALUE);
+        erased = SafeArrayDestroyData(mArray.Get());
+        result->vt = VT_BSTR;
+        result->bstrVal = SysAllocString(L"value");
+        return S_OK;
+    }
+
+    HRESULT erased = E_PENDING;
+
+private:
+    Array& mArray;
+};
+
+TEST_F(Table, AnArrayCannotBeFreedWhileItsElementsAreRead) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    Array index(VT_VARIANT, 0, 1);
+    Array texts(VT_VARIANT, 3, 4);
+    Eraser eraser(texts);
+    LONG at = 3;
+    Var object(static_cast<IDispatch*>(&eraser));
+    ASSERT_EQ(SafeArrayPutElement(texts.Get(), &at, &object), S_OK);
+
+    EXPECT_EQ(Hex(Load(0x0409, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)).status), Hex(S_OK));
+
+    EXPECT_EQ(Hex(eraser.erased), Hex(DISP_E_ARRAYISLOCKED));
+    EXPECT_EQ(texts.Get()->cLocks, 0u);
+}
+
 TEST_F(Table, VariablesOfAScriptAreServed) {
     Var program(L"KWOUtil");
     Var path(mFile.Path());
@@ -437,6 +531,16 @@ TEST_F(Table, AFileOfMoreThan64MebibytesIsRefusedUnread) {
     CloseHandle(file);
 
     EXPECT_EQ(Hex(Size(large.Path()).scode), Hex(kFileTooLarge));
+}
+
+TEST_F(Table, AFileThatAnotherWritesOrDeletesIsRead) {
+    for (const DWORD access : {DWORD{GENERIC_WRITE}, DWORD{DELETE}}) {
+        const HANDLE other =
+            CreateFileW(mFile.Path().c_str(), access, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+        ASSERT_NE(other, INVALID_HANDLE_VALUE);
+        EXPECT_TRUE(Found(mFile.Path())) << access;
+        CloseHandle(other);
+    }
 }
 
 TEST_F(Table, AFileThatAnotherKeepsToItselfIsAnError) {
