@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -42,6 +43,8 @@ public:
         return S_OK;
     }
     STDMETHODIMP Clone(Interface** clone) override {
+        if (clone == nullptr) return E_POINTER;
+        *clone = nullptr;
         try {
             return Make(mItems, mNext, clone);
         } catch (const std::bad_alloc&) {
@@ -49,8 +52,8 @@ public:
         }
     }
 
+    /// `made` is not null.
     static HRESULT Make(std::vector<Item> items, std::size_t next, Interface** made) noexcept {
-        if (made == nullptr) return E_POINTER;
         *made = new (std::nothrow) Enumerator(std::move(items), next);
         return *made != nullptr ? S_OK : E_OUTOFMEMORY;
     }
@@ -75,11 +78,14 @@ struct ConnectionItem {
 using PointEnumerator = Enumerator<IEnumConnectionPoints, PointItem>;
 using ConnectionEnumerator = Enumerator<IEnumConnections, ConnectionItem>;
 
-/// True if the sink's program has ended.
+/// True if the sink's program has ended, before the call or during it.
 bool IsGone(HRESULT result) {
     constexpr HRESULT kServerUnavailable = static_cast<HRESULT>(0x800706BA);
-    return result == RPC_E_DISCONNECTED || result == RPC_E_SERVER_DIED || result == RPC_E_SERVER_DIED_DNE ||
-           result == CO_E_OBJNOTCONNECTED || result == kServerUnavailable;
+    constexpr HRESULT kCallFailed = static_cast<HRESULT>(0x800706BE);
+    constexpr HRESULT kCallNotExecuted = static_cast<HRESULT>(0x800706BF);
+    constexpr HRESULT kGone[] = {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE, CO_E_OBJNOTCONNECTED,
+                                 kServerUnavailable, kCallFailed,       kCallNotExecuted};
+    return std::ranges::find(kGone, result) != std::end(kGone);
 }
 
 bool DescribesMember(ITypeInfo& info, DISPID id) {
@@ -136,6 +142,8 @@ void ConnectionPoint::Fire(DISPID event, std::span<VARIANT> arguments) {
 }
 
 STDMETHODIMP ConnectionPoint::EnumConnectionPoints(IEnumConnectionPoints** points) {
+    if (points == nullptr) return E_POINTER;
+    *points = nullptr;
     try {
         return PointEnumerator::Make({{ComPtr<IConnectionPoint>(&mPoint)}}, 0, points);
     } catch (const std::bad_alloc&) {
@@ -237,6 +245,8 @@ STDMETHODIMP ConnectionPoint::Point::Unadvise(DWORD cookie) {
 }
 
 STDMETHODIMP ConnectionPoint::Point::EnumConnections(IEnumConnections** connections) {
+    if (connections == nullptr) return E_POINTER;
+    *connections = nullptr;
     try {
         std::vector<ConnectionItem> items;
         for (const Connection& one : mAll.mConnections)

@@ -75,6 +75,30 @@ void EachAllocationFails(const char* what, Body body) {
     }
 }
 
+/// Where a call puts an object. It holds something else before, because a call that fails is to write null, too.
+template <class Interface>
+class Place {
+public:
+    Place() = default;
+    Place(const Place&) = delete;
+    Place& operator=(const Place&) = delete;
+    ~Place() {
+        if (mObject != nullptr) mObject->Release();
+    }
+    /// What `call` answers when it is given the place; E_UNEXPECTED if it fails and does not write null.
+    template <class Call>
+    HRESULT Given(Call&& call) {
+        mObject = reinterpret_cast<Interface*>(this);
+        const HRESULT status = call(&mObject);
+        if (SUCCEEDED(status) || mObject == nullptr) return status;
+        mObject = nullptr;
+        return E_UNEXPECTED;
+    }
+
+private:
+    Interface* mObject = nullptr;
+};
+
 class FailingConnections : public TimerClient {};
 
 TEST_F(FailingConnections, AreOutOfMemory) {
@@ -88,20 +112,16 @@ TEST_F(FailingConnections, AreOutOfMemory) {
     ASSERT_EQ(container->EnumConnectionPoints(points.Out()), S_OK);
 
     EachAllocationFails("EnumConnections", [&] {
-        ComPtr<IEnumConnections> made;
-        return point->EnumConnections(made.Out());
+        return Place<IEnumConnections>().Given([&](auto** made) { return point->EnumConnections(made); });
     });
     EachAllocationFails("IEnumConnections::Clone", [&] {
-        ComPtr<IEnumConnections> made;
-        return connections->Clone(made.Out());
+        return Place<IEnumConnections>().Given([&](auto** made) { return connections->Clone(made); });
     });
     EachAllocationFails("EnumConnectionPoints", [&] {
-        ComPtr<IEnumConnectionPoints> made;
-        return container->EnumConnectionPoints(made.Out());
+        return Place<IEnumConnectionPoints>().Given([&](auto** made) { return container->EnumConnectionPoints(made); });
     });
     EachAllocationFails("IEnumConnectionPoints::Clone", [&] {
-        ComPtr<IEnumConnectionPoints> made;
-        return points->Clone(made.Out());
+        return Place<IEnumConnectionPoints>().Given([&](auto** made) { return points->Clone(made); });
     });
     Sink& late = NewSink();
     EachAllocationFails("Advise", [&] {
@@ -120,8 +140,7 @@ TEST_P(FailingClassInformation, IsOutOfMemory) {
     const ComPtr<IDispatch> object = Create(GetParam());
     const auto provider = As<IProvideClassInfo>(object.Get(), IID_IProvideClassInfo);
     EachAllocationFails("GetClassInfo", [&] {
-        ComPtr<ITypeInfo> info;
-        return provider->GetClassInfo(info.Out());
+        return Place<ITypeInfo>().Given([&](auto** info) { return provider->GetClassInfo(info); });
     });
 }
 

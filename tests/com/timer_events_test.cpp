@@ -205,7 +205,8 @@ TEST_F(TimerEvents, SinkWithoutTheEventDoesNotFail) {
 
 TEST_F(TimerEvents, SinkWhoseProgramIsGoneIsLetGo) {
     for (const HRESULT gone : {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE, CO_E_OBJNOTCONNECTED,
-                               HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE)}) {
+                               HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
+                               HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE)}) {
         Sink& vanished = NewSink();
         vanished.onInvoke = [gone](DISPID, DISPPARAMS&, EXCEPINFO&) { return gone; };
         Connect(vanished);

@@ -45,6 +45,7 @@ void ClassInfo::ForgetTables() noexcept {
 }
 
 HRESULT ClassInfo::CoClass(ITypeInfo** info) const noexcept {
+    *info = nullptr;
     try {
         ComPtr<ITypeLib> library;
         const HRESULT result = LoadOwnTypeLib(library.Out());
