@@ -54,7 +54,7 @@ void Apartments::ThreadEnded() noexcept {
 
 void Apartments::EndAll() noexcept {
     while (const std::unique_ptr<Entry> ended{TakeFirst()})
-        ended->apartment->platform.StopTimers();
+        ended->apartment->platform.StopCallbacks();
 }
 
 Apartments::Entry* Apartments::TakeFirst() noexcept {

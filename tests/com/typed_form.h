@@ -39,6 +39,8 @@ inline constexpr VARTYPE kTypeOf<double> = VT_R8;
 template <>
 inline constexpr VARTYPE kTypeOf<CY> = VT_CY;
 template <>
+inline constexpr VARTYPE kTypeOf<DECIMAL> = VT_DECIMAL;
+template <>
 inline constexpr VARTYPE kTypeOf<Boolean> = VT_BOOL;
 template <>
 inline constexpr VARTYPE kTypeOf<VARIANT> = VT_VARIANT;

@@ -144,6 +144,21 @@ TYPED_TEST(FormOfTyped, NumbersMayTakeTheRefusalInOneToo) {
     EXPECT_EQ(form.runs, 1);
 }
 
+// What it writes lies over the type of a variant that holds it.
+TEST_F(AskedForm, MayTakeDecimalsByReference) {
+    TypedForm<IDispatch**, DECIMAL*, LONG*, DECIMAL*> form(L"OnChangeMonth",
+                                                           [](IDispatch**, DECIMAL* month, LONG*, DECIMAL* cancel) {
+                                                               EXPECT_EQ(month->Lo64, 12u);
+                                                               *cancel = {};
+                                                               cancel->Lo64 = 1;
+                                                               return S_OK;
+                                                           });
+    const Shown shown(*this, form);
+
+    EXPECT_EQ(MonthAfter(12), 11);
+    EXPECT_EQ(form.runs, 1);
+}
+
 TEST_F(AskedForm, OfNarrowNumbersIsAskedWhenTheyHoldTheValues) {
     TypedForm<IDispatch**, BYTE*, SHORT*, Boolean*> bytes(L"OnChangeMonth",
                                                           [](IDispatch**, BYTE* month, SHORT*, Boolean* cancel) {

@@ -4,7 +4,11 @@
 #include "thread.h"
 #include "type_library_dump.h"
 
+#include <olectl.h>
+
 #include <atomic>
+#include <memory>
+#include <utility>
 
 namespace kwo::com_test {
 namespace {
@@ -183,6 +187,62 @@ TEST_F(Unloading, ADllThatIsTornOutStopsItsPlatformTimers) {
     ASSERT_EQ(GetModuleHandleW(L"KWOUtil.dll"), nullptr);
     // A timer that was left running would now call into nothing.
     ProcessMessagesFor(200);
+}
+
+ComPtr<IDispatch> UsualIcon() {
+    PICTDESC description = {};
+    description.cbSizeofstruct = sizeof description;
+    description.picType = PICTYPE_ICON;
+    description.icon.hicon = LoadIconW(nullptr, IDI_APPLICATION);
+    ComPtr<IDispatch> picture;
+    EXPECT_EQ(Hex(OleCreatePictureIndirect(&description, IID_IDispatch, FALSE, picture.OutVoid())), Hex(S_OK));
+    return picture;
+}
+
+/// Shows an icon and keeps it, as a client does that holds itself in a circle.
+void LeakAnIcon(const Library& library, HWND window) {
+    ComPtr<IDispatch> tray = Make(library, ClassIdOf(L"KWOSysTray"));
+    ASSERT_TRUE(tray);
+    const auto number = static_cast<LONG>(reinterpret_cast<LONG_PTR>(window));
+    EXPECT_EQ(Hex(Call(tray.Get(), L"Create", {number, UsualIcon().Get(), L"tip"}).status), Hex(S_OK));
+    static_cast<void>(tray.Detach());
+}
+
+/// Where a module is, or was.
+struct Place {
+    explicit Place(HMODULE module) : begin(reinterpret_cast<LONG_PTR>(module)) {
+        const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(module);
+        const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(begin + dos->e_lfanew);
+        end = begin + static_cast<LONG_PTR>(headers->OptionalHeader.SizeOfImage);
+    }
+    LONG_PTR begin;
+    LONG_PTR end;
+};
+
+/// How many windows of this thread have their procedure there.
+int WindowsOf(const Place& module) {
+    std::pair<const Place&, int> counted(module, 0);
+    const auto count = [](HWND window, LPARAM parameter) -> BOOL {
+        auto& [place, number] = *reinterpret_cast<std::pair<const Place&, int>*>(parameter);
+        const LONG_PTR procedure = GetWindowLongPtrW(window, GWLP_WNDPROC);
+        if (procedure >= place.begin && procedure < place.end) ++number;
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), count, reinterpret_cast<LPARAM>(&counted));
+    return counted.second;
+}
+
+TEST_F(Unloading, ADllThatIsTornOutListensToNoTaskbarAnyMore) {
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 9, 9, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    auto library = std::make_unique<const Library>();
+    const Place dll(GetModuleHandleW(L"KWOUtil.dll"));
+    LeakAnIcon(*library, window);
+    EXPECT_EQ(WindowsOf(dll), 1);
+
+    library.reset();
+    EXPECT_EQ(GetModuleHandleW(L"KWOUtil.dll"), nullptr);
+    EXPECT_EQ(WindowsOf(dll), 0);
+    DestroyWindow(window);
 }
 
 TEST_F(Unloading, FreeingTheDllTakesItOutOfTheProcess) {

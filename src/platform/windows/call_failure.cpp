@@ -1,5 +1,6 @@
 #include "platform/windows/call_failure.h"
 
+#include <memory>
 #include <new>
 
 #include "com_support/bstr.h"
@@ -18,6 +19,10 @@ constexpr std::int32_t kNoSuchArgument = 448;
 constexpr std::int32_t kArgumentNotOptional = 449;
 constexpr std::int32_t kWrongArguments = 450;
 
+struct FreeLocal {
+    void operator()(wchar_t* text) const { ::LocalFree(text); }
+};
+
 Text SystemText(HRESULT code) {
     wchar_t* buffer = nullptr;
     constexpr DWORD kFlags =
@@ -25,8 +30,8 @@ Text SystemText(HRESULT code) {
     const DWORD length =
         ::FormatMessageW(kFlags, nullptr, static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
     if (length == 0) return {};
+    const std::unique_ptr<wchar_t, FreeLocal> owner(buffer);
     Text text(buffer, buffer + length);
-    ::LocalFree(buffer);
     while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n' || text.back() == u' '))
         text.pop_back();
     return text;

@@ -81,7 +81,7 @@ std::optional<PassedArguments> Passed(std::span<const Argument> arguments, const
 }
 
 /// A callee that fails may have written into its arguments. What cannot be read stays as it was.
-void ReadBackWhatCanBeRead(const PassedArguments& passed, std::span<Argument> arguments) noexcept {
+void ReadBackWhatCanBeRead(PassedArguments& passed, std::span<Argument> arguments) noexcept {
     try {
         passed.ReadBack(arguments);
     } catch (...) {

@@ -205,10 +205,12 @@ PassedArguments::PassedArguments(std::span<const Argument> arguments, const Pass
     }
 }
 
-void PassedArguments::ReadBack(std::span<Argument> arguments) const {
+void PassedArguments::ReadBack(std::span<Argument> arguments) {
     std::vector<Variant> values;
     for (std::size_t at = 0; at < arguments.size(); ++at) {
-        const VARIANT& cell = mCells[at];
+        VARIANT& cell = mCells[at];
+        // A decimal lies over the type of the cell, which the callee has overwritten with it.
+        if (mBackwards[arguments.size() - 1 - at].vt == (VT_BYREF | VT_DECIMAL)) cell.vt = VT_DECIMAL;
         const bool stays = !arguments[at].byReference || HoldsTheSameObject(cell, arguments[at].value);
         if (stays) {
             values.push_back(arguments[at].value);

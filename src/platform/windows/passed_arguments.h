@@ -56,7 +56,7 @@ public:
     /// Reads back what the callee wrote into the arguments by reference, in the types that the values had.
     /// An object that was not replaced stays the same one. If a value does not fit, raises TypeMismatch or Overflow
     /// and changes nothing.
-    void ReadBack(std::span<Argument> arguments) const;
+    void ReadBack(std::span<Argument> arguments);
 
 private:
     /// The converted values, where references lead.

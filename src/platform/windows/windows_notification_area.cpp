@@ -31,6 +31,7 @@ bool WindowsNotificationArea::Delete(const TrayRecord& record) {
 
 void WindowsNotificationArea::Listen(TaskbarListener& listener) {
     if (std::ranges::find(mListeners, &listener) != mListeners.end()) return;
+    mListeners.reserve(mListeners.size() + 1);  // before there is a window, which would stay
     if (mTaskbar == nullptr) mTaskbar = std::make_unique<TaskbarWindow>(static_cast<TaskbarListener&>(*this));
     mListeners.push_back(&listener);
 }
@@ -38,6 +39,11 @@ void WindowsNotificationArea::Listen(TaskbarListener& listener) {
 void WindowsNotificationArea::Unlisten(TaskbarListener& listener) noexcept {
     std::erase(mListeners, &listener);
     if (mListeners.empty()) mTaskbar.reset();
+}
+
+void WindowsNotificationArea::StopListening() noexcept {
+    mListeners.clear();
+    mTaskbar.reset();
 }
 
 void WindowsNotificationArea::TaskbarCreated() noexcept {

@@ -27,6 +27,8 @@ public:
     void Listen(TaskbarListener& listener) override;
     /// Destroys the hidden window after the last listener, also while the listeners are told.
     void Unlisten(TaskbarListener& listener) noexcept override;
+    /// Forgets all listeners and destroys the hidden window, from any thread: the module is about to go.
+    void StopListening() noexcept;
 
 private:
     /// Tells each listener.

@@ -25,8 +25,9 @@ Platform WindowsPlatform::Services() {
     return ServicesOf(*mParts);
 }
 
-void WindowsPlatform::StopTimers() {
+void WindowsPlatform::StopCallbacks() noexcept {
     mParts->timers.StopAll();
+    mParts->notificationArea.StopListening();
 }
 
 void WindowsPlatform::EndThread() noexcept {

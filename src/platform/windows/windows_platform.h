@@ -15,7 +15,7 @@ namespace kwo::platform::windows {
 ///     WindowsPlatform windows(module);
 ///     component::Component component(windows.Services());
 ///
-/// When the module is unloaded, whichever thread unloads it destroys the rest, after StopTimers.
+/// When the module is unloaded, whichever thread unloads it destroys the rest, after StopCallbacks.
 class WindowsPlatform {
 public:
     /// `module` holds the component.
@@ -27,9 +27,9 @@ public:
 
     /// The services. They live as long as this object.
     Platform Services();
-    /// Stops everything that would still call into the module.
-    /// The handlers are not told. For the end of the module, from any thread.
-    void StopTimers();
+    /// Stops the timers and ends the listening to the taskbar: all that would still call into the module.
+    /// Nobody is told. For the end of the module, from any thread.
+    void StopCallbacks() noexcept;
     /// The thread that created this ends: tells the handlers of its timers, and stops the timers.
     void EndThread() noexcept;
 

@@ -39,6 +39,7 @@
 #include "platform/system_metrics.h"
 #include "platform/timer_service.h"
 #include "platform/window_service.h"
+#include "platform/windows/system_library.h"
 #include "platform/windows/windows_platform.h"
 #include "windows_calls/windows_calls.h"
 
@@ -517,6 +518,29 @@ struct Ticks : TimerHandler {
     void TimerProc() noexcept override {}
 };
 
+TEST_F(WhatWindowsReceives, OfALibraryOfTheSystem) {
+    Watch({"LoadLibraryExW"});
+    static DWORD error = 0;
+    mCalls->Replace("LoadLibraryExW", [](LPCWSTR, HANDLE, DWORD) -> HMODULE {
+        ::SetLastError(error);
+        return nullptr;
+    });
+    const auto plain = MakeCall("LoadLibraryExW", L"kwo.dll", HANDLE(nullptr), LOAD_LIBRARY_SEARCH_SYSTEM32);
+    SystemLibrary library(L"kwo.dll");
+
+    error = ERROR_MOD_NOT_FOUND;
+    EXPECT_EQ(library.Find<void()>("Function"), nullptr);
+    ExpectCalls({plain});
+
+    // As a system answers that is older than the flag.
+    error = ERROR_INVALID_PARAMETER;
+    EXPECT_EQ(library.Find<void()>("Function"), nullptr);
+    wchar_t folder[MAX_PATH];
+    ASSERT_NE(::GetSystemDirectoryW(folder, MAX_PATH), 0u);
+    const std::wstring path = std::wstring(folder) + L"\\kwo.dll";
+    ExpectCalls({plain, MakeCall("LoadLibraryExW", path.c_str(), HANDLE(nullptr), LOAD_WITH_ALTERED_SEARCH_PATH)});
+}
+
 TEST_F(WhatWindowsReceives, OfTimers) {
     Ticks ticks;
     Watch({"SetTimer", "KillTimer"});
@@ -531,7 +555,7 @@ TEST_F(WhatWindowsReceives, OfTimers) {
                  MakeCall("KillTimer", HWND(nullptr), 4711)});
 
     EXPECT_EQ(platform.timers.Start(1, ticks), 4711);
-    mWindows.StopTimers();
+    mWindows.StopCallbacks();
     ExpectCalls({MakeCall(
                      "SetTimer", HWND(nullptr), 0, 1, +[] {}),
                  MakeCall("KillTimer", HWND(nullptr), 4711)});
