@@ -56,22 +56,16 @@ public:
         mScreen.DeleteContext(mContext);
     }
 
-    /// One drawing of the line, in the container's client area.
-    struct Drawing {
-        Handle window;
-        Point start;
-        Point end;
-    };
     /// Asks the host where the line is. Everything that can fail is asked before anything is drawn: a line that is
     /// drawn once only stays on the screen.
-    Drawing At(float position) const {
+    Line At(float position) const {
         const float top = mOwner.Single(mOwner.mSplitter, u"Top");
         const float height = mOwner.Single(mOwner.mSplitter, u"Height");
         const Point start = mOwner.mTwips.Pixels(position, top);
         const Point end = mOwner.mTwips.Pixels(position, height + top);
         return {mOwner.mComponent.platform.conversions.To32Bits(Required(mOwner.mContainer).Get(u"hWnd")), start, end};
     }
-    void Draw(Drawing line) const {
+    void Draw(Line line) const {
         mScreen.ClientToScreen(line.window, line.start);
         mScreen.ClientToScreen(line.window, line.end);
         mScreen.MoveTo(mContext, line.start);
@@ -164,6 +158,7 @@ void KWOSplitterV::Open(const HostObjectRef& left, const HostObjectRef& right, c
 /// would never end then.
 void KWOSplitterV::Forget() {
     mCreated = false;
+    if (std::exchange(mDragging, false)) TrackingLine(*this).Draw(mLine);
     mAnnotation.Release();
     // A release may call back, so all are taken out before one is released.
     const HostObjectRef released[] = {std::exchange(mLeftPane, nullptr), std::exchange(mRightPane, nullptr),
@@ -223,7 +218,8 @@ void KWOSplitterV::MouseDown(std::int16_t button, float x) {
     const float position = Single(mSplitter, u"Left");
     {
         const TrackingLine line(*this);
-        line.Draw(line.At(position));
+        mLine = line.At(position);
+        line.Draw(mLine);
     }
     // Not before: what is not there must not be erased.
     mDragging = true;
@@ -236,10 +232,14 @@ void KWOSplitterV::MouseMove(float x) {
     const float position = Clamped(Single(mSplitter, u"Left") + x);
     if (position == mLastLinePos) return;
     const TrackingLine line(*this);
-    const auto before = line.At(mLastLinePos);
-    const auto now = line.At(position);
+    const float last = mLastLinePos;
+    const Line before = line.At(last);
+    const Line now = line.At(position);
+    // If the host has moved the line or ended the drag meanwhile, that event counts.
+    if (!mDragging || mLastLinePos != last) return;
     line.Draw(before);
     line.Draw(now);
+    mLine = now;
     mLastLinePos = position;
 }
 
@@ -247,8 +247,10 @@ void KWOSplitterV::MouseUp(float x) {
     if (!mCreated || !mDragging) return;
     {
         const TrackingLine line(*this);
-        line.Draw(line.At(mLastLinePos));
-        mDragging = false;
+        const Line last = line.At(mLastLinePos);
+        // The host may have ended the drag meanwhile.
+        if (!std::exchange(mDragging, false)) return;
+        line.Draw(last);
     }
     const float position = Clamped(Single(mSplitter, u"Left") + x - mDownX);
     // Intended: the width comes from the screen's twips per pixel, unlike in Create, and the height from the

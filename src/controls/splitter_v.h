@@ -76,15 +76,21 @@ public:
     void SetBottomMargin(float margin) { mBottomMargin = margin; }
 
 private:
-    /// The line on the screen, as long as one event is handled.
+    /// Draws lines on the screen, as long as one event is handled.
     class TrackingLine;
+    /// A line in the client area of the container's window, in pixels.
+    struct Line {
+        platform::Handle window = 0;
+        platform::Point start = {};
+        platform::Point end = {};
+    };
 
     /// Create without the handling of errors.
     void Open(const HostObjectRef& left, const HostObjectRef& right, const HostObjectRef& splitter,
               const Options& options);
     /// A property as a number.
     float Single(const HostObjectRef& object, TextView property) const;
-    /// Lets go of the caller's objects.
+    /// Ends a drag and lets go of the caller's objects.
     void Forget();
     /// Calls the object's method Move.
     void Move(const HostObjectRef& object, float left, float top, float width, float height) const;
@@ -115,7 +121,10 @@ private:
     float mSplitterSizeInPixels = 4;
     /// Units of the container to a pixel.
     float mUnitsPerPixelX = 0;
+    /// While the bar is dragged, there is a line on the screen.
     bool mDragging = false;
+    /// The one that was drawn last.
+    Line mLine;
     bool mCreated = false;
     /// How far the bar was at the last Resize, from 0 to 1.
     float mPlace = 0;

@@ -3,6 +3,8 @@
 #include <functional>
 #include <new>
 #include <optional>
+#include <set>
+#include <string>
 
 #include "controls/controls_fixture.h"
 
@@ -56,6 +58,15 @@ protected:
     }
     Lines Starting(std::string_view prefix) const { return desktop.log.Starting(prefix); }
     std::size_t LinesDrawn() const { return Starting("LineTo").size(); }
+    /// Where there are lines: what is drawn again is erased.
+    std::set<std::string> LinesOnTheScreen() const {
+        std::set<std::string> places;
+        for (const std::string& begin : Starting("MoveTo")) {
+            const std::string place = begin.substr(begin.find('('));
+            if (!places.insert(place).second) places.erase(place);
+        }
+        return places;
+    }
 
     std::shared_ptr<SimulatedObject> container;
     std::shared_ptr<SimulatedObject> left;
@@ -421,6 +432,43 @@ TEST_F(Splitter, AMovementThatFailsLeavesTheLineWhereItIs) {
     splitter->SetLeftMargin(0);
     splitter->MouseUp(30);
     EXPECT_EQ(Starting("MoveTo"), (Lines{"MoveTo 1 (233,50)", "MoveTo 3 (233,50)"}));
+}
+
+TEST_F(Splitter, ACreateThatFailsErasesTheLineAndEndsTheDrag) {
+    CreateQuietly();
+    splitter->MouseDown(1, 30);
+    splitter->MouseMove(400);
+    EXPECT_EQ(LinesOnTheScreen().size(), 1u);
+    const auto other = MakeContainer(901, "other");
+    bar->SetProperty(u"Container", HostObjectRef(other));
+    other->FailMember(u"ScaleWidth", Refusal());
+    EXPECT_FALSE(Create());
+    EXPECT_TRUE(LinesOnTheScreen().empty());
+
+    other->MendMember(u"ScaleWidth");
+    CreateQuietly();
+    splitter->MouseMove(500);
+    EXPECT_EQ(LinesDrawn(), 0u) << "nobody has pressed the button";
+}
+
+TEST_F(Splitter, ALineIsErasedAlsoIfTheHostReleasesTheButtonWhileItIsAsked) {
+    CreateQuietly();
+    const std::function<void()> events[] = {[&] { splitter->MouseMove(400); }, [&] { splitter->MouseUp(400); }};
+    for (const auto& event : events) {
+        int uses = 0;
+        for (int use = 1; use == 1 || uses >= use; ++use) {
+            splitter->MouseDown(1, 30);
+            uses = 0;
+            bar->whenUsed = [&] {
+                if (++uses == use) splitter->MouseUp(30);
+            };
+            event();
+            bar->whenUsed = nullptr;
+            splitter->MouseUp(30);
+            EXPECT_TRUE(LinesOnTheScreen().empty()) << use;
+        }
+        EXPECT_GT(uses, 2);
+    }
 }
 
 class SplitterLimitIntended : public Splitter {};

@@ -37,6 +37,7 @@ KWOSysTray::~KWOSysTray() {
         Destroy();
     } catch (...) {
         // A release cannot report a failure, and the host must go on. The icon is removed with its window.
+        mComponent.platform.notificationArea.Unlisten(*this);
     }
 }
 
@@ -67,7 +68,7 @@ bool KWOSysTray::Show(const TrayRecord& record) {
     try {
         isAdded = area.Add(record);
     } catch (...) {
-        area.Unlisten(*this);
+        if (!mAdded) area.Unlisten(*this);
         throw;
     }
     // Messages run while the shell is called. If the host has called Create again meanwhile, that call counts.
@@ -85,8 +86,9 @@ void KWOSysTray::Destroy() {
     try {
         mComponent.platform.notificationArea.Delete(mRecord);
     } catch (...) {
-        // The shell was not called.
+        // The shell was not called: the icon is still shown.
         mAdded = true;
+        mComponent.platform.notificationArea.Listen(*this);
         throw;
     }
 }

@@ -78,9 +78,10 @@ public:
         ++deletions;
         throw std::bad_alloc();
     }
-    void Listen(platform::TaskbarListener&) override {}
-    void Unlisten(platform::TaskbarListener&) noexcept override {}
+    void Listen(platform::TaskbarListener&) override { isHeard = true; }
+    void Unlisten(platform::TaskbarListener&) noexcept override { isHeard = false; }
     int deletions = 0;
+    bool isHeard = false;
 };
 
 TEST_F(Tray, NoIconIsLostWhenTheHostCallsInWhileTheShellIsCalled) {
@@ -140,7 +141,9 @@ TEST(TrayEnd, ThatFailsIsAnEndLikeAnyOther) {
         KWOSysTray tray(component);
         ASSERT_TRUE(tray.Create(kWindow, icon, u"Hello"));
         EXPECT_THROW(tray.Destroy(), std::bad_alloc);
+        EXPECT_TRUE(area.isHeard) << "the icon is still shown, and comes back with a new taskbar";
     }
+    EXPECT_FALSE(area.isHeard);
     EXPECT_EQ(area.deletions, 2);
 }
 
