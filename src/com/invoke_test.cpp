@@ -300,6 +300,15 @@ TEST(ErrorReport, OutOfMemoryAndAnythingUnknownHaveTheirOwnCodesAndTexts) {
     TakeError();
 }
 
+TEST(ErrorReport, NamesTheInterfaceOfTheMember) {
+    EXPECT_EQ(Reported(std::bad_alloc()), E_OUTOFMEMORY);
+    com_support::ComPtr<IErrorInfo> error;
+    ASSERT_EQ(::GetErrorInfo(0, error.Out()), S_OK);
+    GUID interfaceId = {};
+    EXPECT_EQ(error->GetGUID(&interfaceId), S_OK);
+    EXPECT_TRUE(IsEqualGUID(interfaceId, IID_IDispatch));
+}
+
 TEST(ErrorReport, MisuseOfTheLibraryIsUnexpected) {
     const auto reported = [](auto body) {
         const HRESULT result = Guarded([] { return MemberName{u"KWOThing", u".Member", &IID_IDispatch}; }, body);

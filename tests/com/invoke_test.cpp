@@ -156,13 +156,19 @@ TEST_F(InvokeOnRegistry, AnArgumentGivenTwiceIsRefused) {
     EXPECT_NE(byNames.status, DISP_E_EXCEPTION);
     EXPECT_NE(byPlace.status, DISP_E_EXCEPTION);
     EXPECT_EQ(StoredBytes(L"kept"), std::string("kept\0", 5));
+
+    // Nothing that is required is missing here.
+    const ComPtr<IDispatch> timer = Create(L"KWOTimer");
+    const DISPID cancel = IdOf(timer.Get(), L"CancelTimers");
+    const Outcome twice = InvokeId(timer.Get(), cancel, DISPATCH_METHOD, {1, 5}, {0});
+    EXPECT_EQ(Hex(twice.status), Hex(DISP_E_PARAMNOTFOUND));
+    EXPECT_EQ(twice.badArgument, 0u);
 }
 
 TEST_F(InvokeOnRegistry, NamesThatLeaveARequiredArgumentOutAreRefused) {
     const Outcome outcome = CallNamed(mRegistry.Get(), L"KWO_RegDeleteKey", {}, {{L"KeyName", L"x"}});
 
-    EXPECT_TRUE(outcome.status == DISP_E_PARAMNOTOPTIONAL || outcome.status == DISP_E_BADPARAMCOUNT)
-        << Hex(outcome.status);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_PARAMNOTOPTIONAL));
 }
 
 TEST_F(InvokeOnRegistry, MoreNamesThanArgumentsAreRefused) {
@@ -343,8 +349,7 @@ TEST(InvokeFlags, APutWithoutItsNameIsRefused) {
     ASSERT_TRUE(timer);
     const Outcome outcome = Invoke(timer.Get(), L"Interval", DISPATCH_PROPERTYPUT, {5});
 
-    EXPECT_TRUE(outcome.status == DISP_E_PARAMNOTOPTIONAL || outcome.status == DISP_E_BADPARAMCOUNT)
-        << Hex(outcome.status);
+    EXPECT_EQ(Hex(outcome.status), Hex(DISP_E_PARAMNOTOPTIONAL));
 }
 
 TEST(InvokeFlags, APutWithoutAValueIsRefused) {

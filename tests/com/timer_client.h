@@ -22,14 +22,16 @@ struct AlarmSlots : IDispatch {
 template <class Interface>
 class ClientObject : public test_support::StandIn<Interface> {
 public:
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT, LCID locale, DISPID* ids) override {
+        Look(reserved, locale);
         if (member.empty()) return E_NOTIMPL;  // as sinks that are called by identifier alone answer
         if (lstrcmpiW(names[0], member.c_str()) != 0) return DISP_E_UNKNOWNNAME;
         *ids = 77;
         return S_OK;
     }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*, EXCEPINFO* exception,
-                        UINT*) override {
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT*,
+                        EXCEPINFO* exception, UINT*) override {
+        Look(reserved, locale);
         ++calls;
         lastFlags = flags;
         EXCEPINFO unwanted = {};  // conversions to a number or a text ask for none
@@ -40,6 +42,13 @@ public:
     std::function<HRESULT(DISPID, DISPPARAMS&, EXCEPINFO&)> onInvoke;
     int calls = 0;
     WORD lastFlags = 0;  ///< of the last call by identifier
+
+private:
+    /// What automation prescribes for every call.
+    static void Look(REFIID reserved, LCID locale) {
+        EXPECT_TRUE(IsEqualIID(reserved, IID_NULL));
+        EXPECT_EQ(locale, LCID{LOCALE_USER_DEFAULT});
+    }
 };
 
 using Sink = ClientObject<IDispatch>;

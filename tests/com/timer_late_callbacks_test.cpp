@@ -266,7 +266,7 @@ public:
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetDispID(BSTR name, DWORD flags, DISPID* id) override {
         EXPECT_EQ(flags, DWORD{fdexNameCaseInsensitive});
-        return ClientObject<IDispatchEx>::GetIDsOfNames(IID_NULL, &name, 1, 0, id);
+        return ClientObject<IDispatchEx>::GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, id);
     }
     STDMETHODIMP InvokeEx(DISPID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, IServiceProvider*) override {
         return E_NOTIMPL;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 #include <dispex.h>
+#include <gtest/gtest.h>
 #include <oleauto.h>
 
 #include <functional>
@@ -74,7 +75,8 @@ public:
         typeInfo->AddRef();
         return S_OK;
     }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
+        Look(reserved, locale);
         ++lookups;
         if (extendedOnly) return E_NOTIMPL;
         HRESULT result = S_OK;
@@ -85,8 +87,9 @@ public:
         }
         return result;
     }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                         EXCEPINFO* exception, UINT*) override {
+        Look(reserved, locale);
         Call call{id, flags, {}, {}};
         for (UINT i = 0; i < parameters->cArgs; ++i)
             call.types.push_back(parameters->rgvarg[i].vt);
@@ -112,6 +115,13 @@ public:
     STDMETHODIMP GetMemberName(DISPID, BSTR*) override { return E_NOTIMPL; }
     STDMETHODIMP GetNextDispID(DWORD, DISPID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetNameSpaceParent(IUnknown**) override { return E_NOTIMPL; }
+
+private:
+    /// What automation prescribes for every call.
+    static void Look(REFIID reserved, LCID locale) {
+        EXPECT_TRUE(IsEqualIID(reserved, IID_NULL));
+        EXPECT_EQ(locale, LCID{LOCALE_USER_DEFAULT});
+    }
 };
 
 }  // namespace kwo::platform::windows

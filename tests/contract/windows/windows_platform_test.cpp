@@ -8,6 +8,7 @@
 #include "platform/registry_store.h"
 #include "platform/screen.h"
 #include "platform/system_errors.h"
+#include "platform/timer_service.h"
 #include "platform/window_service.h"
 #include "windows/test_folder.h"
 
@@ -27,6 +28,47 @@ TEST_F(WindowsPlatformTest, LastErrorIsThatOfTheLastCallWhateverTheSystemDoesSin
 
     EXPECT_EQ(platform.errors.Last(), 2);
     EXPECT_EQ(platform.errors.Last(), 2);
+}
+
+class CountingUse final : public ModuleUse {
+public:
+    void Begin() noexcept override { ++count; }
+    void End() noexcept override { --count; }
+    int count = 0;
+};
+
+/// Stops its timer and lets nobody else use the module, in the middle of its call.
+class StoppingHandler final : public TimerHandler {
+public:
+    StoppingHandler(TimerService& timers, CountingUse& use) : mTimers(timers), mUse(use) {}
+    void TimerProc() noexcept override {
+        mTimers.Stop(timer);
+        countInside = mUse.count;
+    }
+
+    std::int32_t timer = 0;
+    int countInside = -1;
+
+private:
+    TimerService& mTimers;
+    CountingUse& mUse;
+};
+
+TEST_F(WindowsPlatformTest, TheModuleIsUsedUntilTheHandlerOfATimerReturns) {
+    CountingUse use;
+    WindowsPlatform windows(::GetModuleHandleW(nullptr), use);
+    TimerService& timers = windows.Services().timers;
+    StoppingHandler handler(timers, use);
+    handler.timer = timers.Start(1, handler);
+    ASSERT_NE(handler.timer, 0);
+    for (int wait = 0; wait < 1000 && handler.countInside < 0; ++wait) {
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+            ::DispatchMessageW(&message);
+    }
+
+    EXPECT_EQ(handler.countInside, 1) << "the timer itself is stopped by then";
+    EXPECT_EQ(use.count, 0);
 }
 
 TEST_F(WindowsPlatformTest, LastErrorIsSharedByTheServices) {
