@@ -18,6 +18,10 @@ companion.KWO_MsgTableLoad &H0409, index, texts
 Check "a script's array is filled", texts(1900) = "An internal application error has occurred."
 Check "numbers without a text stay empty", texts(1903) = "" And texts(0) = ""
 Check "the index has an element for each text", UBound(index) = 1935 And index(1900) = 1 And index(1903) = 0
+Dim fixedTexts(1935), fixedIndex(3)
+companion.KWO_MsgTableLoad &H0409, fixedIndex, fixedTexts
+Check "arrays of a fixed size are filled", fixedTexts(1902) = "Invalid Hex Digit"
+Check "and keep their size", UBound(fixedTexts) = 1935 And UBound(fixedIndex) = 3
 companion.KWO_MsgTableLoad &H0C07, index, texts
 Check "Austrian falls back to German", texts(1902) = "Ungültige Hexadezimalziffer"
 companion.KWO_MsgTableLoad &H0411, index, texts
