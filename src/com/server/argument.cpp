@@ -49,7 +49,9 @@ bool IsFixed(const SAFEARRAY& array) {
 /// Exchanges the elements, if both arrays have the same bounds; else does nothing and returns false. The elements are
 /// of one type. Either may be null.
 bool ExchangeElements(SAFEARRAY* one, SAFEARRAY* other) {
-    if (one == nullptr || other == nullptr || one->cDims != 1 || other->cDims != 1) return false;
+    // The elements of an array may have been freed although the array is still there.
+    if (one == nullptr || other == nullptr || one->pvData == nullptr || other->pvData == nullptr) return false;
+    if (one->cDims != 1 || other->cDims != 1 || one->cbElements != other->cbElements) return false;
     const SAFEARRAYBOUND& bound = one->rgsabound[0];
     if (bound.lLbound != other->rgsabound[0].lLbound || bound.cElements != other->rgsabound[0].cElements) return false;
     auto* const first = static_cast<BYTE*>(one->pvData);

@@ -239,6 +239,24 @@ TEST_F(Table, AnArrayCannotBeFreedWhileItsElementsAreRead) {
     EXPECT_EQ(texts.Get()->cLocks, 0u);
 }
 
+TEST_F(Table, AnArrayWhoseElementsAreFreedMeanwhileIsReplaced) {
+    ASSERT_TRUE(Found(mFile.Path()));
+    SAFEARRAYBOUND bounds = {4, 3};
+    Array index(SafeArrayCreate(VT_VARIANT, 1, &bounds));  // a vector keeps the memory
+    Array texts(VT_VARIANT, 3, 4);
+    Eraser eraser(index);  // which has been read when the texts are
+    LONG at = 3;
+    Var object(static_cast<IDispatch*>(&eraser));
+    ASSERT_EQ(SafeArrayPutElement(texts.Get(), &at, &object), S_OK);
+
+    EXPECT_EQ(Hex(Load(0x0409, index.Reference(VT_VARIANT), texts.Reference(VT_VARIANT)).status), Hex(S_OK));
+
+    EXPECT_EQ(Hex(eraser.erased), Hex(S_OK));
+    Var element;
+    ASSERT_EQ(SafeArrayGetElement(index.Get(), &at, &element), S_OK);
+    EXPECT_EQ(element.vt, VT_I2);
+}
+
 TEST_F(Table, VariablesOfAScriptAreServed) {
     Var program(L"KWOUtil");
     Var path(mFile.Path());
