@@ -6,7 +6,7 @@ rem   FILTER     runs only some tests, for example *Timer*
 rem It registers the libraries of this folder while the tests run, for you alone or, if it runs as administrator, for
 rem everybody. At the end nothing is registered. The exit code is 0 if all tests have passed, 1 if not, and 2 if they
 rem could not run.
-setlocal
+setlocal EnableExtensions DisableDelayedExpansion
 set "HERE=%~dp0"
 set "REPORT=%HERE%report.txt"
 set "QUIET="
@@ -47,8 +47,10 @@ reg add "HKLM\Software\Classes\KWOUtil.Tests" /f >nul 2>nul
 if not errorlevel 1 set "SCOPE="
 reg delete "HKLM\Software\Classes\KWOUtil.Tests" /f >nul 2>nul
 
-echo KWOUtil @VERSION@: report of the tests >"%REPORT%"
+rem Whether a file can be written: a redirection does not tell in every command prompt, copying does.
+copy /y "%HERE%run_tests.cmd" "%REPORT%" >nul 2>nul
 if errorlevel 1 goto noreport
+echo KWOUtil @VERSION@: report of the tests >"%REPORT%"
 echo %DATE% %TIME% >>"%REPORT%"
 echo filter: %FILTER% >>"%REPORT%"
 if defined SCOPE echo without an administrator's rights >>"%REPORT%"
@@ -87,8 +89,9 @@ call :register /s KWOUtil.dll
 call :register /s KWOInit.dll
 "%KWO_DIST%\kwocheck.exe" >>"%REPORT%" 2>&1
 call :count "%~2-bit kwocheck"
-call :register "/s /u" KWOUtil.dll
+rem In this order the keys go that the first of them has made.
 call :register "/s /u" KWOInit.dll
+call :register "/s /u" KWOUtil.dll
 call :run manifest\com_unit_tests
 call :run contract_tests
 call :run kwohost_tests

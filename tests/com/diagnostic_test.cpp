@@ -12,12 +12,21 @@
 namespace kwo::com_test {
 namespace {
 
-std::wstring DiagnosticDll() {
+std::wstring BuiltSources() {
     const std::wstring program = com_support::ModulePath(nullptr);
-    return program.substr(0, program.rfind(L'\\')) + L"\\..\\..\\src\\com\\diagnostic\\KWOUtil.dll";
+    return program.substr(0, program.rfind(L'\\')) + L"\\..\\..\\src";
 }
 
-class DiagnosticBuild : public testing::Test {
+std::wstring DiagnosticDll() {
+    return BuiltSources() + L"\\com\\diagnostic\\KWOUtil.dll";
+}
+
+/// The package brings these tests along, but not the diagnostic build.
+bool IsPackaged() {
+    return GetFileAttributesW(BuiltSources().c_str()) == INVALID_FILE_ATTRIBUTES;
+}
+
+class TimerUse : public testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(LetTheDllGo()) << "an earlier test still holds the DLL"; }
 
@@ -53,6 +62,15 @@ protected:
 
     const TemporaryFolder mFolder;
 };
+
+class DiagnosticBuild : public TimerUse {
+protected:
+    void SetUp() override {
+        if (IsPackaged()) GTEST_SKIP() << "the package has no diagnostic build";
+        TimerUse::SetUp();
+    }
+};
+using UsualBuild = TimerUse;
 
 TEST_F(DiagnosticBuild, LogsEachCallIntoTheFolderOfTheVariable) {
     const EnvironmentVariable folder(L"KWO_TRACE_FOLDER", mFolder.Path());
@@ -96,7 +114,7 @@ TEST_F(DiagnosticBuild, WorksWithoutALogIfThereIsNoSuchFolder) {
     EXPECT_EQ(Logs(), "");
 }
 
-TEST_F(DiagnosticBuild, TheUsualBuildLogsNothing) {
+TEST_F(UsualBuild, LogsNothing) {
     const EnvironmentVariable folder(L"KWO_TRACE_FOLDER", mFolder.Path());
 
     UseATimer(DllPath());
