@@ -4,7 +4,7 @@ rem   install.cmd              for the current user; needs no rights
 rem   install.cmd /machine     for everybody on this computer; needs an administrator
 rem   /quiet                   does not wait for a key at the end
 rem The exit code is 0 if KWOUtil is installed, and 1 if not. A text on the screen says why.
-setlocal
+setlocal EnableExtensions DisableDelayedExpansion
 set "FROM=%~dp0"
 set "SCOPE=user"
 set "QUIET="
@@ -36,6 +36,12 @@ if "%SCOPE%"=="machine" if defined ProgramW6432 set "FOLDER=%ProgramW6432%\KWOUt
 if not exist "%FROM%x64\KWOUtil.dll" goto incomplete
 if not exist "%FROM%x86\KWOUtil.dll" goto incomplete
 
+rem The installers (.msi) use the same folder, and bring no uninstall.cmd.
+if exist "%FOLDER%\uninstall.cmd" goto free
+if exist "%FOLDER%\x64\KWOUtil.dll" goto byinstaller
+if exist "%FOLDER%\x86\KWOUtil.dll" goto byinstaller
+:free
+
 rem Which bitnesses this Windows runs, and the program that registers each.
 set "REGISTER64="
 set "REGISTER32="
@@ -50,15 +56,14 @@ if not exist "%FOLDER%\x64\" goto nofolder
 if not exist "%FOLDER%\x86\" mkdir "%FOLDER%\x86" 2>nul
 if not exist "%FOLDER%\x86\" goto nofolder
 
+rem uninstall.cmd comes first: it shows that the folder is install.cmd's.
+call :copy uninstall.cmd
+if defined PROBLEM goto nocopy
+for %%f in (README.txt LICENSE.txt) do call :copy %%f
 for %%b in (x64 x86) do (
     for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe kwocheck.exe) do (
-        copy /y "%FROM%%%b\%%f" "%FOLDER%\%%b\%%f" >nul 2>nul
-        if errorlevel 1 set "PROBLEM=%FOLDER%\%%b\%%f"
+        call :copy %%b\%%f
     )
-)
-for %%f in (README.txt LICENSE.txt uninstall.cmd) do (
-    copy /y "%FROM%%%f" "%FOLDER%\%%f" >nul 2>nul
-    if errorlevel 1 set "PROBLEM=%FOLDER%\%%f"
 )
 if defined PROBLEM goto nocopy
 
@@ -79,6 +84,12 @@ echo To remove it, start uninstall.cmd in that folder.
 call :wait
 exit /b 0
 
+rem :copy FILE. In the loops themselves, Windows would take parts of a path like C:\100%b for their variables.
+:copy
+copy /y "%FROM%%~1" "%FOLDER%\%~1" >nul 2>nul
+if errorlevel 1 set "PROBLEM=%FOLDER%\%~1"
+exit /b 0
+
 rem :register PROGRAM BITNESS FILE
 :register
 set "SWITCHES=/s /n /i:user"
@@ -93,12 +104,18 @@ echo KWOUtil was not installed: there are files missing beside install.cmd.
 echo What to do: unpack the whole ZIP file into a folder, and start install.cmd there.
 goto failed
 
+:byinstaller
+echo KWOUtil was not installed: an installer (.msi) has installed it already in
+echo     "%FOLDER%"
+echo What to do: remove it in the settings of Windows, under Apps, and start install.cmd again.
+echo If it is not listed there, delete that folder first.
+goto failed
+
 :nofolder
 echo KWOUtil was not installed: Windows does not let you create the folder
 echo     "%FOLDER%"
 if "%SCOPE%"=="user" echo What to do: check that your disk is not full, and that you may write to this folder.
-if "%SCOPE%"=="machine" echo What to do: open the command prompt with "Run as administrator", and start install.cmd /machine there.
-if "%SCOPE%"=="machine" echo Or start install.cmd without /machine, to install only for yourself.
+if "%SCOPE%"=="machine" call :explainrights
 if defined MADE rd "%FOLDER%\x86" "%FOLDER%\x64" "%FOLDER%" 2>nul
 goto failed
 
@@ -113,25 +130,33 @@ goto failed
 :noregister
 echo KWOUtil was not installed: Windows could not register this file:
 echo     "%PROBLEM%"
-if "%CODE%"=="3" echo Windows could not load it: it is damaged, or a virus scanner holds it back.
+if "%CODE%"=="3" echo Windows could not load it: it is damaged, a virus scanner holds it back, or a rule of this computer forbids it.
 if "%CODE%"=="3" echo What to do: unpack the ZIP file again, and start install.cmd again.
 if "%CODE%"=="4" echo The file is damaged.
 if "%CODE%"=="4" echo What to do: unpack the ZIP file again, and start install.cmd again.
 if "%CODE%"=="5" if "%SCOPE%"=="machine" echo Windows does not let you write to the registry of the whole computer.
-if "%CODE%"=="5" if "%SCOPE%"=="machine" echo What to do: open the command prompt with "Run as administrator", and start install.cmd /machine there.
-if "%CODE%"=="5" if "%SCOPE%"=="machine" echo Or start install.cmd without /machine, to install only for yourself.
+if "%CODE%"=="5" if "%SCOPE%"=="machine" call :explainrights
 if "%CODE%"=="5" if "%SCOPE%"=="user" echo Windows does not let you write to your part of the registry.
-if "%CODE%"=="5" if "%SCOPE%"=="user" echo What to do: ask the administrator of this computer to allow it, or to start install.cmd /machine.
+if "%CODE%"=="5" if "%SCOPE%"=="user" echo What to do: ask the administrator of this computer to allow it, or to install KWOUtil for everybody.
 echo The program regsvr32.exe ended with exit code %CODE%.
 if defined MADE call :undo
 goto failed
+
+:explainrights
+echo What to do: open the command prompt with "Run as administrator", and type there
+echo     "%FROM%install.cmd" /machine
+echo Or start install.cmd without /machine, to install only for yourself.
+exit /b 0
 
 :undo
 rem What cannot be loaded cannot be unregistered either.
 del /f /q "%PROBLEM%" >nul 2>nul
 set "SWITCH="
 if "%SCOPE%"=="machine" set "SWITCH=/machine"
-call "%FROM%uninstall.cmd" %SWITCH% /quiet >nul 2>nul
+rem The command call would change a path that contains percent signs.
+pushd "%FROM%"
+call .\uninstall.cmd %SWITCH% /quiet >nul 2>nul
+popd
 exit /b 0
 
 :failed

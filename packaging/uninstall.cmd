@@ -5,7 +5,7 @@ rem   uninstall.cmd /machine     what install.cmd /machine has installed; needs 
 rem   /quiet                     does not wait for a key at the end
 rem It deletes the files that install.cmd has copied and nothing else. The exit code is 0 if KWOUtil is removed, and 1 if
 rem not. A text on the screen says why.
-setlocal
+setlocal EnableExtensions DisableDelayedExpansion
 set "SCOPE=user"
 set "QUIET="
 set "PROBLEM="
@@ -36,6 +36,11 @@ if /i "%HERE%"=="%MACHINEFOLDER%\" set "SCOPE=machine"
 if "%SCOPE%"=="user" set "FOLDER=%LOCALAPPDATA%\Programs\KWOUtil"
 if "%SCOPE%"=="machine" set "FOLDER=%MACHINEFOLDER%"
 if not exist "%FOLDER%\" goto nothing
+rem The installers (.msi) use the same folder, and bring no uninstall.cmd.
+if exist "%FOLDER%\uninstall.cmd" goto mine
+if exist "%FOLDER%\x64\KWOUtil.dll" goto byinstaller
+if exist "%FOLDER%\x86\KWOUtil.dll" goto byinstaller
+:mine
 
 set "REGISTER64="
 set "REGISTER32="
@@ -91,6 +96,13 @@ echo     "%FOLDER%"
 if "%SCOPE%"=="user" if exist "%MACHINEFOLDER%\" echo It is installed for everybody. To remove that, start uninstall.cmd /machine.
 call :wait
 exit /b 0
+
+:byinstaller
+echo KWOUtil was not removed: an installer (.msi) has installed it in
+echo     "%FOLDER%"
+echo What to do: remove it in the settings of Windows, under Apps. If it is not listed there, delete that folder.
+call :wait
+exit /b 1
 
 :noregister
 echo KWOUtil was not removed: Windows could not take this file out of the registry:

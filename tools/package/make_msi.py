@@ -44,6 +44,20 @@ class Element:
         return child
 
 
+def file_version(path):
+    """The version and the language in the resources of a DLL or program. wixl leaves them out; without them Windows takes
+    every installed file that has a version for a newer one, and keeps it."""
+    data = path.read_bytes()
+    signature, name = struct.pack('<II', 0xFEEF04BD, 0x10000), 'Translation\0'.encode('utf-16-le')
+    if data.count(signature) != 1:
+        sys.exit(f'{path}: {data.count(signature)} versions instead of one')
+    at = data.index(signature) + len(signature)
+    high, low = struct.unpack_from('<II', data, at)
+    behind = data.index(name, at) + len(name)
+    language, = struct.unpack_from('<H', data, behind + -behind % 4)
+    return f'{high >> 16}.{high & 0xFFFF}.{low >> 16}.{low & 0xFFFF}', language
+
+
 def library_text(name):
     return re.search(r'helpstring\("([^"]*)"\)\s*\]\s*library ', IDL[name].read_text(encoding='utf-8'))[1]
 
@@ -83,7 +97,8 @@ def add_registration(component, name, bitness, file_id):
         value(f'{program}\\CLSID', one.get('clsid'))
 
 
-def description():
+def description(file_rows):
+    """`file_rows` gets the identifier of each file that has a version, with its version and language."""
     wix = Element('Wix', xmlns='http://schemas.microsoft.com/wix/2006/wi')
     product = wix.add('Product', Id=identifier('product', version, preset), Name='KWOUtil', Language='1033',
                       Version=version, Manufacturer='The KWOUtil developers',
@@ -91,6 +106,10 @@ def description():
     product.add('Package', InstallerVersion='500', Compressed='yes', Description=f'KWOUtil {version}',
                 Manufacturer='The KWOUtil developers', Comments='ALLUSERS=1 installs for the machine')
     product.add('MajorUpgrade', DowngradeErrorMessage='A newer version of KWOUtil is installed. Remove it first.')
+    if preset == 'x86':
+        # Both would share the folder of the 32-bit libraries.
+        product.add('Condition', Message='Use the x64 installer; it installs the 32-bit libraries, too.').node.text = \
+            'Installed OR NOT VersionNT64'
     product.add('Media', Id='1', Cabinet='kwoutil.cab', EmbedCab='yes')
     # For the user, unless the command line says ALLUSERS=1.
     product.add('Property', Id='ALLUSERS', Value='2')
@@ -117,8 +136,10 @@ def description():
             names = [f'{library}.dll', f'{library}.X.manifest']
             names += ['KWOInit.nls'] if library == 'KWOInit' else ['kwohost.exe', 'kwocheck.exe']
             for name in names:
-                component.add('File', Id=f'{name.replace(".", "_")}_{bitness}', Source=f'{bitness}/{name}',
-                              KeyPath='yes' if name.endswith('.dll') else 'no')
+                one = f'{name.replace(".", "_")}_{bitness}'
+                component.add('File', Id=one, Source=f'{bitness}/{name}', KeyPath='yes' if name.endswith('.dll') else 'no')
+                if name.endswith(('.dll', '.exe')):
+                    file_rows.append((one, *file_version(folder / bitness / name)))
             add_registration(component, library, bitness, file_id)
     feature = product.add('Feature', Id='all', Level='1', Title='KWOUtil')
     for name in wanted:
@@ -147,13 +168,17 @@ def set_times():
 
 with tempfile.TemporaryDirectory() as scratch:
     source = pathlib.Path(scratch) / 'kwoutil.wxs'
-    source.write_text(description(), encoding='utf-8')
+    versions = []
+    source.write_text(description(versions), encoding='utf-8')
     said = subprocess.run(['wixl', '--arch', preset, '--output', str(target), str(source)],
                           cwd=folder, env={**os.environ, 'TZ': 'UTC'}, capture_output=True, text=True)
     if said.returncode != 0 or said.stderr.strip():
         sys.exit(f'wixl: exit code {said.returncode}\n{said.stdout}{said.stderr}')
+changes = [f"UPDATE `File` SET `Version` = '{number}', `Language` = '{language}' WHERE `File` = '{one}'"
+           for one, number, language in versions]
 # The root that stands for the user or the machine; wixl writes another number.
-subprocess.run(['msibuild', str(target), '-q', 'UPDATE `Registry` SET `Root` = -1 WHERE `Root` = 4'], check=True)
+changes.append('UPDATE `Registry` SET `Root` = -1 WHERE `Root` = 4')
+subprocess.run(['msibuild', str(target), '-q', *changes], check=True)
 # The package code, which wixl makes at random.
 architecture = 'x64;1033' if preset == 'x64' else 'Intel;1033'
 subprocess.run(['msibuild', str(target), '-s', f'KWOUtil {version}', 'The KWOUtil developers', architecture,
