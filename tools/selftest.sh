@@ -382,7 +382,7 @@ for place in places.places_of(sys.argv[2], ["-std=c++20"]):
 4 2 -> (2 + 1)'
 
 # planting CODE: what Python says that knows how faults are planted.
-planting() { python3 -B -c 'import sys; sys.path.insert(0, sys.argv[1] + "/tools/mutants"); import building, judging, shell
+planting() { /usr/bin/python3 -B -c 'import sys; sys.path.insert(0, sys.argv[1] + "/tools/mutants"); import building, judging, shell
 '"$1" "$KWO_ROOT" | tr -d '\n'; }
 is 'a changed object of a library of objects' \
     "$(planting 'print(*building.with_object(["g++", "-o", "x", "a.o", "b.a"], "a.o", "new.o"))')" 'g++ -o x new.o b.a'
@@ -404,6 +404,22 @@ is 'the test that crashed' "$(planting 'print(judging.failed_test("[ RUN      ] 
 is 'a failure before any test' "$(planting 'print(judging.failed_test("[  FAILED  ] at the start"))')" ''
 is 'tests that are about a source' "$(planting 'for test in "timer_sinks", "timers", "sys_tray":
     print(int(shell.is_about(f"tests/com/{test}_test.cpp", "src/com/timer_object.cpp")))')" 100
+printf '%s\n' '# a comment' 'a.cpp | x + 1; | 1 -> 0 | why' 'a.cpp | f(x, y); | , -> | | why (2 places)' \
+    'b.cpp | g(); | g() -> nothing | elsewhere' >"$scratch/equivalent.txt"
+# miscounted LINE...: what is said of these entries when the source has these lines, each with its one change.
+miscounted() {
+    planting 'from types import SimpleNamespace
+from faults import known_equivalents, miscounted
+lines = {"sum": ("x + 1;", "1 -> 0"), "call": ("f(x, y);", ", -> |")}
+faults = [SimpleNamespace(path="a.cpp", context=lines[name][0], change=lambda name=name: lines[name][1])
+          for name in "'"$*"'".split()]
+print(*miscounted(known_equivalents("'"$scratch/equivalent.txt"'"), faults), sep="; ")'
+}
+is 'known faults in their places' "$(miscounted sum call call)" ''
+is 'a known fault in another place, too' "$(miscounted sum call call sum)" \
+    'a.cpp | x + 1; | 1 -> 0: 2 places instead of 1'
+is 'a known fault whose place is gone' "$(miscounted sum call)" \
+    'a.cpp | f(x, y); | , -> |: 1 places instead of 2'
 # A program that says nothing for a second is stopped; one that goes on speaking is not.
 mkdir -p "$scratch/run"
 limited() { planting 'print(judging.Run(["bash", "-c", "'"$1"'"], "'"$scratch"'", None, {}).until_end(1, 3))'; }

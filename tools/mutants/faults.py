@@ -1,8 +1,10 @@
 """The faults that can be planted, and those that are known to change nothing."""
 
+import collections
 import hashlib
 import json
 import os
+import re
 
 import places
 from building import ROOT
@@ -51,29 +53,43 @@ def places_of(path, options, folder):
     return found
 
 
-def faults_of(part, only):
-    """In the order of the sources; ONLY is a part of `PATH:LINE:`."""
+def faults_of(part, path_part):
+    """Of the sources whose path has that part, in their order."""
     folder = os.path.join(part.work, "places")
     os.makedirs(folder, exist_ok=True)
     found = []
-    for path in sorted(path for path in part.sources if only.split(":")[0] in path):
+    for path in sorted(path for path in part.sources if path_part in path):
         lines = read(os.path.join(ROOT, path)).decode().split("\n")
         found += [Fault(path, place, lines) for place in places_of(path, part.options_to_parse(path), folder)]
-    return [fault for fault in found if only in fault.where() + ":"]
+    return found
 
 
-def known_equivalents():
-    """Lines of `FILE | TEXT OF THE LINE | CHANGE | REASON`."""
-    known = set()
-    with open(EQUIVALENT, encoding="utf-8") as file:
+def known_equivalents(path=EQUIVALENT):
+    """How many places each entry of `FILE | TEXT OF THE LINE | CHANGE | REASON` stands for. It says so at the end of its
+    reason if there are several: `(2 places)`."""
+    known = {}
+    with open(path, encoding="utf-8") as file:
         for line in file:
             if line.strip() and not line.startswith("#"):
                 path, context, rest = line.strip().split(" | ", 2)
                 # The change may be one of `|`.
                 change, reason = rest.rsplit(" | ", 1)
                 assert reason, f"{path}: {change}: no reason"
-                known.add((path, context, change))
+                count = re.search(r" \((\d+) places\)$", reason)
+                known[path, context, change] = int(count[1]) if count else 1
     return known
+
+
+def miscounted(known, faults):
+    """The entries for the sources of these faults, which must be all of theirs, that stand for more or fewer places than
+    they say: the same text may have got into another place, where it does make a difference."""
+    sources = {fault.path for fault in faults}
+    found = collections.Counter((fault.path, fault.context, fault.change()) for fault in faults)
+    return [
+        f"{' | '.join(entry)}: {found[entry]} places instead of {count}"
+        for entry, count in known.items()
+        if entry[0] in sources and found[entry] != count
+    ]
 
 
 def spread(total, count, seed):

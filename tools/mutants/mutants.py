@@ -14,7 +14,7 @@ import sys
 import threading
 import time
 
-from faults import faults_of, known_equivalents, spread
+from faults import faults_of, known_equivalents, miscounted, spread
 from judging import Times
 from logic import Logic
 from shell import Shell
@@ -94,14 +94,18 @@ def plant(faults, candidates, workers, known, tally):
 def main():
     options = read_options()
     part = Shell() if options.shell else Logic()
-    faults = faults_of(part, options.only)
+    of_sources = faults_of(part, options.only.split(":")[0])
+    known = known_equivalents()
+    wrong = miscounted(known, of_sources)
+    if wrong:
+        sys.exit("equivalent.txt: " + "\nequivalent.txt: ".join(wrong))
+    faults = [fault for fault in of_sources if options.only in fault.where() + ":"]
     if not faults:
         sys.exit(f"no place is called {options.only}")
     if options.list:
         for fault in faults:
             print(f"{fault.where()}: {fault.change()}")
         return 0
-    known = known_equivalents()
     print(f"seed {options.seed}: {options.count} of {len(faults)} places", flush=True)
     # Programs under Wine share a registry and a screen.
     jobs = 1 if options.shell else options.jobs
