@@ -1,6 +1,7 @@
 #include <climits>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "timer_client.h"
 
@@ -8,6 +9,16 @@ namespace kwo::com_test {
 namespace {
 
 class TimerProperties : public TimerClient {};
+
+std::vector<LONG> NumbersOf(const VARIANT& array) {
+    std::vector<LONG> numbers(array.parray->rgsabound[0].cElements);
+    LONG index = array.parray->rgsabound[0].lLbound;
+    for (LONG& number : numbers) {
+        SafeArrayGetElement(array.parray, &index, &number);
+        ++index;
+    }
+    return numbers;
+}
 
 TEST_F(TimerProperties, ItemIsEmptyAtFirst) {
     EXPECT_EQ(Get(mTimer.Get(), L"Item").result.vt, VT_EMPTY);
@@ -20,6 +31,10 @@ TEST_F(TimerProperties, ItemKeepsValuesOfEveryKind) {
     Var array;
     array.vt = VT_ARRAY | VT_I4;
     array.parray = SafeArrayCreateVector(VT_I4, 3, 5);
+    for (LONG index = 3; index < 8; ++index) {
+        LONG number = index + 7;
+        SafeArrayPutElement(array.parray, &index, &number);
+    }
     const Var values[] = {Var(L"text"), Var(7),          Var(2.5), Var(true), Var(5'000'000'000LL),
                           Var::Null(),  Var::Date(1.25), decimal,  array,     Var::Error(E_FAIL)};
     for (const Var& value : values) {
@@ -29,7 +44,8 @@ TEST_F(TimerProperties, ItemKeepsValuesOfEveryKind) {
         EXPECT_EQ(got.result.vt, value.vt);
         if (value.vt == (VT_ARRAY | VT_I4)) {
             EXPECT_NE(got.result.parray, value.parray);
-            EXPECT_EQ(got.result.parray->rgsabound[0].cElements, 5u);
+            EXPECT_EQ(NumbersOf(got.result), (std::vector<LONG>{10, 11, 12, 13, 14}));
+            EXPECT_EQ(got.result.parray->rgsabound[0].lLbound, 3);
         } else if (value.vt != VT_NULL) {
             EXPECT_EQ(
                 static_cast<int>(value.vt == VT_ERROR ? (value.scode == got.result.scode ? VARCMP_EQ : VARCMP_LT)
@@ -41,7 +57,7 @@ TEST_F(TimerProperties, ItemKeepsValuesOfEveryKind) {
     }
 }
 
-TEST_F(TimerProperties, ItemFollowsReferences) {
+TEST_F(TimerProperties, ItemTakesTheValueBehindAReference) {
     LONG number = 5;
     ASSERT_EQ(Hex(Let(mTimer.Get(), L"Item", Var::Ref(&number)).status), Hex(S_OK));
     number = 6;

@@ -315,29 +315,6 @@ TEST_F(Unloading, TheSystemLetsAnUnusedDllGo) {
 
 // Apartments
 
-TEST(Apartments, TimersOfTwoThreadsTickEachOnItsOwn) {
-    std::atomic<int> good = 0;
-    const auto work = [&good] {
-        if (FAILED(CoInitialize(nullptr))) return;
-        {
-            const ComPtr<IDispatch> timer = Create(L"KWOTimer");
-            Let(timer.Get(), L"Interval", 20);
-            Let(timer.Get(), L"Enabled", true);
-            ProcessMessagesFor(200);
-            // Cancelling one thread's rows must leave the other's alone.
-            const bool enabled = Get(timer.Get(), L"Enabled").result.boolVal == VARIANT_TRUE;
-            if (enabled && Call(timer.Get(), L"CancelTimers").status == S_OK) ++good;
-        }
-        CoUninitialize();
-    };
-    Thread first(work);
-    Thread second(work);
-    first.Join();
-    second.Join();
-
-    EXPECT_EQ(good, 2);
-}
-
 TEST(Apartments, TwoAtOnceEachHaveTheirObjects) {
     std::atomic<int> good = 0;
     const auto work = [&good] {
