@@ -49,6 +49,8 @@ void Collect(HKEY key, const std::wstring& path, Snapshot& snapshot) {
             continue;
         HKEY child = nullptr;
         const std::wstring below(name.data(), nameLength);
+        // The desktop keeps the user's views of folders there, and changes them at any time.
+        if (path.empty() && lstrcmpiW(below.c_str(), L"Local Settings") == 0) continue;
         if (RegOpenKeyExW(key, below.c_str(), 0, KEY_READ, &child) != ERROR_SUCCESS) continue;
         Collect(child, path + L'\\' + below, snapshot);
         RegCloseKey(child);
