@@ -34,6 +34,12 @@ protected:
             platform().messages.ProcessPending();
         }
     }
+    /// Time passes and no message is processed. One wait alone may end early.
+    void WaitIdly(std::uint32_t ms) {
+        const std::uint32_t begin = platform().clock.TickCount();
+        while (platform().clock.TickCount() - begin < ms)
+            platform().messages.WaitForInput(20, 0);
+    }
 
     platform::TimerService& timers = platform().timers;
     CountingHandler handler;
@@ -55,9 +61,9 @@ TEST_F(TimerServiceContract, FiresAgainAndAgainUntilItIsStopped) {
 }
 
 TEST_F(TimerServiceContract, FiresOnlyWhileMessagesAreProcessed) {
-    const std::int32_t id = timers.Start(10, handler);
+    const std::int32_t id = timers.Start(50, handler);
 
-    platform().messages.WaitForInput(100, 0);
+    WaitIdly(200);
     EXPECT_EQ(handler.calls, 0);
     platform().messages.ProcessPending();
     EXPECT_EQ(handler.calls, 1) << "what was missed comes once";
@@ -67,7 +73,7 @@ TEST_F(TimerServiceContract, FiresOnlyWhileMessagesAreProcessed) {
 
 TEST_F(TimerServiceContract, MessageOfATimerThatWasStoppedIsLost) {
     const std::int32_t id = timers.Start(10, handler);
-    platform().messages.WaitForInput(100, 0);
+    WaitIdly(100);
 
     timers.Stop(id);
     ProcessFor(100);
