@@ -12,6 +12,7 @@
 #include "dll_under_test.h"
 #include "host_box.h"
 #include "host_pane.h"
+#include "support/american_formats.h"
 #include "thread.h"
 
 namespace kwo::com_test {
@@ -66,6 +67,9 @@ private:
 
 class SpokenControls : public ::testing::Test {
 protected:
+    void SetUp() override {
+        if (!test_support::HasAmericanFormats()) GTEST_SKIP() << "readers are told in the user's own language";
+    }
     /// Objects know of a service, or of none, as long as their apartment lives: so each test has its own.
     template <class Body>
     void InAnApartment(Body body) {

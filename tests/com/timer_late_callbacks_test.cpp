@@ -107,6 +107,13 @@ TEST_F(TimerLateCallbacks, TimerMayBeReplacedInTheListenersVariable) {
     EXPECT_EQ(mTimer.Reset(), 0u) << "no reference to the timer is lost or left";
 }
 
+/// A day as the user writes it.
+std::wstring TextOfDay(DATE day) {
+    Bstr text;
+    EXPECT_EQ(Hex(VarBstrFromDate(day, LOCALE_USER_DEFAULT, 0, text.Out())), Hex(S_OK));
+    return text.Text();
+}
+
 TEST_F(TimerLateCallbacks, AnswersOfOtherKindsAreConverted) {
     struct Answer {
         Var tag;
@@ -115,8 +122,11 @@ TEST_F(TimerLateCallbacks, AnswersOfOtherKindsAreConverted) {
         double expectedDate;
     };
     const Answer answers[] = {
-        {Var(L"12"), Var(2.5), 12, 2.5}, {Var(7.5), Var(3), 8, 3.0}, {Var(short{-4}), Var(L"1/2/1900"), -4, 3.0},
-        {Var(true), Var(), -1, 0.0},     {Var(), Var(5LL), 0, 5.0},
+        {Var(L"12"), Var(2.5), 12, 2.5},
+        {Var(7.5), Var(3), 8, 3.0},
+        {Var(short{-4}), Var(TextOfDay(3).c_str()), -4, 3.0},
+        {Var(true), Var(), -1, 0.0},
+        {Var(), Var(5LL), 0, 5.0},
     };
     Sink& listener = NewListener(L"Alarm");
     for (const Answer& answer : answers) {

@@ -68,6 +68,8 @@ public:
     virtual platform::Platform& Services() = 0;
     /// True if Wine is used in place of Windows.
     virtual bool IsWine() const { return false; }
+    /// True if the user has the language, the formats and the code page of the United States.
+    virtual bool HasAmericanFormats() const { return true; }
 
     /// Puts an action into the thread's message queue.
     virtual void Post(std::function<void()> action) = 0;
@@ -157,6 +159,10 @@ inline std::string Printed(TextView text) {
     }
     return printed;
 }
+
+/// Skips a test that writes what it expects as the United States do.
+#define NEED_AMERICAN_FORMATS() \
+    if (!outside().HasAmericanFormats()) GTEST_SKIP() << "the user's language or formats are others"
 
 /// Expects `windows`; where Wine is known to do otherwise expects that, so that the run fails when Wine has changed.
 #define EXPECT_EQ_BUT_WINE(value, windows, wine) \

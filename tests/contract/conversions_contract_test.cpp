@@ -126,6 +126,7 @@ TEST_F(ConversionsContract, KindsWithoutAValueMismatch) {
 }
 
 TEST_F(ConversionsContract, TextsThatAreNumbers) {
+    NEED_AMERICAN_FORMATS();
     struct Row {
         const char16_t* text;
         double value;
@@ -155,6 +156,7 @@ TEST_F(ConversionsContract, BooleanTextsAreKnown) {
 }
 
 TEST_F(ConversionsContract, ValuesHaveATextForm) {
+    NEED_AMERICAN_FORMATS();
     EXPECT_EQ(conversions.ToText(std::int16_t{-5}), u"-5");
     EXPECT_EQ(conversions.ToText(std::int32_t{-2147483647 - 1}), u"-2147483648");
     EXPECT_EQ(conversions.ToText(std::uint8_t{200}), u"200");
@@ -211,6 +213,7 @@ TEST_F(ConversionsContract, TextFormOfADateNamesItsDayUnlessTheTimeRoundsUpToMid
 }
 
 TEST_F(ConversionsContract, TextsThatAreDates) {
+    NEED_AMERICAN_FORMATS();
     struct Row {
         const char16_t* text;
         double days;
@@ -229,6 +232,7 @@ TEST_F(ConversionsContract, TextsThatAreDates) {
 }
 
 TEST_F(ConversionsContract, NumbersByThePatternsInUse) {
+    NEED_AMERICAN_FORMATS();
     struct Row {
         double value;
         const char16_t* pattern;
@@ -279,6 +283,7 @@ TEST_F(ConversionsContract, NumbersByThePatternsInUse) {
 }
 
 TEST_F(ConversionsContract, DatesByThePatternsInUse) {
+    NEED_AMERICAN_FORMATS();
     struct Row {
         double days;
         const char16_t* pattern;
@@ -303,10 +308,11 @@ TEST_F(ConversionsContract, ShortDateHasDayMonthAndYear) {
     EXPECT_NE(text.find(u"16"), Text::npos) << Printed(text);
     EXPECT_NE(text.find(u"26"), Text::npos) << Printed(text);
     EXPECT_EQ(text.find(u':'), Text::npos) << Printed(text);
-    EXPECT_EQ(text, u"11/16/2026") << "the suite runs in the United States' English locale";
+    if (outside().HasAmericanFormats()) EXPECT_EQ(text, u"11/16/2026");
 }
 
 TEST_F(ConversionsContract, EveryAnsiByteSurvivesTheWayThereAndBack) {
+    NEED_AMERICAN_FORMATS();
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);

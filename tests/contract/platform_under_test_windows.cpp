@@ -15,6 +15,7 @@
 #include "com_support/module_path.h"
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
+#include "support/american_formats.h"
 #include "support/foreground.h"
 #include "windows/scripted_dispatch.h"
 #include "windows/thread_windows.h"
@@ -172,6 +173,7 @@ public:
     bool IsWine() const override {
         return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
     }
+    bool HasAmericanFormats() const override { return test_support::HasAmericanFormats(); }
     void Post(std::function<void()> action) override {
         auto* copy = new std::function<void()>(std::move(action));
         ASSERT_TRUE(PostMessageW(mMessages, kRunAction, 0, reinterpret_cast<LPARAM>(copy)));

@@ -9,6 +9,7 @@
 #include <limits>
 
 #include "platform/windows/variant_bridge.h"
+#include "support/american_formats.h"
 #include "support/raised.h"
 
 namespace kwo::platform::windows {
@@ -290,6 +291,12 @@ TEST_F(WindowsConversionsTest, AQuestionMarkStandsForWhatTheCodePageLacks) {
     EXPECT_EQ(conversions.ToAnsi(u"a漢b"), "a?b");
     EXPECT_EQ(conversions.ToAnsi(u"\U0001F600"), "??");
     EXPECT_EQ(conversions.ToAnsi(u"€ä"), "\x80\xE4");
+}
+
+TEST(AmericanFormats, AreThoseOfWineHere) {
+    if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr)
+        GTEST_SKIP() << "the user of Windows has the formats that he likes";
+    EXPECT_TRUE(test_support::HasAmericanFormats()) << "else tests that need them are skipped everywhere";
 }
 
 }  // namespace
