@@ -9,10 +9,10 @@ Check "no such tool", path = ""
 ' A child that may write, and one that is kept from it. Each makes a file when it has ended.
 Set files = CreateObject("Scripting.FileSystemObject")
 Function Ended(name)
-    deadline = Timer + 20
-    Do Until files.FileExists(name) Or Timer > deadline
+    For turn = 1 To 400
+        If files.FileExists(name) Then Exit For
         WScript.Sleep 50
-    Loop
+    Next
     Ended = files.FileExists(name)
     If Ended Then files.DeleteFile name
 End Function

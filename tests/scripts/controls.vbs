@@ -138,6 +138,7 @@ Sub picHeld_MouseDown(Button, Shift, X, Y)
     begun = Timer
     view.MouseDown Button, Shift, X, Y
     lasted = Timer - begun
+    If lasted < 0 Then lasted = lasted + 86400      ' midnight has passed
 End Sub
 Sub closer_Alarm(sender, tag, newDateTime)
     form.Close

@@ -55,7 +55,7 @@ About "`CBool`, `CByte`, `CCur`, `CDbl`, `CInt`, `CLng`, `CSng`, `CStr`" : holds
 About "`CDate`" : holds = CDate("2026-11-21") = DateSerial(2026, 11, 21) And CDate(1) = DateSerial(1899, 12, 31)
 About "`ChrB`" : text = ChrB(65) : holds = Err.Number = 0
 About "`ChrW`" : holds = ChrW(65) = "A"
-About "`Date`, `Time`, `Now`, `Timer`" : holds = Date = Int(Now) And Time < 1 And Timer > 0
+About "`Date`, `Time`, `Now`, `Timer`" : holds = (Date = Int(Now) Or Date = Int(Now)) And Time < 1 And Timer >= 0
 About "`DateAdd` of months" : holds = DateAdd("m", 1, DateSerial(2026, 1, 31)) = DateSerial(2026, 2, 28)
 About "`DateAdd` of days, hours, seconds" : holds = DateAdd("d", 1, DateSerial(2026, 11, 21)) = DateSerial(2026, 11, 22) And DateAdd("h", 24, DateSerial(2026, 11, 21)) = DateSerial(2026, 11, 22)
 About "`DateDiff`" : holds = DateDiff("d", DateSerial(2026, 11, 21), DateSerial(2026, 11, 23)) = 2

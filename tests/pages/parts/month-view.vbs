@@ -1,5 +1,7 @@
 ShowInFront frmMain
-Check "the month of today", view.VisibleMonth = Month(Date) And view.VisibleYear = Year(Date)
+' The calendar has asked for the date some seconds ago.
+shown = DateSerial(view.VisibleYear, view.VisibleMonth, 1)
+Check "the month of today", shown = DateSerial(Year(Now), Month(Now), 1) Or shown = DateSerial(Year(Now - 1 / 1440), Month(Now - 1 / 1440), 1)
 Function MonthCount
     MonthCount = view.VisibleYear * 12 + view.VisibleMonth
 End Function
