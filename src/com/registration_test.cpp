@@ -675,6 +675,37 @@ TEST_F(Registration, ModuleWithoutATypeLibraryIsRefused) {
     EXPECT_EQ(Difference(before, Now()), "");
 }
 
+// On 64-bit Windows each bitness has classes of its own.
+TEST(WindowsRegistrationStoreViews, AreToldApart) {
+    constexpr REGSAM kOwn = sizeof(void*) == 8 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
+    constexpr REGSAM kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    constexpr wchar_t kPath[] = L"Software\\Classes\\CLSID\\{6b776f75-0009-4a61-9e2d-30b7c1d25f11}";
+    const auto make = [&](REGSAM view) {
+        HKEY key = nullptr;
+        const LSTATUS made =
+            RegCreateKeyExW(HKEY_LOCAL_MACHINE, kPath, 0, nullptr, 0, KEY_WRITE | view, nullptr, &key, nullptr);
+        if (made == 0) RegCloseKey(key);
+        return made;
+    };
+    const auto remove = [&](REGSAM view) { EXPECT_EQ(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, kPath, view, 0), 0); };
+    WindowsRegistrationStore store(HKEY_LOCAL_MACHINE);
+    bool isEmpty = false;
+
+    const LSTATUS made = make(kOther);
+    if (made == ERROR_ACCESS_DENIED) GTEST_SKIP() << "this takes an administrator's rights";
+    ASSERT_EQ(made, 0);
+    const bool isOneView = store.IsEmpty(kPath, isEmpty) == 0;
+    const bool otherHasIt = store.OtherBitnessHas(kPath);
+    remove(kOther);
+    if (isOneView) GTEST_SKIP() << "this system has one view of the registry";
+    EXPECT_TRUE(otherHasIt);
+
+    ASSERT_EQ(make(kOwn), 0);
+    EXPECT_EQ(store.IsEmpty(kPath, isEmpty), 0);
+    EXPECT_FALSE(store.OtherBitnessHas(kPath));
+    remove(kOwn);
+}
+
 /// The real keys of the machine and of the user, in both views.
 class RealRegistration : public testing::TestWithParam<Scope> {
 protected:
