@@ -18,6 +18,8 @@ public:
         view.emplace(component);
         host.onIntrusion = [this] { Operate(); };
         desktop.mouse.wasPressed = true;
+        // Drawing takes time. Without it an arrow that is held with an interval of 0 would draw on and on.
+        desktop.clock.msPerReading = 1;
     }
 
     bool Create(HostObjectRef box) {
