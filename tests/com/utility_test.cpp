@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 
@@ -292,12 +293,19 @@ DWORD MillisecondsOf(IDispatch* utility, int seconds) {
     return GetTickCount() - before;
 }
 
+/// The shortest of some pauses that should take no time: a busy machine prolongs one, but hardly each of them.
+DWORD ShortestOf(IDispatch* utility, int seconds) {
+    DWORD shortest = MAXDWORD;
+    for (int i = 0; i < 5; ++i)
+        shortest = std::min(shortest, MillisecondsOf(utility, seconds));
+    return shortest;
+}
+
 TEST_F(UtilityClass, APauseIsNeverTooShort) {
     EXPECT_GE(MillisecondsOf(mUtility.Get(), 1), 1000u);
     EXPECT_GE(MillisecondsOf(mUtility.Get(), 100), 100u);
-    EXPECT_LT(MillisecondsOf(mUtility.Get(), 0), 1000u);
-    for (const int seconds : {-1, -32, -33, -100, -32'768})
-        EXPECT_LT(MillisecondsOf(mUtility.Get(), seconds), 1000u) << seconds;
+    for (const int seconds : {0, -1, -32, -33, -100, -32'768})
+        EXPECT_LT(ShortestOf(mUtility.Get(), seconds), 1000u) << seconds;
 }
 
 TEST_F(UtilityClass, APauseGivesUpWhenTheProgramIsAskedToQuit) {
@@ -315,7 +323,7 @@ TEST_F(UtilityClass, From33To99SecondsAnOverflowComesBeforeAnyWait) {
         const Outcome outcome = Call(mUtility.Get(), L"KWO_Pause", {seconds});
         EXPECT_EQ(Hex(outcome.scode), Hex(kOverflow)) << seconds;
         EXPECT_EQ(outcome.source, L"KWOUtility.KWO_Pause");
-        EXPECT_LT(GetTickCount() - before, 1000u);
+        EXPECT_LT(GetTickCount() - before, 10'000u);
     }
 }
 
@@ -333,6 +341,20 @@ TEST_F(UtilityClass, MessagesAreProcessedDuringAPause) {
 
     EXPECT_GE(theTicks, 2);
 }
+
+/// A window of this program, which it tries to put in front of all others.
+class OwnWindow {
+public:
+    OwnWindow() { test_support::TakeForeground(mWindow); }
+    OwnWindow(const OwnWindow&) = delete;
+    OwnWindow& operator=(const OwnWindow&) = delete;
+    ~OwnWindow() { DestroyWindow(mWindow); }
+    bool IsInFront() const { return GetForegroundWindow() == mWindow; }
+
+private:
+    HWND mWindow = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100, nullptr,
+                                   nullptr, GetModuleHandleW(nullptr), nullptr);
+};
 
 /// Starts the second program, whose windows are closed at the end.
 class StartOrActivate : public UtilityClass {
@@ -383,18 +405,19 @@ protected:
         }
         return {};
     }
-    /// The same without waiting.
-    std::string ReportAtOnce() const {
+    /// Empty if no program has been started within half a second.
+    std::string ReportSoon() const {
         Sleep(500);
         return GetFileAttributesW(mReport.c_str()) == INVALID_FILE_ATTRIBUTES ? std::string() : Report();
     }
     static HWND WindowOf(const wchar_t* title) { return FindWindowW(L"KWOSecondProgram", title); }
     /// Another program's window takes its time, and on a busy screen the focus may be lost on the way: it is asked for
     /// again from time to time.
-    bool ComesToTheFront(HWND window) {
+    bool ComesToTheFront(const wchar_t* title) {
+        const HWND window = WindowOf(title);
         for (int i = 0; i < 1000 && GetForegroundWindow() != window; ++i) {
             if (i % 100 == 99) {
-                EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"The Running One"), 1);
+                EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, title), 1);
             }
             MSG message;
             while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
@@ -442,18 +465,14 @@ TEST_F(StartOrActivate, ABlankStandsBehindAProgramWithoutParameters) {
 TEST_F(StartOrActivate, ARunningInstanceComesToTheFrontInstead) {
     const long task = LoadSecond(L"\"The Running One\"");
     ASSERT_NE(Report(), "");
-    const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100, nullptr,
-                                     nullptr, GetModuleHandleW(nullptr), nullptr);
-    test_support::TakeForeground(own);
-    ASSERT_EQ(GetForegroundWindow(), own);
+    const OwnWindow own;
+    ASSERT_TRUE(own.IsInFront());
 
     EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"the running one"), 1);
 
-    const HWND window = WindowOf(L"The Running One");
-    EXPECT_EQ(task, static_cast<long>(ProcessOf(window)));
-    EXPECT_TRUE(ComesToTheFront(window));
+    EXPECT_EQ(task, static_cast<long>(ProcessOf(WindowOf(L"The Running One"))));
+    EXPECT_TRUE(ComesToTheFront(L"The Running One"));
     EXPECT_EQ(WindowOf(L"Other"), nullptr);
-    DestroyWindow(own);
 }
 
 TEST_F(StartOrActivate, AMinimisedInstanceIsRestored) {
@@ -476,8 +495,10 @@ TEST_F(StartOrActivate, AMinimisedInstanceIsRestored) {
 TEST_F(StartOrActivate, AMaximisedInstanceStaysMaximised) {
     LoadSecond(L"Maximised", SW_SHOWMAXIMIZED);
     ASSERT_NE(Report(), "");
+    const OwnWindow own;
+    ASSERT_TRUE(own.IsInFront());
     EXPECT_EQ(LoadSecond(L"Other", SW_SHOWNORMAL, L"Maximised"), 1);
-    Sleep(200);
+    ASSERT_TRUE(ComesToTheFront(L"Maximised"));
     EXPECT_TRUE(IsZoomed(WindowOf(L"Maximised")));
 }
 
@@ -543,7 +564,7 @@ TEST_F(StartOrActivate, ALongCommandLineIsRefusedAtOnce) {
     EXPECT_EQ(Load(L"", program, std::wstring(room + 1, L'x'), 1, L""), 0);
     EXPECT_EQ(Load(L"", program, std::wstring(L"a\0b", 3), 1, L""), 0);
     EXPECT_EQ(user.boxes.size(), 3u);
-    EXPECT_EQ(ReportAtOnce(), "");
+    EXPECT_EQ(ReportSoon(), "");
     EXPECT_NE(Load(L"", program, std::wstring(room, L'x'), 1, L""), 0);
     EXPECT_NE(Report(), "");
 }
