@@ -225,12 +225,11 @@ std::vector<std::string> DumpEnumeration(ITypeInfo* info) {
     const TypeAttributes attributes(*info);
     std::vector<std::string> lines;
     for (UINT i = 0; i < attributes->cVars; ++i) {
-        VARDESC* variable = nullptr;
-        if (FAILED(info->GetVarDesc(i, &variable))) continue;
+        const com_support::VariableDescription variable(*info, i);
+        if (!variable) continue;
         Bstr name;
         info->GetDocumentation(variable->memid, name.Out(), nullptr, nullptr, nullptr);
         lines.push_back(Narrow(name.Text()) + " = " + ValueText(*variable->lpvarValue));
-        info->ReleaseVarDesc(variable);
     }
     return lines;
 }

@@ -55,16 +55,15 @@ protected:
 TEST_F(TypeLibrary, NameVersionAndHelpOfTheLibraryEqualTheList) {
     Bstr name;
     Bstr help;
-    TLIBATTR* attributes = nullptr;
     ASSERT_EQ(Hex(mLibrary->GetDocumentation(-1, name.Out(), help.Out(), nullptr, nullptr)), Hex(S_OK));
-    ASSERT_EQ(Hex(mLibrary->GetLibAttr(&attributes)), Hex(S_OK));
+    const com_support::LibraryAttributes attributes(*mLibrary.Get());
+    ASSERT_EQ(Hex(attributes.Status()), Hex(S_OK));
 
     EXPECT_EQ(Narrow(name.Text()), Golden().name);
     EXPECT_EQ(Narrow(help.Text()), Golden().help);
     EXPECT_EQ(attributes->wMajorVerNum, Golden().majorVersion);
     EXPECT_EQ(attributes->wMinorVerNum, Golden().minorVersion);
     EXPECT_EQ(attributes->syskind, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
-    mLibrary->ReleaseTLibAttr(attributes);
 }
 
 TEST_F(TypeLibrary, InTheDllEqualsTheList) {
@@ -199,10 +198,9 @@ std::wstring GuidText(REFGUID guid) {
 }
 
 TEST_F(TypeLibrary, IdentifiersNeverChange) {
-    TLIBATTR* library = nullptr;
-    ASSERT_EQ(Hex(mLibrary->GetLibAttr(&library)), Hex(S_OK));
+    const com_support::LibraryAttributes library(*mLibrary.Get());
+    ASSERT_EQ(Hex(library.Status()), Hex(S_OK));
     EXPECT_EQ(GuidText(library->guid), L"{548B7A79-6EC2-4190-8590-E39BA0B37159}");
-    mLibrary->ReleaseTLibAttr(library);
 
     for (const auto& [name, identifier] : kIdentifiers) {
         const ComPtr<ITypeInfo> info = TypeInfoOf(mLibrary.Get(), name);

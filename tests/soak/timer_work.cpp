@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "com_support/type_description.h"
 #include "dll_under_test.h"
 #include "findings.h"
 
@@ -43,11 +44,9 @@ const Interfaces& KnownInterfaces() {
             MEMBERID member = 0;
             USHORT count = 1;
             library->FindName(const_cast<LPOLESTR>(name), 0, info.Out(), &member, &count);
-            TYPEATTR* attributes = nullptr;
-            if (count != 1 || FAILED(info->GetTypeAttr(&attributes))) return IID_NULL;
-            const IID id = attributes->guid;
-            info->ReleaseTypeAttr(attributes);
-            return id;
+            if (count != 1) return IID_NULL;
+            const com_support::TypeAttributes attributes(*info);
+            return attributes ? attributes->guid : IID_NULL;
         };
         found = {idOf(L"__KWOTimer"), idOf(L"_IKWOTimer"), idOf(L"_IKWOAlarm")};
         return found;

@@ -4,6 +4,7 @@
 #include <olectl.h>
 #include <shellapi.h>
 
+#include "com_support/module_path.h"
 #include "com_support/owned_array.h"
 #include "fault_rounds.h"
 #include "host_box.h"
@@ -451,9 +452,7 @@ private:
 };
 
 std::wstring CompanionScenario::DistFile() {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(GetModuleHandleW(L"KWOInit.dll"), path, MAX_PATH);
-    std::wstring file = path;
+    const std::wstring file = com_support::ModulePath(GetModuleHandleW(L"KWOInit.dll"));
     return file.substr(0, file.rfind(L'\\')) + L"\\KWOInit.nls";
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "com_support/com_ptr.h"
 #include "recording_dispatch.h"
 #include "support/raised.h"
 
@@ -668,18 +669,16 @@ TEST_F(DispatchObjectTest, IdentityIsTheObjectsNotTheReferences) {
 
 TEST_F(DispatchObjectTest, TheTypesNameComesFromTheTypeInformation) {
     EXPECT_EQ(object->TypeName(), u"");
-    ICreateTypeLib2* library = nullptr;
-    ICreateTypeInfo* creator = nullptr;
-    ASSERT_EQ(::CreateTypeLib2(SYS_WIN32, L"unsaved.tlb", &library), S_OK);
+    com_support::ComPtr<ICreateTypeLib2> library;
+    com_support::ComPtr<ICreateTypeInfo> creator;
+    com_support::ComPtr<ITypeInfo> picture;
+    ASSERT_EQ(::CreateTypeLib2(SYS_WIN32, L"unsaved.tlb", library.Out()), S_OK);
     std::wstring name = L"PictureBox";
-    ASSERT_EQ(library->CreateTypeInfo(name.data(), TKIND_DISPATCH, &creator), S_OK);
-    ASSERT_EQ(creator->QueryInterface(IID_ITypeInfo, reinterpret_cast<void**>(&target.typeInfo)), S_OK);
+    ASSERT_EQ(library->CreateTypeInfo(name.data(), TKIND_DISPATCH, creator.Out()), S_OK);
+    ASSERT_EQ(creator->QueryInterface(IID_ITypeInfo, picture.OutVoid()), S_OK);
+    target.typeInfo = picture.Get();
 
     EXPECT_EQ(object->TypeName(), u"PictureBox");
-
-    target.typeInfo->Release();
-    creator->Release();
-    library->Release();
 }
 
 }  // namespace
