@@ -2,9 +2,12 @@
 
 #include <utility>
 
+#include "platform/host_errors.h"
+
 namespace kwo::controls {
 
 using platform::ComponentError;
+using platform::Try;
 
 void MonthModel::SetFocus(Date day) {
     mVisible = DayOf(day);
@@ -61,19 +64,13 @@ bool MonthModel::IsSelected(Date date) const {
 }
 
 void MonthModel::Select(Date date) {
-    try {
-        mSelected.Add(date);
-    } catch (const ComponentError&) {
-        // An invalid date is ignored.
-    }
+    // An invalid date is ignored.
+    Try([&] { mSelected.Add(date); });
 }
 
 void MonthModel::Deselect(Date date) {
-    try {
-        mSelected.Remove(date);
-    } catch (const ComponentError&) {
-        // An invalid date is never selected.
-    }
+    // An invalid date is never selected.
+    Try([&] { mSelected.Remove(date); });
 }
 
 void MonthModel::ClickDay(Date day) {

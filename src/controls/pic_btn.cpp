@@ -17,6 +17,7 @@ namespace {
 
 using platform::ComponentError;
 using platform::Key;
+using platform::Try;
 
 /// Stands for the access key among the key codes.
 constexpr std::int16_t kAccessKey = -1;
@@ -236,11 +237,8 @@ void KWOPicBtn::NotifyClick() {
 }
 
 Text KWOPicBtn::StepText(std::int32_t message) {
-    try {
-        mComponent.messages.KWOInitialize();
-    } catch (const ComponentError&) {
-        // The button works without the texts of its steps.
-    }
+    // The button works without the texts of its steps.
+    Try([&] { mComponent.messages.KWOInitialize(); });
     return u"\r\n" + mComponent.messages.KWO_GetMsg(message);
 }
 

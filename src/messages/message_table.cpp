@@ -8,6 +8,7 @@
 #include "platform/component_factory.h"
 #include "platform/conversions.h"
 #include "platform/host_application.h"
+#include "platform/host_errors.h"
 
 namespace kwo::messages {
 
@@ -19,6 +20,7 @@ using platform::HostObjectRef;
 using platform::Int16Array;
 using platform::RuntimeError;
 using platform::TextArray;
+using platform::Try;
 using platform::Variant;
 
 constexpr TextView kUndefined = u"Undefined Message";
@@ -177,11 +179,8 @@ Text MessageTable::KWO_GetMsg(std::int32_t msgNo, std::span<const Variant> args)
 }
 
 Text MessageTable::TextOrBuiltIn(std::int32_t msgNo, TextView builtIn, std::span<const Text> values) {
-    try {
-        KWOInitialize();
-    } catch (const platform::ComponentError&) {
-        // The built-in text does without a table.
-    }
+    // The built-in text does without a table.
+    Try([&] { KWOInitialize(); });
     const TextView known = Known(msgNo);
     return Filled(known.empty() ? builtIn : known, values);
 }

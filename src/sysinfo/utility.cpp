@@ -7,6 +7,7 @@
 #include "platform/component_error.h"
 #include "platform/conversions.h"
 #include "platform/file_system.h"
+#include "platform/host_errors.h"
 #include "platform/message_loop.h"
 #include "platform/programs.h"
 #include "platform/whole_numbers.h"
@@ -16,8 +17,8 @@ namespace kwo::sysinfo {
 namespace {
 
 using platform::ComponentError;
-using platform::Missing;
 using platform::Null;
+using platform::Try;
 using platform::Variant;
 
 constexpr std::int32_t kCannotStart = 1930;
@@ -157,11 +158,8 @@ std::int32_t KWOUtility::Start(TextView commandLine, std::int16_t winMode) {
 
 void KWOUtility::TellFailedStart(TextView appPath, TextView appProg) {
     constexpr std::int32_t kExclamation = 48;
-    try {
-        mComponent.messages.KWOInitialize();
-    } catch (const ComponentError&) {
-        // Without a message table the box shows the text for undefined messages.
-    }
+    // Without a message table the box shows the text for undefined messages.
+    Try([&] { mComponent.messages.KWOInitialize(); });
     const Variant values[] = {Text(appPath), Text(appProg)};
     const Text prompt = mComponent.messages.KWO_GetMsg(kCannotStart, values);
     mComponent.messageBoxes.KWOMsgBox({.prompt = prompt, .buttons = kExclamation});
