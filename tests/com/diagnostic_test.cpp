@@ -7,7 +7,7 @@
 #include "com_test.h"
 #include "dll_under_test.h"
 #include "environment_variable.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace kwo::com_test {
 namespace {
@@ -60,7 +60,7 @@ protected:
         return text.str();
     }
 
-    const TemporaryFolder mFolder;
+    const test_support::TemporaryFolder mFolder;
 };
 
 class DiagnosticBuild : public TimerUse {

@@ -35,6 +35,10 @@ std::wstring DllPath() {
     return DistFolder() + L"\\KWOUtil.dll";
 }
 
+std::wstring CompanionPath() {
+    return DistFolder() + L"\\KWOInit.dll";
+}
+
 Library::Library(const std::wstring& path) : mModule(LoadLibraryW(path.c_str())) {}
 
 Library::~Library() {

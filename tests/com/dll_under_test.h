@@ -10,8 +10,10 @@ namespace kwo::com_test {
 const std::wstring& DistFolder();
 /// The full path of KWOUtil.dll.
 std::wstring DllPath();
+/// The full path of KWOInit.dll beside it.
+std::wstring CompanionPath();
 
-/// The DLL loaded by its path, with the functions that it exports; freed at the end.
+/// A DLL of the component loaded by its path, with the functions that it exports; freed at the end.
 class Library {
 public:
     explicit Library(const std::wstring& path = DllPath());

@@ -1,37 +1,10 @@
-#include "allocation_count.h"
-#include "com_test.h"
-#include "crash.h"
-#include "dll_under_test.h"
-#include "process_end.h"
-#include "registered_as_allowed.h"
-
 #include <cstdio>
 #include <cstring>
 
-namespace kwo::com_test {
-namespace {
-
-/// One apartment and one registration for all tests.
-class RegisteredDll : public ::testing::Environment {
-public:
-    void SetUp() override {
-        ASSERT_EQ(Hex(CoInitialize(nullptr)), Hex(S_OK));
-        Library library;
-        ASSERT_TRUE(library) << Narrow(DllPath()) << " cannot be loaded, error " << GetLastError();
-        ASSERT_EQ(Hex(RegisterAsAllowed(library)), Hex(S_OK));
-    }
-    void TearDown() override {
-        {
-            Library library;
-            EXPECT_TRUE(library);
-            EXPECT_EQ(Hex(UnregisterAsAllowed(library)), Hex(S_OK));
-        }
-        CoUninitialize();
-    }
-};
-
-}  // namespace
-}  // namespace kwo::com_test
+#include "allocation_count.h"
+#include "crash.h"
+#include "process_end.h"
+#include "registered_as_allowed.h"
 
 int main(int count, char** arguments) {
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kEndWithAnArmedTimer) == 0) {
@@ -51,6 +24,6 @@ int main(int count, char** arguments) {
         return 2;
     }
     kwo::com_test::SwitchOffStringCache();
-    ::testing::AddGlobalTestEnvironment(new kwo::com_test::RegisteredDll);
+    ::testing::AddGlobalTestEnvironment(new kwo::com_test::RegisteredDll(kwo::com_test::DllPath()));
     return RUN_ALL_TESTS();
 }

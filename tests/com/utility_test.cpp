@@ -10,7 +10,7 @@
 #include "process_resources.h"
 #include "replaced_function.h"
 #include "support/foreground.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 #include "type_library_dump.h"
 
 namespace kwo::com_test {
@@ -58,7 +58,7 @@ protected:
         mA = mFolder.MakeFolder(L"a");
         mB = mFolder.MakeFolder(L"b");
     }
-    TemporaryFolder mFolder;
+    test_support::TemporaryFolder mFolder;
     std::wstring mA;
     std::wstring mB;
 };
@@ -433,7 +433,7 @@ protected:
     }
 
     static constexpr const wchar_t* kProgram = L"second program.exe";
-    TemporaryFolder mFolder;
+    test_support::TemporaryFolder mFolder;
     std::wstring mProgramFolder;
     std::wstring mReport;
 };

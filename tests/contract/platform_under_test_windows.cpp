@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 // The system's headers have macros of these names.
@@ -16,7 +17,9 @@
 #include "contract_test.h"
 #include "platform/windows/windows_platform.h"
 #include "support/american_formats.h"
+#include "support/debug_output.h"
 #include "support/foreground.h"
+#include "support/temporary_folder.h"
 #include "windows/scripted_dispatch.h"
 #include "windows/thread_windows.h"
 
@@ -80,72 +83,6 @@ private:
 
     static inline HHOOK sHook = nullptr;
     static inline std::int32_t sButton = 0;
-};
-
-/// A folder of its own below the one for temporary files, and all that is in it.
-class TemporaryFolder {
-public:
-    ~TemporaryFolder() {
-        if (!mPath.empty()) Remove(mPath);
-    }
-    const std::wstring& Path() {
-        if (!mPath.empty()) return mPath;
-        wchar_t base[MAX_PATH];
-        GetTempPathW(MAX_PATH, base);
-        mPath = std::wstring(base) + L"kwoutil-contract-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-                std::to_wstring(++sMade);
-        // A process of the same number may have ended before it could tidy up.
-        Remove(mPath);
-        CreateDirectoryW(mPath.c_str(), nullptr);
-        return mPath;
-    }
-
-private:
-    static void Remove(const std::wstring& folder) {
-        WIN32_FIND_DATAW found;
-        const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
-            const std::wstring name = found.cFileName;
-            if (name == L"." || name == L"..") continue;
-            const std::wstring path = folder + L'\\' + name;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-                Remove(path);
-            } else {
-                DeleteFileW(path.c_str());
-            }
-        }
-        if (search != INVALID_HANDLE_VALUE) FindClose(search);
-        RemoveDirectoryW(folder.c_str());
-    }
-
-    static inline int sMade = 0;
-    std::wstring mPath;
-};
-
-/// Hears the debug output of this process: it is an exception that a debugger would get.
-class DebugEar {
-public:
-    void Listen() {
-        sHeard.clear();
-        mHandler = AddVectoredExceptionHandler(1, Heard);
-    }
-    ~DebugEar() {
-        if (mHandler != nullptr) RemoveVectoredExceptionHandler(mHandler);
-    }
-    static std::vector<std::string> Lines() { return sHeard; }
-
-private:
-    static LONG CALLBACK Heard(EXCEPTION_POINTERS* pointers) {
-        constexpr DWORD kPrinted = 0x40010006;
-        const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
-        if (record.ExceptionCode == kPrinted && record.NumberParameters >= 2) {
-            sHeard.emplace_back(reinterpret_cast<const char*>(record.ExceptionInformation[1]));
-        }
-        return EXCEPTION_CONTINUE_SEARCH;
-    }
-
-    static inline std::vector<std::string> sHeard;
-    void* mHandler = nullptr;
 };
 
 class WindowsUnderTest final : public PlatformUnderTest {
@@ -285,7 +222,7 @@ public:
         return Text(path.begin(), path.end());
     }
     Text EmptyFolder() override {
-        const std::wstring& path = mFolder.Path();
+        const std::wstring& path = FolderPath();
         return Text(path.begin(), path.end());
     }
     void MakeFolder(TextView path) override { ASSERT_TRUE(CreateDirectoryW(Wide(Text(path)), nullptr)); }
@@ -295,7 +232,7 @@ public:
         SECURITY_ATTRIBUTES readAndDelete = {sizeof readAndDelete, nullptr, FALSE};
         ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;OICI;GRGXSD;;;WD)", SDDL_REVISION_1,
                                                              &readAndDelete.lpSecurityDescriptor, nullptr);
-        const std::wstring path = mFolder.Path() + L"\\read only";
+        const std::wstring path = FolderPath() + L"\\read only";
         CreateDirectoryW(path.c_str(), &readAndDelete);
         LocalFree(readAndDelete.lpSecurityDescriptor);
         return Text(path.begin(), path.end());
@@ -311,8 +248,8 @@ public:
         content.resize(read);
         return content;
     }
-    void ListenToDebugOutput() override { mEar.Listen(); }
-    std::vector<std::string> DebugOutputHeard() override { return mEar.Lines(); }
+    void ListenToDebugOutput() override { mDebugOutput.emplace(); }
+    std::vector<std::string> DebugOutputHeard() override { return mDebugOutput->Lines(); }
     void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
         // A string that ends where a zero byte happens to follow is stored with that zero.
         const std::string guarded = bytes + '#';
@@ -333,6 +270,10 @@ private:
         com_support::ComPtr<IDispatch> picture;
         EXPECT_EQ(OleCreatePictureIndirect(&description, IID_IPictureDisp, FALSE, picture.OutVoid()), S_OK);
         return platform::windows::MakeHostObject(picture.Get());
+    }
+    const std::wstring& FolderPath() {
+        if (!mFolder) mFolder.emplace();
+        return mFolder->Path();
     }
     static bool IsControlDown() { return GetAsyncKeyState(VK_CONTROL) < 0; }
     void RunMessagesFor(ULONGLONG milliseconds) {
@@ -359,8 +300,8 @@ private:
     std::vector<HWND> mWindows;
     bool mMouseIsDown = false;
     BoxAnswer mAnswer;
-    TemporaryFolder mFolder;
-    DebugEar mEar;
+    std::optional<test_support::TemporaryFolder> mFolder;
+    std::optional<test_support::DebugOutput> mDebugOutput;
 };
 
 }  // namespace

@@ -17,12 +17,12 @@
 #include "allocation_count.h"
 #include "apartment_work.h"
 #include "census.h"
-#include "dll_under_test.h"
 #include "findings.h"
 #include "form_work.h"
 #include "lateness.h"
 #include "member_work.h"
 #include "message_loop.h"
+#include "registered_as_allowed.h"
 #include "script_work.h"
 #include "timer_work.h"
 
@@ -66,29 +66,23 @@ void Plant(const std::string& faults) {
 /// The companion's registration, beside that of the component.
 class Registration {
 public:
-    Registration() { mIsDone = SUCCEEDED(mDll.RegisterServer()) && Companion("DllRegisterServer"); }
+    Registration()
+        : mIsDone(SUCCEEDED(com_test::RegisterAsAllowed(mDll)) && SUCCEEDED(com_test::RegisterAsAllowed(Companion()))) {
+    }
     Registration(const Registration&) = delete;
     Registration& operator=(const Registration&) = delete;
     ~Registration() {
-        mDll.UnregisterServer();
-        Companion("DllUnregisterServer");
+        com_test::UnregisterAsAllowed(mDll);
+        com_test::UnregisterAsAllowed(Companion());
     }
     bool IsDone() const { return mIsDone; }
     const com_test::Library& Dll() const { return mDll; }
 
 private:
-    static bool Companion(const char* function) {
-        const HMODULE module = LoadLibraryW((com_test::DistFolder() + L"\\KWOInit.dll").c_str());
-        if (module == nullptr) return false;
-        const auto entry =
-            reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(GetProcAddress(module, function)));
-        const bool isDone = entry != nullptr && SUCCEEDED(entry());
-        FreeLibrary(module);
-        return isDone;
-    }
+    static com_test::Library Companion() { return com_test::Library(com_test::CompanionPath()); }
 
     const com_test::Library mDll;
-    bool mIsDone = false;
+    const bool mIsDone;
 };
 
 /// A hidden window of this thread, for tray icons.

@@ -1,21 +1,6 @@
 #include "companion_fixture.h"
 
-#include <algorithm>
-
 namespace kwo::com_test {
-
-std::wstring CompanionFolder() {
-    wchar_t text[1024] = {};
-    GetEnvironmentVariableW(L"KWO_DIST", text, 1024);
-    // A path of the system that Wine runs on is below its drive Z.
-    std::wstring folder = (text[0] == L'/' ? L"Z:" : L"") + std::wstring(text) + L"\\";
-    std::replace(folder.begin(), folder.end(), L'/', L'\\');
-    return folder;
-}
-
-std::wstring CompanionPath() {
-    return CompanionFolder() + L"KWOInit.dll";
-}
 
 ComPtr<IDispatch> CreateCompanion() {
     ComPtr<IDispatch> object;

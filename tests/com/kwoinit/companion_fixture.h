@@ -4,43 +4,8 @@
 
 #include "com_support/owned_array.h"
 #include "com_test.h"
-#include "rights.h"
 
 namespace kwo::com_test {
-
-/// The folder that KWO_DIST names, with a final backslash.
-std::wstring CompanionFolder();
-std::wstring CompanionPath();
-
-/// KWOInit.dll loaded by its path.
-class Companion {
-public:
-    Companion() : mModule(LoadLibraryW(CompanionPath().c_str())) {}
-    ~Companion() {
-        if (mModule != nullptr) FreeLibrary(mModule);
-    }
-    Companion(const Companion&) = delete;
-    Companion& operator=(const Companion&) = delete;
-
-    template <class... Arguments>
-    HRESULT Call(const char* name, Arguments... arguments) const {
-        const FARPROC function = GetProcAddress(mModule, name);
-        if (function == nullptr) return TYPE_E_DLLFUNCTIONNOTFOUND;
-        using Function = HRESULT(STDAPICALLTYPE*)(Arguments...);
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(function))(arguments...);
-    }
-
-    /// For everybody or, without the rights, for the user.
-    HRESULT RegisterAsAllowed() const {
-        return MayRegisterForAll() ? Call("DllRegisterServer") : Call<BOOL, LPCWSTR>("DllInstall", TRUE, L"user");
-    }
-    HRESULT UnregisterAsAllowed() const {
-        return MayRegisterForAll() ? Call("DllUnregisterServer") : Call<BOOL, LPCWSTR>("DllInstall", FALSE, L"user");
-    }
-
-private:
-    HMODULE mModule;
-};
 
 /// Null and a failure when "KWOInit.KWOInitialize" cannot be created.
 ComPtr<IDispatch> CreateCompanion();

@@ -4,6 +4,9 @@
 
 #include "com_support/type_description.h"
 #include "companion_fixture.h"
+#include "dll_under_test.h"
+#include "registered_as_allowed.h"
+#include "rights.h"
 
 namespace kwo::com_test {
 namespace {
@@ -44,18 +47,18 @@ Snapshot Classes(HKEY root) {
 /// The registration of the whole run is away for the test.
 class CompanionServer : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_EQ(Hex(mDll.UnregisterAsAllowed()), Hex(S_OK)); }
-    void TearDown() override { EXPECT_EQ(Hex(mDll.RegisterAsAllowed()), Hex(S_OK)); }
+    void SetUp() override { ASSERT_EQ(Hex(UnregisterAsAllowed(mDll)), Hex(S_OK)); }
+    void TearDown() override { EXPECT_EQ(Hex(RegisterAsAllowed(mDll)), Hex(S_OK)); }
 
-    Companion mDll;
+    const Library mDll{CompanionPath()};
 };
 
 TEST_F(CompanionServer, RegistrationForAllAndItsRemovalLeaveTheRegistryAsItWas) {
     if (!MayRegisterForAll()) GTEST_SKIP() << kNeedsRights;
     const Snapshot before = Classes(HKEY_LOCAL_MACHINE);
-    ASSERT_EQ(Hex(mDll.Call("DllRegisterServer")), Hex(S_OK));
+    ASSERT_EQ(Hex(mDll.RegisterServer()), Hex(S_OK));
     const Snapshot registered = Classes(HKEY_LOCAL_MACHINE);
-    ASSERT_EQ(Hex(mDll.Call("DllUnregisterServer")), Hex(S_OK));
+    ASSERT_EQ(Hex(mDll.UnregisterServer()), Hex(S_OK));
 
     EXPECT_TRUE(registered.contains(L"Software\\Classes\\KWOInit.KWOInitialize\\CLSID"));
     EXPECT_TRUE(before == Classes(HKEY_LOCAL_MACHINE));
@@ -65,10 +68,10 @@ TEST_F(CompanionServer, RegistrationForAllAndItsRemovalLeaveTheRegistryAsItWas) 
 TEST_F(CompanionServer, RegistrationForOneUserLeavesTheMachineAlone) {
     const Snapshot machine = Classes(HKEY_LOCAL_MACHINE);
     const Snapshot before = Classes(HKEY_CURRENT_USER);
-    ASSERT_EQ(Hex(mDll.Call<BOOL, LPCWSTR>("DllInstall", TRUE, L"user")), Hex(S_OK));
+    ASSERT_EQ(Hex(mDll.Install(true, L"user")), Hex(S_OK));
     const Snapshot registered = Classes(HKEY_CURRENT_USER);
     EXPECT_TRUE(machine == Classes(HKEY_LOCAL_MACHINE));
-    ASSERT_EQ(Hex(mDll.Call<BOOL, LPCWSTR>("DllInstall", FALSE, L"user")), Hex(S_OK));
+    ASSERT_EQ(Hex(mDll.Install(false, L"user")), Hex(S_OK));
 
     EXPECT_TRUE(registered.contains(L"Software\\Classes\\KWOInit.KWOInitialize\\CLSID"));
     EXPECT_TRUE(before == Classes(HKEY_CURRENT_USER));
@@ -77,7 +80,7 @@ TEST_F(CompanionServer, RegistrationForOneUserLeavesTheMachineAlone) {
 TEST_F(CompanionServer, TheManifestActivatesTheClassWithoutRegistration) {
     CLSID id = {};
     ASSERT_TRUE(FAILED(CLSIDFromProgID(L"KWOInit.KWOInitialize", &id)));
-    const std::wstring manifest = CompanionFolder() + L"KWOInit.X.manifest";
+    const std::wstring manifest = DistFolder() + L"\\KWOInit.X.manifest";
     ACTCTXW context = {};
     context.cbSize = sizeof context;
     context.lpSource = manifest.c_str();
@@ -98,19 +101,17 @@ TEST_F(CompanionServer, TheManifestActivatesTheClassWithoutRegistration) {
 
 TEST_F(CompanionServer, ObjectsAndClassObjectsKeepTheDll) {
     const GUID id = {0xd618a575, 0x30ba, 0x4349, {0x95, 0x03, 0x3f, 0xc2, 0x63, 0x66, 0x31, 0xeb}};
-    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_OK));
+    EXPECT_EQ(Hex(mDll.CanUnloadNow()), Hex(S_OK));
     ComPtr<IClassFactory> factory;
-    ASSERT_EQ(Hex(mDll.Call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, factory.OutVoid())),
-              Hex(S_OK));
-    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_FALSE));
+    ASSERT_EQ(Hex(mDll.GetClassObject(id, IID_IClassFactory, factory.OutVoid())), Hex(S_OK));
+    EXPECT_EQ(Hex(mDll.CanUnloadNow()), Hex(S_FALSE));
     ComPtr<IDispatch> object;
     ASSERT_EQ(Hex(factory->CreateInstance(nullptr, IID_IDispatch, object.OutVoid())), Hex(S_OK));
     factory.Reset();
-    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_FALSE));
+    EXPECT_EQ(Hex(mDll.CanUnloadNow()), Hex(S_FALSE));
     object.Reset();
-    EXPECT_EQ(Hex(mDll.Call("DllCanUnloadNow")), Hex(S_OK));
-    EXPECT_EQ(Hex(mDll.Call<REFCLSID, REFIID, void**>("DllGetClassObject", IID_IUnknown, IID_IClassFactory,
-                                                      factory.OutVoid())),
+    EXPECT_EQ(Hex(mDll.CanUnloadNow()), Hex(S_OK));
+    EXPECT_EQ(Hex(mDll.GetClassObject(IID_IUnknown, IID_IClassFactory, factory.OutVoid())),
               Hex(CLASS_E_CLASSNOTAVAILABLE));
 }
 
@@ -174,10 +175,10 @@ protected:
 };
 
 TEST_F(CompanionLibrary, HasItsNamesAndIdentifiers) {
-    TLIBATTR* attributes = nullptr;
+    const com_support::LibraryAttributes attributes(*mLibrary.Get());
     Bstr name;
     Bstr help;
-    ASSERT_EQ(Hex(mLibrary->GetLibAttr(&attributes)), Hex(S_OK));
+    ASSERT_EQ(Hex(attributes.Status()), Hex(S_OK));
     mLibrary->GetDocumentation(-1, name.Out(), help.Out(), nullptr, nullptr);
 
     EXPECT_EQ(GuidText(attributes->guid), L"{D2F4C74E-598F-436B-9D8F-54A17BB93015}");
@@ -185,7 +186,6 @@ TEST_F(CompanionLibrary, HasItsNamesAndIdentifiers) {
     EXPECT_EQ(attributes->wMinorVerNum, 0);
     EXPECT_EQ(name.Text(), L"KWOInit");
     EXPECT_EQ(help.Text(), L"KWO Message Tables");
-    mLibrary->ReleaseTLibAttr(attributes);
 
     ASSERT_EQ(mLibrary->GetTypeInfoCount(), 2u);
     ComPtr<ITypeInfo> info;
@@ -204,8 +204,8 @@ TEST_F(CompanionLibrary, InTheDllEqualsTheList) {
     ASSERT_EQ(Hex(dispatch->GetRefTypeInfo(reference, info.Out())), Hex(S_OK));
     for (UINT at = 0; at < std::size(kGolden); ++at) {
         const auto& golden = kGolden[at];
-        FUNCDESC* function = nullptr;
-        ASSERT_EQ(Hex(info->GetFuncDesc(at, &function)), Hex(S_OK));
+        const com_support::FunctionDescription function(*info.Get(), at);
+        ASSERT_EQ(Hex(function.Status()), Hex(S_OK));
         BSTR names[8] = {};
         UINT count = 0;
         info->GetNames(function->memid, names, 8, &count);
@@ -230,7 +230,6 @@ TEST_F(CompanionLibrary, InTheDllEqualsTheList) {
         }
         for (const BSTR name : names)
             SysFreeString(name);
-        info->ReleaseFuncDesc(function);
     }
 }
 

@@ -1,10 +1,10 @@
 // Tables as clients get them, late bound by names and by the virtual table.
 
 #include <string>
-#include <string_view>
 
 #include "companion_fixture.h"
 #include "kwoinit.h"
+#include "support/debug_output.h"
 
 namespace kwo::com_test {
 namespace {
@@ -349,7 +349,7 @@ TEST_F(Table, ArraysOfVariantsAreFilledAsScriptsPassThem) {
             Var element;
             ASSERT_EQ(SafeArrayGetElement(array, &at, &element), S_OK);
             ASSERT_EQ(element.vt, VT_BSTR) << at;
-            EXPECT_EQ(std::wstring(element.bstrVal, SysStringLen(element.bstrVal)), wanted.Text(at)) << at;
+            EXPECT_EQ(com_support::View(element.bstrVal), wanted.Text(at)) << at;
         }
         texted += !wanted.Text(at).empty();
     }
@@ -485,50 +485,20 @@ TEST_F(Table, FilesThatAreNoTextAreErrorsWithTheFileAndAReason) {
     EXPECT_TRUE(Found(mFile.Path()));
 }
 
-/// What this thread sends to the debug output, which the system hands out as an exception.
-class DebugOutput {
-public:
-    DebugOutput() : mHandler(AddVectoredExceptionHandler(1, &Keep)) { Text().clear(); }
-    ~DebugOutput() { RemoveVectoredExceptionHandler(mHandler); }
-    DebugOutput(const DebugOutput&) = delete;
-    DebugOutput& operator=(const DebugOutput&) = delete;
-
-    static std::wstring& Text() {
-        static std::wstring text;
-        return text;
-    }
-
-private:
-    static LONG CALLBACK Keep(EXCEPTION_POINTERS* exception) {
-        constexpr DWORD kWide = 0x4001000A;
-        constexpr DWORD kAnsi = 0x40010006;
-        const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-        if (record.ExceptionCode == kWide) Text() += reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]);
-        if (record.ExceptionCode == kAnsi) {
-            const std::string_view ansi(reinterpret_cast<const char*>(record.ExceptionInformation[1]));
-            Text().append(ansi.begin(), ansi.end());
-        }
-        return EXCEPTION_CONTINUE_SEARCH;
-    }
-
-    void* mHandler;
-};
-
 TEST_F(Table, ARefusedFileSaysSoInTheDebugOutput) {
-    const DebugOutput output;
+    const test_support::DebugOutput output;
     const TemporaryFile wide("1 = too early\n\xFF\n" + std::string((1 << 20) + 1, ';'));
     EXPECT_NE(Hex(Size(wide.Path()).status), Hex(S_OK));
-    EXPECT_NE(output.Text().find(wide.Path() + L"(1): it stands in no section"), std::wstring::npos)
-        << Narrow(output.Text());
-    EXPECT_NE(output.Text().find(L"cannot be used: line 3 is longer than 1 MiB"), std::wstring::npos)
-        << Narrow(output.Text());
+    EXPECT_NE(output.Text().find(Narrow(wide.Path()) + "(1): it stands in no section"), std::string::npos)
+        << output.Text();
+    EXPECT_NE(output.Text().find("cannot be used: line 3 is longer than 1 MiB"), std::string::npos) << output.Text();
 
     const HANDLE held = CreateFileW(mFile.Path().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     EXPECT_EQ(Hex(Size(mFile.Path()).scode), Hex(kFileUnreadable));
     CloseHandle(held);
-    EXPECT_NE(output.Text().find(mFile.Path() + L" cannot be used: it cannot be opened"), std::wstring::npos)
-        << Narrow(output.Text());
+    EXPECT_NE(output.Text().find(Narrow(mFile.Path()) + " cannot be used: it cannot be opened"), std::string::npos)
+        << output.Text();
 }
 
 TEST_F(Table, AProgramWithoutATextOfItsOwnIsServedKWOUtils) {

@@ -5,15 +5,17 @@
 #include <string>
 #include <vector>
 
-namespace kwo::com_test {
+namespace kwo::test_support {
 
-/// An empty folder for one test, gone at its end with all that is in it.
+/// An empty folder of a test's own, gone at the end with all that is in it. Its name has blanks.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
         wchar_t base[MAX_PATH];
         GetTempPathW(MAX_PATH, base);
-        mPath = std::wstring(base) + L"kwo test " + std::to_wstring(GetCurrentProcessId());
+        mPath = std::wstring(base) + L"kwo test " + std::to_wstring(GetCurrentProcessId()) + L" " +
+                std::to_wstring(++sMade);
+        // A process of the same number may have ended before it could tidy up.
         Remove(mPath);
         CreateDirectoryW(mPath.c_str(), nullptr);
     }
@@ -54,7 +56,8 @@ private:
         RemoveDirectoryW(folder.c_str());
     }
 
+    static inline int sMade = 0;
     std::wstring mPath;
 };
 
-}  // namespace kwo::com_test
+}  // namespace kwo::test_support
