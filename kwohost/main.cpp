@@ -12,7 +12,7 @@
 #include "run_script.h"
 #include "script_object.h"
 #include "source_file.h"
-#include "stack_guard.h"
+#include "stack_overflow.h"
 
 namespace {
 

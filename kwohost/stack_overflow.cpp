@@ -1,4 +1,4 @@
-#include "stack_guard.h"
+#include "stack_overflow.h"
 
 #include <windows.h>
 
