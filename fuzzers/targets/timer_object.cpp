@@ -101,7 +101,7 @@ public:
                 Raise(input.Whole<std::int32_t>());
             case 6:
             case 7:
-                Guarded();
+                OperateOnce();
                 break;
             default:
                 break;
@@ -120,7 +120,7 @@ public:
         }
     }
     /// One operation, which may raise what a callback raised or what a timer raises itself.
-    void Guarded() {
+    void OperateOnce() {
         try {
             Operate();
         } catch (const platform::ComponentError& error) {
@@ -221,7 +221,7 @@ KWO_FUZZ_TARGET(timer_object) {
     constexpr int kMostOperations = 80;
     Session session(input);
     for (int operation = 0; operation < kMostOperations && !input.IsEmpty(); ++operation) {
-        session.Guarded();
+        session.OperateOnce();
         session.CheckRows();
     }
     session.End();

@@ -99,9 +99,10 @@ void PrintTo(const Scenario& scenario, std::ostream* stream) {
 const std::vector<Scenario>& AllScenarios() {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> scenarios;
-        for (const auto& list : {RegistryScenarios, MetricsScenarios, FontsScenarios, UtilityScenarios,
-                                 PlacementScenarios, TrayScenarios, TimerScenarios, MonthViewScenarios, ButtonScenarios,
-                                 SplitterScenarios, CompanionScenarios, TraceScenarios, FrameScenarios})
+        for (const auto& list :
+             {RegistryScenarios, SysMetricsScenarios, SysParamsScenarios, UtilityScenarios, FormPlacementScenarios,
+              SysTrayScenarios, TimerScenarios, MonthViewScenarios, PicBtnScenarios, SplitterVScenarios,
+              CompanionScenarios, TraceScenarios, FrameScenarios})
             std::ranges::move(list(), std::back_inserter(scenarios));
         return scenarios;
     }();

@@ -89,15 +89,15 @@ void PrintTo(const Scenario& scenario, std::ostream* stream);
 
 /// All scenarios, by class.
 std::vector<Scenario> RegistryScenarios();
-std::vector<Scenario> MetricsScenarios();
-std::vector<Scenario> FontsScenarios();
+std::vector<Scenario> SysMetricsScenarios();
+std::vector<Scenario> SysParamsScenarios();
 std::vector<Scenario> UtilityScenarios();
-std::vector<Scenario> PlacementScenarios();
-std::vector<Scenario> TrayScenarios();
+std::vector<Scenario> FormPlacementScenarios();
+std::vector<Scenario> SysTrayScenarios();
 std::vector<Scenario> TimerScenarios();
 std::vector<Scenario> MonthViewScenarios();
-std::vector<Scenario> ButtonScenarios();
-std::vector<Scenario> SplitterScenarios();
+std::vector<Scenario> PicBtnScenarios();
+std::vector<Scenario> SplitterVScenarios();
 std::vector<Scenario> CompanionScenarios();
 /// What developers switch on: no class has a member for it.
 std::vector<Scenario> TraceScenarios();

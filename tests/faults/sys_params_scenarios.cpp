@@ -31,7 +31,7 @@ constexpr char kNoFonts[] = R"("" 0 False, "" 0 False, "" 0 False, "" 0 False)";
 
 }  // namespace
 
-std::vector<Scenario> FontsScenarios() {
+std::vector<Scenario> SysParamsScenarios() {
     return {
         {"TheFontsAreReadWhenTheObjectIsCreated",
          {"KWOSysParams.get CaptionFont", "KWOSysParams.get MenuFont", "KWOSysParams.get StatusFont",

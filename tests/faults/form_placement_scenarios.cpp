@@ -79,7 +79,7 @@ void AsItIs(PlacementStage&) {}
 
 }  // namespace
 
-std::vector<Scenario> PlacementScenarios() {
+std::vector<Scenario> FormPlacementScenarios() {
     const sysinfo::FormPosition stored = {std::int16_t{2}, 12'000.0f, 11'000.0f, 5'000.0f, 20'000.0f};
     return {
         Placed("AFormIsCentredOnTheScreen", kCenter, AsItIs,

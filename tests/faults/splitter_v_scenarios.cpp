@@ -111,7 +111,7 @@ void Press(SplitterStage& stage) {
 
 }  // namespace
 
-std::vector<Scenario> SplitterScenarios() {
+std::vector<Scenario> SplitterVScenarios() {
     const std::vector<Rule> creation = {
         // What lacks a member is no container.
         {"Form.Knows*", Answers("False"), IsOutOfMemory("no splitter")},

@@ -125,7 +125,7 @@ std::string Keyed(ButtonStage& stage, std::int16_t key) {
 
 }  // namespace
 
-std::vector<Scenario> ButtonScenarios() {
+std::vector<Scenario> PicBtnScenarios() {
     const auto drawn = [](const char* member) { return RulesOf(member); };
     return {
         Used(

@@ -55,7 +55,7 @@ Scenario Number(const char* member, Metric metric, bool isShort) {
 
 }  // namespace
 
-std::vector<Scenario> MetricsScenarios() {
+std::vector<Scenario> SysMetricsScenarios() {
     std::vector<Scenario> scenarios = {
         {"TheScaleModeIsSet",
          {"KWOSysMetrics.get ScaleMode", "KWOSysMetrics.let ScaleMode"},

@@ -45,7 +45,7 @@ struct TrayStage : Stage {
 
 }  // namespace
 
-std::vector<Scenario> TrayScenarios() {
+std::vector<Scenario> SysTrayScenarios() {
     return {
         {"AnIconIsShown",
          {"KWOSysTray.Create"},

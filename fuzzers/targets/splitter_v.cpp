@@ -59,7 +59,7 @@ public:
     std::optional<KWOSplitterV> splitter;
 };
 
-KWO_FUZZ_TARGET(splitter) {
+KWO_FUZZ_TARGET(splitter_v) {
     constexpr int kMostOperations = 60;
     Session session(input);
     if (input.Flag()) session.host.isCalm = true;
