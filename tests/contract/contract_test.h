@@ -60,6 +60,12 @@ struct LoadedPicture {
     Handle handle;
 };
 
+/// What a program says of itself.
+struct HostProgram {
+    Text productName;
+    platform::HostApplication::Version version;
+};
+
 /// A platform, and what only somebody outside of it can bring about: the user, other programs, the host.
 class PlatformUnderTest {
 public:
@@ -128,6 +134,15 @@ public:
     /// From now on, what is written to the debug output is heard.
     virtual void ListenToDebugOutput() = 0;
     virtual std::vector<std::string> DebugOutputHeard() = 0;
+
+    /// What the version resource of the host's executable says.
+    virtual HostProgram Host() = 0;
+    /// From now on, what is written to the host's log is heard and goes nowhere else.
+    virtual void ListenToHostLog() = 0;
+    virtual std::vector<std::string> HostLogHeard() = 0;
+
+    /// Where the next line begins, as a device context of the screen knows it.
+    virtual platform::Point NextLineBegins(Handle context) = 0;
 
     /// A value of any type below HKEY_CURRENT_USER, exactly these bytes.
     virtual void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) = 0;

@@ -311,6 +311,17 @@ TEST_F(ConversionsContract, ShortDateHasDayMonthAndYear) {
     if (outside().HasAmericanFormats()) EXPECT_EQ(text, u"11/16/2026");
 }
 
+TEST_F(ConversionsContract, LettersOfAnyLanguageHaveCapitals) {
+    constexpr TextView kSmall = u"azàþÿαωая";
+    constexpr TextView kCapital = u"AZÀÞŸΑΩАЯ";
+    for (std::size_t at = 0; at < kSmall.size(); ++at) {
+        EXPECT_EQ(conversions.ToUpper(kSmall[at]), kCapital[at]) << at;
+        EXPECT_EQ(conversions.ToUpper(kCapital[at]), kCapital[at]) << at;
+    }
+    for (const char16_t same : {u'1', u'ß', u'÷', u'`', u'{', u'中', u'\0', char16_t{0xD83D}})
+        EXPECT_EQ(conversions.ToUpper(same), same) << static_cast<unsigned>(same);
+}
+
 TEST_F(ConversionsContract, EveryAnsiByteSurvivesTheWayThereAndBack) {
     NEED_AMERICAN_FORMATS();
     std::string bytes;

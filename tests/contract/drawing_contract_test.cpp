@@ -38,6 +38,8 @@ TEST_F(DrawingContract, DrawingOnNothingIsHarmless) {
     drawing.DrawText(0, u"", area, 0x8025);
     drawing.DrawFocusRect(0, area);
     drawing.FrameRect(0, area, drawing.StockObject(4));
+    screen.MoveTo(0, {1, 2});
+    screen.LineTo(0, {3, 4});
 }
 
 TEST_F(DrawingContract, StockObjectsAreThereAndDiffer) {
@@ -75,6 +77,24 @@ TEST_F(DrawingContract, TheScreensContextGivesBackWhatWasSelected) {
     EXPECT_EQ(screen.SelectObject(context, firstPen), pen);
     EXPECT_EQ(screen.SelectObject(context, firstBrush), screen.StockObject(5));
     screen.DeleteObject(pen);
+    screen.DeleteContext(context);
+}
+
+TEST_F(DrawingContract, ALineBeginsWhereTheLastOneEnds) {
+    constexpr std::int32_t kNop = 11;
+    const Handle context = screen.CreateDisplayContext();
+    const Handle other = screen.CreateDisplayContext();
+    // The lines change nothing on the screen.
+    screen.SetRasterOperation(context, kNop);
+    EXPECT_EQ(outside().NextLineBegins(context), (Point{0, 0}));
+    screen.MoveTo(context, {40, 30});
+    EXPECT_EQ(outside().NextLineBegins(context), (Point{40, 30}));
+    screen.LineTo(context, {60, 35});
+    EXPECT_EQ(outside().NextLineBegins(context), (Point{60, 35}));
+    screen.LineTo(context, {-10, 7});
+    EXPECT_EQ(outside().NextLineBegins(context), (Point{-10, 7}));
+    EXPECT_EQ(outside().NextLineBegins(other), (Point{0, 0}));
+    screen.DeleteContext(other);
     screen.DeleteContext(context);
 }
 

@@ -29,6 +29,26 @@ TEST_F(HostApplicationContract, TitleAndModuleAreKnown) {
     EXPECT_EQ(host.ProcessId(), host.ProcessId());
 }
 
+TEST_F(HostApplicationContract, ProductAndVersionAreThoseOfTheProgram) {
+    const HostProgram program = outside().Host();
+    EXPECT_EQ(Printed(host.ProductName()), Printed(program.productName));
+    const platform::HostApplication::Version version = host.ProgramVersion();
+    EXPECT_EQ(version.major, program.version.major);
+    EXPECT_EQ(version.minor, program.version.minor);
+    EXPECT_EQ(version.revision, program.version.revision);
+}
+
+TEST_F(HostApplicationContract, ALogEntryEndsAtItsFirstZeroAndLeavesTheLastErrorAlone) {
+    outside().ListenToHostLog();
+    platform().errors.SetLast(7);
+
+    host.WriteLog(u"first entry");
+    host.WriteLog(TextView(u"cut\0off", 7));
+
+    EXPECT_EQ(outside().HostLogHeard(), (std::vector<std::string>{"first entry", "cut"}));
+    EXPECT_EQ(platform().errors.Last(), 7);
+}
+
 TEST_F(HostApplicationContract, NamesEndBeforeTheirZero) {
     Text computer;
     Text user;

@@ -113,6 +113,16 @@ public:
             heard.push_back(mDesktop.conversions.ToAnsi(line));
         return heard;
     }
+    HostProgram Host() override { return {mDesktop.host.productName, mDesktop.host.version}; }
+    void ListenToHostLog() override { mDesktop.log.Clear(); }
+    std::vector<std::string> HostLogHeard() override {
+        constexpr std::string_view kBegin = "HostLog ";
+        std::vector<std::string> heard;
+        for (const std::string& line : mDesktop.log.Starting(kBegin))
+            heard.push_back(line.substr(kBegin.size()));
+        return heard;
+    }
+    platform::Point NextLineBegins(Handle context) override { return mDesktop.screenDrawing.Place(context); }
     void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
         mDesktop.registry.PutValue(kCurrentUser, path, name, type, bytes);
     }

@@ -3,6 +3,7 @@
 #include <olectl.h>
 #include <sddl.h>
 
+#include <cwchar>
 #include <map>
 #include <memory>
 #include <optional>
@@ -22,6 +23,7 @@
 #include "support/temporary_folder.h"
 #include "windows/scripted_dispatch.h"
 #include "windows/thread_windows.h"
+#include "windows_calls/windows_calls.h"
 
 namespace kwo::contract {
 namespace {
@@ -250,6 +252,23 @@ public:
     }
     void ListenToDebugOutput() override { mDebugOutput.emplace(); }
     std::vector<std::string> DebugOutputHeard() override { return mDebugOutput->Lines(); }
+    /// As contract_tests.rc says.
+    HostProgram Host() override { return {u"KWOUtil contract", {3, 14, 9}}; }
+    void ListenToHostLog() override {
+        sLogged.clear();
+        mCalls.emplace(std::vector<HMODULE>{GetModuleHandleW(nullptr)}, std::vector<std::string>{"ReportEventW"});
+        mCalls->Replace("ReportEventW",
+                        [](HANDLE, WORD, WORD, DWORD, PSID, WORD, DWORD, LPCWSTR* lines, LPVOID) -> BOOL {
+                            sLogged.emplace_back(lines[0], lines[0] + std::wcslen(lines[0]));
+                            return TRUE;
+                        });
+    }
+    std::vector<std::string> HostLogHeard() override { return sLogged; }
+    platform::Point NextLineBegins(Handle context) override {
+        POINT place = {-1, -1};
+        EXPECT_TRUE(GetCurrentPositionEx(reinterpret_cast<HDC>(static_cast<INT_PTR>(context)), &place));
+        return {place.x, place.y};
+    }
     void PutValue(TextView path, TextView name, std::uint32_t type, const std::string& bytes) override {
         // A string that ends where a zero byte happens to follow is stored with that zero.
         const std::string guarded = bytes + '#';
@@ -302,6 +321,8 @@ private:
     BoxAnswer mAnswer;
     std::optional<test_support::TemporaryFolder> mFolder;
     std::optional<test_support::DebugOutput> mDebugOutput;
+    std::optional<windows_calls::WindowsCalls> mCalls;
+    static inline std::vector<std::string> sLogged;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "platform/simulated/calendar.h"
 #include "platform/simulated/english_dates.h"
@@ -199,9 +200,11 @@ Text SimulatedConversions::FormatDate(Date value, TextView pattern) {
 
 char16_t SimulatedConversions::ToUpper(char16_t character) {
     constexpr char16_t kDistance = 0x20;
-    const bool isAscii = character >= u'a' && character <= u'z';
-    const bool isLatin = character >= u'à' && character <= u'þ' && character != u'÷';
-    return isAscii || isLatin ? static_cast<char16_t>(character - kDistance) : character;
+    if (character == u'ÿ') return u'Ÿ';
+    if (character == u'÷') return character;
+    for (const auto& [first, last] : {std::pair{u'a', u'z'}, {u'à', u'þ'}, {u'α', u'ρ'}, {u'σ', u'ω'}, {u'а', u'я'}})
+        if (character >= first && character <= last) return static_cast<char16_t>(character - kDistance);
+    return character;
 }
 
 Text SimulatedConversions::FromAnsi(std::string_view bytes) {

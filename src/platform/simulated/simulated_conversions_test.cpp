@@ -268,12 +268,12 @@ TEST_F(EnglishConversionsTest, AQuestionMarkStandsForWhatTheCodePageLacks) {
     EXPECT_EQ(conversions.ToAnsi(u"漢\U0001F600\u0080"), "????");
 }
 
-TEST_F(EnglishConversionsTest, LettersOfTheCodePageHaveCapitals) {
-    EXPECT_EQ(conversions.ToUpper(u'a'), u'A');
-    EXPECT_EQ(conversions.ToUpper(u'z'), u'Z');
-    EXPECT_EQ(conversions.ToUpper(u'à'), u'À');
-    EXPECT_EQ(conversions.ToUpper(u'þ'), u'Þ');
-    for (const char16_t same : {u'A', u'`', u'{', u'ß', u'÷', u'ÿ', u'1'})
+TEST_F(EnglishConversionsTest, LatinGreekAndCyrillicLettersHaveCapitals) {
+    constexpr TextView kSmall = u"azàöøþÿαρσωая";
+    constexpr TextView kCapital = u"AZÀÖØÞŸΑΡΣΩАЯ";
+    for (std::size_t at = 0; at < kSmall.size(); ++at)
+        EXPECT_EQ(conversions.ToUpper(kSmall[at]), kCapital[at]) << at;
+    for (const char16_t same : {u'A', u'`', u'{', u'ß', u'÷', u'1'})
         EXPECT_EQ(conversions.ToUpper(same), same);
 }
 

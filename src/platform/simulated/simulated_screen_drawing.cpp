@@ -80,15 +80,19 @@ void SimulatedScreenDrawing::ClientToScreen(Handle window, Point& point) {
 }
 
 void SimulatedScreenDrawing::MoveTo(Handle context, Point point) {
-    const Call call(mWorld, "MoveTo");
-    if (call.Fails()) return;
-    mWorld.log.Add(On("MoveTo", context) + Shown(point));
+    Go("MoveTo", context, point);
 }
 
 void SimulatedScreenDrawing::LineTo(Handle context, Point point) {
-    const Call call(mWorld, "LineTo");
-    if (call.Fails()) return;
-    mWorld.log.Add(On("LineTo", context) + Shown(point));
+    Go("LineTo", context, point);
+}
+
+void SimulatedScreenDrawing::Go(std::string_view name, Handle context, Point point) {
+    const Call call(mWorld, name);
+    const auto found = mContexts.find(context);
+    if (call.Fails() || found == mContexts.end()) return;
+    mWorld.log.Add(On(name, context) + Shown(point));
+    found->second.place = point;
 }
 
 }  // namespace kwo::platform::simulated

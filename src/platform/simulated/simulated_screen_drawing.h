@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <string_view>
 
 #include "platform/screen_drawing.h"
 #include "platform/simulated/world.h"
@@ -29,6 +30,9 @@ public:
     void MoveTo(Handle context, Point point) override;
     void LineTo(Handle context, Point point) override;
 
+    /// Where the next line of a context begins.
+    Point Place(Handle context) const { return mContexts.at(context).place; }
+
     /// The places of the windows' client areas on the screen, by handle.
     std::map<Handle, Point> origins;
     /// Contexts that were made and not deleted.
@@ -41,7 +45,10 @@ private:
         std::int32_t rasterOperation = 13;  ///< R2_COPYPEN
         Handle pen = 1007;                  ///< BLACK_PEN
         Handle brush = 1000;                ///< WHITE_BRUSH
+        Point place = {0, 0};
     };
+
+    void Go(std::string_view name, Handle context, Point point);
 
     World& mWorld;
     std::map<Handle, Context> mContexts;
