@@ -22,7 +22,7 @@ private:
 
     /// 0 clear, 1 ticked, 2 grey.
     LONG mValue = 0;
-    /// 0 the box is left of its caption, 1 right of it.
+    /// Where the box is: 0 left of its caption, 1 right of it.
     LONG mAlignment = 0;
 };
 

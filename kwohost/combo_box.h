@@ -25,7 +25,8 @@ protected:
     RECT Requested(const RECT& place) const override;
 
 private:
-    /// In a field, any text, which selects no item. Raises error 380 if it must be an item and is none.
+    /// Sets the text of the field, which selects no item. A box without a field selects the item with that text, or
+    /// raises error 380.
     void SetText(const std::wstring& text);
     /// Selects no item and leaves the field as it is.
     void SelectNone() const;

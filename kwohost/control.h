@@ -52,8 +52,7 @@ protected:
     HWND PlaceWindow() const override { return mContainer ? mContainer->Window() : nullptr; }
     /// Makes the window, visible, at kFirstPlace. Raises error 429 if the system has none.
     virtual void MakeWindow(HWND parent) = 0;
-    /// A control that loses the focus with its use, or a panel on which a control does so, passes it on to the next
-    /// one.
+    /// If this disables the control that has the focus, or the panel it is on, the next control gets the focus.
     void SetEnabled(bool isEnabled) override;
     /// Lets go of form and container, which hold this control.
     void OnGone() override;

@@ -31,7 +31,7 @@ public:
         return DISP_E_UNKNOWNNAME;
     }
     /// DISP_E_MEMBERNOTFOUND for an id that the event interface does not have.
-    /// A failure of the handler is the result; an event without a procedure is none.
+    /// Returns the handler's failure. S_OK if the script has no procedure for the event.
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result,
                                      EXCEPINFO* exception, UINT*) override;
 

@@ -59,7 +59,8 @@ ComPtr<IDispatch> Font::Object() const {
 
 void Font::Share(IDispatch* object) {
     ComPtr<IFont> font;
-    if (FAILED(object->QueryInterface(IID_IFont, font.OutVoid()))) Fail(RuntimeError::TypeMismatch, L"This is no font");
+    if (FAILED(object->QueryInterface(IID_IFont, font.OutVoid())))
+        Fail(RuntimeError::TypeMismatch, L"This is not a font");
     StopListening();
     mFont = font;
     CountInTwips();

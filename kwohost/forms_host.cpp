@@ -70,7 +70,7 @@ private:
         AddMethod(L"CreateForm", 1, 2, [this](Call& call) {
             if (!call.Has(1)) return Open(call, Form::Kind::Plain, nullptr);
             auto* const parent = ScriptObject::Own<Form>(call.Object(1).Get());
-            if (!parent || !parent->MdiClient()) Fail(RuntimeError::TypeMismatch, L"The parent is no MDI form");
+            if (!parent || !parent->MdiClient()) Fail(RuntimeError::TypeMismatch, L"The parent is not an MDI form");
             Open(call, Form::Kind::MdiChild, parent);
         });
         AddMethod(L"CreateMDIForm", 1, 1, [this](Call& call) { Open(call, Form::Kind::MdiParent, nullptr); });
@@ -143,7 +143,7 @@ private:
         ComPtr<IDispatch> picture;
         if (FAILED(SHCreateStreamOnFileEx(path.c_str(), kMode, 0, FALSE, nullptr, file.Out())) ||
             FAILED(OleLoadPicture(file.Get(), 0, FALSE, IID_IDispatch, picture.OutVoid())))
-            Fail(RuntimeError::InvalidPicture, L"'" + path + L"' is no picture");
+            Fail(RuntimeError::InvalidPicture, L"'" + path + L"' is not a picture");
         call.ReturnObject(picture);
     }
 

@@ -40,7 +40,8 @@ protected:
     LONG Count() const { return static_cast<LONG>(Send(mMessages.count)); }
     /// -1 for none.
     LONG Selected() const { return static_cast<LONG>(Send(mMessages.selected)); }
-    /// Fires Click if it is another one. -1 selects none. Raises error 380 for what is no item.
+    /// Selects an item; -1 selects none. Fires Click if the selection changes. Raises error 380 if there is no such
+    /// item.
     void Select(LONG index);
     /// `index` must be that of an item.
     std::wstring TextOf(LONG index) const;

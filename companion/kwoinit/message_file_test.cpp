@@ -235,7 +235,7 @@ TEST(MessageFile, BadLinesAreReportedWithFileLineAndReasonAndTheRestIsRead) {
               (Strings{"x.nls(1): it stands in no section", "x.nls(3): there is no equals sign after a number",
                        "x.nls(5): its section has a text for this number already",
                        "x.nls(6): the number is not within 1 and 99999999",
-                       "x.nls(7): there is a backslash that is none of \\n, \\\\ and, at an end of the text, \\s",
+                       "x.nls(7): after a backslash only n, another backslash or, at an end of the text, s may stand",
                        "x.nls(8): the language identifier is not of four hexadecimal digits",
                        "x.nls(9): it stands in no section", "x.nls(11): it is not well-formed UTF-8",
                        "x.nls(12): it holds control characters"}));

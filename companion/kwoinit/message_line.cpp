@@ -110,7 +110,7 @@ Line ParseText(TextView line) {
     const TextView text = Trimmed(line.substr(sign + 1));
     if (text.empty()) return BadLine{u"there is no text after the number"};
     auto plain = WithoutEscapes(text);
-    if (!plain) return BadLine{u"there is a backslash that is none of \\n, \\\\ and, at an end of the text, \\s"};
+    if (!plain) return BadLine{u"after a backslash only n, another backslash or, at an end of the text, s may stand"};
     return TextLine{static_cast<std::int32_t>(number), std::move(*plain)};
 }
 
