@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds one program of tests and runs those of its tests that match.
 #   try.sh PROGRAM [FILTER]     'Timer.*', 'Timer*:-*Year*', as GoogleTest's filter has it; all tests by default
-# PROGRAM: unit, contract, messages, faults, sources (of scripts), check (the logic of kwocheck) or fuzz (kept inputs),
-#          natively under the sanitizers;
+# PROGRAM: unit, contract, messages, faults, sources (of scripts), check (the logic of kwocheck), judges (of the soak)
+#          or fuzz (kept inputs), natively under the sanitizers;
 #          com, companion, imports, registration, host or windows (the contract tests there), under Wine in 64 bits;
 #          with 32 after it (com32) in 32 bits;
 #          or selfcheck, under Wine too: what kwocheck says; it has no filter
@@ -29,6 +29,7 @@ case $kind in
     faults) preset=sanitized program=tests/faults/fault_tests ;;
     sources) preset=sanitized program=kwohost/kwohost_source_tests ;;
     check) preset=sanitized program=kwocheck/kwocheck_tests ;;
+    judges) preset=sanitized program=tests/soak/soak_judge_tests ;;
     fuzz) preset=sanitized program=fuzzers/fuzz_replay ;;
     com) program=tests/com/com_tests.exe targets=(user) ;;
     companion) program=tests/com/kwoinit/kwoinit_com_tests.exe targets=(user) ;;

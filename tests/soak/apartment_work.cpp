@@ -5,9 +5,9 @@
 #include "com_test.h"
 #include "dll_under_test.h"
 #include "findings.h"
-#include "lateness.h"
 #include "member_work.h"
 #include "message_loop.h"
+#include "pulse.h"
 #include "wine.h"
 
 namespace kwo::soak {

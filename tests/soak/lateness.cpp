@@ -5,14 +5,6 @@
 
 namespace kwo::soak {
 
-double NowMs() {
-    LARGE_INTEGER count;
-    LARGE_INTEGER frequency;
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(count.QuadPart) * 1'000 / static_cast<double>(frequency.QuadPart);
-}
-
 void Lateness::Add(double ms) {
     ms = std::max(ms, 0.0);
     ++mSteps[std::min(kSteps, static_cast<std::size_t>(ms / kStepMs))];
@@ -30,35 +22,16 @@ double Lateness::Quantile(double part) const {
     return mWorst;
 }
 
-namespace {
-
-constexpr UINT kBeatMs = 10;
-constexpr std::size_t kBeatsKept = 16'384;
-
-}  // namespace
-
-Pulse::Pulse() : mBeats(kBeatsKept), mLast(NowMs()) {
-    sBeating = this;
-    mTimer = SetTimer(nullptr, 0, kBeatMs, Beat);
+void Beats::Add(double now) {
+    mBeats[mNext++ % kKept] = now;
+    mLongestGap = std::max(mLongestGap, now - mLast);
+    mLast = now;
 }
 
-Pulse::~Pulse() {
-    KillTimer(nullptr, mTimer);
-    sBeating = nullptr;
-}
-
-void CALLBACK Pulse::Beat(HWND, UINT, UINT_PTR, DWORD) {
-    if (sBeating == nullptr) return;
-    const double now = NowMs();
-    sBeating->mBeats[sBeating->mNext++ % kBeatsKept] = now;
-    sBeating->mLongestGap = std::max(sBeating->mLongestGap, now - sBeating->mLast);
-    sBeating->mLast = now;
-}
-
-int Pulse::BeatsBetween(double from, double to) const {
+int Beats::Between(double from, double to) const {
     int beats = 0;
-    for (std::size_t back = 1; back <= std::min(mNext, kBeatsKept); ++back) {
-        const double beat = mBeats[(mNext - back) % kBeatsKept];
+    for (std::size_t back = 1; back <= std::min(mNext, kKept); ++back) {
+        const double beat = mBeats[(mNext - back) % kKept];
         if (beat <= from) break;
         if (beat < to) ++beats;
     }

@@ -1,14 +1,10 @@
 #pragma once
 
-#include <windows.h>
-
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace kwo::soak {
-
-/// Milliseconds of the clock that the component counts with.
-double NowMs();
 
 /// How late many things came. Its memory does not grow.
 class Lateness {
@@ -28,28 +24,25 @@ private:
     double mWorst = 0;
 };
 
-/// A plain timer of this thread that notes when it fired: the thread processed timers then. Only one at a time.
-class Pulse {
+/// The moments at which a thread processed timers, the latest ones. Its memory does not grow.
+class Beats {
 public:
-    Pulse();
-    Pulse(const Pulse&) = delete;
-    Pulse& operator=(const Pulse&) = delete;
-    ~Pulse();
-
-    /// How often timers were processed between two moments. Each expired timer has its turn before one has a second.
-    int BeatsBetween(double from, double to) const;
-    /// The longest time without a beat.
+    /// `now` is that of the first look.
+    explicit Beats(double now) : mLast(now) {}
+    /// `now` is not before the last one.
+    void Add(double now);
+    /// How many there were between two moments.
+    int Between(double from, double to) const;
+    /// The longest time without one.
     double LongestGap() const { return mLongestGap; }
 
 private:
-    static void CALLBACK Beat(HWND, UINT, UINT_PTR, DWORD);
+    static constexpr std::size_t kKept = 16'384;
 
-    inline static Pulse* sBeating = nullptr;
-    std::vector<double> mBeats;
+    std::vector<double> mBeats = std::vector<double>(kKept);
     std::size_t mNext = 0;
-    double mLast = 0;
+    double mLast;
     double mLongestGap = 0;
-    UINT_PTR mTimer = 0;
 };
 
 /// A rhythm: something comes every period, never early, never twice, and missed ones come once.

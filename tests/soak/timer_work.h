@@ -7,6 +7,7 @@
 #include "invoke_fuzz/random.h"
 #include "lateness.h"
 #include "live_objects.h"
+#include "pulse.h"
 #include "timer_client.h"
 
 namespace kwo::soak {
