@@ -306,6 +306,37 @@ is 'an example outside a fence' "$(extracted "$mark" "$fence" "$end" '    Set a 
     $'run good.vbs\nwrong: page.md:4: an example outside a fence\nexit 1'
 is 'a script that no example uses' "$(extracted 'text')" $'wrong: tests/pages/good.vbs drives no example\nexit 1'
 
+# What clang-tidy reads: a finding must not be lost because the source was read before.
+mkdir -p "$scratch/tidied/build" "$scratch/bin"
+touch "$scratch/tidied/.clang-tidy" "$scratch/tidied/a.h"
+printf '#include "a.h"\n' >"$scratch/tidied/a.cpp"
+printf '[{"directory": "%s", "command": "c++ -I.. -o a.o -c %s", "file": "%s"}]' "$scratch/tidied/build" \
+    "$scratch/tidied/a.cpp" "$scratch/tidied/a.cpp" >"$scratch/tidied/build/compile_commands.json"
+cat >"$scratch/bin/clang-tidy" <<'TIDY'
+#!/usr/bin/env bash
+echo >>../reads
+! grep -q wrong "${@: -1}" ../a.h
+TIDY
+chmod +x "$scratch/bin/clang-tidy"
+# tidied: how often the source has been read so far, and what came of it.
+tidied() {
+    local rc=0 build=$scratch/tidied/build
+    "$KWO_ROOT/tools/lib/tidy_build.py" "$scratch/tidied" "$build" >"$build/tidy.ninja"
+    PATH=$scratch/bin:$PATH ninja -C "$build" -f tidy.ninja tidy/a.cpp >/dev/null || rc=$?
+    printf '%d read, exit %d' "$(wc -l <"$scratch/tidied/reads")" "$rc"
+}
+is 'a source is read' "$(tidied)" '1 read, exit 0'
+is 'an unchanged source is not read again' "$(tidied)" '1 read, exit 0'
+sleep 0.01
+echo 'wrong' >"$scratch/tidied/a.h"
+is 'a finding in a header' "$(tidied)" '2 read, exit 1'
+is 'a finding that stays' "$(tidied)" '3 read, exit 1'
+: >"$scratch/tidied/a.h"
+is 'a finding that was mended' "$(tidied)" '4 read, exit 0'
+sleep 0.01
+touch "$scratch/tidied/.clang-tidy"
+is 'other checks' "$(tidied)" '5 read, exit 0'
+
 # What the tests reach: an unreached place must not be called reached.
 mkdir -p "$scratch/code/part" "$scratch/code/rest"
 # covered THIRD FOURTH: the report on a source with these lines; the condition of the third was never false, and the

@@ -42,6 +42,7 @@ KWO_LINT_PACKAGES=(
     'clang-format clang-format'
     'clang-tidy clang-tidy'
     'shellcheck shellcheck'
+    'lld ld.lld'
     'perl perl'
     'python3 python3'
 )
