@@ -308,7 +308,9 @@ TEST_F(ConversionsContract, ShortDateHasDayMonthAndYear) {
     EXPECT_NE(text.find(u"16"), Text::npos) << Printed(text);
     EXPECT_NE(text.find(u"26"), Text::npos) << Printed(text);
     EXPECT_EQ(text.find(u':'), Text::npos) << Printed(text);
-    if (outside().HasAmericanFormats()) EXPECT_EQ(text, u"11/16/2026");
+    if (outside().HasAmericanFormats()) {
+        EXPECT_EQ(text, u"11/16/2026");
+    }
 }
 
 TEST_F(ConversionsContract, LettersOfAnyLanguageHaveCapitals) {
