@@ -120,10 +120,17 @@ struct MessageFileFacts {
     std::vector<Text> remarks;
 };
 
+/// A type library of another version than the expected one.
+struct OtherVersion : Registered {
+    Text version;
+};
+
 struct LibraryFacts {
     KnownLibrary known;
     /// Of the type library.
     std::vector<Registered> entries;
+    /// What is registered under the same identifier with other versions.
+    std::vector<OtherVersion> others;
     std::vector<ClassFacts> classes;
 };
 

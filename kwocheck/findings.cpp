@@ -12,9 +12,9 @@ namespace {
 using Severity = Finding::Severity;
 
 constexpr TextView kInstall = u"Install KWOUtil: start install.cmd of the ZIP file, or the installer.";
-constexpr TextView kInstallAgain = u"Install KWOUtil again: start install.cmd of the ZIP file, or the installer.";
 constexpr TextView kInstallForAll =
-    u"Open the command prompt with \"Run as administrator\" and type: install.cmd /machine";
+    u"Open the command prompt with \"Run as administrator\", change to the folder of the ZIP file, and type: "
+    u".\\install.cmd /machine";
 constexpr TextView kAskForRights = u"Ask the administrator of this computer to let you read it, or install again.";
 
 /// Versions like "4.5.0.0" by their numbers: negative if `one` is older.
@@ -40,20 +40,31 @@ int CompareVersions(TextView one, TextView other) {
 struct LoadFailure {
     std::uint32_t code;
     TextView meaning;
+    /// Empty if it is to install again.
     TextView nextStep;
 };
+constexpr TextView kAllowInScanner = u"Let the virus scanner allow the file, and install again if it has removed it.";
+constexpr TextView kAllowFiles =
+    u"Ask the administrator of this computer to allow KWOUtil.dll and KWOInit.dll. Smart App Control allows no single "
+    u"files; you can only turn it off as a whole, in the settings of Windows.";
 constexpr LoadFailure kLoadFailures[] = {
     {0x80040154, u"Windows does not find the class",
-     u"Install KWOUtil again. If the program runs as administrator, type: install.cmd /machine"},
-    {0x8007007E, u"Windows cannot load the file, or a file that it needs", kInstallAgain},
-    {0x800700C1, u"the file is damaged, or of the other bitness", kInstallAgain},
+     u"Install KWOUtil again. If the program runs as administrator, install it for everybody."},
+    {0x8007007E, u"Windows cannot load the file, or a file that it needs", {}},
+    {0x800700C1, u"the file is damaged, or of the other bitness", {}},
     {0x80070005, u"this user may not use the file",
      u"Ask the administrator of this computer for the right to read and run it."},
-    {0x800700E1, u"a virus scanner holds the file back",
-     u"Let the virus scanner allow the file, and install again if it has removed it."},
-    {0x800704EC, u"a rule of this computer forbids to load the file",
-     u"Ask the administrator of this computer to allow KWOUtil.dll and KWOInit.dll."},
-    {0x80040111, u"the file does not have this class", kInstallAgain},
+    {0x8007000E, u"there is not enough memory", u"Close other programs."},
+    {0x800700E1, u"a virus scanner holds the file back", kAllowInScanner},
+    {0x800700E2, u"a virus scanner has removed the file", kAllowInScanner},
+    {0x800704EC, u"a rule of this computer forbids to load the file", kAllowFiles},
+    {0x800711C7, u"a rule of this computer, or Smart App Control of Windows 11, forbids to load the file", kAllowFiles},
+    {0x80070241,
+     u"a rule of this computer, or Smart App Control of Windows 11, forbids to load files without a signature",
+     kAllowFiles},
+    {0x8007045A, u"the file, or one that it needs, cannot start in the program",
+     u"Close other programs, or sign out and in again."},
+    {0x80040111, u"the file does not have this class", {}},
 };
 
 Text CodeAndReason(const Creation& creation) {
@@ -73,6 +84,8 @@ public:
             for (const ClassFacts& one : library.classes)
                 AddOfClass(library.known, one);
             AddOfTypeLibrary(library);
+            for (const OtherVersion& other : library.others)
+                AddOfOtherVersion(library, other);
         }
         if (mView.messageFile) AddOfMessageFile(*mView.messageFile);
     }
@@ -85,23 +98,23 @@ private:
     bool IsOwn() const { return mView.bitness == mFacts.here.own; }
 
     /// Joins what several classes have in common.
-    void Say(Severity severity, Text what, TextView nextStep, const ClassFacts* about) {
+    void Say(Severity severity, Text what, Text nextStep, const ClassFacts* about) {
         const auto same = std::ranges::find_if(mFindings, [&](const Finding& known) {
             return known.severity == severity && known.bitness == mView.bitness && known.what == what;
         });
         if (same == mFindings.end()) {
-            mFindings.push_back({severity, mView.bitness, std::move(what), Text(nextStep), {}});
+            mFindings.push_back({severity, mView.bitness, std::move(what), std::move(nextStep), {}});
             if (about != nullptr) mFindings.back().classes.push_back(about->known.ProgId());
         } else if (about != nullptr) {
             same->classes.push_back(about->known.ProgId());
         }
     }
-    void Problem(Text what, TextView nextStep, const ClassFacts* about = nullptr) {
+    void Problem(Text what, Text nextStep, const ClassFacts* about = nullptr) {
         mHasProblem = true;
-        Say(Severity::kProblem, std::move(what), nextStep, about);
+        Say(Severity::kProblem, std::move(what), std::move(nextStep), about);
     }
-    void Remark(Text what, TextView nextStep, const ClassFacts* about = nullptr) {
-        Say(Severity::kRemark, std::move(what), nextStep, about);
+    void Remark(Text what, Text nextStep, const ClassFacts* about = nullptr) {
+        Say(Severity::kRemark, std::move(what), std::move(nextStep), about);
     }
 
     void AddOfClass(const KnownLibrary& library, const ClassFacts& one) {
@@ -116,6 +129,14 @@ private:
             AddOfHidden(*entry, one);
         }
         if (one.creation && !mHasProblem) AddOfCreation(*one.creation, one);
+    }
+
+    /// An installer that is started once more does nothing.
+    Text InstallAgain() const {
+        const Text& version = mFacts.here.version;  // the file's name has three of its four numbers
+        return u"Install KWOUtil again: start install.cmd of the ZIP file. After an installer, type: msiexec /famus "
+               u"KWOUtil-" +
+               version.substr(0, version.rfind(u'.')) + (mFacts.here.isWindows64 ? u"-x64.msi" : u"-x86.msi");
     }
 
     /// In programs of the own bitness. If a copy of the library is beside this program, also how to register that.
@@ -140,7 +161,7 @@ private:
             Text what = u"Only the " + Bits(Other()) + u" " + library.FileName() + u" is registered, so " +
                         Bits(mView.bitness) + u" programs cannot use it.";
             if (IsOwn()) return Problem(std::move(what), HowToInstall(library), &one);
-            return Remark(std::move(what), Text(u"If you need it in such programs: ") + Text(kInstallAgain), &one);
+            return Remark(std::move(what), Text(u"If you need it in such programs: ") + InstallAgain(), &one);
         }
         // The other bitness would only say the same again.
         if (IsOwn()) Problem(library.FileName() + u" is not registered.", HowToInstall(library), &one);
@@ -164,9 +185,10 @@ private:
         const RegisteredName* const name = Counting(one.names);
         if (name == nullptr) {
             return Problem(u"The class is registered, but its name is not, so CreateObject does not find it.",
-                           kInstallAgain, &one);
+                           InstallAgain(), &one);
         }
-        if (name->isDenied) return Problem(u"You may not read the registry key of the name.", kAskForRights, &one);
+        if (name->isDenied)
+            return Problem(u"You may not read the registry key of the name.", Text(kAskForRights), &one);
         AddOfForeignName(one);
     }
 
@@ -175,11 +197,12 @@ private:
         if (name == nullptr || name->isDenied || AreSameIds(name->classId, one.known.classId)) return;
         Problem(u"The name belongs to a class of another vendor, " + name->classId + u", registered " +
                     For(name->scope) + u".",
-                Text(u"Remove the program that uses this name, if you do not need it. ") + Text(kInstallAgain), &one);
+                Text(u"Remove the program that uses this name, if you do not need it. ") + InstallAgain(), &one);
     }
 
     void AddOfEntry(const KnownLibrary& library, const RegisteredClass& entry, const ClassFacts& one) {
-        if (entry.isDenied) return Problem(u"You may not read the registry key of the class.", kAskForRights, &one);
+        if (entry.isDenied)
+            return Problem(u"You may not read the registry key of the class.", Text(kAskForRights), &one);
         const Text where = u"\"" + entry.path + u"\", registered " + For(entry.scope) + u",";
         if (!AddOfFile(library, entry, where, &one)) return;
         if (entry.threadingModel == u"Apartment") return;
@@ -187,37 +210,39 @@ private:
         Problem(
             u"The class is registered with the wrong threading model: " + model +
                 u" instead of \"Apartment\". So Windows may create its objects on another thread than the program's.",
-            kInstallAgain, &one);
+            InstallAgain(), &one);
     }
 
     /// False if the file is none of this product, so that nothing else can be said about it.
     bool AddOfFile(const KnownLibrary& library, const Registered& entry, const Text& where, const ClassFacts* about) {
         const FileFacts& file = entry.file;
         if (file.state == FileFacts::State::kMissing) {
-            Problem(u"The file " + where + u" does not exist.", kInstallAgain, about);
+            Problem(u"The file " + where + u" does not exist.", InstallAgain(), about);
             return false;
         }
         if (file.state == FileFacts::State::kDenied) {
-            Problem(u"You may not read the file " + where + u" so your programs cannot load it.", kAskForRights, about);
+            Problem(u"You may not read the file " + where + u" so your programs cannot load it.", Text(kAskForRights),
+                    about);
             return false;
         }
         if (!IsOurs(file)) {
             Problem(u"The file " + where + u" is not " + library.FileName() + u" of KWOUtil" +
                         (file.product.empty() ? Text() : u", but belongs to \"" + file.product + u"\"") + u".",
-                    Text(u"Remove the program that registered it, if you do not need it. ") + Text(kInstallAgain),
-                    about);
+                    Text(u"Remove the program that registered it, if you do not need it. ") + InstallAgain(), about);
             return false;
         }
         if (file.bitness != mView.bitness) {
             Problem(u"The file " + where + u" is " + (file.bitness ? Bits(*file.bitness) + u"," : Text(u"damaged,")) +
                         u" so " + Bits(mView.bitness) + u" programs cannot load it.",
-                    kInstallAgain, about);
+                    InstallAgain(), about);
         }
         AddOfVersion(file, where, about);
         if (file.isBlocked) {
             Remark(u"Windows has marked the file " + where +
                        u" as one that comes from the Internet. Some programs and rules refuse such files.",
-                   u"Open the file's properties and choose \"Unblock\", or unblock the ZIP file and unpack it again.",
+                   u"Open the file's properties and choose \"Unblock\", or unblock the ZIP file, unpack it again, and "
+                   u"start "
+                   u"install.cmd again.",
                    about);
         }
         return true;
@@ -228,7 +253,7 @@ private:
         if (order < 0) {
             Problem(u"The file " + where + u" has the older version " + file.version + u", this check is of " +
                         mFacts.here.version + u".",
-                    Text(kInstallAgain) + u" Close all programs that use KWOUtil before.", about);
+                    u"Close all programs that use KWOUtil. " + Text(kInstall), about);
         } else if (order > 0) {
             Remark(u"The file " + where + u" has the newer version " + file.version + u", this check is of " +
                        mFacts.here.version + u".",
@@ -249,7 +274,9 @@ private:
         }
         Remark(u"Another copy is registered for everybody: \"" + hidden.path + u"\" (" + state +
                    u"). Your programs use yours; programs that run as administrator use that one.",
-               u"Keep one of them: type uninstall.cmd to remove yours, or uninstall.cmd /machine to remove the other.",
+               u"Keep one of them. To remove the other, start uninstall.cmd in its folder, or remove KWOUtil in the "
+               u"settings "
+               u"of Windows, under Apps.",
                &one);
     }
 
@@ -258,16 +285,16 @@ private:
         if (creation.result == Creation::Result::kNoAnswer) {
             return Problem(
                 u"An object can be created, but calling a member of it fails: " + CodeAndReason(creation) + u".",
-                kInstallAgain, &one);
+                InstallAgain(), &one);
         }
         for (const LoadFailure& known : kLoadFailures) {
             if (known.code == creation.code) {
                 return Problem(u"It is registered, but cannot be created: " + Text(known.meaning) + u" (0x" +
                                    Hexadecimal(known.code, 8) + u").",
-                               known.nextStep, &one);
+                               known.nextStep.empty() ? InstallAgain() : Text(known.nextStep), &one);
             }
         }
-        Problem(u"It is registered, but cannot be created: " + CodeAndReason(creation) + u".", kInstallAgain, &one);
+        Problem(u"It is registered, but cannot be created: " + CodeAndReason(creation) + u".", InstallAgain(), &one);
     }
 
     void AddOfTypeLibrary(const LibraryFacts& library) {
@@ -278,22 +305,37 @@ private:
         if (entry == nullptr) {
             if (server == nullptr) return;
             return Problem(name + u" is not registered. Editors do not complete names, and calls between threads fail.",
-                           kInstallAgain);
+                           InstallAgain());
         }
-        if (entry->isDenied) return Problem(u"You may not read the registry key of the type library.", kAskForRights);
+        if (entry->isDenied)
+            return Problem(u"You may not read the registry key of the type library.", Text(kAskForRights));
         if (server != nullptr && AreSamePaths(entry->path, server->path)) return;
         const Text where = u"\"" + entry->path + u"\", registered " + For(entry->scope) + u",";
         if (entry->file.state != FileFacts::State::kThere) {
             Problem(name + u" leads to " + where + u" which " +
                         (entry->file.state == FileFacts::State::kMissing ? u"does not exist." : u"you may not read."),
-                    kInstallAgain);
+                    InstallAgain());
         } else if (!IsOurs(entry->file)) {
-            Problem(name + u" leads to " + where + u" which is not of KWOUtil.", kInstallAgain);
+            Problem(name + u" leads to " + where + u" which is not of KWOUtil.", InstallAgain());
         } else if (server != nullptr) {
             Remark(
                 name + u" leads to another copy than the classes: " + where + u" version " + entry->file.version + u".",
-                kInstallAgain);
+                InstallAgain());
         }
+    }
+
+    void AddOfOtherVersion(const LibraryFacts& library, const OtherVersion& other) {
+        Text what = u"The type library of " + library.known.FileName() + u" is registered in version " + other.version +
+                    u", too, " + For(other.scope);
+        if (other.isDenied) {
+            what += u".";
+        } else {
+            what += u": \"" + other.path + u"\"" +
+                    (other.file.state == FileFacts::State::kMissing ? u", which does not exist." : u".");
+        }
+        Remark(std::move(what),
+               u"Remove that version of KWOUtil: start its uninstall.cmd, or remove it in the settings of Windows, "
+               u"under Apps.");
     }
 
     void AddOfMessageFile(const MessageFileFacts& file) {
@@ -305,7 +347,7 @@ private:
                            u"Copy KWOInit.nls of the ZIP file into that folder.");
         }
         if (file.state == FileFacts::State::kDenied) {
-            return Problem(name + u" cannot be read by you.", kAskForRights);
+            return Problem(name + u" cannot be read by you.", Text(kAskForRights));
         }
         if (file.isRefused) {
             return Problem(file.problems.back(),

@@ -11,7 +11,9 @@ using FindingsTest = Installed;
 using Lines = std::vector<std::string>;
 
 constexpr char kInstall[] = "Install KWOUtil: start install.cmd of the ZIP file, or the installer.";
-constexpr char kAgain[] = "Install KWOUtil again: start install.cmd of the ZIP file, or the installer.";
+constexpr char kAgain[] =
+    "Install KWOUtil again: start install.cmd of the ZIP file. After an installer, type: msiexec /famus "
+    "KWOUtil-4.5.0-x64.msi";
 constexpr char kBoth[] = " [KWOUtil.KWOTimer] [KWOUtil.KWORegistry]";
 
 TEST_F(FindingsTest, AnInstalledComponentHasNone) {
@@ -107,8 +109,8 @@ TEST_F(UserOnly, IsNotFoundByAnAdministrator) {
         Found()[0],
         std::string("problem 64: KWOUtil.dll is registered for you alone. Programs that run as administrator, as this "
                     "one does, find only what is registered for everybody. > Start the program without an "
-                    "administrator's rights. Or: Open the command prompt with \"Run as administrator\" and type: "
-                    "install.cmd /machine") +
+                    "administrator's rights. Or: Open the command prompt with \"Run as administrator\""
+                    ", change to the folder of the ZIP file, and type: .\\install.cmd /machine") +
             kBoth);
 }
 
@@ -207,11 +209,11 @@ TEST_F(FindingsTest, KeysThatMayNotBeRead) {
 TEST_F(FindingsTest, AnOlderVersion) {
     ComponentFile().version = u"4.4.12.0";
 
-    EXPECT_EQ(
-        Found(),
-        (Lines{std::string("problem 64: The file \"C:\\KWO\\x64\\KWOUtil.dll\", registered for everybody, has the "
-                           "older version 4.4.12.0, this check is of 4.5.0.0. > ") +
-               kAgain + " Close all programs that use KWOUtil before." + kBoth}));
+    EXPECT_EQ(Found(),
+              (Lines{std::string(
+                         "problem 64: The file \"C:\\KWO\\x64\\KWOUtil.dll\", registered for everybody, has the "
+                         "older version 4.4.12.0, this check is of 4.5.0.0. > Close all programs that use KWOUtil. ") +
+                     kInstall + kBoth}));
 }
 
 TEST_F(FindingsTest, ANewerVersion) {
@@ -283,8 +285,8 @@ TEST_F(FindingsTest, AFileFromTheInternet) {
     EXPECT_EQ(Found(),
               (Lines{std::string("remark 64: Windows has marked the file \"C:\\KWO\\x64\\KWOUtil.dll\", registered for "
                                  "everybody, as one that comes from the Internet. Some programs and rules refuse such "
-                                 "files. > Open the file's properties and choose \"Unblock\", or unblock the ZIP file "
-                                 "and unpack it again.") +
+                                 "files. > Open the file's properties and choose \"Unblock\", or unblock the ZIP file, "
+                                 "unpack it again, and start install.cmd again.") +
                      kBoth}));
 }
 
@@ -310,8 +312,8 @@ TEST_F(TwoCopies, TheHiddenOneIsNamed) {
     EXPECT_EQ(Found()[0],
               std::string("remark 64: Another copy is registered for everybody: \"C:\\KWO\\x64\\KWOUtil.dll\" "
                           "(version 4.5.0.0). Your programs use yours; programs that run as administrator use that "
-                          "one. > Keep one of them: type uninstall.cmd to remove yours, or uninstall.cmd /machine "
-                          "to remove the other.") +
+                          "one. > Keep one of them. To remove the other, start uninstall.cmd in its folder, or "
+                          "remove KWOUtil in the settings of Windows, under Apps.") +
                   kBoth);
     EXPECT_EQ(Found().size(), 2u);
 }
@@ -358,8 +360,16 @@ TEST_F(FindingsTest, CreatingFailsForAReasonThatIsKnown) {
         {0x8007007E, "Windows cannot load the file, or a file that it needs (0x8007007E)"},
         {0x800700C1, "the file is damaged, or of the other bitness (0x800700C1)"},
         {0x80070005, "this user may not use the file (0x80070005)"},
+        {0x8007000E, "there is not enough memory (0x8007000E)"},
         {0x800700E1, "a virus scanner holds the file back (0x800700E1)"},
+        {0x800700E2, "a virus scanner has removed the file (0x800700E2)"},
         {0x800704EC, "a rule of this computer forbids to load the file (0x800704EC)"},
+        {0x800711C7,
+         "a rule of this computer, or Smart App Control of Windows 11, forbids to load the file (0x800711C7)"},
+        {0x80070241,
+         "a rule of this computer, or Smart App Control of Windows 11, forbids to load files without a signature "
+         "(0x80070241)"},
+        {0x8007045A, "the file, or one that it needs, cannot start in the program (0x8007045A)"},
         {0x80040111, "the file does not have this class (0x80040111)"},
         {0x80004005, "0x80004005, said the system"},
     };
@@ -375,6 +385,30 @@ TEST_F(FindingsTest, CreatingFailsForAReasonThatIsKnown) {
             << found[0];
         EXPECT_NE(found[0].find("[KWOUtil.KWOTimer] [KWOUtil.KWORegistry] [KWOInit.KWOInitialize]"), std::string::npos);
     }
+}
+
+TEST_F(FindingsTest, ADamagedFileIsInstalledAgain) {
+    system.creation = {Creation::Result::kNoObject, 0x800700C1, {}};
+
+    EXPECT_NE(Found()[0].find(std::string(" > ") + kAgain + " ["), std::string::npos) << Found()[0];
+}
+
+TEST_F(FindingsTest, TheInstallerOf32BitWindowsHasAnotherName) {
+    system.here.isWindows64 = false;
+    system.here.own = Bitness::k32;
+    system.files.erase(Dll(Component(), Bitness::k32));
+
+    EXPECT_NE(Found()[0].find("type: msiexec /famus KWOUtil-4.5.0-x86.msi ["), std::string::npos) << Found()[0];
+}
+
+TEST_F(FindingsTest, SmartAppControlAllowsNoSingleFile) {
+    system.creation = {Creation::Result::kNoObject, 0x800711C7, {}};
+
+    EXPECT_NE(
+        Found()[0].find(" > Ask the administrator of this computer to allow KWOUtil.dll and KWOInit.dll. Smart App "
+                        "Control allows no single files;"),
+        std::string::npos)
+        << Found()[0];
 }
 
 TEST_F(FindingsTest, AMemberFails) {
@@ -400,6 +434,41 @@ TEST_F(FindingsTest, TheTypeLibraryIsNotRegistered) {
               (Lines{std::string("problem 64: The type library of KWOUtil.dll is not registered. Editors do not "
                                  "complete names, and calls between threads fail. > ") +
                      kAgain}));
+}
+
+TEST_F(FindingsTest, AnotherVersionOfTheTypeLibraryIsRegistered) {
+    system.Put(Scope::kUser, Bitness::k64, RecordedSystem::TypeLibraryKey(Component(), u"4.4", Bitness::k64),
+               u"D:\\old\\KWOUtil.dll");
+    system.Put(Scope::kMachine, Bitness::k32, RecordedSystem::TypeLibraryKey(Companion(), u"2.0", Bitness::k32),
+               u"D:\\new\\KWOInit.dll");
+    system.files[u"D:\\new\\KWOInit.dll"] = Ours(Bitness::k32);
+    const std::string step =
+        " > Remove that version of KWOUtil: start its uninstall.cmd, or remove it in the settings of Windows, under "
+        "Apps.";
+
+    EXPECT_EQ(Found(), (Lines{"remark 64: The type library of KWOUtil.dll is registered in version 4.4, too, for you: "
+                              "\"D:\\old\\KWOUtil.dll\", which does not exist." +
+                                  step,
+                              "remark 32: The type library of KWOInit.dll is registered in version 2.0, too, for "
+                              "everybody: \"D:\\new\\KWOInit.dll\"." +
+                                  step}));
+}
+
+TEST_F(FindingsTest, AnotherVersionOfTheTypeLibraryThatMayNotBeRead) {
+    system.Forbid(Scope::kMachine, Bitness::k64, RecordedSystem::TypeLibraryKey(Component(), u"4.4", Bitness::k64));
+
+    ASSERT_EQ(Found().size(), 1u);
+    EXPECT_EQ(Found()[0].find("remark 64: The type library of KWOUtil.dll is registered in version 4.4, too, for "
+                              "everybody. > Remove"),
+              0u)
+        << Found()[0];
+}
+
+TEST_F(FindingsTest, AVersionThatTheseProgramsDoNotSeeDoesNotMatter) {
+    system.Put(Scope::kMachine, Bitness::k64, RecordedSystem::TypeLibraryKey(Component(), u"4.4", Bitness::k32),
+               u"D:\\a");
+
+    EXPECT_EQ(Found(), Lines{});
 }
 
 TEST_F(FindingsTest, TheTypeLibraryLeadsElsewhere) {

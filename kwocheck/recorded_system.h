@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -18,6 +19,16 @@ public:
     RegistryText ReadClasses(Scope root, Bitness view, TextView key, TextView value) override {
         const auto found = registry.find({root, view, Text(key), Text(value)});
         return found == registry.end() ? RegistryText{} : found->second;
+    }
+    std::vector<Text> KeysBelow(Scope root, Bitness view, TextView key) override {
+        std::set<Text> names;
+        const Text above = Text(key) + u"\\";
+        for (const auto& [place, text] : registry) {
+            const auto& [scope, bitness, path, value] = place;
+            if (scope != root || bitness != view || !path.starts_with(above)) continue;
+            names.insert(path.substr(above.size(), path.find(u'\\', above.size()) - above.size()));
+        }
+        return {names.begin(), names.end()};
     }
     FileFacts Examine(TextView path, Bitness /*view*/) override {
         const auto found = files.find(Text(path));
@@ -57,7 +68,10 @@ public:
 
     static Text ServerKey(const KnownClass& one) { return u"CLSID\\" + one.classId + u"\\InprocServer32"; }
     static Text TypeLibraryKey(const KnownLibrary& library, Bitness view) {
-        return u"TypeLib\\" + library.libraryId + u"\\" + library.version +
+        return TypeLibraryKey(library, library.version, view);
+    }
+    static Text TypeLibraryKey(const KnownLibrary& library, const Text& version, Bitness view) {
+        return u"TypeLib\\" + library.libraryId + u"\\" + version +
                (view == Bitness::k64 ? u"\\0\\win64" : u"\\0\\win32");
     }
 

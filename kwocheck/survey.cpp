@@ -1,6 +1,7 @@
 #include "kwocheck/survey.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "kwocheck/message_file_check.h"
 
@@ -25,7 +26,7 @@ public:
     View Of(const std::vector<KnownLibrary>& libraries) {
         View view{mBitness, {}, {}};
         for (const KnownLibrary& known : libraries) {
-            LibraryFacts library{known, TypeLibrary(known), {}};
+            LibraryFacts library{known, TypeLibrary(known), OtherVersions(known), {}};
             for (const KnownClass& one : known.classes)
                 library.classes.push_back(Class(one));
             if (known.name == kCompanion) view.messageFile = MessageFileOf(library);
@@ -49,9 +50,27 @@ private:
         return true;
     }
 
+    Text VersionKey(const KnownLibrary& known, const Text& version) const {
+        return u"TypeLib\\" + known.libraryId + u"\\" + version +
+               (mBitness == Bitness::k64 ? u"\\0\\win64" : u"\\0\\win32");
+    }
+
+    std::vector<OtherVersion> OtherVersions(const KnownLibrary& known) {
+        std::vector<OtherVersion> others;
+        for (const Scope scope : kScopes) {
+            for (Text& version : mSystem.KeysBelow(scope, mBitness, u"TypeLib\\" + known.libraryId)) {
+                OtherVersion other;
+                if (version == known.version || !FillFrom(Stored(scope, VersionKey(known, version)), scope, other))
+                    continue;
+                other.version = std::move(version);
+                others.push_back(std::move(other));
+            }
+        }
+        return others;
+    }
+
     std::vector<Registered> TypeLibrary(const KnownLibrary& known) {
-        const Text key = u"TypeLib\\" + known.libraryId + u"\\" + known.version +
-                         (mBitness == Bitness::k64 ? u"\\0\\win64" : u"\\0\\win32");
+        const Text key = VersionKey(known, known.version);
         std::vector<Registered> entries;
         for (const Scope scope : kScopes) {
             Registered entry;

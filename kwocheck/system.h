@@ -18,6 +18,9 @@ public:
     /// An empty `value` is the default value of the key. A value that is no text is missing.
     virtual RegistryText ReadClasses(Scope root, Bitness view, TextView key, TextView value) = 0;
 
+    /// The names of the keys below one of those keys; none if it is missing or may not be listed.
+    virtual std::vector<Text> KeysBelow(Scope root, Bitness view, TextView key) = 0;
+
     /// A file that the registry names for programs of that bitness.
     /// A folder is no file. A name without a folder is looked for where Windows looks for DLLs.
     virtual FileFacts Examine(TextView path, Bitness view) = 0;

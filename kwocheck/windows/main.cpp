@@ -26,6 +26,20 @@ void Write(TextView text) {
     kwohost::Output(STD_OUTPUT_HANDLE).Write({reinterpret_cast<const wchar_t*>(text.data()), text.size()});
 }
 
+/// A double click gives the program a console of its own, which closes when the program ends.
+void LetTheReaderRead() {
+    DWORD processes[2];
+    DWORD mode = 0;
+    const HANDLE keyboard = ::GetStdHandle(STD_INPUT_HANDLE);
+    const bool isSeen = ::GetConsoleMode(keyboard, &mode) != FALSE &&
+                        ::GetConsoleMode(::GetStdHandle(STD_OUTPUT_HANDLE), &mode) != FALSE;
+    if (!isSeen || ::GetConsoleProcessList(processes, 2) != 1) return;
+    Write(u"\r\nPress Enter to close this window.");
+    wchar_t key = 0;
+    DWORD read = 0;
+    ::ReadConsoleW(keyboard, &key, 1, &read, nullptr);
+}
+
 ExitCode CheckInstallation() {
     WindowsSystem system(KWOCHECK_VERSION);
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
@@ -44,7 +58,11 @@ ExitCode CheckFile(std::wstring_view path) {
 }
 
 ExitCode Run(int count, wchar_t** words) {
-    if (count == 1) return CheckInstallation();
+    if (count == 1) {
+        const ExitCode code = CheckInstallation();
+        LetTheReaderRead();
+        return code;
+    }
     if (count == 3 && words[1] == std::wstring_view(L"message-file")) return CheckFile(words[2]);
     kwohost::Output(STD_ERROR_HANDLE).Write(kUsage);
     return ExitCode::kCannotCheck;

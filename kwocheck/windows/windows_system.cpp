@@ -39,8 +39,11 @@ private:
 
 class Key {
 public:
-    Key(HKEY root, const Text& path, REGSAM view)
-        : mStatus(::RegOpenKeyExW(root, Wide(path), 0, KEY_QUERY_VALUE | view, &mKey)) {}
+    /// A key of classes, as programs of that bitness see it.
+    Key(Scope root, TextView path, Bitness view, REGSAM rights)
+        : mStatus(::RegOpenKeyExW(root == Scope::kUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE,
+                                  Wide(u"Software\\Classes\\" + Text(path)), 0,
+                                  rights | (view == Bitness::k64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY), &mKey)) {}
     ~Key() {
         if (mStatus == ERROR_SUCCESS) ::RegCloseKey(mKey);
     }
@@ -151,8 +154,7 @@ WindowsSystem::WindowsSystem(TextView version) : mWindowsFolder(WindowsFolder())
 }
 
 RegistryText WindowsSystem::ReadClasses(Scope root, Bitness view, TextView key, TextView value) {
-    const Key opened(root == Scope::kUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE, u"Software\\Classes\\" + Text(key),
-                     view == Bitness::k64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY);
+    const Key opened(root, key, view, KEY_QUERY_VALUE);
     if (opened.Status() != ERROR_SUCCESS) return Failed(opened.Status());
     const Text name(value);
     DWORD type = 0;
@@ -168,6 +170,19 @@ RegistryText WindowsSystem::ReadClasses(Scope root, Bitness view, TextView key, 
     if (status != ERROR_SUCCESS) return Failed(status);
     text.resize(std::wcslen(text.c_str()));
     return {RegistryText::State::kThere, type == REG_EXPAND_SZ ? Expanded(text) : TextOf(text)};
+}
+
+std::vector<Text> WindowsSystem::KeysBelow(Scope root, Bitness view, TextView key) {
+    const Key opened(root, key, view, KEY_ENUMERATE_SUB_KEYS);
+    std::vector<Text> names;
+    if (opened.Status() != ERROR_SUCCESS) return names;
+    wchar_t name[256];
+    DWORD length = 256;
+    for (DWORD at = 0;
+         ::RegEnumKeyExW(opened.Get(), at, name, &length, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+         ++at, length = 256)
+        names.push_back(TextOf({name, length}));
+    return names;
 }
 
 FileFacts WindowsSystem::Examine(TextView path, Bitness view) {

@@ -14,6 +14,7 @@ public:
 
     Surroundings Describe() override { return mHere; }
     RegistryText ReadClasses(Scope root, Bitness view, TextView key, TextView value) override;
+    std::vector<Text> KeysBelow(Scope root, Bitness view, TextView key) override;
     FileFacts Examine(TextView path, Bitness view) override;
     FileFacts::State Read(TextView path, std::size_t most, std::string& bytes) override;
     Creation Create(const KnownClass& known) override;
