@@ -55,14 +55,19 @@ if not exist "%FOLDER%\x64\" mkdir "%FOLDER%\x64" 2>nul
 if not exist "%FOLDER%\x64\" goto nofolder
 if not exist "%FOLDER%\x86\" mkdir "%FOLDER%\x86" 2>nul
 if not exist "%FOLDER%\x86\" goto nofolder
+if not exist "%FOLDER%\licenses\" mkdir "%FOLDER%\licenses" 2>nul
+if not exist "%FOLDER%\licenses\" goto nofolder
 
 rem uninstall.cmd comes first: it shows that the folder is install.cmd's.
-call :copy uninstall.cmd
+call :copy uninstall.cmd uninstall.cmd
 if defined PROBLEM goto nocopy
-for %%f in (README.txt LICENSE.txt) do call :copy %%f
+call :copy installed.txt README.txt
+call :copy LICENSE.txt LICENSE.txt
+for %%f in (gcc.txt GPL-3.txt mingw-w64.txt) do call :copy licenses\%%f licenses\%%f
+for %%b in (x64 x86) do call :keep %%b
 for %%b in (x64 x86) do (
     for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe kwocheck.exe) do (
-        call :copy %%b\%%f
+        call :copy %%b\%%f %%b\%%f
     )
 )
 if defined PROBLEM goto nocopy
@@ -84,10 +89,35 @@ echo To remove it, start uninstall.cmd in that folder.
 call :wait
 exit /b 0
 
-rem :copy FILE. In the loops themselves, Windows would take parts of a path like C:\100%b for their variables.
+rem :copy FILE TARGET. In the loops themselves, Windows would take parts of a path like C:\100%b for their variables.
 :copy
-copy /y "%FROM%%~1" "%FOLDER%\%~1" >nul 2>nul
-if errorlevel 1 set "PROBLEM=%FOLDER%\%~1"
+copy /y "%FROM%%~1" "%FOLDER%\%~2" >nul 2>nul
+if errorlevel 1 set "PROBLEM=%FOLDER%\%~2"
+exit /b 0
+
+rem :keep BITNESS: the message file that is there, if it is another one. Somebody may have translated it.
+:keep
+set "NLS=%FOLDER%\%~1\KWOInit.nls"
+if not exist "%NLS%" exit /b 0
+rem Their sizes first: not every system has an fc that compares.
+set "SIZE="
+for %%f in ("%NLS%") do set "SIZE=%%~zf"
+for %%f in ("%FROM%%~1\KWOInit.nls") do if not "%%~zf"=="%SIZE%" goto another
+"%SystemRoot%\System32\fc.exe" /b "%FROM%%~1\KWOInit.nls" "%NLS%" >nul 2>nul
+if not errorlevel 1 exit /b 0
+:another
+set "KEPT=%NLS%.old"
+set "NUMBER=1"
+:nextname
+if not exist "%KEPT%" goto keepit
+set /a NUMBER+=1 >nul
+set "KEPT=%NLS%.old%NUMBER%"
+goto nextname
+:keepit
+copy /y "%NLS%" "%KEPT%" >nul 2>nul
+if errorlevel 1 set "PROBLEM=%KEPT%"
+echo There was another message file. It is kept in
+echo     "%KEPT%"
 exit /b 0
 
 rem :register PROGRAM BITNESS FILE
@@ -116,7 +146,7 @@ echo KWOUtil was not installed: Windows does not let you create the folder
 echo     "%FOLDER%"
 if "%SCOPE%"=="user" echo What to do: check that your disk is not full, and that you may write to this folder.
 if "%SCOPE%"=="machine" call :explainrights
-if defined MADE rd "%FOLDER%\x86" "%FOLDER%\x64" "%FOLDER%" 2>nul
+if defined MADE rd "%FOLDER%\licenses" "%FOLDER%\x86" "%FOLDER%\x64" "%FOLDER%" 2>nul
 goto failed
 
 :nocopy
@@ -151,6 +181,7 @@ exit /b 0
 :undo
 rem What cannot be loaded cannot be unregistered either.
 del /f /q "%PROBLEM%" >nul 2>nul
+set "KWO_UNDO=yes"
 set "SWITCH="
 if "%SCOPE%"=="machine" set "SWITCH=/machine"
 rem The command call would change a path that contains percent signs.

@@ -35,6 +35,8 @@ rem Started by a double click where it was installed for everybody, it removes t
 if /i "%HERE%"=="%MACHINEFOLDER%\" set "SCOPE=machine"
 if "%SCOPE%"=="user" set "FOLDER=%LOCALAPPDATA%\Programs\KWOUtil"
 if "%SCOPE%"=="machine" set "FOLDER=%MACHINEFOLDER%"
+set "CLASSES=HKCU\Software\Classes"
+if "%SCOPE%"=="machine" set "CLASSES=HKLM\Software\Classes"
 if not exist "%FOLDER%\" goto nothing
 rem The installers (.msi) use the same folder, and bring no uninstall.cmd.
 if exist "%FOLDER%\uninstall.cmd" goto mine
@@ -49,6 +51,14 @@ if /i "%PROCESSOR_ARCHITEW6432%"=="AMD64" set "REGISTER64=%SystemRoot%\Sysnative
 if exist "%SystemRoot%\SysWOW64\regsvr32.exe" set "REGISTER32=%SystemRoot%\SysWOW64\regsvr32.exe"
 if not defined REGISTER32 if not defined REGISTER64 set "REGISTER32=%SystemRoot%\System32\regsvr32.exe"
 
+rem install.cmd also calls this when it could not install everything.
+if defined KWO_UNDO goto whole
+if defined REGISTER64 call :look x64 KWOInit KWOInitialize
+if defined REGISTER64 call :look x64 KWOUtil KWOTimer
+if defined REGISTER32 call :look x86 KWOInit KWOInitialize
+if defined REGISTER32 call :look x86 KWOUtil KWOTimer
+if defined PROBLEM goto notwhole
+:whole
 if defined REGISTER64 call :unregister "%REGISTER64%" x64 KWOInit.dll
 if defined REGISTER64 call :unregister "%REGISTER64%" x64 KWOUtil.dll
 if defined REGISTER32 call :unregister "%REGISTER32%" x86 KWOInit.dll
@@ -57,26 +67,46 @@ if defined PROBLEM goto noregister
 
 for %%b in (x64 x86) do (
     for %%f in (KWOUtil.dll KWOInit.dll KWOInit.nls KWOUtil.X.manifest KWOInit.X.manifest kwohost.exe kwocheck.exe) do (
-        if exist "%FOLDER%\%%b\%%f" del /f /q "%FOLDER%\%%b\%%f" >nul 2>nul
-        if exist "%FOLDER%\%%b\%%f" set "PROBLEM=%FOLDER%\%%b\%%f"
+        call :delete %%b\%%f
     )
-    rd "%FOLDER%\%%b" 2>nul
 )
 if defined PROBLEM goto nodelete
-for %%f in (README.txt LICENSE.txt) do (
-    if exist "%FOLDER%\%%f" del /f /q "%FOLDER%\%%f" >nul 2>nul
-)
+for %%f in (README.txt LICENSE.txt licenses\gcc.txt licenses\GPL-3.txt licenses\mingw-w64.txt) do call :delete %%f
+for %%d in (x64 x86 licenses) do call :deletefolder %%d
 echo KWOUtil is removed.
-call :wait
-rem This file goes last. If it runs from that folder, another command deletes it when this one has ended.
-if /i "%HERE%"=="%FOLDER%\" (
-    cd /d "%SystemRoot%"
-    start "" /b cmd /c "ping -n 3 127.0.0.1 >nul 2>nul & del /f /q "%FOLDER%\uninstall.cmd" & rd "%FOLDER%" 2>nul"
-    exit /b 0
-)
+rem This file goes last.
+if /i "%HERE%"=="%FOLDER%\" goto myself
 if exist "%FOLDER%\uninstall.cmd" del /f /q "%FOLDER%\uninstall.cmd" >nul 2>nul
 rd "%FOLDER%" 2>nul
 if exist "%FOLDER%\" echo The folder "%FOLDER%" stays, because it contains files that install.cmd has not copied.
+call :wait
+exit /b 0
+
+rem It runs from that folder: another command deletes it when this one has ended. No path is in that command, because
+rem another command prompt would read its characters in its own way.
+:myself
+call :wait
+cd /d "%FOLDER%"
+if /i not "%CD%"=="%FOLDER%" exit /b 0
+start "" /b cmd /c "ping -n 3 127.0.0.1 >nul 2>nul & del /f /q uninstall.cmd & cd .. & rd KWOUtil 2>nul"
+cd /d "%SystemRoot%"
+exit /b 0
+
+rem :delete FILE. In the loops themselves, Windows would take parts of a path like C:\100%b for their variables.
+:delete
+if exist "%FOLDER%\%~1" del /f /q "%FOLDER%\%~1" >nul 2>nul
+if exist "%FOLDER%\%~1" set "PROBLEM=%FOLDER%\%~1"
+exit /b 0
+
+:deletefolder
+rd "%FOLDER%\%~1" 2>nul
+exit /b 0
+
+rem :look BITNESS LIBRARY CLASS: whether a DLL has gone whose classes are still in the registry.
+:look
+if exist "%FOLDER%\%~1\%~2.dll" exit /b 0
+reg query "%CLASSES%\%~2.%~3" >nul 2>nul
+if not errorlevel 1 set "PROBLEM=%FOLDER%\%~1\%~2.dll"
 exit /b 0
 
 rem :unregister PROGRAM BITNESS FILE
@@ -101,6 +131,14 @@ exit /b 0
 echo KWOUtil was not removed: an installer (.msi) has installed it in
 echo     "%FOLDER%"
 echo What to do: remove it in the settings of Windows, under Apps. If it is not listed there, delete that folder.
+call :wait
+exit /b 1
+
+:notwhole
+echo KWOUtil was not removed: this file has gone, and without it Windows cannot clean the registry:
+echo     "%PROBLEM%"
+if "%SCOPE%"=="user" echo What to do: start install.cmd again, which repairs the files, and then uninstall.cmd.
+if "%SCOPE%"=="machine" echo What to do: start install.cmd /machine again, which repairs the files, and then uninstall.cmd /machine.
 call :wait
 exit /b 1
 

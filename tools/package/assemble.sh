@@ -29,6 +29,7 @@ for preset in x64 x86; do
     done
 done
 as_windows_text "$KWO_ROOT/packaging/README.txt" "$folder/README.txt"
+as_windows_text "$KWO_ROOT/packaging/installed.txt" "$folder/installed.txt"
 as_windows_text "$KWO_ROOT/LICENSE" "$folder/LICENSE.txt"
 as_windows_text "$KWO_ROOT/packaging/install.cmd" "$folder/install.cmd"
 as_windows_text "$KWO_ROOT/packaging/uninstall.cmd" "$folder/uninstall.cmd"

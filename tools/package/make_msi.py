@@ -9,8 +9,9 @@ It installs for the user who starts it; `msiexec /i FILE ALLUSERS=1` installs fo
 registry is what the DLLs write when they are registered, and comes from their manifests. All identifiers are made from
 names, so the same package gives the same installer.
 """
-import pathlib
+import hashlib
 import os
+import pathlib
 import re
 import struct
 import subprocess
@@ -126,8 +127,11 @@ def description(file_rows):
                              Win64='yes' if bitness == 'x64' else 'no')
 
     texts = component_in(place, 'texts', preset)
-    for name in ('README.txt', 'LICENSE.txt'):
-        texts.add('File', Id=name, Source=name, KeyPath='yes' if name == 'README.txt' else 'no')
+    for name, source in (('README.txt', 'installed.txt'), ('LICENSE.txt', 'LICENSE.txt')):
+        texts.add('File', Id=name, Name=name, Source=source, KeyPath='yes' if name == 'README.txt' else 'no')
+    licenses = component_in(place.add('Directory', Id='FOLDER_licenses', Name='licenses'), 'licenses', preset)
+    for name in ('gcc.txt', 'GPL-3.txt', 'mingw-w64.txt'):
+        licenses.add('File', Id=name, Source=f'licenses/{name}', KeyPath='yes' if name == 'gcc.txt' else 'no')
     for bitness in ('x64', 'x86') if preset == 'x64' else ('x86',):
         directory = place.add('Directory', Id=f'FOLDER_{bitness}', Name=bitness)
         for library in ('KWOUtil', 'KWOInit'):
@@ -144,7 +148,12 @@ def description(file_rows):
     feature = product.add('Feature', Id='all', Level='1', Title='KWOUtil')
     for name in wanted:
         feature.add('ComponentRef', Id=name)
-    return ElementTree.tostring(wix.node, encoding='unicode')
+    return wix.node
+
+
+def sum_of_files(wix):
+    sources = sorted(file.get('Source') for file in wix.iter('File'))
+    return hashlib.sha256(b''.join(hashlib.sha256((folder / source).read_bytes()).digest() for source in sources)).hexdigest()
 
 
 def set_times():
@@ -169,7 +178,8 @@ def set_times():
 with tempfile.TemporaryDirectory() as scratch:
     source = pathlib.Path(scratch) / 'kwoutil.wxs'
     versions = []
-    source.write_text(description(versions), encoding='utf-8')
+    wix = description(versions)
+    source.write_text(ElementTree.tostring(wix, encoding='unicode'), encoding='utf-8')
     said = subprocess.run(['wixl', '--arch', preset, '--output', str(target), str(source)],
                           cwd=folder, env={**os.environ, 'TZ': 'UTC'}, capture_output=True, text=True)
     if said.returncode != 0 or said.stderr.strip():
@@ -179,8 +189,9 @@ changes = [f"UPDATE `File` SET `Version` = '{number}', `Language` = '{language}'
 # The root that stands for the user or the machine; wixl writes another number.
 changes.append('UPDATE `Registry` SET `Root` = -1 WHERE `Root` = 4')
 subprocess.run(['msibuild', str(target), '-q', *changes], check=True)
-# The package code, which wixl makes at random.
+# The package code, which wixl makes at random: two installers of the same version have the same one only if they hold the
+# same files.
 architecture = 'x64;1033' if preset == 'x64' else 'Intel;1033'
 subprocess.run(['msibuild', str(target), '-s', f'KWOUtil {version}', 'The KWOUtil developers', architecture,
-                '{' + identifier('package', version, preset) + '}'], check=True)
+                '{' + identifier('package', version, preset, sum_of_files(wix)) + '}'], check=True)
 set_times()
