@@ -57,24 +57,21 @@ KWO_BENCH_PACKAGES=(
     'libuv1-dev /usr/include/uv.h'
     'libevent-dev /usr/include/event2/event.h'
 )
-# What puts the package together, but not the manual.
-KWO_PACKAGE_TEST_PACKAGES=(
+# What puts the package together.
+KWO_PACKAGE_PACKAGES=(
     'git git'
     'perl perl'
     'python3 python3'
     'wixl wixl'
     'msitools msibuild'
-)
-# What checks the bill of materials; npm brings the schema.
-KWO_BILL_PACKAGES=(
-    'npm npm'
-    'python3-jsonschema /usr/lib/python3/dist-packages/jsonschema'
-)
-KWO_PACKAGE_PACKAGES=(
-    "${KWO_PACKAGE_TEST_PACKAGES[@]}"
     'pandoc pandoc'
     'zip zip'
     'unzip unzip'
+)
+# What checks the bill of materials and the manual; npm brings the schema and a parser.
+KWO_BILL_PACKAGES=(
+    'npm npm'
+    'python3-jsonschema /usr/lib/python3/dist-packages/jsonschema'
 )
 KWO_COVERAGE_PACKAGES=(
     'libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.profile-x86_64.a'

@@ -20,8 +20,8 @@ packaging = root / 'packaging' / 'manual'
 
 def sources():
     """The pages: where each is in the repository, and where it goes."""
-    pages = {packaging / 'index.md': 'index.html', root / 'README.md': 'readme.html',
-             root / 'CHANGELOG.md': 'changes.html'}
+    pages = {packaging / 'index.md': 'index.html', packaging / 'install.md': 'install.html',
+             root / 'README.md': 'readme.html', root / 'CHANGELOG.md': 'changes.html'}
     for page in sorted((root / 'docs').rglob('*.md')):
         pages[page] = page.relative_to(root / 'docs').with_suffix('.html').as_posix()
     return pages
@@ -152,7 +152,7 @@ for name in ('style.css', 'search.js'):
 with concurrent.futures.ThreadPoolExecutor(2) as pool:
     made_pages = list(pool.map(convert, PAGES.items()))
 index = json.dumps(search_index(made_pages), ensure_ascii=True, separators=(',', ':'))
-(target / 'search-index.js').write_text(f'const searchIndex = {index};\n', encoding='ascii', newline='\n')
+(target / 'search-index.js').write_text(f'var searchIndex = {index};\n', encoding='ascii', newline='\n')
 bad = list(broken_links(made_pages))
 if bad:
     sys.exit('\n'.join(bad))
