@@ -103,6 +103,10 @@ def members_of(body, event):
             members[name].kinds.append(kind)
         else:
             members[name] = found
+    count = sum(len(one.kinds) for one in members.values())
+    declared = len(re.findall(r'\b(?:HRESULT|void)\s+\w+\s*\(', body))
+    if count != declared:
+        fail(f'{count} of {declared} members were understood in: {body.strip()[:60]}')
     return list(members.values())
 
 
