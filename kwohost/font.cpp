@@ -3,6 +3,7 @@
 #include <numeric>
 #include <utility>
 
+#include "guard.h"
 #include "units.h"
 
 namespace kwohost {
@@ -16,8 +17,10 @@ public:
     void Silence() { mChanged = nullptr; }
 
     HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override {
-        if (mChanged) mChanged();
-        return S_OK;
+        return Guarded([this] {
+            if (mChanged) mChanged();
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
 

@@ -26,7 +26,8 @@ public:
     void Share(IDispatch* object);
     /// The font as it is now. The font object owns the handle: ask again after a script has run.
     HFONT Handle() const;
-    /// Calls `changed` after each change of the font object, and for another one. It must not raise.
+    /// Calls `changed` after each change of the font object, and for another one. Its failure is lost in the first
+    /// case: nobody waits for it.
     void WhenChanged(std::function<void()> changed);
 
 private:

@@ -269,6 +269,21 @@ TEST(FontUnits, TwipsAreWholeAtTheDensityOfThisRun) {
     EXPECT_EQ(std::nearbyint(1440.0 / dots), TwipsPerPixel(Axis::Y));
 }
 
+TEST(FontUnits, FailureAfterAChangeIsNotTheFontObjects) {
+    Font font;
+    int changes = 0;
+    font.WhenChanged([&changes] {
+        ++changes;
+        Fail(E_OUTOFMEMORY);
+    });
+    CY size = {};
+    size.int64 = 120'000;
+
+    EXPECT_EQ(font.Object().As<IFont>()->put_Size(size), S_OK);
+
+    EXPECT_GT(changes, 0);
+}
+
 TEST(FontUnits, APointIsTwentyTwips) {
     const double twips = TwipsPerPixel(Axis::Y);
     Font font;
