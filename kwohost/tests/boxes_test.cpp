@@ -11,14 +11,23 @@ bool IsBox(HWND window) {
     return window && GetClassLongW(window, GCW_ATOM) == kDialogBox;
 }
 
-void Press(WORD key) {
+void Send(KEYBDINPUT key) {
     INPUT inputs[2] = {};
     for (INPUT& input : inputs) {
         input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
+        input.ki = key;
     }
-    inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    inputs[1].ki.dwFlags |= KEYEVENTF_KEYUP;
     SendInput(2, inputs, sizeof(INPUT));
+}
+
+void Press(WORD key) {
+    Send({key, 0, 0, 0, 0});
+}
+
+/// A character, wherever the keyboard has it.
+void Type(wchar_t character) {
+    Send({0, static_cast<WORD>(character), KEYEVENTF_UNICODE, 0, 0});
 }
 
 /// Closes a message box, even if it does not get the keys.
@@ -260,8 +269,8 @@ TEST_F(BoxesTest, InputBoxReturnsWhatTheUserWrites) {
         EXPECT_EQ(GetWindow(box, GW_OWNER), FormOf(L"two"));
         EXPECT_FALSE(IsWindowEnabled(FormOf(L"one")));
         notes.push_back(TextOf(GetFocus()));
-        Press('4');
-        Press('2');
+        Type(L'4');
+        Type(L'2');
         Press(VK_RETURN);
     });
 
@@ -306,7 +315,7 @@ TEST_F(BoxesTest, BoxTakesKeysWhileAnEventOfTheScriptSleeps) {
 
 TEST_F(JScriptBoxesTest, FunctionsAreThereInJScriptToo) {
     WhenABoxOpens([](HWND) {
-        Press('7');
+        Type(L'7');
         Press(VK_RETURN);
     });
     Run(L"Source.Note(InputBox('x'));");
