@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <vector>
 
+#include "thread.h"
 #include "timer_client.h"
 
 namespace kwo::com_test {
@@ -19,25 +21,43 @@ double NowMs() {
     return static_cast<double>(count.QuadPart) * 1'000 / static_cast<double>(frequency.QuadPart);
 }
 
-/// Timers of the system's own in this thread, and how late the worst of them came.
+/// Timers of the system's own, and how late the worst of them came. They have a thread of their own: on that of the
+/// component, what holds its ticks up would hold these up as well.
 class PlainTimers {
 public:
-    PlainTimers() { sRunning = this; }
+    PlainTimers() : mThread([this] { Run(); }) { WaitForSingleObject(mIsRunning, INFINITE); }
     ~PlainTimers() {
-        for (const auto& [id, timer] : mTimers)
-            KillTimer(nullptr, id);
-        sRunning = nullptr;
+        PostThreadMessageW(mThreadId, WM_QUIT, 0, 0);
+        mThread.Join();
+        CloseHandle(mIsRunning);
     }
-    void Once(int delayMs) { Start(delayMs, false); }
-    void Every(int periodMs) { Start(periodMs, true); }
+    void Once(int delayMs) { Ask(delayMs, false); }
+    void Every(int periodMs) { Ask(periodMs, true); }
     double WorstMs() const { return mWorstMs; }
 
 private:
+    static constexpr UINT kStart = WM_APP;
     struct Timer {
         double due;
         int delayMs;
         bool repeats;
     };
+    void Ask(int delayMs, bool repeats) const {
+        EXPECT_TRUE(PostThreadMessageW(mThreadId, kStart, static_cast<WPARAM>(delayMs), repeats));
+    }
+    void Run() {
+        sRunning = this;
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);  // from now on the thread has a queue
+        mThreadId = GetCurrentThreadId();
+        SetEvent(mIsRunning);
+        while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+            if (message.message == kStart) Start(static_cast<int>(message.wParam), message.lParam != 0);
+            DispatchMessageW(&message);
+        }
+        for (const auto& [id, timer] : mTimers)
+            KillTimer(nullptr, id);
+    }
     void Start(int delayMs, bool repeats) {
         const UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(delayMs), Fired);
         ASSERT_NE(id, 0u);
@@ -48,7 +68,7 @@ private:
         if (found == sRunning->mTimers.end()) return;
         Timer& timer = found->second;
         const double now = NowMs();
-        sRunning->mWorstMs = std::max(sRunning->mWorstMs, now - timer.due);
+        sRunning->mWorstMs = std::max(sRunning->mWorstMs.load(), now - timer.due);
         timer.due = now + timer.delayMs;
         if (timer.repeats) return;
         KillTimer(nullptr, id);
@@ -56,8 +76,11 @@ private:
     }
 
     inline static PlainTimers* sRunning = nullptr;
+    const HANDLE mIsRunning = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    DWORD mThreadId = 0;
     std::map<UINT_PTR, Timer> mTimers;
-    double mWorstMs = 0;
+    std::atomic<double> mWorstMs = 0;
+    Thread mThread;
 };
 
 /// The component's ticks and alarms beside timers of the system's own.
