@@ -1,10 +1,10 @@
 // Uses every class of the component in one process for a long time, and says whether anything is lost, late, early,
 // or grows.
 //     soak SECONDS [SEED] [--plant FAULT,...] [--only WORK,...]
-// The exit code is 0 if nothing was wrong. FAULT is a fault of this program's own, to see that it is found: object,
-// handle, gdi, user, bytes, lost-tick, lost-alarm, double-tick or double-alarm. WORK is a part of the work, to find out
-// where a fault comes from: timers, scripts, apartments, or one of kActions. KWO_DIST names the folder of KWOUtil.dll
-// and KWOInit.dll.
+// The exit code is 0 if nothing was wrong, and 3 if the run was too short to tell whether anything grows. FAULT is a
+// fault of this program's own, to see that it is found: object, handle, gdi, user, bytes, lost-tick, lost-alarm,
+// double-tick or double-alarm. WORK is a part of the work, to find out where a fault comes from: timers, scripts,
+// apartments, or one of kActions. KWO_DIST names the folder of KWOUtil.dll and KWOInit.dll.
 
 #include <windows.h>
 
@@ -12,6 +12,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <optional>
+#include <set>
+#include <sstream>
 #include <string>
 
 #include "allocation_count.h"
@@ -33,6 +35,7 @@ namespace {
 
 constexpr int kWrong = 1;
 constexpr int kCannotRun = 2;
+constexpr int kCannotTell = 3;
 constexpr double kWarmUpMs = 60'000;
 
 void Process(int ms) {
@@ -41,6 +44,10 @@ void Process(int ms) {
 
 constexpr const char* kActions[] = {"forms",   "tray",     "registry", "metrics", "fonts",
                                     "utility", "messages", "patterns", "nothing"};
+
+constexpr const char* kFaults[] = {"object",    "handle",     "gdi",         "user",        "bytes",
+                                   "lost-tick", "lost-alarm", "double-tick", "double-alarm"};
+constexpr const char* kOtherWork[] = {"timers", "scripts", "apartments"};
 
 /// What the command line asks for.
 struct Wanted {
@@ -53,6 +60,21 @@ struct Wanted {
         return ("," + list + ",").find("," + name + ",") != std::string::npos;
     }
     bool Works(const std::string& name) const { return only.empty() || Names(only, name); }
+    /// The first word that nobody knows; empty if all are known.
+    std::string Unknown() const {
+        std::set<std::string> work(std::begin(kActions), std::end(kActions));
+        work.insert(std::begin(kOtherWork), std::end(kOtherWork));
+        const std::string fault = FirstBeyond({std::begin(kFaults), std::end(kFaults)}, plant);
+        return fault.empty() ? FirstBeyond(work, only) : fault;
+    }
+
+private:
+    static std::string FirstBeyond(const std::set<std::string>& known, const std::string& list) {
+        std::istringstream words(list);
+        for (std::string word; std::getline(words, word, ',');)
+            if (!known.contains(word)) return word.empty() ? "empty word" : word;
+        return {};
+    }
 };
 
 /// Faults of the program's own, once in each round.
@@ -118,7 +140,8 @@ public:
         mWithApartments = wanted.Works("apartments");
     }
 
-    void Run() {
+    /// False if the run was too short to tell whether anything grows.
+    bool Run() {
         const double begin = NowMs();
         std::printf("time       handles    GDI   user   private bytes      heap bytes   objects\n");
         while (NowMs() - begin < mLengthMs) {
@@ -126,6 +149,7 @@ public:
             Stretch(begin, std::min(left, kStretchMs));
         }
         Judge();
+        return mFlatness.Count() >= Flatness::kFewest;
     }
 
 private:
@@ -273,6 +297,7 @@ int Main(const Wanted& wanted) {
     }
     com_test::SwitchOffStringCache();
     CoInitialize(nullptr);
+    bool canTell = false;
     {
         const Registration registration;
         if (!registration.IsDone()) {
@@ -282,14 +307,14 @@ int Main(const Wanted& wanted) {
         std::printf("seed %llu, %.0f s\n", static_cast<unsigned long long>(wanted.seed), wanted.seconds);
         std::fflush(stdout);
         RemoveRegistryKey();
-        Soak(wanted, registration.Dll()).Run();
+        canTell = Soak(wanted, registration.Dll()).Run();
         RemoveRegistryKey();
         if (registration.Dll().CanUnloadNow() != S_OK) Found("the DLL says at the end that it is in use");
     }
     CoUninitialize();
     if (FoundCount() == 0) {
         std::printf("nothing found\n");
-        return 0;
+        return canTell ? 0 : kCannotTell;
     }
     std::printf("%ld found; first: %s\n", FoundCount(), FirstFound().c_str());
     return kWrong;
@@ -312,6 +337,10 @@ int main(int count, char** words) {
         } else {
             wanted.seed = std::strtoull(words[at], nullptr, 10);
         }
+    }
+    if (const std::string unknown = wanted.Unknown(); !unknown.empty()) {
+        std::fprintf(stderr, "soak: there is no %s\n", unknown.c_str());
+        return 2;
     }
     if (wanted.seconds <= 0) {
         std::fprintf(stderr, "usage: soak SECONDS [SEED] [--plant FAULT,...] [--only WORK,...]\n");
