@@ -28,10 +28,6 @@ goto arguments
 :checked
 if not exist "%HERE%..\x64\KWOUtil.dll" goto incomplete
 if not exist "%HERE%..\x86\KWOUtil.dll" goto incomplete
-reg query "HKCU\Software\Classes\KWOUtil.KWOTimer" >nul 2>nul
-if not errorlevel 1 goto installed
-reg query "HKLM\Software\Classes\KWOUtil.KWOTimer" >nul 2>nul
-if not errorlevel 1 goto installed
 
 rem Which bitnesses this Windows runs, and the program that registers each.
 set "REGISTER64="
@@ -40,6 +36,14 @@ if /i "%PROCESSOR_ARCHITECTURE%"=="AMD64" set "REGISTER64=%SystemRoot%\System32\
 if /i "%PROCESSOR_ARCHITEW6432%"=="AMD64" set "REGISTER64=%SystemRoot%\Sysnative\regsvr32.exe"
 if exist "%SystemRoot%\SysWOW64\regsvr32.exe" set "REGISTER32=%SystemRoot%\SysWOW64\regsvr32.exe"
 if not defined REGISTER32 if not defined REGISTER64 set "REGISTER32=%SystemRoot%\System32\regsvr32.exe"
+
+rem A run that was interrupted has left these libraries in the registry.
+if defined REGISTER64 call :leftover x64 64 "%REGISTER64%"
+if defined REGISTER32 call :leftover x86 32 "%REGISTER32%"
+reg query "HKCU\Software\Classes\KWOUtil.KWOTimer" >nul 2>nul
+if not errorlevel 1 goto installed
+reg query "HKLM\Software\Classes\KWOUtil.KWOTimer" >nul 2>nul
+if not errorlevel 1 goto installed
 
 rem An administrator's programs find only what is registered for everybody.
 set "SCOPE=/n /i:user"
@@ -74,6 +78,25 @@ echo The report is in "%REPORT%"
 call :wait
 if not "%FAILED%"=="0" exit /b 1
 if "%PASSED%"=="0" exit /b 1
+exit /b 0
+
+rem :leftover FOLDER BITS REGISTER: takes these libraries out of the registry, but none that is somewhere else.
+:leftover
+for %%d in ("%HERE%..\%~1") do set "KWO_DIST=%%~fd"
+set "REGISTER=%~3"
+set "SCOPE=/n /i:user"
+call :takeout HKCU %~2
+set "SCOPE="
+call :takeout HKLM %~2
+exit /b 0
+
+rem :takeout ROOT BITS
+:takeout
+set "KEY=%~1\Software\Classes\CLSID\@TIMER@\InprocServer32"
+reg query "%KEY%" /ve /reg:%~2 2>nul | "%SystemRoot%\System32\find.exe" "%KWO_DIST%\KWOUtil.dll" >nul
+if errorlevel 1 exit /b 0
+call :register "/s /u" KWOInit.dll
+call :register "/s /u" KWOUtil.dll
 exit /b 0
 
 rem :bitness FOLDER BITS REGISTER

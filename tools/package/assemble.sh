@@ -17,8 +17,10 @@ folder=$1
 use_one_language
 version=$(release_version)
 
-# as_windows_text SOURCE TARGET: what Windows users open: lines end with CR LF, and the version is filled in.
-as_windows_text() { sed -e "s/@VERSION@/$version/g" -e 's/\r*$/\r/' "$1" >"$2"; }
+timer="{$(grep -B 1 'coclass KWOTimer$' "$KWO_ROOT/src/com/kwoutil.idl" | sed -n 's/.*uuid(\(.*\)).*/\1/p')}"
+# as_windows_text SOURCE TARGET: what Windows users open: lines end with CR LF, and the version and the class identifier of
+# the timer are filled in.
+as_windows_text() { sed -e "s/@VERSION@/$version/g" -e "s/@TIMER@/$timer/g" -e 's/\r*$/\r/' "$1" >"$2"; }
 
 mkdir -p "$folder"
 for preset in x64 x86; do
