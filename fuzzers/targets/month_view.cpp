@@ -54,7 +54,7 @@ public:
                 view->MouseUp();
                 break;
             case 5:
-                view->DblClick();
+                Hold(true, [this] { view->DblClick(); });
                 break;
             case 6:
                 view->Resize();
@@ -139,10 +139,7 @@ private:
                 return view->SetDayBevel(number);
         }
     }
-    /// A press with a real button that goes up in time. Whatever the host does meanwhile, the outermost press ends.
     void Press() {
-        constexpr std::int64_t kReleaseMs = 500;
-        constexpr std::int64_t kLimitMs = 1'000'000;
         const std::int16_t button = input.Once(8) ? input.Whole<std::int16_t>() : std::int16_t{1};
         constexpr float kArrows[] = {150, 1800};  // both are at the top
         const bool isOnArrow = input.Once(3);
@@ -153,18 +150,27 @@ private:
                 if (view.has_value()) host.Run([this] { view->MouseUp(); });
             });
         }
-        if (mIsPressed) return view->MouseDown(button, x, y);
+        Hold(input.Flag(), [&] { view->MouseDown(button, x, y); });
+    }
+    /// An event while a real button may be held, which goes up in time. Whatever the host does meanwhile, the outermost
+    /// event ends.
+    template <class Event>
+    void Hold(bool isHeld, Event&& event) {
+        constexpr std::int64_t kReleaseMs = 500;
+        constexpr std::int64_t kLimitMs = 1'000'000;
+        if (mIsPressed) return event();
         mIsPressed = true;
-        desktop.mouse.isHeld = input.Flag();
+        desktop.mouse.isHeld = isHeld;
         const auto release = desktop.messages.PostAt(kReleaseMs, [this] { desktop.mouse.isHeld = false; });
         const auto limit =
             desktop.messages.PostAt(kLimitMs, [] { fuzz::Stop(__FILE__, __LINE__, "a press ends with its release"); });
         const std::shared_ptr<void> afterwards(nullptr, [&](void*) {
             desktop.messages.Withdraw(release);
             desktop.messages.Withdraw(limit);
+            desktop.mouse.isHeld = false;
             mIsPressed = false;
         });
-        view->MouseDown(button, x, y);
+        event();
     }
 
     bool mIsPressed = false;
