@@ -8,7 +8,6 @@
 
 #include <atomic>
 #include <memory>
-#include <utility>
 
 namespace kwo::com_test {
 namespace {
@@ -219,17 +218,23 @@ struct Place {
     LONG_PTR end;
 };
 
+struct WindowCount {
+    const Place& place;
+    int count = 0;
+};
+
+BOOL CALLBACK CountIfThere(HWND window, LPARAM parameter) {
+    auto& counted = *reinterpret_cast<WindowCount*>(parameter);
+    const LONG_PTR procedure = GetWindowLongPtrW(window, GWLP_WNDPROC);
+    if (procedure >= counted.place.begin && procedure < counted.place.end) ++counted.count;
+    return TRUE;
+}
+
 /// How many windows of this thread have their procedure there.
 int WindowsOf(const Place& module) {
-    std::pair<const Place&, int> counted(module, 0);
-    const auto count = [](HWND window, LPARAM parameter) -> BOOL {
-        auto& [place, number] = *reinterpret_cast<std::pair<const Place&, int>*>(parameter);
-        const LONG_PTR procedure = GetWindowLongPtrW(window, GWLP_WNDPROC);
-        if (procedure >= place.begin && procedure < place.end) ++number;
-        return TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), count, reinterpret_cast<LPARAM>(&counted));
-    return counted.second;
+    WindowCount counted{module};
+    EnumThreadWindows(GetCurrentThreadId(), CountIfThere, reinterpret_cast<LPARAM>(&counted));
+    return counted.count;
 }
 
 TEST_F(Unloading, ADllThatIsTornOutListensToNoTaskbarAnyMore) {
