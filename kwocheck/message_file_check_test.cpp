@@ -23,7 +23,7 @@ TEST(MessageFileCheck, BadLinesHaveTheirReasons) {
 
     EXPECT_EQ(facts.problems,
               (Texts{u"x.nls(2): there is no number",
-                     u"x.nls(3): there is a backslash that is none of \\n, \\\\ and, at an end of the text, \\s",
+                     u"x.nls(3): after a backslash only n, another backslash or, at an end of the text, s may stand",
                      u"x.nls(4): it is not well-formed UTF-8"}));
     EXPECT_FALSE(facts.isRefused);
 }

@@ -68,7 +68,7 @@ bool KWOSysTray::Show(const TrayRecord& record) {
     try {
         isAdded = area.Add(record);
     } catch (...) {
-        if (!mAdded) area.Unlisten(*this);
+        area.Unlisten(*this);
         throw;
     }
     // Messages run while the shell is called. If the host has called Create again meanwhile, that call counts.
