@@ -247,10 +247,11 @@ void KWOSplitterV::MouseUp(float x) {
     if (!mCreated || !mDragging) return;
     {
         const TrackingLine line(*this);
-        const Line last = line.At(mLastLinePos);
-        // The host may have ended the drag meanwhile.
+        const float place = mLastLinePos;
+        const Line last = line.At(place);
+        // The host may have ended the drag meanwhile, or moved the line.
         if (!std::exchange(mDragging, false)) return;
-        line.Draw(last);
+        line.Draw(mLastLinePos == place ? last : mLine);
     }
     const float position = Clamped(Single(mSplitter, u"Left") + x - mDownX);
     // Intended: the width comes from the screen's twips per pixel, unlike in Create, and the height from the
