@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <iterator>
 #include <new>
 #include <utility>
 
@@ -83,9 +82,18 @@ bool IsGone(HRESULT result) {
     constexpr HRESULT kServerUnavailable = static_cast<HRESULT>(0x800706BA);
     constexpr HRESULT kCallFailed = static_cast<HRESULT>(0x800706BE);
     constexpr HRESULT kCallNotExecuted = static_cast<HRESULT>(0x800706BF);
-    constexpr HRESULT kGone[] = {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE, CO_E_OBJNOTCONNECTED,
-                                 kServerUnavailable, kCallFailed,       kCallNotExecuted};
-    return std::ranges::find(kGone, result) != std::end(kGone);
+    switch (result) {
+        case RPC_E_DISCONNECTED:
+        case RPC_E_SERVER_DIED:
+        case RPC_E_SERVER_DIED_DNE:
+        case CO_E_OBJNOTCONNECTED:
+        case kServerUnavailable:
+        case kCallFailed:
+        case kCallNotExecuted:
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool DescribesMember(ITypeInfo& info, DISPID id) {

@@ -3,6 +3,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/windows/ansi.h"
 #include "platform/windows/handles.h"
@@ -31,9 +32,11 @@ bool WindowsNotificationArea::Delete(const TrayRecord& record) {
 
 void WindowsNotificationArea::Listen(TaskbarListener& listener) {
     if (std::ranges::find(mListeners, &listener) != mListeners.end()) return;
-    mListeners.reserve(mListeners.size() + 1);  // before there is a window, which would stay
-    if (mTaskbar == nullptr) mTaskbar = std::make_unique<TaskbarWindow>(static_cast<TaskbarListener&>(*this));
+    std::unique_ptr<TaskbarWindow> made;
+    if (mTaskbar == nullptr) made = std::make_unique<TaskbarWindow>(static_cast<TaskbarListener&>(*this));
     mListeners.push_back(&listener);
+    // Not before: without a listener the window would stay.
+    if (made != nullptr) mTaskbar = std::move(made);
 }
 
 void WindowsNotificationArea::Unlisten(TaskbarListener& listener) noexcept {
