@@ -51,6 +51,12 @@ private:
     SAFEARRAY* mArray = nullptr;
 };
 
+/// True if the array was made with bounds that nobody may change. An array that is in use keeps its own as well: see
+/// its `cLocks`.
+inline bool HasFixedBounds(const SAFEARRAY& array) {
+    return (array.fFeatures & (FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE)) != 0;
+}
+
 /// The elements of an array of one dimension, counted from 0.
 /// While this lives, the array cannot be resized or freed. Whether `Element` is the type of the elements is the
 /// caller's to know: nothing is checked here.

@@ -53,10 +53,9 @@ void FillTexts(SAFEARRAY* array, const MessageFile::Texts& texts) {
 }
 
 void FillIndex(SAFEARRAY* array, SAFEARRAY* textArray) {
-    constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
     SAFEARRAYBOUND bound = textArray->rgsabound[0];
     bound.cElements = std::min(bound.cElements, kLongestIndex);
-    if (bound.cElements == 0 || (array->fFeatures & kFixed) != 0) return;
+    if (bound.cElements == 0 || com_support::HasFixedBounds(*array)) return;
     const HRESULT sized = ::SafeArrayRedim(array, &bound);
     if (sized == E_OUTOFMEMORY) throw std::bad_alloc();
     if (FAILED(sized)) return;  // in use

@@ -20,7 +20,6 @@ using com_support::OwnedVariant;
 constexpr VARTYPE kArrayOfVariants = VT_ARRAY | VT_VARIANT;
 /// Of a value that cannot be compared with what it was. No value has this type.
 constexpr VARTYPE kUnknown = VT_VOID;
-constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
 
 /// True for a type that the automation functions handle safely, whatever a caller has put there.
 bool IsUsable(const VARIANT& value) {
@@ -43,7 +42,7 @@ bool IsArrayOf(SAFEARRAY* array, VARTYPE element) {
 
 /// True if nobody may resize, replace or free the array: its size is fixed, or it is in use.
 bool IsFixed(const SAFEARRAY& array) {
-    return array.cLocks != 0 || (array.fFeatures & kFixed) != 0;
+    return array.cLocks != 0 || com_support::HasFixedBounds(array);
 }
 
 /// Exchanges the elements, if both arrays have the same bounds; else does nothing and returns false. The elements are
