@@ -592,6 +592,20 @@ TEST_F(Registration, ThePathIsComparedWithoutCase) {
     EXPECT_EQ(Difference(before, Now()), "");
 }
 
+TEST_F(Registration, ThePathIsComparedWithoutQuotationMarks) {
+    const Snapshot before = Now();
+    ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
+    for (const std::wstring name : kClassNames) {
+        const std::wstring server = L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32";
+        Put(server, L"", L"\"" + At(server) + L"\"");
+    }
+    Put(mVersionKey + L"\\0\\" + mPlatform, L"", L"\"" + At(mVersionKey + L"\\0\\" + mPlatform) + L"\"");
+
+    ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
+
+    EXPECT_EQ(Difference(before, Now()), "");
+}
+
 TEST_F(Registration, ThePathIsComparedWithoutShortNames) {
     const Snapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);

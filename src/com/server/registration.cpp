@@ -160,14 +160,16 @@ std::wstring LongPath(const std::wstring& path) {
     return found.empty() ? path : found;
 }
 
-/// The same, and paths of the same file or folder that are spelled with and without short names.
-bool MeanTheSame(const std::wstring& one, const std::wstring& other) {
-    return AreSame(one, other) || AreSame(LongPath(one), LongPath(other));
+/// Compares what is registered with what is ours: the same, or paths of the same file or folder.
+/// Others may write a path with quotation marks or short names.
+bool MeanTheSame(std::wstring registered, const std::wstring& ours) {
+    std::erase(registered, L'"');
+    return AreSame(registered, ours) || AreSame(LongPath(registered), LongPath(ours));
 }
 
 /// True if a registration names this file, or no file, which is the rest of a damaged one.
-bool OursOrNobodys(const std::wstring& registered, const ServerDescription& server) {
-    return registered.empty() || MeanTheSame(registered, server.modulePath);
+bool OursOrNobodys(std::wstring registered, const ServerDescription& server) {
+    return registered.empty() || MeanTheSame(std::move(registered), server.modulePath);
 }
 
 void Write(RegistryChanges& changes, const std::vector<Key>& keys) {
@@ -204,14 +206,16 @@ void Remove(RegistryChanges& changes, RegistrationStore& store, const std::vecto
 /// ours is unregistered.
 void RememberReplaced(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
                       const ServerDescription::Class& one) {
+    const std::wstring nameKey = layout.Path(one.progId);
+    const std::wstring classKey = layout.ProgIdClassKey(one);
     StoredValue classBefore;
     StoredValue textBefore;  // REG_NONE if there was none
-    const bool otherClass = store.GetValue(layout.ProgIdClassKey(one), L"", classBefore) == ERROR_SUCCESS &&
-                            !AreSame(classBefore.Text(), one.clsid);
-    const bool otherText = store.GetValue(layout.Path(one.progId), L"", textBefore) == ERROR_SUCCESS &&
-                           !AreSame(textBefore.Text(), one.progId);
-    if (otherClass) changes.SetValue(layout.ProgIdClassKey(one), kReplaced, classBefore);
-    if (otherClass || otherText) changes.SetValue(layout.Path(one.progId), kReplaced, textBefore);
+    const bool otherClass =
+        store.GetValue(classKey, L"", classBefore) == ERROR_SUCCESS && !AreSame(classBefore.Text(), one.clsid);
+    const bool otherText =
+        store.GetValue(nameKey, L"", textBefore) == ERROR_SUCCESS && !AreSame(textBefore.Text(), one.progId);
+    if (otherClass) changes.SetValue(classKey, kReplaced, classBefore);
+    if (otherClass || otherText) changes.SetValue(nameKey, kReplaced, textBefore);
 }
 
 /// Gives back what RememberReplaced remembered, unless there is another value by now.
@@ -227,16 +231,17 @@ void RestoreReplaced(RegistryChanges& changes, RegistrationStore& store, const s
 /// If another class has the identifier by now, nothing is changed.
 void RemoveProgId(RegistryChanges& changes, RegistrationStore& store, const Layout& layout,
                   const ServerDescription::Class& one) {
+    const std::wstring nameKey = layout.Path(one.progId);
     const std::wstring classKey = layout.ProgIdClassKey(one);
     if (!AreSame(TextAt(store, classKey), one.clsid)) {
         changes.DeleteValue(classKey, kReplaced);
-        changes.DeleteValue(layout.Path(one.progId), kReplaced);
+        changes.DeleteValue(nameKey, kReplaced);
         return;
     }
     // A key with a remembered value is not empty, so it stays.
     Remove(changes, store, layout.ProgIdKeys(one));
     RestoreReplaced(changes, store, classKey);
-    RestoreReplaced(changes, store, layout.Path(one.progId));
+    RestoreReplaced(changes, store, nameKey);
 }
 
 void RemoveClasses(RegistryChanges& changes, RegistrationStore& store, const Layout& layout) {
