@@ -62,6 +62,9 @@ struct FileFacts {
     Text version;
     /// Windows marks a file that comes from the Internet.
     bool isBlocked = false;
+    /// Where it was looked for, as this program writes it: with its folder, and without the quotation marks that the
+    /// registry may have.
+    Text path = {};
 };
 
 /// A file that the registry names, in one of its two roots.
@@ -69,6 +72,7 @@ struct Registered {
     Scope scope = Scope::kMachine;
     /// The registry does not let this user read the entry; nothing else is known then.
     bool isDenied = false;
+    /// As the registry has it.
     Text path;
     FileFacts file;
 };

@@ -241,8 +241,7 @@ private:
             Remark(u"Windows has marked the file " + where +
                        u" as one that comes from the Internet. Some programs and rules refuse such files.",
                    u"Open the file's properties and choose \"Unblock\", or unblock the ZIP file, unpack it again, and "
-                   u"start "
-                   u"install.cmd again.",
+                   u"start install.cmd again.",
                    about);
         }
         return true;
@@ -265,7 +264,7 @@ private:
     void AddOfHidden(const RegisteredClass& counting, const ClassFacts& one) {
         if (counting.scope != Scope::kUser || one.entries.size() < 2) return;
         const RegisteredClass& hidden = one.entries.back();
-        if (hidden.isDenied || AreSamePaths(hidden.path, counting.path)) return;
+        if (hidden.isDenied || AreSamePaths(hidden.file.path, counting.file.path)) return;
         Text state = u"version " + hidden.file.version;
         if (hidden.file.state != FileFacts::State::kThere) {
             state = u"the file does not exist";
@@ -275,8 +274,7 @@ private:
         Remark(u"Another copy is registered for everybody: \"" + hidden.path + u"\" (" + state +
                    u"). Your programs use yours; programs that run as administrator use that one.",
                u"Keep one of them. To remove the other, start uninstall.cmd in its folder, or remove KWOUtil in the "
-               u"settings "
-               u"of Windows, under Apps.",
+               u"settings of Windows, under Apps.",
                &one);
     }
 
@@ -309,7 +307,7 @@ private:
         }
         if (entry->isDenied)
             return Problem(u"You may not read the registry key of the type library.", Text(kAskForRights));
-        if (server != nullptr && AreSamePaths(entry->path, server->path)) return;
+        if (server != nullptr && AreSamePaths(entry->file.path, server->file.path)) return;
         const Text where = u"\"" + entry->path + u"\", registered " + For(entry->scope) + u",";
         if (entry->file.state != FileFacts::State::kThere) {
             Problem(name + u" leads to " + where + u" which " +

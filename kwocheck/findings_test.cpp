@@ -343,6 +343,17 @@ TEST_F(TwoCopies, TheSameFileTwiceIsOneCopy) {
     EXPECT_EQ(Found(), Lines{});
 }
 
+TEST_F(TwoCopies, TheSameFileWrittenInTwoWaysIsOneCopy) {
+    for (const KnownLibrary& library : libraries) {
+        const Text quoted = u'"' + Dll(library, Bitness::k64) + u'"';
+        system.Register(library, Scope::kUser, Bitness::k64, quoted);
+        system.files[quoted] = Ours(Bitness::k64);
+        system.files[quoted].path = Dll(library, Bitness::k64);
+    }
+
+    EXPECT_EQ(Found(), Lines{});
+}
+
 TEST_F(TwoCopies, AHiddenOneThatMayNotBeReadIsLeftAlone) {
     for (const KnownLibrary& library : libraries)
         for (const KnownClass& one : library.classes)

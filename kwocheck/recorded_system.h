@@ -32,7 +32,9 @@ public:
     }
     FileFacts Examine(TextView path, Bitness /*view*/) override {
         const auto found = files.find(Text(path));
-        return found == files.end() ? FileFacts{} : found->second;
+        FileFacts facts = found == files.end() ? FileFacts{} : found->second;
+        if (facts.path.empty()) facts.path = Text(path);
+        return facts;
     }
     FileFacts::State Read(TextView path, std::size_t most, std::string& bytes) override {
         const auto found = texts.find(Text(path));

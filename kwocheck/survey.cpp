@@ -106,7 +106,7 @@ private:
     std::optional<MessageFileFacts> MessageFileOf(const LibraryFacts& companion) {
         const RegisteredClass* const entry = Effective(companion.classes.front().entries, mHere.isElevated);
         if (entry == nullptr || entry->file.state != FileFacts::State::kThere) return std::nullopt;
-        return CheckMessageFile(mSystem, FolderOf(entry->path) + Text(kMessageFile));
+        return CheckMessageFile(mSystem, FolderOf(entry->file.path) + Text(kMessageFile));
     }
 
     System& mSystem;

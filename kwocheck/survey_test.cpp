@@ -101,6 +101,15 @@ TEST_F(SurveyTest, TheMessageFileIsTheOneBesideTheCompanion) {
     EXPECT_EQ(facts.views[1].messageFile->problems.size(), 0u);
 }
 
+TEST_F(SurveyTest, TheMessageFileOfACompanionInQuotationMarks) {
+    const Text quoted = u'"' + Dll(Companion(), Bitness::k64) + u'"';
+    system.Put(Scope::kMachine, Bitness::k64, RecordedSystem::ServerKey(Companion().classes[0]), quoted);
+    system.files[quoted] = system.files[Dll(Companion(), Bitness::k64)];
+    system.files[quoted].path = Dll(Companion(), Bitness::k64);
+
+    EXPECT_EQ(Gathered().views[0].messageFile->path, MessageFile(Bitness::k64));
+}
+
 TEST_F(SurveyTest, WithoutTheCompanionsFileThereIsNoMessageFile) {
     system.files.erase(Dll(Companion(), Bitness::k64));
     system.Unregister(Bitness::k32);

@@ -190,6 +190,7 @@ FileFacts WindowsSystem::Examine(TextView path, Bitness view) {
     // Windows accepts paths in quotation marks here.
     if (path.size() >= 2 && path.front() == u'"' && path.back() == u'"') path = path.substr(1, path.size() - 2);
     const Text file = RedirectedPath(Located(Text(path)), mWindowsFolder, kOwn, view);
+    facts.path = file;
     constexpr std::size_t kHeaders = 4096;
     std::string bytes;
     facts.state = Read(file, kHeaders, bytes);
