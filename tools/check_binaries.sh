@@ -84,6 +84,9 @@ prints_nothing() { ! headers "$1" | grep -wE 'fputs|fputc|fputwc|localeconv'; }
 # What ends the process when an array on the stack was overrun. It is linked only where the compiler has put such checks.
 protects_the_stack() { "$objdump" -d "$1" | grep 'int  *.0x29$' >/dev/null; }
 
+# Windows tells its version only to programs whose manifest names it; to others it is Windows 8.
+names_windows_10() { grep -qaF '<supportedOS Id="{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"/>' "$1"; }
+
 check_file() {
     local file=$1 what=${1#"$KWO_ROOT/"}
     [[ -f $file ]] || { check "$what is there" false && return; }
@@ -97,6 +100,7 @@ check_file() {
     check "$what: its version resource is complete" version_is_complete "$file"
     check "$what: it names no folder of the build" names_no_folder_of_the_build "$file"
     check "$what: it holds no time of the build" holds_no_time "$file"
+    [[ $file != *.exe ]] || check "$what: its manifest names Windows 10" names_windows_10 "$file"
     [[ $file != *.dll ]] || check "$what: it prints nothing" prints_nothing "$file"
     [[ $file != */KWOUtil.dll ]] || check "$what: it has at most $most bytes" has_at_most "$most" "$file"
 }
