@@ -117,6 +117,7 @@ void Form::AddControl(Call& call) {
     HostWindow* container = this;
     if (call.Has(2)) container = &ContainerOn(*this, call.Object(2).Get());
     const ComPtr<Control> control = MakeControl(Host(), *this, type, call.Text(1));
+    mControls.reserve(mControls.size() + 1);  // without a place here, its window would stay
     control->Open(*container);
     mControls.push_back(control);
     call.ReturnObject(control);

@@ -225,13 +225,10 @@ TEST_F(ControlsTest, ControlThatCannotBeRemadeForLackOfMemoryStaysAsItWas) {
          L"Style", 2, L"COMBOBOX",
          L"one.Text = \"second item, with some more letters\" And one.ListCount = 2 And one.Style = 0"},
     };
-    source->OnCall(L"Change", [this](Call& call) {
+    source->OnCall(L"Change", [](Call& call) {
         const ComPtr<IDispatch> control = call.Object(0);
-        const std::wstring member = call.Text(1);
+        const DISPID id = IdOf(*control, call.Text(1).c_str());
         VARIANT value = Number(call.Whole(2));
-        auto* name = const_cast<LPOLESTR>(member.c_str());
-        DISPID id = DISPID_UNKNOWN;
-        control->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
         DISPID put = DISPID_PROPERTYPUT;
         DISPPARAMS params = {&value, &put, 1, 1};
         const FailingAllocation failing(call.Whole(3));
@@ -249,6 +246,36 @@ TEST_F(ControlsTest, ControlThatCannotBeRemadeForLackOfMemoryStaysAsItWas) {
 
         EXPECT_EQ(notes, Notes({L"True", L"True"})) << Bstr(member).Get();
         EXPECT_EQ(FindWindowExW(GetParent(Child(className)), Child(className), className, nullptr), nullptr);
+    }
+}
+
+TEST_F(ControlsTest, ControlThatCannotBeMadeForLackOfMemoryLeavesNothing) {
+    source->OnCall(L"Add", [](Call& call) {
+        const ComPtr<IDispatch> form = call.Object(0);
+        const Bstr type(call.Text(1));
+        const Bstr name(L"one");
+        VARIANT arguments[2] = {};
+        arguments[0].vt = arguments[1].vt = VT_BSTR;
+        arguments[0].bstrVal = name.Get();
+        arguments[1].bstrVal = type.Get();
+        const DISPID id = IdOf(*form, L"AddControl");
+        DISPPARAMS params = {arguments, nullptr, 2, 0};
+        kwo::com_support::OwnedVariant control;
+        const FailingAllocation failing(call.Whole(2));
+        const HRESULT result =
+            form->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, &control, nullptr, nullptr);
+        call.ReturnTruth(FAILED(result));
+    });
+    const std::pair<const wchar_t*, const wchar_t*> kinds[] = {{L"TextBox", L"EDIT"}, {L"ListBox", L"LISTBOX"}};
+    for (const auto& [type, className] : kinds) {
+        notes.clear();
+        RunOnForm(std::wstring(L"For failing = 0 To 300\r\nIf Not Source.Add(frm, \"") + type +
+                  L"\", failing) Then Exit For\r\nNext\r\n" + Noting(L"failing > 20 And failing < 300"));
+
+        const HWND only = Child(className);
+        EXPECT_EQ(notes, Notes({L"True"})) << Bstr(type).Get();
+        EXPECT_NE(only, nullptr);
+        EXPECT_EQ(FindWindowExW(GetParent(only), only, className, nullptr), nullptr);
     }
 }
 

@@ -38,12 +38,6 @@ protected:
     static HWND Form() { return FindWindowW(kFormClass, L"frm"); }
     static HWND Control(const wchar_t* name) { return FindWindowExW(Form(), nullptr, kControlClass, name); }
 
-    static DISPID IdOf(IDispatch& object, const wchar_t* member) {
-        DISPID id = DISPID_UNKNOWN;
-        auto* name = const_cast<LPOLESTR>(member);
-        EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), S_OK) << Bstr(member).Get();
-        return id;
-    }
     HRESULT CallKept(const wchar_t* member, VARIANT argument) {
         DISPPARAMS params = {&argument, nullptr, 1, 0};
         return kept->Invoke(IdOf(*kept, member), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr,

@@ -70,6 +70,12 @@ protected:
         AddFormObjects(*host);
         return host->Run();
     }
+    static DISPID IdOf(IDispatch& object, const wchar_t* member) {
+        DISPID id = DISPID_UNKNOWN;
+        auto* name = const_cast<LPOLESTR>(member);
+        EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), S_OK) << Bstr(member).Get();
+        return id;
+    }
     void Tick(LONG number) { source->Fire(EventSourceObject::kTick, {Number(number)}); }
 
     ComPtr<EventSourceObject> source;
