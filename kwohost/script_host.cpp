@@ -42,6 +42,14 @@ ErrorReport ReportOf(IActiveScriptError* error, const std::wstring& file) {
     return report;
 }
 
+/// Why the engine of a language cannot be created; empty if the code says it.
+const wchar_t* WhyNoEngine(HRESULT code, Language language) {
+    if (code == E_OUTOFMEMORY) return L"";
+    if (language == Language::JScript) return L"JScript is not installed";
+    return L"VBScript is not installed. Newer versions of Windows 11 have it in the settings, under System, Optional "
+           L"features. Or write the script in JScript.";
+}
+
 }  // namespace
 
 ScriptHost::ScriptHost(SourceFile source) : mSource(std::move(source)) {
@@ -81,7 +89,7 @@ HRESULT ScriptHost::Start() {
     const HRESULT created =
         CoCreateInstance(isJScript ? kJScript : kVBScript, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(mEngine.Out()));
     if (FAILED(created)) {
-        Report(kErrorSource, created, isJScript ? L"JScript is not installed" : L"VBScript is not installed");
+        Report(kErrorSource, created, WhyNoEngine(created, mSource.language));
         return created;
     }
     ComPtr<IActiveScriptParse> parser;

@@ -283,6 +283,47 @@ TEST_F(EventsDeathTest, QuitDisconnectsAndReleasesWhatTheScriptHolds) {
                 testing::ExitedWithCode(4), "^unadvised released$");
 }
 
+namespace {
+
+/// In place of a script engine's: it creates nothing.
+class NoEngine final : public ComObject<IClassFactory> {
+public:
+    explicit NoEngine(HRESULT failure) : mFailure(failure) {}
+
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID, void** object) override {
+        *object = nullptr;
+        return mFailure;
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+    /// Every class object that the process registers is asked before the registry.
+    void StandFor(const wchar_t* engine) {
+        CLSID id = {};
+        DWORD registered = 0;
+        EXPECT_EQ(CLSIDFromProgID(engine, &id), S_OK);
+        EXPECT_EQ(CoRegisterClassObject(id, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registered), S_OK);
+    }
+
+private:
+    HRESULT mFailure;
+};
+
+}  // namespace
+
+TEST_F(EventsDeathTest, EngineThatIsNotInstalledIsNamedWithWhatToDo) {
+    const auto none = MakeObject<NoEngine>(REGDB_E_CLASSNOTREG);
+    EXPECT_EXIT((none->StandFor(L"VBScript"), std::exit(Run(L"WScript.Echo 1"))), testing::ExitedWithCode(1),
+                "0x80040154\\) kwohost: VBScript is not installed\\. Newer versions of Windows 11 have it in the "
+                "settings, under System, Optional features\\. Or write the script in JScript\\.");
+}
+
+TEST_F(EventsDeathTest, EngineWithoutMemoryIsNotCalledMissing) {
+    const auto none = MakeObject<NoEngine>(E_OUTOFMEMORY);
+    const std::wstring why = SystemText(static_cast<DWORD>(E_OUTOFMEMORY));
+    EXPECT_EXIT((none->StandFor(L"VBScript"), std::exit(Run(L"WScript.Echo 1"))), testing::ExitedWithCode(1),
+                "kwohost: " + std::string(why.begin(), why.end()) + "\r?\n$");
+}
+
 TEST_F(EventsDeathTest, ErrorInACallbackOfATimerEndsTheSleepOfTheScript) {
     static ComPtr<IDispatch> kept;
     source->OnCall(L"Keep", [](Call& call) { kept = call.Object(0); });
