@@ -5,6 +5,7 @@
 #include "com/class_objects.h"
 #include "com/component_object.h"
 #include "com/host_objects.h"
+#include "component/component.h"
 
 namespace kwo::com {
 

@@ -4,6 +4,7 @@
 #include "com/component_object.h"
 #include "com/connection_point.h"
 #include "com/timer_callbacks.h"
+#include "component/component.h"
 #include "kwoutil.h"
 #include "platform/windows/call_failure.h"
 #include "platform/windows/variant_bridge.h"

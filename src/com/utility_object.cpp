@@ -2,6 +2,7 @@
 #include "com/component_object.h"
 #include "com/host_objects.h"
 #include "com/server/com_values.h"
+#include "component/component.h"
 #include "kwoutil.h"
 #include "sysinfo/form_placement.h"
 #include "sysinfo/utility.h"
