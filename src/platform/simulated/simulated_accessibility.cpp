@@ -38,7 +38,7 @@ bool SimulatedAccessibility::SetNumber(Handle window, Property property, std::in
 
 bool SimulatedAccessibility::SetText(Handle window, Property property, TextView text) {
     const UncountedMemory memory;
-    return Set("SetHwndPropStr", "Set", window, property, '"' + Shown(text.substr(0, text.find(u'\0'))) + '"');
+    return Set("SetHwndPropStr", "Set", window, property, '"' + Shown(UpToZero(text)) + '"');
 }
 
 void SimulatedAccessibility::End(Handle window) noexcept {

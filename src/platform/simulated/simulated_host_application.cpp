@@ -96,7 +96,7 @@ std::uint32_t SimulatedHostApplication::Directory(std::string_view name, const s
 
 void SimulatedHostApplication::WriteLog(TextView text) {
     const Call call(mWorld, "ReportEvent of the host");
-    mWorld.log.Add("HostLog " + Shown(text.substr(0, text.find(u'\0'))));
+    mWorld.log.Add("HostLog " + Shown(UpToZero(text)));
 }
 
 }  // namespace kwo::platform::simulated
