@@ -69,6 +69,7 @@ public:
     explicit MachineConversions(platform::Conversions& others) : mOthers(others) {}
     std::int16_t ToInt16(const platform::Variant& value) override { return mOthers.ToInt16(value); }
     std::int32_t ToInt32(const platform::Variant& value) override { return mOthers.ToInt32(value); }
+    std::int32_t To32Bits(const platform::Variant& value) override { return mOthers.To32Bits(value); }
     float ToSingle(const platform::Variant& value) override { return mOthers.ToSingle(value); }
     double ToDouble(const platform::Variant& value) override { return mOthers.ToDouble(value); }
     bool ToBoolean(const platform::Variant& value) override { return mOthers.ToBoolean(value); }

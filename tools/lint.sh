@@ -139,6 +139,16 @@ is_tidy() {
     done
 }
 
+# Nothing else in ./test builds them.
+benchmarks_compile() {
+    local folder targets
+    for folder in "${tidy_folders[@]}"; do
+        mapfile -t targets < <(sed -n 's/^build \(syntax\/benchmarks\/[^:]*\): .*/\1/p' "$folder/tidy.ninja")
+        ((${#targets[@]} > 0)) || return
+        ninja -C "$folder" -f tidy.ninja -j 2 "${targets[@]}" || return
+    done
+}
+
 check 'the sources are formatted (clang-format)' is_formatted
 check 'shell scripts are clean (shellcheck)' scripts_are_clean
 check 'includes stay on their side' includes_stay_on_their_side
@@ -150,6 +160,7 @@ check 'the reference is what the sources say' "$KWO_ROOT/tools/make_reference.py
 check 'subjects of commits are short' subjects_are_short
 if can_be_read >"$(log_of configure)" 2>&1; then
     check 'nothing that clang-tidy finds' is_tidy
+    check 'the benchmarks compile' benchmarks_compile
 else
     check 'clang can be configured' false
 fi

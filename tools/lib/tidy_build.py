@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Prints a build for Ninja that reads sources with clang-tidy, by the commands in FOLDER that compile each of them alone.
+"""Prints a build for Ninja that reads sources with clang-tidy, or with their compiler, by the commands in FOLDER that
+compile each of them alone.
 
     tidy_build.py ROOT FOLDER [CHECKS]
 
-The target tidy/PATH stands for the source at PATH, seen from ROOT. It is read again only if it, a header that it includes,
-or .clang-tidy has changed. CHECKS are added to those of .clang-tidy; with - before them, they are left out.
+The targets tidy/PATH and syntax/PATH stand for the source at PATH, seen from ROOT. It is read again only if it, a header
+that it includes, or .clang-tidy has changed. CHECKS are added to those of .clang-tidy; with - before them, they are left out.
 """
 
 import json
@@ -15,6 +16,11 @@ import sys
 RULE = """builddir = tidy
 rule tidy
   command = clang-tidy --quiet --checks='{checks}' -p . $in 2>$out.log && $headers && touch $out
+  depfile = $out.d
+  deps = gcc
+  description = $in
+rule syntax
+  command = $compile && touch $out
   depfile = $out.d
   deps = gcc
   description = $in
@@ -31,9 +37,16 @@ def print_build(root, folder, checks=""):
         if path.startswith(("..", "build/")) or not path.endswith(".cpp"):
             continue
         out = f"tidy/{path}"
-        headers = re.sub(r" -o \S+ -c ", f" -MM -MT {out} -MF {out}.d ", command)
         print(f"build {out}: tidy {quoted(source)} | {quoted(root)}/.clang-tidy")
-        print(f"  headers = {headers.replace('$', '$$')}")
+        print(f"  headers = {with_dependencies(command, '-MM', out)}")
+        out = f"syntax/{path}"
+        print(f"build {out}: syntax {quoted(source)}")
+        print(f"  compile = {with_dependencies(command, '-fsyntax-only -MD', out)}")
+
+
+def with_dependencies(command, options, out):
+    """The command with these options in place of its output; it writes down which headers the source includes."""
+    return re.sub(r" -o \S+ -c ", f" {options} -MT {out} -MF {out}.d ", command).replace("$", "$$")
 
 
 def quoted(path):
