@@ -24,7 +24,7 @@ ready_wine() {
 }
 
 need_packages "${KWO_BUILD_PACKAGES[@]}" "${KWO_LINT_PACKAGES[@]}" "${KWO_COVERAGE_PACKAGES[@]}" \
-    "${KWO_MUTANTS_PACKAGES[@]}"
+    "${KWO_BENCH_PACKAGES[@]}" "${KWO_MUTANTS_PACKAGES[@]}"
 mkdir -p "$KWO_ROOT/build/mutants"
 if [[ " $* " == *' --shell '* ]]; then
     lock "$KWO_ROOT/build/mutants/shell.lock"

@@ -336,6 +336,14 @@ is 'a finding that was mended' "$(tidied)" '4 read, exit 0'
 sleep 0.01
 touch "$scratch/tidied/.clang-tidy"
 is 'other checks' "$(tidied)" '5 read, exit 0'
+# compiles: whether the source does, with the headers that it includes.
+compiles() { if ninja -C "$scratch/tidied/build" -f tidy.ninja syntax/a.cpp >/dev/null; then echo yes; else echo no; fi; }
+is 'a source that compiles' "$(compiles)" yes
+sleep 0.01
+echo '#error' >"$scratch/tidied/a.h"
+is 'a source whose header does not compile' "$(compiles)" no
+: >"$scratch/tidied/a.h"
+is 'a source whose header was mended' "$(compiles)" yes
 
 # What the tests reach: an unreached place must not be called reached.
 mkdir -p "$scratch/code/part" "$scratch/code/rest"
@@ -451,6 +459,8 @@ is 'a known fault in another place, too' "$(miscounted sum call call sum)" \
     'a.cpp | x + 1; | 1 -> 0: 2 places instead of 1'
 is 'a known fault whose place is gone' "$(miscounted sum call)" \
     'a.cpp | f(x, y); | , -> |: 1 places instead of 2'
+is 'what counts the reach of the shell' \
+    "$(/usr/bin/python3 -B -c 'import sys; sys.path.insert(0, sys.argv[1]); import shell_coverage' "$KWO_ROOT/tools" 2>&1)" ''
 # A program that says nothing for a second is stopped; one that goes on speaking is not.
 mkdir -p "$scratch/run"
 limited() { planting 'print(judging.Run(["bash", "-c", "'"$1"'"], "'"$scratch"'", None, {}).until_end(1, 3))'; }

@@ -14,7 +14,7 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.realpath(__file__)), "mu
 
 import building
 from building import ROOT
-from shell import COMPONENT, CONTRACT, UNIT, Shell, lay_out
+from shell import CONTRACT, DLLS, UNIT, Shell, lay_out
 
 COUNT = "--coverage"
 
@@ -42,7 +42,8 @@ def main(folder):
     lay_out(folder)
     link(CONTRACT, os.path.basename(CONTRACT))
     link(UNIT, os.path.basename(UNIT))
-    link(COMPONENT, os.path.join("dist", "KWOUtil.dll"))
+    for dll in DLLS.values():
+        link(dll, os.path.join("dist", os.path.basename(dll)))
 
 
 if __name__ == "__main__":

@@ -6,7 +6,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"
 
 work=$KWO_ROOT/build/shell-coverage
-folders=(src/platform/windows src/com_support src/com/server src/com)
+folders=(src/platform/windows src/com_support src/com/server src/com companion/kwoinit/dll)
 
 # folder_figures <CSV: adds up for each folder what gcovr says of its files. A file counts for the first that it is in;
 # headers are known by the links to them.
@@ -29,7 +29,7 @@ folder_figures() {
 
 need_packages "${KWO_BUILD_PACKAGES[@]}" "${KWO_SHELL_COVERAGE_PACKAGES[@]}"
 step 'building the tests for Windows' "$KWO_ROOT/tools/build.sh" --install x64 \
-    user contract_tests com_unit_tests com_tests || exit 1
+    user contract_tests com_unit_tests com_tests kwoinit_com_tests || exit 1
 rm -rf "$work"
 step 'building what counts' python3 -B "$KWO_ROOT/tools/shell_coverage.py" "$work" || exit 1
 open_prefix_by_hand 64
@@ -37,16 +37,20 @@ tell_dist
 KWO_DIST=$(wine_path "$work/dist")
 # The counts are written where the objects are: on another drive, as Windows programs see it.
 export KWO_DIST GCOV_PREFIX=Z:
-register_dll "$work/dist/KWOInit.dll" || exit 1
 failed=0
-for program in "$work/contract_tests.exe" "$work/com_unit_tests.exe" "$KWO_ROOT/build/x64/tests/com/com_tests.exe"; do
-    step "running ${program##*/}" "${kwo_wine[@]}" "$(wine_path "$program")" '--gtest_filter=-Endurance*' || failed=1
-done
+counted() { step "running ${1##*/}" "${kwo_wine[@]}" "$(wine_path "$1")" '--gtest_filter=-Endurance*' || failed=1; }
+# One of them wants that there is no companion.
+counted "$work/contract_tests.exe"
+register_dll "$work/dist/KWOInit.dll" || exit 1
+counted "$work/com_unit_tests.exe"
+counted "$KWO_ROOT/build/x64/tests/com/com_tests.exe"
 unregister_dll "$work/dist/KWOInit.dll" || failed=1
+# They register the companion themselves.
+counted "$KWO_ROOT/build/x64/tests/com/kwoinit/kwoinit_com_tests.exe"
 mkdir -p "$work/pages"
 # Without the branches that the compiler makes for exceptions.
 step 'reading the counts' env -C "$KWO_ROOT" gcovr --gcov-executable x86_64-w64-mingw32-gcov-win32 --root "$KWO_ROOT" \
-    --filter 'src/(com|com_support|platform/windows)/' --exclude-throw-branches --exclude-unreachable-branches \
+    --filter '(src/(com|com_support|platform/windows)|companion/kwoinit/dll)/' --exclude-throw-branches --exclude-unreachable-branches \
     --html-details "$work/pages/index.html" --csv "$work/files.csv" "$work/objects" || exit 1
 folder_figures <"$work/files.csv"
 exit "$failed"

@@ -60,6 +60,7 @@ class Shell(Part):
         "src/com_support/": (UNIT, CONTRACT, COM, COMPANION),
         "src/com/server/": (UNIT, COM, COMPANION),
         "src/com/": (UNIT, COM),
+        "companion/kwoinit/dll/": (COMPANION,),
     }
     headers = ("windows.h", "oleauto.h", "ocidl.h", "algorithm", "memory", "string", "utility", "vector")
     level = "-O0"
@@ -125,6 +126,8 @@ class Shell(Part):
         wine = shlex.split(os.environ["KWO_WINE"])
         if program not in DLLS:
             return [*wine, linked]
+        # The one that was changed before is unchanged now.
+        lay_out(worker.folder)
         shutil.copyfile(linked, os.path.join(worker.folder, "dist", os.path.basename(DLLS[program])))
         return [*wine, os.path.join(self.build, program)]
 
