@@ -4,6 +4,7 @@
 
 #include "frame/trace.h"
 
+#include <algorithm>
 #include <cctype>
 #include <string>
 #include <vector>
@@ -41,6 +42,7 @@ public:
     }
 
     void Step() {
+        constexpr int kFirstDayOfWindows = -109'205;  // 1601-01-01
         constexpr std::int32_t kLastError = 4'711;
         mDesktop.errors.SetLast(kLastError);
         bool keepsLastError = true;
@@ -69,7 +71,7 @@ public:
                 mDesktop.clock.Advance(platform::Milliseconds{mInput.Bits<std::uint32_t>()});
                 break;
             case 7:
-                mDesktop.clock.SetNow({static_cast<double>(mInput.Bits<std::int16_t>()) * 80 + 0.25});
+                mDesktop.clock.SetNow({std::max(mInput.Bits<std::int16_t>() * 80, kFirstDayOfWindows) + 0.25});
                 break;
             default:
                 Write();
@@ -149,8 +151,9 @@ private:
         const Text text = mInput.Text();
         const bool indent = mInput.Flag();
         const bool save = mInput.Flag();
-        mTrace.KWO_TraceWrite(text, indent, save);
+        // A file that cannot be written is closed, and only later lines go to the ring.
         const bool inRing = mTrace.Ring().Exists() && mDesktop.logFiles.OpenFiles() == 0;
+        mTrace.KWO_TraceWrite(text, indent, save);
         if (!inRing || !save || mTrace.Ring().Size() == 0) return;
         const auto& ring = mTrace.Ring();
         const std::int32_t last = ring.WriteIndex() == 1 ? ring.Size() : ring.WriteIndex() - 1;
