@@ -6,20 +6,14 @@
 #include <map>
 #include <vector>
 
+#include "support/clock.h"
 #include "thread.h"
 #include "timer_client.h"
 
 namespace kwo::com_test {
 namespace {
 
-/// Milliseconds of the clock that the component counts with.
-double NowMs() {
-    LARGE_INTEGER count;
-    LARGE_INTEGER frequency;
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(count.QuadPart) * 1'000 / static_cast<double>(frequency.QuadPart);
-}
+using test_support::NowMs;
 
 /// Timers of the system's own, and how late the worst of them came. They have a thread of their own: on that of the
 /// component, what holds its ticks up would hold these up as well.

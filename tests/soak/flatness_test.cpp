@@ -43,11 +43,14 @@ Values Rising(long long step, int count = Flatness::kFewest) {
     return values;
 }
 
+void ExpectNoGrowth(const Values& values) {
+    for (const Field& field : kFields)
+        EXPECT_TRUE(GrowingOf(field, values).empty()) << field.name;
+}
+
 TEST(Flatness, WhatStaysOrFallsDoesNotGrow) {
-    for (const Field& field : kFields) {
-        EXPECT_TRUE(GrowingOf(field, Rising(0)).empty()) << field.name;
-        EXPECT_TRUE(GrowingOf(field, Rising(-100)).empty()) << field.name;
-    }
+    ExpectNoGrowth(Rising(0));
+    ExpectNoGrowth(Rising(-100));
 }
 
 TEST(Flatness, WhatIsLostInEachRoundShowsInItsFieldAlone) {
@@ -71,24 +74,21 @@ TEST(Flatness, APeakInSomeOfItsPartsDoesNotCount) {
     Values values = Rising(0, 90);
     for (std::size_t at = 0; at < values.size(); at += 3)
         values[at] += 100'000'000;
-    for (const Field& field : kFields)
-        EXPECT_TRUE(GrowingOf(field, values).empty()) << field.name;
+    ExpectNoGrowth(values);
 }
 
 TEST(Flatness, PeaksThatGrowDoNotCount) {
     Values values = Rising(0, 90);
     for (std::size_t at = 0; at < values.size(); at += 3)
         values[at] += static_cast<long long>(at) * 1'000'000;
-    for (const Field& field : kFields)
-        EXPECT_TRUE(GrowingOf(field, values).empty()) << field.name;
+    ExpectNoGrowth(values);
 }
 
 TEST(Flatness, WhatHasBecomeLargerOnceIsNoSteadyGrowth) {
     Values values = Rising(0, 90);
     for (std::size_t at = 40; at < values.size(); ++at)
         values[at] += 100'000'000;
-    for (const Field& field : kFields)
-        EXPECT_TRUE(GrowingOf(field, values).empty()) << field.name;
+    ExpectNoGrowth(values);
 }
 
 TEST(Flatness, SteadyGrowthShowsThroughPeaksAndJumps) {

@@ -2,14 +2,6 @@
 
 namespace kwo::soak {
 
-double NowMs() {
-    LARGE_INTEGER count;
-    LARGE_INTEGER frequency;
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(count.QuadPart) * 1'000 / static_cast<double>(frequency.QuadPart);
-}
-
 Pulse::Pulse() {
     constexpr UINT kBeatMs = 10;
     sBeating = this;

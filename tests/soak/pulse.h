@@ -3,11 +3,11 @@
 #include <windows.h>
 
 #include "lateness.h"
+#include "support/clock.h"
 
 namespace kwo::soak {
 
-/// Milliseconds of the clock that the component counts with.
-double NowMs();
+using test_support::NowMs;
 
 /// A plain timer of this thread that notes when it fired: the thread processed timers then. Only one at a time.
 class Pulse {
