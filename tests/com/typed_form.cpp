@@ -3,15 +3,41 @@
 namespace kwo::com_test {
 namespace {
 
-/// What a parameter points to, for as long as the description is made.
-struct Described {
-    TYPEDESC target = {};
-    ELEMDESC element = {};
+/// The type of a parameter and what it points to, for as long as the description is made.
+class Described {
+public:
+    Described(const Parameter& parameter, ITypeLib& standard, ICreateTypeInfo& creator)
+        : mTypes(static_cast<std::size_t>(parameter.pointers) + 1) {
+        mTypes[0].vt = parameter.type;
+        if (parameter.name != nullptr) mTypes[0].hreftype = Reference(parameter.name, standard, creator);
+        for (std::size_t at = 1; at < mTypes.size(); ++at) {
+            mTypes[at].vt = VT_PTR;
+            mTypes[at].lptdesc = &mTypes[at - 1];
+        }
+        mElement.tdesc = mTypes.back();
+        mElement.paramdesc.wParamFlags = PARAMFLAG_FIN;
+        if (parameter.isWritten) mElement.paramdesc.wParamFlags |= PARAMFLAG_FOUT;
+    }
+    const ELEMDESC& Element() const { return mElement; }
+
+private:
+    static HREFTYPE Reference(std::wstring name, ITypeLib& standard, ICreateTypeInfo& creator) {
+        ComPtr<ITypeInfo> found;
+        MEMBERID member = MEMBERID_NIL;
+        USHORT count = 1;
+        HREFTYPE reference = 0;
+        EXPECT_EQ(standard.FindName(name.data(), 0, found.Out(), &member, &count), S_OK);
+        EXPECT_EQ(creator.AddRefTypeInfo(found.Get(), &reference), S_OK);
+        return reference;
+    }
+
+    std::vector<TYPEDESC> mTypes;
+    ELEMDESC mElement = {};
 };
 
 }  // namespace
 
-ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<VARTYPE>& parameters) {
+ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<Parameter>& parameters) {
     ComPtr<ITypeLib> standard;
     ComPtr<ITypeInfo> dispatch;
     ComPtr<ICreateTypeLib2> library;
@@ -27,19 +53,12 @@ ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<VAR
     EXPECT_EQ(creator->AddImplType(0, base), S_OK);
     EXPECT_EQ(creator->SetTypeFlags(TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE), S_OK);
 
-    std::vector<Described> described(parameters.size());
+    std::vector<Described> described;
+    described.reserve(parameters.size());  // they point into themselves
     std::vector<ELEMDESC> elements;
-    for (std::size_t at = 0; at < parameters.size(); ++at) {
-        Described& parameter = described[at];
-        parameter.target.vt = static_cast<VARTYPE>(parameters[at] & ~VT_BYREF);
-        parameter.element.tdesc = parameter.target;
-        parameter.element.paramdesc.wParamFlags = PARAMFLAG_FIN;
-        if ((parameters[at] & VT_BYREF) != 0) {
-            parameter.element.tdesc.vt = VT_PTR;
-            parameter.element.tdesc.lptdesc = &parameter.target;
-            parameter.element.paramdesc.wParamFlags |= PARAMFLAG_FOUT;
-        }
-        elements.push_back(parameter.element);
+    for (const Parameter& parameter : parameters) {
+        described.emplace_back(parameter, *standard.Get(), *creator.Get());
+        elements.push_back(described.back().Element());
     }
     FUNCDESC function = {};
     function.memid = 1;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <olectl.h>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -13,7 +15,18 @@ struct Boolean {
     VARIANT_BOOL value;
 };
 
-/// The automation type of a parameter of a C++ type.
+/// What it takes for a LONG.
+struct Status {
+    SCODE value;
+};
+
+/// What the system's type library names: an alias of a truth value, and the interface of an object.
+struct CancelBool {
+    OLE_CANCELBOOL value;
+};
+struct INamedDispatch : IDispatch {};
+
+/// The automation type of a parameter of a C++ type; VT_USERDEFINED for one that has a name.
 template <class T>
 constexpr VARTYPE kTypeOf = VT_EMPTY;
 template <>
@@ -45,24 +58,44 @@ inline constexpr VARTYPE kTypeOf<Boolean> = VT_BOOL;
 template <>
 inline constexpr VARTYPE kTypeOf<VARIANT> = VT_VARIANT;
 template <>
-inline constexpr VARTYPE kTypeOf<IDispatch*> = VT_DISPATCH;
+inline constexpr VARTYPE kTypeOf<Status> = VT_ERROR;
+template <>
+inline constexpr VARTYPE kTypeOf<OLE_TRISTATE> = VT_USERDEFINED;
+template <>
+inline constexpr VARTYPE kTypeOf<CancelBool> = VT_USERDEFINED;
+template <>
+inline constexpr VARTYPE kTypeOf<INamedDispatch> = VT_USERDEFINED;
+
+/// Its name in the system's type library.
+template <class T>
+constexpr const wchar_t* kNameOf = nullptr;
+template <>
+inline constexpr const wchar_t* kNameOf<OLE_TRISTATE> = L"OLE_TRISTATE";
+template <>
+inline constexpr const wchar_t* kNameOf<CancelBool> = L"OLE_CANCELBOOL";
+template <>
+inline constexpr const wchar_t* kNameOf<INamedDispatch> = L"IDispatch";
+
+/// A parameter's type, behind so many pointers.
+struct Parameter {
+    VARTYPE type = VT_EMPTY;
+    const wchar_t* name = nullptr;
+    int pointers = 0;
+    bool isWritten = false;
+
+    constexpr Parameter BehindAPointer() const { return {type, name, pointers + 1, true}; }
+};
+template <class T>
+inline constexpr Parameter kParameter = {kTypeOf<T>, kNameOf<T>, 0, false};
+template <class T>
+inline constexpr Parameter kParameter<T*> = kParameter<T>.BehindAPointer();
+template <>
+inline constexpr Parameter kParameter<IDispatch*> = {VT_DISPATCH, nullptr, 0, false};
+template <>
+inline constexpr Parameter kParameter<INamedDispatch*> = {VT_USERDEFINED, kNameOf<INamedDispatch>, 1, false};
 
 /// The description of an interface with one method behind those of IDispatch.
-ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<VARTYPE>& parameters);
-
-/// A parameter's type: VT_BYREF goes with pointers.
-template <class T>
-struct ParameterType {
-    static constexpr VARTYPE kType = kTypeOf<T>;
-};
-template <class T>
-struct ParameterType<T*> {
-    static constexpr VARTYPE kType = static_cast<VARTYPE>(VT_BYREF | kTypeOf<T>);
-};
-template <>
-struct ParameterType<IDispatch*> {
-    static constexpr VARTYPE kType = VT_DISPATCH;
-};
+ComPtr<ITypeInfo> DescribeMethod(const std::wstring& name, const std::vector<Parameter>& parameters);
 
 template <class... Parameters>
 struct MethodSlots : IDispatch {
@@ -77,7 +110,7 @@ public:
     using Procedure = std::function<HRESULT(Parameters...)>;
 
     TypedForm(const std::wstring& name, Procedure procedure)
-        : mProcedure(std::move(procedure)), mInfo(DescribeMethod(name, {ParameterType<Parameters>::kType...})) {}
+        : mProcedure(std::move(procedure)), mInfo(DescribeMethod(name, {kParameter<Parameters>...})) {}
     virtual ~TypedForm() = default;
     TypedForm(const TypedForm&) = delete;
     TypedForm& operator=(const TypedForm&) = delete;

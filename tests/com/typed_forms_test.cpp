@@ -3,6 +3,7 @@
 #include "com_test.h"
 #include "host_box.h"
 #include "typed_form.h"
+#include "wine.h"
 
 namespace kwo::com_test {
 namespace {
@@ -176,6 +177,44 @@ TEST_F(AskedForm, OfNarrowNumbersIsAskedWhenTheyHoldTheValues) {
     const Shown shown(*this, tooNarrow);
     EXPECT_EQ(MonthAfter(12), 12) << "a form that cannot be asked refuses nothing";
     EXPECT_EQ(tooNarrow.runs, 0);
+}
+
+// Compilers name the class of a control, an enumeration, and what another library calls a number.
+TEST_F(AskedForm, OfNamedTypesIsAskedOnceAndRefuses) {
+    const auto refuse = [&](INamedDispatch* box, OLE_TRISTATE month, OLE_TRISTATE year, CancelBool* cancel) {
+        EXPECT_EQ(static_cast<IDispatch*>(box), &*mBox);
+        EXPECT_EQ(month, 12);
+        EXPECT_EQ(year, 2026);
+        cancel->value = VARIANT_TRUE;
+        return S_OK;
+    };
+    TypedForm<INamedDispatch*, OLE_TRISTATE, OLE_TRISTATE, CancelBool*> byValue(L"OnChangeMonth", refuse);
+    {
+        const Shown shown(*this, byValue);
+        EXPECT_EQ(MonthAfter(12), 11);
+        EXPECT_EQ(byValue.runs, 1);
+    }
+    TypedForm<INamedDispatch**, OLE_TRISTATE*, OLE_TRISTATE*, CancelBool*> byReference(
+        L"OnChangeMonth", [&](INamedDispatch** box, OLE_TRISTATE* month, OLE_TRISTATE* year, CancelBool* cancel) {
+            return refuse(*box, *month, *year, cancel);
+        });
+    const Shown shown(*this, byReference);
+    EXPECT_EQ(MonthAfter(12), 11);
+    EXPECT_EQ(byReference.runs, 1);
+}
+
+TEST_F(AskedForm, ThatCannotBeAskedRefusesNothing) {
+    TypedForm<IDispatch**, LONG*> tooFew(L"OnChangeMonth", [](IDispatch**, LONG*) { return S_OK; });
+    {
+        const Shown shown(*this, tooFew);
+        EXPECT_EQ(MonthAfter(12), 12);
+        EXPECT_EQ(tooFew.runs, IsWine() ? 1 : 0) << "Wine ignores what is too many";
+    }
+    TypedForm<IDispatch**, Status, LONG*, Boolean*> status(L"OnChangeMonth",
+                                                           [](IDispatch**, Status, LONG*, Boolean*) { return S_OK; });
+    const Shown shown(*this, status);
+    EXPECT_EQ(MonthAfter(12), 12);
+    EXPECT_EQ(status.runs, 0);
 }
 
 TEST_F(AskedForm, WithoutTypeInformationIsAskedOnce) {
