@@ -4,6 +4,7 @@
 // after <windows.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -43,9 +44,10 @@ const DispatchTable& Timer() {
     return info.Table();
 }
 
+constexpr DISPID kItem = 0x40030000;
+
 /// The place of the member that a put of `value` reaches.
 int PutItem(VARIANT value, WORD flags) {
-    constexpr DISPID kItem = 0x40030000;
     DISPID put = DISPID_PROPERTYPUT;
     DISPPARAMS arguments = {&value, &put, 1, 1};
     theCalled = -1;
@@ -186,6 +188,14 @@ HRESULT NeverCalled(void*, void* const*) {
     return E_UNEXPECTED;
 }
 
+/// Fails when it has written its result already.
+HRESULT FailsLate(void*, void* const* arguments) {
+    VARIANT& result = *static_cast<VARIANT*>(arguments[0]);
+    result.vt = VT_I4;
+    result.lVal = 7;
+    return E_FAIL;
+}
+
 /// Changes its argument to something that is not a number, and returns a text.
 HRESULT FindsText(void*, void* const* arguments) {
     Replace(*static_cast<BSTR*>(arguments[0]), u"no number");
@@ -230,6 +240,22 @@ TEST(InvokeArgument, AVariableReceivesAnotherArray) {
 
     ASSERT_EQ(variable.vt, VT_ARRAY | VT_I2);
     EXPECT_EQ(variable.parray->rgsabound[0].cElements, 3u);
+}
+
+TEST(InvokeResult, OfAMemberThatFailsLateIsEmpty) {
+    static constexpr auto kMembers = [] {
+        auto members = std::to_array(kTimerMembers);
+        members[0] = {&FailsLate, 1, 0};
+        return members;
+    }();
+    static ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, nullptr, u"KWOTimer", kMembers);
+    DISPPARAMS none = {};
+    VARIANT result = {};
+
+    EXPECT_EQ(InvokeMember(info.Table(), nullptr, kItem, 0, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr),
+              DISP_E_EXCEPTION);
+
+    EXPECT_EQ(result.vt, VT_EMPTY);
 }
 
 TEST(InvokeResult, ThatIsWithheldIsFreed) {

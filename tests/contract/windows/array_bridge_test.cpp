@@ -103,6 +103,27 @@ TEST(ArrayBridge, ArrayThatIsNotWhatItIsPassedAsIsCarriedOnly) {
     }
 }
 
+// As a compiled host declares it: Dim Numbers(5 To 6) As Integer.
+TEST(ArrayBridge, ArrayOfFixedSizeIsReadAsAnyOther) {
+    std::int16_t numbers[] = {7, 8};
+    SAFEARRAY array = {};
+    array.cDims = 1;
+    array.cbElements = sizeof numbers[0];
+    array.pvData = numbers;
+    array.rgsabound[0] = {2, 5};
+    VARIANT value = {};
+    value.vt = VT_ARRAY | VT_I2;
+    value.parray = &array;
+
+    array.fFeatures = FADF_AUTO | FADF_FIXEDSIZE;
+    const ForeignRef inside = FromArray(value);
+    ASSERT_NE(inside, nullptr);
+    EXPECT_EQ(dynamic_cast<const Int16Array&>(*inside).lowerBound, 5);
+    EXPECT_EQ(dynamic_cast<const Int16Array&>(*inside).items, (std::vector<std::int16_t>{7, 8}));
+    array.fFeatures = FADF_AUTO | FADF_FIXEDSIZE | FADF_RECORD;
+    EXPECT_EQ(FromArray(value), nullptr) << "records may be as small as numbers";
+}
+
 TEST(ArrayBridge, ANumberOrATextIsNoArrayEvenWhereOneLies) {
     const ForeignRef numbers = Made<Int16Array>(0, std::vector<std::int16_t>{1});
     for (const ForeignRef& items : {numbers, Texts(0, {u"text"})}) {

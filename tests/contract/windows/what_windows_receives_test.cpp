@@ -39,6 +39,7 @@
 #include "platform/system_metrics.h"
 #include "platform/timer_service.h"
 #include "platform/window_service.h"
+#include "platform/windows/call_failure.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/windows_platform.h"
 #include "windows_calls/windows_calls.h"
@@ -760,6 +761,25 @@ TEST_F(WhatWindowsReceives, OfTheClock) {
     EXPECT_EQ(platform.clock.Counter(), 0x1234567890);
     EXPECT_EQ(platform.clock.CounterFrequency(), 0x2345678901);
     EXPECT_EQ(platform.clock.LocalFileTimeToUtc(0x500000003), 0x700000004);
+}
+
+TEST_F(WhatWindowsReceives, OfTheTextOfAFailure) {
+    Watch({"FormatMessageW"});
+    mCalls->Replace("FormatMessageW", [](DWORD, const void*, DWORD, DWORD, wchar_t* place, DWORD, va_list*) -> DWORD {
+        static constexpr wchar_t kText[] = L"There is no room. \r\n";
+        auto* const text = static_cast<wchar_t*>(::LocalAlloc(LMEM_FIXED, sizeof kText));
+        std::copy(std::begin(kText), std::end(kText), text);
+        *reinterpret_cast<wchar_t**>(place) = text;
+        return std::size(kText) - 1;
+    });
+    try {
+        RaiseFailure(static_cast<HRESULT>(0x80030070));
+    } catch (const ComponentError& error) {
+        EXPECT_EQ(error.description, u"There is no room.") << "some texts of Windows have a blank before their end";
+    }
+    constexpr DWORD kFlags =
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+    ExpectCalls({MakeCall("FormatMessageW", kFlags, At<const void*>(0), 0x80030070u, 0, Out(), 0, nullptr)});
 }
 
 TEST_F(WhatWindowsReceives, OfMemoryUse) {
