@@ -61,7 +61,9 @@ For i = 0 To 1
 Next
 Set status.Font = fonts.StatusFont
 splitter.Create picMonth, picLog, bar, 4, 0, 0, 0, 0
-focusDate = DateSerial(2026, 11, 21)
+focusDate = Date
+' The pictures of a tour that plays by itself are the same every day.
+If playing Then focusDate = DateSerial(2026, 11, 21)
 view.Create picMonth, focusDate, focusDate, True, 150, True, form, True
 view.CaptionFontBold = True
 view.SelDayFontBold = True
@@ -194,7 +196,7 @@ Sub frmTour_OnButtonClick(PictureBox)
     Select Case PictureBox.Name
         Case "picToday"
             Tell "button: today"
-            view.ShowMonth 11, 2026
+            view.ShowMonth Month(focusDate), Year(focusDate)
         Case "picClear"
             Tell "button: clear"
             view.SelDaysClear
