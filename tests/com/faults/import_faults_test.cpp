@@ -23,6 +23,8 @@
 namespace kwo::com_test {
 
 void ReplaceWhatTheUserWouldSee(windows_calls::WindowsCalls& calls);
+/// For the clock that the scenarios have: what falls due within a round falls due in every other one.
+void BeginAtAFullSecond();
 
 namespace {
 
@@ -156,6 +158,7 @@ private:
         CoInitialize(nullptr);
         mCalls->WatchThisThread();
         mCalls->ResetCounts();
+        BeginAtAFullSecond();
         {
             const std::unique_ptr<Scenario> scenario = mScenario.make();
             Stage stage(mModule, *mCalls);

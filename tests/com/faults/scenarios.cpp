@@ -317,6 +317,24 @@ private:
     HostBox mBox{160, 140, &mForm};
 };
 
+/// The clock of the rounds. Waits take no time: what they would take is added here. Each look at the clock takes a
+/// little, so that a wait that fails at once comes to its end, too. So it does not depend on the machine what is due,
+/// or how often a wait asks.
+LONGLONG theMicroseconds = 0;
+constexpr LONGLONG kPerSecond = 1'000'000;
+
+LONGLONG LookAtTheClock() {
+    constexpr LONGLONG kTakes = 10;
+    return theMicroseconds += kTakes;
+}
+void Spend(DWORD ms) {
+    theMicroseconds += ms * (kPerSecond / 1000);
+}
+DWORD WaitAtOnce(DWORD ms) {
+    if (ms != INFINITE) Spend(ms);
+    return WAIT_TIMEOUT;
+}
+
 /// The timer that the component has asked for. It fires when the scenario says so.
 struct AskedTimer {
     TIMERPROC procedure = nullptr;
@@ -368,8 +386,8 @@ public:
 private:
     /// What is due within two milliseconds is delivered.
     static void Fire() {
-        Sleep(2);
-        if (theTimer.procedure != nullptr) theTimer.procedure(nullptr, WM_TIMER, theTimer.id, GetTickCount());
+        Spend(2);
+        if (theTimer.procedure != nullptr) theTimer.procedure(nullptr, WM_TIMER, theTimer.id, 0);
     }
     EarlyTick mTick;
     Sink mSink;
@@ -463,31 +481,26 @@ NamedScenario Named(const char* name, const wchar_t* module = L"KWOUtil.dll", bo
 
 }  // namespace
 
-/// Waits take no time: what they would take is added to the clock.
-LONGLONG theWaitedMs = 0;
-
-DWORD WaitAtOnce(DWORD ms) {
-    theWaitedMs += ms == INFINITE ? 0 : ms;
-    return WAIT_TIMEOUT;
+void BeginAtAFullSecond() {
+    theMicroseconds += kPerSecond - theMicroseconds % kPerSecond;
 }
 
-void ReplaceWaits(windows_calls::WindowsCalls& calls) {
+void ReplaceTime(windows_calls::WindowsCalls& calls) {
     calls.Replace("MsgWaitForMultipleObjects",
                   [](DWORD, const HANDLE*, BOOL, DWORD ms, DWORD) -> DWORD { return WaitAtOnce(ms); });
     calls.Replace("MsgWaitForMultipleObjectsEx",
                   [](DWORD, const HANDLE*, DWORD ms, DWORD, DWORD) -> DWORD { return WaitAtOnce(ms); });
-    calls.Replace("GetTickCount", []() -> DWORD { return GetTickCount() + static_cast<DWORD>(theWaitedMs); });
+    calls.Replace("GetTickCount", []() -> DWORD { return static_cast<DWORD>(LookAtTheClock() * 1000 / kPerSecond); });
     calls.Replace("QueryPerformanceCounter", [](LARGE_INTEGER* count) -> BOOL {
         LARGE_INTEGER frequency;
         QueryPerformanceFrequency(&frequency);
-        QueryPerformanceCounter(count);
-        count->QuadPart += theWaitedMs * frequency.QuadPart / 1000;
+        count->QuadPart = LookAtTheClock() * frequency.QuadPart / kPerSecond;
         return TRUE;
     });
 }
 
 void ReplaceWhatTheUserWouldSee(windows_calls::WindowsCalls& calls) {
-    ReplaceWaits(calls);
+    ReplaceTime(calls);
     theTimer = {};
     calls.Replace("SetTimer", [](HWND, UINT_PTR, UINT, TIMERPROC procedure) -> UINT_PTR {
         theTimer = {procedure, 4711};
