@@ -317,9 +317,8 @@ private:
     HostBox mBox{160, 140, &mForm};
 };
 
-/// The clock of the rounds. Waits take no time: what they would take is added here. Each look at the clock takes a
-/// little, so that a wait that fails at once comes to its end, too. So it does not depend on the machine what is due,
-/// or how often a wait asks.
+/// The clock of the rounds, so that it does not depend on the machine what is due, or how often a wait asks. Waits take
+/// no time: what they would take is added here. Each look takes a little, so that a wait that fails at once ends, too.
 LONGLONG theMicroseconds = 0;
 constexpr LONGLONG kPerSecond = 1'000'000;
 
@@ -479,12 +478,6 @@ NamedScenario Named(const char* name, const wchar_t* module = L"KWOUtil.dll", bo
     return {name, module, [] { return std::make_unique<Kind>(); }, loadsAnew};
 }
 
-}  // namespace
-
-void BeginAtAFullSecond() {
-    theMicroseconds += kPerSecond - theMicroseconds % kPerSecond;
-}
-
 void ReplaceTime(windows_calls::WindowsCalls& calls) {
     calls.Replace("MsgWaitForMultipleObjects",
                   [](DWORD, const HANDLE*, BOOL, DWORD ms, DWORD) -> DWORD { return WaitAtOnce(ms); });
@@ -497,6 +490,12 @@ void ReplaceTime(windows_calls::WindowsCalls& calls) {
         count->QuadPart = LookAtTheClock() * frequency.QuadPart / kPerSecond;
         return TRUE;
     });
+}
+
+}  // namespace
+
+void BeginAtAFullSecond() {
+    theMicroseconds += kPerSecond - theMicroseconds % kPerSecond;
 }
 
 void ReplaceWhatTheUserWouldSee(windows_calls::WindowsCalls& calls) {
