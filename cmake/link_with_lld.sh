@@ -10,7 +10,7 @@ for argument; do
     shift
     case $argument in
     -plugin) skip=yes ;;
-    -plugin-opt=*) ;;
+    -plugin-opt=* | -fno-lto) ;;
     *)
         [ -n "$skip" ] || set -- "$@" "$argument"
         skip=

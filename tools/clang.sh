@@ -17,7 +17,7 @@ windows_commands() {
     # Paths with a blank are quoted.
     ninja -C "$KWO_ROOT/build/x64" -t commands KWOUtil KWOInit kwohost kwocheck | grep -E "([.]cpp|_cxx[.]cxx)['\"]?$" |
         sed -E "s#^.*/x86_64-w64-mingw32-g[+][+][^ ]* #clang++ $options #
-                s# -O[0-9s]##g
+                s# -(O[0-9s]|flto|ffat-lto-objects)##g
                 s# -Winvalid-pch##
                 s# -include ('[^']*'|\"[^\"]*\"|[^ ]*)# -include-pch clang/system.pch#"
 }
