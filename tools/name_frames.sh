@@ -25,17 +25,32 @@ choose() {
     fi
 }
 
+# symbol_at FILE ADDRESS: the name of the last function that begins there or before.
+symbol_at() {
+    "$target-nm" --defined-only "$1" | awk -v address="$2" '
+        length($1) == length(address) && ($2 == "t" || $2 == "T") && $3 !~ /^[.]/ && $1 <= address && $1 > best {
+            best = $1; name = $3
+        }
+        END { print name }'
+}
+
 # name_frame MODULE OFFSET: "function at file:line", a line for each function that the compiler has inlined there.
 name_frame() {
-    local file base
-    file=$(find "$folder" -name "$1" -type f 2>/dev/null | head -n 1)
+    local file base address places
+    file=$(find "$folder" -name "$1" -type f -not -path '*/diagnostic/*' 2>/dev/null | head -n 1)
     [[ -n $file ]] || return 0
     base=$("$target-objdump" -p "$file" | sed -n 's/^ImageBase[[:blank:]]*//p')
     [[ -n $base ]] || return 0
+    address=$(printf "%0${#base}x" $((0x$base + $2)))
+    places=$("$target-addr2line" -f -i -p -e "$file" "0x$address" | grep -v '^??') || return 0
+    # Of a DLL that was optimised as one the lines know a function without its class. The last line is about the function
+    # that has a symbol, too.
+    if [[ $1 == *.dll && ${places##*$'\n'} != *_Z* ]]; then
+        places=$(sed -E "\$ s#^( [(]inlined by[)] )?[^ ]*#\1$(symbol_at "$file" "$address")#" <<<"$places")
+    fi
     # In 32 bits the tool takes away the underscore that every name begins with.
-    "$target-addr2line" -f -i -p -e "$file" "$(printf '0x%x' $((0x$base + $2)))" | grep -v '^??' |
-        sed -E 's#(^| )_?Z(N?[0-9])#\1_Z\2#' | "$target-c++filt" -n |
-        sed -E "s#$KWO_ROOT/##g; s#build/x(64|86)[a-z-]*/[.][.]/[.][.]/##; s#^#        #" || true
+    sed -E 's#(^| )_*Z([NZL0-9])#\1_Z\2#; s#(@[0-9]+)?([.][a-z_]+([.][0-9]+)?)* at # at #' <<<"$places" |
+        "$target-c++filt" -n | sed -E "s#$KWO_ROOT/##g; s#build/x(64|86)[a-z-]*/[.][.]/[.][.]/##; s#^#        #" || true
 }
 
 choose "$bits"

@@ -1,14 +1,30 @@
 #include "crash.h"
 
 #include <windows.h>
+// after <windows.h>
+#include <unknwn.h>
 
 #include <cstdlib>
+
+#include "com_support/com_ptr.h"
+#include "dll_under_test.h"
 
 namespace kwo::com_test {
 
 void Crash() {
     volatile int* const nowhere = nullptr;
     *nowhere = 1;
+    std::abort();
+}
+
+void CrashInTheDll() {
+    const Library library;
+    com_support::ComPtr<IClassFactory> factory;
+    const CLSID id = ClassIdIn(DllPath(), L"KWORegistry");
+    void** const nowhere = reinterpret_cast<void**>(sizeof(void*));
+    if (SUCCEEDED(library.GetClassObject(id, IID_IClassFactory, factory.OutVoid()))) {
+        factory->CreateInstance(nullptr, IID_IUnknown, nowhere);
+    }
     std::abort();
 }
 

@@ -6,6 +6,9 @@ namespace kwo::com_test {
 /// looked at. It does not return.
 [[noreturn]] void Crash();
 
+/// The same, but the component's DLL writes there, because it is given such a pointer.
+[[noreturn]] void CrashInTheDll();
+
 /// The same, but it writes behind a block of memory and gives that back, so that a check of the heap can be looked at.
 [[noreturn]] void OverrunHeap();
 
@@ -13,6 +16,7 @@ namespace kwo::com_test {
 void OverrunStack();
 
 inline constexpr char kCrash[] = "--crash";
+inline constexpr char kCrashInTheDll[] = "--crash-in-the-dll";
 inline constexpr char kOverrun[] = "--overrun";
 inline constexpr char kOverrunStack[] = "--overrun-stack";
 

@@ -11,6 +11,7 @@ int main(int count, char** arguments) {
         return kwo::com_test::EndWithAnArmedTimer();
     }
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kCrash) == 0) kwo::com_test::Crash();
+    if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kCrashInTheDll) == 0) kwo::com_test::CrashInTheDll();
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kOverrun) == 0) kwo::com_test::OverrunHeap();
     if (count > 1 && std::strcmp(arguments[1], kwo::com_test::kOverrunStack) == 0) {
         kwo::com_test::OverrunStack();
