@@ -27,9 +27,11 @@ need_packages "${KWO_BUILD_PACKAGES[@]}" "${KWO_LINT_PACKAGES[@]}" "${KWO_COVERA
     "${KWO_BENCH_PACKAGES[@]}" "${KWO_MUTANTS_PACKAGES[@]}"
 mkdir -p "$KWO_ROOT/build/mutants"
 if [[ " $* " == *' --shell '* ]]; then
+    # There each source is compiled and linked by itself.
+    export KWO_FLAVOUR=-apart
     lock "$KWO_ROOT/build/mutants/shell.lock"
     need_packages "${KWO_WINE_PACKAGES[@]}"
-    step 'building the tests for Windows' "$KWO_ROOT/tools/build.sh" --install x64 \
+    step 'building the tests for Windows' "$KWO_ROOT/tools/build.sh" --install x64-apart \
         user contract_tests com_unit_tests com_tests kwoinit_com_tests || exit 1
     ready_wine
 else

@@ -5,6 +5,8 @@
 # shellcheck source-path=SCRIPTDIR
 source "$(dirname "${BASH_SOURCE[0]}")/lib/all.sh"
 
+# There each source is compiled and linked by itself.
+export KWO_FLAVOUR=-apart
 work=$KWO_ROOT/build/shell-coverage
 folders=(src/platform/windows src/com_support src/com/server src/com companion/kwoinit/dll)
 
@@ -15,7 +17,7 @@ folder_figures() {
         BEGIN { count = split(folders, names, " ") }
         NR == 1 { for (i = 1; i <= NF; i++) column[$i] = i; next }
         {
-            sub(/^build[/]x64[/]floors[/][^/]*[/]/, "src/", $1)
+            sub(/^build[/]x64-apart[/]floors[/][^/]*[/]/, "src/", $1)
             for (i = 1; i < count && index($1, names[i] "/") != 1; i++);
             lines[i] += $column["line_total"]; reached[i] += $column["line_covered"]
             branches[i] += $column["branch_total"]; taken[i] += $column["branch_covered"]
@@ -28,7 +30,7 @@ folder_figures() {
 }
 
 need_packages "${KWO_BUILD_PACKAGES[@]}" "${KWO_SHELL_COVERAGE_PACKAGES[@]}"
-step 'building the tests for Windows' "$KWO_ROOT/tools/build.sh" --install x64 \
+step 'building the tests for Windows' "$KWO_ROOT/tools/build.sh" --install x64-apart \
     user contract_tests com_unit_tests com_tests kwoinit_com_tests || exit 1
 rm -rf "$work"
 step 'building what counts' python3 -B "$KWO_ROOT/tools/shell_coverage.py" "$work" || exit 1
@@ -43,10 +45,10 @@ counted() { step "running ${1##*/}" "${kwo_wine[@]}" "$(wine_path "$1")" '--gtes
 counted "$work/contract_tests.exe"
 register_dll "$work/dist/KWOInit.dll" || exit 1
 counted "$work/com_unit_tests.exe"
-counted "$KWO_ROOT/build/x64/tests/com/com_tests.exe"
+counted "$KWO_ROOT/build/x64-apart/tests/com/com_tests.exe"
 unregister_dll "$work/dist/KWOInit.dll" || failed=1
 # They register the companion themselves.
-counted "$KWO_ROOT/build/x64/tests/com/kwoinit/kwoinit_com_tests.exe"
+counted "$KWO_ROOT/build/x64-apart/tests/com/kwoinit/kwoinit_com_tests.exe"
 mkdir -p "$work/pages"
 # Without the branches that the compiler makes for exceptions.
 step 'reading the counts' env -C "$KWO_ROOT" gcovr --gcov-executable x86_64-w64-mingw32-gcov-win32 --root "$KWO_ROOT" \

@@ -25,12 +25,11 @@ class Source:
         output = options.index("-o")
         self.object = options[output + 1]
         del options[output : output + 2]
-        # Warnings do not matter to a fault, nor what the linker would optimise; headers that a target has precompiled are
-        # not at hand.
+        # Warnings do not matter to a fault; headers that a target has precompiled are not at hand.
         if "-include" in options:
             del options[options.index("-include") : options.index("-include") + 2]
         unwanted = {"-c", path}
-        self.options = [option for option in options if option not in unwanted and not option.startswith(("-W", "-g", "-flto"))]
+        self.options = [option for option in options if option not in unwanted and not option.startswith(("-W", "-g"))]
 
 
 def sources_of(build, is_wanted):
@@ -51,9 +50,8 @@ def link_words(build, target):
     said = subprocess.run(["ninja", "-C", build, "-t", "commands", target], stdout=subprocess.PIPE, check=True, text=True)
     words = shlex.split(said.stdout.strip().split("\n")[-1])
     begin = next(number for number, word in enumerate(words) if is_compiler(word))
-    # What else the command writes would change the build, and optimising all of it as one would take long.
-    unwanted = ("-Wl,--out-implib,", "-flto")
-    words = [word for word in words[begin : words.index("&&", begin)] if not word.startswith(unwanted)]
+    # What else the command writes would change the build.
+    words = [word for word in words[begin : words.index("&&", begin)] if not word.startswith("-Wl,--out-implib,")]
     if shutil.which("ld.lld"):
         if "mingw" not in words[0]:
             words.insert(1, "-fuse-ld=lld")

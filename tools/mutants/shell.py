@@ -17,6 +17,8 @@ import judging
 from building import ROOT
 from part import Part
 
+# There each source is compiled and linked by itself.
+PRESET = "x64-apart"
 CONTRACT, UNIT, COM = "tests/contract/contract_tests.exe", "src/com/com_unit_tests.exe", "tests/com/com_tests.exe"
 COMPANION = "tests/com/kwoinit/kwoinit_com_tests.exe"
 # The programs that use a DLL from outside.
@@ -48,12 +50,12 @@ def is_about(test, source):
 def lay_out(folder):
     """Puts what a user installs into a folder, for a changed DLL to take the place of the other. A test looks for the
     manifest beside its program."""
-    shutil.copytree(os.path.join(ROOT, "dist", "x64"), os.path.join(folder, "dist"), dirs_exist_ok=True)
+    shutil.copytree(os.path.join(ROOT, "dist", PRESET), os.path.join(folder, "dist"), dirs_exist_ok=True)
     shutil.copy(os.path.join(folder, "dist", "KWOUtil.X.manifest"), folder)
 
 
 class Shell(Part):
-    build = os.path.join(ROOT, "build", "x64")
+    build = os.path.join(ROOT, "build", PRESET)
     work = os.path.join(ROOT, "build", "mutants", "shell")
     judges = {
         "src/platform/windows/": (CONTRACT, COM, UNIT),
