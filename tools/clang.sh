@@ -55,7 +55,7 @@ RULE
 # precompiled COMMANDS: what that build says of the system's headers, which the same options precompile. A build with
 # ccache precompiles nothing.
 precompiled() {
-    local options headers=$KWO_ROOT/build/x64/src/CMakeFiles/kwo_com.dir/cmake_pch.hxx out=clang/system.pch
+    local options headers=$KWO_ROOT/build/x64/src/CMakeFiles/kwo_com_support.dir/cmake_pch.hxx out=clang/system.pch
     if [[ $1 != *' -include-pch '* ]]; then
         printf 'build %s: phony\n' "$out"
         return

@@ -12,7 +12,7 @@ namespace {
 /// A colour of the system has its highest bit set.
 constexpr std::uint8_t kFirstIsColour = 1;
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kMonthViewMembers[] = {
     Member<&_KWOMonthView::get_CanSelect>,
     Member<&_KWOMonthView::put_CanSelect>,
     Member<&_KWOMonthView::get_MultiSelect>,
@@ -60,14 +60,14 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOMonthView::KeyDown>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOMonthView, IID__KWOMonthView, nullptr, u"KWOMonthView", kMembers);
+ClassInfo& MonthViewInfo() {
+    static constinit ClassInfo info(CLSID_KWOMonthView, IID__KWOMonthView, nullptr, u"KWOMonthView", kMonthViewMembers);
     return info;
 }
 
 class MonthViewObject final : public ComponentObject<_KWOMonthView> {
 public:
-    MonthViewObject() : ComponentObject(Info()), mView(Component()) {}
+    MonthViewObject() : ComponentObject(MonthViewInfo()), mView(Component()) {}
 
     STDMETHODIMP get_CanSelect(VARIANT_BOOL* value) override {
         return Run(u".CanSelect (Get)", [&] { Required(value) = VariantBool(mView.CanSelect()); });

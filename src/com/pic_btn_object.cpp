@@ -9,7 +9,7 @@ namespace kwo::com {
 
 namespace {
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kPicBtnMembers[] = {
     Member<&_KWOPicBtn::Create>,
     Member<&_KWOPicBtn::get_Caption>,
     Member<&_KWOPicBtn::put_Caption>,
@@ -30,14 +30,14 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOPicBtn::Resize>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOPicBtn, IID__KWOPicBtn, nullptr, u"KWOPicBtn", kMembers);
+ClassInfo& PicBtnInfo() {
+    static constinit ClassInfo info(CLSID_KWOPicBtn, IID__KWOPicBtn, nullptr, u"KWOPicBtn", kPicBtnMembers);
     return info;
 }
 
 class PicBtnObject final : public ComponentObject<_KWOPicBtn> {
 public:
-    PicBtnObject() : ComponentObject(Info()), mButton(Component()) {}
+    PicBtnObject() : ComponentObject(PicBtnInfo()), mButton(Component()) {}
 
     STDMETHODIMP Create(IDispatch** pictureBox, BSTR* caption, VARIANT_BOOL* created) override {
         return Run(u".Create", [&] {

@@ -11,20 +11,20 @@ namespace {
 
 constexpr std::uint8_t kFirstIsHandle = 1;
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kRegistryMembers[] = {
     Member<&_KWORegistry::KWO_RegGetValueEx, kFirstIsHandle>,  Member<&_KWORegistry::KWO_RegDeleteKey, kFirstIsHandle>,
     Member<&_KWORegistry::KWO_RegDeleteValue, kFirstIsHandle>, Member<&_KWORegistry::KWO_RegCreateKey, kFirstIsHandle>,
     Member<&_KWORegistry::KWO_RegSetValue, kFirstIsHandle>,    Member<&_KWORegistry::KWO_RegGetValue, kFirstIsHandle>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWORegistry, IID__KWORegistry, nullptr, u"KWORegistry", kMembers);
+ClassInfo& RegistryInfo() {
+    static constinit ClassInfo info(CLSID_KWORegistry, IID__KWORegistry, nullptr, u"KWORegistry", kRegistryMembers);
     return info;
 }
 
 class RegistryObject final : public ComponentObject<_KWORegistry> {
 public:
-    RegistryObject() : ComponentObject(Info()), mRegistry(Component()) {}
+    RegistryObject() : ComponentObject(RegistryInfo()), mRegistry(Component()) {}
 
     STDMETHODIMP KWO_RegGetValueEx(LONG* key, BSTR* valueName, VARIANT defaultValue, VARIANT* result) override {
         return Run(u".KWO_RegGetValueEx", [&] {

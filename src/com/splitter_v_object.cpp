@@ -9,7 +9,7 @@ namespace kwo::com {
 
 namespace {
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kSplitterVMembers[] = {
     Member<&_KWOSplitterV::get_LeftMargin>,   Member<&_KWOSplitterV::put_LeftMargin>,
     Member<&_KWOSplitterV::get_TopMargin>,    Member<&_KWOSplitterV::put_TopMargin>,
     Member<&_KWOSplitterV::get_RightMargin>,  Member<&_KWOSplitterV::put_RightMargin>,
@@ -19,14 +19,14 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOSplitterV::MouseUp>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOSplitterV, IID__KWOSplitterV, nullptr, u"KWOSplitterV", kMembers);
+ClassInfo& SplitterVInfo() {
+    static constinit ClassInfo info(CLSID_KWOSplitterV, IID__KWOSplitterV, nullptr, u"KWOSplitterV", kSplitterVMembers);
     return info;
 }
 
 class SplitterVObject final : public ComponentObject<_KWOSplitterV> {
 public:
-    SplitterVObject() : ComponentObject(Info()), mSplitter(Component()) {}
+    SplitterVObject() : ComponentObject(SplitterVInfo()), mSplitter(Component()) {}
 
     STDMETHODIMP get_LeftMargin(float* value) override {
         return Run(u".LeftMargin (Get)", [&] { Required(value) = mSplitter.LeftMargin(); });

@@ -10,7 +10,7 @@ namespace {
 
 using sysinfo::Metric;
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kSysMetricsMembers[] = {
     Member<&_KWOSysMetrics::get_ScaleMode>,
     Member<&_KWOSysMetrics::put_ScaleMode>,
 #define DIMENSION(order, member, index, constant, axis) Member<&_KWOSysMetrics::member>,
@@ -22,14 +22,15 @@ constexpr MemberThunk kMembers[] = {
 #undef NUMBER
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOSysMetrics, IID__KWOSysMetrics, nullptr, u"KWOSysMetrics", kMembers);
+ClassInfo& SysMetricsInfo() {
+    static constinit ClassInfo info(CLSID_KWOSysMetrics, IID__KWOSysMetrics, nullptr, u"KWOSysMetrics",
+                                    kSysMetricsMembers);
     return info;
 }
 
 class SysMetricsObject final : public ComponentObject<_KWOSysMetrics> {
 public:
-    SysMetricsObject() : ComponentObject(Info()), mMetrics(Component()) {}
+    SysMetricsObject() : ComponentObject(SysMetricsInfo()), mMetrics(Component()) {}
 
     STDMETHODIMP get_ScaleMode(short* value) override {
         return Run(u".ScaleMode (Get)", [&] { Required(value) = mMetrics.ScaleMode(); });

@@ -8,20 +8,20 @@ namespace kwo::com {
 
 namespace {
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kSysParamsMembers[] = {
     Member<&_KWOSysParams::get_CaptionFont>, Member<&_KWOSysParams::get_SmCaptionFont>,
     Member<&_KWOSysParams::get_MenuFont>,    Member<&_KWOSysParams::get_StatusFont>,
     Member<&_KWOSysParams::get_MessageFont>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOSysParams, IID__KWOSysParams, nullptr, u"KWOSysParams", kMembers);
+ClassInfo& SysParamsInfo() {
+    static constinit ClassInfo info(CLSID_KWOSysParams, IID__KWOSysParams, nullptr, u"KWOSysParams", kSysParamsMembers);
     return info;
 }
 
 class SysParamsObject final : public ComponentObject<_KWOSysParams> {
 public:
-    SysParamsObject() : ComponentObject(Info()), mParams(Component()) {}
+    SysParamsObject() : ComponentObject(SysParamsInfo()), mParams(Component()) {}
 
     STDMETHODIMP get_CaptionFont(IFontDisp** font) override {
         return Font(u".CaptionFont (Get)", font, [&] { return mParams.CaptionFont(); });

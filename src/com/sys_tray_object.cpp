@@ -9,7 +9,7 @@ namespace kwo::com {
 
 namespace {
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kSysTrayMembers[] = {
     Member<&_KWOSysTray::Create, 1>,
     Member<&_KWOSysTray::Destroy>,
     Member<&_KWOSysTray::get_Tip>,
@@ -21,8 +21,8 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOSysTray::get_MouseUpMsg>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOSysTray, IID__KWOSysTray, nullptr, u"KWOSysTray", kMembers);
+ClassInfo& SysTrayInfo() {
+    static constinit ClassInfo info(CLSID_KWOSysTray, IID__KWOSysTray, nullptr, u"KWOSysTray", kSysTrayMembers);
     return info;
 }
 
@@ -33,7 +33,7 @@ platform::HostObjectRef PictureOf(IPictureDisp* picture) {
 
 class SysTrayObject final : public ComponentObject<_KWOSysTray> {
 public:
-    SysTrayObject() : ComponentObject(Info()), mTray(Component()) {}
+    SysTrayObject() : ComponentObject(SysTrayInfo()), mTray(Component()) {}
 
     STDMETHODIMP Create(LONG* window, IPictureDisp** icon, BSTR* toolTip, VARIANT_BOOL* added) override {
         return Run(u".Create", [&] {

@@ -27,7 +27,7 @@ std::int32_t NumberOf(const TimerEventTypes* type) {
     return number;
 }
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kTimerMembers[] = {
     Member<&_KWOTimer::get_Item>,           Member<&_KWOTimer::put_Item>,
     Member<&_KWOTimer::putref_Item>,        Member<&_KWOTimer::get_ItemData>,
     Member<&_KWOTimer::put_ItemData>,       Member<&_KWOTimer::get_Enabled>,
@@ -39,8 +39,8 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOTimer::AddRelativeAlarm>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, &DIID___KWOTimer, u"KWOTimer", kMembers);
+ClassInfo& TimerInfo() {
+    static constinit ClassInfo info(CLSID_KWOTimer, IID__KWOTimer, &DIID___KWOTimer, u"KWOTimer", kTimerMembers);
     return info;
 }
 
@@ -57,7 +57,7 @@ void HandOver(Interface** place, const std::shared_ptr<Kept>& callback, Read rea
 class TimerObject final : public ComponentObject<_KWOTimer>, private timer::TimerShell {
 public:
     TimerObject()
-        : ComponentObject(Info()),
+        : ComponentObject(TimerInfo()),
           mEvents(static_cast<_KWOTimer&>(*this), DIID___KWOTimer, kEvents),
           mTimer(Component(), *this) {}
     ~TimerObject() override {

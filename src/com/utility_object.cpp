@@ -11,7 +11,7 @@ namespace kwo::com {
 
 namespace {
 
-constexpr MemberThunk kMembers[] = {
+constexpr MemberThunk kUtilityMembers[] = {
     Member<&_KWOUtility::KWO_FindInPath>,
     Member<&_KWOUtility::KWO_CenterForm>,
     Member<&_KWOUtility::KWO_SetFormPosition>,
@@ -25,8 +25,8 @@ constexpr MemberThunk kMembers[] = {
     Member<&_KWOUtility::get_KWO_WinMinorVersion>,
 };
 
-ClassInfo& Info() {
-    static constinit ClassInfo info(CLSID_KWOUtility, IID__KWOUtility, nullptr, u"KWOUtility", kMembers);
+ClassInfo& UtilityInfo() {
+    static constinit ClassInfo info(CLSID_KWOUtility, IID__KWOUtility, nullptr, u"KWOUtility", kUtilityMembers);
     return info;
 }
 
@@ -41,7 +41,7 @@ platform::Variant UsableValue(const VARIANT* argument) {
 
 class UtilityObject final : public ComponentObject<_KWOUtility> {
 public:
-    UtilityObject() : ComponentObject(Info()), mUtility(Component()), mPlacement(Component().platform) {}
+    UtilityObject() : ComponentObject(UtilityInfo()), mUtility(Component()), mPlacement(Component().platform) {}
 
     STDMETHODIMP KWO_FindInPath(BSTR* fileName, BSTR* found) override {
         return Run(u".KWO_FindInPath", [&] {
