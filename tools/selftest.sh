@@ -90,15 +90,18 @@ is 'hanging, with a child of its own' "$(counts "sleep 30 & echo \$! >'$scratch/
 is_running() { grep -qs '^State:[[:space:]]*[^[:space:]ZX]' "/proc/$1/status"; }
 is 'the child is stopped too' "$(is_running "$(<"$scratch/child")" || echo gone)" gone
 
-# A stand-in for a Wine that ends as often as it is told to before it starts its program, with nothing in the log.
+# A stand-in for a Wine that ends as often as it is told to before it starts its program, with nothing in the log but what
+# is in the file "excuse".
 cat >"$scratch/wine" <<'WINE'
 #!/usr/bin/env bash
 left=$(<"$1")
 shift
 ((left == 0)) && exec "$@"
 printf '%d\n' "$((left - 1))" >"$(dirname "$0")/left"
+cat "$(dirname "$0")/excuse"
 exit 1
 WINE
+: >"$scratch/excuse"
 chmod +x "$scratch/wine"
 kwo_prefix=$scratch/no-prefix
 KWO_GROUP_SECONDS=600
@@ -113,6 +116,15 @@ is 'a Wine that starts at the second time' "$(counts_in_wine 1 'echo 12 passed, 
     '12 0 (Wine was started again after exit code 1)'
 is 'a Wine that does not start' "$(counts_in_wine 2 'echo 12 passed, 0 failed')" \
     '0 1 (no results; exit code 1; Wine was started again after exit code 1)'
+printf 'Application could not be started, or no application associated with the specified file.\r
+ShellExecuteEx failed: Internal error.\r\n' >"$scratch/excuse"
+is 'a Wine that says that it could not start the program' "$(counts_in_wine 1 'echo 12 passed, 0 failed')" \
+    '12 0 (Wine was started again after exit code 1)'
+printf 'Application could not be started, or no application associated with the specified file.\r
+ShellExecuteEx failed: File not found.\r\n' >"$scratch/excuse"
+is 'a Wine that says that there is no such program' "$(counts_in_wine 1 'echo 12 passed, 0 failed')" \
+    '0 1 (no results; exit code 1)'
+: >"$scratch/excuse"
 # A script of tests starts many programs; the line of its group tells of each that needed a second start.
 cat >"$scratch/script" <<SCRIPT
 source '$KWO_ROOT/tools/lib/base.sh'

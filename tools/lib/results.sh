@@ -71,13 +71,18 @@ run_limited() {
     fi
 }
 
-# never_started CODE BEGUN SAID...: a Wine that fails at once and says nothing in any of these files has not started its
-# program. One that the time limit has stopped (124 or 137) may have.
+# What Wine says itself when the system refuses it a process. Of a program that is not there it says "File not found.".
+kwo_no_process=('Application could not be started, or no application associated with the specified file.'
+    'ShellExecuteEx failed: Internal error.')
+# never_started CODE BEGUN SAID...: a Wine that fails at once and says nothing else in any of these files has not started
+# its program. One that the time limit has stopped (124 or 137) may have.
 never_started() {
     local code=$1 begun=$2 file
     shift 2
     ((code != 0 && code != 124 && code != 137 && SECONDS - begun <= KWO_START_SECONDS)) || return
-    for file in "$@"; do [[ ! -s $file ]] || return; done
+    for file in "$@"; do
+        [[ ! -s $file ]] || ! tr -d '\r' <"$file" | grep -avxF "$(printf '%s\n' "${kwo_no_process[@]}")" >/dev/null || return
+    done
 }
 
 # run_windows SAID ERRORS COMMAND...: a Windows program of a script of tests, started by the words in `runner`, for a minute
