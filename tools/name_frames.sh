@@ -37,6 +37,7 @@ symbol_at() {
 # name_frame MODULE OFFSET: "function at file:line", a line for each function that the compiler has inlined there.
 name_frame() {
     local file base address places
+    # Not the diagnostic DLL, which has the same name.
     file=$(find "$folder" -name "$1" -type f -not -path '*/diagnostic/*' 2>/dev/null | head -n 1)
     [[ -n $file ]] || return 0
     base=$("$target-objdump" -p "$file" | sed -n 's/^ImageBase[[:blank:]]*//p')

@@ -71,7 +71,7 @@ run_limited() {
     fi
 }
 
-# What Wine says itself when the system refuses it a process. Of a program that is not there it says "File not found.".
+# What Wine itself says of a program that is there and that it cannot start. Of a program that is not there it says "File not found.".
 kwo_no_process=('Application could not be started, or no application associated with the specified file.'
     'ShellExecuteEx failed: Internal error.')
 # never_started CODE BEGUN SAID...: a Wine that fails at once and says nothing else in any of these files has not started
