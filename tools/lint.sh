@@ -8,7 +8,7 @@ source "$KWO_ROOT/tools/lib/results.sh"
 everything=no
 case ${1:-} in
     '') ;;
-    --all) everything=yes ;;
+    --all) everything=yes KWO_AGAIN=yes ;;
     *) die 'usage: lint.sh [--all]' ;;
 esac
 cd "$KWO_ROOT"
@@ -28,15 +28,15 @@ is_formatted() { cpp_files | xargs -P 2 -n 64 clang-format --dry-run -Werror; }
 scripts() { of_kind | xargs awk 'FNR == 1 && /^#!.*sh$/ { print FILENAME } { nextfile }'; }
 
 # What is sourced sets variables for others and reads theirs. The same scripts are not read twice, because that takes
-# long: their hash is kept when they were clean.
+# long.
 scripts_are_clean() {
     local -a all
-    local hash clean=$KWO_ROOT/build/clean-scripts
+    local hash
     mapfile -t all < <(scripts && of_kind 'tools/lib/*.sh')
-    hash=$({ shellcheck --version && tail -n +1 "${all[@]}"; } | sha256sum) || return
-    [[ $everything == yes || ! -f $clean || $(<"$clean") != "$hash" ]] || return 0
-    scripts | xargs shellcheck -x && of_kind 'tools/lib/*.sh' | xargs shellcheck -e SC2034,SC2154 &&
-        mkdir -p "$KWO_ROOT/build" && printf '%s\n' "$hash" >"$clean"
+    hash=$({ shellcheck --version && tail -n +1 "${all[@]}"; } | sha256sum | cut -d ' ' -f 1) || return
+    kept scripts "$hash" ||
+        { scripts | xargs shellcheck -x && of_kind 'tools/lib/*.sh' | xargs shellcheck -e SC2034,SC2154 &&
+            keep scripts "$hash" 'clean'; }
 }
 
 # lines_with PATTERN: the lines of the files named on standard input that match, with their places. Fails only if it cannot

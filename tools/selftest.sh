@@ -178,6 +178,38 @@ KWO_START_SECONDS=10
 kwo_wine=(another wine)
 is 'what is not Wine is not run again' "$(counts_in_wine 1 'echo 12 passed, 0 failed')" '0 1 (no results; exit code 1)'
 
+# What ended well is not done again as long as it stays the same.
+KWO_KEPT=$scratch/kept
+is 'nothing was kept' "$(kept one abc || echo no)" no
+keep one abc '12 3'
+is 'what was kept' "$(kept one abc)" '12 3'
+is 'something else was kept' "$(kept one abd || echo no)" no
+is 'it was kept under another name' "$(kept two abc || echo no)" no
+is 'what cannot be read has no hash' "$(kept one '' || echo no)" no
+is 'it is to be done again' "$(KWO_AGAIN=yes kept one abc || echo no)" no
+# hash_with FILES [SETTING]: of one file of its own and of a repository whose files these words make.
+hash_with() {
+    local KWO_ROOT=$scratch/repository
+    rm -rf "$KWO_ROOT"
+    mkdir "$KWO_ROOT"
+    git -C "$KWO_ROOT" init -q
+    (cd "$KWO_ROOT" && eval "$1")
+    env "${2:-A=B}" bash -c "$(declare -f hash_of_data); set -o pipefail; KWO_ROOT=$KWO_ROOT hash_of_data '$scratch/program'" 2>/dev/null ||
+        echo none
+}
+plain=$(hash_with 'echo 1 >data')
+is 'a hash' "${#plain}" 64
+is 'the same files' "$(hash_with 'echo 1 >data')" "$plain"
+is 'a source and a page are not read' "$(hash_with 'echo 1 >data; echo 2 >a.cpp; echo 2 >a.h; echo 2 >a.md')" "$plain"
+differs() { if [[ $1 != "$plain" ]]; then echo "${#1}"; else echo 'the same'; fi; }
+is 'another content' "$(differs "$(hash_with 'echo 2 >data')")" 64
+is 'another name' "$(differs "$(hash_with 'echo 1 >date')")" 64
+is 'one file more' "$(differs "$(hash_with 'echo 1 >data; echo 1 >more')")" 64
+is 'more is asked for' "$(differs "$(hash_with 'echo 1 >data' KWO_ALL_FAULTS=1)")" 64
+is 'a filter' "$(differs "$(hash_with 'echo 1 >data' GTEST_FILTER=A*)")" 64
+is 'a file that is gone' "$(hash_with 'echo 1 >data; git add data; rm data; echo 1 >last' | tail -n 1)" none
+is 'no repository' "$(hash_with 'rm -rf .git' | tail -n 1)" none
+
 # total PASSED FAILED: the last line and whether the run was a success.
 total() {
     local rc=0 kwo_passed=$1 kwo_failed=$2

@@ -199,6 +199,30 @@ counted_group() {
     ((failed == 0)) || show_tail "$log"
 }
 
+# What depends on nothing but files is not done twice: when it ended well, a hash of these files is kept. KWO_AGAIN=yes does
+# it all the same. The caller sees to it that the hash covers whatever may change the result.
+KWO_KEPT=$KWO_ROOT/build/kept
+
+# keep NAME HASH NOTE: from now on `kept` knows them.
+keep() { mkdir -p "$KWO_KEPT" && printf '%s %s\n' "$2" "$3" >"$KWO_KEPT/$1"; }
+
+# kept NAME HASH: prints the note that was kept with that hash. Fails if there is none.
+kept() {
+    local hash note
+    [[ ${KWO_AGAIN:-no} != yes && -f $KWO_KEPT/$1 ]] && read -r hash note <"$KWO_KEPT/$1" && [[ $hash == "$2" ]] &&
+        printf '%s\n' "$note"
+}
+
+# hash_of_data FILE...: of these files, of every file of the repository that is neither compiled nor a page, and of what the
+# environment says to the tests. Fails if it cannot read them all.
+hash_of_data() {
+    {
+        { env | grep -E '^(KWO_ALL_|GTEST_|[A-Z]+SAN_)' || true; } | LC_ALL=C sort
+        sha256sum "$@" && cd "$KWO_ROOT" &&
+            git ls-files -z --cached --others --exclude-standard -- ':!*.cpp' ':!*.h' ':!*.md' | xargs -0 -r sha256sum
+    } | sha256sum | cut -d ' ' -f 1
+}
+
 # The last line of a run, behind a note of each Wine that needed a second start; fails when a test failed or none ran.
 print_total() {
     local again
