@@ -1,6 +1,7 @@
 #include "timers/due_index.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kwo::timers {
 
@@ -25,12 +26,17 @@ void DueIndex::Grow(std::size_t size) {
 }
 
 void DueIndex::Set(std::size_t place, std::int64_t due) {
-    mLevels[0][place] = due;
+    const std::int64_t before = std::exchange(mLevels[0][place], due);
     for (std::size_t level = 1; level < mLevels.size(); ++level) {
         place /= kFan;
-        const std::int64_t earliest = Minimum(mLevels[level - 1], place);
-        if (mLevels[level][place] == earliest) return;
-        mLevels[level][place] = earliest;
+        std::int64_t& earliest = mLevels[level][place];
+        // Only when the earliest of a node becomes later, all of them have to be looked at.
+        if (due > earliest) {
+            if (before > earliest) return;
+            due = Minimum(mLevels[level - 1], place);
+        }
+        if (due == earliest) return;
+        earliest = due;
     }
 }
 
@@ -50,8 +56,11 @@ std::size_t DueIndex::WholeNodes(std::size_t size) {
 }
 
 std::int64_t DueIndex::Minimum(const std::vector<std::int64_t>& level, std::size_t node) {
-    const auto first = level.begin() + static_cast<std::ptrdiff_t>(node * kFan);
-    return *std::min_element(first, first + kFan);
+    const std::int64_t* const values = &level[node * kFan];
+    std::int64_t earliest = values[0];
+    for (std::size_t i = 1; i < kFan; ++i)
+        earliest = std::min(earliest, values[i]);
+    return earliest;
 }
 
 }  // namespace kwo::timers

@@ -1,7 +1,5 @@
 #include "timers/timer_table.h"
 
-#include <algorithm>
-#include <functional>
 #include <limits>
 #include <utility>
 
@@ -15,23 +13,24 @@ void TimerTable::Grow() {
     const std::size_t size = mRows.size() + kStep;
     if (size > kMost) platform::RaiseRuntime(platform::RuntimeError::Overflow);  // uncovered: needs 100 GB of rows
     mDue.Grow(size);
-    if (mHashHeads.size() < size) GrowHash();
-    // So that freeing needs no memory.
-    if (mFree.capacity() < size) mFree.reserve(2 * size);
+    mAlarms.Grow(size);
+    mFree.Grow(size);
     mRows.resize(size);
-    PutFree(static_cast<std::int32_t>(size - 1));
-    PutFree(static_cast<std::int32_t>(size));
+    mFree.Add(size - 2);
+    mFree.Add(size - 1);
 }
 
 void TimerTable::Take(TimerRow taken) {
-    if (mFree.empty()) Grow();
-    std::ranges::pop_heap(mFree, std::greater());
-    const std::int32_t row = mFree.back();
-    mFree.pop_back();
+    std::size_t place = mFree.TakeLowest();
+    if (place == PlaceSet::kNone) {
+        Grow();
+        place = mFree.TakeLowest();
+    }
     ++mActiveCount;
-    Slot& slot = At(row);
+    const auto row = static_cast<std::int32_t>(place + 1);
+    Slot& slot = mRows[place];
     slot.row = std::move(taken);
-    mDue.Set(Index(row), slot.row.due.scaled);
+    mDue.Set(place, slot.row.due.scaled);
     if (slot.row.type == kTick) {
         (*slot.row.timer).mTickRow = row;
     } else {
@@ -47,7 +46,7 @@ OwnerRef TimerTable::Free(std::int32_t row) {
         UnlinkAlarm(row);
     }
     mDue.Set(Index(row), DueIndex::kNever);
-    PutFree(row);
+    mFree.Add(Index(row));
     --mActiveCount;
     slot.row.type = kFree;
     return std::exchange(slot.row.timer, {});
@@ -64,25 +63,9 @@ std::int32_t TimerTable::FirstDue(platform::Milliseconds now) const {
 }
 
 std::int32_t TimerTable::AlarmOf(const TimerOwner& owner, std::int32_t itemData) const {
-    if (mHashHeads.empty()) return kNoRow;
-    std::int32_t row = mHashHeads[Bucket(owner, itemData)];
-    while (row != kNoRow && (Row(row).timer.Get() != &owner || Row(row).itemData != itemData))
-        row = mRows[Index(row)].nextOfHash;
-    return row;
-}
-
-std::size_t TimerTable::Bucket(const TimerOwner& owner, std::int32_t itemData) const {
-    // Tags are often consecutive and owners lie at round addresses: this spreads both over all bits.
-    constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
-    constexpr int kHigh = 32;
-    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&owner));
-    const std::uint64_t mixed = (address * kSpread + static_cast<std::uint32_t>(itemData)) * kSpread;
-    return static_cast<std::size_t>(mixed >> kHigh) & (mHashHeads.size() - 1);
-}
-
-void TimerTable::PutFree(std::int32_t row) {
-    mFree.push_back(row);
-    std::ranges::push_heap(mFree, std::greater());
+    // With this hash the owner has no other alarm.
+    return mAlarms.Find(AlarmIndex::HashOf(owner, itemData),
+                        [&](std::int32_t row) { return Row(row).timer.Get() == &owner; });
 }
 
 void TimerTable::LinkAlarm(std::int32_t row) {
@@ -92,7 +75,7 @@ void TimerTable::LinkAlarm(std::int32_t row) {
     slot.nextOfOwner = owner.mFirstAlarmRow;
     if (slot.nextOfOwner != kNoRow) At(slot.nextOfOwner).previousOfOwner = row;
     owner.mFirstAlarmRow = row;
-    LinkHash(row);
+    mAlarms.Add(AlarmIndex::HashOf(owner, slot.row.itemData), row);
 }
 
 void TimerTable::UnlinkAlarm(std::int32_t row) {
@@ -104,25 +87,7 @@ void TimerTable::UnlinkAlarm(std::int32_t row) {
     } else {
         owner.mFirstAlarmRow = slot.nextOfOwner;
     }
-    std::int32_t* link = &mHashHeads[Bucket(owner, slot.row.itemData)];
-    while (*link != row)
-        link = &At(*link).nextOfHash;
-    *link = slot.nextOfHash;
-}
-
-void TimerTable::LinkHash(std::int32_t row) {
-    Slot& slot = At(row);
-    std::int32_t& head = mHashHeads[Bucket(*slot.row.timer, slot.row.itemData)];
-    slot.nextOfHash = std::exchange(head, row);
-}
-
-void TimerTable::GrowHash() {
-    constexpr std::size_t kFirst = 16;
-    std::vector<std::int32_t> heads(mHashHeads.empty() ? kFirst : 2 * mHashHeads.size(), kNoRow);
-    mHashHeads.swap(heads);
-    for (std::int32_t row = 1; row <= SlotCount(); ++row) {
-        if (Row(row).type == kAlarm) LinkHash(row);
-    }
+    mAlarms.Remove(AlarmIndex::HashOf(owner, slot.row.itemData), row);
 }
 
 }  // namespace kwo::timers

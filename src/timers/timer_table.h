@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "platform/values.h"
+#include "timers/alarm_index.h"
 #include "timers/due_index.h"
+#include "timers/place_set.h"
 #include "timers/timer_owner.h"
 
 namespace kwo::timers {
@@ -73,30 +75,24 @@ public:
     std::int32_t FirstUsed() const { return FirstDue({DueIndex::kNever - 1}); }
 
 private:
-    /// A row and its neighbours: in the list of its owner's alarms, and among those with the same hash.
+    /// A row and its neighbours in the list of its owner's alarms.
     struct Slot {
         TimerRow row;
         std::int32_t previousOfOwner = kNoRow;
         std::int32_t nextOfOwner = kNoRow;
-        std::int32_t nextOfHash = kNoRow;
     };
 
     static std::size_t Index(std::int32_t row) { return static_cast<std::size_t>(row) - 1; }
     Slot& At(std::int32_t row) { return mRows[Index(row)]; }
-    std::size_t Bucket(const TimerOwner& owner, std::int32_t itemData) const;
-    void PutFree(std::int32_t row);
     void LinkAlarm(std::int32_t row);
     void UnlinkAlarm(std::int32_t row);
-    void LinkHash(std::int32_t row);
-    void GrowHash();
 
     std::vector<Slot> mRows;
     std::int32_t mActiveCount = 0;
+    /// Of the used rows.
     DueIndex mDue;
-    /// A heap of the free rows, the lowest on top.
-    std::vector<std::int32_t> mFree;
-    /// The first alarm row of each hash. Their number is a power of two.
-    std::vector<std::int32_t> mHashHeads;
+    PlaceSet mFree;
+    AlarmIndex mAlarms;
 };
 
 }  // namespace kwo::timers

@@ -81,6 +81,24 @@ TEST_F(TimerTableTest, ATickIsNoAlarmHoweverTheTableGrows) {
     Empty(table);
 }
 
+TEST_F(TimerTableTest, AlarmsWithTheSameHashAreToldApart) {
+    RecordingOwner other{told, "b"};
+    const std::uint32_t difference = AlarmIndex::HashOf(owner, 0) - AlarmIndex::HashOf(other, 0);
+    const auto tag = static_cast<std::int32_t>(difference);
+    TimerTable table;
+    table.Take({kAlarm, 0, tag, OwnerRef(other), Milliseconds{kDue}});
+    EXPECT_EQ(AlarmIndex::HashOf(other, tag), AlarmIndex::HashOf(owner, 0));
+    EXPECT_EQ(table.AlarmOf(owner, 0), TimerTable::kNoRow);
+
+    table.Take(Alarm(0));
+    EXPECT_EQ(table.AlarmOf(other, tag), 1);
+    EXPECT_EQ(table.AlarmOf(owner, 0), 2);
+    (void)table.Free(1);
+    EXPECT_EQ(table.AlarmOf(other, tag), TimerTable::kNoRow);
+    EXPECT_EQ(table.AlarmOf(owner, 0), 2);
+    Empty(table);
+}
+
 TEST_F(TimerTableTest, AReferenceToNobodyCanBeCopied) {
     const std::vector<OwnerRef> none(2, OwnerRef());
     EXPECT_EQ(none[1].Get(), nullptr);
