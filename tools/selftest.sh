@@ -183,10 +183,14 @@ KWO_KEPT=$scratch/kept
 is 'nothing was kept' "$(kept one abc || echo no)" no
 keep one abc '12 3'
 is 'what was kept' "$(kept one abc)" '12 3'
-is 'something else was kept' "$(kept one abd || echo no)" no
 is 'it was kept under another name' "$(kept two abc || echo no)" no
+is 'something else was kept' "$(kept one abd || echo no)" no
+is 'nothing is kept while it is done again' "$(kept one abc || echo no)" no
+keep one abc '12 3'
 is 'what cannot be read has no hash' "$(kept one '' || echo no)" no
+keep one abc '12 3'
 is 'it is to be done again' "$(KWO_AGAIN=yes kept one abc || echo no)" no
+is 'nothing is kept while it is to be done again' "$(kept one abc || echo no)" no
 # hash_with FILES [SETTING]: of one file of its own and of a repository whose files these words make.
 hash_with() {
     local KWO_ROOT=$scratch/repository

@@ -206,11 +206,16 @@ KWO_KEPT=$KWO_ROOT/build/kept
 # keep NAME HASH NOTE: from now on `kept` knows them.
 keep() { mkdir -p "$KWO_KEPT" && printf '%s %s\n' "$2" "$3" >"$KWO_KEPT/$1"; }
 
-# kept NAME HASH: prints the note that was kept with that hash. Fails if there is none.
+# kept NAME HASH: prints the note that was kept with that hash. Fails if there is none, and forgets any other: what is done
+# now may end badly.
 kept() {
     local hash note
-    [[ ${KWO_AGAIN:-no} != yes && -f $KWO_KEPT/$1 ]] && read -r hash note <"$KWO_KEPT/$1" && [[ $hash == "$2" ]] &&
+    if [[ ${KWO_AGAIN:-no} != yes && -f $KWO_KEPT/$1 ]] && read -r hash note <"$KWO_KEPT/$1" && [[ $hash == "$2" ]]; then
         printf '%s\n' "$note"
+    else
+        rm -f "$KWO_KEPT/$1"
+        return 1
+    fi
 }
 
 # hash_of_data FILE...: of these files, of every file of the repository that is neither compiled nor a page, and of what the
