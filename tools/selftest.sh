@@ -312,6 +312,19 @@ is 'a script that complains' "$(script_of 'echo ok a' 'echo done 1' 'echo oops >
 is 'a script during which Wine complains' "$(script_of 'echo ok a' 'echo done 1' 'echo 0024:err:ole:Release x >&2')" \
     $'one.js: standard error: 0024:err:ole:Release x\n1 passed, 0 failed'
 
+# script_in_wine FAILURES LINE...: the same, with the stand-in for a Wine that does not start as often as that.
+script_in_wine() {
+    printf '%d\n' "$1" >"$scratch/left"
+    printf '%s\n' "${@:2}" >"$scratch/scripts/one.js"
+    "$KWO_ROOT/tests/scripts/run_script_tests" --in "$scratch/scripts" "$scratch/host" "$scratch/wine" "$scratch/left" \
+        "$scratch/stand_in" || true
+}
+is 'a script whose Wine starts at the second time' "$(script_in_wine 1 'echo ok a' 'echo done 1')" \
+    $'Wine was started again after exit code 1\n1 passed, 0 failed'
+is 'a script whose Wine does not start' "$(script_in_wine 2 'echo ok a' 'echo done 1')" \
+    $'not ok one.js: no line \'done <number of checks>\' at the end\nnot ok one.js: exit code 1 instead of 0
+Wine was started again after exit code 1\n0 passed, 2 failed'
+
 # Examples of pages: one that nobody runs, or that has lost its script, must not go unnoticed.
 mkdir -p "$scratch/pages" "$scratch/examples"
 cp "$KWO_ROOT/tests/pages/extract_examples" "$scratch/pages"
