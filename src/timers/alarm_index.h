@@ -8,11 +8,11 @@ namespace kwo::timers {
 
 class TimerOwner;
 
-/// Finds rows by a hash of what is searched for, wherever they stand.
+/// Finds the row of an alarm by a hash of its owner and tag.
 ///
-/// The hashes and rows lie in one array, at most half full, each entry as near behind the place that its hash asks for
-/// as there is room. So a search reads one line of the processor's cache, and no row, unless the hash is found.
-/// TimerTable keeps its alarms in one.
+/// The hashes and rows lie in one array, at most half full. Each stands in the place that its hash asks for, or in the
+/// first one behind it that is free. So most searches read one line of the processor's cache, and no row before its
+/// hash is found. TimerTable is its user.
 class AlarmIndex {
 public:
     /// The hash of an owner's alarm with that tag. Two tags of one owner never have the same.
