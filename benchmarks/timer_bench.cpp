@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 #include <event2/event.h>
+#include <malloc.h>
 #include <uv.h>
 
 #include <algorithm>
@@ -21,6 +22,7 @@
 //   Cancel    one of them, in random order
 //   Fire      one that is due, its callback included
 //   NextDue   when the next one is due
+// And once for each: the memory that an alarm takes while it is pending, as the heap of the C library counts it.
 
 namespace kwo::timers {
 namespace {
@@ -301,6 +303,27 @@ void NextDue(benchmark::State& state) {
         benchmark::DoNotOptimize(subject.NextDue());
 }
 
+std::size_t BytesInUse() {
+    const struct mallinfo2 heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
+}
+
+template <class Subject>
+std::size_t BytesOf(std::size_t size) {
+    const std::size_t before = BytesInUse();
+    const Subject subject(size);
+    return BytesInUse() - before;
+}
+
+template <class Subject>
+void Memory(benchmark::State& state) {
+    const auto size = static_cast<std::size_t>(state.range(0));
+    for (auto _ : state) {
+        const auto bytes = static_cast<double>(BytesOf<Subject>(size) - BytesOf<Subject>(0));
+        state.counters["bytes_per_alarm"] = bytes / static_cast<double>(size);
+    }
+}
+
 template <class Subject>
 void RegisterFor(const std::string& subject, std::int64_t size) {
     constexpr double kShortest = 0.00005;  // of one operation's time: a batch counts as one
@@ -317,6 +340,9 @@ void RegisterFor(const std::string& subject, std::int64_t size) {
     if constexpr (requires(Subject one) { one.NextDue(); }) {
         benchmark::RegisterBenchmark(("NextDue/" + subject).c_str(), NextDue<Subject>)->Arg(size)->MinTime(0.01);
     }
+    constexpr std::int64_t kFew = 10'000;  // fewer do not fill the first blocks
+    if (size < kFew) return;
+    benchmark::RegisterBenchmark(("Memory/" + subject).c_str(), Memory<Subject>)->Arg(size)->Iterations(1);
 }
 
 }  // namespace
