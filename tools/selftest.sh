@@ -214,6 +214,31 @@ is 'a filter' "$(differs "$(hash_with 'echo 1 >data' GTEST_FILTER=A*)")" 64
 is 'a file that is gone' "$(hash_with 'echo 1 >data; git add data; rm data; echo 1 >last' | tail -n 1)" none
 is 'no repository' "$(hash_with 'rm -rf .git' | tail -n 1)" none
 
+# A program of tests that counts what it runs.
+printf '%s\n' '#!/bin/sh' "cp $scratch/answer.json \"\${1#*json:}\"" "echo run >>\"\$LLVM_PROFILE_FILE\"" >"$scratch/counter"
+chmod +x "$scratch/counter"
+hash_with 'echo 1 >data' >/dev/null
+# counting RESULTS: what it passed and failed, the remark, and how often it was run into its counts.
+counting() {
+    local KWO_ROOT=$scratch/repository kwo_passed=0 kwo_failed=0
+    cp "$scratch/$1" "$scratch/answer.json"
+    counting_group group "$scratch/counter" "$scratch/counts/of" >"$scratch/said"
+    printf '%d %d%s %s' "$kwo_passed" "$kwo_failed" "$(sed -n '1s/.* s\( (.*)\)$/\1/p' "$scratch/said")" "$(cat "$scratch/counts/of" || echo not run)"
+}
+is 'a program that was not run before' "$(counting good.json)" '2 0 (1 skipped) run'
+printf 'kept\n' >"$scratch/counts/of"
+is 'a program that has passed' "$(counting bad.json)" '2 0 (the same program has passed before) kept'
+rm "$scratch/counts/of"
+is 'a program without its counts' "$(counting good.json)" '2 0 (1 skipped) run'
+echo 2 >"$scratch/repository/data"
+is 'a program with other data' "$(counting bad.json)" '1 1 run'
+is 'a program that has failed' "$(counting good.json)" '2 0 (1 skipped) run'
+echo '# changed' >>"$scratch/counter"
+is 'a program that has changed' "$(counting good.json)" '2 0 (1 skipped) run'
+is 'a program that is to be run again' "$(KWO_AGAIN=yes counting good.json)" '2 0 (1 skipped) run'
+rm "$scratch/counter"
+is 'a program that is gone' "$(counting good.json 2>/dev/null)" "0 1 (there is no $scratch/counter) not run"
+
 # total PASSED FAILED: the last line and whether the run was a success.
 total() {
     local rc=0 kwo_passed=$1 kwo_failed=$2

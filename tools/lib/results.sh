@@ -206,6 +206,9 @@ KWO_KEPT=$KWO_ROOT/build/kept
 # keep NAME HASH NOTE: from now on `kept` knows them.
 keep() { mkdir -p "$KWO_KEPT" && printf '%s %s\n' "$2" "$3" >"$KWO_KEPT/$1"; }
 
+# forget NAME: nothing is kept under it.
+forget() { rm -f "$KWO_KEPT/$1"; }
+
 # kept NAME HASH: prints the note that was kept with that hash. Fails if there is none, and forgets any other: what is done
 # now may end badly.
 kept() {
@@ -213,7 +216,7 @@ kept() {
     if [[ ${KWO_AGAIN:-no} != yes && -f $KWO_KEPT/$1 ]] && read -r hash note <"$KWO_KEPT/$1" && [[ $hash == "$2" ]]; then
         printf '%s\n' "$note"
     else
-        rm -f "$KWO_KEPT/$1"
+        forget "$1"
         return 1
     fi
 }
@@ -226,6 +229,24 @@ hash_of_data() {
         sha256sum "$@" && cd "$KWO_ROOT" &&
             git ls-files -z --cached --others --exclude-standard -- ':!*.cpp' ':!*.h' ':!*.md' | xargs -0 -r sha256sum
     } | sha256sum | cut -d ' ' -f 1
+}
+
+# counting_group NAME PROGRAM COUNTS: a program of tests that writes into the file COUNTS what of it was run. It meets nothing
+# but the simulated desktop and files of the repository, so the same program is not run again when it has passed.
+counting_group() {
+    local name=$1 program=$2 counts=$3 key=${2##*/} hash='' passed=$kwo_passed failed=$kwo_failed note
+    [[ ! -f $program ]] || hash=$(hash_of_data "$program") || hash=''
+    # Without its counts it runs again.
+    [[ -f $counts ]] || forget "$key"
+    if note=$(kept "$key" "$hash"); then
+        group_begins "$name"
+        group_ends "$note" 0 'the same program has passed before'
+        return
+    fi
+    mkdir -p "$(dirname "$counts")"
+    rm -f "$counts"
+    LLVM_PROFILE_FILE=$counts gtest_group "$name" "$program" realpath "$program"
+    [[ -z $hash ]] || ((kwo_failed > failed)) || keep "$key" "$hash" "$((kwo_passed - passed))"
 }
 
 # The last line of a run, behind a note of each Wine that needed a second start; fails when a test failed or none ran.
