@@ -12,9 +12,15 @@
 #include "com_support/bstr.h"
 #include "com_support/com_ptr.h"
 #include "com_support/module_path.h"
+#include "support/registry_snapshot.h"
 
 namespace kwo::com {
 namespace {
+
+using test_support::Differences;
+using test_support::kNoDifference;
+using test_support::RegistrySnapshot;
+using test_support::SnapshotOf;
 
 constexpr wchar_t kScratch[] = L"Software\\KWOUtil registration test";
 constexpr wchar_t kClasses[] = L"Software\\KWOUtil registration test\\Classes";
@@ -22,66 +28,6 @@ constexpr wchar_t kClasses[] = L"Software\\KWOUtil registration test\\Classes";
 const wchar_t* const kClassNames[] = {L"KWORegistry",  L"KWOUtility", L"KWOSplitterV",  L"KWOPicBtn",
                                       L"KWOSysParams", L"KWOSysTray", L"KWOSysMetrics", L"KWOMonthView",
                                       L"KWOTimer",     L"IKWOTimer",  L"IKWOAlarm"};
-
-/// Every key below a key ("path") and every value ("path|name"), with type and bytes.
-using Snapshot = std::map<std::wstring, std::vector<BYTE>>;
-
-/// Long enough for every name and for the values of ordinary software.
-struct Buffers {
-    std::vector<wchar_t> name = std::vector<wchar_t>(32768);
-    std::vector<BYTE> bytes = std::vector<BYTE>(1 << 20);
-};
-
-void Take(HKEY root, const std::wstring& path, REGSAM view, Buffers& buffers, Snapshot& snapshot) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) return;
-    snapshot[path] = {};
-    auto& [name, bytes] = buffers;
-    for (DWORD index = 0;; ++index) {
-        auto nameSize = static_cast<DWORD>(name.size());
-        auto size = static_cast<DWORD>(bytes.size());
-        DWORD type = 0;
-        if (RegEnumValueW(key, index, name.data(), &nameSize, nullptr, &type, bytes.data(), &size) != ERROR_SUCCESS) {
-            break;
-        }
-        std::vector<BYTE>& kept = snapshot[path + L"|" + std::wstring(name.data(), nameSize)];
-        kept.assign(1, static_cast<BYTE>(type));
-        kept.insert(kept.end(), bytes.begin(), bytes.begin() + size);
-    }
-    for (DWORD index = 0;; ++index) {
-        auto nameSize = static_cast<DWORD>(name.size());
-        if (RegEnumKeyExW(key, index, name.data(), &nameSize, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
-            break;
-        }
-        Take(root, path + L"\\" + std::wstring(name.data(), nameSize), view, buffers, snapshot);
-    }
-    RegCloseKey(key);
-}
-
-Snapshot SnapshotOf(HKEY root, const std::wstring& path, REGSAM view = 0) {
-    Buffers buffers;
-    Snapshot snapshot;
-    Take(root, path, view, buffers, snapshot);
-    return snapshot;
-}
-
-/// What is in one and not in the other, for a message that can be read.
-std::string Difference(const Snapshot& one, const Snapshot& other) {
-    std::string text;
-    const auto add = [&text](char sign, const std::wstring& path) {
-        text += sign;
-        for (const wchar_t c : path)
-            text += c < 128 ? static_cast<char>(c) : '?';
-        text += '\n';
-    };
-    for (const auto& [path, bytes] : one) {
-        if (!other.contains(path) || other.at(path) != bytes) add('-', path);
-    }
-    for (const auto& [path, bytes] : other) {
-        if (!one.contains(path) || one.at(path) != bytes) add('+', path);
-    }
-    return text;
-}
 
 /// A registry in memory, for tests of many turns. A child key needs its parent, as in the real one.
 class MemoryStore final : public RegistrationStore {
@@ -211,7 +157,7 @@ protected:
         RegCloseKey(key);
         return true;
     }
-    static Snapshot Now() { return SnapshotOf(HKEY_CURRENT_USER, kScratch); }
+    static RegistrySnapshot Now() { return SnapshotOf(HKEY_CURRENT_USER, kScratch); }
 
     static std::wstring ThisProgram() { return com_support::ModulePath(nullptr); }
     static std::wstring ClassIdOf(const std::wstring& name) { return At(L"KWOUtil." + name + L"\\CLSID"); }
@@ -265,8 +211,7 @@ TEST_F(Registration, WritesAMarshalerForEveryInterface) {
     for (const auto& [path, bytes] : SnapshotOf(HKEY_CURRENT_USER, Below(L"Interface"))) {
         const std::wstring stub = L"\\ProxyStubClsid32";
         if (!path.ends_with(stub)) continue;
-        const std::wstring key = path.substr(std::wstring(kClasses).size() + 1,
-                                             path.size() - stub.size() - std::wstring(kClasses).size() - 1);
+        const std::wstring key = L"Interface" + path.substr(0, path.size() - stub.size());
         marshalers[At(key)] = At(key + stub);
         EXPECT_EQ(At(key + L"\\TypeLib", L"Version"), L"4.5");
         EXPECT_EQ(L"TypeLib\\" + At(key + L"\\TypeLib") + L"\\4.5", mVersionKey);
@@ -279,13 +224,13 @@ TEST_F(Registration, WritesAMarshalerForEveryInterface) {
 }
 
 TEST_F(Registration, UnregisteringLeavesTheRegistryAsItWas) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_NE(Now(), before);
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, SharedKeysThatDidNotExistGoAndThoseThatDidStay) {
@@ -295,60 +240,60 @@ TEST_F(Registration, SharedKeysThatDidNotExistGoAndThoseThatDidStay) {
         SetUp();
         for (const std::wstring& path : present)
             MakeKey(path);
-        const Snapshot before = Now();
+        const RegistrySnapshot before = Now();
 
         ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
         ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
         ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-        EXPECT_EQ(Difference(before, Now()), "") << present.size() << " shared keys were there";
+        EXPECT_EQ(Differences(before, Now()), kNoDifference) << present.size() << " shared keys were there";
     }
 }
 
 TEST_F(Registration, EvenTheKeyOfAllClassesGoesWhenItDidNotExist) {
     RegDeleteTreeW(HKEY_CURRENT_USER, kClasses);
     RegDeleteKeyW(HKEY_CURRENT_USER, kClasses);
-    const Snapshot before = Now();
-    ASSERT_TRUE(before.contains(kScratch));
-    ASSERT_FALSE(before.contains(kClasses));
+    const RegistrySnapshot before = Now();
+    ASSERT_TRUE(before.contains(L""));
+    ASSERT_FALSE(before.contains(L"\\Classes"));
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, UnregisteringTwiceIsNoError) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     EXPECT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     EXPECT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
     EXPECT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, FailureTakesEverythingBackFromTheRealRegistry) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     for (const int call : {1, 7, 40, 150, 200}) {
         FailingStore store(mStore);
         store.failAt = call;
         ASSERT_EQ(Register(mModule, store, kClasses), E_ACCESSDENIED) << "call " << call;
-        ASSERT_EQ(Difference(before, Now()), "") << "call " << call;
+        ASSERT_EQ(Differences(before, Now()), kNoDifference) << "call " << call;
     }
 }
 
 TEST_F(Registration, RemovalThatFailsLeavesTheRealRegistryRegistered) {
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     for (const int call : {1, 7, 40, 150, 200}) {
         FailingStore store(mStore);
         store.failAt = call;
         ASSERT_EQ(Unregister(mModule, store, kClasses), E_ACCESSDENIED) << "call " << call;
-        ASSERT_EQ(Difference(before, Now()), "") << "call " << call;
+        ASSERT_EQ(Differences(before, Now()), kNoDifference) << "call " << call;
     }
 }
 
@@ -408,12 +353,12 @@ TEST_F(Registration, AnotherVersionOfTheLibraryStays) {
     const std::wstring library = mVersionKey.substr(0, mVersionKey.size() - 4);
     Put(library + L"\\4.6", L"", L"A later library");
     Put(library + L"\\4.6\\0\\" + mPlatform, L"", L"C:\\later\\KWOUtil.dll");
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, InterfacesThatALaterVersionTookOverStay) {
@@ -435,11 +380,11 @@ TEST_F(Registration, AnotherCopysRegistrationStays) {
         Put(L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32", L"", L"C:\\other\\KWOUtil.dll");
     }
     Put(mVersionKey + L"\\0\\" + mPlatform, L"", L"C:\\other\\KWOUtil.dll");
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, AClassThatAnotherVendorServesByAProgramStays) {
@@ -447,11 +392,11 @@ TEST_F(Registration, AClassThatAnotherVendorServesByAProgramStays) {
     const std::wstring timer = L"CLSID\\" + ClassIdOf(L"KWOTimer");
     Drop(timer + L"\\InprocServer32");
     Put(timer + L"\\LocalServer32", L"", L"C:\\other\\server.exe");
-    const Snapshot before = SnapshotOf(HKEY_CURRENT_USER, Below(timer));
+    const RegistrySnapshot before = SnapshotOf(HKEY_CURRENT_USER, Below(timer));
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, SnapshotOf(HKEY_CURRENT_USER, Below(timer))), "");
+    EXPECT_EQ(Differences(before, SnapshotOf(HKEY_CURRENT_USER, Below(timer))), kNoDifference);
     EXPECT_EQ(L"CLSID\\" + ClassIdOf(L"KWOTimer"), timer);
 }
 
@@ -475,27 +420,27 @@ TEST_F(Registration, AProgrammaticIdentifierTakenFromAnotherVendorIsGivenBack) {
     Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{another class}");
     Put(L"KWOUtil.KWOTimer\\CurVer", L"", L"KWOUtil.KWOTimer.3");
     Put(L"KWOUtil.KWOPicBtn\\CLSID", L"", L"{a class without a description}");
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     EXPECT_NE(ClassIdOf(L"KWOTimer"), L"{another class}");
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, ADescriptionWithoutAClassIsGivenBack) {
     Put(L"KWOUtil.KWOTimer", L"", L"Another timer");
     Put(L"KWOUtil.KWOTimer\\CurVer", L"", L"KWOUtil.KWOTimer.3");
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     EXPECT_EQ(At(L"KWOUtil.KWOTimer"), L"KWOUtil.KWOTimer");
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, AnExpandableTextIsGivenBackAsOne) {
@@ -505,23 +450,23 @@ TEST_F(Registration, AnExpandableTextIsGivenBackAsOne) {
         ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, Below(key).c_str(), nullptr, REG_EXPAND_SZ, kText, sizeof(kText)),
                   ERROR_SUCCESS);
     }
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, AnEmptyDescriptionIsGivenBack) {
     Put(L"KWOUtil.KWOTimer", L"", L"");
     Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"");
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, ADescriptionThatChangedMeanwhileStays) {
@@ -541,11 +486,11 @@ TEST_F(Registration, UnregisteringWithoutARegistrationLeavesAnotherVendorsClass)
     Put(L"KWOUtil.KWOTimer\\CLSID", L"", L"{another class}");
     Put(L"CLSID\\{another class}", L"", L"KWOUtil.KWOTimer");
     Put(L"CLSID\\{another class}\\InprocServer32", L"", ThisProgram());
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, AProgrammaticIdentifierThatAnotherVendorTookOverStays) {
@@ -577,7 +522,7 @@ TEST_F(Registration, FailureWhileTakingAnIdentifierOverOrGivingItBackChangesNoth
 }
 
 TEST_F(Registration, ThePathIsComparedWithoutCase) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     std::wstring shouted = ThisProgram();
     CharUpperW(shouted.data());
@@ -589,11 +534,11 @@ TEST_F(Registration, ThePathIsComparedWithoutCase) {
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, ThePathIsComparedWithoutQuotationMarks) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     for (const std::wstring name : kClassNames) {
         const std::wstring server = L"CLSID\\" + ClassIdOf(name) + L"\\InprocServer32";
@@ -603,11 +548,11 @@ TEST_F(Registration, ThePathIsComparedWithoutQuotationMarks) {
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, ThePathIsComparedWithoutShortNames) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     wchar_t shortPath[MAX_PATH] = {};
     ASSERT_NE(GetShortPathNameW(ThisProgram().c_str(), shortPath, MAX_PATH), 0u);
@@ -619,7 +564,7 @@ TEST_F(Registration, ThePathIsComparedWithoutShortNames) {
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, WhatOthersPutUnderOurKeysStays) {
@@ -654,7 +599,7 @@ TEST_F(Registration, WhatBothBitnessesShareStaysForTheOther) {
 }
 
 TEST_F(Registration, TheLastBitnessTakesTheSharedKeysThatTheFirstMade) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     Put(mVersionKey + L"\\0\\" + mOtherPlatform, L"", L"C:\\other bitness\\KWOUtil.dll");
     ASSERT_EQ(At(mVersionKey, L"KeysMade"), L"CLSID " + mPlatform + L";Interface " + mPlatform + L";TypeLib");
@@ -665,11 +610,11 @@ TEST_F(Registration, TheLastBitnessTakesTheSharedKeysThatTheFirstMade) {
     Drop(mVersionKey + L"\\0\\" + mOtherPlatform);
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, ARestWithoutAFileIsRemoved) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
     ASSERT_EQ(Register(mModule, mStore, kClasses), S_OK);
     Drop(mVersionKey + L"\\0");
     for (const std::wstring name : kClassNames)
@@ -677,16 +622,16 @@ TEST_F(Registration, ARestWithoutAFileIsRemoved) {
 
     ASSERT_EQ(Unregister(mModule, mStore, kClasses), S_OK);
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 TEST_F(Registration, ModuleWithoutATypeLibraryIsRefused) {
-    const Snapshot before = Now();
+    const RegistrySnapshot before = Now();
 
     EXPECT_TRUE(FAILED(Register(GetModuleHandleW(L"kernel32.dll"), mStore, kClasses)));
     EXPECT_TRUE(FAILED(Unregister(GetModuleHandleW(L"kernel32.dll"), mStore, kClasses)));
 
-    EXPECT_EQ(Difference(before, Now()), "");
+    EXPECT_EQ(Differences(before, Now()), kNoDifference);
 }
 
 // On 64-bit Windows each bitness has classes of its own.
@@ -723,7 +668,7 @@ TEST(WindowsRegistrationStoreViews, AreToldApart) {
 /// The real keys of the machine and of the user, in both views.
 class RealRegistration : public testing::TestWithParam<Scope> {
 protected:
-    static std::vector<Snapshot> Everything() {
+    static std::vector<RegistrySnapshot> Everything() {
         return {SnapshotOf(HKEY_LOCAL_MACHINE, L"Software\\Classes", KEY_WOW64_64KEY),
                 SnapshotOf(HKEY_LOCAL_MACHINE, L"Software\\Classes", KEY_WOW64_32KEY),
                 SnapshotOf(HKEY_CURRENT_USER, L"Software\\Classes", KEY_WOW64_64KEY),
@@ -733,22 +678,22 @@ protected:
 
 TEST_P(RealRegistration, UnregisteringLeavesTheRegistryAsItWas) {
     const HINSTANCE module = GetModuleHandleW(nullptr);
-    const std::vector<Snapshot> before = Everything();
+    const std::vector<RegistrySnapshot> before = Everything();
 
     const HRESULT registered = Register(module, GetParam());
     if (registered == E_ACCESSDENIED && GetParam() == Scope::kMachine) {
         GTEST_SKIP() << "registering for the machine takes an administrator's rights";
     }
     ASSERT_EQ(registered, S_OK);
-    const std::vector<Snapshot> between = Everything();
+    const std::vector<RegistrySnapshot> between = Everything();
     ASSERT_EQ(Unregister(module, GetParam()), S_OK);
-    const std::vector<Snapshot> after = Everything();
+    const std::vector<RegistrySnapshot> after = Everything();
 
     const bool machine = GetParam() == Scope::kMachine;
     EXPECT_EQ(before[0] == between[0] && before[1] == between[1], !machine);
     EXPECT_EQ(before[2] == between[2] && before[3] == between[3], machine);
     for (std::size_t view = 0; view < before.size(); ++view) {
-        EXPECT_EQ(Difference(before[view], after[view]), "") << "view " << view;
+        EXPECT_EQ(Differences(before[view], after[view]), kNoDifference) << "view " << view;
     }
 }
 

@@ -2,98 +2,26 @@
 #include "dll_under_test.h"
 #include "registered_as_allowed.h"
 #include "rights.h"
+#include "support/registry_snapshot.h"
 #include "type_library_dump.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <string>
 
 namespace kwo::com_test {
 namespace {
 
-/// Every key and value below a key, as text lines by path.
-using Snapshot = std::map<std::wstring, std::wstring>;
+using test_support::Differences;
+using test_support::kNoDifference;
+using test_support::RegistrySnapshot;
+using test_support::SnapshotOf;
 
-std::wstring Bytes(const std::vector<BYTE>& data, DWORD size) {
-    static constexpr wchar_t kDigits[] = L"0123456789abcdef";
-    std::wstring text;
-    for (DWORD i = 0; i < size; ++i) {
-        text += kDigits[data[i] >> 4];
-        text += kDigits[data[i] & 15];
-    }
-    return text;
-}
-
-void Collect(HKEY key, const std::wstring& path, Snapshot& snapshot) {
-    snapshot[path + L"\\"] = L"key";
-    DWORD keys = 0;
-    DWORD values = 0;
-    DWORD longest = 0;
-    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr, &longest, nullptr,
-                     nullptr);
-    std::vector<wchar_t> name(16384);
-    std::vector<BYTE> data(longest + 2);
-    for (DWORD i = 0; i < values; ++i) {
-        DWORD nameLength = static_cast<DWORD>(name.size());
-        DWORD size = static_cast<DWORD>(data.size());
-        DWORD type = 0;
-        if (RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, data.data(), &size) != ERROR_SUCCESS)
-            continue;
-        snapshot[path + L"\\@" + std::wstring(name.data(), nameLength)] =
-            std::to_wstring(type) + L' ' + Bytes(data, size);
-    }
-    for (DWORD i = 0; i < keys; ++i) {
-        DWORD nameLength = static_cast<DWORD>(name.size());
-        if (RegEnumKeyExW(key, i, name.data(), &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
-            continue;
-        HKEY child = nullptr;
-        const std::wstring below(name.data(), nameLength);
-        // The desktop keeps the user's views of folders there, and changes them at any time.
-        if (path.empty() && lstrcmpiW(below.c_str(), L"Local Settings") == 0) continue;
-        if (RegOpenKeyExW(key, below.c_str(), 0, KEY_READ, &child) != ERROR_SUCCESS) continue;
-        Collect(child, path + L'\\' + below, snapshot);
-        RegCloseKey(child);
-    }
-}
-
-Snapshot SnapshotOf(HKEY root, const wchar_t* path) {
-    Snapshot snapshot;
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(root, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return snapshot;
-    Collect(key, L"", snapshot);
-    RegCloseKey(key);
-    return snapshot;
-}
-
-Snapshot MachineClasses() {
+RegistrySnapshot MachineClasses() {
     return SnapshotOf(HKEY_LOCAL_MACHINE, L"Software\\Classes");
 }
-Snapshot UserClasses() {
+RegistrySnapshot UserClasses() {
     return SnapshotOf(HKEY_CURRENT_USER, L"Software\\Classes");
-}
-
-/// What `after` has more, less or otherwise than `before`.
-std::vector<std::string> Differences(const Snapshot& before, const Snapshot& after) {
-    std::vector<std::string> lines;
-    for (const auto& [path, value] : before) {
-        const auto found = after.find(path);
-        if (found == after.end())
-            lines.push_back("gone: " + Narrow(path));
-        else if (found->second != value)
-            lines.push_back("changed: " + Narrow(path));
-    }
-    for (const auto& [path, value] : after) {
-        if (!before.contains(path)) lines.push_back("new: " + Narrow(path));
-    }
-    return lines;
-}
-
-void ExpectSame(const Snapshot& before, const Snapshot& after) {
-    const std::vector<std::string> lines = Differences(before, after);
-    for (std::size_t i = 0; i < lines.size() && i < 20; ++i)
-        ADD_FAILURE() << lines[i];
-    EXPECT_EQ(lines.size(), 0u);
 }
 
 std::wstring MachineText(const std::wstring& path, const wchar_t* name = nullptr) {
@@ -150,7 +78,7 @@ protected:
     }
 
     /// The machine's classes with ours among them.
-    const Snapshot& RegisteredMachine() {
+    const RegistrySnapshot& RegisteredMachine() {
         if (theRegisteredMachine.empty()) {
             EXPECT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
             theRegisteredMachine = MachineClasses();
@@ -159,61 +87,62 @@ protected:
         return theRegisteredMachine;
     }
 
-    static inline Snapshot theMachine;
-    static inline Snapshot theRegisteredMachine;
-    static inline Snapshot theUser;
+    static inline RegistrySnapshot theMachine;
+    static inline RegistrySnapshot theRegisteredMachine;
+    static inline RegistrySnapshot theUser;
 };
 
 TEST_F(Registration, MachineWideAndBackLeavesTheRegistryAsItWas) {
     // Eleven classes, each with more than its identifier.
     EXPECT_GT(Differences(theMachine, RegisteredMachine()).size(), 50u);
 
-    ExpectSame(theMachine, MachineClasses());
-    ExpectSame(theUser, UserClasses());
+    EXPECT_EQ(Differences(theMachine, MachineClasses()), kNoDifference);
+    EXPECT_EQ(Differences(theUser, UserClasses()), kNoDifference);
 }
 
 TEST_F(Registration, TwiceIsAsOnceAndOneRemovalTakesItAllAway) {
     RegisteredMachine();
     ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
     ASSERT_EQ(Hex(mLibrary.RegisterServer()), Hex(S_OK));
-    ExpectSame(theRegisteredMachine, MachineClasses());
+    EXPECT_EQ(Differences(theRegisteredMachine, MachineClasses()), kNoDifference);
     ASSERT_EQ(Hex(mLibrary.UnregisterServer()), Hex(S_OK));
 
-    ExpectSame(theMachine, MachineClasses());
+    EXPECT_EQ(Differences(theMachine, MachineClasses()), kNoDifference);
 }
 
 TEST_F(Registration, TakenAwayThoughNotThereChangesNothing) {
     EXPECT_EQ(Hex(mLibrary.UnregisterServer()), Hex(S_OK));
     EXPECT_EQ(Hex(mLibrary.Install(false, L"user")), Hex(S_OK));
 
-    ExpectSame(theMachine, MachineClasses());
-    ExpectSame(theUser, UserClasses());
+    EXPECT_EQ(Differences(theMachine, MachineClasses()), kNoDifference);
+    EXPECT_EQ(Differences(theUser, UserClasses()), kNoDifference);
 }
 
 TEST_F(Registration, PerUserStaysOutOfTheMachinesClassesAndGoesAsItCame) {
     ASSERT_EQ(Hex(mLibrary.Install(true, L"user")), Hex(S_OK));
     EXPECT_GT(Differences(theUser, UserClasses()).size(), 50u);
-    ExpectSame(theMachine, MachineClasses());
+    EXPECT_EQ(Differences(theMachine, MachineClasses()), kNoDifference);
     ASSERT_EQ(Hex(mLibrary.Install(false, L"user")), Hex(S_OK));
 
-    ExpectSame(theUser, UserClasses());
+    EXPECT_EQ(Differences(theUser, UserClasses()), kNoDifference);
 }
 
 TEST_F(Registration, PerUserWritesWhatMachineWideWrites) {
     RegisteredMachine();
     ASSERT_EQ(Hex(mLibrary.Install(true, L"USER")), Hex(S_OK));
-    const Snapshot user = UserClasses();
+    const RegistrySnapshot user = UserClasses();
     ASSERT_EQ(Hex(mLibrary.Install(false, L"user")), Hex(S_OK));
 
     for (const auto& [path, value] : theRegisteredMachine) {
         // A record of the shared keys that had to be made depends on what was there.
-        if (theMachine.contains(path) || path.ends_with(L"@KeysMade")) continue;
+        if (theMachine.contains(path) || path.ends_with(L"|KeysMade")) continue;
         // The system shows some machine-wide keys a second time here.
         if (path.starts_with(L"\\Wow6432Node\\")) continue;
         // A key that the system itself has made keeps its own spelling.
         const bool isLibrary = CompareStringOrdinal(path.c_str(), 9, L"\\TypeLib\\", 9, TRUE) == CSTR_EQUAL;
         const auto found = user.find(isLibrary ? L"\\TypeLib" + path.substr(8) : path);
-        EXPECT_EQ(found != user.end() ? found->second : L"nothing", value) << Narrow(path);
+        ASSERT_NE(found, user.end()) << Narrow(path);
+        EXPECT_EQ(found->second, value) << Narrow(path);
     }
 }
 
@@ -223,8 +152,8 @@ TEST_F(Registration, AnUnknownWordIsRefusedAndChangesNothing) {
         EXPECT_EQ(Hex(mLibrary.Install(false, commandLine)), Hex(E_INVALIDARG)) << Narrow(commandLine);
     }
 
-    ExpectSame(theMachine, MachineClasses());
-    ExpectSame(theUser, UserClasses());
+    EXPECT_EQ(Differences(theMachine, MachineClasses()), kNoDifference);
+    EXPECT_EQ(Differences(theUser, UserClasses()), kNoDifference);
 }
 
 TEST_F(Registration, WithoutAWordItIsForTheWholeComputer) {
@@ -290,6 +219,13 @@ public:
     VolatileKey& operator=(const VolatileKey&) = delete;
     ~VolatileKey() { RegDeleteKeyW(mRoot, mPath.c_str()); }
 
+    bool IsThere() const {
+        HKEY key = nullptr;
+        const LSTATUS status = RegOpenKeyExW(mRoot, mPath.c_str(), 0, KEY_READ, &key);
+        if (key != nullptr) RegCloseKey(key);
+        return status == ERROR_SUCCESS;
+    }
+
 private:
     HKEY mRoot;
     std::wstring mPath;
@@ -304,12 +240,9 @@ TEST_F(Registration, MachineWideThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
         EXPECT_EQ(Hex(mLibrary.RegisterServer()), Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)))
             << Narrow(stone);
 
-        // It was there before, so it must be there still.
-        HKEY still = nullptr;
-        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &still), ERROR_SUCCESS) << Narrow(stone);
-        if (still != nullptr) RegCloseKey(still);
+        EXPECT_TRUE(key.IsThere()) << Narrow(stone);
     }
-    ExpectSame(theMachine, MachineClasses());
+    EXPECT_EQ(Differences(theMachine, MachineClasses()), kNoDifference);
 }
 
 TEST_F(Registration, PerUserThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
@@ -319,11 +252,12 @@ TEST_F(Registration, PerUserThatFailsHalfWayTakesBackWhatItDidAndSaysWhy) {
     RegCloseKey(classes);
     {
         const VolatileKey key(HKEY_CURRENT_USER, L"Software\\Classes\\KWOUtil.KWOTimer");
-        const Snapshot user = UserClasses();
+        const RegistrySnapshot user = UserClasses();
 
         EXPECT_EQ(Hex(mLibrary.Install(true, L"user")), Hex(HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE)));
 
-        ExpectSame(user, UserClasses());
+        EXPECT_EQ(Differences(user, UserClasses()), kNoDifference);
+        EXPECT_TRUE(key.IsThere());
     }
 }
 

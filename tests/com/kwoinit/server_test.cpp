@@ -1,47 +1,21 @@
 // The DLL as a server: type library, registration, activation by its manifest, unloading.
 
-#include <map>
-
 #include "com_support/type_description.h"
 #include "companion_fixture.h"
 #include "dll_under_test.h"
 #include "registered_as_allowed.h"
 #include "rights.h"
+#include "support/registry_snapshot.h"
 
 namespace kwo::com_test {
 namespace {
 
-using Snapshot = std::map<std::wstring, std::wstring>;
+using test_support::Differences;
+using test_support::kNoDifference;
+using test_support::RegistrySnapshot;
 
-void Collect(HKEY root, const std::wstring& path, Snapshot& snapshot) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-    snapshot[path];
-    std::vector<wchar_t> name(16384);
-    std::vector<wchar_t> data(32768);
-    for (DWORD at = 0;; ++at) {
-        DWORD nameLength = static_cast<DWORD>(name.size());
-        DWORD bytes = static_cast<DWORD>(data.size() * sizeof(wchar_t));
-        DWORD type = 0;
-        if (RegEnumValueW(key, at, name.data(), &nameLength, nullptr, &type, reinterpret_cast<BYTE*>(data.data()),
-                          &bytes) != ERROR_SUCCESS) {
-            break;
-        }
-        snapshot[path + L"@" + std::wstring(name.data(), nameLength)] =
-            std::to_wstring(type) + L" " + std::wstring(data.data(), bytes / sizeof(wchar_t));
-    }
-    for (DWORD at = 0;; ++at) {
-        DWORD length = static_cast<DWORD>(name.size());
-        if (RegEnumKeyExW(key, at, name.data(), &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
-        Collect(root, path + L"\\" + std::wstring(name.data(), length), snapshot);
-    }
-    RegCloseKey(key);
-}
-
-Snapshot Classes(HKEY root) {
-    Snapshot snapshot;
-    Collect(root, L"Software\\Classes", snapshot);
-    return snapshot;
+RegistrySnapshot Classes(HKEY root) {
+    return test_support::SnapshotOf(root, L"Software\\Classes");
 }
 
 /// The registration of the whole run is away for the test.
@@ -55,26 +29,26 @@ protected:
 
 TEST_F(CompanionServer, RegistrationForAllAndItsRemovalLeaveTheRegistryAsItWas) {
     if (!MayRegisterForAll()) GTEST_SKIP() << kNeedsRights;
-    const Snapshot before = Classes(HKEY_LOCAL_MACHINE);
+    const RegistrySnapshot before = Classes(HKEY_LOCAL_MACHINE);
     ASSERT_EQ(Hex(mDll.RegisterServer()), Hex(S_OK));
-    const Snapshot registered = Classes(HKEY_LOCAL_MACHINE);
+    const RegistrySnapshot registered = Classes(HKEY_LOCAL_MACHINE);
     ASSERT_EQ(Hex(mDll.UnregisterServer()), Hex(S_OK));
 
-    EXPECT_TRUE(registered.contains(L"Software\\Classes\\KWOInit.KWOInitialize\\CLSID"));
-    EXPECT_TRUE(before == Classes(HKEY_LOCAL_MACHINE));
+    EXPECT_TRUE(registered.contains(L"\\KWOInit.KWOInitialize\\CLSID"));
+    EXPECT_EQ(Differences(before, Classes(HKEY_LOCAL_MACHINE)), kNoDifference);
     EXPECT_FALSE(before == registered);
 }
 
 TEST_F(CompanionServer, RegistrationForOneUserLeavesTheMachineAlone) {
-    const Snapshot machine = Classes(HKEY_LOCAL_MACHINE);
-    const Snapshot before = Classes(HKEY_CURRENT_USER);
+    const RegistrySnapshot machine = Classes(HKEY_LOCAL_MACHINE);
+    const RegistrySnapshot before = Classes(HKEY_CURRENT_USER);
     ASSERT_EQ(Hex(mDll.Install(true, L"user")), Hex(S_OK));
-    const Snapshot registered = Classes(HKEY_CURRENT_USER);
-    EXPECT_TRUE(machine == Classes(HKEY_LOCAL_MACHINE));
+    const RegistrySnapshot registered = Classes(HKEY_CURRENT_USER);
+    EXPECT_EQ(Differences(machine, Classes(HKEY_LOCAL_MACHINE)), kNoDifference);
     ASSERT_EQ(Hex(mDll.Install(false, L"user")), Hex(S_OK));
 
-    EXPECT_TRUE(registered.contains(L"Software\\Classes\\KWOInit.KWOInitialize\\CLSID"));
-    EXPECT_TRUE(before == Classes(HKEY_CURRENT_USER));
+    EXPECT_TRUE(registered.contains(L"\\KWOInit.KWOInitialize\\CLSID"));
+    EXPECT_EQ(Differences(before, Classes(HKEY_CURRENT_USER)), kNoDifference);
 }
 
 TEST_F(CompanionServer, TheManifestActivatesTheClassWithoutRegistration) {
