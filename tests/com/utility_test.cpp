@@ -550,14 +550,12 @@ TEST_F(StartOrActivate, NoStartLeavesAHandle) {
     EXPECT_LT(HandlesInUse(), before + 5);
 }
 
-TEST_F(StartOrActivate, ALongCommandLineIsRefusedAtOnce) {
+TEST_F(StartOrActivate, ALongCommandLineIsRefused) {
     BoxAnswerer user;
     std::wstring blanks;
     while (blanks.size() < 65'536)
         blanks += L"x ";
-    const DWORD before = GetTickCount();
     EXPECT_EQ(Load(L"", blanks, L"", 1, L""), 0);
-    EXPECT_LT(GetTickCount() - before, 5000u);
 
     const std::wstring program = L"\"" + mProgramFolder + kProgram + L"\"";
     const std::size_t room = 32'766 - program.size() - 1;

@@ -275,6 +275,19 @@ TEST_F(WhatWindowsReceives, OfAStartedProgram) {
     }
 }
 
+TEST_F(WhatWindowsReceives, NothingOfACommandLineThatIsTooLong) {
+    Watch({"CreateProcessW"});
+    mCalls->Replace("CreateProcessW",
+                    [](LPCWSTR, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD, LPVOID, LPCWSTR,
+                       STARTUPINFOW*, PROCESS_INFORMATION*) -> BOOL { return FALSE; });
+    const Text longest(platform::Programs::kLongestCommandLine, u'x');
+    EXPECT_THROW(platform.programs.Start(longest, 1), ComponentError);
+    EXPECT_EQ(mCalls->Taken().size(), 1u);
+    // The system would try each part up to a blank, which takes long.
+    EXPECT_THROW(platform.programs.Start(longest + u"x", 1), ComponentError);
+    EXPECT_EQ(mCalls->Taken().size(), 0u);
+}
+
 constexpr std::intptr_t kWanted = 0x5150;
 
 BOOL WINAPI OneWindow(WNDENUMPROC look, LPARAM parameter) {
