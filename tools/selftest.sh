@@ -254,6 +254,19 @@ is 'a path that goes up' "$(wine_path '/a/../b/./c')" 'Z:\b\c'
 is 'an argument that is a path' "$(translated "$scratch/program")" "$(wine_path "$scratch/program")"
 is 'a switch' "$(translated /regserver)" /regserver
 is 'a word' "$(translated tools)" tools
+# A prefix whose tests have not passed is made anew.
+is 'prefixes that are left' "$(
+    stop_wine() { printf 'stopped %s\n' "${kwo_prefix##*/}"; }
+    mkdir -p "$scratch/prefixes/new"
+    for kwo_prefix in "$scratch"/prefixes/{passed,failed}; do
+        mkdir -p "$kwo_prefix"
+        mark_prefix
+    done
+    kwo_prefix=$scratch/prefixes/passed
+    unmark_prefix
+    remove_marked 64 '' "$scratch"/prefixes/*
+    ls "$scratch/prefixes"
+)" $'stopped failed\nnew\npassed'
 # A stand-in for Wine in French: its messages are not even in the encoding of the shell.
 in_wine() {
     local value file=${4-}

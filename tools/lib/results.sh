@@ -6,7 +6,7 @@ kwo_passed=0
 kwo_failed=0
 kwo_trouble=''
 kwo_started_again=''
-KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-600}
+KWO_GROUP_SECONDS=${KWO_GROUP_SECONDS:-1200}
 KWO_PROGRAM_SECONDS=${KWO_PROGRAM_SECONDS:-60}
 KWO_START_SECONDS=${KWO_START_SECONDS:-10}
 
@@ -234,18 +234,18 @@ hash_of_data() {
 # counting_group NAME PROGRAM COUNTS: a program of tests that writes into the file COUNTS what of it was run. It meets nothing
 # but the simulated desktop and files of the repository, so the same program is not run again when it has passed.
 counting_group() {
-    local name=$1 program=$2 counts=$3 key=${2##*/} hash='' passed=$kwo_passed failed=$kwo_failed note
+    local name=$1 program=$2 written=$3 key=${2##*/} hash='' passed=$kwo_passed failed=$kwo_failed note
     [[ ! -f $program ]] || hash=$(hash_of_data "$program") || hash=''
     # Without its counts it runs again.
-    [[ -f $counts ]] || forget "$key"
+    [[ -f $written ]] || forget "$key"
     if note=$(kept "$key" "$hash"); then
         group_begins "$name"
         group_ends "$note" 0 'the same program has passed before'
         return
     fi
-    mkdir -p "$(dirname "$counts")"
-    rm -f "$counts"
-    LLVM_PROFILE_FILE=$counts gtest_group "$name" "$program" realpath "$program"
+    mkdir -p "$(dirname "$written")"
+    rm -f "$written"
+    LLVM_PROFILE_FILE=$written gtest_group "$name" "$program" realpath "$program"
     [[ -z $hash ]] || ((kwo_failed > failed)) || keep "$key" "$hash" "$((kwo_passed - passed))"
 }
 

@@ -114,6 +114,22 @@ copy_prefix() {
     cp -a --reflink=auto "$kwo_prefix" "$KWO_ROOT/build/$4"
 }
 
+# Tests mark the prefix that they use until they have passed: what failed or was stopped may have left something registered.
+mark_prefix() { : >"$kwo_prefix/.kwo-in-tests"; }
+unmark_prefix() { rm -f "$kwo_prefix/.kwo-in-tests"; }
+
+# remove_marked BITS TREE PREFIX...: those among them that are marked, so that they are made anew. No test may run in one.
+remove_marked() {
+    local bits=$1 tree=$2 prefix
+    shift 2
+    for prefix; do
+        [[ -f $prefix/.kwo-in-tests ]] || continue
+        choose_wine "$bits" "$prefix" "$tree"
+        stop_wine
+        rm -rf "$prefix"
+    done
+}
+
 stop_opened() {
     local bits name tree
     while IFS='|' read -r bits name tree; do
@@ -209,6 +225,7 @@ open_prefix_by_hand() {
     ((bits == 64)) || find_wine32 || die "32-bit: not run: $kwo_wine32_why"
     lock "$KWO_ROOT/build/wine.lock"
     start_own_display
+    remove_marked "$bits" "$kwo_wine32_tree" "$KWO_ROOT/build/wine$bits"
     open_prefix "$bits" "wine$bits" "$kwo_wine32_tree" || die "Wine does not work: see $KWO_LOGS"
 }
 
