@@ -97,10 +97,12 @@ inline double NumberIn(const VARIANT& value) {
     return number.dblVal;
 }
 
-/// A picture box that is drawn on in memory: no window but a context, a font and a size in twips of 15 a pixel.
+/// A picture box that is drawn on in memory: a context, a font and a size in twips of 15 a pixel. Its window, which
+/// shows nothing, is its own or a given one, which the caller destroys.
 class HostBox : public MemberObject {
 public:
-    HostBox(int width, int height, IDispatch* parent) : mWidth(width), mHeight(height) {
+    HostBox(int width, int height, IDispatch* parent, HWND window = nullptr)
+        : mWidth(width), mHeight(height), mOwnsWindow(window == nullptr), mWindow(window) {
         BITMAPINFO info = {};
         info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         void* bits = nullptr;
@@ -109,7 +111,7 @@ public:
         mContext = CreateCompatibleDC(nullptr);
         mBefore = SelectObject(mContext, mBitmap);
         SetBkMode(mContext, TRANSPARENT);
-        mWindow = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, width, height, nullptr, nullptr, nullptr, nullptr);
+        if (mOwnsWindow) mWindow = NewWindow(width, height);
 
         FONTDESC font = {};
         font.cbSizeofstruct = sizeof font;
@@ -156,9 +158,12 @@ public:
         SelectObject(mContext, mBefore);
         DeleteDC(mContext);
         DeleteObject(mBitmap);
-        DestroyWindow(mWindow);
+        if (mOwnsWindow) DestroyWindow(mWindow);
     }
 
+    static HWND NewWindow(int width, int height) {
+        return CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, width, height, nullptr, nullptr, nullptr, nullptr);
+    }
     /// With the box's font and colour, as a host hands it out.
     HDC Context() {
         HFONT font = nullptr;
@@ -196,6 +201,7 @@ private:
     DWORD* mBits;
     HDC mContext;
     HGDIOBJ mBefore;
+    bool mOwnsWindow;
     HWND mWindow;
     ComPtr<IFont> mFont;
 };

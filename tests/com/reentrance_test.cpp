@@ -80,7 +80,11 @@ protected:
         mMemory.emplace();
         ASSERT_TRUE(*mMemory) << "the DLL frees with another function";
     }
-    void TearDown() override { EXPECT_GT(OverwrittenMemory::Freed(), 100) << "the instrument sees what is freed"; }
+    void TearDown() override {
+        EXPECT_GT(OverwrittenMemory::Freed(), 100) << "the instrument sees what is freed";
+        mObject.Reset();
+        if (mWindow != nullptr) DestroyWindow(mWindow);
+    }
 
     template <class Object, class... Arguments>
     ComPtr<Owned<Object>> New(Arguments... arguments) {
@@ -102,7 +106,13 @@ protected:
     }
     Var NewBox(int width, int height) {
         const auto form = NewForm();
-        return Given(New<HostBox>(width, height, static_cast<IDispatch*>(form.Get())));
+        // A window of its own for each would take most of the time.
+        if (mWindow == nullptr) mWindow = HostBox::NewWindow(width, height);
+        const auto box = New<HostBox>(width, height, static_cast<IDispatch*>(form.Get()), mWindow);
+        const auto font = New<MemberObject>();
+        font->Property(L"Bold", Var(false));
+        box->values[L"Font"] = Given(font);
+        return Given(box);
     }
     Var NewPane() {
         const auto container = New<MemberObject>();
@@ -135,6 +145,7 @@ protected:
     ComPtr<IDispatch> mKeepsTheDll;
     ComPtr<IDispatch> mObject;
     long mNextWindow = 900;
+    HWND mWindow = nullptr;
 
     /// What is tried with `member`: each use begins with another Create, with `change` and with the last release.
     void Try(const Action& prepare, const std::vector<Action>& members, const Action& create, const Action& change) {

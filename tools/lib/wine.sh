@@ -33,6 +33,8 @@ choose_wine() {
     kwo_wine=("${settings[@]}" "$loader")
     kwo_wineserver=("${settings[@]}" "$server")
     mkdir -p "$KWO_ROOT/build/home"
+    # Without such a file Xlib looks for one at every font that is drawn with.
+    : >>"$KWO_ROOT/build/home/.Xdefaults"
 }
 
 # in_wine COMMAND...: a short command; what it wrote is printed when it has ended, because Wine's services, which it may
