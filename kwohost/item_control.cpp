@@ -71,8 +71,9 @@ void ItemControl::AddContents() {
     AddVariable(
         L"Sorted", [this](Call& call) { call.ReturnTruth(mIsSorted); },
         [this](Call& call) {
-            mIsSorted = call.Truth(0);
-            if (mIsSorted) Sort();
+            const bool isSorted = call.Truth(0);
+            if (isSorted) Sort();
+            mIsSorted = isSorted;
         });
     AddIndexed(
         L"List", [this](Call& call) { call.ReturnText(TextOf(IndexOf(call, RuntimeError::InvalidPropertyIndex))); },
@@ -160,9 +161,20 @@ void ItemControl::Sort() {
     Contents contents = AllContents();
     std::stable_sort(contents.items.begin(), contents.items.end(),
                      [](const Item& a, const Item& b) { return IsBefore(a.text, b.text); });
+    const DrawnLater later(Window());
     Quietly([&] {
-        Send(mMessages.clear);
-        Fill(contents);
+        const LONG count = Count();
+        try {
+            Append(contents.items);
+        } catch (...) {
+            while (Count() > count)
+                Send(mMessages.remove, Index(count));
+            throw;
+        }
+        for (LONG removed = 0; removed < count; ++removed)
+            Send(mMessages.remove, 0);
+        SendText(WM_SETTEXT, 0, contents.text);
+        SelectAgain(contents.items);
     });
     mNewIndex = -1;
 }
@@ -179,12 +191,18 @@ ItemControl::Contents ItemControl::AllContents() const {
 
 void ItemControl::Fill(const Contents& contents) const {
     SendText(WM_SETTEXT, 0, contents.text);
-    LONG index = 0;
-    for (const Item& item : contents.items) {
-        Insert(index, item);
-        if (item.isSelected) Send(mMessages.select, Index(index));
-        ++index;
-    }
+    Append(contents.items);
+    SelectAgain(contents.items);
+}
+
+void ItemControl::Append(const std::vector<Item>& items) const {
+    for (const Item& item : items)
+        Insert(Count(), item);
+}
+
+void ItemControl::SelectAgain(const std::vector<Item>& items) const {
+    const auto selected = std::ranges::find_if(items, &Item::isSelected);
+    if (selected != items.end()) Send(mMessages.select, Index(static_cast<LONG>(selected - items.begin())));
 }
 
 std::function<void()> ItemControl::KeepContent() const {

@@ -74,10 +74,15 @@ private:
     /// Where a new text belongs: in its place if the items are sorted, else at the end.
     LONG PlaceFor(const std::wstring& text) const;
     void Remove(LONG index);
+    /// Raises error 7 if the system has no room for each item twice; nothing has changed then.
     void Sort();
     Contents AllContents() const;
     /// Fills an empty window.
     void Fill(const Contents& contents) const;
+    /// Raises error 7 if the system has no room for all of them; the first ones have been added then.
+    void Append(const std::vector<Item>& items) const;
+    /// Selects the one that was selected, if any. The window must hold these items alone.
+    void SelectAgain(const std::vector<Item>& items) const;
 
     const Messages& mMessages;
     bool mIsSorted = false;
