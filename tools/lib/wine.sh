@@ -63,6 +63,8 @@ wine_answers() {
 
 prefix_stamp() { printf 'prefix 1, %s bits, %s\n' "$kwo_bits" "$("${kwo_wine[@]}" --version 2>/dev/null)"; }
 
+prefix_is_made() { [[ -f $kwo_prefix/.kwo-ready && $(<"$kwo_prefix/.kwo-ready") == "$(prefix_stamp)" ]]; }
+
 # Window managers are for the user's own display; without one, Wine waits two seconds for it at every closed window.
 manage_windows() {
     local wanted=Y
@@ -94,7 +96,7 @@ open_prefix() {
     ((${#kwo_opened[@]} > 0)) || at_exit stop_opened
     kwo_opened+=("$1|$2|${3:-}")
     stop_wine
-    if [[ ! -f $kwo_prefix/.kwo-ready || $(<"$kwo_prefix/.kwo-ready") != "$(prefix_stamp)" ]] || ! wine_answers; then
+    if ! prefix_is_made || ! wine_answers; then
         stop_wine
         step "making the $kwo_bits-bit Wine prefix" \
             "$KWO_ROOT/tools/make_wine_prefix.sh" "$kwo_bits" "$kwo_prefix" "${3:-}" || return
@@ -108,7 +110,7 @@ open_prefix() {
 # Wine. What is registered in one is not in the other.
 copy_prefix() {
     choose_wine "$1" "$KWO_ROOT/build/$4" "$3"
-    [[ -f $kwo_prefix/.kwo-ready && $(<"$kwo_prefix/.kwo-ready") == "$(prefix_stamp)" ]] && return
+    ! prefix_is_made || return 0
     stop_wine
     rm -rf "$kwo_prefix"
     open_prefix "$1" "$2" "$3" || return
