@@ -165,7 +165,7 @@ TEST(MessageLoop, EndsInTimeAlsoUnderAFloodOfMessages) {
     const auto took = std::chrono::steady_clock::now() - start;
     EXPECT_GT(handled, 2);
     EXPECT_GE(took, std::chrono::milliseconds(100));
-    EXPECT_LT(took, std::chrono::milliseconds(1000));
+    EXPECT_LT(took, std::chrono::seconds(10));
 }
 
 TEST(MessageLoop, WaitOfNoLengthRunsAllPendingMessages) {
@@ -185,7 +185,7 @@ TEST(MessageLoop, PendingMessagesThatMakeNewOnesComeToAnEnd) {
 
     const auto took = std::chrono::steady_clock::now() - start;
     EXPECT_GE(took, std::chrono::milliseconds(500));
-    EXPECT_LT(took, std::chrono::seconds(5));
+    EXPECT_LT(took, std::chrono::seconds(10));
 }
 
 TEST(MessageLoop, RequestToQuitEndsTheWaitAtOnceWithItsCode) {
