@@ -554,7 +554,7 @@ TEST_F(Button, AFailingNotificationTellsItsStepAndLeavesTheButtonDown) {
 
 TEST_F(Button, EveryStepOfAReleaseHasItsText) {
     desktop.components.Install(u"KWOInit.KWOInitialize", [this] {
-        const auto companion = desktop.MakeObject();
+        auto companion = desktop.MakeObject();
         companion->SetMethod(u"KWO_MsgTableSize",
                              [](std::span<Variant> given) -> Variant {
                                  given[2] = std::int32_t{1923};

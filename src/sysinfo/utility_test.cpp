@@ -12,7 +12,6 @@
 namespace kwo::sysinfo {
 namespace {
 
-using platform::ComponentError;
 using platform::Empty;
 using platform::Missing;
 using platform::Null;
@@ -522,7 +521,7 @@ TEST_F(LoadApp, AFailedStartIsToldByABoxAndZero) {
 
 TEST_F(LoadApp, TheBoxHasTheTablesText) {
     desktop.components.Install(u"KWOInit.KWOInitialize", [this] {
-        const auto companion = desktop.MakeObject();
+        auto companion = desktop.MakeObject();
         companion->SetMethod(u"KWO_MsgTableSize",
                              [](std::span<Variant> given) -> Variant {
                                  given[2] = std::int32_t{1930};

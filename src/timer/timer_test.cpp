@@ -493,7 +493,7 @@ protected:
     /// A message table whose one text is that of a relative alarm that fails.
     void InstallMessage(Text text) {
         desktop.components.Install(u"KWOInit.KWOInitialize", [this, text] {
-            const auto companion = desktop.MakeObject();
+            auto companion = desktop.MakeObject();
             companion->SetMethod(u"KWO_MsgTableSize",
                                  [](std::span<platform::Variant> given) -> platform::Variant {
                                      given[2] = given[3] = std::int32_t{1929};
