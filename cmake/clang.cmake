@@ -13,7 +13,9 @@ set(CMAKE_C_COMPILER_TARGET ${KWO_MINGW})
 execute_process(COMMAND ${gcc} -print-file-name=include/c++ OUTPUT_VARIABLE headers OUTPUT_STRIP_TRAILING_WHITESPACE)
 execute_process(COMMAND ${gcc} -print-libgcc-file-name OUTPUT_VARIABLE libraries OUTPUT_STRIP_TRAILING_WHITESPACE)
 get_filename_component(libraries ${libraries} DIRECTORY)
-set(CMAKE_CXX_FLAGS_INIT "-stdlib++-isystem ${headers} -isystem ${headers}/${KWO_MINGW}")
+# GCC defines these for Windows. Without them, types are compared by a function that the library has, too.
+set(CMAKE_CXX_FLAGS_INIT "-stdlib++-isystem ${headers} -isystem ${headers}/${KWO_MINGW} \
+-D__GXX_TYPEINFO_EQUALITY_INLINE=0 -D__GXX_MERGED_TYPEINFO_NAMES=0")
 foreach(kind IN ITEMS EXE SHARED MODULE)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -B${libraries} -L${libraries}")
 endforeach()
